@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/base/xy.h"
+
+#include <algorithm>
+
+namespace wainscot::Qv {
+
+/// Tag of boxes whose y axis grows upwards: `y1` is the bottom edge, `y2` the top edge.
+struct BottomUpTraits {};
+
+/// A rectangle by its edges: `x1 <= x < x2`, `y1 <= y < y2`. Empty when an edge does not lie before its opposite.
+template <class T, class Traits>
+struct Box {
+    T x1{};
+    T y1{};
+    T x2{};
+    T y2{};
+
+    constexpr Box() = default;
+    constexpr Box(T left, T bottom, T right, T top) : x1(left), y1(bottom), x2(right), y2(top) {}
+    constexpr Box(XY<T> const& corner, XY<T> const& opposite)
+        : x1(std::min(corner.x, opposite.x)), y1(std::min(corner.y, opposite.y)),
+          x2(std::max(corner.x, opposite.x)), y2(std::max(corner.y, opposite.y)) {}
+
+    /// From the lower-left corner and a size.
+    static constexpr Box sized(XY<T> const& corner, XY<T> const& size) {
+        return {corner.x, corner.y, corner.x + size.x, corner.y + size.y};
+    }
+
+    constexpr T width() const { return x2 - x1; }
+    constexpr T height() const { return y2 - y1; }
+    constexpr XY<T> bottomLeft() const { return {x1, y1}; }
+    constexpr XY<T> topRight() const { return {x2, y2}; }
+    constexpr XY<T> size() const { return {width(), height()}; }
+    constexpr XY<T> centre() const { return {x1 + width() / 2, y1 + height() / 2}; }
+    constexpr bool isEmpty() const { return x1 >= x2 || y1 >= y2; }
+    constexpr bool contains(XY<T> const& p) const { return p.x >= x1 && p.x < x2 && p.y >= y1 && p.y < y2; }
+    constexpr bool contains(Box const& b) const { return b.x1 >= x1 && b.x2 <= x2 && b.y1 >= y1 && b.y2 <= y2; }
+    constexpr bool intersects(Box const& b) const { return !intersection(b).isEmpty(); }
+    constexpr Box intersection(Box const& b) const {
+        return {std::max(x1, b.x1), std::max(y1, b.y1), std::min(x2, b.x2), std::min(y2, b.y2)};
+    }
+    /// The smallest box round both; an empty box adds nothing.
+    constexpr Box unitedWith(Box const& b) const {
+        if (isEmpty()) return b;
+        if (b.isEmpty()) return *this;
+        return {std::min(x1, b.x1), std::min(y1, b.y1), std::max(x2, b.x2), std::max(y2, b.y2)};
+    }
+    constexpr Box translated(XY<T> const& by) const { return {x1 + by.x, y1 + by.y, x2 + by.x, y2 + by.y}; }
+    /// Shrunk by `by` on every side; negative grows.
+    constexpr Box inset(T by) const { return {x1 + by, y1 + by, x2 - by, y2 - by}; }
+
+    friend constexpr bool operator==(Box const&, Box const&) = default;
+};
+
+} // namespace wainscot::Qv
+
+namespace wainscot {
+
+/// The box of everything on the screen: logical integer pixels, y upwards.
+using IntBox = Qv::Box<int, Qv::BottomUpTraits>;
+
+} // namespace wainscot

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/base/id_stamp.h"
+
+#include <cstddef>
+
+namespace wainscot {
+
+/// The one record of what is alive: address and stamp of every event handler and of every object that has
+/// handed out a guard. Look-ups never touch the object, so a dangling pointer may be asked about.
+/// User-interface thread only; every operation takes constant time.
+namespace Liveness {
+WAINSCOT_API void add(void const* object, IdStamp stamp);
+WAINSCOT_API void remove(void const* object);
+/// The stamp of the live object at that address; an invalid one when there is none.
+WAINSCOT_API IdStamp stampOf(void const* object);
+inline bool alive(void const* object, IdStamp stamp) { return stamp.valid() && stampOf(object) == stamp; }
+WAINSCOT_API std::size_t count();
+} // namespace Liveness
+
+/// Life token of an object that is no event handler (value server, tab manager, menu data, adaptor): a member of
+/// it, free until the first guard is taken.
+class WAINSCOT_API LifeToken {
+public:
+    LifeToken() = default;
+    LifeToken(LifeToken const&) {}
+    LifeToken& operator=(LifeToken const&) { return *this; }
+    ~LifeToken() {
+        if (stamp_.valid()) Liveness::remove(this);
+    }
+    IdStamp stamp() const;
+
+private:
+    mutable IdStamp stamp_;
+};
+
+/// Taken before a call out, tested after it: while `alive()` is false nothing of the object may be touched.
+class LifeGuard {
+public:
+    explicit LifeGuard(LifeToken const& token) : object_(&token), stamp_(token.stamp()) {}
+    LifeGuard(void const* object, IdStamp stamp) : object_(object), stamp_(stamp) {}
+    bool alive() const { return Liveness::alive(object_, stamp_); }
+
+private:
+    void const* object_;
+    IdStamp stamp_;
+};
+
+} // namespace wainscot

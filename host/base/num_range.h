@@ -1,0 +1,28 @@
+#pragma once
+
+#include <algorithm>
+
+namespace wainscot {
+
+/// A closed range of numbers; the ends are put in order when it is made.
+template <class T>
+class NumRange {
+public:
+    constexpr NumRange() = default;
+    constexpr NumRange(T a, T b) : low_(std::min(a, b)), high_(std::max(a, b)) {}
+
+    constexpr T low() const { return low_; }
+    constexpr T high() const { return high_; }
+    constexpr T length() const { return high_ - low_; }
+    constexpr bool contains(T value) const { return value >= low_ && value <= high_; }
+    /// The value, moved to the nearer end when it lies outside; what is not a number becomes the low end.
+    constexpr T clamp(T value) const { return value > high_ ? high_ : value >= low_ ? value : low_; }
+
+    friend constexpr bool operator==(NumRange const&, NumRange const&) = default;
+
+private:
+    T low_{};
+    T high_{};
+};
+
+} // namespace wainscot

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "host/base/box.h"
+#include "host/base/export.h"
+
+#include <vector>
+
+namespace wainscot {
+
+class Canvas;
+class Surface;
+
+/// Where a canvas lies at the moment.
+struct CanvasPlace {
+    /// The pixels under it; null while the canvas belongs to no window.
+    Surface* surface = nullptr;
+    /// The owner's lower-left corner on the surface.
+    XY<int> origin;
+    /// The part that may be painted, on the surface: the owner's box, clipped to all its ancestors.
+    IntBox visible;
+    /// False below a hidden ancestor or an unmapped canvas.
+    bool mapped = false;
+};
+
+/// What owns a canvas: tells where it lies and what lies above it.
+class WAINSCOT_API CanvasClient {
+public:
+    virtual ~CanvasClient();
+    virtual CanvasPlace canvasPlace() const = 0;
+    /// Damages whatever is painted later than this client and meets `area` (in canvas coordinates).
+    virtual void damageAbove(IntBox const& area) = 0;
+};
+
+/// A light handle on the place where an owner draws: it has no pixels and may exist unattached.
+/// Coordinates of a canvas are relative to its owner's lower-left corner.
+class WAINSCOT_API Canvas {
+public:
+    explicit Canvas(CanvasClient& owner) : owner_(&owner) {}
+    Canvas(Canvas const&) = delete;
+    Canvas& operator=(Canvas const&) = delete;
+
+    CanvasClient& owner() const { return *owner_; }
+    CanvasPlace place() const;
+
+    /// The surface of the window, set on the canvas of a window's root only.
+    Surface* surface() const { return surface_; }
+    void attach(Surface* surface) { surface_ = surface; }
+
+    bool isMapped() const { return mapped_; }
+    void setMapped(bool mapped) { mapped_ = mapped; }
+    /// 0 (invisible) to 1 (opaque).
+    float opacity() const { return opacity_; }
+    void setOpacity(float opacity) { opacity_ = opacity; }
+
+    /// Damages an area (canvas coordinates) so that it is painted again; nothing while unattached or hidden.
+    void damage(IntBox const& area) const;
+
+private:
+    CanvasClient* owner_;
+    Surface* surface_ = nullptr;
+    float opacity_ = 1.0F;
+    bool mapped_ = true;
+};
+
+/// The painting visit that is under way, if any: what a renderer must clip to.
+/// Set by whoever walks the tree, for one canvas at a time.
+class WAINSCOT_API PaintPhase {
+public:
+    explicit PaintPhase(std::vector<IntBox> const& damage);
+    ~PaintPhase();
+    PaintPhase(PaintPhase const&) = delete;
+    PaintPhase& operator=(PaintPhase const&) = delete;
+
+    /// The innermost visit; null outside.
+    static PaintPhase* current();
+    /// The damaged boxes on the surface.
+    std::vector<IntBox> const& damage() const { return damage_; }
+    /// Names the canvas that is being drawn and its place, so that it need not be looked up.
+    void enter(Canvas const* canvas, CanvasPlace const& place);
+    Canvas const* canvas() const { return canvas_; }
+    CanvasPlace const& place() const { return place_; }
+
+private:
+    std::vector<IntBox> const& damage_;
+    PaintPhase* outer_;
+    Canvas const* canvas_ = nullptr;
+    CanvasPlace place_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host/base/life.h"
+#include "host/drawing/damage.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace wainscot {
+
+/// The pixels of one window. Sizes, damage and places are logical with y upwards; the pixels are device pixels,
+/// premultiplied ARGB in native byte order, the top row first. A logical edge e lies on the device edge
+/// round(e * scale), so neighbours share an edge at every scale.
+class WAINSCOT_API Surface {
+public:
+    /// A size below 1 becomes 1; one beyond `maxDeviceExtent` device pixels is cut to it.
+    Surface(XY<int> size, double scale);
+    ~Surface();
+    Surface(Surface const&) = delete;
+    Surface& operator=(Surface const&) = delete;
+
+    static constexpr int maxDeviceExtent = 16384;
+
+    XY<int> size() const { return size_; }
+    double scale() const { return scale_; }
+    XY<int> deviceSize() const { return deviceSize_; }
+    IntBox bounds() const { return IntBox::sized({0, 0}, size_); }
+    /// Takes a new size or scale: the pixels are lost, all is damaged. Nothing happens when both are as before.
+    void resize(XY<int> size, double scale);
+
+    std::uint32_t* pixels() { return pixels_.get(); }
+    std::uint32_t const* pixels() const { return pixels_.get(); }
+    /// Pixels from one row to the next.
+    int stride() const { return deviceSize_.x; }
+    /// The pixel that covers the lower-left corner of a logical place; 0 outside.
+    std::uint32_t pixelAt(XY<int> place) const;
+    /// The device box of a logical one, y downwards, clipped to the surface.
+    IntBox deviceBox(IntBox const& box) const;
+
+    /// What must be painted by the next painting visit.
+    Damage& toPaint() { return toPaint_; }
+    /// What has been painted and not yet been brought to the screen.
+    Damage& toPresent() { return toPresent_; }
+
+    /// While held, painting visits leave the surface alone; its damage waits. Nests.
+    void holdPainting() { ++holds_; }
+    void releasePainting() {
+        if (holds_ > 0) --holds_;
+    }
+    bool isPaintingHeld() const { return holds_ > 0; }
+
+    LifeToken const& life() const { return life_; }
+
+private:
+    void allocate();
+
+    XY<int> size_;
+    double scale_;
+    XY<int> deviceSize_;
+    std::unique_ptr<std::uint32_t[]> pixels_;
+    Damage toPaint_;
+    Damage toPresent_;
+    int holds_ = 0;
+    LifeToken life_;
+};
+
+} // namespace wainscot
