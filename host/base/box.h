@@ -9,7 +9,8 @@ namespace wainscot::Qv {
 /// Tag of boxes whose y axis grows upwards: `y1` is the bottom edge, `y2` the top edge.
 struct BottomUpTraits {};
 
-/// A rectangle by its edges: `x1 <= x < x2`, `y1 <= y < y2`. Empty when an edge does not lie before its opposite.
+/// A rectangle by its edges: `x1 <= x < x2`, `y1 <= y < y2`. Empty when an edge does not lie before its
+/// opposite.
 template <class T, class Traits>
 struct Box {
     T x1{};
@@ -36,7 +37,9 @@ struct Box {
     constexpr XY<T> centre() const { return {x1 + width() / 2, y1 + height() / 2}; }
     constexpr bool isEmpty() const { return x1 >= x2 || y1 >= y2; }
     constexpr bool contains(XY<T> const& p) const { return p.x >= x1 && p.x < x2 && p.y >= y1 && p.y < y2; }
-    constexpr bool contains(Box const& b) const { return b.x1 >= x1 && b.x2 <= x2 && b.y1 >= y1 && b.y2 <= y2; }
+    constexpr bool contains(Box const& b) const {
+        return b.x1 >= x1 && b.x2 <= x2 && b.y1 >= y1 && b.y2 <= y2;
+    }
     constexpr bool intersects(Box const& b) const { return !intersection(b).isEmpty(); }
     constexpr Box intersection(Box const& b) const {
         return {std::max(x1, b.x1), std::max(y1, b.y1), std::min(x2, b.x2), std::min(y2, b.y2)};

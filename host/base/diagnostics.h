@@ -8,13 +8,14 @@
 
 namespace wainscot {
 
-/// Writes one diagnostic line, formatted as by `printf`, bounded to 1,023 bytes. Numbers have a "." in every locale.
+/// Writes one diagnostic line, formatted as by `printf`, bounded to 1,023 bytes. Numbers have a "." in every
+/// locale.
 WAINSCOT_API void vex_printf(char const* format, ...) __attribute__((format(printf, 1, 2)));
 /// The same, and also kept in the log that `Diagnostics::lines()` gives.
 WAINSCOT_API void LogBoth(char const* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// Counts what would otherwise go wrong in silence: messages nobody handled, refused indices, exceptions in handlers.
-/// Safe from any thread.
+/// Counts what would otherwise go wrong in silence: messages nobody handled, refused indices, exceptions in
+/// handlers. Safe from any thread.
 namespace Diagnostics {
 
 struct Entry {

@@ -8,7 +8,8 @@ namespace wainscot {
 
 namespace {
 
-/// Open addressing with linear probing; removal shifts the following entries back, so there are no tombstones.
+/// Open addressing with linear probing; removal shifts the following entries back, so there are no
+/// tombstones.
 class LiveTable {
 public:
     void add(void const* object, IdStamp stamp) {

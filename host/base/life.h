@@ -14,12 +14,14 @@ WAINSCOT_API void add(void const* object, IdStamp stamp);
 WAINSCOT_API void remove(void const* object);
 /// The stamp of the live object at that address; an invalid one when there is none.
 WAINSCOT_API IdStamp stampOf(void const* object);
-inline bool alive(void const* object, IdStamp stamp) { return stamp.valid() && stampOf(object) == stamp; }
+inline bool alive(void const* object, IdStamp stamp) {
+    return stamp.valid() && stampOf(object) == stamp;
+}
 WAINSCOT_API std::size_t count();
 } // namespace Liveness
 
-/// Life token of an object that is no event handler (value server, tab manager, menu data, adaptor): a member of
-/// it, free until the first guard is taken.
+/// Life token of an object that is no event handler (value server, tab manager, menu data, adaptor): a member
+/// of it, free until the first guard is taken.
 class WAINSCOT_API LifeToken {
 public:
     LifeToken() = default;

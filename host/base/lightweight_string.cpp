@@ -65,7 +65,8 @@ bool LightweightString<CharT>::ownsAlone() const {
 template <class CharT>
 CharT* LightweightString<CharT>::ensureOwn(std::size_t capacity) {
     if (ownsAlone() && header()->capacity >= capacity) return const_cast<CharT*>(data_);
-    std::size_t const grown = ownsAlone() ? std::min<std::size_t>(maxSize, header()->capacity + header()->capacity / 2) : 0;
+    std::size_t const grown =
+        ownsAlone() ? std::min<std::size_t>(maxSize, header()->capacity + header()->capacity / 2) : 0;
     CharT* buffer = allocate(std::max({capacity, grown, std::size_t(size_)}));
     std::copy_n(data_, size_, buffer);
     buffer[size_] = CharT();
@@ -99,7 +100,8 @@ LightweightString<CharT>& LightweightString<CharT>::replace(std::size_t index, s
     }
     std::size_t const newSize = size() - count + text.size();
     CharT* buffer = ensureOwn(newSize);
-    std::char_traits<CharT>::move(buffer + index + text.size(), buffer + index + count, size() - index - count);
+    std::char_traits<CharT>::move(buffer + index + text.size(), buffer + index + count,
+                                  size() - index - count);
     std::copy_n(text.data(), text.size(), buffer + index);
     buffer[newSize] = CharT();
     size_ = checkedSize(newSize);

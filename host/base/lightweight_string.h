@@ -42,8 +42,8 @@ public:
 
     /// From a zero-terminated pointer; null gives the empty string.
     template <class P>
-    requires std::is_same_v<std::remove_cv_t<P>, CharT const*> || std::is_same_v<std::remove_cv_t<P>, CharT*>
-    LightweightString(P const& text) : data_(&zero) {
+    requires std::is_same_v<std::remove_cv_t<P>, CharT const*> ||
+        std::is_same_v<std::remove_cv_t<P>, CharT*> LightweightString(P const& text) : data_(&zero) {
         if (text) assignCopy(text, std::char_traits<CharT>::length(text));
     }
 
@@ -97,7 +97,9 @@ public:
     /// Replaces `count` characters from `index` on; both are clamped to the string.
     LightweightString& replace(std::size_t index, std::size_t count, View text);
     LightweightString& insert(std::size_t index, View text) { return replace(index, 0, text); }
-    LightweightString& erase(std::size_t index, std::size_t count = npos) { return replace(index, count, View()); }
+    LightweightString& erase(std::size_t index, std::size_t count = npos) {
+        return replace(index, count, View());
+    }
     /// Changes one character; an index outside is ignored.
     void setAt(std::size_t index, CharT character);
 
@@ -105,7 +107,9 @@ public:
     LightweightString substr(std::size_t index, std::size_t count = npos) const;
     std::size_t find(View text, std::size_t from = 0) const { return view().find(text, from); }
     std::size_t find(CharT character, std::size_t from = 0) const { return view().find(character, from); }
-    std::size_t rfind(CharT character, std::size_t from = npos) const { return view().rfind(character, from); }
+    std::size_t rfind(CharT character, std::size_t from = npos) const {
+        return view().rfind(character, from);
+    }
     bool startsWith(View text) const { return view().substr(0, text.size()) == text; }
     bool endsWith(View text) const {
         return size_ >= text.size() && view().substr(size_ - text.size()) == text;
@@ -117,15 +121,21 @@ public:
     friend constexpr bool operator==(LightweightString const& a, LightweightString const& b) {
         return a.size_ == b.size_ && (a.data_ == b.data_ || a.view() == b.view());
     }
-    friend constexpr bool operator==(LightweightString const& a, CharT const* b) { return a.view() == View(b); }
+    friend constexpr bool operator==(LightweightString const& a, CharT const* b) {
+        return a.view() == View(b);
+    }
     friend constexpr auto operator<=>(LightweightString const& a, LightweightString const& b) {
         return a.view() <=> b.view();
     }
     friend LightweightString operator+(LightweightString const& a, LightweightString const& b) {
         return joined(a.view(), b.view());
     }
-    friend LightweightString operator+(LightweightString const& a, CharT const* b) { return joined(a.view(), View(b)); }
-    friend LightweightString operator+(CharT const* a, LightweightString const& b) { return joined(View(a), b.view()); }
+    friend LightweightString operator+(LightweightString const& a, CharT const* b) {
+        return joined(a.view(), View(b));
+    }
+    friend LightweightString operator+(CharT const* a, LightweightString const& b) {
+        return joined(View(a), b.view());
+    }
 
 private:
     struct Header {

@@ -10,7 +10,8 @@ template <class T>
 using Vector = std::vector<T>;
 
 /// Reference-counted vector: copies share their elements until one of them is changed.
-/// Reading never copies; `edit()` gives the elements for a change, making an own copy first when they are shared.
+/// Reading never copies; `edit()` gives the elements for a change, making an own copy first when they are
+/// shared.
 template <class T>
 class LightweightVector {
 public:

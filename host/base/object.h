@@ -8,7 +8,8 @@
 namespace wainscot {
 
 /// Root of everything that a `Qv::Ptr` may hold. Whether the object is counted is its own affair: counted
-/// classes derive from `Qv::InternalRefCount`, objects owned otherwise answer add and release by doing nothing.
+/// classes derive from `Qv::InternalRefCount`, objects owned otherwise answer add and release by doing
+/// nothing.
 class WAINSCOT_API iObject {
 public:
     virtual ~iObject();
@@ -23,8 +24,8 @@ protected:
 
 namespace Qv {
 
-/// The reference count of counted objects: starts at 0, the object is deleted when the last `Qv::Ptr` lets go.
-/// A copied object starts with a count of its own.
+/// The reference count of counted objects: starts at 0, the object is deleted when the last `Qv::Ptr` lets
+/// go. A copied object starts with a count of its own.
 class WAINSCOT_API InternalRefCount : public virtual iObject {
 public:
     ~InternalRefCount() override;

@@ -16,7 +16,8 @@ public:
     constexpr Ptr() noexcept = default;
     constexpr Ptr(std::nullptr_t) noexcept {}
     explicit Ptr(T* object) noexcept : object_(object) {
-        static_assert(!requires { typename T::OwnedByTree; }, "a Glob belongs to its parent, not to a Qv::Ptr");
+        static_assert(
+            !requires { typename T::OwnedByTree; }, "a Glob belongs to its parent, not to a Qv::Ptr");
         if (object_) object_->addRef();
     }
     Ptr(Ptr const& other) noexcept : Ptr(other.object_, Counted()) {}

@@ -8,9 +8,9 @@
 
 namespace wainscot {
 
-/// The pixels of one window. Sizes, damage and places are logical with y upwards; the pixels are device pixels,
-/// premultiplied ARGB in native byte order, the top row first. A logical edge e lies on the device edge
-/// round(e * scale), so neighbours share an edge at every scale.
+/// The pixels of one window. Sizes, damage and places are logical with y upwards; the pixels are device
+/// pixels, premultiplied ARGB in native byte order, the top row first. A logical edge e lies on the device
+/// edge round(e * scale), so neighbours share an edge at every scale.
 class WAINSCOT_API Surface {
 public:
     /// A size below 1 becomes 1; one beyond `maxDeviceExtent` device pixels is cut to it.
@@ -25,7 +25,8 @@ public:
     double scale() const { return scale_; }
     XY<int> deviceSize() const { return deviceSize_; }
     IntBox bounds() const { return IntBox::sized({0, 0}, size_); }
-    /// Takes a new size or scale: the pixels are lost, all is damaged. Nothing happens when both are as before.
+    /// Takes a new size or scale: the pixels are lost, all is damaged. Nothing happens when both are as
+    /// before.
     void resize(XY<int> size, double scale);
 
     std::uint32_t* pixels() { return pixels_.get(); }

@@ -1,0 +1,47 @@
+#include "host/services/clock.h"
+
+#include <chrono>
+#include <ctime>
+
+namespace wainscot {
+
+namespace {
+constinit iClock const* installedClock = nullptr;
+}
+
+iClock::~iClock() = default;
+
+iClock const& iClock::current() {
+    static SystemClock const systemClock;
+    return installedClock ? *installedClock : systemClock;
+}
+
+void iClock::install(iClock const* clock) {
+    installedClock = clock;
+}
+
+double SystemClock::msecs() const {
+    auto const sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(sinceStart).count();
+}
+
+std::int64_t SystemClock::processor() const {
+    return static_cast<std::int64_t>(std::clock());
+}
+
+std::int64_t SystemClock::calendar() const {
+    return static_cast<std::int64_t>(std::time(nullptr));
+}
+
+void VirtualClock::advance(double ms) {
+    if (!(ms > 0.0)) return;
+    msecs_ += ms;
+    calendarMs_ += ms;
+    processor_ += static_cast<std::int64_t>(ms * 1000.0);
+}
+
+double service_get_msecs() {
+    return iClock::current().msecs();
+}
+
+} // namespace wainscot

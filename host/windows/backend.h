@@ -1,0 +1,73 @@
+#pragma once
+
+#include "host/base/box.h"
+#include "host/base/export.h"
+#include "host/base/lightweight_string.h"
+#include "host/services/clock.h"
+#include "host/windows/input_event.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace wainscot {
+
+class Surface;
+
+/// What a backend needs to know to make a window.
+struct NativeWindowSettings {
+    LightweightString<wchar_t> title;
+    /// Size of the contents, logical.
+    XY<int> size;
+    XY<int> minSize{1, 1};
+    /// Lower-left corner of the contents in root coordinates; the system chooses when it is not given.
+    std::optional<XY<int>> place;
+    bool resizable = true;
+    /// A window without decoration that never becomes the active one and lies above all others.
+    bool popUp = false;
+};
+
+/// One window of the window system. All sizes and places are logical root coordinates, y upwards.
+/// The destructor closes it; input of a closed window is no longer reported.
+class WAINSCOT_API NativeWindow {
+public:
+    virtual ~NativeWindow();
+    virtual NativeWindowId id() const = 0;
+    virtual void show() = 0;
+    virtual void hide() = 0;
+    virtual void setTitle(LightweightString<wchar_t> const& title) = 0;
+    virtual void resize(XY<int> size) = 0;
+    virtual void setMinSize(XY<int> size) = 0;
+    virtual void moveTo(XY<int> place) = 0;
+    virtual void raise() = 0;
+    /// Size and place as last reported by the window system.
+    virtual XY<int> size() const = 0;
+    virtual XY<int> place() const = 0;
+    /// Brings the boxes (logical, on the surface) to the screen. A surface that does not fit the window any
+    /// more is shown as far as it fits; a failing window system is survived.
+    virtual void present(Surface const& surface, std::vector<IntBox> const& boxes) = 0;
+};
+
+/// The door to a window system, or to memory only. Used on the user-interface thread, except `wake()`.
+class WAINSCOT_API Backend {
+public:
+    virtual ~Backend();
+    /// The clock that the host is to install while this backend lives.
+    virtual iClock const& clock() const = 0;
+    /// Null when the window system refuses.
+    virtual std::unique_ptr<NativeWindow> createWindow(NativeWindowSettings const& settings) = 0;
+    /// Appends the input that has arrived, oldest first, without waiting.
+    virtual void poll(std::vector<InputEvent>& input) = 0;
+    /// Sleeps until input arrives, `wake()` is called or the millisecond clock reaches `until`; for ever
+    /// without one. May return early. A backend whose clock is virtual returns at once.
+    virtual void wait(std::optional<double> until) = 0;
+    /// Ends the present or next `wait()`; safe from any thread.
+    virtual void wake() = 0;
+    /// Boxes of the monitors in root coordinates; never empty, the first is the main one.
+    virtual std::vector<IntBox> monitors() const = 0;
+    virtual double deviceScale() const = 0;
+    /// False in a backend without a screen, whose loop ends when nothing can happen any more.
+    virtual bool isInteractive() const = 0;
+};
+
+} // namespace wainscot
