@@ -1,0 +1,71 @@
+#pragma once
+
+#include "host/drawing/canvas.h"
+#include "host/drawing/descriptions.h"
+
+#include <cstddef>
+#include <span>
+
+namespace wainscot {
+
+class Surface;
+
+/// Draws into one area of a canvas; a scope object. All coordinates are those of the canvas.
+///
+/// While a painting visit is under way it draws only what that visit repaints. Outside one it draws at once
+/// into the window's pixels, and damages what lies above when it is flushed or ends. On a canvas that is
+/// null, unattached or hidden it draws nothing, which is no fault.
+class WAINSCOT_API CanvasRenderer {
+public:
+    CanvasRenderer(Canvas* canvas, IntBox const& area);
+    ~CanvasRenderer();
+    CanvasRenderer(CanvasRenderer const&) = delete;
+    CanvasRenderer& operator=(CanvasRenderer const&) = delete;
+
+    void renderPrimitive(Glib::RectDescription const& rect);
+    void renderPrimitive(Glib::LineDescription const& line);
+    void renderPrimitive(Glib::TextDescription const& text);
+    void renderPrimitive(Glib::EllipseDescription const& ellipse);
+    /// Many boxes of one colour in one step; much cheaper than one by one.
+    void renderBoxes(std::span<IntBox const> boxes, Colour const& colour, double opacity = 1.0);
+
+    /// Draws nothing outside `clip` from now on (and nothing outside the renderer's area in any case).
+    void setClipRect(IntBox const& clip);
+    void clearClipRect();
+    /// Tells what was changed, for boxes painted outside a full redraw.
+    void addModifiedArea(IntBox const& area);
+    /// Smooth edges of slanted lines and ellipses; on from the start.
+    void setAntialiasingEnabled(bool enabled) { antialias_ = enabled; }
+    bool isAntialiasingEnabled() const { return antialias_; }
+    /// Reports what was painted so far, when outside a painting visit.
+    void flush();
+
+    /// False when nothing at all can be seen of what is drawn.
+    bool isDrawing() const { return surface_ != nullptr; }
+    /// True when something of the box would be seen.
+    bool isVisible(IntBox const& box) const;
+    IntBox const& area() const { return area_; }
+    Canvas* canvas() const { return canvas_; }
+
+private:
+    friend class RenderTarget;
+
+    void setUpClip();
+    /// Notes that a box (canvas coordinates) has been painted.
+    void painted(IntBox const& box);
+
+    Canvas* canvas_;
+    IntBox area_;
+    IntBox clipRect_;
+    Surface* surface_ = nullptr;
+    XY<int> origin_;
+    IntBox visible_;
+    IntBox painted_;
+    float opacity_ = 1.0F;
+    bool antialias_ = true;
+    bool inVisit_ = false;
+    /// The device boxes that may be painted; a region of the pixel library.
+    alignas(8) std::byte clip_[24];
+};
+
+} // namespace wainscot

@@ -1,0 +1,36 @@
+#include "host/events/event_system.h"
+
+#include <stdexcept>
+
+namespace wainscot {
+
+namespace {
+constinit EventSystem* liveSystem = nullptr;
+}
+
+EventSystem::EventSystem(std::function<void()> wake) : inbox(std::make_shared<ThreadInbox>(std::move(wake))) {
+    if (liveSystem) throw std::logic_error("wainscot: only one host may live at a time");
+    liveSystem = this;
+}
+
+EventSystem::~EventSystem() {
+    inbox->close();
+    liveSystem = nullptr;
+}
+
+EventSystem* EventSystem::current() {
+    return liveSystem;
+}
+
+EventSystem& EventSystem::live() {
+    if (!liveSystem) throw std::logic_error("wainscot: no host lives");
+    return *liveSystem;
+}
+
+void EventSystem::forget(EventHandler const* handler) {
+    timers.unregister(handler);
+    intercepts.removeAll(handler);
+    if (pointer.isCapturedBy(handler)) pointer.releaseCapture();
+}
+
+} // namespace wainscot

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "host/messages/event_handler.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+namespace wainscot {
+
+/// Delivers timer events (kind 4096) to those that asked for them. A handler without a stated time is ticked
+/// on a common grid of 10 ms; `setNextTimer` states the next time of one handler, after which it is on the
+/// grid again unless it states another. Nobody registered: nothing is ever due.
+class WAINSCOT_API EventTimeServer {
+public:
+    static constexpr double gridMs = 10.0;
+
+    /// That of the live host.
+    static EventTimeServer* theEventTimeServer();
+
+    /// Idempotent; the time of a handler that is registered already stays as it is.
+    void registerForTimeEvents(EventHandler* handler);
+    void unregister(EventHandler const* handler);
+    bool isRegistered(EventHandler const* handler) const { return places_.count(handler) > 0; }
+    /// The next tick of a registered handler comes `ms` from now, once; 0 (or less) = on the grid.
+    void setNextTimer(EventHandler* handler, double ms);
+    std::size_t size() const { return entries_.size(); }
+
+    /// When the next tick is due, on the millisecond clock; nothing while nobody is registered.
+    std::optional<double> nextDue() const;
+    /// The handlers due at `now`, in the order of their registration; their times are moved on, without
+    /// catching up. Deliver to each only after `isStillDue`.
+    struct Due {
+        EventHandler* handler;
+        IdStamp stamp;
+    };
+    std::vector<Due> takeDue(double now);
+    /// Alive and still registered.
+    bool isStillDue(Due const& due) const;
+
+private:
+    struct Entry {
+        EventHandler* handler;
+        IdStamp stamp;
+        std::optional<double> due;
+    };
+    using Entries = std::map<std::uint64_t, Entry>;
+
+    Entries::iterator find(EventHandler const* handler);
+    void setDue(Entry& entry, std::uint64_t number, std::optional<double> due);
+    bool gridIsIdle() const { return stated_.size() == entries_.size(); }
+
+    Entries entries_;
+    std::unordered_map<EventHandler const*, std::uint64_t> places_;
+    /// Stated times with the numbers of their entries.
+    std::set<std::pair<double, std::uint64_t>> stated_;
+    std::uint64_t lastNumber_ = 0;
+    double gridDue_ = 0.0;
+};
+
+} // namespace wainscot

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/events/event.h"
+
+#include <functional>
+#include <vector>
+
+namespace wainscot {
+
+/// Handlers that are asked before anyone else, highest priority first, of equal ones the latest first.
+/// May be changed, and its handlers may die, while it is walked.
+template <class Subject>
+class FilterStack;
+
+template <>
+class WAINSCOT_API FilterStack<Event> {
+public:
+    /// The answer names the entry for `pop`. A null handler is refused with an invalid stamp.
+    IdStamp push(EventHandler* handler, int priority);
+    /// False when there is no such entry.
+    bool pop(IdStamp entry);
+    /// Drops all entries of a handler.
+    void removeAll(EventHandler const* handler);
+
+    std::size_t size() const { return entries_.size(); }
+    bool contains(IdStamp entry) const;
+
+    /// Offers a key press or release to the handlers for which `mayAsk` answers true, until one consumes it.
+    /// A handler pushed meanwhile is not asked, one that has gone neither.
+    bool offer(Event const& event, std::function<bool(EventHandler&)> const& mayAsk);
+
+private:
+    struct Entry {
+        IdStamp stamp;
+        EventHandler* handler;
+        IdStamp handlerStamp;
+        int priority;
+    };
+
+    std::vector<Entry> entries_;
+};
+
+/// The stack on which keys are offered before they are dispatched; that of the live host.
+WAINSCOT_API FilterStack<Event>& getEventInterceptStack();
+
+} // namespace wainscot

@@ -1,0 +1,76 @@
+#include "host/events/messages.h"
+
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+
+namespace wainscot {
+
+namespace {
+
+Event messageEvent(LightweightString<char> name, EventHandler* target, iObject* sender) {
+    Event event(EventKind::message);
+    event.setModifiers(currentModifiers());
+    event.setKeyCode(currentModifiers());
+    event.setMessage(std::move(name));
+    event.setTarget(target);
+    event.setSender(sender);
+    return event;
+}
+
+bool post(Event event) {
+    EventSystem* const system = EventSystem::current();
+    if (!system) {
+        Diagnostics::count("event without a host", event.message().c_str());
+        return false;
+    }
+    system->queue.add(std::move(event));
+    return true;
+}
+
+bool refuseNull(LightweightString<char> const& name) {
+    Diagnostics::count("message to nobody", name.c_str());
+    return false;
+}
+
+} // namespace
+
+bool sendMessage(LightweightString<char> name, EventHandler* target, iObject* sender, bool) {
+    return target ? post(messageEvent(std::move(name), target, sender)) : refuseNull(name);
+}
+
+bool callMessage(LightweightString<char> name, EventHandler* target, iObject* sender) {
+    return target ? deliverEvent(target, messageEvent(std::move(name), target, sender)) : refuseNull(name);
+}
+
+bool sendMessageWithData(LightweightString<char> name, EventHandler* target, Qv::Ptr<iObject> data,
+                         iObject* sender) {
+    if (!target) return refuseNull(name);
+    Event event = messageEvent(std::move(name), target, sender);
+    event.setData(std::move(data));
+    return post(std::move(event));
+}
+
+bool callMessageWithData(LightweightString<char> name, EventHandler* target, Qv::Ptr<iObject> data,
+                         iObject* sender) {
+    if (!target) return refuseNull(name);
+    Event event = messageEvent(std::move(name), target, sender);
+    event.setData(std::move(data));
+    return deliverEvent(target, event);
+}
+
+bool event_send(Event const* event, bool) {
+    if (!event || !event->target()) {
+        Diagnostics::count("event to nobody", event ? event->message().c_str() : "null event");
+        return false;
+    }
+    return post(*event);
+}
+
+bool deliverEvent(EventHandler* target, Event const& event) {
+    if (!target || !target->idStamp().valid()) return false;
+    DispatchScope const scope(event);
+    return target->handleEvent(event);
+}
+
+} // namespace wainscot

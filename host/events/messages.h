@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/events/event.h"
+
+namespace wainscot {
+
+/// Queues a named message. It is delivered before the next input event, unless the target has died by then;
+/// `sender` reaches the receiver as a `Glob`, or as null when it is none or has died.
+/// The last argument changes nothing: the queue is first in, first out. False when there is no target.
+WAINSCOT_API bool sendMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr,
+                              bool urgent = false);
+/// Delivers a named message before it returns, and answers whether it was consumed.
+WAINSCOT_API bool callMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr);
+/// The same with data; the receiver hears it through `handleDataMessageEvent`.
+WAINSCOT_API bool sendMessageWithData(LightweightString<char> name, EventHandler* target,
+                                      Qv::Ptr<iObject> data, iObject* sender = nullptr);
+WAINSCOT_API bool callMessageWithData(LightweightString<char> name, EventHandler* target,
+                                      Qv::Ptr<iObject> data, iObject* sender = nullptr);
+
+/// Queues a copy of an event for the target named in it. The last argument changes nothing.
+/// False when it has no live target.
+WAINSCOT_API bool event_send(Event const* event, bool urgent = false);
+
+/// Delivers an event to a handler before it returns, inside a dispatch scope; exceptions pass to the caller.
+/// A dead or null handler answers false.
+WAINSCOT_API bool deliverEvent(EventHandler* target, Event const& event);
+
+} // namespace wainscot

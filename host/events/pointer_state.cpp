@@ -1,0 +1,21 @@
+#include "host/events/pointer_state.h"
+
+#include "host/events/event_system.h"
+
+namespace wainscot {
+
+void PointerState::capture(EventHandler* handler) {
+    holder_ = handler;
+    holderStamp_ = handler ? handler->idStamp() : IdStamp();
+}
+
+EventHandler* PointerState::captureHolder() const {
+    return EventHandler::valid(holder_, holderStamp_) ? holder_ : nullptr;
+}
+
+XY<int> glib_getMousePos() {
+    EventSystem const* const system = EventSystem::current();
+    return system ? system->pointer.place : XY<int>();
+}
+
+} // namespace wainscot

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/base/xy.h"
+#include "host/messages/event_handler.h"
+
+namespace wainscot {
+
+/// What is known of the pointer, and who has captured it.
+struct WAINSCOT_API PointerState {
+    /// Root coordinates of the last pointer input.
+    XY<int> place;
+    /// Held buttons, as `EventKind::left` and so on.
+    int heldButtons = 0;
+    bool chord = false;
+    XY<int> pressPlace;
+    int clicks = 1;
+
+    /// From press to release everything goes to the pressed handler.
+    void capture(EventHandler* handler);
+    void releaseCapture() { capture(nullptr); }
+    /// Null when nobody has captured the pointer, or the holder has died.
+    EventHandler* captureHolder() const;
+    bool isCapturedBy(EventHandler const* handler) const { return handler && captureHolder() == handler; }
+
+private:
+    EventHandler* holder_ = nullptr;
+    IdStamp holderStamp_;
+};
+
+/// Root coordinates of the pointer.
+WAINSCOT_API XY<int> glib_getMousePos();
+
+} // namespace wainscot

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/events/event_queue.h"
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+namespace wainscot {
+
+/// Where other threads leave calls for the user-interface thread. Safe from any thread.
+/// The live host's inbox is found through a shared handle that outlives it: late calls are dropped.
+class WAINSCOT_API ThreadInbox {
+public:
+    explicit ThreadInbox(std::function<void()> wake) : wake_(std::move(wake)) {}
+
+    void post(Qv::Ptr<EventQueue::Call> call);
+    /// All calls that have come, oldest first.
+    std::vector<Qv::Ptr<EventQueue::Call>> take();
+    bool empty() const;
+    /// From now on what is posted is dropped.
+    void close();
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<Qv::Ptr<EventQueue::Call>> calls_;
+    std::function<void()> wake_;
+    bool closed_ = false;
+};
+
+} // namespace wainscot

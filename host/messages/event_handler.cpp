@@ -1,0 +1,43 @@
+#include "host/messages/event_handler.h"
+
+namespace wainscot {
+
+EventHandler::EventHandler() : stamp_(IdStamp::make()) {
+    Liveness::add(this, stamp_);
+}
+
+EventHandler::~EventHandler() {
+    retireStamp();
+}
+
+void EventHandler::retireStamp() {
+    if (!stamp_.valid()) return;
+    Liveness::remove(this);
+    stamp_.invalidate();
+}
+
+bool EventHandler::handleEvent(Event const&) {
+    return false;
+}
+
+bool EventHandler::intercept(Event const&) {
+    return false;
+}
+
+int EventHandler::handleMessageEvent(LightweightString<char>, Glob*) {
+    return 0;
+}
+
+int EventHandler::handleDataMessageEvent(LightweightString<char>, Glob*, Qv::Ptr<iObject>) {
+    return 0;
+}
+
+IdStamp EventHandler::windowStamp() const {
+    return IdStamp();
+}
+
+Glob* EventHandler::asGlob() {
+    return nullptr;
+}
+
+} // namespace wainscot
