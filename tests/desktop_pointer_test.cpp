@@ -92,3 +92,17 @@ TEST(DesktopScale, RootSpaceIsLogical) {
     EXPECT_EQ(space.pixelInWindow(window, {599, 399}), (XY<int>{399, 468}));
     EXPECT_EQ(space.pixelInWindow(window, {-1, -1}), (XY<int>{99, 668}));
 }
+
+TEST(DesktopScale, APixelBelongsToTheLogicalOneThatCoversIt) {
+    for (double const scale : {1.0, 1.25, 1.5, 1.75, 2.0, 2.25}) {
+        RootSpace const space({0, 0, 4000, 3000}, scale);
+        IntBox const window(0, 0, 201, 101);
+        int const height = toDevice(101, scale);
+        for (int logical = 0; logical < 101; ++logical) {
+            for (int pixel = toDevice(logical, scale); pixel < toDevice(logical + 1, scale); ++pixel)
+                ASSERT_EQ(space.pixelInWindow(window, {pixel, height - 1 - pixel}),
+                          (XY<int>{logical, logical}))
+                    << "scale " << scale << " pixel " << pixel;
+        }
+    }
+}

@@ -18,7 +18,9 @@ class WindowBench {
 public:
     using WindowId = unsigned long;
 
-    WindowBench();
+    enum class WindowManager { openbox, none };
+
+    explicit WindowBench(WindowManager windowManager = WindowManager::openbox);
     ~WindowBench();
     WindowBench(WindowBench const&) = delete;
     WindowBench& operator=(WindowBench const&) = delete;
@@ -42,6 +44,8 @@ public:
     /// Presses and releases keys by their names ("a", "shift+Tab", "KP_1"), one after the other.
     bool key(std::vector<std::string> const& names);
     bool movePointer(XY<int> place);
+    /// Moves the pointer in small steps, as a hand does.
+    bool glidePointer(XY<int> from, XY<int> to);
     bool pressButton(int button = 1);
     bool releaseButton(int button = 1);
     bool click(int button = 1);
@@ -71,6 +75,7 @@ private:
     bool makeHome();
     bool startServer();
     bool startWindowManager();
+    bool managesNewWindows();
     std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);
     bool run(std::vector<std::string> const& words);
     void tellWindowManager(WindowId window, char const* message, long first, long second);
