@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace wainscot {
@@ -82,6 +84,13 @@ TEST_F(DiagnosticsTest, ASinkMayWriteAndReplaceItself) {
     });
     vex_printf("outer");
     EXPECT_EQ(written_, (std::vector<std::string>{"outer", "inner"}));
+}
+
+TEST_F(DiagnosticsTest, ASinkMayWriteWhileItDies) {
+    std::shared_ptr<void> farewell(nullptr, [](void*) { vex_printf("farewell"); });
+    Diagnostics::setSink([held = std::move(farewell)](char const*) {});
+    Diagnostics::setSink([this](char const* line) { written_.emplace_back(line); });
+    EXPECT_EQ(written_, std::vector<std::string>{"farewell"});
 }
 
 TEST(ThreadDiagnostics, CountsFromAllThreads) {

@@ -11,18 +11,27 @@
 namespace wainscot {
 namespace {
 
-/// Addresses as an allocator gives them: multiples of 16, some of them close together, some far away.
-void const* anAddress(std::mt19937& random) {
-    std::uintptr_t const block = random() % 3 ? 0x5000'0000 : 0x7fff'0000'0000;
-    return reinterpret_cast<void const*>(block + random() % 600 * 16);
-}
+/// Addresses as an allocator gives them: multiples of 16, side by side in two blocks.
+class Addresses {
+public:
+    explicit Addresses(std::mt19937& random) : random_(random) {}
+    void const* any() { return &blocks_[random_() % 2][random_() % 600]; }
+
+private:
+    struct alignas(16) Place {
+        char bytes[16];
+    };
+    std::mt19937& random_;
+    std::vector<Place> blocks_[2] = {std::vector<Place>(600), std::vector<Place>(600)};
+};
 
 TEST(Liveness, AgreesWithAModelUnderRandomUse) {
     std::size_t const before = Liveness::count();
     std::map<void const*, IdStamp> model;
     std::mt19937 random(5);
+    Addresses addresses(random);
     for (int i = 0; i < 60000; ++i) {
-        void const* const object = anAddress(random);
+        void const* const object = addresses.any();
         // Phases of growing and of shrinking, so that the table fills, empties and fills again.
         if (random() % 8 < (i / 5000 % 2 ? 1 : 6)) {
             model[object] = IdStamp::make();
@@ -31,7 +40,7 @@ TEST(Liveness, AgreesWithAModelUnderRandomUse) {
             Liveness::remove(object);
             model.erase(object);
         }
-        void const* const asked = anAddress(random);
+        void const* const asked = addresses.any();
         auto const found = model.find(asked);
         ASSERT_EQ(Liveness::stampOf(asked), found == model.end() ? IdStamp() : found->second);
         ASSERT_EQ(Liveness::count(), before + model.size());

@@ -73,8 +73,9 @@ TEST(ThreadPtr, CountsFromAllThreads) {
         for (int t = 0; t < 4; ++t)
             threads.emplace_back([pointer = shared] {
                 for (int i = 0; i < 5000; ++i) {
-                    Qv::Ptr<Payload> const copy = pointer;
+                    Qv::Ptr<Payload> copy = pointer;
                     EXPECT_EQ(copy->name, 1);
+                    copy = nullptr;
                 }
             });
         shared.reset();
