@@ -68,6 +68,11 @@ public:
     /// negative one keeps the current position.
     virtual int seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method,
                      int index = currentIndex) const = 0;
+
+private:
+    /// The one implementation, so that a renderer knows what it is given.
+    friend class Font;
+    iFont() = default;
 };
 
 namespace Glib {

@@ -8,6 +8,8 @@
 
 namespace wainscot {
 
+class SurfaceImage;
+
 /// The pixels of one window. Sizes, damage and places are logical with y upwards; the pixels are device
 /// pixels, premultiplied ARGB in native byte order, the top row first. A logical edge e lies on the device
 /// edge round(e * scale), so neighbours share an edge at every scale.
@@ -37,6 +39,8 @@ public:
     std::uint32_t pixelAt(XY<int> place) const;
     /// The device box of a logical one, y downwards, clipped to the surface.
     IntBox deviceBox(IntBox const& box) const;
+    /// The pixels as the pixel library sees them; for the renderer.
+    SurfaceImage& image() const { return *image_; }
 
     /// What must be painted by the next painting visit.
     Damage& toPaint() { return toPaint_; }
@@ -59,6 +63,7 @@ private:
     double scale_;
     XY<int> deviceSize_;
     std::unique_ptr<std::uint32_t[]> pixels_;
+    std::unique_ptr<SurfaceImage> image_;
     Damage toPaint_;
     Damage toPresent_;
     int holds_ = 0;

@@ -1,0 +1,46 @@
+#include "host/drawing/canvas.h"
+
+#include "host/drawing/surface.h"
+
+namespace wainscot {
+namespace {
+
+constinit PaintPhase* innermost = nullptr;
+
+} // namespace
+
+CanvasClient::~CanvasClient() = default;
+
+CanvasPlace Canvas::place() const {
+    PaintPhase const* phase = PaintPhase::current();
+    return phase && phase->canvas() == this ? phase->place() : owner_->canvasPlace();
+}
+
+void Canvas::damage(IntBox const& area) const {
+    if (area.isEmpty()) return;
+    CanvasPlace const at = place();
+    if (!at.surface || !at.mapped) return;
+    // Clipped before it is moved: an area may lie anywhere, the moved one must not overflow.
+    IntBox const visible = at.visible.translated(XY<int>() - at.origin);
+    IntBox const seen = area.intersection(visible);
+    if (!seen.isEmpty()) at.surface->toPaint().add(seen.translated(at.origin));
+}
+
+PaintPhase::PaintPhase(std::vector<IntBox> const& damage) : damage_(damage), outer_(innermost) {
+    innermost = this;
+}
+
+PaintPhase::~PaintPhase() {
+    innermost = outer_;
+}
+
+PaintPhase* PaintPhase::current() {
+    return innermost;
+}
+
+void PaintPhase::enter(Canvas const* canvas, CanvasPlace const& place) {
+    canvas_ = canvas;
+    place_ = place;
+}
+
+} // namespace wainscot

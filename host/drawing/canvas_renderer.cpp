@@ -1,0 +1,125 @@
+#include "host/drawing/canvas_renderer.h"
+
+#include "host/drawing/render_target_p.h"
+#include "host/drawing/surface.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace wainscot {
+namespace {
+
+constexpr int far = std::numeric_limits<int>::max() / 4;
+constexpr IntBox everything(-far, -far, far, far);
+
+/// Glyphs may stand out of their line box: slanted letters, marks above and below, fallback faces.
+IntBox inkBounds(Glib::TextDescription const& text, IntBox const& lineBox) {
+    return lineBox.inset(-text.font->size());
+}
+
+} // namespace
+
+CanvasRenderer::CanvasRenderer(Canvas* canvas, IntBox const& area)
+    : canvas_(canvas), area_(area), clipRect_(everything) {
+    static_assert(sizeof clip_ >= sizeof(pixman_region32_t) && alignof(pixman_region32_t) <= 8);
+    pixman_region32_init(RenderTarget::clipOf(*this));
+    if (!canvas) return;
+    CanvasPlace const place = canvas->place();
+    if (!place.surface || !place.mapped || !canvas->isMapped()) return;
+    surface_ = place.surface;
+    origin_ = place.origin;
+    visible_ = place.visible;
+    opacity_ = canvas->opacity();
+    inVisit_ = PaintPhase::current() != nullptr;
+    setUpClip();
+}
+
+CanvasRenderer::~CanvasRenderer() {
+    flush();
+    pixman_region32_fini(RenderTarget::clipOf(*this));
+}
+
+void CanvasRenderer::setUpClip() {
+    if (!surface_) return;
+    // Clipped on the canvas, before anything is moved: an area may lie anywhere.
+    IntBox const seen = visible_.translated(XY<int>() - origin_).intersection(area_).intersection(clipRect_);
+    IntBox const onSurface = seen.isEmpty() ? IntBox() : seen.translated(origin_);
+    std::array<pixman_box32_t, Damage::maxBoxes> boxes;
+    int count = 0;
+    auto const add = [&](IntBox const& box) {
+        IntBox const device = surface_->deviceBox(box.intersection(onSurface));
+        if (!device.isEmpty() && count < static_cast<int>(boxes.size()))
+            boxes[static_cast<std::size_t>(count++)] = {device.x1, device.y1, device.x2, device.y2};
+    };
+    if (inVisit_)
+        for (IntBox const& damaged : PaintPhase::current()->damage()) add(damaged);
+    else
+        add(onSurface);
+    pixman_region32_t* clip = RenderTarget::clipOf(*this);
+    pixman_region32_fini(clip);
+    pixman_region32_init_rects(clip, boxes.data(), count);
+}
+
+void CanvasRenderer::setClipRect(IntBox const& clip) {
+    clipRect_ = clip.isEmpty() ? IntBox() : clip;
+    setUpClip();
+}
+
+void CanvasRenderer::clearClipRect() {
+    setClipRect(everything);
+}
+
+bool CanvasRenderer::isVisible(IntBox const& box) const {
+    if (!surface_ || box.isEmpty()) return false;
+    return RenderTarget(const_cast<CanvasRenderer&>(*this))
+        .isVisible(RenderTarget(const_cast<CanvasRenderer&>(*this)).deviceBox(box));
+}
+
+void CanvasRenderer::painted(IntBox const& box) {
+    if (inVisit_) return;
+    painted_ = painted_.unitedWith(box.intersection(area_).intersection(clipRect_));
+}
+
+void CanvasRenderer::addModifiedArea(IntBox const& area) {
+    if (surface_ && !inVisit_) painted_ = painted_.unitedWith(area.intersection(area_));
+}
+
+void CanvasRenderer::flush() {
+    IntBox const seen = painted_.intersection(visible_.translated(XY<int>() - origin_));
+    painted_ = {};
+    if (!surface_ || inVisit_ || seen.isEmpty()) return;
+    surface_->toPresent().add(seen.translated(origin_));
+    canvas_->owner().damageAbove(seen);
+}
+
+void CanvasRenderer::renderBoxes(std::span<IntBox const> boxes, Colour const& colour, double opacity) {
+    if (!surface_) return;
+    RenderTarget const target(*this);
+    double const alpha = target.opacity(opacity);
+    if (alpha <= 0) return;
+    for (IntBox const& box : boxes) {
+        if (box.isEmpty()) continue;
+        target.fill(target.deviceBox(box), colour, alpha);
+        painted(box);
+    }
+}
+
+void CanvasRenderer::renderPrimitive(Glib::RectDescription const& rect) {
+    renderBoxes({&rect.box, 1}, rect.colour, rect.opacity);
+}
+
+void CanvasRenderer::renderPrimitive(Glib::TextDescription const& text) {
+    if (!surface_ || text.text.empty() || !text.font) return;
+    IntBox const line(-far, text.position.y - text.font->descent(), far,
+                      text.position.y + text.font->ascent());
+    if (!isVisible(inkBounds(text, line))) return;
+    // The measured bounds may be empty while there is ink: a lone combining mark.
+    IntBox const bounds = text.calcBounds();
+    IntBox const ink = inkBounds(text, bounds);
+    if (!isVisible(ink)) return;
+    drawTextRun(RenderTarget(*this), text, {bounds.x1, text.position.y});
+    painted(ink);
+}
+
+} // namespace wainscot

@@ -1,0 +1,25 @@
+#include "host/drawing/descriptions.h"
+
+namespace wainscot::Glib {
+
+TextDescription::TextDescription(LightweightString<wchar_t> string, XY<int> const& at,
+                                 FontDesc const& fontDesc, Colour const& ink, TextAlignment align,
+                                 double alpha)
+    : TextDescription(std::move(string), at, loadFont(fontDesc), ink, align, alpha) {}
+
+TextDescription::TextDescription(LightweightString<wchar_t> string, XY<int> const& at,
+                                 Qv::Ptr<iFont> loadedFont, Colour const& ink, TextAlignment align,
+                                 double alpha)
+    : text(std::move(string)), position(at), font(std::move(loadedFont)), colour(ink), alignment(align),
+      opacity(alpha) {}
+
+IntBox TextDescription::calcBounds(XY<int> const& at) const {
+    if (text.empty() || !font) return {};
+    int const width = font->textWidth(text);
+    int const left = alignment == eAlignRight    ? at.x - width
+                     : alignment == eAlignCentre ? at.x - width / 2
+                                                 : at.x;
+    return {left, at.y - font->descent(), left + width, at.y + font->ascent()};
+}
+
+} // namespace wainscot::Glib

@@ -1,0 +1,150 @@
+#include "host/drawing/font_p.h"
+
+#include "host/drawing/text_boundaries_p.h"
+
+#include <algorithm>
+#include <cmath>
+#include <hb-ot.h>
+
+namespace wainscot {
+namespace {
+
+constexpr int fractions = 64;
+
+constinit std::uint32_t lastId = 0;
+
+int rounded(double value) {
+    constexpr double most = 1 << 30;
+    return static_cast<int>(std::lround(std::clamp(value, -most, most)));
+}
+
+std::size_t clampedIndex(int index, std::size_t length) {
+    return index < 0 ? 0 : std::min(static_cast<std::size_t>(index), length);
+}
+
+/// An empty face stands in where no font is installed: everything measures 0 and draws nothing.
+hb_font_t* makeShaper(FontFace* face, unsigned short size) {
+    hb_font_t* shaper = hb_font_create(face ? face->shaped() : hb_face_get_empty());
+    int const scale = size * fractions;
+    hb_font_set_scale(shaper, scale, scale);
+    return shaper;
+}
+
+/// Characters without ink, for which no other face need be found.
+bool isIgnorable(std::uint32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
+           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) ||
+           c == 0xFEFF;
+}
+
+std::size_t nextWord(std::wstring_view text, std::size_t at) {
+    while (at < text.size() && TextBoundaries::isBlank(text[at])) ++at;
+    while (at < text.size() && !TextBoundaries::isBlank(text[at])) ++at;
+    while (!TextBoundaries::isStop(text, at)) ++at;
+    return at;
+}
+
+std::size_t previousWord(std::wstring_view text, std::size_t at) {
+    while (at > 0 && TextBoundaries::isBlank(text[at - 1])) --at;
+    while (at > 0 && !TextBoundaries::isBlank(text[at - 1])) --at;
+    while (!TextBoundaries::isStop(text, at)) --at;
+    return at;
+}
+
+} // namespace
+
+Font::Font(Glib::FontDesc desc, FontFace* face)
+    : desc_(std::move(desc)), id_(++lastId),
+      ascent_(std::max(1, rounded(face ? face->ascent() * desc_.size : desc_.size))),
+      descent_(std::max(0, rounded(face ? face->descent() * desc_.size : 0))) {
+    addFace(face);
+}
+
+Font::~Font() {
+    for (SizedFace const& sized : faces_) hb_font_destroy(sized.shaper);
+}
+
+bool Font::isFixedPitch() const {
+    return faces_[0].face && faces_[0].face->isFixedPitch();
+}
+
+std::uint16_t Font::addFace(FontFace* face) const {
+    for (std::size_t i = 0; i < faces_.size(); ++i)
+        if (faces_[i].face == face) return static_cast<std::uint16_t>(i);
+    faces_.push_back({face, makeShaper(face, desc_.size)});
+    return static_cast<std::uint16_t>(faces_.size() - 1);
+}
+
+std::uint16_t Font::faceFor(std::uint32_t character) const {
+    FontFace const* own = faces_[0].face;
+    if (!own || own->hasGlyph(character) || isIgnorable(character)) return 0;
+    auto const [place, isNew] = fallbacks_.try_emplace(character, std::uint16_t(0));
+    if (!isNew) return place->second;
+    FontFace* other = FontFinder::findFallback(character, desc_.style);
+    std::uint16_t const index = other ? addFace(other) : std::uint16_t(0);
+    return fallbacks_[character] = index;
+}
+
+double Font::exactWidth(std::wstring_view text) const {
+    double width = 0;
+    forEachBlock(text, [&](std::wstring_view block, std::size_t) {
+        width += static_cast<double>(TextLayouts::get(*this, block)->width());
+        return true;
+    });
+    return width;
+}
+
+int Font::textWidth(LightweightString<wchar_t> const& text) const {
+    return rounded(exactWidth(text.view()));
+}
+
+int Font::prefixWidth(LightweightString<wchar_t> const& text, int index) const {
+    std::size_t const wanted = clampedIndex(index, text.size());
+    double x = 0;
+    forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
+        TextLayoutPtr const layout = TextLayouts::get(*this, block);
+        bool const isLast = wanted < start + block.size() || start + block.size() == text.size();
+        x += static_cast<double>(isLast ? layout->gap(wanted - start) : layout->width());
+        return !isLast;
+    });
+    return rounded(x);
+}
+
+int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
+    double left = 0;
+    std::size_t found = 0;
+    forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
+        TextLayoutPtr const layout = TextLayouts::get(*this, block);
+        double const right = left + static_cast<double>(layout->width());
+        bool const isLast = x < right || start + block.size() == text.size();
+        if (isLast) found = start + layout->nearestStop(static_cast<float>(x - left));
+        left = right;
+        return !isLast;
+    });
+    return static_cast<int>(found);
+}
+
+int Font::seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method, int index) const {
+    std::wstring_view const all = text.view();
+    std::size_t const at = clampedIndex(current, all.size());
+    auto const answer = [](std::size_t place) { return static_cast<int>(place); };
+    switch (method) {
+    case eSeekPrevChar:
+        return answer(TextBoundaries::previousStop(all, at));
+    case eSeekNextChar:
+        return answer(TextBoundaries::nextStop(all, at));
+    case eSeekNextWord:
+        return answer(nextWord(all, at));
+    case eSeekPrevWord:
+        return answer(previousWord(all, at));
+    case eSeekStart:
+        return 0;
+    case eSeekEnd:
+        return answer(all.size());
+    case eSeekAbsolute:
+        return answer(index < 0 ? at : clampedIndex(index, all.size()));
+    }
+    return answer(at);
+}
+
+} // namespace wainscot

@@ -1,0 +1,66 @@
+#include "host/drawing/font_p.h"
+#include "host/drawing/uif_std.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <tuple>
+
+namespace wainscot {
+namespace {
+
+constexpr unsigned short largestSize = 1024;
+
+using LoadedKey = std::tuple<std::string, unsigned short, unsigned int>;
+
+Qv::Ptr<iFont> load(Glib::FontDesc const& desc) {
+    Glib::FontDesc usable = desc;
+    usable.size = std::clamp<unsigned short>(desc.size, 1, largestSize);
+    return Qv::Ptr<iFont>(new Font(usable, FontFinder::find(desc.name, desc.style)));
+}
+
+} // namespace
+
+namespace Glib {
+
+Qv::Ptr<iFont> loadFont(FontDesc const& desc) {
+    static auto& loaded = *new std::map<LoadedKey, Qv::Ptr<iFont>>;
+    static auto& last = *new Qv::Ptr<iFont>;
+    if (last && last->desc() == desc) return last;
+    Qv::Ptr<iFont>& font = loaded[LoadedKey(desc.name.view(), desc.size, desc.style)];
+    if (!font) font = load(desc);
+    return last = font;
+}
+
+FontDesc getDefaultFont(unsigned int style) {
+    return {getDefaultFontName(style), getDefaultFontSize(), style};
+}
+
+LightweightString<char> getDefaultFontName(unsigned int) {
+    static constexpr LightweightString<char> name("DejaVu Sans");
+    return name;
+}
+
+unsigned short getDefaultFontSize() {
+    return UifStd::getFont().size;
+}
+
+} // namespace Glib
+
+LightweightString<char> getQvUtilityFontName() {
+    return Glib::getDefaultFontName();
+}
+
+unsigned short getQvUtilityFontSize(float scale) {
+    double const size = UifStd::metrics().utilityFontSize * static_cast<double>(scale);
+    return static_cast<unsigned short>(
+        std::clamp(UifStd::calcScaledValue(static_cast<float>(size)), 1, 1024));
+}
+
+int getFontYOffset(int height, Qv::Ptr<iFont> const& font) {
+    if (!font) return 0;
+    int const spare = height - font->lineHeight();
+    return (spare >= 0 ? spare : spare - 1) / 2 + font->descent();
+}
+
+} // namespace wainscot

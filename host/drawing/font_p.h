@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/drawing/font.h"
+#include "host/drawing/font_face_p.h"
+#include "host/drawing/text_layout_p.h"
+
+#include <string_view>
+#include <unordered_map>
+
+namespace wainscot {
+
+/// The font behind `iFont`: its own face first, then the fallback faces that its texts have needed so far.
+class Font final : public iFont {
+public:
+    Font(Glib::FontDesc desc, FontFace* face);
+    ~Font() override;
+
+    static Font const& of(iFont const& font) { return static_cast<Font const&>(font); }
+
+    Glib::FontDesc const& desc() const override { return desc_; }
+    int ascent() const override { return ascent_; }
+    int descent() const override { return descent_; }
+    bool isFixedPitch() const override;
+    int textWidth(LightweightString<wchar_t> const& text) const override;
+    int prefixWidth(LightweightString<wchar_t> const& text, int index) const override;
+    int characterAtX(LightweightString<wchar_t> const& text, int x) const override;
+    int seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method,
+             int index) const override;
+
+    /// Tells fonts apart in caches; never used again.
+    std::uint32_t id() const { return id_; }
+    /// The exact width of a text of any length.
+    double exactWidth(std::wstring_view text) const;
+
+    /// A face and its shaper at this font's size.
+    struct SizedFace {
+        FontFace* face = nullptr;
+        hb_font_t* shaper = nullptr;
+    };
+    SizedFace const& sizedFace(std::size_t index) const { return faces_[index]; }
+    std::size_t faceCount() const { return faces_.size(); }
+    /// The face that has the character; 0 (the own face) when none has it.
+    std::uint16_t faceFor(std::uint32_t character) const;
+
+private:
+    std::uint16_t addFace(FontFace* face) const;
+
+    Glib::FontDesc desc_;
+    std::uint32_t id_;
+    int ascent_;
+    int descent_;
+    mutable std::vector<SizedFace> faces_;
+    mutable std::unordered_map<std::uint32_t, std::uint16_t> fallbacks_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,260 @@
+#include "host/drawing/palette.h"
+
+#include <array>
+
+namespace wainscot {
+namespace {
+
+/// One answer for every role. All members are colours, so that two of these compare role by role.
+struct Colours {
+    Colour button;
+    std::array<Colour, 4> text;
+    std::array<Colour, 4> window;
+    std::array<Colour, 2> selection;
+    std::array<Colour, 3> mark;
+    Colour heading;
+    Colour subheading;
+    Colour doIt;
+    Colour warning;
+    std::array<Colour, 3> childWindow;
+    Colour separator;
+
+    friend bool operator==(Colours const&, Colours const&) = default;
+};
+
+constexpr Colour rgb(std::uint32_t value) {
+    return Colour::fromLong(value);
+}
+
+constexpr Colours darkColours = {
+    .button = rgb(0x44474D),
+    .text = {rgb(0xE6E7E9), rgb(0x8C8E93), rgb(0xFFFFFF), rgb(0xB9BBC0)},
+    .window = {rgb(0x2B2D30), rgb(0x1C1D20), rgb(0x36383C), rgb(0x222326)},
+    .selection = {rgb(0x2C5FC0), rgb(0x3D4860)},
+    .mark = {rgb(0xC9CBD0), rgb(0x868990), rgb(0x74ACFF)},
+    .heading = rgb(0xF4F5F7),
+    .subheading = rgb(0xC6C9CF),
+    .doIt = rgb(0x2A62A0),
+    .warning = rgb(0x8C382B),
+    .childWindow = {rgb(0x313337), rgb(0x1C1D20), rgb(0x393B40)},
+    .separator = rgb(0x46494F),
+};
+
+constexpr Colours lightColours = {
+    .button = rgb(0xDDE0E4),
+    .text = {rgb(0x1D1F23), rgb(0x84868B), rgb(0xFFFFFF), rgb(0x5B5D63)},
+    .window = {rgb(0xF0F1F3), rgb(0xFFFFFF), rgb(0xE4E6EA), rgb(0xF6F7F9)},
+    .selection = {rgb(0x1A459A), rgb(0x424E68)},
+    .mark = {rgb(0x3C3F45), rgb(0x7A7D84), rgb(0x1F5FD0)},
+    .heading = rgb(0x0E0F12),
+    .subheading = rgb(0x3A3D44),
+    .doIt = rgb(0xA5C8F5),
+    .warning = rgb(0xF6B9AC),
+    .childWindow = {rgb(0xEAECEF), rgb(0xFFFFFF), rgb(0xF8F8FA)},
+    .separator = rgb(0xCDD0D6),
+};
+
+constexpr Colours const& coloursOf(eTheme theme) {
+    return theme == eThemeLight ? lightColours : darkColours;
+}
+
+bool isDarkGround(Colour const& ground) {
+    return contrastRatio(ground, rgb(0xFFFFFF)) >= contrastRatio(ground, rgb(0x000000));
+}
+
+/// `colour`, moved towards black or white until it stands out against `ground` by `ratio`. One of the two
+/// reaches 4.5 on every ground.
+Colour readable(Colour const& colour, Colour const& ground, double ratio) {
+    Colour const extreme = isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000);
+    for (int step = 0; step < 20; ++step) {
+        Colour const tried = Colour::mix(extreme, colour, step / 20.0);
+        if (contrastRatio(tried, ground) >= ratio) return tried;
+    }
+    return extreme;
+}
+
+/// The weakest mixture of the text with its ground that can still be read.
+Colour weakened(Colour const& text, Colour const& ground, double ratio) {
+    for (int step = 6; step < 20; ++step) {
+        Colour const tried = Colour::mix(text, ground, step / 20.0);
+        if (contrastRatio(tried, ground) >= ratio) return tried;
+    }
+    return text;
+}
+
+Colour stepped(Colour const& ground, double amount) {
+    return Colour::mix(isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000), ground, amount);
+}
+
+/// The smaller steps between grounds leave room for text on the strongest of them.
+Colours derivedFrom(Colour const& wantedText, Colour const& ground) {
+    Colours result = isDarkGround(ground) ? darkColours : lightColours;
+    Colour const text = wantedText;
+    result.window = {ground, Colour::mix(isDarkGround(ground) ? rgb(0) : rgb(0xFFFFFF), ground, 0.3),
+                     stepped(ground, 0.05), stepped(ground, 0.03)};
+    result.button = contrastRatio(stepped(ground, 0.1), text) >= 4.5 ? stepped(ground, 0.1) : ground;
+    result.text = {text, weakened(text, ground, 2.5), result.text[eTextSelected],
+                   weakened(text, ground, 4.5)};
+    result.mark = {readable(result.mark[0], ground, 3), readable(result.mark[1], ground, 3),
+                   readable(result.mark[2], ground, 3)};
+    result.heading = readable(result.heading, ground, 4.5);
+    result.subheading = readable(result.subheading, ground, 4.5);
+    result.childWindow = {ground, result.window[eWindowRecessed], result.window[eWindowRaised]};
+    result.separator = stepped(ground, 0.15);
+    return result;
+}
+
+Colours derivedFrom(Colour const& ground) {
+    return derivedFrom(
+        readable(coloursOf(isDarkGround(ground) ? eThemeDark : eThemeLight).text[0], ground, 4.5), ground);
+}
+
+Colours forChild(Colours colours, Colour const& ground) {
+    colours.window[eWindowNormal] = ground;
+    return colours;
+}
+
+constinit eTheme themeNow = eThemeDark;
+
+} // namespace
+
+/// The colours under either theme; what was made from colours of its own has the same under both.
+class PaletteData : public Qv::InternalRefCount {
+public:
+    PaletteData(Colours const& dark, Colours const& light) : themes_{dark, light} {}
+    explicit PaletteData(Colours const& colours) : themes_{colours, colours} {}
+
+    Colours const& now() const { return themes_[themeNow]; }
+    Colours const& under(eTheme theme) const { return themes_[theme]; }
+
+private:
+    std::array<Colours, 2> themes_;
+};
+
+namespace {
+
+using DataPtr = Qv::Ptr<PaletteData const>;
+
+/// Lives for ever: palettes may be asked while the program ends.
+PaletteData const& followingData() {
+    static auto const& shared = *new DataPtr(new PaletteData(darkColours, lightColours));
+    return *shared;
+}
+
+DataPtr makeData(Colours const& dark, Colours const& light) {
+    return DataPtr(new PaletteData(dark, light));
+}
+
+template <class Pick>
+DataPtr withGround(PaletteData const& data, Pick pick) {
+    Colours const& dark = data.under(eThemeDark);
+    Colours const& light = data.under(eThemeLight);
+    return makeData(forChild(dark, pick(dark)), forChild(light, pick(light)));
+}
+
+} // namespace
+
+Palette::Palette() noexcept = default;
+Palette::Palette(Palette const&) noexcept = default;
+Palette::Palette(Palette&&) noexcept = default;
+Palette& Palette::operator=(Palette const&) noexcept = default;
+Palette& Palette::operator=(Palette&&) noexcept = default;
+Palette::~Palette() = default;
+
+Palette::Palette(DataPtr data) noexcept : data_(std::move(data)) {}
+Palette::Palette(Colour const& ground) : data_(new PaletteData(derivedFrom(ground))) {}
+Palette::Palette(Colour const& text, Colour const& ground)
+    : data_(new PaletteData(derivedFrom(text, ground))) {}
+
+Palette Palette::standard(eTheme theme) {
+    return Palette(DataPtr(new PaletteData(coloursOf(theme))));
+}
+
+eTheme Palette::currentTheme() {
+    return themeNow;
+}
+
+void Palette::setCurrentTheme(eTheme theme) {
+    themeNow = theme == eThemeLight ? eThemeLight : eThemeDark;
+}
+
+PaletteData const& Palette::data() const {
+    return data_ ? *data_ : followingData();
+}
+
+Colour const& Palette::button() const {
+    return data().now().button;
+}
+
+Colour const& Palette::text(eTextAppearance appearance) const {
+    return data().now().text[appearance & 3U];
+}
+
+Colour const& Palette::window(eWindowShade shade) const {
+    return data().now().window[shade & 3U];
+}
+
+Colour const& Palette::selection(eSelectionAppearance appearance) const {
+    return data().now().selection[appearance & 1U];
+}
+
+Colour const& Palette::mark(eMarkAppearance appearance) const {
+    return data().now().mark[std::min<unsigned>(appearance, eMarkFocus)];
+}
+
+Colour const& Palette::headingText() const {
+    return data().now().heading;
+}
+
+Colour const& Palette::subheadingText() const {
+    return data().now().subheading;
+}
+
+Colour const& Palette::doIt() const {
+    return data().now().doIt;
+}
+
+Colour const& Palette::warning() const {
+    return data().now().warning;
+}
+
+Colour const& Palette::childWindow(eChildWindowType type) const {
+    return data().now().childWindow[std::min<unsigned>(type, eChildPopup)];
+}
+
+Colour const& Palette::separator() const {
+    return data().now().separator;
+}
+
+Colour Palette::scale(Colour const& colour, double factor) const {
+    if (isDark() || !(factor > 0)) return Colour::scale(colour, factor);
+    return Colour::scale(colour, 1.0 / factor);
+}
+
+bool Palette::isDark() const {
+    return isDarkGround(window(eWindowNormal));
+}
+
+Palette Palette::makeChildPalette(eChildWindowType type) const {
+    auto const ground = [type](Colours const& c) {
+        return c.childWindow[std::min<unsigned>(type, eChildPopup)];
+    };
+    return Palette(withGround(data(), ground));
+}
+
+Palette Palette::makeWindowPalette() const {
+    return makeChildPalette(eChildPopup);
+}
+
+Palette Palette::makeTextPalette() const {
+    return makeChildPalette(eChildText);
+}
+
+bool operator==(Palette const& a, Palette const& b) {
+    PaletteData const& first = a.data();
+    PaletteData const& second = b.data();
+    return &first == &second || (first.under(eThemeDark) == second.under(eThemeDark) &&
+                                 first.under(eThemeLight) == second.under(eThemeLight));
+}
+
+} // namespace wainscot

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/surface_image_p.h"
+
+#include <pixman.h>
+
+namespace wainscot {
+
+/// What a renderer draws into, for the drawing helpers of this folder. Used only while
+/// `CanvasRenderer::isDrawing()`.
+class RenderTarget {
+public:
+    explicit RenderTarget(CanvasRenderer& renderer) : renderer_(renderer) {}
+
+    static pixman_region32_t* clipOf(CanvasRenderer const& renderer) {
+        return reinterpret_cast<pixman_region32_t*>(const_cast<std::byte*>(renderer.clip_));
+    }
+
+    Surface& surface() const { return *renderer_.surface_; }
+    pixman_image_t* image() const { return surface().image().get(); }
+    pixman_region32_t* clip() const { return clipOf(renderer_); }
+    double scale() const { return surface().scale(); }
+    /// The canvas's opacity times the primitive's.
+    double opacity(double own) const;
+    /// A place on the canvas as a place on the surface; what lies absurdly far away is brought nearer.
+    XY<int> onSurface(XY<int> const& place) const;
+    /// The device box of a box on the canvas, not clipped.
+    IntBox deviceBox(IntBox const& box) const;
+    /// True when something of a device box lies within the clip.
+    bool isVisible(IntBox const& deviceBox) const;
+    void painted(IntBox const& box) const { renderer_.painted(box); }
+
+    /// Fills device boxes, clipped.
+    void fill(IntBox const* deviceBoxes, std::size_t count, Colour const& colour, double alpha) const;
+    void fill(IntBox const& deviceBox, Colour const& colour, double alpha) const {
+        fill(&deviceBox, 1, colour, alpha);
+    }
+    /// Makes the image honour the clip for as long as this lives.
+    class Clipped {
+    public:
+        explicit Clipped(RenderTarget const& target) : image_(target.image()) {
+            pixman_image_set_clip_region32(image_, target.clip());
+        }
+        ~Clipped() { pixman_image_set_clip_region32(image_, nullptr); }
+        Clipped(Clipped const&) = delete;
+        Clipped& operator=(Clipped const&) = delete;
+
+    private:
+        pixman_image_t* image_;
+    };
+
+private:
+    CanvasRenderer& renderer_;
+};
+
+/// A colour with an alpha of 0 to 1 as the pixel library wants it.
+pixman_color_t pixmanColour(Colour const& colour, double alpha);
+/// A source of one colour; kept while it is asked for again. Not to be unreferenced.
+pixman_image_t* solidSource(pixman_color_t const& colour);
+
+/// Draws the layout of a text of any length whose left end on the baseline is `start` (on the canvas).
+void drawTextRun(RenderTarget const& target, Glib::TextDescription const& text, XY<int> const& start);
+
+} // namespace wainscot

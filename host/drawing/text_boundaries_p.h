@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+/// Where a text may be cut: grapheme clusters and words. Any sequence of code points is accepted.
+namespace wainscot::TextBoundaries {
+
+/// What shapes and cuts as this code point: itself, or the replacement character where it is none.
+constexpr std::uint32_t validCodePoint(std::uint32_t c) {
+    return c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? 0xFFFD : c;
+}
+
+constexpr bool isBlank(wchar_t c) {
+    return c == L' ' || (c >= L'\t' && c <= L'\r') || c == 0xA0 || (c >= 0x2000 && c <= 0x200A) ||
+           c == 0x3000;
+}
+
+constexpr bool isControl(wchar_t c) {
+    auto const code = static_cast<std::uint32_t>(c);
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
+}
+
+/// True where a grapheme cluster begins or the text ends. Looks at the neighbourhood only.
+bool isStop(std::wstring_view text, std::size_t index);
+/// The stop after or before `index`; the ends of the text are their own.
+std::size_t nextStop(std::wstring_view text, std::size_t index);
+std::size_t previousStop(std::wstring_view text, std::size_t index);
+/// For every gap of the text (length + 1 of them), whether it lies inside a cluster; empty when none does.
+std::vector<bool> gapsInsideClusters(std::wstring_view text);
+
+} // namespace wainscot::TextBoundaries

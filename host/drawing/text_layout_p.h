@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace wainscot {
+
+class Font;
+
+/// One glyph with ink: its face within the font, and its exact place from the start of the text (y upwards).
+struct PlacedGlyph {
+    std::uint32_t index;
+    std::uint32_t face;
+    float x;
+    float y;
+};
+
+/// A shaped piece of text: where its glyphs and the gaps between its characters lie, in logical pixels
+/// that no rounding has touched. Never changes; shared with the cache.
+class TextLayout {
+public:
+    /// Longer texts are cut into blocks.
+    static constexpr std::size_t maxLength = 256;
+
+    float width() const { return width_; }
+    std::vector<PlacedGlyph> const& glyphs() const { return glyphs_; }
+    std::size_t length() const { return gaps_.size() - 1; }
+    /// The gap before character `index`; `length()` gives the end.
+    float gap(std::size_t index) const { return gaps_[index]; }
+    /// False inside a grapheme cluster.
+    bool isStop(std::size_t index) const { return inside_.empty() || !inside_[index]; }
+    /// The stop nearest to `x`.
+    std::size_t nearestStop(float x) const;
+    /// What the layout costs in memory.
+    std::size_t bytes() const;
+
+private:
+    friend class TextShaper;
+
+    std::vector<PlacedGlyph> glyphs_;
+    std::vector<float> gaps_;
+    /// True for the gaps inside clusters; empty when there are none.
+    std::vector<bool> inside_;
+    float width_ = 0;
+};
+
+using TextLayoutPtr = std::shared_ptr<TextLayout const>;
+
+/// The shaped runs of late: least recently used ones go when they take more than 4 MB.
+namespace TextLayouts {
+
+/// The layout of a text of at most `TextLayout::maxLength` characters.
+TextLayoutPtr get(Font const& font, std::wstring_view text);
+
+struct Statistics {
+    std::size_t hits = 0;
+    std::size_t misses = 0;
+    std::size_t bytes = 0;
+};
+Statistics statistics();
+void clear();
+
+} // namespace TextLayouts
+
+/// How long the first block of a text is: the whole of a short one, else a piece that ends after a blank or
+/// at least between two grapheme clusters.
+std::size_t firstBlock(std::wstring_view text);
+
+/// Walks the blocks of a text in order: `visit(block, start)` is called with each and tells whether to go on.
+template <class Visit>
+void forEachBlock(std::wstring_view text, Visit visit) {
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t const length = firstBlock(text.substr(start));
+        if (!visit(text.substr(start, length), start)) return;
+        start += length;
+    }
+}
+
+} // namespace wainscot

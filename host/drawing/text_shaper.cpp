@@ -1,0 +1,183 @@
+#include "host/drawing/text_shaper_p.h"
+
+#include "host/drawing/text_boundaries_p.h"
+
+#include <algorithm>
+#include <string>
+#include <unicode/ubidi.h>
+#include <utility>
+
+namespace wainscot {
+namespace {
+
+/// From the fixed-point units of the shaper to pixels.
+constexpr float pixels(hb_position_t position) {
+    return static_cast<float>(position) / 64.0F;
+}
+
+constexpr std::uint32_t firstRightToLeft = 0x590;
+
+/// Characters that are laid out as another one, so that every text can be shaped.
+std::uint32_t shapedAs(std::uint32_t character) {
+    if (character == '\t') return ' ';
+    // Control characters take part with no width and no ink.
+    if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return 0x200B;
+    return TextBoundaries::validCodePoint(character);
+}
+
+bool isSimple(std::uint32_t c) {
+    return (c >= 0x20 && c < 0x7F) || (c >= 0xA0 && c < 0x250 && c != 0xAD);
+}
+
+bool hasInk(std::uint32_t c) {
+    return c != ' ' && c != 0xA0 && c != 0x200B;
+}
+
+hb_script_t scriptOf(std::uint32_t c) {
+    return hb_unicode_script(hb_unicode_funcs_get_default(), c);
+}
+
+bool takesPartInAnyScript(hb_script_t script) {
+    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
+}
+
+/// Characters that stay in the face of what they follow.
+bool followsItsBase(std::uint32_t c) {
+    return scriptOf(c) == HB_SCRIPT_INHERITED || c == 0x200D || (c >= 0xFE00 && c <= 0xFE0F) || c == 0x200B;
+}
+
+} // namespace
+
+TextShaper::TextShaper(Font const& font, std::wstring_view text)
+    : font_(font), layout_(std::make_shared<TextLayout>()), buffer_(hb_buffer_create()) {
+    sanitise(text);
+    layout_->inside_ = TextBoundaries::gapsInsideClusters(text);
+}
+
+TextShaper::~TextShaper() {
+    hb_buffer_destroy(buffer_);
+}
+
+void TextShaper::sanitise(std::wstring_view text) {
+    text_.reserve(text.size());
+    for (wchar_t const c : text) {
+        std::uint32_t const character = shapedAs(static_cast<std::uint32_t>(c));
+        simple_ = simple_ && isSimple(character) && font_.faceFor(character) == 0;
+        mayTurn_ = mayTurn_ || character >= firstRightToLeft;
+        text_.push_back(character);
+    }
+}
+
+TextLayoutPtr TextShaper::shape() {
+    layout_->gaps_.assign(text_.size() + 1, 0.0F);
+    layout_->glyphs_.reserve(text_.size());
+    if (simple_)
+        runs_.push_back({0, text_.size(), 0, HB_SCRIPT_LATIN, false});
+    else
+        findRuns();
+    if (mayTurn_) orderRuns();
+    for (Run const& run : runs_) shapeRun(run);
+    layout_->width_ = static_cast<float>(x_);
+    layout_->gaps_.back() = paragraphTurned_ ? 0.0F : layout_->width_;
+    return layout_;
+}
+
+void TextShaper::findRuns() {
+    hb_script_t script = HB_SCRIPT_LATIN;
+    std::uint16_t face = 0;
+    for (std::size_t i = 0; i < text_.size(); ++i) {
+        std::uint32_t const c = text_[i];
+        hb_script_t const own = scriptOf(c);
+        if (!takesPartInAnyScript(own)) script = own;
+        if (i == 0 || !followsItsBase(c)) face = font_.faceFor(c);
+        bool const continues = !runs_.empty() && runs_.back().face == face && runs_.back().script == script;
+        if (continues)
+            runs_.back().end = i + 1;
+        else
+            runs_.push_back({i, i + 1, face, script, false});
+    }
+}
+
+/// Splits the runs by direction and brings them into the order in which they stand on the line.
+void TextShaper::orderRuns() {
+    std::u16string units;
+    for (std::size_t i = 0; i < text_.size(); ++i) {
+        std::uint32_t const c = text_[i];
+        // Supplementary characters stand for themselves by one unit of a script with their direction.
+        bool const turned = c > 0xFFFF && u_charDirection(static_cast<UChar32>(c)) == U_RIGHT_TO_LEFT;
+        units.push_back(c <= 0xFFFF ? static_cast<char16_t>(c) : turned ? u'\u05D0' : u'\u4E00');
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    UBiDi* bidi = ubidi_open();
+    ubidi_setPara(bidi, units.data(), static_cast<int32_t>(units.size()), UBIDI_DEFAULT_LTR, nullptr,
+                  &status);
+    std::vector<Run> ordered;
+    int32_t const count = U_SUCCESS(status) ? ubidi_countRuns(bidi, &status) : 0;
+    paragraphTurned_ = U_SUCCESS(status) && (ubidi_getParaLevel(bidi) & 1);
+    for (int32_t i = 0; i < count; ++i) {
+        int32_t start = 0;
+        int32_t length = 0;
+        bool const turned = ubidi_getVisualRun(bidi, i, &start, &length) == UBIDI_RTL;
+        auto const first = static_cast<std::size_t>(start);
+        auto const last = first + static_cast<std::size_t>(length);
+        std::size_t const place = ordered.size();
+        for (Run const& run : runs_) {
+            if (run.end <= first || run.start >= last) continue;
+            ordered.push_back(
+                {std::max(run.start, first), std::min(run.end, last), run.face, run.script, turned});
+        }
+        if (turned) std::reverse(ordered.begin() + static_cast<std::ptrdiff_t>(place), ordered.end());
+    }
+    ubidi_close(bidi);
+    if (!ordered.empty()) runs_ = std::move(ordered);
+}
+
+void TextShaper::shapeRun(Run const& run) {
+    hb_font_t* shaper = font_.sizedFace(run.face).shaper;
+    hb_buffer_clear_contents(buffer_);
+    hb_buffer_add_utf32(buffer_, text_.data(), static_cast<int>(text_.size()),
+                        static_cast<unsigned>(run.start), static_cast<int>(run.end - run.start));
+    hb_buffer_set_direction(buffer_, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+    hb_buffer_set_script(buffer_, run.script);
+    hb_buffer_set_language(buffer_, hb_language_get_default());
+    hb_shape(shaper, buffer_, nullptr, 0);
+    placeGlyphs(run);
+}
+
+void TextShaper::placeGlyphs(Run const& run) {
+    unsigned count = 0;
+    hb_glyph_info_t const* infos = hb_buffer_get_glyph_infos(buffer_, &count);
+    hb_glyph_position_t const* positions = hb_buffer_get_glyph_positions(buffer_, &count);
+    std::size_t previous = run.end;
+    for (unsigned i = 0; i < count;) {
+        std::size_t const cluster = infos[i].cluster;
+        double const left = x_;
+        for (; i < count && infos[i].cluster == cluster; ++i) {
+            if (hasInk(text_[cluster]))
+                layout_->glyphs_.push_back({infos[i].codepoint, run.face,
+                                            static_cast<float>(x_) + pixels(positions[i].x_offset),
+                                            pixels(positions[i].y_offset)});
+            x_ += static_cast<double>(pixels(positions[i].x_advance));
+        }
+        // The characters of a cluster end where the next one, in reading order, begins.
+        std::size_t end = run.end;
+        if (!run.rightToLeft && i < count) end = infos[i].cluster;
+        if (run.rightToLeft) end = std::exchange(previous, cluster);
+        placeGaps(run, cluster, end, left, x_);
+    }
+}
+
+/// Shares the width of a cluster among the grapheme clusters in it, as in a ligature.
+void TextShaper::placeGaps(Run const& run, std::size_t first, std::size_t last, double left, double right) {
+    std::size_t stops = 0;
+    for (std::size_t i = first; i < last; ++i) stops += i == first || layout_->isStop(i) ? 1 : 0;
+    std::size_t passed = 0;
+    for (std::size_t i = first; i < last; ++i) {
+        if (i > first && layout_->isStop(i)) ++passed;
+        double const share = static_cast<double>(passed) / static_cast<double>(stops);
+        double const x = run.rightToLeft ? right - share * (right - left) : left + share * (right - left);
+        layout_->gaps_[i] = static_cast<float>(x);
+    }
+}
+
+} // namespace wainscot

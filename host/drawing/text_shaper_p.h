@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/drawing/font_p.h"
+
+namespace wainscot {
+
+/// Shapes one piece of text: finds its runs of one direction, script and face, and places their glyphs.
+class TextShaper {
+public:
+    TextShaper(Font const& font, std::wstring_view text);
+    ~TextShaper();
+    TextShaper(TextShaper const&) = delete;
+    TextShaper& operator=(TextShaper const&) = delete;
+
+    TextLayoutPtr shape();
+
+private:
+    struct Run {
+        std::size_t start;
+        std::size_t end;
+        std::uint16_t face;
+        hb_script_t script;
+        bool rightToLeft;
+    };
+
+    void sanitise(std::wstring_view text);
+    void findRuns();
+    void orderRuns();
+    void shapeRun(Run const& run);
+    void placeGlyphs(Run const& run);
+    void placeGaps(Run const& run, std::size_t first, std::size_t last, double left, double right);
+
+    Font const& font_;
+    std::vector<std::uint32_t> text_;
+    std::vector<Run> runs_;
+    std::shared_ptr<TextLayout> layout_;
+    hb_buffer_t* buffer_;
+    double x_ = 0;
+    bool simple_ = true;
+    bool mayTurn_ = false;
+    bool paragraphTurned_ = false;
+};
+
+} // namespace wainscot

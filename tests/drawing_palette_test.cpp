@@ -1,0 +1,135 @@
+#include "host/drawing/palette.h"
+#include "host/drawing/uif_std.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace wainscot {
+namespace {
+
+/// Every ground on which text and marks may stand.
+std::vector<Colour> groundsOf(Palette const& palette) {
+    std::vector<Colour> grounds;
+    for (int i = eWindowNormal; i <= eWindowAlternate; ++i)
+        grounds.push_back(palette.window(eWindowShade(i)));
+    for (int i = eChildPanel; i <= eChildPopup; ++i)
+        grounds.push_back(palette.childWindow(eChildWindowType(i)));
+    return grounds;
+}
+
+/// As a text box chooses the colour of selected text.
+Colour selectedTextOn(Colour const& s, Colour const& text) {
+    Colour const hue = s.green() >= s.red() && s.green() > s.blue()  ? Colour(1, 0, 1)
+                       : s.blue() >= s.red() && s.blue() > s.green() ? Colour(1, 1, 0)
+                                                                     : Colour(0, 1, 1);
+    return Colour::mix(hue, text, 0.75);
+}
+
+class ThemeContrast : public ::testing::TestWithParam<eTheme> {
+protected:
+    Palette palette = Palette::standard(GetParam());
+};
+
+TEST_P(ThemeContrast, TextReadsOnEveryGround) {
+    std::vector<Colour> grounds = groundsOf(palette);
+    for (Colour const& ground : {palette.button(), palette.doIt(), palette.warning()})
+        grounds.push_back(ground);
+    for (Colour const& ground : grounds) {
+        EXPECT_GE(contrastRatio(palette.text(eTextEnabled), ground), 4.5) << std::hex << ground.getAsLong();
+    }
+    grounds = groundsOf(palette);
+    grounds.push_back(palette.button());
+    for (Colour const& ground : grounds) {
+        for (Colour const& text :
+             {palette.text(eTextSecondary), palette.headingText(), palette.subheadingText()})
+            EXPECT_GE(contrastRatio(text, ground), 4.5)
+                << std::hex << text.getAsLong() << " " << ground.getAsLong();
+        double const disabled = contrastRatio(palette.text(eTextDisabled), ground);
+        EXPECT_GE(disabled, 2.5) << std::hex << ground.getAsLong();
+        EXPECT_LE(disabled, 0.6 * contrastRatio(palette.text(eTextEnabled), ground))
+            << std::hex << ground.getAsLong();
+    }
+}
+
+TEST_P(ThemeContrast, SelectionsAndMarksReadOnTheirGrounds) {
+    for (eSelectionAppearance const appearance : {eSelectionActive, eSelectionInactive}) {
+        Colour const& ground = palette.selection(appearance);
+        EXPECT_GE(contrastRatio(palette.text(eTextSelected), ground), 4.5);
+        EXPECT_GE(contrastRatio(selectedTextOn(ground, palette.text(eTextEnabled)), ground), 4.5);
+    }
+    for (Colour const& ground : groundsOf(palette))
+        for (int i = eMarkNormal; i <= eMarkFocus; ++i)
+            EXPECT_GE(contrastRatio(palette.mark(eMarkAppearance(i)), ground), 3.0)
+                << i << " " << std::hex << ground.getAsLong();
+    for (eMarkAppearance const onFace : {eMarkNormal, eMarkFocus})
+        EXPECT_GE(contrastRatio(palette.mark(onFace), palette.button()), 3.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, ThemeContrast, ::testing::Values(eThemeDark, eThemeLight));
+
+TEST(Palette, DerivesReadableColoursFromAnyGround) {
+    std::mt19937 random(11);
+    for (int i = 0; i < 300; ++i) {
+        Palette const palette(Colour::fromLong(static_cast<std::uint32_t>(random())));
+        Colour const& ground = palette.window(eWindowNormal);
+        for (Colour const& on : {ground, palette.button()})
+            EXPECT_GE(contrastRatio(palette.text(eTextEnabled), on), 4.5) << std::hex << ground.getAsLong();
+        EXPECT_GE(contrastRatio(palette.text(eTextDisabled), ground), 2.5) << std::hex << ground.getAsLong();
+        EXPECT_LT(contrastRatio(palette.text(eTextDisabled), ground),
+                  0.8 * contrastRatio(palette.text(eTextEnabled), ground));
+        EXPECT_GE(contrastRatio(palette.mark(eMarkFocus), ground), 3.0) << std::hex << ground.getAsLong();
+    }
+    EXPECT_EQ(Palette(Colour(1, 0, 0), Colour(0, 0, 0.2)).text(eTextEnabled), Colour(1, 0, 0));
+}
+
+TEST(Palette, FollowsTheThemeUnlessMadeFromColours) {
+    Palette const following;
+    Palette const child = following.makeTextPalette();
+    Palette const own(Colour(0.2, 0.3, 0.4));
+    Colour const before = following.window(eWindowNormal);
+    Colour const childBefore = child.window(eWindowNormal);
+    EXPECT_EQ(childBefore, following.childWindow(eChildText));
+    Palette::setCurrentTheme(eThemeLight);
+    EXPECT_NE(following.window(eWindowNormal), before);
+    EXPECT_EQ(child.window(eWindowNormal), Palette::standard(eThemeLight).childWindow(eChildText));
+    EXPECT_EQ(own.window(eWindowNormal), Colour(0.2, 0.3, 0.4));
+    Palette::setCurrentTheme(eThemeDark);
+    EXPECT_EQ(following.window(eWindowNormal), before);
+    EXPECT_TRUE(Palette() == following);
+    EXPECT_FALSE(child == following);
+}
+
+TEST(Colour, MixesByTheShareOfTheFirst) {
+    Colour const white(1, 1, 1);
+    Colour const black;
+    EXPECT_EQ(Colour::mix(white, black, 0.75), Colour(0.75, 0.75, 0.75));
+    EXPECT_EQ(Colour(2, -1, std::nan("")), Colour(1, 0, 0));
+    EXPECT_EQ(Colour(2, -1, 0.5, false).red(), 2.0);
+    EXPECT_EQ(Colour(1, 0.5, 0).getAsLong(), 0xFF8000U);
+    EXPECT_EQ(Colour::fromLong(0x123456).getAsLong(), 0x123456U);
+    EXPECT_EQ(Colour::scale(white, 0.5).getAsLong(), 0x808080U);
+    EXPECT_NEAR(contrastRatio(white, black), 21.0, 0.01);
+}
+
+TEST(UifStd, MeasuresScaleAndStayPositive) {
+    int const height = UifStd::getButtonHeight();
+    UifStd::setScale(2);
+    EXPECT_EQ(UifStd::getButtonHeight(), 2 * height);
+    EXPECT_EQ(UifStd::calcScaledValue(1.5F), 3);
+    UifStd::setScale(std::nan(""));
+    EXPECT_EQ(UifStd::getScale(), 2);
+    UifStd::setScale(1);
+    UifStd::Metrics broken;
+    broken.rowGap = -3;
+    broken.buttonHeight = 1e12;
+    UifStd::setMetrics(broken);
+    EXPECT_EQ(UifStd::getRowGap(), 1);
+    EXPECT_GT(UifStd::getButtonHeight(2.0F), 0);
+    UifStd::setMetrics({});
+    EXPECT_EQ(UifStd::getButtonHeight(), height);
+    EXPECT_GT(UifStd::measure(L"wide"), UifStd::measure(L"w"));
+}
+
+} // namespace
+} // namespace wainscot

@@ -1,0 +1,263 @@
+#include "host/base/diagnostics.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/png.h"
+#include "host/drawing/shapes.h"
+#include "tests/drawing_fixture.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <random>
+
+namespace wainscot {
+namespace {
+
+using testing::PaintedWindow;
+
+constexpr std::uint32_t white = 0xFFFFFFFF;
+constexpr std::uint32_t red = 0xFFFF0000;
+Colour const redInk(1, 0, 0);
+
+void fill(CanvasRenderer& renderer, IntBox const& box, double opacity = 1.0) {
+    renderer.renderPrimitive(Glib::RectDescription(box, redInk, opacity));
+}
+
+void fill(PaintedWindow& window, IntBox const& box) {
+    CanvasRenderer renderer = window.renderer();
+    fill(renderer, box);
+}
+
+TEST(Damage, NeverLosesAPixelAndKeepsFewBoxes) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        Damage damage;
+        std::vector<bool> reference(64 * 64);
+        for (int i = 0; i < 60; ++i) {
+            auto const next = [&](int below) {
+                return static_cast<int>(random() % static_cast<unsigned>(below));
+            };
+            IntBox const box =
+                IntBox::sized({next(60), next(60)}, {next(12), next(12)}).intersection({0, 0, 64, 64});
+            damage.add(box);
+            for (int y = box.y1; y < box.y2; ++y)
+                for (int x = box.x1; x < box.x2; ++x) reference[static_cast<std::size_t>(y * 64 + x)] = true;
+        }
+        ASSERT_LE(damage.boxes().size(), Damage::maxBoxes);
+        for (int i = 0; i < 64 * 64; ++i)
+            ASSERT_TRUE(!reference[static_cast<std::size_t>(i)] ||
+                        damage.intersects(IntBox::sized({i % 64, i / 64}, {1, 1})))
+                << round;
+    }
+}
+
+TEST(Damage, JoinsWhatFitsAndDropsWhatIsCovered) {
+    Damage damage;
+    damage.add({0, 0, 10, 10});
+    damage.add({2, 2, 5, 5});
+    damage.add({10, 0, 20, 10});
+    damage.add({3, 3, 3, 9});
+    EXPECT_EQ(damage.boxes(), std::vector<IntBox>{IntBox(0, 0, 20, 10)});
+    damage.add({100, 100, 101, 101});
+    EXPECT_EQ(damage.boxes().size(), 2U);
+    EXPECT_EQ(damage.take().size(), 2U);
+    EXPECT_TRUE(damage.empty());
+}
+
+TEST(Surface, NeighboursShareAnEdgeAtEveryScale) {
+    for (double const scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
+        PaintedWindow window({40, 30}, scale);
+        // Opaque and half-transparent neighbours: a gap stays white, an overlap turns darker.
+        CanvasRenderer renderer = window.renderer();
+        for (int x = 0; x < 40; ++x)
+            for (int y = 0; y < 30; y += 3) fill(renderer, {x, y, x + 1, y + 3}, 0.5);
+        renderer.flush();
+        EXPECT_EQ(window.countOf(window.device(0, 0)), window.pixelCount()) << scale;
+        EXPECT_NE(window.device(0, 0), white);
+        EXPECT_EQ(window.surface.deviceBox({7, 5, 9, 8}).x1, std::floor(7 * scale + 0.5));
+        EXPECT_EQ(window.surface.deviceBox({0, 0, 1, 1}).y2, window.surface.deviceSize().y);
+    }
+}
+
+TEST(Surface, ClampsSizesAndDamagesAllOnResize) {
+    Surface surface({0, -5}, std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(surface.size(), XY<int>(1, 1));
+    surface.resize({1 << 30, 10}, 2.0);
+    EXPECT_EQ(surface.deviceSize(), XY<int>(Surface::maxDeviceExtent, 20));
+    EXPECT_EQ(surface.toPaint().bounds(), surface.bounds());
+    surface.toPaint().clear();
+    surface.resize({1 << 30, 10}, 2.0);
+    EXPECT_TRUE(surface.toPaint().empty());
+    EXPECT_EQ(surface.pixelAt({-1, 0}), 0U);
+}
+
+TEST(CanvasRenderer, PlacesTheOriginBelowAndClipsToEverything) {
+    PaintedWindow window({50, 40});
+    window.place.origin = {10, 5};
+    window.place.visible = {10, 5, 30, 25};
+    {
+        CanvasRenderer renderer(&window.canvas, IntBox(0, 0, 100, 12));
+        fill(renderer, {-100, -100, 1 << 30, 1 << 30});
+    }
+    EXPECT_EQ(window.inkBox(), IntBox(10, 40 - 17, 30, 40 - 5));
+    window.clear();
+    {
+        CanvasRenderer renderer(&window.canvas, IntBox(0, 0, 20, 20));
+        renderer.setClipRect({2, 3, 4, 6});
+        fill(renderer, {0, 0, 20, 20});
+        renderer.setClipRect({5, 5, 5, 9});
+        fill(renderer, {0, 0, 20, 20});
+        EXPECT_FALSE(renderer.isVisible({0, 0, 20, 20}));
+    }
+    EXPECT_EQ(window.countOf(red), 6U);
+    EXPECT_EQ(window.surface.pixelAt({12, 8}), red);
+}
+
+TEST(CanvasRenderer, OutsideAVisitReportsWhatItPainted) {
+    PaintedWindow window({50, 40});
+    fill(window, {5, 5, 8, 9});
+    EXPECT_EQ(window.surface.toPresent().boxes(), std::vector<IntBox>{IntBox(5, 5, 8, 9)});
+    EXPECT_EQ(window.above, std::vector<IntBox>{IntBox(5, 5, 8, 9)});
+    EXPECT_TRUE(window.surface.toPaint().empty());
+}
+
+TEST(CanvasRenderer, InAVisitPaintsTheDamageOnceAndReportsNothing) {
+    PaintedWindow window({50, 40});
+    std::vector<IntBox> const damage{{0, 0, 10, 10}, {5, 5, 20, 12}};
+    PaintPhase phase(damage);
+    phase.enter(&window.canvas, window.place);
+    {
+        CanvasRenderer renderer = window.renderer();
+        fill(renderer, window.surface.bounds(), 0.5);
+        renderer.addModifiedArea({0, 0, 50, 40});
+    }
+    // Where the boxes overlap nothing is blended twice.
+    EXPECT_EQ(window.countOf(window.surface.pixelAt({1, 1})), 100U + 105U - 25U);
+    EXPECT_EQ(window.countOf(white), 50U * 40U - 180U);
+    EXPECT_TRUE(window.above.empty());
+    EXPECT_TRUE(window.surface.toPresent().empty());
+}
+
+TEST(CanvasRenderer, DrawsNothingOnNoCanvasOrAHiddenOne) {
+    CanvasRenderer none(nullptr, {0, 0, 10, 10});
+    fill(none, {0, 0, 10, 10});
+    EXPECT_FALSE(none.isDrawing());
+    PaintedWindow window;
+    window.canvas.setMapped(false);
+    fill(window, {0, 0, 10, 10});
+    window.canvas.setMapped(true);
+    window.place.mapped = false;
+    fill(window, {0, 0, 10, 10});
+    window.place = {};
+    fill(window, {0, 0, 10, 10});
+    window.canvas.damage({0, 0, 10, 10});
+    EXPECT_EQ(window.countOf(white), window.pixelCount());
+    EXPECT_TRUE(window.above.empty());
+}
+
+TEST(CanvasRenderer, HonoursOpacityOfCanvasAndPrimitive) {
+    PaintedWindow window;
+    window.canvas.setOpacity(0.5F);
+    fill(window, {0, 0, 4, 4});
+    EXPECT_NEAR(static_cast<double>(window.surface.pixelAt({1, 1}) & 0xFF), 127.5, 1.0);
+    EXPECT_EQ(window.surface.pixelAt({1, 1}) >> 16, 0xFFFFU);
+    window.clear();
+    window.canvas.setOpacity(0);
+    fill(window, {0, 0, 4, 4});
+    EXPECT_EQ(window.countOf(white), window.pixelCount());
+}
+
+TEST(CanvasRenderer, LinesAndFramesKeepTheirThickness) {
+    for (double const scale : {1.0, 1.5, 2.0}) {
+        PaintedWindow window({50, 40}, scale);
+        int const thick = std::max(1, static_cast<int>(std::floor(scale + 0.5)));
+        {
+            CanvasRenderer renderer = window.renderer();
+            renderer.renderPrimitive(Glib::LineDescription({5, 7}, {15, 7}, redInk));
+        }
+        EXPECT_EQ(window.inkBox().height(), thick);
+        EXPECT_EQ(window.inkBox().y2, window.surface.deviceBox({5, 7, 15, 8}).y2);
+        EXPECT_EQ(window.inkBox().width(), window.surface.deviceBox({5, 7, 15, 8}).width());
+        window.clear();
+        {
+            CanvasRenderer renderer = window.renderer();
+            Glib::drawFrame(renderer, redInk, {3, 3, 33, 23}, 1);
+        }
+        IntBox const outer = window.surface.deviceBox({3, 3, 33, 23});
+        EXPECT_EQ(window.inkBox(), outer);
+        auto const edge = static_cast<std::size_t>(2 * thick * (outer.width() + outer.height() - 2 * thick));
+        EXPECT_EQ(window.countOf(red), edge);
+    }
+}
+
+TEST(CanvasRenderer, SlantedLinesAndEllipsesStayInPlace) {
+    PaintedWindow window({60, 60});
+    {
+        CanvasRenderer renderer = window.renderer();
+        renderer.renderPrimitive(Glib::EllipseDescription({10, 10, 50, 40}, redInk));
+    }
+    EXPECT_EQ(window.inkBox(), IntBox(10, 20, 50, 50));
+    EXPECT_NEAR(static_cast<double>(window.countOf(red)), 3.14159 / 4 * 40 * 30, 90);
+    window.clear();
+    {
+        CanvasRenderer renderer = window.renderer();
+        renderer.setAntialiasingEnabled(false);
+        renderer.renderPrimitive(Glib::LineDescription({0, 0}, {60, 60}, redInk));
+    }
+    EXPECT_EQ(window.countOf(red) + window.countOf(white), window.pixelCount());
+    EXPECT_EQ(window.surface.pixelAt({30, 30}), red);
+    EXPECT_EQ(window.surface.pixelAt({30, 40}), white);
+}
+
+TEST(Drawable, PaintsOnlyWithoutHoldsAndVisits) {
+    struct Counter : Drawable::Painter {
+        int painted = 0;
+        int dropped = 0;
+        void paintPending() override { ++painted; }
+        void dropPending() override { ++dropped; }
+    } counter;
+    Drawable::setPainter(&counter);
+    Drawable::update();
+    {
+        RedrawHold outer;
+        RedrawHold inner;
+        Drawable::update();
+    }
+    {
+        std::vector<IntBox> const damage;
+        PaintPhase phase(damage);
+        Drawable::update();
+    }
+    EXPECT_EQ(counter.painted, 1);
+    Drawable::clearPendingRedraws();
+    EXPECT_EQ(counter.dropped, 1);
+    Drawable::setPainter(nullptr);
+    Drawable::update();
+    auto const refused = Diagnostics::countOf("redraw hold");
+    Drawable::enableRedraws();
+    EXPECT_EQ(Drawable::holdCount(), 0);
+    EXPECT_EQ(Diagnostics::countOf("redraw hold"), refused + 1);
+    Diagnostics::reset();
+}
+
+TEST(UpdateDeferrer, OutlivesItsCanvasAndWindow) {
+    auto window = std::make_unique<PaintedWindow>();
+    std::optional<Glib::UpdateDeferrer> first(&window->canvas);
+    {
+        Glib::UpdateDeferrer second(&window->canvas);
+        EXPECT_TRUE(window->surface.isPaintingHeld());
+    }
+    EXPECT_TRUE(window->surface.isPaintingHeld());
+    window.reset();
+    first.reset();
+    Glib::UpdateDeferrer none(nullptr);
+}
+
+TEST(Png, WritesAPictureAndTellsWhatFails) {
+    PaintedWindow window({3, 2});
+    std::vector<std::uint8_t> bytes;
+    EXPECT_TRUE(writePng(window.surface, bytes).empty());
+    EXPECT_EQ(std::string(bytes.begin() + 1, bytes.begin() + 4), "PNG");
+    EXPECT_FALSE(writePng(window.surface, "/no such folder/picture.png").empty());
+}
+
+} // namespace
+} // namespace wainscot

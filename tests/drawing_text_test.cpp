@@ -1,0 +1,182 @@
+#include "host/drawing/font.h"
+#include "host/drawing/uif_std.h"
+#include "tests/drawing_fixture.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace wainscot {
+namespace {
+
+using testing::PaintedWindow;
+using Text = LightweightString<wchar_t>;
+
+constexpr std::uint32_t white = 0xFFFFFFFF;
+
+Qv::Ptr<iFont> standardFont(unsigned short size = 12) {
+    return Glib::loadFont({"DejaVu Sans", size});
+}
+
+void draw(PaintedWindow& window, Glib::TextDescription const& text) {
+    CanvasRenderer renderer = window.renderer();
+    renderer.renderPrimitive(text);
+}
+
+TEST(Text, CoversWhatItMeasures) {
+    for (double const scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        PaintedWindow window({300, 40}, scale);
+        Glib::TextDescription const text(L"HillH Wainscot 0123 H", {20, 12}, standardFont(), Colour());
+        draw(window, text);
+        IntBox const bounds = text.calcBounds();
+        EXPECT_EQ(bounds.size(), XY<int>(standardFont()->textWidth(text.text), standardFont()->lineHeight()));
+        IntBox const ink = window.inkBox();
+        IntBox const box = window.surface.deviceBox(bounds);
+        // The letters at both ends stand about one pixel inside their advance.
+        EXPECT_NEAR(ink.x1, box.x1 + scale, scale + 1) << scale;
+        EXPECT_NEAR(ink.x2, box.x2 - scale, scale + 1) << scale;
+        EXPECT_GE(ink.y1, box.y1);
+        EXPECT_LE(ink.y2, box.y2);
+    }
+}
+
+TEST(Text, MeasuresAlikeAtEveryScaleAndAlignment) {
+    Text const label(L"Import selected clips");
+    int const width = standardFont()->textWidth(label);
+    EXPECT_GT(width, 80);
+    for (TextAlignment const align : {eAlignLeft, eAlignRight, eAlignCentre}) {
+        PaintedWindow window({400, 40}, 2.0);
+        Glib::TextDescription const text(label, {200, 12}, standardFont(), Colour(), align);
+        draw(window, text);
+        int const left = align == eAlignLeft ? 200 : align == eAlignRight ? 200 - width : 200 - width / 2;
+        EXPECT_EQ(text.calcBounds().x1, left);
+        EXPECT_NEAR(window.inkBox().x1, 2 * left, 4);
+        EXPECT_NEAR(window.inkBox().x2, 2 * (left + width), 4);
+    }
+}
+
+TEST(Text, GapsRunFromTheStartToTheEnd) {
+    Text const text(L"AVATAR fi To, waffle\u00E9");
+    Qv::Ptr<iFont> const font = standardFont(17);
+    int const length = static_cast<int>(text.size());
+    EXPECT_EQ(font->prefixWidth(text, 0), 0);
+    EXPECT_EQ(font->prefixWidth(text, length), font->textWidth(text));
+    EXPECT_EQ(font->prefixWidth(text, 1000), font->textWidth(text));
+    for (int i = 1; i <= length; ++i) {
+        EXPECT_GT(font->prefixWidth(text, i), font->prefixWidth(text, i - 1)) << i;
+        EXPECT_EQ(font->characterAtX(text, font->prefixWidth(text, i)), i);
+        EXPECT_NEAR(font->prefixWidth(text, i), font->textWidth(text.substr(0, static_cast<std::size_t>(i))),
+                    3);
+    }
+    EXPECT_EQ(font->characterAtX(text, -50), 0);
+    EXPECT_EQ(font->characterAtX(text, 5000), length);
+}
+
+TEST(Text, SurvivesAnythingAsCodePoints) {
+    std::mt19937 random(3);
+    Qv::Ptr<iFont> const font = standardFont();
+    PaintedWindow window({100, 30});
+    constexpr std::uint32_t odd[] = {0,      0xD800, 0xDFFF,  0x110000, 0xFFFFFFFF, 0x80000000,
+                                     0x200D, 0x301,  0x5D0,   0x627,    0xFFFE,     '\n',
+                                     '\r',   'a',    0x1F600, 0x202E,   0xFE0F,     0x1F1E6};
+    for (int round = 0; round < 60; ++round) {
+        Text text;
+        for (auto i = random() % 300; i > 0; --i)
+            text.push_back(static_cast<wchar_t>(odd[random() % std::size(odd)]));
+        draw(window, Glib::TextDescription(text, {0, 10}, font, Colour()));
+        int const length = static_cast<int>(text.size());
+        int const found = font->characterAtX(text, static_cast<int>(random() % 200));
+        EXPECT_TRUE(found >= 0 && found <= length);
+        for (int method = iFont::eSeekPrevChar; method <= iFont::eSeekAbsolute; ++method) {
+            int const at =
+                font->seek(text, static_cast<int>(random() % 310), iFont::eCharSeekMethod(method), 5);
+            EXPECT_TRUE(at >= 0 && at <= length);
+        }
+    }
+}
+
+TEST(Text, AMillionCharactersAreMeasuredAndDrawn) {
+    Text const text(1000000, L'm');
+    Qv::Ptr<iFont> const font = standardFont();
+    EXPECT_NEAR(font->textWidth(text), 1e6 * font->textWidth(L"mmmmmmmmmm") / 10, 5e4);
+    PaintedWindow window({100, 30});
+    draw(window, Glib::TextDescription(text, {-200000, 10}, font, Colour()));
+    EXPECT_EQ(window.inkBox().width(), 100);
+    EXPECT_EQ(font->prefixWidth(text, 500000) / 100, font->textWidth(text) / 200);
+}
+
+TEST(Text, DefaultFaceNeedsNoConfigurationAndMissingOnesAreReplaced) {
+    EXPECT_EQ(Glib::loadFont({"No Such Face", 12})->textWidth(L"width"), standardFont()->textWidth(L"width"));
+    Qv::Ptr<iFont> const fixed = Glib::loadFont({"No Such Mono", 12});
+    EXPECT_TRUE(fixed->isFixedPitch());
+    EXPECT_EQ(fixed->textWidth(L"iiii"), fixed->textWidth(L"MMMM"));
+    EXPECT_FALSE(standardFont()->isFixedPitch());
+    EXPECT_EQ(standardFont().get(), standardFont().get());
+    EXPECT_EQ(Glib::loadFont({"", 0})->size(), 1);
+    EXPECT_GT(Glib::loadFont({"", 12, Glib::eFontBold})->textWidth(L"weight"),
+              standardFont()->textWidth(L"weight"));
+}
+
+TEST(Text, LineStandsInTheMiddleOfABox) {
+    Qv::Ptr<iFont> const font = standardFont();
+    for (int height = 1; height < 60; ++height) {
+        int const baseline = getFontYOffset(height, font);
+        int const below = baseline - font->descent();
+        int const above = height - baseline - font->ascent();
+        EXPECT_LE(std::abs(below - above), 1) << height;
+    }
+}
+
+TEST(Text, SeekStepsByClustersAndWords) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const text(L"ab e\u0301\u0302 \U0001F468\u200D\U0001F469\u200D\U0001F467 x\r\ny");
+    std::vector<int> stops{0};
+    while (stops.back() < static_cast<int>(text.size()))
+        stops.push_back(font->seek(text, stops.back(), iFont::eSeekNextChar));
+    EXPECT_EQ(stops, (std::vector<int>{0, 1, 2, 3, 6, 7, 12, 13, 14, 16, 17}));
+    std::vector<int> back{17};
+    while (back.back() > 0) back.push_back(font->seek(text, back.back(), iFont::eSeekPrevChar));
+    EXPECT_EQ(std::vector<int>(back.rbegin(), back.rend()), stops);
+    for (int x = 0; x < font->textWidth(text) + 5; ++x)
+        EXPECT_TRUE(std::count(stops.begin(), stops.end(), font->characterAtX(text, x))) << x;
+
+    Text const words(L"  one  two ");
+    EXPECT_EQ(font->seek(words, 0, iFont::eSeekNextWord), 5);
+    EXPECT_EQ(font->seek(words, 5, iFont::eSeekNextWord), 10);
+    EXPECT_EQ(font->seek(words, 10, iFont::eSeekNextWord), 11);
+    EXPECT_EQ(font->seek(words, 11, iFont::eSeekPrevWord), 7);
+    EXPECT_EQ(font->seek(words, 7, iFont::eSeekPrevWord), 2);
+    EXPECT_EQ(font->seek(words, 2, iFont::eSeekPrevWord), 0);
+    EXPECT_EQ(font->seek(words, 4, iFont::eSeekStart), 0);
+    EXPECT_EQ(font->seek(words, 4, iFont::eSeekEnd), 11);
+    EXPECT_EQ(font->seek(words, 4, iFont::eSeekAbsolute, 99), 11);
+    EXPECT_EQ(font->seek(words, 4, iFont::eSeekAbsolute), 4);
+}
+
+TEST(Text, MissingGlyphsComeFromOtherFaces) {
+    PaintedWindow window({200, 40});
+    draw(window, Glib::TextDescription(L"\u6F22", {5, 10}, standardFont(20), Colour()));
+    std::size_t const ink = window.pixelCount() - window.countOf(white);
+    window.clear();
+    draw(window, Glib::TextDescription(L"\U000E1234", {5, 10}, standardFont(20), Colour()));
+    std::size_t const boxInk = window.pixelCount() - window.countOf(white);
+    EXPECT_NE(ink, boxInk);
+    EXPECT_GT(ink, 60U);
+    EXPECT_NEAR(standardFont(20)->textWidth(L"\u6F22\u5B57"), 40, 3);
+}
+
+TEST(Text, RightToLeftTextRunsTheOtherWay) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const hebrew(L"\u05D0\u05D1\u05D2");
+    EXPECT_EQ(font->prefixWidth(hebrew, 0), font->textWidth(hebrew));
+    EXPECT_EQ(font->prefixWidth(hebrew, 3), 0);
+    EXPECT_EQ(font->characterAtX(hebrew, 0), 3);
+    // Within a left-to-right line only the Hebrew word is turned round.
+    Text const mixed(L"ab \u05D0\u05D1\u05D2 cd");
+    EXPECT_LT(font->prefixWidth(mixed, 1), font->prefixWidth(mixed, 2));
+    EXPECT_GT(font->prefixWidth(mixed, 3), font->prefixWidth(mixed, 4));
+    EXPECT_EQ(font->prefixWidth(mixed, 9), font->textWidth(mixed));
+}
+
+} // namespace
+} // namespace wainscot
