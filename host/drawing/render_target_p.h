@@ -36,6 +36,14 @@ public:
     void fill(IntBox const& deviceBox, Colour const& colour, double alpha) const {
         fill(&deviceBox, 1, colour, alpha);
     }
+    /// Colours device pixels by a mask, clipped: `mask` gives the coverage for the pixels of `deviceBox` row
+    /// by row from the top, mirrored when asked.
+    struct Mirror {
+        bool across = false;
+        bool upright = false;
+    };
+    void fillMasked(std::uint8_t const* mask, IntBox const& deviceBox, Mirror mirror, Colour const& colour,
+                    double alpha) const;
     /// Makes the image honour the clip for as long as this lives.
     class Clipped {
     public:
