@@ -78,6 +78,20 @@ double RenderTarget::opacity(double own) const {
     return std::clamp(own, 0.0, 1.0) * std::clamp(static_cast<double>(renderer_.opacity_), 0.0, 1.0);
 }
 
+XY<long long> RenderTarget::exactOnSurface(XY<int> const& place) const {
+    return {static_cast<long long>(place.x) + renderer_.origin_.x,
+            static_cast<long long>(place.y) + renderer_.origin_.y};
+}
+
+IntBox RenderTarget::visibleBox() const {
+    pixman_box32_t const* limits = pixman_region32_extents(clip());
+    int const height = surface().deviceSize().y;
+    IntBox const onSurface(
+        static_cast<int>(limits->x1 / scale()), static_cast<int>((height - limits->y2) / scale()),
+        static_cast<int>(limits->x2 / scale()) + 1, static_cast<int>((height - limits->y1) / scale()) + 1);
+    return onSurface.translated(XY<int>() - renderer_.origin_);
+}
+
 XY<int> RenderTarget::onSurface(XY<int> const& place) const {
     return {nearer(static_cast<long long>(place.x) + renderer_.origin_.x),
             nearer(static_cast<long long>(place.y) + renderer_.origin_.y)};

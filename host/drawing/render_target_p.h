@@ -25,6 +25,10 @@ public:
     double opacity(double own) const;
     /// A place on the canvas as a place on the surface; what lies absurdly far away is brought nearer.
     XY<int> onSurface(XY<int> const& place) const;
+    /// The same without bringing anything nearer; for sums with exact distances.
+    XY<long long> exactOnSurface(XY<int> const& place) const;
+    /// A box on the canvas, as small as that is easy to tell, outside of which nothing is drawn.
+    IntBox visibleBox() const;
     /// The device box of a box on the canvas, not clipped.
     IntBox deviceBox(IntBox const& box) const;
     /// True when something of a device box lies within the clip.
