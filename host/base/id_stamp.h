@@ -15,6 +15,12 @@ public:
     constexpr IdStamp() noexcept = default;
     /// A new, valid stamp; safe from any thread.
     static IdStamp make() noexcept;
+    /// The stamp that once had this value.
+    static constexpr IdStamp fromValue(std::uint64_t value) noexcept {
+        IdStamp stamp;
+        stamp.value_ = value;
+        return stamp;
+    }
 
     constexpr bool valid() const noexcept { return value_ != 0; }
     constexpr void invalidate() noexcept { value_ = 0; }

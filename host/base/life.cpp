@@ -16,7 +16,14 @@ public:
         if ((count_ + 1) * 4 > capacity_ * 3) grow();
         Entry& entry = entries_[slotOf(object)];
         if (!entry.object) ++count_;
-        entry = {object, stamp};
+        entry = {object, stamp.value()};
+    }
+
+    /// Null when there is no such entry.
+    std::uint64_t* find(void const* object) const {
+        if (count_ == 0) return nullptr;
+        Entry& entry = entries_[slotOf(object)];
+        return entry.object ? &entry.tagged : nullptr;
     }
 
     void remove(void const* object) {
@@ -29,16 +36,12 @@ public:
         if (count_ == 0) releaseMemory();
     }
 
-    IdStamp find(void const* object) const {
-        return count_ == 0 ? IdStamp() : entries_[slotOf(object)].stamp;
-    }
-
     std::size_t count() const { return count_; }
 
 private:
     struct Entry {
         void const* object = nullptr;
-        IdStamp stamp;
+        std::uint64_t tagged = 0;
     };
 
     std::size_t homeOf(void const* object) const {
@@ -89,6 +92,9 @@ private:
 
 constinit LiveTable liveTable;
 
+/// Stamps never reach this bit; in the table it marks objects of the tree.
+constexpr std::uint64_t treeBit = std::uint64_t(1) << 63;
+
 } // namespace
 
 void Liveness::add(void const* object, IdStamp stamp) {
@@ -99,8 +105,18 @@ void Liveness::remove(void const* object) {
     liveTable.remove(object);
 }
 
+void Liveness::markTreeObject(void const* object) {
+    if (std::uint64_t* tagged = liveTable.find(object)) *tagged |= treeBit;
+}
+
+bool Liveness::isTreeObject(void const* object) {
+    std::uint64_t const* const tagged = liveTable.find(object);
+    return tagged && (*tagged & treeBit) != 0;
+}
+
 IdStamp Liveness::stampOf(void const* object) {
-    return liveTable.find(object);
+    std::uint64_t const* const tagged = liveTable.find(object);
+    return tagged ? IdStamp::fromValue(*tagged & ~treeBit) : IdStamp();
 }
 
 std::size_t Liveness::count() {

@@ -12,6 +12,9 @@ namespace wainscot {
 namespace Liveness {
 WAINSCOT_API void add(void const* object, IdStamp stamp);
 WAINSCOT_API void remove(void const* object);
+/// Notes that the live object at that address belongs to the on-screen tree.
+WAINSCOT_API void markTreeObject(void const* object);
+WAINSCOT_API bool isTreeObject(void const* object);
 /// The stamp of the live object at that address; an invalid one when there is none.
 WAINSCOT_API IdStamp stampOf(void const* object);
 inline bool alive(void const* object, IdStamp stamp) {

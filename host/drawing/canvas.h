@@ -20,6 +20,8 @@ struct CanvasPlace {
     IntBox visible;
     /// False below a hidden ancestor or an unmapped canvas.
     bool mapped = false;
+    /// The owner's opacity times that of its ancestors.
+    float opacity = 1.0F;
 };
 
 /// What owns a canvas: tells where it lies and what lies above it.

@@ -73,6 +73,7 @@ std::vector<EventTimeServer::Due> EventTimeServer::takeDue(double now) {
     if (gridWasIdle && !reached.empty()) gridDue_ = now + gridMs;
     std::sort(reached.begin(), reached.end());
     std::vector<Due> due;
+    due.reserve(reached.size());
     for (std::uint64_t const number : reached)
         due.push_back({entries_.at(number).handler, entries_.at(number).stamp});
     return due;

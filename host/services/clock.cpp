@@ -40,6 +40,11 @@ void VirtualClock::advance(double ms) {
     processor_ += static_cast<std::int64_t>(ms * 1000.0);
 }
 
+void VirtualClock::advanceTo(double ms) {
+    advance(ms - msecs_);
+    if (ms > msecs_) msecs_ = ms;
+}
+
 double service_get_msecs() {
     return iClock::current().msecs();
 }

@@ -45,6 +45,8 @@ public:
 
     /// Moves all three clocks.
     void advance(double ms);
+    /// The same, so that `msecs()` is exactly `ms` then; a time that has passed changes nothing.
+    void advanceTo(double ms);
     void advanceProcessor(std::int64_t units) { processor_ += units; }
     void setCalendar(std::int64_t seconds) {
         calendarStart_ = seconds;

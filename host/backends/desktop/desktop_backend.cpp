@@ -1,0 +1,151 @@
+#include "host/backends/desktop/desktop_backend_p.h"
+
+#include "host/backends/desktop/desktop_text_p.h"
+#include "host/backends/desktop/desktop_window_p.h"
+#include "host/backends/desktop/desktop_x11_p.h"
+#include "host/base/diagnostics.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+namespace wainscot {
+
+namespace {
+
+struct Hint {
+    char const* name;
+    char const* value;
+};
+
+/// The library is made for games; these turn off what a desktop application must not do, and what the
+/// environment must not change.
+constexpr Hint hints[] = {
+    // Only X11 lets a program place its pop-ups.
+    {SDL_HINT_VIDEODRIVER, "x11"},
+    {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
+    // Pixels go to the server directly: less memory, a faster first frame.
+    {SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"},
+    {SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"},
+    {SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0"},
+    // The press that activates a window counts for what lies under it as well.
+    {SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1"},
+    {SDL_HINT_MOUSE_AUTO_CAPTURE, "1"},
+    {SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"},
+    {SDL_HINT_IME_SHOW_UI, "1"},
+};
+
+void setHints() {
+    for (Hint const& hint : hints) SDL_SetHintWithPriority(hint.name, hint.value, SDL_HINT_OVERRIDE);
+}
+
+bool startLibrary(LightweightString<char>& problem) {
+    setHints();
+    SDL_SetMainReady();
+    if (SDL_Init(SDL_INIT_VIDEO) == 0) return true;
+    problem = LightweightString<char>("The window library cannot start: ") + SDL_GetError() + ".";
+    return false;
+}
+
+std::uint32_t windowFlags(NativeWindowSettings const& settings) {
+    std::uint32_t flags = SDL_WINDOW_HIDDEN;
+    if (settings.popUp)
+        return flags | SDL_WINDOW_POPUP_MENU | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR;
+    if (settings.resizable) flags |= SDL_WINDOW_RESIZABLE;
+    return flags;
+}
+
+} // namespace
+
+DesktopBackend::DesktopBackend(double scale) : space_({}, scale), input_(*this) {
+    updateMonitors();
+    SDL_StartTextInput();
+}
+
+std::unique_ptr<DesktopBackend> DesktopBackend::open(LightweightString<char>& problem) {
+    if (SDL_WasInit(SDL_INIT_VIDEO)) {
+        problem = "The window system is in use already.";
+        return nullptr;
+    }
+    std::string resources;
+    if (!probeDisplay(resources, problem)) return nullptr;
+    countDisplayErrors();
+    if (!startLibrary(problem)) return nullptr;
+    double const scale = chooseDeviceScale(std::getenv("WAINSCOT_DEVICE_SCALE"), resources.c_str());
+    std::unique_ptr<DesktopBackend> backend(new DesktopBackend(scale));
+    if (backend->wakeup_.isGood()) return backend;
+    problem = "The system has no event descriptors left.";
+    return nullptr;
+}
+
+DesktopBackend::~DesktopBackend() {
+    for (DesktopWindow* const window : windows_) window->abandon();
+    SDL_Quit();
+}
+
+std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings const& settings) {
+    int const width = std::max(1, toDevice(settings.size.x, space_.scale()));
+    int const height = std::max(1, toDevice(settings.size.y, space_.scale()));
+    XY<int> corner{static_cast<int>(SDL_WINDOWPOS_UNDEFINED), static_cast<int>(SDL_WINDOWPOS_UNDEFINED)};
+    if (settings.place) corner = space_.toDeviceCorner(*settings.place, height);
+    SDL_Window* const handle = SDL_CreateWindow(utf8FromWide(settings.title).c_str(), corner.x, corner.y,
+                                                width, height, windowFlags(settings));
+    if (!handle) {
+        Diagnostics::count("no window", SDL_GetError());
+        return nullptr;
+    }
+    if (!display_) display_ = displayOf(handle);
+    auto window = std::make_unique<DesktopWindow>(*this, handle);
+    windows_.push_back(window.get());
+    window->setMinSize(settings.minSize);
+    return window;
+}
+
+void DesktopBackend::poll(std::vector<InputEvent>& input) {
+    SDL_PumpEvents();
+    SDL_Event event;
+    while (SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0)
+        input_.translate(event, input);
+    input_.endOfInput(input);
+}
+
+void DesktopBackend::wait(std::optional<double> until) {
+    if (SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) || hasUnreadEvents(display_)) return;
+    std::optional<double> milliseconds;
+    if (until) milliseconds = *until - clock_.msecs();
+    wakeup_.sleep(connectionFile(display_), milliseconds);
+}
+
+void DesktopBackend::updateMonitors() {
+    monitors_.clear();
+    for (int i = 0; i < SDL_GetNumVideoDisplays(); ++i) {
+        SDL_Rect bounds;
+        if (SDL_GetDisplayBounds(i, &bounds) == 0)
+            monitors_.push_back({bounds.x, bounds.y, bounds.w, bounds.h});
+    }
+    if (monitors_.empty()) monitors_.push_back({0, 0, 1024, 768});
+    DeviceRect desktop = monitors_.front();
+    for (DeviceRect const& monitor : monitors_) desktop = desktop.unitedWith(monitor);
+    space_ = RootSpace(desktop, space_.scale());
+}
+
+std::vector<IntBox> DesktopBackend::monitors() const {
+    std::vector<IntBox> boxes;
+    for (DeviceRect const& monitor : monitors_) boxes.push_back(space_.toRoot(monitor));
+    return boxes;
+}
+
+DesktopWindow* DesktopBackend::findWindow(NativeWindowId id) const {
+    auto const found = std::find_if(windows_.begin(), windows_.end(),
+                                    [id](DesktopWindow const* window) { return window->id() == id; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+void DesktopBackend::forget(DesktopWindow const& window) {
+    std::erase(windows_, &window);
+    input_.forget(window.id());
+}
+
+} // namespace wainscot

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "host/backends/desktop/desktop_input_p.h"
+#include "host/backends/desktop/desktop_scale_p.h"
+#include "host/backends/desktop/desktop_wakeup_p.h"
+#include "host/services/clock.h"
+#include "host/windows/backend.h"
+
+struct _XDisplay;
+
+namespace wainscot {
+
+class DesktopWindow;
+
+/// The window system of the desktop, through the window library. The library is one for the program, so that
+/// there is at most one such backend at a time.
+class DesktopBackend final : public Backend {
+public:
+    /// Null with the reason in `problem` when there is no display, or when another backend lives.
+    static std::unique_ptr<DesktopBackend> open(LightweightString<char>& problem);
+    ~DesktopBackend() override;
+    DesktopBackend(DesktopBackend const&) = delete;
+    DesktopBackend& operator=(DesktopBackend const&) = delete;
+
+    iClock const& clock() const override { return clock_; }
+    std::unique_ptr<NativeWindow> createWindow(NativeWindowSettings const& settings) override;
+    void poll(std::vector<InputEvent>& input) override;
+    void wait(std::optional<double> until) override;
+    void wake() override { wakeup_.wake(); }
+    std::vector<IntBox> monitors() const override;
+    double deviceScale() const override { return space_.scale(); }
+    bool isInteractive() const override { return true; }
+
+    RootSpace const& rootSpace() const { return space_; }
+    /// Reads places and sizes of the monitors again.
+    void updateMonitors();
+    std::vector<DesktopWindow*> const& windows() const { return windows_; }
+    /// Null for a window that is closed.
+    DesktopWindow* findWindow(NativeWindowId id) const;
+    /// Called by a window that is about to close.
+    void forget(DesktopWindow const& window);
+    /// The connection to the X server; null until the first window.
+    _XDisplay* display() const { return display_; }
+
+private:
+    explicit DesktopBackend(double scale);
+
+    SystemClock clock_;
+    DesktopWakeup wakeup_;
+    std::vector<DeviceRect> monitors_;
+    RootSpace space_;
+    std::vector<DesktopWindow*> windows_;
+    _XDisplay* display_ = nullptr;
+    DesktopInput input_;
+};
+
+} // namespace wainscot

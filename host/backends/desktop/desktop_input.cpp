@@ -1,0 +1,248 @@
+#include "host/backends/desktop/desktop_input_p.h"
+
+#include "host/backends/desktop/desktop_backend_p.h"
+#include "host/backends/desktop/desktop_window_p.h"
+#include "host/backends/desktop/desktop_x11_p.h"
+
+#include <SDL_mouse.h>
+#include <SDL_timer.h>
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+using Kind = InputEvent::Kind;
+
+InputEvent windowInput(Kind kind, DesktopWindow const& window, double time) {
+    InputEvent event;
+    event.kind = kind;
+    event.window = window.id();
+    event.place = window.place();
+    event.size = window.size();
+    event.time = time;
+    return event;
+}
+
+bool isBoxEvent(InputEvent const& event) {
+    return event.kind == Kind::windowMoved || event.kind == Kind::windowResized;
+}
+
+/// Sizes and places that the loop had no time to look at are of no interest any more: the last one of each
+/// kind replaces those before it, as long as no other input lies between.
+void appendBoxEvent(InputEvent const& event, std::vector<InputEvent>& input) {
+    for (std::size_t i = input.size(); i > 0 && isBoxEvent(input[i - 1]); --i) {
+        if (input[i - 1].window == event.window && input[i - 1].kind == event.kind) {
+            input[i - 1] = event;
+            return;
+        }
+    }
+    input.push_back(event);
+}
+
+InputEvent::Button buttonOf(std::uint8_t number) {
+    switch (number) {
+    case SDL_BUTTON_LEFT:
+        return InputEvent::Button::left;
+    case SDL_BUTTON_MIDDLE:
+        return InputEvent::Button::middle;
+    case SDL_BUTTON_RIGHT:
+        return InputEvent::Button::right;
+    default:
+        return InputEvent::Button::none;
+    }
+}
+
+} // namespace
+
+double DesktopInput::timeOf(std::uint32_t libraryTime) const {
+    // The library's clock wraps around; the difference does not.
+    return backend_.clock().msecs() - static_cast<double>(SDL_GetTicks() - libraryTime);
+}
+
+InputEvent DesktopInput::pointerEvent(Kind kind, DesktopWindow const& window, double time) const {
+    InputEvent event;
+    event.kind = kind;
+    event.window = window.id();
+    event.place = pointer_;
+    event.modifiers = keys_.modifiers();
+    event.time = time;
+    return event;
+}
+
+void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& input) {
+    switch (event.type) {
+    case SDL_MOUSEMOTION:
+        return pointerMotion(event.motion, input);
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+        return pointerButton(event.button, input);
+    case SDL_MOUSEWHEEL:
+        return pointerWheel(event.wheel, input);
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+        return key(event.key, input);
+    case SDL_TEXTINPUT:
+        if (backend_.findWindow(event.text.windowID))
+            keys_.text(event.text.text, {event.text.windowID, timeOf(event.text.timestamp)}, input);
+        return;
+    case SDL_WINDOWEVENT:
+        return windowEvent(event.window, input);
+    case SDL_DISPLAYEVENT:
+        backend_.updateMonitors();
+        return allWindowBoxes(timeOf(event.display.timestamp), input);
+    default:
+        return;
+    }
+}
+
+void DesktopInput::endOfInput(std::vector<InputEvent>& input) {
+    keys_.endOfInput();
+    if (!pointerMayHaveLeft_ || held_.any()) return;
+    pointerMayHaveLeft_ = false;
+    if (SDL_GetMouseFocus()) return;
+    InputEvent event;
+    event.kind = Kind::pointerLeft;
+    event.window = pointerWindow_;
+    event.place = pointer_;
+    event.modifiers = keys_.modifiers();
+    event.time = backend_.clock().msecs();
+    input.push_back(event);
+}
+
+void DesktopInput::forget(NativeWindowId window) {
+    if (pointerWindow_ != window) return;
+    pointerWindow_ = 0;
+    pointerMayHaveLeft_ = true;
+    held_.clear();
+    clicks_.reset();
+}
+
+void DesktopInput::pointerMotion(SDL_MouseMotionEvent const& event, std::vector<InputEvent>& input) {
+    auto const* const window = backend_.findWindow(event.windowID);
+    if (!window) return;
+    pointer_ = backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
+    pointerWindow_ = window->id();
+    InputEvent const moved = pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp));
+    bool const continues = !input.empty() && input.back().kind == Kind::pointerMoved &&
+                           input.back().window == moved.window && input.back().modifiers == moved.modifiers;
+    if (continues)
+        input.back() = moved;
+    else
+        input.push_back(moved);
+}
+
+void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input) {
+    auto const* const window = backend_.findWindow(event.windowID);
+    auto const button = buttonOf(event.button);
+    if (!window || button == InputEvent::Button::none) return;
+    bool const pressed = event.type == SDL_MOUSEBUTTONDOWN;
+    // A release whose press went elsewhere is nobody's.
+    if (!pressed && !held_.holds(button)) return;
+    pointer_ = backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
+    pointerWindow_ = window->id();
+    InputEvent made = pointerEvent(pressed ? Kind::pointerPressed : Kind::pointerReleased, *window,
+                                   timeOf(event.timestamp));
+    made.button = button;
+    if (pressed) {
+        made.clicks = clicks_.press(made.window, button, pointer_, made.time);
+        held_.press(button);
+    } else {
+        held_.release(button);
+    }
+    SDL_CaptureMouse(held_.any() ? SDL_TRUE : SDL_FALSE);
+    if (!held_.any()) pointerMayHaveLeft_ = true;
+    input.push_back(made);
+}
+
+void DesktopInput::pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input) {
+    auto const* const window = backend_.findWindow(event.windowID);
+    if (!window) return;
+    double const turned = static_cast<double>(event.preciseY);
+    int const notches = wheel_.add(event.direction == SDL_MOUSEWHEEL_FLIPPED ? -turned : turned);
+    if (notches == 0) return;
+    InputEvent made = pointerEvent(Kind::wheel, *window, timeOf(event.timestamp));
+    made.amount = notches;
+    input.push_back(made);
+}
+
+void DesktopInput::key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input) {
+    bool const pressed = event.type == SDL_KEYDOWN;
+    if (pressed && event.keysym.scancode == SDL_SCANCODE_RALT && event.repeat == 0)
+        rightAltIsAltGr_ = isRightAltAltGr(backend_.display());
+    if (!backend_.findWindow(event.windowID)) return;
+    KeyStroke const stroke{event.keysym.scancode, event.keysym.sym, event.keysym.mod, event.repeat != 0,
+                           rightAltIsAltGr_};
+    KeyTranslator::Origin const origin{event.windowID, timeOf(event.timestamp)};
+    if (pressed)
+        keys_.press(stroke, origin, input);
+    else
+        keys_.release(stroke, origin, input);
+}
+
+void DesktopInput::windowEvent(SDL_WindowEvent const& event, std::vector<InputEvent>& input) {
+    auto* const window = backend_.findWindow(event.windowID);
+    if (!window) return;
+    double const time = timeOf(event.timestamp);
+    switch (event.event) {
+    case SDL_WINDOWEVENT_MOVED:
+    case SDL_WINDOWEVENT_RESIZED:
+    case SDL_WINDOWEVENT_SIZE_CHANGED:
+        return windowBox(*window, time, input);
+    case SDL_WINDOWEVENT_EXPOSED:
+        return windowExposed(*window, time, input);
+    case SDL_WINDOWEVENT_SHOWN:
+    case SDL_WINDOWEVENT_HIDDEN:
+    case SDL_WINDOWEVENT_MINIMIZED:
+    case SDL_WINDOWEVENT_MAXIMIZED:
+    case SDL_WINDOWEVENT_RESTORED:
+        if (window->updateOnScreen())
+            input.push_back(
+                windowInput(window->isOnScreen() ? Kind::windowShown : Kind::windowHidden, *window, time));
+        return;
+    case SDL_WINDOWEVENT_FOCUS_GAINED:
+        input.push_back(windowInput(Kind::windowActivated, *window, time));
+        return;
+    case SDL_WINDOWEVENT_FOCUS_LOST:
+        return windowDeactivated(*window, time, input);
+    case SDL_WINDOWEVENT_CLOSE:
+        input.push_back(windowInput(Kind::windowCloseRequested, *window, time));
+        return;
+    case SDL_WINDOWEVENT_LEAVE:
+        pointerMayHaveLeft_ = true;
+        return;
+    case SDL_WINDOWEVENT_ENTER:
+        pointerMayHaveLeft_ = false;
+        return;
+    default:
+        return;
+    }
+}
+
+void DesktopInput::windowBox(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
+    IntBox const before = window.box();
+    if (!window.updateBox(backend_.rootSpace())) return;
+    if (window.size() != before.size()) appendBoxEvent(windowInput(Kind::windowResized, window, time), input);
+    if (window.place() != before.bottomLeft())
+        appendBoxEvent(windowInput(Kind::windowMoved, window, time), input);
+}
+
+void DesktopInput::windowExposed(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
+    window.presentAgain();
+    bool const known = std::any_of(input.begin(), input.end(), [&window](InputEvent const& event) {
+        return event.kind == Kind::windowExposed && event.window == window.id();
+    });
+    if (!known) input.push_back(windowInput(Kind::windowExposed, window, time));
+}
+
+void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
+    keys_.reset();
+    input.push_back(windowInput(Kind::windowDeactivated, window, time));
+}
+
+void DesktopInput::allWindowBoxes(double time, std::vector<InputEvent>& input) {
+    for (auto* const window : backend_.windows()) windowBox(*window, time, input);
+}
+
+} // namespace wainscot

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/backends/desktop/desktop_keys_p.h"
+#include "host/backends/desktop/desktop_pointer_p.h"
+
+#include <SDL_events.h>
+
+#include <vector>
+
+namespace wainscot {
+
+class DesktopBackend;
+class DesktopWindow;
+
+/// Makes input events from the window library's events and keeps what one needs of the earlier ones.
+class DesktopInput {
+public:
+    explicit DesktopInput(DesktopBackend& backend) : backend_(backend) {}
+
+    /// Appends what one event of the library means, which may be nothing.
+    void translate(SDL_Event const& event, std::vector<InputEvent>& input);
+    /// Appends what is known only when all events that have arrived were translated.
+    void endOfInput(std::vector<InputEvent>& input);
+    /// A window was closed: nothing that follows belongs to it.
+    void forget(NativeWindowId window);
+
+private:
+    void pointerMotion(SDL_MouseMotionEvent const& event, std::vector<InputEvent>& input);
+    void pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input);
+    void pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input);
+    void key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input);
+    void windowEvent(SDL_WindowEvent const& event, std::vector<InputEvent>& input);
+    void windowBox(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    void windowExposed(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    void windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    void allWindowBoxes(double time, std::vector<InputEvent>& input);
+    InputEvent pointerEvent(InputEvent::Kind kind, DesktopWindow const& window, double time) const;
+    double timeOf(std::uint32_t libraryTime) const;
+
+    DesktopBackend& backend_;
+    KeyTranslator keys_;
+    ClickCounter clicks_;
+    WheelSum wheel_;
+    HeldButtons held_;
+    XY<int> pointer_;
+    NativeWindowId pointerWindow_ = 0;
+    bool pointerMayHaveLeft_ = false;
+    bool rightAltIsAltGr_ = false;
+};
+
+} // namespace wainscot

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "host/backends/desktop/desktop_scale_p.h"
+#include "host/windows/backend.h"
+
+#include <SDL_video.h>
+
+#include <vector>
+
+namespace wainscot {
+
+class DesktopBackend;
+
+/// A window of the window library. What it reports of size and place is what the window system last said.
+class DesktopWindow final : public NativeWindow {
+public:
+    /// Takes the library's window over. `backend` outlives the window or calls `abandon()`.
+    DesktopWindow(DesktopBackend& backend, SDL_Window* window);
+    ~DesktopWindow() override;
+    DesktopWindow(DesktopWindow const&) = delete;
+    DesktopWindow& operator=(DesktopWindow const&) = delete;
+
+    NativeWindowId id() const override { return id_; }
+    void show() override;
+    void hide() override;
+    void setTitle(LightweightString<wchar_t> const& title) override;
+    void resize(XY<int> size) override;
+    void setMinSize(XY<int> size) override;
+    void moveTo(XY<int> place) override;
+    void raise() override;
+    XY<int> size() const override { return box_.size(); }
+    XY<int> place() const override { return box_.bottomLeft(); }
+    void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
+
+    IntBox const& box() const { return box_; }
+    SDL_Window* handle() const { return window_; }
+    /// Takes the size and place that the window system has now; true when either has changed.
+    bool updateBox(RootSpace const& space);
+    /// Whether pixels brought to the screen could be seen: shown and not minimised.
+    bool isOnScreen() const;
+    /// Takes note of `isOnScreen()`; true when it has changed while the program wants the window shown.
+    bool updateOnScreen();
+    /// Brings to the screen again what was presented last, if the window has kept its size.
+    void presentAgain();
+    /// The backend goes: the library's window is closed, all operations do nothing from now on.
+    void abandon();
+
+private:
+    void close();
+
+    DesktopBackend* backend_;
+    SDL_Window* window_;
+    NativeWindowId id_;
+    IntBox box_;
+    bool wantedOnScreen_ = false;
+    bool reportedOnScreen_ = true;
+    /// Device size of the pixels presented last.
+    XY<int> presentedSize_;
+    /// Kept from one present to the next for its memory.
+    std::vector<SDL_Rect> rects_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,93 @@
+#include "host/backends/desktop/desktop_x11_p.h"
+
+#include "host/base/diagnostics.h"
+
+#include <SDL_syswm.h>
+#include <SDL_version.h>
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/keysym.h>
+
+#include <cstring>
+#include <memory>
+
+namespace wainscot {
+
+namespace {
+
+using KeyboardPtr = std::unique_ptr<XkbDescRec, void (*)(XkbDescPtr)>;
+
+KeyboardPtr readKeyboard(Display* display) {
+    XkbDescPtr keyboard = XkbGetMap(display, XkbKeySymsMask | XkbKeyTypesMask, XkbUseCoreKbd);
+    if (keyboard) XkbGetNames(display, XkbKeyNamesMask, keyboard);
+    return {keyboard, [](XkbDescPtr description) {
+                if (description) XkbFreeKeyboard(description, XkbAllComponentsMask, True);
+            }};
+}
+
+/// The code of the key that the keyboard description names, at most four characters; 0 when it has none.
+int findKey(XkbDescRec const& keyboard, char const* name) {
+    if (!keyboard.names || !keyboard.names->keys) return 0;
+    for (int code = keyboard.min_key_code; code <= keyboard.max_key_code; ++code)
+        if (std::strncmp(keyboard.names->keys[code].name, name, XkbKeyNameLength) == 0) return code;
+    return 0;
+}
+
+int countError(Display* display, XErrorEvent* error) {
+    char text[256] = "";
+    XGetErrorText(display, error->error_code, text, sizeof text);
+    Diagnostics::count("window system error", text);
+    return 0;
+}
+
+} // namespace
+
+bool probeDisplay(std::string& resources, LightweightString<char>& problem) {
+    XInitThreads();
+    char const* const name = XDisplayName(nullptr);
+    if (!name || !*name) {
+        problem = "There is no display: the environment variable DISPLAY is not set.";
+        return false;
+    }
+    Display* const display = XOpenDisplay(nullptr);
+    if (!display) {
+        problem = LightweightString<char>("No window system answers on the display \"") + name + "\".";
+        return false;
+    }
+    if (char const* const text = XResourceManagerString(display)) resources = text;
+    XCloseDisplay(display);
+    return true;
+}
+
+Display* displayOf(SDL_Window* window) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!window || !SDL_GetWindowWMInfo(window, &info)) return nullptr;
+    return info.subsystem == SDL_SYSWM_X11 ? info.info.x11.display : nullptr;
+}
+
+int connectionFile(Display* display) {
+    return display ? ConnectionNumber(display) : -1;
+}
+
+bool hasUnreadEvents(Display* display) {
+    return display && XEventsQueued(display, QueuedAfterFlush) > 0;
+}
+
+bool isRightAltAltGr(Display* display) {
+    if (!display) return false;
+    KeyboardPtr const keyboard = readKeyboard(display);
+    XkbStateRec state{};
+    if (!keyboard || XkbGetState(display, XkbUseCoreKbd, &state) != Success) return false;
+    int const code = findKey(*keyboard, "RALT");
+    if (code == 0 || XkbKeyNumGroups(keyboard.get(), code) == 0) return false;
+    int const group = state.group % XkbKeyNumGroups(keyboard.get(), code);
+    KeySym const symbol = XkbKeySymEntry(keyboard.get(), code, 0, group);
+    return symbol == XK_ISO_Level3_Shift || symbol == XK_Mode_switch;
+}
+
+void countDisplayErrors() {
+    XSetErrorHandler(countError);
+}
+
+} // namespace wainscot

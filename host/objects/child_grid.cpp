@@ -1,0 +1,105 @@
+#include "host/objects/child_grid_p.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+constexpr int maxCellsOfOneChild = 64;
+
+/// The cell that holds a place; places outside belong to the cells at the edge.
+int cellAt(int place, int low, int extent, int cells) {
+    auto const along = (std::int64_t(place) - low) * cells / std::max(extent, 1);
+    return static_cast<int>(std::clamp<std::int64_t>(along, 0, cells - 1));
+}
+
+void erase(std::vector<std::uint32_t>& numbers, std::uint32_t number) {
+    auto const found = std::find(numbers.begin(), numbers.end(), number);
+    if (found == numbers.end()) return;
+    *found = numbers.back();
+    numbers.pop_back();
+}
+
+} // namespace
+
+void ChildGrid::reset(std::vector<IntBox> const& boxes) {
+    entries_.clear();
+    large_.clear();
+    gone_ = 0;
+    extent_ = IntBox();
+    for (IntBox const& box : boxes) extent_ = extent_.unitedWith(box);
+    double const wanted = std::clamp(static_cast<double>(boxes.size()) / 2.0, 16.0, 16384.0);
+    double const width = std::max(extent_.width(), 1);
+    double const height = std::max(extent_.height(), 1);
+    columns_ = std::clamp(static_cast<int>(std::lround(std::sqrt(wanted * width / height))), 1, 1024);
+    rows_ = std::clamp(static_cast<int>(std::lround(wanted / columns_)), 1, 1024);
+    cells_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), {});
+}
+
+ChildGrid::CellRange ChildGrid::cellsOf(IntBox const& box) const {
+    return {cellAt(box.x1, extent_.x1, extent_.width(), columns_),
+            cellAt(box.y1, extent_.y1, extent_.height(), rows_),
+            cellAt(std::max(box.x2 - 1, box.x1), extent_.x1, extent_.width(), columns_),
+            cellAt(std::max(box.y2 - 1, box.y1), extent_.y1, extent_.height(), rows_)};
+}
+
+std::uint32_t ChildGrid::append(Glob* child, IntBox const& box) {
+    auto const number = static_cast<std::uint32_t>(entries_.size());
+    entries_.push_back({child, box});
+    link(number);
+    return number;
+}
+
+void ChildGrid::move(std::uint32_t number, IntBox const& box) {
+    unlink(number);
+    entries_[number].box = box;
+    link(number);
+}
+
+void ChildGrid::remove(std::uint32_t number) {
+    unlink(number);
+    entries_[number].child = nullptr;
+    ++gone_;
+}
+
+void ChildGrid::link(std::uint32_t number) {
+    CellRange const range = cellsOf(entries_[number].box);
+    if (range.count() > maxCellsOfOneChild) {
+        large_.push_back(number);
+        return;
+    }
+    for (int y = range.y1; y <= range.y2; ++y)
+        for (int x = range.x1; x <= range.x2; ++x)
+            cells_[static_cast<std::size_t>(y * columns_ + x)].push_back(number);
+}
+
+void ChildGrid::unlink(std::uint32_t number) {
+    CellRange const range = cellsOf(entries_[number].box);
+    if (range.count() > maxCellsOfOneChild) {
+        erase(large_, number);
+        return;
+    }
+    for (int y = range.y1; y <= range.y2; ++y)
+        for (int x = range.x1; x <= range.x2; ++x)
+            erase(cells_[static_cast<std::size_t>(y * columns_ + x)], number);
+}
+
+void ChildGrid::find(IntBox const& area, std::vector<Glob*>& found) const {
+    if (area.isEmpty()) return;
+    std::vector<std::uint32_t> numbers = large_;
+    CellRange const range = cellsOf(area);
+    for (int y = range.y1; y <= range.y2; ++y) {
+        for (int x = range.x1; x <= range.x2; ++x) {
+            auto const& cell = cells_[static_cast<std::size_t>(y * columns_ + x)];
+            numbers.insert(numbers.end(), cell.begin(), cell.end());
+        }
+    }
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    for (std::uint32_t const number : numbers)
+        if (entries_[number].box.intersects(area)) found.push_back(entries_[number].child);
+}
+
+} // namespace wainscot

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/base/box.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace wainscot {
+
+class Glob;
+
+/// Finds the children of a parent that meet a box, without looking at the others. Children are numbered in
+/// their order from below to above.
+class ChildGrid {
+public:
+    /// A parent with no more children than this is searched directly.
+    static constexpr std::size_t threshold = 64;
+
+    /// Takes in the children as they are; each is told its number through `number`.
+    template <class SetNumber>
+    void build(std::vector<Glob*> const& children, std::vector<IntBox> const& boxes, SetNumber number) {
+        reset(boxes);
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            number(*children[i], static_cast<std::uint32_t>(i));
+            append(children[i], boxes[i]);
+        }
+    }
+
+    /// A child above all others; the answer is its number.
+    std::uint32_t append(Glob* child, IntBox const& box);
+    void move(std::uint32_t number, IntBox const& box);
+    void remove(std::uint32_t number);
+    /// More than half of the numbers have no child any more.
+    bool isWorn() const { return gone_ * 2 > entries_.size(); }
+
+    /// Appends the children that meet `area`, from below to above.
+    void find(IntBox const& area, std::vector<Glob*>& found) const;
+
+private:
+    struct Entry {
+        Glob* child;
+        IntBox box;
+    };
+    struct CellRange {
+        int x1, y1, x2, y2;
+        int count() const { return (x2 - x1 + 1) * (y2 - y1 + 1); }
+    };
+
+    void reset(std::vector<IntBox> const& boxes);
+    CellRange cellsOf(IntBox const& box) const;
+    void link(std::uint32_t number);
+    void unlink(std::uint32_t number);
+
+    std::vector<Entry> entries_;
+    std::vector<std::vector<std::uint32_t>> cells_;
+    /// Children over so many cells that they are looked at each time.
+    std::vector<std::uint32_t> large_;
+    IntBox extent_;
+    int columns_ = 1;
+    int rows_ = 1;
+    std::size_t gone_ = 0;
+};
+
+} // namespace wainscot

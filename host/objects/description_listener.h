@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/base/export.h"
+
+#include <cstdint>
+
+namespace wainscot {
+
+class Glob;
+enum class DescriptionChange : std::uint8_t;
+
+/// Whoever wants to hear when widgets change what they say about themselves. At most one is installed.
+class WAINSCOT_API DescriptionListener {
+public:
+    virtual ~DescriptionListener();
+    /// Must not destroy anything.
+    virtual void descriptionChanged(Glob& glob, DescriptionChange what) = 0;
+
+    static DescriptionListener* current();
+    static void install(DescriptionListener* listener);
+};
+
+} // namespace wainscot

@@ -1,0 +1,518 @@
+#include "host/objects/glob.h"
+
+#include "host/base/configb.h"
+#include "host/base/diagnostics.h"
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/surface.h"
+#include "host/objects/description.h"
+#include "host/objects/description_listener.h"
+#include "host/objects/glob_side_p.h"
+#include "host/objects/kbd_focus.h"
+#include "host/objects/lifetime.h"
+#include "host/objects/painting.h"
+#include "host/objects/placement.h"
+#include "host/objects/root_host.h"
+#include "host/objects/tree.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+bool refuse(char const* what) {
+    Diagnostics::count("tree operation refused", what);
+    return false;
+}
+
+} // namespace
+
+Glob::Glob(GlobCreationInfo const& info) : flags_(0), ownCanvas_(*this), palette_(info.palette) {
+    init({info.width, info.height}, info.canvas, info.opaque);
+    if (!info.name.empty()) setName(info.name);
+}
+
+Glob::Glob(unsigned short width, unsigned short height, Palette const& palette, bool opaque, Canvas* canvas)
+    : flags_(0), ownCanvas_(*this), palette_(palette) {
+    init({width, height}, canvas, opaque);
+}
+
+Glob::Glob(configb const& settings, unsigned short width, unsigned short height)
+    : flags_(0), ownCanvas_(*this) {
+    init({width, height}, nullptr, true);
+    LightweightString<char> savedName;
+    if (settings.in("name", savedName)) setName(savedName);
+    settings.in("x", position_.x);
+    settings.in("y", position_.y);
+    offset_ = position_;
+    bool saved = true;
+    if (settings.in("visible", saved)) setFlag(visibleFlag, saved);
+    if (settings.in("active", saved)) setFlag(activeFlag, saved);
+}
+
+void Glob::init(XY<int> size, Canvas* canvas, bool opaque) {
+    Liveness::markTreeObject(static_cast<EventHandler*>(this));
+    flags_ = visibleFlag | activeFlag | trashableFlag | canBeItFlag | resizableFlag | reparentableFlag;
+    setFlag(opaqueFlag, opaque);
+    width_ = oldWidth_ = static_cast<unsigned short>(size.x);
+    height_ = oldHeight_ = static_cast<unsigned short>(size.y);
+    canvas_ = canvas ? canvas : &ownCanvas_;
+}
+
+Glob::~Glob() {
+    Lifetime::detachFromDestructor(*this);
+}
+
+void Glob::operator delete(Glob* glob, std::destroying_delete_t) {
+    Lifetime::destroy(*glob);
+}
+
+Glob::Side& Glob::side() {
+    if (!side_) side_ = std::make_unique<Side>();
+    return *side_;
+}
+
+Glob* Glob::asGlob() {
+    return this;
+}
+
+IdStamp Glob::windowStamp() const {
+    return getRootParent(const_cast<Glob*>(this))->idStamp();
+}
+
+// Tree
+
+void Glob::getChildren(std::vector<Glob*>& children) const {
+    children.reserve(children.size() + numChildren_);
+    for (Glob* child = firstChild_; child; child = child->next_) children.push_back(child);
+}
+
+Glob* Glob::getWidget(Glob* child) const {
+    return is_good_glob_ptr(child) && child->parent_ == this ? child : nullptr;
+}
+
+Glob* Glob::getWidget(unsigned short index) const {
+    Glob* child = index < numChildren_ ? firstChild_ : nullptr;
+    for (unsigned short i = 0; child && i < index; ++i) child = child->next_;
+    return child;
+}
+
+bool Glob::isParentedTo(Glob const* glob, Glob const* ancestor) {
+    if (!glob || !ancestor) return false;
+    for (glob = glob->parent_; glob; glob = glob->parent_)
+        if (glob == ancestor) return true;
+    return false;
+}
+
+Glob* Glob::getRootParent(Glob* glob) {
+    while (glob && glob->parent_) glob = glob->parent_;
+    return glob;
+}
+
+Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
+    if (!is_good_glob_ptr(child) || !Tree::mayAdopt(this, child)) {
+        refuse("addChild");
+        return nullptr;
+    }
+    if (!child->parent_ && child->ownCanvas_.surface()) {
+        refuse("addChild: it is a window");
+        return nullptr;
+    }
+    if (child->parent_ != this) {
+        if (child->parent_) child->parent_->takeWidget(child).release();
+        Tree::link(*this, *child);
+    }
+    setWidgetDetails({child, position, surround});
+    child->makeDirty();
+    describeChanged(DescriptionChange::children);
+    return child;
+}
+
+Glob* Glob::addWidget(Glob* child, int x, int y, CoordinateOrigin origin, WidgetSurround surround,
+                      Glob* before) {
+    Glob* const added = addChild(child, WidgetPosition(origin, {x, y}), surround);
+    if (added && before && before != added && getWidget(before)) {
+        Tree::unlink(*added);
+        Tree::link(*this, *added, before);
+    }
+    return added;
+}
+
+Glob* Glob::addWidgetRelative(Glob* child, Glob* sibling, int gap, WidgetRelativity relativity,
+                              WidgetSurround surround, WidgetAlignment alignment) {
+    if (!getWidget(sibling) || sibling == child) {
+        refuse("addWidgetRelative");
+        return nullptr;
+    }
+    return addChild(child, WidgetPosition(sibling, gap, relativity, alignment), surround);
+}
+
+void Glob::removeWidget(Glob*& child, bool redraw) {
+    Glob* const removed = getWidget(std::exchange(child, nullptr));
+    if (!removed) {
+        refuse("removeWidget");
+        return;
+    }
+    if (!redraw) removed->setFlag(visibleFlag, false);
+    delete removed;
+}
+
+std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
+    Glob* const taken = getWidget(child);
+    if (!taken || taken->isDying()) return nullptr;
+    taken->damage(taken->bounds());
+    taken->loseInput();
+    Tree::unlink(*taken);
+    describeChanged(DescriptionChange::children);
+    return std::unique_ptr<Glob>(taken);
+}
+
+void Glob::setWidgetDetails(WidgetDetails const& details) {
+    Glob* const child = getWidget(details.widget);
+    if (!child) {
+        refuse("setWidgetDetails");
+        return;
+    }
+    Placement::setRule(*child, details.position);
+    setWidgetBorderStyle(child, details.surround);
+    Placement::placeChild(*this, *child);
+}
+
+WidgetDetails Glob::getWidgetDetails(Glob* child) const {
+    WidgetDetails details;
+    details.widget = getWidget(child);
+    if (!details.widget) return details;
+    details.position = Placement::rule(*details.widget);
+    if (details.widget->side_) details.surround = details.widget->side_->surround;
+    return details;
+}
+
+void Glob::setWidgetBorderStyle(Glob* child, WidgetSurround surround) {
+    if (!getWidget(child)) return;
+    bool const had = child->side_ && child->side_->surround != WidgetSurround();
+    if (had || surround != WidgetSurround()) child->side().surround = surround;
+}
+
+bool Glob::reparentTo(Glob* parent) {
+    if (!hasFlag(reparentableFlag) || !is_good_glob_ptr(parent)) return refuse("reparentTo");
+    WidgetDetails details;
+    details.position = Placement::rule(*this);
+    if (side_) details.surround = side_->surround;
+    return parent->addChild(this, details.position, details.surround) != nullptr;
+}
+
+void Glob::moveToTop() {
+    if (!parent_ || !next_) return;
+    Glob& parent = *parent_;
+    Tree::unlink(*this);
+    Tree::link(parent, *this);
+    damage(bounds());
+}
+
+void Glob::moveToBottom() {
+    if (!parent_ || !previous_) return;
+    Glob& parent = *parent_;
+    Tree::unlink(*this);
+    Tree::link(parent, *this, parent.firstChild_);
+    damage(bounds());
+}
+
+bool Glob::canBeDestroyed(int) {
+    return !isIndestructible();
+}
+
+// Geometry
+
+XY<int> Glob::placeOnCanvas() const {
+    XY<int> place = position_;
+    for (Glob const* glob = parent_; glob && !glob->ownsCanvas(); glob = glob->parent_)
+        place += glob->position_;
+    return place;
+}
+
+void Glob::resize(double width, double height) {
+    Placement::setSize(*this, width, height);
+}
+
+void Glob::reshape() {
+    LifeGuard const life = guard();
+    reshapeCanvas();
+    if (life.alive()) positionChildWidgets();
+}
+
+void Glob::reshapeAndDraw(XY<int> const& size) {
+    LifeGuard const life = guard();
+    resize(size.x, size.y);
+    if (life.alive()) makeDirty();
+}
+
+void Glob::forceReshape() {
+    LifeGuard const life = guard();
+    reshape();
+    if (life.alive()) makeDirty();
+}
+
+void Glob::setMinSize(unsigned short width, unsigned short height) {
+    side().minSize = {width, height};
+    bool const isWindow = !parent_ && ownCanvas_.surface();
+    if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(*this);
+}
+
+XY<int> Glob::getMinSize() const {
+    return side_ ? side_->minSize : XY<int>();
+}
+
+XY<int> Glob::sizeConstrain(XY<int> const& wanted, int) const {
+    XY<int> const least = getMinSize();
+    return {std::max(wanted.x, least.x), std::max(wanted.y, least.y)};
+}
+
+void Glob::setWidgetPos(Glob* child, XY<int> const& place) {
+    if (!getWidget(child)) {
+        refuse("setWidgetPos");
+        return;
+    }
+    Placement::setRule(*child, WidgetPosition(CoordinateOrigin::bottomLeft, place));
+    Placement::moveTo(*child, place);
+}
+
+XY<int> Glob::getWidgetPos(Glob* child) const {
+    Glob const* const known = getWidget(child);
+    return known ? known->position_ : XY<int>();
+}
+
+void Glob::positionChildWidgets() {
+    Placement::placeChildren(*this);
+}
+
+void Glob::positionChildWidget(WidgetDetails const& details) {
+    if (Glob* child = getWidget(details.widget)) Placement::moveTo(*child, getAbsRect(details).bottomLeft());
+}
+
+IntBox Glob::getAbsRect(WidgetDetails const& details) const {
+    Glob const* const child = getWidget(details.widget);
+    if (!child) return IntBox();
+    return IntBox::sized(Placement::placeFor(*this, details.position, child->size(), child->position_),
+                         child->size());
+}
+
+void Glob::calcAbsoluteWidgetPositions() {
+    for (Glob* child = firstChild_; child; child = child->next_)
+        Placement::setRule(*child, WidgetPosition(CoordinateOrigin::bottomLeft, child->position_));
+}
+
+IntBox Glob::getUserArea() const {
+    return bounds();
+}
+
+void Glob::setScreenPos(XY<int> const& place) {
+    Placement::moveTo(*this, parent_ ? parent_->screenXYToGlobXY(place) : place);
+}
+
+XY<int> Glob::globXYToScreenXY(XY<int> const& place) const {
+    XY<int> onScreen = place;
+    for (Glob const* glob = this; glob; glob = glob->parent_) onScreen += glob->position_;
+    return onScreen;
+}
+
+XY<int> Glob::screenXYToGlobXY(XY<int> const& place) const {
+    return place - globXYToScreenXY({0, 0});
+}
+
+IntBox Glob::screenBox() const {
+    return IntBox::sized(globXYToScreenXY({0, 0}), size());
+}
+
+// Visibility and activity
+
+void Glob::setVisible(bool visible) {
+    if (isVisible() == visible) return;
+    if (!visible) {
+        damage(bounds());
+        loseInput();
+    }
+    setFlag(visibleFlag, visible);
+    if (visible) makeDirty();
+    bool const isWindow = !parent_ && ownCanvas_.surface();
+    if (isWindow && iRootHost::current()) iRootHost::current()->rootVisibilityChanged(*this);
+    describeChanged(DescriptionChange::state);
+}
+
+bool Glob::isShown() const {
+    for (Glob const* glob = this; glob; glob = glob->parent_)
+        if (!glob->isVisible() || !glob->canvas_->isMapped()) return false;
+    return true;
+}
+
+void Glob::setActive(bool active, eRedrawFlag redraw) {
+    if (isActive() == active) return;
+    setFlag(activeFlag, active);
+    if (redraw) makeDirty();
+    LifeGuard const life = guard();
+    if (!active) relinquishKbdFocus(nullptr);
+    if (life.alive()) describeChanged(DescriptionChange::state);
+}
+
+void Glob::setOpacity(double opacity) {
+    auto const clamped = static_cast<float>(opacity > 0.0 ? std::min(opacity, 1.0) : 0.0);
+    if (clamped == canvas_->opacity()) return;
+    canvas_->setOpacity(clamped);
+    makeDirty();
+}
+
+void Glob::mapCanvas() {
+    if (canvas_->isMapped()) return;
+    canvas_->setMapped(true);
+    makeDirty();
+}
+
+void Glob::unmapCanvas() {
+    if (!canvas_->isMapped()) return;
+    damage(bounds());
+    loseInput();
+    canvas_->setMapped(false);
+}
+
+// Drawing
+
+void Glob::draw() {
+    drawBackground();
+    drawBorder();
+}
+
+void Glob::drawBackground() {
+    if (!isOpaque()) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getCol()));
+}
+
+void Glob::drawBorder() {}
+
+void Glob::drawWidgets() {
+    Painting::drawChildrenNow(*this);
+}
+
+bool Glob::canDraw() {
+    return width_ > 0 && height_ > 0;
+}
+
+void Glob::reshapeCanvas() {}
+
+IntBox Glob::canvasArea() const {
+    return ownsCanvas() ? bounds() : IntBox::sized(placeOnCanvas(), size());
+}
+
+void Glob::makeDirty() {
+    setFlag(dirtyFlag, true);
+    damage(bounds());
+}
+
+void Glob::damage(IntBox const& part) {
+    if (part.isEmpty() || !isVisible()) return;
+    canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
+}
+
+void Glob::setPalette(Palette const& palette) {
+    palette_ = palette;
+    makeDirty();
+}
+
+Colour Glob::getCol() const {
+    return side_ && side_->colour ? *side_->colour : palette_.window(eWindowNormal);
+}
+
+void Glob::setCol(Colour const& colour, bool redraw) {
+    side().colour = colour;
+    if (redraw) makeDirty();
+}
+
+CanvasPlace Glob::canvasPlace() const {
+    CanvasPlace place;
+    place.visible = bounds();
+    place.mapped = true;
+    Glob const* glob = this;
+    while (true) {
+        place.mapped = place.mapped && glob->isVisible() && glob->canvas_->isMapped();
+        if (glob->ownsCanvas() && glob->parent_) place.opacity *= glob->canvas_->opacity();
+        if (!glob->parent_) break;
+        place.origin += glob->position_;
+        place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
+        glob = glob->parent_;
+    }
+    place.surface = glob->ownCanvas_.surface();
+    return place;
+}
+
+void Glob::damageAbove(IntBox const& area) {
+    std::vector<Glob*> above;
+    Tree::childrenMeeting(*this, area, above);
+    for (Glob* child : above) child->damage(area.translated(XY<int>() - child->position_));
+    IntBox inParent = area.intersection(bounds());
+    for (Glob* glob = this; glob->parent_ && !inParent.isEmpty(); glob = glob->parent_) {
+        inParent = inParent.translated(glob->position_).intersection(glob->parent_->bounds());
+        if (!glob->next_) continue;
+        above.clear();
+        Tree::childrenMeeting(*glob->parent_, inParent, above);
+        auto const own = std::find(above.begin(), above.end(), glob);
+        for (auto later = own == above.end() ? own : own + 1; later != above.end(); ++later)
+            (*later)->damage(inParent.translated(XY<int>() - (*later)->position_));
+    }
+}
+
+// Self-description
+
+void Glob::describe(GlobDescription& description) const {
+    description.role = "panel";
+    description.box = screenBox();
+    if (isShown()) description.states |= GlobDescription::visible;
+    if (isActive()) description.states |= GlobDescription::enabled;
+    if (get_kbd_focus() == this) description.states |= GlobDescription::focused;
+}
+
+void Glob::describeChanged(DescriptionChange what) {
+    if (DescriptionListener* listener = DescriptionListener::current())
+        listener->descriptionChanged(*this, what);
+}
+
+LightweightString<char> Glob::name() const {
+    return side_ ? side_->name : LightweightString<char>();
+}
+
+void Glob::setName(LightweightString<char> name) {
+    side().name = std::move(name);
+}
+
+// Free functions
+
+bool is_good_glob_ptr(Glob const* glob) {
+    return glob && Liveness::isTreeObject(static_cast<EventHandler const*>(glob));
+}
+
+void destroy(Glob* glob) {
+    if (is_good_glob_ptr(glob)) Lifetime::destroy(*glob);
+}
+
+double glob_pseudo_distance(Glob const* a, Glob const* b) {
+    if (!is_good_glob_ptr(a) || !is_good_glob_ptr(b)) return HUGE_VAL;
+    IntBox const boxA = a->screenBox();
+    IntBox const boxB = b->screenBox();
+    double const gapX = std::max(boxA.x1, boxB.x1) - std::min(boxA.x2, boxB.x2);
+    double const gapY = std::max(boxA.y1, boxB.y1) - std::min(boxA.y2, boxB.y2);
+    if (gapX < 0.0 && gapY < 0.0) return std::max(gapX, gapY);
+    return std::hypot(std::max(gapX, 0.0), std::max(gapY, 0.0));
+}
+
+Glob* canvas_to_glob(Canvas const* canvas) {
+    return canvas ? dynamic_cast<Glob*>(&canvas->owner()) : nullptr;
+}
+
+bool canvas_is_mapped_to_root(Canvas const* canvas) {
+    return canvas && canvas->place().mapped;
+}
+
+void canvupd_mark_all(Canvas* canvas) {
+    if (Glob* glob = canvas_to_glob(canvas)) glob->makeDirty();
+}
+
+} // namespace wainscot

@@ -1,0 +1,381 @@
+#pragma once
+
+#include "host/drawing/canvas.h"
+#include "host/drawing/palette.h"
+#include "host/messages/event_handler.h"
+#include "host/objects/glob_creation_info.h"
+#include "host/objects/redraw_flag.h"
+#include "host/objects/widget_position.h"
+
+#include <functional>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace wainscot {
+
+class configb;
+class Event;
+struct GlobDescription;
+enum class DescriptionChange : std::uint8_t;
+
+/// A node of the on-screen tree: it has a parent, children, a place, a size, a canvas and a palette; it draws
+/// itself and reacts to events.
+///
+/// A `Glob` lives on the heap and belongs to its parent, a top-level one to the window manager. `delete`,
+/// `destroy()` and the death of the parent are the same: the whole subtree is detached at once, so that
+/// nobody finds it any more, and its memory goes when the outermost handler that is running has returned.
+///
+/// Places and sizes are logical pixels, y upwards. The stored place is relative to the parent's lower-left
+/// corner.
+class WAINSCOT_API Glob : public EventHandler, public CanvasClient {
+public:
+    /// Asks an object to close itself.
+    static constexpr LightweightString<char> pootMsg{"poot"};
+
+    /// Keeps counted pointers away: the tree is the owner.
+    using OwnedByTree = void;
+    using Visitor = std::function<bool(Glob&)>;
+
+    explicit Glob(GlobCreationInfo const& info);
+    Glob(unsigned short width, unsigned short height, Palette const& palette = Palette(), bool opaque = true,
+         Canvas* canvas = nullptr);
+    /// From saved settings: "name", "x", "y", "visible", "active".
+    Glob(configb const& settings, unsigned short width, unsigned short height);
+    ~Glob() override;
+
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void operator delete(void* memory) { ::operator delete(memory); }
+    static void operator delete(Glob* glob, std::destroying_delete_t);
+
+    // iObject: the tree owns it, nobody counts.
+    void addRef() const noexcept final {}
+    void release() const noexcept final {}
+
+    // --- Tree
+    Glob* parent() const { return parent_; }
+    bool isChildGlob() const { return parent_ != nullptr; }
+    std::size_t numChildren() const { return numChildren_; }
+    Glob* firstChild() const { return firstChild_; }
+    Glob* lastChild() const { return lastChild_; }
+    Glob* nextSibling() const { return next_; }
+    Glob* previousSibling() const { return previous_; }
+    /// Appends the children, oldest first.
+    void getChildren(std::vector<Glob*>& children) const;
+    /// The child itself when it is one of this parent's, else null.
+    Glob* getWidget(Glob* child) const;
+    /// The child at an index; null when out of range.
+    Glob* getWidget(unsigned short index) const;
+    /// Whether `ancestor` is among the parents of `glob`.
+    static bool isParentedTo(Glob const* glob, Glob const* ancestor);
+    /// The topmost ancestor; a root's root is itself. Null for null.
+    static Glob* getRootParent(Glob* glob);
+
+    /// Takes over a child and places it. Refused with null: no child, itself, an ancestor, something dying.
+    /// A child of this parent is only placed anew; one of another parent is moved over.
+    Glob* addChild(Glob* child, WidgetPosition const& position = {}, WidgetSurround surround = {});
+    template <class T>
+    T* addChild(std::unique_ptr<T> child, WidgetPosition const& position = {}, WidgetSurround surround = {}) {
+        if (!addChild(static_cast<Glob*>(child.get()), position, surround)) return nullptr;
+        return child.release();
+    }
+    /// Adds a child at a corner; the last argument, where given, is the sibling below which it lies in the
+    /// order.
+    Glob* addWidget(Glob* child, int x, int y, CoordinateOrigin origin = CoordinateOrigin::bottomLeft,
+                    WidgetSurround surround = {}, Glob* before = nullptr);
+    /// Adds a child next to a sibling, which must be a child of this parent.
+    Glob* addWidgetRelative(Glob* child, Glob* sibling, int gap, WidgetRelativity relativity,
+                            WidgetSurround surround = {}, WidgetAlignment alignment = WidgetAlignment::start);
+    /// Destroys a child and clears the caller's pointer; a pointer to anything else is only cleared.
+    void removeWidget(Glob*& child, bool redraw = true);
+    /// Takes a child out of the tree and hands it over; null when it is none of this parent's.
+    std::unique_ptr<Glob> takeWidget(Glob* child);
+    void setWidgetDetails(WidgetDetails const& details);
+    WidgetDetails getWidgetDetails(Glob* child) const;
+    void setWidgetBorderStyle(Glob* child, WidgetSurround surround);
+    /// Moves it to another parent, keeping its place rule. False when refused (see `addChild`) or not
+    /// reparentable.
+    bool reparentTo(Glob* parent);
+    void setReparentable(bool reparentable) { setFlag(reparentableFlag, reparentable); }
+    /// Above its siblings, or below them.
+    void moveToTop();
+    void moveToBottom();
+
+    // --- Walkers. Each walks a snapshot and skips what has died meanwhile; a visitor that answers false ends
+    // it.
+    void visitChildren(Visitor const& visit);
+    /// Itself first, then its descendants, parents before children.
+    void visitSubtree(Visitor const& visit);
+    /// Children before parents, itself last.
+    void visitPostOrder(Visitor const& visit);
+    /// From the parent to the root.
+    void visitAncestors(Visitor const& visit);
+    /// All other children of its parent.
+    void visitSiblings(Visitor const& visit);
+    void visitOlderSiblings(Visitor const& visit);
+    void visitYoungerSiblings(Visitor const& visit);
+    /// Of all objects on the screen that `accept` takes, the one with the least `glob_pseudo_distance` to
+    /// this one; itself, its ancestors and its descendants are not asked. Null when there is none.
+    Glob* findNearestGlob(bool (*accept)(Glob*));
+
+    // --- Lifetime policies, respected by the window manager and by tools, never by `delete`.
+    void setTrashable(bool trashable) { setFlag(trashableFlag, trashable); }
+    bool isTrashable() const { return hasFlag(trashableFlag); }
+    void setIndestructible(bool indestructible) { setFlag(indestructibleFlag, indestructible); }
+    bool isIndestructible() const { return hasFlag(indestructibleFlag); }
+    /// Whether a person's wish to close it is granted; `reason` is the asker's business.
+    virtual bool canBeDestroyed(int reason);
+    void setPersistable(bool persistable) { setFlag(persistableFlag, persistable); }
+    bool isPersistable() const { return hasFlag(persistableFlag); }
+    void setLightweight(bool lightweight) { setFlag(lightweightFlag, lightweight); }
+    bool isLightweight() const { return hasFlag(lightweightFlag); }
+    /// Whether it may become the active window.
+    void setCanBeIt(bool can) { setFlag(canBeItFlag, can); }
+    bool canBeIt() const { return hasFlag(canBeItFlag); }
+    /// Detached, and waiting for its memory to be freed.
+    bool isDying() const { return hasFlag(dyingFlag); }
+
+    // --- Geometry
+    int width() const { return width_; }
+    int height() const { return height_; }
+    XY<int> size() const { return {width_, height_}; }
+    /// The size before the last change.
+    int oldWidth() const { return oldWidth_; }
+    int oldHeight() const { return oldHeight_; }
+    /// Its box in its parent's coordinates.
+    IntBox box() const { return IntBox::sized(position_, size()); }
+    /// Its box in its own coordinates.
+    IntBox bounds() const { return IntBox::sized({0, 0}, size()); }
+    /// Its place on the canvas on which it lies; for an owner of a canvas, its place in the parent's canvas.
+    int getX() const { return placeOnCanvas().x; }
+    int getY() const { return placeOnCanvas().y; }
+    XY<int> placeOnCanvas() const;
+    /// Gives it a new size (rounded, kept within 0 to 65535; what is not a number is 0) and calls
+    /// `reshape()`. Widgets override it to lay out their parts.
+    virtual void resize(double width, double height);
+    /// Called after the size has changed: places the children again.
+    virtual void reshape();
+    /// `resize()` and a repaint of the whole box.
+    void reshapeAndDraw(XY<int> const& size);
+    /// `reshape()` and a repaint although the size is as before.
+    void forceReshape();
+    void setMinSize(unsigned short width, unsigned short height);
+    XY<int> getMinSize() const;
+    /// The nearest size that it can have; `edges` tells which edges are moved, for those who care.
+    virtual XY<int> sizeConstrain(XY<int> const& wanted, int edges) const;
+    void setResizable(bool resizable) { setFlag(resizableFlag, resizable); }
+    bool isResizable() const { return hasFlag(resizableFlag); }
+    void setMovable(bool movable) { setFlag(movableFlag, movable); }
+    bool isMovable() const { return hasFlag(movableFlag); }
+    /// Begins to follow the pointer, from its present place; ended by `stopMoving()` or the release.
+    void startMoving();
+    void stopMoving();
+    bool isMoving() const { return hasFlag(movingFlag); }
+
+    void setWidgetPos(Glob* child, XY<int> const& place);
+    /// The child's place in this parent; (0, 0) for anything that is no child.
+    XY<int> getWidgetPos(Glob* child) const;
+    /// Places all children by their rules.
+    void positionChildWidgets();
+    void positionChildWidget(WidgetDetails const& details);
+    /// Where a child lies by its rule, in this parent's coordinates.
+    IntBox getAbsRect(WidgetDetails const& details) const;
+    /// Makes the present places the children's rules, so that they no longer follow corners or siblings.
+    void calcAbsoluteWidgetPositions();
+    /// The area for children inside borders and title.
+    virtual IntBox getUserArea() const;
+
+    /// Moves it so that its lower-left corner lies there in root coordinates; its place rule stays as it is.
+    void setScreenPos(XY<int> const& place);
+    /// From root coordinates to its own, and back.
+    XY<int> screenXYToGlobXY(XY<int> const& place) const;
+    XY<int> globXYToScreenXY(XY<int> const& place) const;
+    /// Its box in root coordinates.
+    IntBox screenBox() const;
+
+    // --- Visibility, activity
+    /// Hiding takes focus and pointer away without telling it.
+    virtual void setVisible(bool visible);
+    /// Its own setting; see `isShown()`.
+    bool isVisible() const { return hasFlag(visibleFlag); }
+    /// It and all its ancestors are visible and mapped.
+    bool isShown() const;
+    virtual void setActive(bool active, eRedrawFlag redraw = eRedrawYes);
+    bool isActive() const { return hasFlag(activeFlag); }
+    void setOpacity(double opacity);
+    double opacity() const { return canvas_->opacity(); }
+    void mapCanvas();
+    void unmapCanvas();
+
+    // --- Drawing
+    Canvas* canvas() const { return canvas_; }
+    bool ownsCanvas() const { return canvas_ == &ownCanvas_; }
+    /// Draws itself, not its children: background, then border.
+    virtual void draw();
+    virtual void drawBackground();
+    virtual void drawBorder();
+    /// Draws the children now instead of after `draw()`, so that the rest of `draw()` lies above them.
+    virtual void drawWidgets();
+    /// False keeps it and its children off the screen in this painting visit.
+    virtual bool canDraw();
+    /// Re-forms the outline of its canvas after a change of size.
+    virtual void reshapeCanvas();
+    bool isOpaque() const { return hasFlag(opaqueFlag); }
+    void setOpaque(bool opaque) { setFlag(opaqueFlag, opaque); }
+    /// Its whole box in coordinates of its canvas: what a renderer over all of it takes.
+    IntBox canvasArea() const;
+    /// Marks it as out of date, and damages its whole box.
+    void makeDirty();
+    void makeClean() { setFlag(dirtyFlag, false); }
+    bool isDirty() const { return hasFlag(dirtyFlag); }
+    /// Damages a part of it, in its own coordinates.
+    void damage(IntBox const& part);
+
+    Palette const& getPalette() const { return palette_; }
+    virtual void setPalette(Palette const& palette);
+    /// The colour of its ground: that of the palette until one is set.
+    Colour getCol() const;
+    void setCol(Colour const& colour, bool redraw);
+
+    // --- Events
+    bool handleEvent(Event const& event) override;
+    /// What the widget does with an event. True = consumed. What it does not consume it passes to its base
+    /// class. The end of that chain: messages go to the two message handlers; keys, mouse and wheel go on to
+    /// the parent.
+    virtual bool react(Event const& event);
+    /// Which kinds of event it wants besides those that reach it anyway; 4096 = timer events. Idempotent.
+    void setInterest(int kinds);
+    void clearInterest(int kinds);
+    int interest() const { return interest_; }
+    /// When its next timer event comes; see `EventTimeServer::setNextTimer`.
+    void setNextTimer(double ms);
+    /// `handler` is offered all events of these kinds (groups) that reach this `Glob`, before itself.
+    void addEventHandler(Glob* handler, int kinds);
+    /// Removes the handlers that were added for exactly these kinds.
+    void removeEventHandler(int kinds);
+    /// The pointer has entered or left its box.
+    virtual void handleMouseContainment(bool inside);
+    bool containsPointer() const { return hasFlag(containsPointerFlag); }
+    /// A held Return or space is to repeat for it, as for text and lists.
+    virtual bool repeatsReturnAndSpace() const;
+    /// A character without Ctrl, Alt or Meta, or one of the plain control characters.
+    static bool isPlainKey(unsigned int code);
+    IdStamp windowStamp() const override;
+    Glob* asGlob() override;
+
+    // --- Messages
+    /// Queued, and direct; this is the sender. False when there is no target; direct: whether it was
+    /// consumed.
+    bool sendMsg(Glob* target, char const* name);
+    bool callMsg(Glob* target, char const* name);
+
+    // --- Keyboard focus
+    /// Called when it has gained or lost the focus; `get_kbd_focus()` tells which.
+    virtual void handleKbdFocus();
+    /// False when it is not shown or not active.
+    bool claimKbdFocus();
+    /// Hands the focus on when it holds it; to the root where `to` is null or cannot take it.
+    void relinquishKbdFocus(Glob* to);
+
+    // --- Self-description
+    /// Fills in what it says about itself; overriders call their base first.
+    virtual void describe(GlobDescription& description) const;
+    /// To be called when something of that has changed; free when nobody listens.
+    void describeChanged(DescriptionChange what);
+    LightweightString<char> name() const;
+    void setName(LightweightString<char> name);
+
+    // CanvasClient
+    CanvasPlace canvasPlace() const override;
+    void damageAbove(IntBox const& area) override;
+
+private:
+    friend class Tree;
+    friend class Placement;
+    friend class Painting;
+    friend class Lifetime;
+    friend class ContainmentPath;
+    friend class GlobNotices;
+    struct Side;
+
+    enum Flag : std::uint32_t {
+        visibleFlag = 1u << 0,
+        activeFlag = 1u << 1,
+        opaqueFlag = 1u << 2,
+        dirtyFlag = 1u << 3,
+        dyingFlag = 1u << 4,
+        trashableFlag = 1u << 5,
+        indestructibleFlag = 1u << 6,
+        persistableFlag = 1u << 7,
+        lightweightFlag = 1u << 8,
+        canBeItFlag = 1u << 9,
+        resizableFlag = 1u << 10,
+        movableFlag = 1u << 11,
+        movingFlag = 1u << 12,
+        reparentableFlag = 1u << 13,
+        containsPointerFlag = 1u << 14,
+        /// The children were drawn by `drawWidgets()` in this visit.
+        widgetsDrawnFlag = 1u << 15,
+        /// Marks of a layout pass.
+        placingFlag = 1u << 16,
+        placedFlag = 1u << 17,
+        relativeFlag = 1u << 18,
+        userAreaFlag = 1u << 19,
+        watchedFlag = 1u << 20,
+    };
+
+    bool hasFlag(Flag flag) const { return (flags_ & flag) != 0; }
+    void setFlag(Flag flag, bool on) { flags_ = on ? flags_ | flag : flags_ & ~flag; }
+    Side& side();
+    void init(XY<int> size, Canvas* canvas, bool opaque);
+    /// Takes focus and captured pointer away from it and all below it, and tells nobody.
+    void loseInput();
+    /// What a moving object does with the pointer. True = used.
+    bool followPointer(Event const& event);
+
+    std::uint32_t flags_;
+    std::uint32_t numChildren_ = 0;
+    Glob* parent_ = nullptr;
+    Glob* firstChild_ = nullptr;
+    Glob* lastChild_ = nullptr;
+    Glob* previous_ = nullptr;
+    Glob* next_ = nullptr;
+    XY<int> position_;
+    unsigned short width_ = 0;
+    unsigned short height_ = 0;
+    unsigned short oldWidth_ = 0;
+    unsigned short oldHeight_ = 0;
+    /// The place rule: offset from a corner, or with `relativeFlag` a rule in the side record.
+    XY<int> offset_;
+    CoordinateOrigin origin_ = CoordinateOrigin::bottomLeft;
+    int interest_ = 0;
+    /// Its number in the parent's child grid.
+    std::uint32_t gridNumber_ = 0;
+    Canvas ownCanvas_;
+    Canvas* canvas_ = nullptr;
+    Palette palette_;
+    /// What few have: surround, limits, colour, name, relative place, child grid, event handlers.
+    std::unique_ptr<Side> side_;
+};
+
+static_assert(sizeof(Glob) <= 192);
+
+/// Whether a pointer still names a live `Glob`; never touches it.
+WAINSCOT_API bool is_good_glob_ptr(Glob const* glob);
+/// Same as `delete`; null and dangling pointers are ignored.
+WAINSCOT_API void destroy(Glob* glob);
+/// The gap between two boxes on the screen in pixels; negative exactly when they overlap.
+WAINSCOT_API double glob_pseudo_distance(Glob const* a, Glob const* b);
+/// The event's place in the coordinates of a `Glob`.
+WAINSCOT_API XY<int> eventXYToGlobXY(Event const& event, Glob const& glob);
+/// Steps through the roots of all windows: null gives the first, each root the next, the last one null.
+WAINSCOT_API Glob* walk_all_root_globs(Glob* previous);
+/// The owner of a canvas; null for null.
+WAINSCOT_API Glob* canvas_to_glob(Canvas const* canvas);
+/// The `Glob` that sent a message; null when it was none or has died.
+WAINSCOT_API Glob* event_to_sender_glob(Event const& event);
+WAINSCOT_API bool canvas_is_mapped_to_root(Canvas const* canvas);
+/// Damages all of a canvas.
+WAINSCOT_API void canvupd_mark_all(Canvas* canvas);
+
+} // namespace wainscot

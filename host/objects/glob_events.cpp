@@ -1,0 +1,197 @@
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/events/messages.h"
+#include "host/objects/dispatch.h"
+#include "host/objects/glob_side_p.h"
+#include "host/objects/kbd_focus.h"
+
+namespace wainscot {
+
+namespace {
+
+/// The object that a dispatch is asking at the moment, and the event: there `Glob::react` need not call the
+/// parent itself, the dispatch goes on with it.
+struct Asked {
+    Event const* event = nullptr;
+    Glob const* glob = nullptr;
+};
+constinit Asked asked;
+
+class Asking {
+public:
+    Asking(Event const& event, Glob const& glob) : outer_(asked) { asked = {&event, &glob}; }
+    ~Asking() { asked = outer_; }
+    Asking(Asking const&) = delete;
+    Asking& operator=(Asking const&) = delete;
+
+private:
+    Asked outer_;
+};
+
+bool goesToParents(Event const& event) {
+    return mouse_event(event) || mouse_zoom_event(event) || isKeyPressEvent(event) ||
+           isKeyReleaseEvent(event) || isComposedTextEvent(event);
+}
+
+/// From `glob` upwards until somebody consumes it. Whoever dies while it is asked has consumed it.
+bool askUpwards(Glob* glob, Event const& event, Glob** consumer = nullptr) {
+    while (glob) {
+        LifeGuard const life = glob->guard();
+        Asking const asking(event, *glob);
+        if (glob->react(event) || !life.alive()) {
+            if (consumer && life.alive()) *consumer = glob;
+            return true;
+        }
+        glob = glob->parent();
+    }
+    return false;
+}
+
+} // namespace
+
+bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer) {
+    DispatchScope const scope(event);
+    if (consumer) *consumer = nullptr;
+    if (!is_good_glob_ptr(target)) return false;
+    LifeGuard const life = target->guard();
+    {
+        Asking const asking(event, *target);
+        if (target->handleEvent(event) || !life.alive()) {
+            if (consumer && life.alive()) *consumer = target;
+            return true;
+        }
+    }
+    return goesToParents(event) && askUpwards(target->parent(), event, consumer);
+}
+
+bool Glob::handleEvent(Event const& event) {
+    LifeGuard const life = guard();
+    if (side_ && !side_->offered.empty()) {
+        auto const offered = side_->offered;
+        for (Side::Offered const& entry : offered) {
+            bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
+            if (!wanted || !valid(entry.handler, entry.stamp)) continue;
+            if (entry.handler->handleEvent(event) || !life.alive()) return true;
+        }
+    }
+    return react(event);
+}
+
+bool Glob::react(Event const& event) {
+    if (isMessageEvent(event)) {
+        LightweightString<char> const name = event.message();
+        int const answer = event.hasData() ? handleDataMessageEvent(name, event.sender(), event.data())
+                                           : handleMessageEvent(name, event.sender());
+        if (answer != 1 && name != pootMsg) Diagnostics::count("message not handled", name.c_str());
+        return answer == 1;
+    }
+    if (isMoving() && followPointer(event)) return true;
+    if (!goesToParents(event)) return false;
+    bool const dispatchGoesOn = asked.event == &event && asked.glob == this;
+    return !dispatchGoesOn && askUpwards(parent_, event);
+}
+
+bool Glob::followPointer(Event const& event) {
+    if (mouse_move_event(event)) {
+        setScreenPos(event.place() - side().grip);
+        return true;
+    }
+    if (!mouse_up_event(event)) return false;
+    stopMoving();
+    return true;
+}
+
+void Glob::startMoving() {
+    EventSystem* const system = EventSystem::current();
+    if (!system || !isMovable() || isMoving()) return;
+    side().grip = screenXYToGlobXY(system->pointer.place);
+    setFlag(movingFlag, true);
+    if (system->pointer.heldButtons != 0) system->pointer.capture(this);
+}
+
+void Glob::stopMoving() {
+    setFlag(movingFlag, false);
+}
+
+void Glob::loseInput() {
+    KbdFocus::leave(*this);
+    EventSystem* const system = EventSystem::current();
+    EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
+    Glob const* const holder = captured ? captured->asGlob() : nullptr;
+    if (holder && (holder == this || isParentedTo(holder, this))) system->pointer.releaseCapture();
+}
+
+void Glob::setInterest(int kinds) {
+    interest_ |= kinds;
+    EventTimeServer* const timers = EventTimeServer::theEventTimeServer();
+    if ((kinds & EventKind::timer) != 0 && timers && !isDying()) timers->registerForTimeEvents(this);
+}
+
+void Glob::clearInterest(int kinds) {
+    interest_ &= ~kinds;
+    EventTimeServer* const timers = EventTimeServer::theEventTimeServer();
+    if ((kinds & EventKind::timer) != 0 && timers) timers->unregister(this);
+}
+
+void Glob::setNextTimer(double ms) {
+    if (EventTimeServer* timers = EventTimeServer::theEventTimeServer()) timers->setNextTimer(this, ms);
+}
+
+void Glob::addEventHandler(Glob* handler, int kinds) {
+    if (!is_good_glob_ptr(handler) || handler == this) {
+        Diagnostics::count("event handler refused", "addEventHandler");
+        return;
+    }
+    auto& offered = side().offered;
+    std::erase_if(offered, [](Side::Offered const& entry) { return !valid(entry.handler, entry.stamp); });
+    offered.push_back({handler, handler->idStamp(), kinds});
+}
+
+void Glob::removeEventHandler(int kinds) {
+    if (side_)
+        std::erase_if(side_->offered, [kinds](Side::Offered const& entry) { return entry.kinds == kinds; });
+}
+
+void Glob::handleMouseContainment(bool) {}
+
+void Glob::handleKbdFocus() {}
+
+bool Glob::repeatsReturnAndSpace() const {
+    return false;
+}
+
+bool Glob::isPlainKey(unsigned int code) {
+    constexpr unsigned int command = Key::ctrl | Key::alt | Key::meta;
+    return (code & command) == 0 && !Key::isSpecial(code);
+}
+
+bool Glob::sendMsg(Glob* target, char const* name) {
+    return sendMessage(name, target, this);
+}
+
+bool Glob::callMsg(Glob* target, char const* name) {
+    return callMessage(name, target, this);
+}
+
+bool Glob::claimKbdFocus() {
+    return set_kbd_focus(this);
+}
+
+void Glob::relinquishKbdFocus(Glob* to) {
+    Glob* const root = getRootParent(this);
+    if (KbdFocus::holderIn(*root) != this) return;
+    LifeGuard const life = guard();
+    if (is_good_glob_ptr(to) && to != this && set_kbd_focus(to)) return;
+    if (life.alive() && root != this) set_kbd_focus(root);
+}
+
+XY<int> eventXYToGlobXY(Event const& event, Glob const& glob) {
+    return glob.screenXYToGlobXY(event.place());
+}
+
+Glob* event_to_sender_glob(Event const& event) {
+    return event.sender();
+}
+
+} // namespace wainscot

@@ -1,0 +1,63 @@
+#include "host/objects/glob_notices.h"
+
+#include "host/events/dispatch_scope.h"
+#include "host/objects/glob.h"
+
+#include <memory>
+#include <unordered_map>
+
+namespace wainscot {
+
+namespace {
+
+using Watched = std::unordered_map<Glob const*, std::shared_ptr<Notifier>>;
+
+Watched& watched() {
+    static Watched notifiers;
+    return notifiers;
+}
+
+/// A notice must not keep anything from being taken down, so exceptions end here.
+void issue(Glob& glob, LightweightString<char> const& name) {
+    auto const found = watched().find(&glob);
+    if (found == watched().end()) return;
+    std::shared_ptr<Notifier> const held = found->second;
+    DispatchScope const scope;
+    NotifyMsg const notice(name, wrapData<Glob*>(&glob));
+    runHandler("notice", [&] { held->issueNotification(notice); });
+}
+
+NotifierSubscription watch(Glob& glob, LightweightString<char> const& name, GlobNotices::Callback callback) {
+    std::shared_ptr<Notifier>& notifier = watched()[&glob];
+    if (!notifier) notifier = std::make_shared<Notifier>();
+    return notifier->subscribe(name, std::move(callback));
+}
+
+} // namespace
+
+NotifierSubscription GlobNotices::watchDeletion(Glob& glob, Callback callback) {
+    if (glob.isDying()) return {};
+    glob.setFlag(Glob::watchedFlag, true);
+    return watch(glob, deletedMsg, std::move(callback));
+}
+
+NotifierSubscription GlobNotices::watchMoves(Glob& glob, Callback callback) {
+    if (glob.isDying()) return {};
+    glob.setFlag(Glob::watchedFlag, true);
+    return watch(glob, movedMsg, std::move(callback));
+}
+
+void GlobNotices::deleted(Glob& glob) {
+    issue(glob, deletedMsg);
+    forget(glob);
+}
+
+void GlobNotices::moved(Glob& glob) {
+    issue(glob, movedMsg);
+}
+
+void GlobNotices::forget(Glob const& glob) {
+    watched().erase(&glob);
+}
+
+} // namespace wainscot

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/messages/notifier.h"
+
+namespace wainscot {
+
+class Glob;
+
+/// Notices of the death and of the moves of single objects of the tree. A watch ends with its subscription,
+/// which may happen inside a notice.
+class WAINSCOT_API GlobNotices {
+public:
+    using Callback = Qv::Ptr<iCallbackBase<int, NotifyMsg>>;
+
+    static constexpr LightweightString<char> deletedMsg{"glob_deleted"};
+    static constexpr LightweightString<char> movedMsg{"glob_moved"};
+
+    /// Called once, before anything of the object is taken down; the payload is the `Glob*`
+    /// (`unwrapData<Glob*>`).
+    [[nodiscard]] static NotifierSubscription watchDeletion(Glob& glob, Callback callback);
+    /// Called after its place in its parent, or its size, has changed.
+    [[nodiscard]] static NotifierSubscription watchMoves(Glob& glob, Callback callback);
+
+private:
+    friend class Lifetime;
+    friend class Placement;
+    static void deleted(Glob& glob);
+    static void moved(Glob& glob);
+    static void forget(Glob const& glob);
+};
+
+} // namespace wainscot

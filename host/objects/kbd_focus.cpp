@@ -1,0 +1,104 @@
+#include "host/objects/kbd_focus.h"
+
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+namespace {
+
+constexpr int maxNesting = 32;
+
+Glob* asGlob(EventHandler* handler) {
+    return handler ? handler->asGlob() : nullptr;
+}
+
+/// The window in which a change of the focus is being told; there `get_kbd_focus` looks meanwhile.
+constinit IdStamp changingWindow;
+
+class Change {
+public:
+    Change(FocusHolders& focus, IdStamp window) : outer_(changingWindow) {
+        changingWindow = window;
+        ++focus.nesting;
+    }
+    ~Change() {
+        changingWindow = outer_;
+        if (EventSystem* system = EventSystem::current()) --system->focus.nesting;
+    }
+    Change(Change const&) = delete;
+    Change& operator=(Change const&) = delete;
+
+private:
+    IdStamp outer_;
+};
+
+bool refuse(char const* why) {
+    Diagnostics::count("keyboard focus refused", why);
+    return false;
+}
+
+bool giveToRoot(EventSystem& system) {
+    Glob* const holder = asGlob(system.focus.holder(system.focus.activeWindow()));
+    return holder && set_kbd_focus(Glob::getRootParent(holder));
+}
+
+bool change(EventSystem& system, Glob& glob, IdStamp window) {
+    FocusHolders& focus = system.focus;
+    Glob* const old = asGlob(focus.holder(window));
+    if (old == &glob) return true;
+    if (focus.nesting >= maxNesting) return refuse("too many changes inside each other");
+    focus.setHolder(window, &glob);
+    LifeGuard const life = glob.guard();
+    DispatchScope const scope;
+    Change const telling(focus, window);
+    if (old) old->handleKbdFocus();
+    if (EventSystem::current() != &system) return false;
+    if (life.alive() && focus.holder(window) == &glob) glob.handleKbdFocus();
+    return true;
+}
+
+} // namespace
+
+Glob* get_kbd_focus() {
+    EventSystem const* const system = EventSystem::current();
+    if (!system) return nullptr;
+    IdStamp const window = changingWindow.valid() ? changingWindow : system->focus.activeWindow();
+    return asGlob(system->focus.holder(window));
+}
+
+bool set_kbd_focus(Glob* glob) {
+    EventSystem* const system = EventSystem::current();
+    if (!system) return refuse("no host lives");
+    if (!glob) return giveToRoot(*system);
+    if (!is_good_glob_ptr(glob)) return refuse("not a live object");
+    if (!glob->isActive() || !glob->isShown()) return refuse("not shown or not active");
+    return change(*system, *glob, Glob::getRootParent(glob)->idStamp());
+}
+
+bool glib_appHasFocus() {
+    EventSystem const* const system = EventSystem::current();
+    return system && system->focus.applicationHasFocus();
+}
+
+Glob* KbdFocus::holderIn(Glob const& root) {
+    EventSystem const* const system = EventSystem::current();
+    return system ? asGlob(system->focus.holder(root.idStamp())) : nullptr;
+}
+
+void KbdFocus::leave(Glob& top) {
+    EventSystem* const system = EventSystem::current();
+    if (!system) return;
+    Glob* const root = Glob::getRootParent(&top);
+    Glob* const holder = holderIn(*root);
+    if (holder && (holder == &top || Glob::isParentedTo(holder, &top)))
+        system->focus.setHolder(root->idStamp(), root == &top ? nullptr : root);
+}
+
+void KbdFocus::startIn(Glob& root) {
+    if (EventSystem* system = EventSystem::current()) system->focus.setHolder(root.idStamp(), &root);
+}
+
+} // namespace wainscot

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/base/export.h"
+
+namespace wainscot {
+
+class Glob;
+
+/// The holder of the keyboard focus in the active window (in the last active one while none is); while a
+/// change of the focus is being told, that of the window in which it changes. Null when there is none.
+WAINSCOT_API Glob* get_kbd_focus();
+/// Gives the focus of its window to an object: nothing happens when it holds it; else it is stored, the old
+/// holder is told, then, if it lives and still holds it, the new one. Null gives the active window's focus to
+/// its root. False when refused: not shown, not active, dead, or more than 32 changes inside each other.
+WAINSCOT_API bool set_kbd_focus(Glob* glob);
+/// Whether a window of the program is the active one.
+WAINSCOT_API bool glib_appHasFocus();
+
+/// What the tree itself does with the focus.
+class WAINSCOT_API KbdFocus {
+public:
+    /// The holder in the window of a root; null when there is none.
+    static Glob* holderIn(Glob const& root);
+    /// When the holder is `top` or below it: the root gets the focus, and nobody is told.
+    static void leave(Glob& top);
+    /// Makes the root the holder of its own window, and nobody is told.
+    static void startIn(Glob& root);
+};
+
+} // namespace wainscot

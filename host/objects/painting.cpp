@@ -1,0 +1,183 @@
+#include "host/objects/painting.h"
+
+#include "host/base/diagnostics.h"
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/surface.h"
+#include "host/events/dispatch_scope.h"
+#include "host/objects/tree.h"
+
+namespace wainscot {
+
+namespace {
+
+constinit std::uint64_t drawnCount = 0;
+
+/// One visit over a subtree. Uses a stack of its own, so that depth costs no call stack.
+class Visit {
+public:
+    Visit(Surface& surface, PaintPhase& phase) : surface_(surface), phase_(phase), outer_(current) {
+        current = this;
+    }
+    ~Visit() { current = outer_; }
+    Visit(Visit const&) = delete;
+    Visit& operator=(Visit const&) = delete;
+
+    void run(Glob& root);
+    bool drawChildrenNow(Glob& glob);
+
+    static constinit Visit* current;
+
+private:
+    struct Item {
+        Glob* glob;
+        IdStamp stamp;
+        /// Its lower-left corner and what may be painted of it, on the surface.
+        XY<int> origin;
+        IntBox clip;
+        /// The canvas on which its parent lies, and that canvas' place.
+        Canvas* outerCanvas;
+        XY<int> outerOrigin;
+        float opacity;
+    };
+
+    void drain(std::size_t bottom);
+    void drawItem(Item const& item);
+    void pushChildren(Item const& item);
+    void enterCanvas(Item const& item);
+    bool meetsDamage(IntBox const& box) const;
+    XY<int> canvasOrigin(Item const& item) const;
+
+    Surface& surface_;
+    PaintPhase& phase_;
+    Visit* outer_;
+    std::vector<Item> stack_;
+    std::vector<Glob*> found_;
+    Item const* drawing_ = nullptr;
+    bool childrenDrawn_ = false;
+};
+
+constinit Visit* Visit::current = nullptr;
+
+bool Visit::meetsDamage(IntBox const& box) const {
+    for (IntBox const& damaged : phase_.damage())
+        if (damaged.intersects(box)) return true;
+    return false;
+}
+
+XY<int> Visit::canvasOrigin(Item const& item) const {
+    if (item.glob->ownsCanvas()) return item.origin;
+    if (item.glob->canvas() == item.outerCanvas) return item.outerOrigin;
+    return item.glob->canvas()->owner().canvasPlace().origin;
+}
+
+void Visit::run(Glob& root) {
+    IntBox const all = surface_.bounds();
+    stack_.push_back({&root, root.idStamp(), {0, 0}, all.intersection(root.bounds()), nullptr, {0, 0}, 1.0F});
+    drain(0);
+}
+
+void Visit::drain(std::size_t bottom) {
+    while (stack_.size() > bottom) {
+        Item const item = stack_.back();
+        stack_.pop_back();
+        drawItem(item);
+    }
+}
+
+void Visit::enterCanvas(Item const& item) {
+    CanvasPlace place;
+    place.surface = &surface_;
+    place.origin = canvasOrigin(item);
+    place.visible = item.clip;
+    place.mapped = true;
+    place.opacity = item.opacity;
+    phase_.enter(item.glob->canvas(), place);
+}
+
+void Visit::drawItem(Item const& item) {
+    Glob* const glob = item.glob;
+    if (!EventHandler::valid(glob, item.stamp) || !glob->isVisible() || !glob->canvas()->isMapped()) return;
+    bool mayDraw = false;
+    runHandler("canDraw", [&] { mayDraw = glob->canDraw(); });
+    if (!mayDraw || !EventHandler::valid(glob, item.stamp)) return;
+    ++drawnCount;
+    enterCanvas(item);
+    Item const* const outerDrawing = drawing_;
+    bool const outerChildrenDrawn = childrenDrawn_;
+    drawing_ = &item;
+    childrenDrawn_ = false;
+    glob->makeClean();
+    int const holds = Drawable::holdCount();
+    runHandler("draw", [&] { glob->draw(); });
+    Drawable::restoreHoldCount(holds);
+    bool const childrenAreDue = !childrenDrawn_ && EventHandler::valid(glob, item.stamp);
+    drawing_ = outerDrawing;
+    childrenDrawn_ = outerChildrenDrawn;
+    if (childrenAreDue) pushChildren(item);
+}
+
+void Visit::pushChildren(Item const& item) {
+    found_.clear();
+    Tree::childrenMeeting(*item.glob, item.clip.translated(XY<int>() - item.origin), found_);
+    XY<int> const origin = canvasOrigin(item);
+    for (auto child = found_.rbegin(); child != found_.rend(); ++child) {
+        IntBox const box = (*child)->box().translated(item.origin);
+        IntBox const clip = box.intersection(item.clip);
+        if (clip.isEmpty() || !meetsDamage(clip)) continue;
+        float const own = (*child)->ownsCanvas() ? (*child)->canvas()->opacity() : 1.0F;
+        if (!(own > 0.0F)) continue;
+        stack_.push_back({*child, (*child)->idStamp(), box.bottomLeft(), clip, item.glob->canvas(), origin,
+                          item.opacity * own});
+    }
+}
+
+bool Visit::drawChildrenNow(Glob& glob) {
+    if (!drawing_ || drawing_->glob != &glob || childrenDrawn_) return false;
+    Item const item = *drawing_;
+    std::size_t const bottom = stack_.size();
+    pushChildren(item);
+    drain(bottom);
+    childrenDrawn_ = true;
+    if (EventHandler::valid(item.glob, item.stamp)) enterCanvas(item);
+    return true;
+}
+
+/// Where the root fills nothing itself, what was there before must not shine through.
+void clearGround(Glob& root, Surface& surface, PaintPhase& phase) {
+    CanvasPlace place;
+    place.surface = &surface;
+    place.visible = surface.bounds();
+    place.mapped = true;
+    phase.enter(root.canvas(), place);
+    CanvasRenderer renderer(root.canvas(), surface.bounds());
+    renderer.renderPrimitive(
+        Glib::RectDescription(surface.bounds(), root.getPalette().window(eWindowNormal)));
+}
+
+} // namespace
+
+void Painting::paint(Glob& root, Surface& surface) {
+    if (surface.toPaint().empty() || surface.isPaintingHeld() || PaintPhase::current()) return;
+    std::vector<IntBox> const damage = surface.toPaint().take();
+    LifeGuard const life(surface.life());
+    {
+        DispatchScope const scope;
+        PaintPhase phase(damage);
+        if (!root.isOpaque() || !root.isVisible()) clearGround(root, surface, phase);
+        Visit(surface, phase).run(root);
+    }
+    if (!life.alive()) return;
+    for (IntBox const& box : damage) surface.toPresent().add(box);
+}
+
+void Painting::drawChildrenNow(Glob& glob) {
+    bool const drawn = Visit::current && Visit::current->drawChildrenNow(glob);
+    if (!drawn) Diagnostics::count("children drawn outside draw()", "drawWidgets");
+}
+
+std::uint64_t Painting::numDrawn() {
+    return drawnCount;
+}
+
+} // namespace wainscot

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+/// Where children lie: turns place rules into places, and does what every change of a box brings with it
+/// (damage, move notices, the parent's search grid).
+class Placement {
+public:
+    static void setRule(Glob& child, WidgetPosition const& position);
+    static WidgetPosition rule(Glob const& child);
+    /// The place that a rule gives a child of that size; a rule about a sibling that has gone keeps
+    /// `present`.
+    static XY<int> placeFor(Glob const& parent, WidgetPosition const& position, XY<int> size,
+                            XY<int> present);
+    static void moveTo(Glob& glob, XY<int> place);
+    static void setSize(Glob& glob, double width, double height);
+    static void placeChild(Glob& parent, Glob& child);
+    static void placeChildren(Glob& parent);
+
+private:
+    static void boxChanged(Glob& glob);
+    static Glob* siblingOf(Glob const& parent, Glob const& child);
+};
+
+} // namespace wainscot

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/base/export.h"
+
+#include <vector>
+
+namespace wainscot {
+
+class Glob;
+
+/// What the tree tells the one who keeps its roots in windows.
+class WAINSCOT_API iRootHost {
+public:
+    virtual ~iRootHost();
+    /// The root's size was changed by the program.
+    virtual void rootResized(Glob& root) = 0;
+    /// The root's place was changed by the program.
+    virtual void rootMoved(Glob& root) = 0;
+    virtual void rootVisibilityChanged(Glob& root) = 0;
+    /// The root is being detached: its window has to go.
+    virtual void rootDying(Glob& root) = 0;
+    /// All roots, oldest window first.
+    virtual std::vector<Glob*> roots() const = 0;
+
+    static iRootHost* current();
+    static void install(iRootHost* host);
+};
+
+} // namespace wainscot

@@ -1,0 +1,111 @@
+#include "host/objects/tree.h"
+
+#include "host/objects/glob_side_p.h"
+
+namespace wainscot {
+
+bool Tree::mayAdopt(Glob const* parent, Glob const* child) {
+    if (!parent || !child || parent == child || parent->isDying() || child->isDying()) return false;
+    bool const childHasNone = !child->firstChild_;
+    return childHasNone || !Glob::isParentedTo(parent, child);
+}
+
+void Tree::link(Glob& parent, Glob& child, Glob* before) {
+    child.parent_ = &parent;
+    child.next_ = before;
+    child.previous_ = before ? before->previous_ : parent.lastChild_;
+    (child.previous_ ? child.previous_->next_ : parent.firstChild_) = &child;
+    (before ? before->previous_ : parent.lastChild_) = &child;
+    ++parent.numChildren_;
+    if (!parent.side_ || !parent.side_->grid) return;
+    if (before)
+        dropGrid(parent);
+    else
+        child.gridNumber_ = parent.side_->grid->append(&child, child.box());
+}
+
+void Tree::unlink(Glob& child) {
+    Glob& parent = *child.parent_;
+    (child.previous_ ? child.previous_->next_ : parent.firstChild_) = child.next_;
+    (child.next_ ? child.next_->previous_ : parent.lastChild_) = child.previous_;
+    child.parent_ = child.previous_ = child.next_ = nullptr;
+    --parent.numChildren_;
+    if (!parent.side_ || !parent.side_->grid) return;
+    parent.side_->grid->remove(child.gridNumber_);
+    if (parent.side_->grid->isWorn()) dropGrid(parent);
+}
+
+std::vector<Glob*> Tree::subtree(Glob& top) {
+    std::vector<Glob*> found;
+    Glob* glob = &top;
+    while (glob) {
+        found.push_back(glob);
+        if (glob->firstChild_) {
+            glob = glob->firstChild_;
+            continue;
+        }
+        while (glob != &top && !glob->next_) glob = glob->parent_;
+        glob = glob == &top ? nullptr : glob->next_;
+    }
+    return found;
+}
+
+void Tree::scatter(std::vector<Glob*> const& globs) {
+    for (Glob* glob : globs) {
+        glob->parent_ = glob->previous_ = glob->next_ = nullptr;
+        glob->firstChild_ = glob->lastChild_ = nullptr;
+        glob->numChildren_ = 0;
+        if (glob->side_) glob->side_->grid.reset();
+    }
+}
+
+ChildGrid* Tree::grid(Glob& parent) {
+    if (parent.numChildren_ <= ChildGrid::threshold) return nullptr;
+    Glob::Side& side = parent.side();
+    if (side.grid) return side.grid.get();
+    std::vector<Glob*> children;
+    parent.getChildren(children);
+    std::vector<IntBox> boxes;
+    boxes.reserve(children.size());
+    for (Glob const* child : children) boxes.push_back(child->box());
+    side.grid = std::make_unique<ChildGrid>();
+    side.grid->build(children, boxes, [](Glob& child, std::uint32_t number) { child.gridNumber_ = number; });
+    return side.grid.get();
+}
+
+void Tree::dropGrid(Glob& parent) {
+    parent.side_->grid.reset();
+}
+
+void Tree::childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found) {
+    if (ChildGrid const* cells = grid(parent)) {
+        cells->find(area, found);
+        return;
+    }
+    for (Glob* child = parent.firstChild_; child; child = child->next_)
+        if (child->box().intersects(area)) found.push_back(child);
+}
+
+void Tree::childBoxChanged(Glob& child) {
+    Glob* const parent = child.parent_;
+    if (parent && parent->side_ && parent->side_->grid)
+        parent->side_->grid->move(child.gridNumber_, child.box());
+}
+
+Glob* Tree::globAt(Glob& top, XY<int> place) {
+    if (!top.bounds().contains(place)) return nullptr;
+    Glob* found = &top;
+    std::vector<Glob*> candidates;
+    for (Glob* next = &top; next;) {
+        found = next;
+        next = nullptr;
+        candidates.clear();
+        childrenMeeting(*found, IntBox::sized(place, {1, 1}), candidates);
+        for (auto child = candidates.rbegin(); child != candidates.rend() && !next; ++child)
+            if ((*child)->isVisible() && (*child)->canvas()->isMapped()) next = *child;
+        if (next) place -= next->position_;
+    }
+    return found;
+}
+
+} // namespace wainscot

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+class ChildGrid;
+
+/// The links between parents and children. No drawing, no placing, no notices.
+class WAINSCOT_API Tree {
+public:
+    /// Whether `parent` may take `child` over: neither is null or dying, no cycle comes about.
+    static bool mayAdopt(Glob const* parent, Glob const* child);
+    /// Links a child that has no parent above all others, or below `before`.
+    static void link(Glob& parent, Glob& child, Glob* before = nullptr);
+    /// Takes a child out of its parent.
+    static void unlink(Glob& child);
+    /// The subtree, parents before children.
+    static std::vector<Glob*> subtree(Glob& top);
+    /// Cuts all links of detached objects from each other.
+    static void scatter(std::vector<Glob*> const& globs);
+    /// Appends the children whose boxes meet `area` (in the parent's coordinates), from below to above.
+    static void childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found);
+    /// To be called after a child's box has changed.
+    static void childBoxChanged(Glob& child);
+    /// The topmost shown descendant at a place (in `top`'s coordinates), or `top` itself; null outside it.
+    static Glob* globAt(Glob& top, XY<int> place);
+
+private:
+    static ChildGrid* grid(Glob& parent);
+    static void dropGrid(Glob& parent);
+};
+
+} // namespace wainscot

@@ -1,0 +1,36 @@
+#include "host/windows/containment.h"
+
+#include "host/events/dispatch_scope.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+void ContainmentPath::tell(Step const& step, bool inside) {
+    if (!step.alive() || step.glob->containsPointer() == inside) return;
+    step.glob->setFlag(Glob::containsPointerFlag, inside);
+    runHandler("handleMouseContainment", [&] { step.glob->handleMouseContainment(inside); });
+}
+
+void ContainmentPath::moveTo(Glob* deepest) {
+    std::vector<Step> wanted;
+    for (Glob* glob = deepest; glob; glob = glob->parent()) wanted.push_back({glob, glob->idStamp()});
+    std::reverse(wanted.begin(), wanted.end());
+    auto const same = [](Step const& a, Step const& b) { return a.glob == b.glob && a.stamp == b.stamp; };
+    auto const parting = std::mismatch(steps_.begin(), steps_.end(), wanted.begin(), wanted.end(), same);
+    std::vector<Step> const left(parting.first, steps_.end());
+    std::vector<Step> const entered(parting.second, wanted.end());
+    if (left.empty() && entered.empty()) return;
+    steps_ = wanted;
+    DispatchScope const scope;
+    for (auto step = left.rbegin(); step != left.rend(); ++step) tell(*step, false);
+    for (Step const& step : entered) tell(step, true);
+}
+
+Glob* ContainmentPath::deepest() const {
+    for (auto step = steps_.rbegin(); step != steps_.rend(); ++step)
+        if (step->alive()) return step->glob;
+    return nullptr;
+}
+
+} // namespace wainscot

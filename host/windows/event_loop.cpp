@@ -1,0 +1,146 @@
+#include "host/windows/event_loop.h"
+
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/messages.h"
+#include "host/objects/dispatch.h"
+
+namespace wainscot {
+
+namespace {
+
+/// Of pure moves in one window that follow each other only the last counts.
+void mergeMoves(std::vector<InputEvent>& input) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < input.size(); ++i) {
+        bool const isMove = input[i].kind == InputEvent::Kind::pointerMoved;
+        bool const followed = isMove && i + 1 < input.size() &&
+                              input[i + 1].kind == InputEvent::Kind::pointerMoved &&
+                              input[i + 1].window == input[i].window;
+        if (followed) continue;
+        if (kept != i) input[kept] = std::move(input[i]);
+        ++kept;
+    }
+    input.resize(kept);
+}
+
+} // namespace
+
+EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
+    : backend_(backend), events_(events), windows_(windows), router_(events, windows) {}
+
+template <class Handler>
+void EventLoop::handle(char const* where, Handler handler) {
+    int const holds = Drawable::holdCount();
+    {
+        DispatchScope const scope;
+        runHandler(where, handler);
+    }
+    if (Drawable::holdCount() == holds) return;
+    Diagnostics::count("redraw holds out of balance", where);
+    Drawable::restoreHoldCount(holds);
+}
+
+int EventLoop::run() {
+    quit_ = false;
+    exitCode_ = 0;
+    while (!quit_ && windows_.numWindows() > 0) {
+        turn();
+        if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
+        std::optional<double> const due = events_.timers.nextDue();
+        if (!due && !backend_.isInteractive()) break;
+        backend_.wait(due);
+    }
+    return exitCode_;
+}
+
+void EventLoop::quit(int code) {
+    quit_ = true;
+    exitCode_ = code;
+}
+
+void EventLoop::turn() {
+    if (turning_ || DispatchScope::isActive()) {
+        Diagnostics::count("loop run from inside a handler", "turn");
+        return;
+    }
+    turning_ = true;
+    dispatchInput();
+    dispatchTimers();
+    takeCalls();
+    drain();
+    paint();
+    turning_ = false;
+}
+
+void EventLoop::dispatchInput() {
+    backend_.poll(input_);
+    std::vector<InputEvent> input = std::exchange(input_, {});
+    mergeMoves(input);
+    for (InputEvent const& next : input) {
+        handle("input", [&] { router_.route(next); });
+        drain();
+    }
+}
+
+void EventLoop::dispatchTimers() {
+    double const now = service_get_msecs();
+    for (EventTimeServer::Due const& due : events_.timers.takeDue(now)) {
+        if (!events_.timers.isStillDue(due)) continue;
+        Event event(EventKind::timer);
+        event.setTime(now);
+        event.setTarget(due.handler);
+        handle("timer", [&] { deliverEvent(due.handler, event); });
+        drain();
+    }
+}
+
+void EventLoop::takeCalls() {
+    for (Qv::Ptr<EventQueue::Call>& call : events_.inbox->take()) events_.queue.add(std::move(call));
+}
+
+void EventLoop::drain() {
+    for (int round = 0; round < maxRounds && !events_.queue.empty(); ++round) {
+        for (EventQueue::Entry& entry : events_.queue.take()) deliver(entry);
+    }
+    if (!events_.queue.empty()) Diagnostics::count("queue not drained", "handlers keep posting");
+}
+
+void EventLoop::deliver(EventQueue::Entry& entry) {
+    if (entry.call) {
+        handle("call from another thread", [&] { entry.call->run(); });
+        return;
+    }
+    EventHandler* const target = entry.event.target();
+    if (!target) return;
+    if (isMessageEvent(entry.event)) {
+        handle("message", [&] { deliverEvent(target, entry.event); });
+        return;
+    }
+    Glob* const glob = target->asGlob();
+    if (!glob)
+        handle("posted event", [&] { deliverEvent(target, entry.event); });
+    else if (glob->isShown())
+        handle("posted event", [&] { dispatchUpwards(glob, entry.event); });
+}
+
+void EventLoop::paint() {
+    if (!windows_.hasPaintWork()) return;
+    handle("painting", [&] { windows_.paintPending(); });
+    handle("containment", [&] { router_.refreshContainment(); });
+}
+
+bool EventLoop::isIdle() const {
+    return input_.empty() && events_.queue.empty() && events_.inbox->empty() && !windows_.hasPaintWork();
+}
+
+bool EventLoop::settle(int maxTurns) {
+    for (int i = 0; i < maxTurns; ++i) {
+        turn();
+        if (isIdle()) return true;
+    }
+    Diagnostics::count("not settled", "handlers keep each other busy");
+    return false;
+}
+
+} // namespace wainscot

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/events/event_system.h"
+#include "host/windows/backend.h"
+#include "host/windows/glob_manager.h"
+#include "host/windows/input_router.h"
+
+namespace wainscot {
+
+/// The one loop. A turn dispatches the platform input that has come, then the timers that are due, then calls
+/// from other threads, draining the queue after each; then it paints once, and presents.
+class WAINSCOT_API EventLoop {
+public:
+    EventLoop(Backend& backend, EventSystem& events, GlobManager& windows);
+
+    /// Turns until the last window has closed or `quit()` is called; the answer is the argument of that, or
+    /// 0. Without a screen it also ends when nothing can happen any more.
+    int run();
+    void quit(int code);
+    /// One turn, without sleeping. Refused inside a handler: the loop never runs from there.
+    void turn();
+    /// Input that comes as if from the platform, behind what is waiting.
+    void inject(InputEvent input) { input_.push_back(std::move(input)); }
+    /// Nothing is left to do before time moves on or input comes.
+    bool isIdle() const;
+    /// Turns without moving time until idle; false when `maxTurns` were not enough.
+    bool settle(int maxTurns = 1000);
+
+    /// Rounds of delivery after one input event or timer; what is left then waits for the next turn.
+    static constexpr int maxRounds = 64;
+
+private:
+    void dispatchInput();
+    void dispatchTimers();
+    void takeCalls();
+    void drain();
+    void deliver(EventQueue::Entry& entry);
+    void paint();
+    /// Runs one handler: exceptions are reported, and holds of redraws that it left behind are taken back.
+    template <class Handler>
+    void handle(char const* where, Handler handler);
+
+    Backend& backend_;
+    EventSystem& events_;
+    GlobManager& windows_;
+    InputRouter router_;
+    std::vector<InputEvent> input_;
+    bool turning_ = false;
+    bool quit_ = false;
+    int exitCode_ = 0;
+};
+
+} // namespace wainscot

@@ -1,0 +1,283 @@
+#include "host/windows/input_router.h"
+
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/objects/dispatch.h"
+#include "host/objects/kbd_focus.h"
+#include "host/objects/tree.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+constexpr int maxNotches = 100;
+constexpr double wheelGestureMs = 500.0;
+constexpr int wheelGestureReach = 8;
+
+int buttonBit(InputEvent::Button button) {
+    switch (button) {
+    case InputEvent::Button::left:
+        return EventKind::left;
+    case InputEvent::Button::right:
+        return EventKind::right;
+    case InputEvent::Button::middle:
+        return EventKind::middle;
+    case InputEvent::Button::none:
+        break;
+    }
+    return 0;
+}
+
+Glob* shownOrNull(Glob* glob) {
+    return glob && glob->isShown() ? glob : nullptr;
+}
+
+bool isReturnOrSpace(std::uint32_t code) {
+    return Key::base(code) == Key::enter || Key::base(code) == Key::space;
+}
+
+} // namespace
+
+void InputRouter::route(InputEvent const& input) {
+    using Kind = InputEvent::Kind;
+    switch (input.kind) {
+    case Kind::pointerPressed:
+        return routePress(input);
+    case Kind::pointerReleased:
+        return routeRelease(input);
+    case Kind::pointerMoved:
+        return routeMove(input);
+    case Kind::pointerLeft:
+        pointerIsInside_ = false;
+        return updateContainment(nullptr);
+    case Kind::wheel:
+        return routeWheel(input);
+    case Kind::zoom:
+        return routeZoom(input);
+    case Kind::keyPressed:
+    case Kind::keyReleased:
+        return routeKey(input);
+    case Kind::composedText:
+        return routeComposedText(input);
+    default:
+        break;
+    }
+    if (TopLevelWindow* window = windows_.windowOf(input.window)) routeWindow(input, *window);
+}
+
+// Pointer
+
+Glob* InputRouter::globUnder(InputEvent const& input) const {
+    TopLevelWindow* window = input.window ? windows_.windowOf(input.window) : windows_.windowAt(input.place);
+    if (!window || !window->root().isShown()) return nullptr;
+    return Tree::globAt(window->root(), window->root().screenXYToGlobXY(input.place));
+}
+
+Glob* InputRouter::globUnderPointer() const {
+    InputEvent here;
+    here.place = events_.pointer.place;
+    here.window = windows_.windowOf(pointerWindow_) ? pointerWindow_ : 0;
+    return globUnder(here);
+}
+
+Glob* InputRouter::captureHolder() const {
+    EventHandler* const holder = events_.pointer.captureHolder();
+    return holder ? holder->asGlob() : nullptr;
+}
+
+Glob* InputRouter::pointerTarget(InputEvent const& input) const {
+    if (Glob* holder = captureHolder()) return shownOrNull(holder);
+    bool const pressedOnNobody = events_.pointer.heldButtons != 0;
+    return pressedOnNobody ? nullptr : globUnder(input);
+}
+
+Event InputRouter::pointerEvent(int kind, InputEvent const& input) const {
+    PointerState const& pointer = events_.pointer;
+    Event event(kind, input.place);
+    event.setModifiers(input.modifiers);
+    event.setHeldButtons(pointer.heldButtons);
+    event.setChord(pointer.chord);
+    event.setClicks(pointer.clicks);
+    event.setPressPlace(pointer.pressPlace);
+    event.setTime(input.time);
+    return event;
+}
+
+void InputRouter::routePress(InputEvent const& input) {
+    PointerState& pointer = events_.pointer;
+    int const bit = buttonBit(input.button);
+    if (bit == 0 || (pointer.heldButtons & bit) != 0) return;
+    endWheelGesture();
+    pointer.place = input.place;
+    pointerWindow_ = input.window;
+    pointerIsInside_ = true;
+    bool const first = pointer.heldButtons == 0;
+    if (first) {
+        pointer.releaseCapture();
+        updateContainment(globUnder(input));
+        pointer.pressPlace = input.place;
+        pointer.clicks = std::max(input.clicks, 1);
+    }
+    pointer.chord = !first;
+    Glob* const target = first ? globUnder(input) : shownOrNull(captureHolder());
+    pointer.heldButtons |= bit;
+    if (!target) return;
+    if (first) pointer.capture(target);
+    Glob* consumer = nullptr;
+    dispatchUpwards(target, pointerEvent(EventKind::mouse | bit | EventKind::down, input), &consumer);
+    bool const captureIsAsSet = is_good_glob_ptr(target) && pointer.isCapturedBy(target);
+    if (captureIsAsSet && consumer) pointer.capture(consumer);
+}
+
+void InputRouter::routeRelease(InputEvent const& input) {
+    PointerState& pointer = events_.pointer;
+    int const bit = buttonBit(input.button);
+    if (bit == 0 || (pointer.heldButtons & bit) == 0) return;
+    pointer.place = input.place;
+    pointer.heldButtons &= ~bit;
+    bool const last = pointer.heldButtons == 0;
+    Glob* const target = shownOrNull(captureHolder());
+    if (last) pointer.releaseCapture();
+    Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
+    if (last) pointer.chord = false;
+    if (target) dispatchUpwards(target, event);
+    if (last && pointer.heldButtons == 0) updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
+}
+
+void InputRouter::routeMove(InputEvent const& input) {
+    PointerState& pointer = events_.pointer;
+    bool const stays = pointerIsInside_ && pointer.place == input.place && pointerWindow_ == input.window;
+    if (stays) return;
+    pointer.place = input.place;
+    pointerIsInside_ = true;
+    pointerWindow_ = input.window;
+    updateContainment(globUnder(input));
+    if (Glob* target = pointerTarget(input))
+        dispatchUpwards(target, pointerEvent(EventKind::mouseMove | pointer.heldButtons, input));
+}
+
+/// While somebody holds the pointer, only that and its ancestors can be entered.
+void InputRouter::updateContainment(Glob* under) {
+    Glob* const holder = captureHolder();
+    if (holder) {
+        while (under && under != holder && !Glob::isParentedTo(holder, under)) under = under->parent();
+    }
+    containment_.moveTo(under);
+}
+
+void InputRouter::refreshContainment() {
+    updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
+}
+
+Glob* InputRouter::wheelTarget(InputEvent const& input) {
+    if (Glob* holder = captureHolder()) return shownOrNull(holder);
+    XY<int> const way = input.place - wheelPlace_;
+    bool const near = std::abs(way.x) <= wheelGestureReach && std::abs(way.y) <= wheelGestureReach;
+    bool const goesOn = EventHandler::valid(wheelGlob_, wheelStamp_) && wheelGlob_->isShown() && near &&
+                        input.time - wheelTime_ < wheelGestureMs;
+    if (!goesOn) {
+        wheelGlob_ = globUnder(input);
+        wheelStamp_ = wheelGlob_ ? wheelGlob_->idStamp() : IdStamp();
+        wheelPlace_ = input.place;
+    }
+    wheelTime_ = input.time;
+    return wheelGlob_;
+}
+
+void InputRouter::routeWheel(InputEvent const& input) {
+    events_.pointer.place = input.place;
+    int const notches = std::clamp(input.amount, -maxNotches, maxNotches);
+    Glob* const target = wheelTarget(input);
+    if (!target || notches == 0) return;
+    Event event = pointerEvent(EventKind::mouseWheel, input);
+    event.setAmount(notches);
+    dispatchUpwards(target, event);
+}
+
+void InputRouter::routeZoom(InputEvent const& input) {
+    events_.pointer.place = input.place;
+    Glob* const target = pointerTarget(input);
+    if (!target || input.amount == 0) return;
+    Event event = pointerEvent(EventKind::zoom, input);
+    event.setAmount(input.amount);
+    dispatchUpwards(target, event);
+}
+
+// Keys
+
+void InputRouter::routeKey(InputEvent const& input) {
+    bool const press = input.kind == InputEvent::Kind::keyPressed;
+    Event event(press ? EventKind::keyPress : EventKind::keyRelease, input.keyCode);
+    event.setModifiers(input.modifiers | (input.keyCode & Key::modifierMask));
+    event.setRepeat(press && input.repeat);
+    event.setTime(input.time);
+    event.setPlace(events_.pointer.place);
+    dispatchKey(event);
+}
+
+void InputRouter::routeComposedText(InputEvent const& input) {
+    if (input.text.empty()) return;
+    Event event(EventKind::composedText);
+    event.setText(input.text);
+    event.setTime(input.time);
+    if (Glob* holder = get_kbd_focus()) dispatchUpwards(shownOrNull(holder), event);
+}
+
+void InputRouter::dispatchKey(Event& event) {
+    IdStamp const active = events_.focus.activeWindow();
+    auto const belongsHere = [&](EventHandler& handler) {
+        IdStamp const window = handler.windowStamp();
+        return !window.valid() || window == active;
+    };
+    DispatchScope const scope(event);
+    if (events_.intercepts.offer(event, belongsHere)) return;
+    event.setOffered();
+    Glob* const holder = shownOrNull(get_kbd_focus());
+    if (!holder) return;
+    bool const unwantedRepeat =
+        event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
+    if (!unwantedRepeat) dispatchUpwards(holder, event);
+}
+
+// Windows
+
+void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
+    using Kind = InputEvent::Kind;
+    switch (input.kind) {
+    case Kind::windowResized:
+        return window.nativeResized(input.size);
+    case Kind::windowMoved:
+        return window.nativeMoved(input.place);
+    case Kind::windowExposed:
+        window.surface().toPresent().add(window.surface().bounds());
+        return;
+    case Kind::windowCloseRequested:
+        return windows_.closeRequested(window.root());
+    case Kind::windowActivated:
+        return activated(window);
+    case Kind::windowDeactivated:
+        return deactivated(window);
+    case Kind::windowHidden:
+        return window.setHidden(true);
+    case Kind::windowShown:
+        return window.setHidden(false);
+    default:
+        break;
+    }
+}
+
+void InputRouter::activated(TopLevelWindow& window) {
+    events_.focus.setApplicationHasFocus(true);
+    if (!window.root().canBeIt()) return;
+    events_.focus.setActiveWindow(window.rootStamp());
+    windows_.broughtToFront(window);
+}
+
+void InputRouter::deactivated(TopLevelWindow& window) {
+    if (events_.focus.activeWindow() == window.rootStamp()) events_.focus.setApplicationHasFocus(false);
+}
+
+} // namespace wainscot

@@ -1,0 +1,57 @@
+#include "host/base/box.h"
+#include "host/base/num_range.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace wainscot {
+namespace {
+
+TEST(Box, KnowsItsEdgesHoweverItWasMade) {
+    IntBox const box(XY<int>(10, 2), XY<int>(4, 8));
+    EXPECT_EQ(box, IntBox(4, 2, 10, 8));
+    EXPECT_EQ(box, IntBox::sized({4, 2}, {6, 6}));
+    EXPECT_TRUE(box.contains({4, 2}));
+    EXPECT_FALSE(box.contains({10, 2}));
+    EXPECT_FALSE(box.contains({4, 8}));
+}
+
+TEST(Box, EmptyOnesMeetAndAddNothing) {
+    IntBox const box(0, 0, 10, 10);
+    IntBox const empty(3, 3, 3, 7);
+    IntBox const reversed(5, 9, 2, 1);
+    for (IntBox const& none : {empty, reversed, IntBox()}) {
+        EXPECT_TRUE(none.isEmpty());
+        EXPECT_FALSE(box.intersects(none));
+        EXPECT_FALSE(none.intersects(box));
+        EXPECT_EQ(box.unitedWith(none), box);
+        EXPECT_EQ(none.unitedWith(box), box);
+    }
+    EXPECT_TRUE(box.inset(5).isEmpty());
+    EXPECT_EQ(box.inset(-1), IntBox(-1, -1, 11, 11));
+}
+
+TEST(Box, NeighboursShareAnEdgeButNoPixel) {
+    IntBox const left(0, 0, 5, 5);
+    IntBox const right(5, 0, 9, 5);
+    EXPECT_FALSE(left.intersects(right));
+    EXPECT_EQ(left.unitedWith(right), IntBox(0, 0, 9, 5));
+    EXPECT_TRUE(left.unitedWith(right).contains(right));
+    EXPECT_FALSE(left.contains(left.unitedWith(right)));
+}
+
+TEST(NumRange, ClampsAndOrders) {
+    NumRange<int> const range(9, -3);
+    EXPECT_EQ(range, NumRange<int>(-3, 9));
+    EXPECT_EQ(range.clamp(-4), -3);
+    EXPECT_EQ(range.clamp(10), 9);
+    EXPECT_EQ(range.clamp(0), 0);
+    EXPECT_TRUE(range.contains(9));
+    NumRange<double> const part(0.25, 0.75);
+    EXPECT_EQ(part.clamp(std::numeric_limits<double>::quiet_NaN()), 0.25);
+    EXPECT_EQ(part.clamp(std::numeric_limits<double>::infinity()), 0.75);
+}
+
+} // namespace
+} // namespace wainscot
