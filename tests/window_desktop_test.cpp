@@ -33,7 +33,8 @@ protected:
         ASSERT_THAT(probe_->waitForLine("ready"), StartsWith("ready")) << bench_.errors();
         window_ = bench_.findWindow("probe");
         ASSERT_NE(window_, 0u);
-        ASSERT_TRUE(bench_.waitForColour(bench_.placeOf(window_) + XY<int>{150, 100}, contentColour));
+        // The window manager takes its time to put the window into its frame.
+        ASSERT_TRUE(waitUntil([this] { return bench_.colourAt(inWindow(150, 100)) == contentColour; }));
     }
     void startActiveProbe() {
         startProbe();
