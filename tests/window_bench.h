@@ -75,7 +75,7 @@ private:
     bool makeHome();
     bool startServer();
     bool startWindowManager();
-    bool managesNewWindows();
+    bool managesNewWindows(std::chrono::milliseconds enough);
     std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);
     bool run(std::vector<std::string> const& words);
     void tellWindowManager(WindowId window, char const* message, long first, long second);

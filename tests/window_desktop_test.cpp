@@ -33,14 +33,19 @@ protected:
         ASSERT_THAT(probe_->waitForLine("ready"), StartsWith("ready")) << bench_.errors();
         window_ = bench_.findWindow("probe");
         ASSERT_NE(window_, 0u);
-        ASSERT_TRUE(bench_.waitForColour(bench_.placeOf(window_) + XY<int>{150, 100}, contentColour));
+        ASSERT_TRUE(waitForPixel(150, 100, contentColour));
     }
     void startActiveProbe() {
         startProbe();
         ASSERT_FALSE(probe_->waitForLine("activated").empty());
     }
-    /// A place in the window, from its upper-left corner, on the screen.
+    /// A place in the window, from its upper-left corner, as it lies on the screen now.
     XY<int> inWindow(int x, int y) { return bench_.placeOf(window_) + XY<int>{x, y}; }
+    /// Waits for the colour of a pixel of the window; while it waits the window may still be moved into its
+    /// frame.
+    bool waitForPixel(int x, int y, std::uint32_t colour) {
+        return waitUntil([=, this] { return bench_.colourAt(inWindow(x, y)) == colour; });
+    }
     /// Runs a command of the probe to its end.
     std::string command(std::string const& line) {
         probe_->send(line);
@@ -220,8 +225,8 @@ TEST_F(WindowDesktop, ContentsFollowWhileTheEdgeIsDragged) {
         pointer = target;
         ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x >= before.x + 40; })) << "step " << step;
         XY<int> const size = bench_.sizeOf(window_);
-        EXPECT_TRUE(bench_.waitForColour(inWindow(size.x - 3, 3), markColour)) << "while the button is held";
-        EXPECT_TRUE(bench_.waitForColour(inWindow(3, size.y - 3), markColour));
+        EXPECT_TRUE(waitForPixel(size.x - 3, 3, markColour)) << "while the button is held";
+        EXPECT_TRUE(waitForPixel(3, size.y - 3, markColour));
         EXPECT_FALSE(next("resized").empty());
     }
     ASSERT_TRUE(bench_.releaseButton());
@@ -234,7 +239,7 @@ TEST_F(WindowDesktop, TheProgramMovesSizesAndNamesItsWindow) {
     EXPECT_FALSE(next("windowmoved place=0,0 root=40,100").empty());
     ASSERT_FALSE(command("resize 420 250").empty());
     ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_) == XY<int>{420, 250}; }));
-    EXPECT_TRUE(bench_.waitForColour(inWindow(417, 2), markColour));
+    EXPECT_TRUE(waitForPixel(417, 2, markColour));
     ASSERT_FALSE(command("title").empty());
     EXPECT_TRUE(waitUntil([&] { return bench_.titleOf(window_) == "caf\u00e9 \u65e5"; }));
 }
@@ -250,10 +255,10 @@ TEST_F(WindowDesktop, MinimisedAndRestored) {
     startActiveProbe();
     bench_.minimise(window_);
     EXPECT_FALSE(next("hidden").empty());
-    EXPECT_FALSE(bench_.isViewable(window_));
+    EXPECT_TRUE(waitUntil([this] { return !bench_.isViewable(window_); }));
     bench_.activate(window_);
     EXPECT_FALSE(next("shown").empty());
-    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+    EXPECT_TRUE(waitForPixel(297, 2, markColour));
 }
 
 TEST_F(WindowDesktop, HiddenAndShownByTheProgram) {
@@ -262,7 +267,7 @@ TEST_F(WindowDesktop, HiddenAndShownByTheProgram) {
     EXPECT_TRUE(waitUntil([&] { return !bench_.isViewable(window_); }));
     ASSERT_FALSE(command("misfit 50 50").empty()) << "a hidden window is not painted";
     ASSERT_FALSE(command("show").empty());
-    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+    EXPECT_TRUE(waitForPixel(297, 2, markColour));
     for (std::string const& line : probe_->lines())
         EXPECT_THAT(line, testing::Not(testing::AnyOf(StartsWith("hidden"), StartsWith("shown"))));
 }
@@ -272,19 +277,19 @@ TEST_F(WindowDesktop, UncoveredContentsComeBack) {
     auto other = bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"),
                                "--place", "150", "400", "--size", "500", "350"});
     ASSERT_FALSE(other->waitForLine("activated").empty());
-    ASSERT_TRUE(bench_.waitForColour(inWindow(297, 2), contentColour)) << "covered";
+    ASSERT_TRUE(waitForPixel(297, 2, contentColour)) << "covered";
     other.reset();
     EXPECT_FALSE(next("exposed").empty());
-    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+    EXPECT_TRUE(waitForPixel(297, 2, markColour));
 }
 
 TEST_F(WindowDesktop, ASurfaceThatDoesNotFitIsShownAsFarAsItGoes) {
     startActiveProbe();
     ASSERT_FALSE(command("misfit 100 50").empty());
-    EXPECT_TRUE(bench_.waitForColour(inWindow(50, 25), 0x000000));
+    EXPECT_TRUE(waitForPixel(50, 25, 0x000000));
     EXPECT_EQ(bench_.colourAt(inWindow(150, 100)), contentColour);
     ASSERT_FALSE(command("misfit 2000 1500").empty());
-    EXPECT_TRUE(bench_.waitForColour(inWindow(150, 100), 0x000000));
+    EXPECT_TRUE(waitForPixel(150, 100, 0x000000));
 }
 
 TEST_F(WindowDesktop, CloseIsARequest) {
@@ -304,7 +309,7 @@ TEST_F(WindowDesktop, AWindowDestroyedUnderAHeldButton) {
     ASSERT_FALSE(command("fresh").empty());
     ASSERT_FALSE(next("activated").empty());
     window_ = bench_.findWindow("probe");
-    ASSERT_TRUE(bench_.waitForColour(inWindow(150, 100), contentColour));
+    ASSERT_TRUE(waitForPixel(150, 100, contentColour));
     ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
     ASSERT_TRUE(bench_.click());
     EXPECT_THAT(next("pressed"), HasSubstr("clicks=1"));
@@ -323,8 +328,8 @@ TEST_F(WindowDesktop, TheDeviceScaleIsSeenByThePixelsOnly) {
     // An odd size of the window leaves a seam beside the surface.
     ASSERT_TRUE(bench_.xdotool({"windowsize", std::to_string(window_), "331", "181"}));
     EXPECT_THAT(next("resized"), HasSubstr("size=221x121"));
-    EXPECT_TRUE(bench_.waitForColour(inWindow(330, 100), contentColour));
-    EXPECT_TRUE(bench_.waitForColour(inWindow(150, 180), contentColour));
+    EXPECT_TRUE(waitForPixel(330, 100, contentColour));
+    EXPECT_TRUE(waitForPixel(150, 180, contentColour));
 }
 
 TEST_F(WindowDesktop, APopUpTakesNoFocusAndNoFrame) {

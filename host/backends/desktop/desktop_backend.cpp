@@ -1,8 +1,8 @@
 #include "host/backends/desktop/desktop_backend_p.h"
 
-#include "host/backends/desktop/desktop_text_p.h"
 #include "host/backends/desktop/desktop_window_p.h"
 #include "host/backends/desktop/desktop_x11_p.h"
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 
 #include <SDL.h>
@@ -90,8 +90,8 @@ std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings 
     int const height = std::max(1, toDevice(settings.size.y, space_.scale()));
     XY<int> corner{static_cast<int>(SDL_WINDOWPOS_UNDEFINED), static_cast<int>(SDL_WINDOWPOS_UNDEFINED)};
     if (settings.place) corner = space_.toDeviceCorner(*settings.place, height);
-    SDL_Window* const handle = SDL_CreateWindow(utf8FromWide(settings.title).c_str(), corner.x, corner.y,
-                                                width, height, windowFlags(settings));
+    SDL_Window* const handle = SDL_CreateWindow(toUTF8(settings.title).c_str(), corner.x, corner.y, width,
+                                                height, windowFlags(settings));
     if (!handle) {
         Diagnostics::count("no window", SDL_GetError());
         return nullptr;
