@@ -2,6 +2,7 @@
 
 #include "host/base/box.h"
 #include "host/base/export.h"
+#include "host/base/life.h"
 #include "host/drawing/font.h"
 #include "host/drawing/region.h"
 
@@ -66,12 +67,15 @@ public:
     /// Damages an area (canvas coordinates) so that it is painted again; nothing while unattached or hidden.
     void damage(IntBox const& area) const;
 
+    LifeToken const& life() const { return life_; }
+
 private:
     CanvasClient* owner_;
     Surface* surface_ = nullptr;
     Qv::Ptr<iRegion> shape_;
     float opacity_ = 1.0F;
     bool mapped_ = true;
+    LifeToken life_;
 };
 
 /// Gives a canvas its outline; nothing for a null canvas.
