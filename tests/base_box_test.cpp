@@ -32,6 +32,16 @@ TEST(Box, EmptyOnesMeetAndAddNothing) {
     EXPECT_EQ(box.inset(-1), IntBox(-1, -1, 11, 11));
 }
 
+TEST(Box, OverlapIsWhatBothHold) {
+    IntBox const a(0, 0, 10, 6);
+    IntBox const b = a.translated({7, -2});
+    EXPECT_EQ(b, IntBox(7, -2, 17, 4));
+    EXPECT_EQ(a.intersection(b), IntBox(7, 0, 10, 4));
+    for (int x = -1; x < 18; ++x)
+        for (int y = -3; y < 7; ++y)
+            EXPECT_EQ(a.intersection(b).contains({x, y}), a.contains({x, y}) && b.contains({x, y}));
+}
+
 TEST(Box, NeighboursShareAnEdgeButNoPixel) {
     IntBox const left(0, 0, 5, 5);
     IntBox const right(5, 0, 9, 5);

@@ -22,17 +22,26 @@ struct Log {
     std::function<void(char const*)> sink;
 };
 
+/// Never destroyed: the destructors of static objects may still write lines.
 Log& theLog() {
-    static Log log;
+    static Log& log = *new Log;
     return log;
 }
 
-/// Formats in the "C" locale whatever the program has set, for this thread only.
+/// Numbers as in "C", characters as UTF-8, so that wide texts can be written.
+locale_t makeLineLocale() {
+    locale_t const plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    locale_t const utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", plain);
+    return utf8 ? utf8 : plain;
+}
+
+/// Formats independently of the locale that the program has set, for this thread only.
 void formatLine(char* line, char const* format, va_list arguments) {
-    static locale_t const cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-    locale_t const before = uselocale(cLocale);
-    std::vsnprintf(line, maxLine, format, arguments);
+    static locale_t const lineLocale = makeLineLocale();
+    locale_t const before = uselocale(lineLocale);
+    int const length = std::vsnprintf(line, maxLine, format, arguments);
     uselocale(before);
+    if (length < 0) std::snprintf(line, maxLine, "(cannot be formatted) %s", format);
 }
 
 void writeLine(char const* line) {
@@ -122,7 +131,7 @@ void Diagnostics::reset() {
 
 void Diagnostics::setSink(std::function<void(char const* line)> sink) {
     std::lock_guard const lock(theLog().mutex);
-    theLog().sink = std::move(sink);
+    theLog().sink.swap(sink);
 }
 
 } // namespace wainscot

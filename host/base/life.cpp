@@ -98,7 +98,7 @@ constexpr std::uint64_t treeBit = std::uint64_t(1) << 63;
 } // namespace
 
 void Liveness::add(void const* object, IdStamp stamp) {
-    liveTable.add(object, stamp);
+    if (object) liveTable.add(object, stamp);
 }
 
 void Liveness::remove(void const* object) {
@@ -129,6 +129,11 @@ IdStamp LifeToken::stamp() const {
         Liveness::add(this, stamp_);
     }
     return stamp_;
+}
+
+// Not inline: a compiler that sees the object die beside the question takes the asking for a use of it.
+bool LifeGuard::alive() const {
+    return Liveness::alive(object_, stamp_);
 }
 
 } // namespace wainscot

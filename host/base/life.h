@@ -40,11 +40,11 @@ private:
 };
 
 /// Taken before a call out, tested after it: while `alive()` is false nothing of the object may be touched.
-class LifeGuard {
+class WAINSCOT_API LifeGuard {
 public:
     explicit LifeGuard(LifeToken const& token) : object_(&token), stamp_(token.stamp()) {}
     LifeGuard(void const* object, IdStamp stamp) : object_(object), stamp_(stamp) {}
-    bool alive() const { return Liveness::alive(object_, stamp_); }
+    bool alive() const;
 
 private:
     void const* object_;

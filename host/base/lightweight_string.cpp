@@ -66,7 +66,7 @@ template <class CharT>
 CharT* LightweightString<CharT>::ensureOwn(std::size_t capacity) {
     if (ownsAlone() && header()->capacity >= capacity) return const_cast<CharT*>(data_);
     std::size_t const grown =
-        ownsAlone() ? std::min<std::size_t>(maxSize, header()->capacity + header()->capacity / 2) : 0;
+        ownsAlone() ? std::min(maxSize, std::size_t(header()->capacity) + header()->capacity / 2) : 0;
     CharT* buffer = allocate(std::max({capacity, grown, std::size_t(size_)}));
     std::copy_n(data_, size_, buffer);
     buffer[size_] = CharT();

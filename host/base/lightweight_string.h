@@ -2,6 +2,7 @@
 
 #include "host/base/export.h"
 
+#include <algorithm>
 #include <atomic>
 #include <compare>
 #include <cstddef>
@@ -28,15 +29,15 @@ public:
 
     constexpr LightweightString() noexcept : data_(&zero) {}
 
-    /// From a literal or array, up to its first zero character.
+    /// From a literal or array, up to its first zero character (an array without one: up to its end).
     template <std::size_t N>
     constexpr LightweightString(CharT const (&literal)[N]) : data_(&zero) {
-        std::size_t const length = std::char_traits<CharT>::length(literal);
         if (std::is_constant_evaluated()) {
             data_ = literal;
-            size_ = checkedSize(length);
+            size_ = checkedSize(std::char_traits<CharT>::length(literal));
         } else {
-            assignCopy(literal, length);
+            View const text(literal, N);
+            assignCopy(literal, std::min(text.find(CharT()), N));
         }
     }
 
@@ -44,7 +45,8 @@ public:
     template <class P>
     requires std::is_same_v<std::remove_cv_t<P>, CharT const*> ||
         std::is_same_v<std::remove_cv_t<P>, CharT*> LightweightString(P const& text) : data_(&zero) {
-        if (text) assignCopy(text, std::char_traits<CharT>::length(text));
+        View const given = viewOf(text);
+        assignCopy(given.data(), given.size());
     }
 
     LightweightString(CharT const* text, std::size_t length) : data_(&zero) { assignCopy(text, length); }
@@ -86,12 +88,14 @@ public:
     constexpr CharT back() const { return size_ ? data_[size_ - 1] : CharT(); }
     /// Hands out the inner pointer: never keep it across a call that may change or destroy the string.
     constexpr operator CharT const*() const { return data_; }
+    /// The pointer above is never null: a string is asked whether it is empty.
+    explicit operator bool() const = delete;
 
     void clear() { *this = LightweightString(); }
     void reserve(std::size_t capacity);
     LightweightString& append(View text);
     LightweightString& operator+=(LightweightString const& text) { return append(text.view()); }
-    LightweightString& operator+=(CharT const* text) { return append(View(text)); }
+    LightweightString& operator+=(CharT const* text) { return append(viewOf(text)); }
     LightweightString& operator+=(CharT character) { return append(View(&character, 1)); }
     void push_back(CharT character) { append(View(&character, 1)); }
     /// Replaces `count` characters from `index` on; both are clamped to the string.
@@ -122,7 +126,7 @@ public:
         return a.size_ == b.size_ && (a.data_ == b.data_ || a.view() == b.view());
     }
     friend constexpr bool operator==(LightweightString const& a, CharT const* b) {
-        return a.view() == View(b);
+        return a.view() == viewOf(b);
     }
     friend constexpr auto operator<=>(LightweightString const& a, LightweightString const& b) {
         return a.view() <=> b.view();
@@ -131,10 +135,13 @@ public:
         return joined(a.view(), b.view());
     }
     friend LightweightString operator+(LightweightString const& a, CharT const* b) {
-        return joined(a.view(), View(b));
+        return joined(a.view(), viewOf(b));
     }
     friend LightweightString operator+(CharT const* a, LightweightString const& b) {
-        return joined(View(a), b.view());
+        return joined(viewOf(a), b.view());
+    }
+    friend LightweightString operator+(LightweightString const& a, CharT b) {
+        return joined(a.view(), View(&b, 1));
     }
 
 private:
@@ -144,6 +151,9 @@ private:
     };
 
     static constexpr CharT zero = CharT();
+
+    /// Null counts as the empty text.
+    static constexpr View viewOf(CharT const* text) { return text ? View(text) : View(); }
 
     static constexpr std::uint32_t checkedSize(std::size_t size) {
         return size > maxSize ? throwTooLong() : static_cast<std::uint32_t>(size);

@@ -1,6 +1,11 @@
 #pragma once
 
-#include <memory>
+#include "host/base/ptr.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <initializer_list>
+#include <utility>
 #include <vector>
 
 namespace wainscot {
@@ -18,34 +23,38 @@ public:
     using value_type = T;
 
     LightweightVector() = default;
-    LightweightVector(std::initializer_list<T> items) : items_(std::make_shared<std::vector<T>>(items)) {}
-    explicit LightweightVector(std::vector<T> items)
-        : items_(std::make_shared<std::vector<T>>(std::move(items))) {}
+    LightweightVector(std::initializer_list<T> items) : shared_(Qv::makePtr<Items>(items)) {}
+    explicit LightweightVector(std::vector<T> items) : shared_(Qv::makePtr<Items>(std::move(items))) {}
 
-    std::size_t size() const { return items_ ? items_->size() : 0; }
+    std::size_t size() const { return shared_ ? shared_->items.size() : 0; }
     bool empty() const { return size() == 0; }
-    T const& operator[](std::size_t index) const { return (*items_)[index]; }
-    T const* begin() const { return items_ ? items_->data() : nullptr; }
+    T const& operator[](std::size_t index) const { return shared_->items[index]; }
+    T const* begin() const { return shared_ ? shared_->items.data() : nullptr; }
     T const* end() const { return begin() + size(); }
-    T const& back() const { return items_->back(); }
+    T const& back() const { return shared_->items.back(); }
 
     std::vector<T>& edit() {
-        if (!items_)
-            items_ = std::make_shared<std::vector<T>>();
-        else if (items_.use_count() > 1)
-            items_ = std::make_shared<std::vector<T>>(*items_);
-        return *items_;
+        if (!shared_)
+            shared_ = Qv::makePtr<Items>(std::vector<T>());
+        else if (shared_->refCount() > 1)
+            shared_ = Qv::makePtr<Items>(shared_->items);
+        return shared_->items;
     }
     void push_back(T item) { edit().push_back(std::move(item)); }
-    void clear() { items_.reset(); }
-    bool sharesElementsWith(LightweightVector const& other) const { return items_ == other.items_; }
+    void clear() { shared_.reset(); }
+    bool sharesElementsWith(LightweightVector const& other) const { return shared_ == other.shared_; }
 
     friend bool operator==(LightweightVector const& a, LightweightVector const& b) {
-        return a.items_ == b.items_ || std::equal(a.begin(), a.end(), b.begin(), b.end());
+        return a.shared_ == b.shared_ || std::equal(a.begin(), a.end(), b.begin(), b.end());
     }
 
 private:
-    std::shared_ptr<std::vector<T>> items_;
+    struct Items : Qv::InternalRefCount {
+        explicit Items(std::vector<T> given) : items(std::move(given)) {}
+        std::vector<T> items;
+    };
+
+    Qv::Ptr<Items> shared_;
 };
 
 } // namespace wainscot

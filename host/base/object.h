@@ -31,7 +31,8 @@ public:
     ~InternalRefCount() override;
     void addRef() const noexcept final { count_.fetch_add(1, std::memory_order_relaxed); }
     void release() const noexcept final;
-    std::uint32_t refCount() const noexcept { return count_.load(std::memory_order_relaxed); }
+    /// Who reads 1 here owns the object alone and may change it: what others did with it has happened before.
+    std::uint32_t refCount() const noexcept { return count_.load(std::memory_order_acquire); }
 
 protected:
     InternalRefCount() = default;

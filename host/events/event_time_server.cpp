@@ -48,7 +48,9 @@ void EventTimeServer::setNextTimer(EventHandler* handler, double ms) {
     if (entry == entries_.end()) return;
     bool const onGrid = !(ms > 0.0);
     if (onGrid && gridIsIdle()) gridDue_ = service_get_msecs() + gridMs;
-    setDue(entry->second, entry->first, onGrid ? std::optional<double>() : service_get_msecs() + ms);
+    std::optional<double> due;
+    if (!onGrid) due = service_get_msecs() + std::max(ms, minMs);
+    setDue(entry->second, entry->first, due);
 }
 
 std::optional<double> EventTimeServer::nextDue() const {

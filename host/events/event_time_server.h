@@ -16,6 +16,8 @@ namespace wainscot {
 class WAINSCOT_API EventTimeServer {
 public:
     static constexpr double gridMs = 10.0;
+    /// No stated time is nearer than this.
+    static constexpr double minMs = 1.0;
 
     /// That of the live host.
     static EventTimeServer* theEventTimeServer();

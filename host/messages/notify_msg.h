@@ -34,6 +34,8 @@ class WAINSCOT_API NotifyMsg {
 public:
     explicit NotifyMsg(LightweightString<char> name, Qv::Ptr<iObject> payload = {})
         : name_(std::move(name)), payload_(std::move(payload)) {}
+    /// The name is the text in UTF-8.
+    NotifyMsg(LightweightString<wchar_t> const& name, int code);
     explicit NotifyMsg(Qv::Ptr<iObject> payload) : payload_(std::move(payload)) {}
 
     LightweightString<char> const& name() const { return name_; }

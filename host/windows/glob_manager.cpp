@@ -1,5 +1,6 @@
 #include "host/windows/glob_manager.h"
 
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
@@ -17,13 +18,6 @@ constinit GlobManager* liveManager = nullptr;
 
 void freeWindow(void* window) {
     delete static_cast<TopLevelWindow*>(window);
-}
-
-/// Names are narrow and hold no more than ASCII when they serve as titles.
-LightweightString<wchar_t> titleFromName(LightweightString<char> const& name) {
-    LightweightString<wchar_t> title;
-    for (char const character : name) title += static_cast<wchar_t>(static_cast<unsigned char>(character));
-    return title;
 }
 
 } // namespace
@@ -52,7 +46,7 @@ GlobManager* GlobManager::current() {
 
 NativeWindowSettings GlobManager::settingsFor(Glob const& root, std::optional<XY<int>> place) const {
     NativeWindowSettings settings;
-    settings.title = titleFromName(root.name());
+    settings.title = fromUTF8(root.name());
     settings.size = {std::max(root.width(), 1), std::max(root.height(), 1)};
     settings.minSize = {std::max(root.getMinSize().x, 1), std::max(root.getMinSize().y, 1)};
     settings.place = place;

@@ -96,10 +96,9 @@ std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings 
         Diagnostics::count("no window", SDL_GetError());
         return nullptr;
     }
-    if (!display_) display_ = displayOf(handle);
-    auto window = std::make_unique<DesktopWindow>(*this, handle);
+    auto window = std::make_unique<DesktopWindow>(*this, handle, settings);
     windows_.push_back(window.get());
-    window->setMinSize(settings.minSize);
+    if (!display_) display_ = window->display();
     return window;
 }
 

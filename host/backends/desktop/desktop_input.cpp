@@ -193,6 +193,8 @@ void DesktopInput::windowEvent(SDL_WindowEvent const& event, std::vector<InputEv
     case SDL_WINDOWEVENT_EXPOSED:
         return windowExposed(*window, time, input);
     case SDL_WINDOWEVENT_SHOWN:
+        window->wasShown();
+        [[fallthrough]];
     case SDL_WINDOWEVENT_HIDDEN:
     case SDL_WINDOWEVENT_MINIMIZED:
     case SDL_WINDOWEVENT_MAXIMIZED:

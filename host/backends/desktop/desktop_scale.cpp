@@ -76,8 +76,12 @@ XY<int> RootSpace::toDeviceCorner(XY<int> place, int deviceHeight) const {
 
 XY<int> RootSpace::pixelInWindow(IntBox const& window, XY<int> devicePixel) const {
     int const fromBottom = toDevice(window.height(), scale_) - 1 - devicePixel.y;
-    auto const centre = [this](int pixel) { return static_cast<int>(std::floor((pixel + 0.5) / scale_)); };
-    return window.bottomLeft() + XY<int>{centre(devicePixel.x), centre(fromBottom)};
+    // A logical pixel k covers the device pixels from round(k * scale) up to, not including, round((k + 1) *
+    // scale).
+    auto const covering = [this](int pixel) {
+        return static_cast<int>(std::ceil((pixel + 0.5) / scale_)) - 1;
+    };
+    return window.bottomLeft() + XY<int>{covering(devicePixel.x), covering(fromBottom)};
 }
 
 } // namespace wainscot

@@ -6,14 +6,27 @@
 #include "host/base/diagnostics.h"
 
 #include <SDL_error.h>
+#include <SDL_events.h>
+#include <SDL_mouse.h>
 
 #include <algorithm>
 
 namespace wainscot {
 
-DesktopWindow::DesktopWindow(DesktopBackend& backend, SDL_Window* window)
-    : backend_(&backend), window_(window), id_(SDL_GetWindowID(window)) {
+DesktopWindow::DesktopWindow(DesktopBackend& backend, SDL_Window* window,
+                             NativeWindowSettings const& settings)
+    : backend_(&backend), window_(window), native_(window), id_(SDL_GetWindowID(window)),
+      popUp_(settings.popUp) {
+    wishes_.leastSize = deviceSize(settings.minSize);
+    if (!settings.resizable) wishes_.fixedSize = deviceSize(settings.size);
+    wishes_.isPlaced = settings.place.has_value();
+    native_.wish(wishes_);
     updateBox(backend.rootSpace());
+}
+
+XY<int> DesktopWindow::deviceSize(XY<int> size) const {
+    double const scale = backend_->rootSpace().scale();
+    return {std::max(1, toDevice(size.x, scale)), std::max(1, toDevice(size.y, scale))};
 }
 
 DesktopWindow::~DesktopWindow() {
@@ -22,8 +35,21 @@ DesktopWindow::~DesktopWindow() {
 }
 
 void DesktopWindow::close() {
-    if (window_) SDL_DestroyWindow(window_);
+    if (!window_) return;
+    releaseButtons();
+    SDL_DestroyWindow(window_);
     window_ = nullptr;
+    native_ = X11Window();
+}
+
+/// The release of a button that is held over a closing window never arrives. The library would take the
+/// button for held and swallow its next press.
+void DesktopWindow::releaseButtons() {
+    std::uint32_t const held = SDL_GetMouseState(nullptr, nullptr);
+    if (held == 0 || SDL_GetMouseFocus() != window_) return;
+    for (unsigned button = SDL_BUTTON_LEFT; button <= SDL_BUTTON_RIGHT; ++button)
+        if (held & SDL_BUTTON(button)) native_.pretendRelease(button);
+    SDL_PumpEvents();
 }
 
 void DesktopWindow::abandon() {
@@ -34,13 +60,17 @@ void DesktopWindow::abandon() {
 void DesktopWindow::show() {
     if (!window_) return;
     wantedOnScreen_ = true;
-    SDL_ShowWindow(window_);
+    native_.show();
 }
 
 void DesktopWindow::hide() {
     if (!window_) return;
     wantedOnScreen_ = false;
-    SDL_HideWindow(window_);
+    native_.hide();
+}
+
+void DesktopWindow::wasShown() {
+    if (!popUp_) native_.focusUnmanaged();
 }
 
 void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
@@ -49,23 +79,30 @@ void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
 
 void DesktopWindow::resize(XY<int> size) {
     if (!window_) return;
-    double const scale = backend_->rootSpace().scale();
-    SDL_SetWindowSize(window_, std::max(1, toDevice(size.x, scale)), std::max(1, toDevice(size.y, scale)));
+    XY<int> wanted = deviceSize(size);
+    wanted = {std::max(wanted.x, wishes_.leastSize.x), std::max(wanted.y, wishes_.leastSize.y)};
+    if (wishes_.fixedSize) {
+        wishes_.fixedSize = wanted;
+        native_.wish(wishes_);
+    }
+    native_.resize(wanted);
 }
 
 void DesktopWindow::setMinSize(XY<int> size) {
     if (!window_) return;
-    double const scale = backend_->rootSpace().scale();
-    SDL_SetWindowMinimumSize(window_, std::max(1, toDevice(size.x, scale)),
-                             std::max(1, toDevice(size.y, scale)));
+    wishes_.leastSize = deviceSize(size);
+    native_.wish(wishes_);
 }
 
 void DesktopWindow::moveTo(XY<int> place) {
     if (!window_) return;
     int height = 0;
     SDL_GetWindowSize(window_, nullptr, &height);
-    XY<int> const corner = backend_->rootSpace().toDeviceCorner(place, height);
-    SDL_SetWindowPosition(window_, corner.x, corner.y);
+    if (!wishes_.isPlaced) {
+        wishes_.isPlaced = true;
+        native_.wish(wishes_);
+    }
+    native_.move(backend_->rootSpace().toDeviceCorner(place, height));
 }
 
 void DesktopWindow::raise() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/backends/desktop/desktop_scale_p.h"
+#include "host/backends/desktop/desktop_x11_window_p.h"
 #include "host/windows/backend.h"
 
 #include <SDL_video.h>
@@ -15,7 +16,7 @@ class DesktopBackend;
 class DesktopWindow final : public NativeWindow {
 public:
     /// Takes the library's window over. `backend` outlives the window or calls `abandon()`.
-    DesktopWindow(DesktopBackend& backend, SDL_Window* window);
+    DesktopWindow(DesktopBackend& backend, SDL_Window* window, NativeWindowSettings const& settings);
     ~DesktopWindow() override;
     DesktopWindow(DesktopWindow const&) = delete;
     DesktopWindow& operator=(DesktopWindow const&) = delete;
@@ -33,13 +34,15 @@ public:
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
 
     IntBox const& box() const { return box_; }
-    SDL_Window* handle() const { return window_; }
+    _XDisplay* display() const { return native_.display(); }
     /// Takes the size and place that the window system has now; true when either has changed.
     bool updateBox(RootSpace const& space);
     /// Whether pixels brought to the screen could be seen: shown and not minimised.
     bool isOnScreen() const;
     /// Takes note of `isOnScreen()`; true when it has changed while the program wants the window shown.
     bool updateOnScreen();
+    /// The window system has put the window on the screen.
+    void wasShown();
     /// Brings to the screen again what was presented last, if the window has kept its size.
     void presentAgain();
     /// The backend goes: the library's window is closed, all operations do nothing from now on.
@@ -47,11 +50,17 @@ public:
 
 private:
     void close();
+    void releaseButtons();
+    /// The device size of a logical one.
+    XY<int> deviceSize(XY<int> size) const;
 
     DesktopBackend* backend_;
     SDL_Window* window_;
+    X11Window native_;
+    X11Window::Wishes wishes_;
     NativeWindowId id_;
     IntBox box_;
+    bool popUp_;
     bool wantedOnScreen_ = false;
     bool reportedOnScreen_ = true;
     /// Device size of the pixels presented last.

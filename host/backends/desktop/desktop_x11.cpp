@@ -2,8 +2,6 @@
 
 #include "host/base/diagnostics.h"
 
-#include <SDL_syswm.h>
-#include <SDL_version.h>
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
@@ -57,13 +55,6 @@ bool probeDisplay(std::string& resources, LightweightString<char>& problem) {
     if (char const* const text = XResourceManagerString(display)) resources = text;
     XCloseDisplay(display);
     return true;
-}
-
-Display* displayOf(SDL_Window* window) {
-    SDL_SysWMinfo info;
-    SDL_VERSION(&info.version);
-    if (!window || !SDL_GetWindowWMInfo(window, &info)) return nullptr;
-    return info.subsystem == SDL_SYSWM_X11 ? info.info.x11.display : nullptr;
 }
 
 int connectionFile(Display* display) {

@@ -4,7 +4,6 @@
 
 #include <string>
 
-struct SDL_Window;
 struct _XDisplay;
 
 namespace wainscot {
@@ -14,8 +13,6 @@ namespace wainscot {
 /// The resource text of the display ("Xft.dpi: 144 ..."). False with the reason in `problem` when no display
 /// can be reached.
 bool probeDisplay(std::string& resources, LightweightString<char>& problem);
-/// The library's connection to the X server; null when the window has none.
-_XDisplay* displayOf(SDL_Window* window);
 int connectionFile(_XDisplay* display);
 /// Sends what is waiting to be sent; true when events have been read that nobody has looked at yet.
 bool hasUnreadEvents(_XDisplay* display);

@@ -1,0 +1,249 @@
+#include "driver/script.h"
+
+#include "host/base/convert.h"
+#include "host/events/key_names.h"
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+namespace wainscot {
+
+namespace {
+
+using Text = LightweightString<char>;
+
+/// A word of a line, and whether it stood in quotation marks.
+struct Word {
+    Text text;
+    bool quoted = false;
+};
+
+/// Inside quotation marks a backslash takes the next character as it is. False when a mark is left open.
+bool split(std::string_view line, std::vector<Word>& words) {
+    std::size_t i = 0;
+    while (i < line.size()) {
+        if (line[i] == ' ' || line[i] == '\t' || line[i] == '\r') {
+            ++i;
+            continue;
+        }
+        Word word;
+        word.quoted = line[i] == '"';
+        if (!word.quoted) {
+            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r') word.text += line[i++];
+        } else {
+            for (++i; i < line.size() && line[i] != '"'; ++i) {
+                if (line[i] == '\\' && i + 1 < line.size()) ++i;
+                word.text += line[i];
+            }
+            if (i++ >= line.size()) return false;
+        }
+        words.push_back(word);
+    }
+    return true;
+}
+
+Text number(int value) {
+    return StringFromInteger(value);
+}
+
+} // namespace
+
+/// The words behind a command; takes them one by one and remembers what was wrong.
+struct Script::Words {
+    std::vector<Word> words;
+    std::size_t next = 1;
+    Text problem;
+
+    bool has() const { return next < words.size(); }
+    Text take(char const* what) {
+        if (has()) return words[next++].text;
+        if (problem.empty()) problem = Text(what) + " is missing";
+        return {};
+    }
+    int takeNumber(char const* what) {
+        Text const text = take(what);
+        auto const value = Qv::IntFromWString(fromUTF8(text));
+        if (!value && problem.empty()) problem = Text(what) + " is no number: \"" + text + "\"";
+        return value ? *value : 0;
+    }
+    bool peekIs(char const* text) const { return has() && !words[next].quoted && words[next].text == text; }
+};
+
+/// A command: what it needs, and what it does. The answer is empty when it went well.
+struct Script::Command {
+    char const* name;
+    char const* arguments;
+    Text (*run)(Script&, Words&);
+};
+
+namespace {
+
+Text outcome(Driver const& driver, bool done) {
+    if (done) return {};
+    return driver.problem().empty() ? Text("it cannot be done") : driver.problem();
+}
+
+} // namespace
+
+Script::Script(Driver& driver, Print print, std::function<LightweightString<char>()> messages)
+    : driver_(driver), print_(std::move(print)), messages_(std::move(messages)) {}
+
+Glob* Script::widget(Words& words) {
+    Text const role = words.take("the role of a widget");
+    Text const name = words.take("the name of a widget, in quotation marks,");
+    if (!words.problem.empty()) return nullptr;
+    Glob* const found = driver_.find(role, fromUTF8(name));
+    if (!found) words.problem = driver_.problem();
+    return found;
+}
+
+Script::Command const* Script::commands() {
+    static constexpr auto atPlace = [](Words& words) {
+        words.take("at");
+        int const x = words.takeNumber("X");
+        return XY<int>(x, words.takeNumber("Y"));
+    };
+    static Command const list[] = {
+        {"click", "ROLE \"NAME\" | at X Y",
+         [](Script& s, Words& w) {
+             if (w.peekIs("at")) {
+                 XY<int> const place = atPlace(w);
+                 return w.problem.empty() ? outcome(s.driver_, s.driver_.clickAt(place)) : w.problem;
+             }
+             Glob* const glob = s.widget(w);
+             return glob ? outcome(s.driver_, s.driver_.click(glob)) : w.problem;
+         }},
+        {"doubleclick", "ROLE \"NAME\"",
+         [](Script& s, Words& w) {
+             Glob* const glob = s.widget(w);
+             return glob ? outcome(s.driver_, s.driver_.doubleClick(glob)) : w.problem;
+         }},
+        {"press", "ROLE \"NAME\"",
+         [](Script& s, Words& w) {
+             Glob* const glob = s.widget(w);
+             return glob ? outcome(s.driver_, s.driver_.press(glob)) : w.problem;
+         }},
+        {"release", "", [](Script& s, Words&) { return outcome(s.driver_, s.driver_.release()); }},
+        {"move", "ROLE \"NAME\" | at X Y",
+         [](Script& s, Words& w) {
+             if (w.peekIs("at")) {
+                 XY<int> const place = atPlace(w);
+                 return w.problem.empty() ? outcome(s.driver_, s.driver_.moveTo(place)) : w.problem;
+             }
+             Glob* const glob = s.widget(w);
+             return glob ? outcome(s.driver_, s.driver_.moveTo(glob)) : w.problem;
+         }},
+        {"drag", "ROLE \"NAME\" DX DY",
+         [](Script& s, Words& w) {
+             Glob* const glob = s.widget(w);
+             int const dx = glob ? w.takeNumber("DX") : 0;
+             int const dy = glob ? w.takeNumber("DY") : 0;
+             return w.problem.empty() ? outcome(s.driver_, s.driver_.drag(glob, {dx, dy})) : w.problem;
+         }},
+        {"wheel", "ROLE \"NAME\" NOTCHES",
+         [](Script& s, Words& w) {
+             Glob* const glob = s.widget(w);
+             int const notches = glob ? w.takeNumber("NOTCHES") : 0;
+             return w.problem.empty() ? outcome(s.driver_, s.driver_.wheel(glob, notches)) : w.problem;
+         }},
+        {"type", "\"TEXT\"",
+         [](Script& s, Words& w) {
+             Text const text = w.take("the text");
+             return w.problem.empty() ? outcome(s.driver_, s.driver_.type(fromUTF8(text))) : w.problem;
+         }},
+        {"key", "NAME, such as Shift+Tab",
+         [](Script& s, Words& w) {
+             Text const name = w.take("the name of a key");
+             auto const code = keyFromString(name);
+             if (!code) return w.problem.empty() ? Text("there is no key \"") + name + "\"" : w.problem;
+             return outcome(s.driver_, s.driver_.key(*code));
+         }},
+        {"advance", "MS",
+         [](Script& s, Words& w) {
+             int const ms = w.takeNumber("MS");
+             return w.problem.empty() ? outcome(s.driver_, s.driver_.advance(ms)) : w.problem;
+         }},
+        {"tree", "",
+         [](Script& s, Words&) {
+             s.print_(s.driver_.tree());
+             return Text();
+         }},
+        {"messages", "",
+         [](Script& s, Words&) {
+             s.print_(s.messages_ ? s.messages_() : Text());
+             return Text();
+         }},
+        {"shot", "FILE.png",
+         [](Script& s, Words& w) {
+             Text const path = w.take("the file");
+             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
+             if (!w.problem.empty()) return w.problem;
+             return roots.empty() ? Text("no window is open") : s.driver_.snapshot(roots.front(), path);
+         }},
+        {"expect", "ROLE \"NAME\"",
+         [](Script& s, Words& w) { return s.widget(w) ? Text() : w.problem; }},
+        {"resize", "W H",
+         [](Script& s, Words& w) {
+             int const width = w.takeNumber("W");
+             int const height = w.takeNumber("H");
+             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
+             if (!w.problem.empty()) return w.problem;
+             if (roots.empty()) return Text("no window is open");
+             return outcome(s.driver_, s.driver_.resizeWindow(roots.front(), {width, height}));
+         }},
+        {"close", "",
+         [](Script& s, Words&) {
+             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
+             if (roots.empty()) return Text("no window is open");
+             return outcome(s.driver_, s.driver_.closeWindow(roots.front()));
+         }},
+    };
+    static_assert(std::size(list) == 16);
+    return list;
+}
+
+std::size_t Script::numCommands() {
+    return 16;
+}
+
+LightweightString<char> Script::runLine(LightweightString<char> const& line) {
+    Words words;
+    if (!split(line.view(), words.words)) return "a quotation mark is left open";
+    if (words.words.empty() || words.words.front().text.startsWith("#")) return {};
+    Text const name = words.words.front().text;
+    Text allowed;
+    for (std::size_t i = 0; i < numCommands(); ++i) {
+        Command const& command = commands()[i];
+        if (name == command.name) {
+            Text const problem = command.run(*this, words);
+            if (problem.empty() && words.has()) return name + " takes " + command.arguments + " and nothing behind it";
+            return problem.empty() ? problem : name + " " + command.arguments + ": " + problem;
+        }
+        allowed += (allowed.empty() ? Text() : Text(", ")) + command.name;
+    }
+    return Text("there is no command \"") + name + "\"; there are " + allowed;
+}
+
+LightweightString<char> Script::run(LightweightString<char> const& text) {
+    std::string_view rest = text.view();
+    for (int line = 1; !rest.empty(); ++line) {
+        std::size_t const end = std::min(rest.find('\n'), rest.size());
+        Text const problem = runLine(Text(rest.substr(0, end)));
+        if (!problem.empty()) return Text("line ") + number(line) + ": " + problem;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return {};
+}
+
+LightweightString<char> Script::runFile(LightweightString<char> const& path) {
+    std::ifstream file(path.c_str(), std::ios::binary);
+    if (!file) return Text("the script \"") + path + "\" cannot be read";
+    std::ostringstream text;
+    text << file.rdbuf();
+    std::string const content = text.str();
+    return run(Text(content.c_str(), content.size()));
+}
+
+} // namespace wainscot

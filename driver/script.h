@@ -1,0 +1,43 @@
+#pragma once
+
+#include "driver/driver.h"
+
+#include <functional>
+
+namespace wainscot {
+
+/// Runs a text file of what a person would do, one command a line; blank lines and lines that begin with "#" are
+/// skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`.
+///
+///     click ROLE "NAME"           click at X Y            doubleclick ROLE "NAME"
+///     press ROLE "NAME"           release                 move ROLE "NAME"     move at X Y
+///     drag ROLE "NAME" DX DY      wheel ROLE "NAME" N     type "TEXT"          key Shift+Tab
+///     advance MS                  tree                    messages             shot FILE.png
+///     expect ROLE "NAME"          resize W H              close
+class WAINSCOT_API Script {
+public:
+    using Print = std::function<void(LightweightString<char> const&)>;
+
+    /// `print` gets what commands show; `messages` tells the log of the page.
+    Script(Driver& driver, Print print, std::function<LightweightString<char>()> messages);
+
+    /// Runs the lines until one fails. Empty when all went well, else "line N: what is wrong and what is allowed".
+    LightweightString<char> run(LightweightString<char> const& text);
+    /// The same from a file.
+    LightweightString<char> runFile(LightweightString<char> const& path);
+
+private:
+    struct Words;
+    struct Command;
+    static Command const* commands();
+    static std::size_t numCommands();
+
+    LightweightString<char> runLine(LightweightString<char> const& line);
+    Glob* widget(Words& words);
+
+    Driver& driver_;
+    Print print_;
+    std::function<LightweightString<char>()> messages_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,92 @@
+#include "gallery/gallery_frame.h"
+
+#include "gallery/caption.h"
+#include "gallery/label_glob.h"
+
+#include "host/base/convert.h"
+#include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
+
+#include <cstdio>
+
+namespace wainscot::gallery {
+
+namespace {
+
+int margin() {
+    return UifStd::getIndentWidth() * 2;
+}
+
+int listWidth() {
+    return UifStd::getButtonHeight() * 6;
+}
+
+int logHeight() {
+    return UifStd::getButtonHeight() * 7;
+}
+
+} // namespace
+
+GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
+    setName("Wainscot gallery");
+    setMinSize(toSize16(listWidth() * 3), toSize16(logHeight() * 2));
+    addChild(std::make_unique<Caption>(L"Wainscot", Caption::Kind::heading), TopLeft(margin(), margin()));
+    int y = margin() + UifStd::getButtonHeight() + UifStd::getRowGap();
+    for (Page const& page : pages()) {
+        auto label = std::make_unique<LabelGlob>(XY<int>(listWidth(), UifStd::getButtonHeight()), page.title);
+        label->setFocusable(false);
+        label->setAction([this, &page](LabelGlob&) { show(page); });
+        addChild(std::move(label), TopLeft(margin(), y));
+        y += UifStd::getButtonHeight() + UifStd::getWidgetGap();
+    }
+    log_ = addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight())), BottomLeft(margin(), margin()));
+    reshape();
+}
+
+IntBox GalleryFrame::pageArea() const {
+    int const bottom = margin() * 2 + logHeight();
+    int const left = margin() * 2 + listWidth();
+    return {left, bottom, std::max(width() - margin(), left + 1), std::max(height() - margin(), bottom + 1)};
+}
+
+void GalleryFrame::show(Page const& page) {
+    if (valid(page_, pageStamp_)) destroy(page_);
+    visitChildren([&](Glob& child) {
+        if (auto* label = dynamic_cast<LabelGlob*>(&child)) label->setChosen(label->label() == page.title);
+        return true;
+    });
+    IntBox const area = pageArea();
+    std::unique_ptr<Glob> made = page.make(area.size(), [this, life = guard()](auto const& line) {
+        if (life.alive()) addLine(line);
+    });
+    made->setPalette(getPalette().makeChildPalette());
+    page_ = addChild(std::move(made), BottomLeft(area.x1, area.y1));
+    pageStamp_ = page_->idStamp();
+}
+
+void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
+    log_->add(line);
+    if (!echo_) return;
+    std::printf("%s\n", toUTF8(line).c_str());
+    std::fflush(stdout);
+}
+
+int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {
+    // The labels of the page list act by themselves.
+    return name == pootMsg ? 0 : 1;
+}
+
+void GalleryFrame::reshape() {
+    log_->resize(std::max(width() - 2 * margin(), 1), logHeight());
+    IntBox const area = pageArea();
+    if (valid(page_, pageStamp_)) page_->resize(area.width(), area.height());
+    Glob::reshape();
+}
+
+void GalleryFrame::describe(GlobDescription& description) const {
+    Glob::describe(description);
+    description.role = "window";
+    description.name = L"Wainscot gallery";
+}
+
+} // namespace wainscot::gallery

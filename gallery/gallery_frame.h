@@ -1,0 +1,33 @@
+#pragma once
+
+#include "gallery/message_log.h"
+#include "gallery/page.h"
+
+namespace wainscot::gallery {
+
+/// The window of the gallery: the names of the pages on the left, the chosen page, and the log of messages below.
+class GalleryFrame final : public Glob {
+public:
+    explicit GalleryFrame(XY<int> size);
+
+    /// Shows a page instead of the present one.
+    void show(Page const& page);
+    MessageLog& log() { return *log_; }
+    /// Also writes each line of the log to the standard output, for those who watch from outside.
+    void echoLog(bool echo) { echo_ = echo; }
+
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void reshape() override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    IntBox pageArea() const;
+    void addLine(LightweightString<wchar_t> const& line);
+
+    MessageLog* log_;
+    Glob* page_ = nullptr;
+    IdStamp pageStamp_;
+    bool echo_ = false;
+};
+
+} // namespace wainscot::gallery

@@ -1,0 +1,136 @@
+#include "gallery/label_glob.h"
+
+#include "host/base/convert.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/event.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+
+namespace wainscot::gallery {
+
+namespace {
+
+constexpr double hoverWeight = 1.12;
+constexpr double pressedWeight = 0.85;
+
+} // namespace
+
+LabelGlob::LabelGlob(XY<int> size, LightweightString<wchar_t> label)
+    : Glob(toSize16(size.x), toSize16(size.y)), label_(std::move(label)) {}
+
+void LabelGlob::setLabel(LightweightString<wchar_t> label) {
+    if (label_ == label) return;
+    label_ = std::move(label);
+    makeDirty();
+    describeChanged(DescriptionChange::name);
+}
+
+void LabelGlob::setChosen(bool chosen) {
+    if (chosen_ == chosen) return;
+    chosen_ = chosen;
+    makeDirty();
+}
+
+bool LabelGlob::react(Event const& event) {
+    if (!isMoving() && mouse_event(event) && reactToMouse(event)) return true;
+    if (isKeyPressEvent(event) && reactToKey(event)) return true;
+    return Glob::react(event);
+}
+
+bool LabelGlob::reactToMouse(Event const& event) {
+    if (!isActive()) return false;
+    LifeGuard const life = guard();
+    if (mouse_wheel_event(event)) return sendMsg(parent(), wheelMsg);
+    if (mouse_down_event(event) && mouse_left_event(event)) {
+        if (focusable_) claimKbdFocus();
+        if (!life.alive()) return true;
+        if (isMovable())
+            startMoving();
+        else
+            setPressed(true);
+        return sendMsg(parent(), pressedMsg);
+    }
+    if (mouse_move_event(event) && mouse_left_event(event)) {
+        setPressed(bounds().contains(eventXYToGlobXY(event, *this)));
+        return true;
+    }
+    if (!mouse_up_event(event) || !mouse_left_event(event)) return false;
+    bool const inside = pressed_;
+    setPressed(false);
+    sendMsg(parent(), releasedMsg);
+    if (inside) click();
+    return true;
+}
+
+bool LabelGlob::reactToKey(Event const& event) {
+    if (event.keyCode() == Key::enter || event.keyCode() == Key::space) {
+        click();
+        return true;
+    }
+    bool const reports = event.keyCode() != Key::tab && event.keyCode() != Key::shiftTab;
+    if (reports) sendMsg(parent(), keyMsg);
+    return false;
+}
+
+void LabelGlob::click() {
+    LifeGuard const life = guard();
+    sendMsg(parent(), clickedMsg);
+    std::function<void(LabelGlob&)> const action = action_;
+    if (life.alive() && action) action(*this);
+}
+
+void LabelGlob::setPressed(bool pressed) {
+    if (pressed_ == pressed) return;
+    pressed_ = pressed;
+    makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
+void LabelGlob::handleKbdFocus() {
+    bool const has = get_kbd_focus() == this;
+    makeDirty();
+    if (has == hadFocus_) return;
+    hadFocus_ = has;
+    sendMsg(parent(), has ? focusedMsg : unfocusedMsg);
+}
+
+void LabelGlob::handleMouseContainment(bool inside) {
+    makeDirty();
+    sendMsg(parent(), inside ? enteredMsg : leftMsg);
+}
+
+void LabelGlob::describe(GlobDescription& description) const {
+    Glob::describe(description);
+    description.role = "label";
+    description.name = label_;
+    if (pressed_) description.states |= GlobDescription::pressed;
+    if (chosen_) description.states |= GlobDescription::selected;
+    if (focusable_) description.states |= GlobDescription::focusable;
+    description.actions.push_back("press");
+}
+
+Colour LabelGlob::face() const {
+    Palette const& palette = getPalette();
+    Colour const ground = chosen_ ? palette.selection(eSelectionActive) : palette.button();
+    if (!isActive()) return palette.window(eWindowNormal);
+    if (pressed_) return palette.scale(ground, pressedWeight);
+    return containsPointer() ? palette.scale(ground, hoverWeight) : ground;
+}
+
+void LabelGlob::draw() {
+    Palette const& palette = getPalette();
+    IntBox const box = canvasArea();
+    CanvasRenderer renderer(canvas(), box);
+    Glib::drawOutlinedRect(renderer, face(), palette.separator(), box);
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    eTextAppearance const appearance = !isActive() ? eTextDisabled : chosen_ ? eTextSelected : eTextEnabled;
+    Glib::TextDescription const text(label_,
+                                     {box.centre().x, box.y1 + getFontYOffset(box.height(), font)}, font,
+                                     palette.text(appearance), eAlignCentre);
+    renderer.renderPrimitive(text);
+    bool const marked = get_kbd_focus() == this && glib_appHasFocus();
+    if (marked) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
+}
+
+} // namespace wainscot::gallery

@@ -1,0 +1,129 @@
+#include "gallery/options.h"
+
+#include "gallery/page.h"
+
+#include "host/base/convert.h"
+
+namespace wainscot::gallery {
+
+namespace {
+
+using Text = LightweightString<char>;
+
+constexpr int maxExtent = 16000;
+
+Text pageNames() {
+    Text names;
+    for (Page const& page : pages()) names += Text(names.empty() ? "" : ", ") + page.name;
+    return names;
+}
+
+Text setPage(Options& options, Text const& value) {
+    options.page = value;
+    return findPage(value) ? Text() : Text("there is no page \"") + value + "\"; there are " + pageNames();
+}
+
+Text setShots(Options& options, Text const& value) {
+    options.shots = value;
+    return {};
+}
+
+Text setScript(Options& options, Text const& value) {
+    options.script = value;
+    options.offscreen = true;
+    return {};
+}
+
+Text setScale(Options& options, Text const& value) {
+    auto const scale = Qv::FloatFromWString(fromUTF8(value));
+    if (!scale || *scale < 0.5 || *scale > 4.0) return Text("--scale takes a number from 0.5 to 4, not \"") + value + "\"";
+    options.scale = *scale;
+    options.scaleGiven = true;
+    return {};
+}
+
+Text setTheme(Options& options, Text const& value) {
+    options.light = value == "light";
+    bool const known = options.light || value == "dark";
+    return known ? Text() : Text("--theme takes dark or light, not \"") + value + "\"";
+}
+
+Text setSize(Options& options, Text const& value) {
+    std::size_t const cross = value.find('x');
+    auto const width = Qv::IntFromWString(fromUTF8(value.substr(0, cross)));
+    auto const height = cross == Text::npos ? width : Qv::IntFromWString(fromUTF8(value.substr(cross + 1)));
+    bool const fits = cross != Text::npos && width && height && *width >= 1 && *height >= 1 && *width <= maxExtent &&
+                      *height <= maxExtent;
+    if (!fits) return Text("--size takes WIDTHxHEIGHT from 1x1 to 16000x16000, not \"") + value + "\"";
+    options.size = {*width, *height};
+    return {};
+}
+
+struct Option {
+    char const* name;
+    Text (*set)(Options&, Text const& value);
+};
+
+constexpr Option valueOptions[] = {{"--page", setPage},   {"--shots", setShots}, {"--script", setScript},
+                                   {"--scale", setScale}, {"--theme", setTheme}, {"--size", setSize}};
+
+struct Switch {
+    char const* name;
+    bool Options::*flag;
+};
+
+constexpr Switch switches[] = {{"--help", &Options::help},
+                               {"--list", &Options::list},
+                               {"--offscreen", &Options::offscreen},
+                               {"--echo", &Options::echo}};
+
+Text allowed() {
+    Text names("--desktop");
+    for (Switch const& known : switches) names += Text(", ") + known.name;
+    for (Option const& known : valueOptions) names += Text(", ") + known.name;
+    return names;
+}
+
+} // namespace
+
+char const* Options::usage() {
+    return "wainscot-gallery: every widget on a page of its own\n"
+           "  --desktop         open the window (what happens without any option)\n"
+           "  --offscreen       run without a screen\n"
+           "  --list            print the names of the pages\n"
+           "  --page NAME       begin with this page\n"
+           "  --shots DIR       write every page, or the one named, as DIR/NAME.png\n"
+           "  --script FILE     do what the file says, without a screen\n"
+           "  --scale N         device pixels in a pixel, 0.5 to 4\n"
+           "  --theme THEME     dark or light\n"
+           "  --size WxH        size of the window\n"
+           "  --echo            also print each line of the log\n"
+           "  --help            print this\n";
+}
+
+LightweightString<char> parseOptions(std::vector<LightweightString<char>> const& arguments, Options& options) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        Text const& name = arguments[i];
+        if (name == "--desktop") {
+            options.offscreen = false;
+            continue;
+        }
+        bool known = false;
+        for (Switch const& candidate : switches) {
+            if (name != candidate.name) continue;
+            options.*candidate.flag = true;
+            known = true;
+        }
+        for (Option const& candidate : valueOptions) {
+            if (name != candidate.name) continue;
+            if (i + 1 == arguments.size()) return name + " needs a value";
+            Text const problem = candidate.set(options, arguments[++i]);
+            if (!problem.empty()) return problem;
+            known = true;
+        }
+        if (!known) return Text("there is no option \"") + name + "\"; there are " + allowed();
+    }
+    return {};
+}
+
+} // namespace wainscot::gallery

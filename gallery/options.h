@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/base/lightweight_string.h"
+#include "host/base/xy.h"
+
+#include <vector>
+
+namespace wainscot::gallery {
+
+/// What the command line asks for.
+struct Options {
+    bool help = false;
+    bool list = false;
+    bool offscreen = false;
+    bool echo = false;
+    LightweightString<char> page;
+    LightweightString<char> shots;
+    LightweightString<char> script;
+    double scale = 1.0;
+    bool scaleGiven = false;
+    bool light = false;
+    XY<int> size{1000, 700};
+
+    static char const* usage();
+};
+
+/// Empty when all was understood, else what is wrong and what is allowed.
+LightweightString<char> parseOptions(std::vector<LightweightString<char>> const& arguments, Options& options);
+
+} // namespace wainscot::gallery

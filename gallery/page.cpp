@@ -1,0 +1,19 @@
+#include "gallery/page.h"
+
+namespace wainscot::gallery {
+
+std::span<Page const> pages() {
+    static constexpr Page list[] = {
+        {"globs", L"Globs", makeGlobsPage},
+        {"placement", L"Placement", makePlacementPage},
+    };
+    return list;
+}
+
+Page const* findPage(LightweightString<char> const& name) {
+    for (Page const& page : pages())
+        if (name == page.name) return &page;
+    return nullptr;
+}
+
+} // namespace wainscot::gallery

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/objects/glob.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+
+namespace wainscot::gallery {
+
+/// Takes one line about something that happened on a page.
+using LogLine = std::function<void(LightweightString<wchar_t> const&)>;
+
+/// One page of the gallery.
+struct Page {
+    /// As it stands on the command line and in file names.
+    char const* name;
+    wchar_t const* title;
+    /// Makes the contents for an area of that size; they may keep `log` for as long as they live.
+    std::unique_ptr<Glob> (*make)(XY<int> size, LogLine log);
+};
+
+/// All pages, in the order in which they are listed.
+std::span<Page const> pages();
+/// Null when there is none of that name.
+Page const* findPage(LightweightString<char> const& name);
+
+std::unique_ptr<Glob> makeGlobsPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makePlacementPage(XY<int> size, LogLine log);
+
+} // namespace wainscot::gallery

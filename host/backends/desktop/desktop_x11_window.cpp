@@ -1,0 +1,95 @@
+#include "host/backends/desktop/desktop_x11_window_p.h"
+
+#include <SDL_syswm.h>
+#include <SDL_version.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+namespace wainscot {
+
+namespace {
+
+bool hasWindowManager(Display* display) {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0, rest = 0;
+    unsigned char* value = nullptr;
+    Atom const check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
+    XGetWindowProperty(display, DefaultRootWindow(display), check, 0, 1, False, XA_WINDOW, &type, &format,
+                       &count, &rest, &value);
+    if (value) XFree(value);
+    return count > 0;
+}
+
+} // namespace
+
+X11Window::X11Window(SDL_Window* window) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!window || !SDL_GetWindowWMInfo(window, &info) || info.subsystem != SDL_SYSWM_X11) return;
+    display_ = info.info.x11.display;
+    window_ = info.info.x11.window;
+}
+
+void X11Window::wish(Wishes const& wishes) {
+    if (!display_) return;
+    XSizeHints hints{};
+    XY<int> const least = wishes.fixedSize.value_or(wishes.leastSize);
+    // With static gravity all places mean the contents, not the frame.
+    hints.flags = PMinSize | PWinGravity;
+    hints.win_gravity = StaticGravity;
+    hints.min_width = least.x;
+    hints.min_height = least.y;
+    if (wishes.fixedSize) {
+        hints.flags |= PMaxSize;
+        hints.max_width = least.x;
+        hints.max_height = least.y;
+    }
+    if (wishes.isPlaced) hints.flags |= USPosition | PPosition;
+    XSetWMNormalHints(display_, window_, &hints);
+}
+
+void X11Window::show() {
+    if (!display_) return;
+    XMapRaised(display_, window_);
+    XFlush(display_);
+}
+
+void X11Window::hide() {
+    if (!display_) return;
+    XWithdrawWindow(display_, window_, DefaultScreen(display_));
+    XFlush(display_);
+}
+
+void X11Window::resize(XY<int> size) {
+    if (!display_) return;
+    XResizeWindow(display_, window_, static_cast<unsigned>(size.x), static_cast<unsigned>(size.y));
+    XFlush(display_);
+}
+
+void X11Window::move(XY<int> corner) {
+    if (!display_) return;
+    XMoveWindow(display_, window_, corner.x, corner.y);
+    XFlush(display_);
+}
+
+void X11Window::focusUnmanaged() {
+    if (!display_ || hasWindowManager(display_)) return;
+    XSetInputFocus(display_, window_, RevertToPointerRoot, CurrentTime);
+    XFlush(display_);
+}
+
+void X11Window::pretendRelease(unsigned button) {
+    if (!display_) return;
+    XEvent event{};
+    event.xbutton.type = ButtonRelease;
+    event.xbutton.window = window_;
+    event.xbutton.root = DefaultRootWindow(display_);
+    event.xbutton.button = button;
+    event.xbutton.same_screen = True;
+    XSendEvent(display_, window_, False, NoEventMask, &event);
+    XSync(display_, False);
+}
+
+} // namespace wainscot

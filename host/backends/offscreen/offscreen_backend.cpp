@@ -1,0 +1,153 @@
+#include "host/backends/offscreen/offscreen_backend.h"
+
+#include "host/drawing/surface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace wainscot {
+
+namespace {
+
+constexpr IntBox standardMonitor(0, 0, 1920, 1080);
+
+InputEvent windowEvent(InputEvent::Kind kind, NativeWindowId window, double time) {
+    InputEvent event;
+    event.kind = kind;
+    event.window = window;
+    event.time = time;
+    return event;
+}
+
+/// Windows without a stated place stand one beside the other, so that no two lie exactly on each other.
+XY<int> nextPlace(NativeWindowId id, XY<int> size, IntBox const& monitor) {
+    int const step = static_cast<int>((id - 1) % 10) * 32;
+    return {monitor.x1 + 32 + step, std::max(monitor.y2 - 32 - step - size.y, monitor.y1)};
+}
+
+} // namespace
+
+OffscreenBackend::OffscreenBackend(double deviceScale)
+    : deviceScale_(deviceScale > 0.0 ? deviceScale : 1.0), monitors_{standardMonitor} {}
+
+OffscreenBackend::~OffscreenBackend() = default;
+
+std::unique_ptr<NativeWindow> OffscreenBackend::createWindow(NativeWindowSettings const& settings) {
+    if (refuses_) return nullptr;
+    NativeWindowId const id = ++lastId_;
+    XY<int> const place = settings.place ? *settings.place : nextPlace(id, settings.size, monitors_.front());
+    auto window = std::make_unique<OffscreenWindow>(*this, id, settings, place);
+    windows_.push_back(window.get());
+    return window;
+}
+
+void OffscreenBackend::poll(std::vector<InputEvent>& input) {
+    for (InputEvent& event : std::exchange(input_, {}))
+        if (event.window == 0 || window(event.window)) input.push_back(std::move(event));
+}
+
+void OffscreenBackend::wait(std::optional<double> until) {
+    if (until) clock_.advanceTo(*until);
+}
+
+void OffscreenBackend::setMonitors(std::vector<IntBox> monitors) {
+    if (!monitors.empty()) monitors_ = std::move(monitors);
+}
+
+void OffscreenBackend::activate(NativeWindowId id) {
+    OffscreenWindow const* const wanted = window(id);
+    if (!wanted || !wanted->isShown() || active_ == id) return;
+    deactivateAll();
+    active_ = id;
+    inject(windowEvent(InputEvent::Kind::windowActivated, id, clock_.msecs()));
+}
+
+void OffscreenBackend::deactivateAll() {
+    if (active_ != 0) inject(windowEvent(InputEvent::Kind::windowDeactivated, active_, clock_.msecs()));
+    active_ = 0;
+}
+
+void OffscreenBackend::inject(InputEvent input) {
+    input_.push_back(std::move(input));
+}
+
+OffscreenWindow* OffscreenBackend::window(NativeWindowId id) const {
+    auto const found = std::find_if(windows_.begin(), windows_.end(), [id](auto const* w) { return w->id() == id; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+/// The next older window that is shown becomes the active one.
+void OffscreenBackend::closed(OffscreenWindow& window) {
+    std::erase(windows_, &window);
+    if (active_ != window.id()) return;
+    active_ = 0;
+    for (auto other = windows_.rbegin(); other != windows_.rend() && active_ == 0; ++other) activate((*other)->id());
+}
+
+OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings,
+                                 XY<int> place)
+    : backend_(backend), id_(id), title_(settings.title), size_(settings.size), minSize_(settings.minSize),
+      place_(place) {}
+
+OffscreenWindow::~OffscreenWindow() {
+    backend_.closed(*this);
+}
+
+void OffscreenWindow::show() {
+    if (shown_) return;
+    shown_ = true;
+    backend_.activate(id_);
+}
+
+void OffscreenWindow::hide() {
+    if (!shown_) return;
+    shown_ = false;
+    if (backend_.active_ == id_) backend_.deactivateAll();
+}
+
+void OffscreenWindow::resize(XY<int> size) {
+    if (size == size_) return;
+    size_ = size;
+    InputEvent event = windowEvent(InputEvent::Kind::windowResized, id_, backend_.clock_.msecs());
+    event.size = size;
+    backend_.inject(event);
+}
+
+void OffscreenWindow::moveTo(XY<int> place) {
+    if (place == place_) return;
+    place_ = place;
+    InputEvent event = windowEvent(InputEvent::Kind::windowMoved, id_, backend_.clock_.msecs());
+    event.place = place;
+    backend_.inject(event);
+}
+
+void OffscreenWindow::raise() {
+    backend_.activate(id_);
+}
+
+void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const& boxes) {
+    lastPresented_ = boxes;
+    numPresented_ += boxes.size();
+    scale_ = surface.scale();
+    if (deviceSize_ != surface.deviceSize()) {
+        deviceSize_ = surface.deviceSize();
+        pixels_.assign(static_cast<std::size_t>(deviceSize_.x) * static_cast<std::size_t>(deviceSize_.y), 0);
+    }
+    for (IntBox const& box : boxes) {
+        IntBox const part = surface.deviceBox(box);
+        for (int y = part.y1; y < part.y2; ++y) {
+            auto const row = static_cast<std::ptrdiff_t>(y) * deviceSize_.x;
+            std::copy(surface.pixels() + row + part.x1, surface.pixels() + row + part.x2, pixels_.begin() + row + part.x1);
+        }
+    }
+}
+
+std::uint32_t OffscreenWindow::pixelAt(XY<int> place) const {
+    int const x = static_cast<int>(std::lround(place.x * scale_));
+    int const y = deviceSize_.y - 1 - static_cast<int>(std::lround(place.y * scale_));
+    if (place.x < 0 || place.y < 0 || x >= deviceSize_.x || y < 0) return 0;
+    return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize_.x) + static_cast<std::size_t>(x)];
+}
+
+} // namespace wainscot

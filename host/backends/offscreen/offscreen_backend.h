@@ -1,0 +1,101 @@
+#pragma once
+
+#include "host/windows/backend.h"
+
+#include <cstdint>
+
+namespace wainscot {
+
+class OffscreenWindow;
+
+/// A window system in memory: several windows, virtual clocks, pixels that can be read back. A window that is shown
+/// becomes the active one, as a window manager would have it; input is injected.
+class WAINSCOT_API OffscreenBackend final : public Backend {
+public:
+    explicit OffscreenBackend(double deviceScale = 1.0);
+    ~OffscreenBackend() override;
+
+    // Backend
+    iClock const& clock() const override { return clock_; }
+    std::unique_ptr<NativeWindow> createWindow(NativeWindowSettings const& settings) override;
+    void poll(std::vector<InputEvent>& input) override;
+    /// Moves the clocks to `until`.
+    void wait(std::optional<double> until) override;
+    void wake() override {}
+    std::vector<IntBox> monitors() const override { return monitors_; }
+    double deviceScale() const override { return deviceScale_; }
+    bool isInteractive() const override { return false; }
+
+    VirtualClock& virtualClock() { return clock_; }
+    /// At least one; nothing happens for an empty list.
+    void setMonitors(std::vector<IntBox> monitors);
+    /// As a person would with the window manager.
+    void activate(NativeWindowId id);
+    void deactivateAll();
+    /// Input behind what is waiting, as the window system would report it.
+    void inject(InputEvent input);
+    /// From now on no window can be made, as by a window system that fails.
+    void refuseWindows(bool refuse) { refuses_ = refuse; }
+
+    OffscreenWindow* window(NativeWindowId id) const;
+    std::size_t numWindows() const { return windows_.size(); }
+
+private:
+    friend class OffscreenWindow;
+    void closed(OffscreenWindow& window);
+
+    VirtualClock clock_;
+    double deviceScale_;
+    std::vector<IntBox> monitors_;
+    std::vector<InputEvent> input_;
+    /// In the order of opening; owned by those who asked for them.
+    std::vector<OffscreenWindow*> windows_;
+    NativeWindowId lastId_ = 0;
+    NativeWindowId active_ = 0;
+    bool refuses_ = false;
+};
+
+/// A window in memory: what was presented is what it shows.
+class WAINSCOT_API OffscreenWindow final : public NativeWindow {
+public:
+    OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings, XY<int> place);
+    ~OffscreenWindow() override;
+
+    // NativeWindow
+    NativeWindowId id() const override { return id_; }
+    void show() override;
+    void hide() override;
+    void setTitle(LightweightString<wchar_t> const& title) override { title_ = title; }
+    void resize(XY<int> size) override;
+    void setMinSize(XY<int> size) override { minSize_ = size; }
+    void moveTo(XY<int> place) override;
+    void raise() override;
+    XY<int> size() const override { return size_; }
+    XY<int> place() const override { return place_; }
+    void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
+
+    LightweightString<wchar_t> const& title() const { return title_; }
+    XY<int> minSize() const { return minSize_; }
+    bool isShown() const { return shown_; }
+    /// Boxes brought to the screen by the last call, and by all.
+    std::vector<IntBox> const& lastPresented() const { return lastPresented_; }
+    std::uint64_t numPresented() const { return numPresented_; }
+    /// The pixel shown at a logical place (from the lower-left corner); 0 where nothing was ever presented.
+    std::uint32_t pixelAt(XY<int> place) const;
+
+private:
+    OffscreenBackend& backend_;
+    NativeWindowId id_;
+    LightweightString<wchar_t> title_;
+    XY<int> size_;
+    XY<int> minSize_;
+    XY<int> place_;
+    bool shown_ = false;
+    std::vector<IntBox> lastPresented_;
+    std::uint64_t numPresented_ = 0;
+    double scale_ = 1.0;
+    XY<int> deviceSize_;
+    std::vector<std::uint32_t> pixels_;
+};
+
+} // namespace wainscot

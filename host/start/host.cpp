@@ -1,0 +1,54 @@
+#include "host/start/host.h"
+
+#include "host/backends/offscreen/offscreen_backend.h"
+#include "host/base/diagnostics.h"
+#include "host/start/desktop_loader_p.h"
+
+#include <stdexcept>
+
+namespace wainscot {
+
+Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
+    if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
+    openBackend();
+    iClock::install(&backend_->clock());
+    events_ = std::make_unique<EventSystem>([backend = backend_.get()] { backend->wake(); });
+    windows_ = std::make_unique<GlobManager>(*backend_);
+    loop_ = std::make_unique<EventLoop>(*backend_, *events_, *windows_);
+}
+
+void Host::openBackend() {
+    if (settings_.screen == HostSettings::Screen::desktop) backend_ = loadDesktopBackend(problem_);
+    if (backend_) return;
+    auto offscreen = std::make_unique<OffscreenBackend>(settings_.deviceScale);
+    offscreen_ = offscreen.get();
+    backend_ = std::move(offscreen);
+}
+
+Host::~Host() {
+    loop_.reset();
+    windows_.reset();
+    events_.reset();
+    iClock::install(nullptr);
+}
+
+int Host::run() {
+    if (problem_.empty()) return loop_->run();
+    vex_printf("%s: no display can be used (%s); start it in a desktop session, or set DISPLAY.",
+               settings_.name.empty() ? "wainscot" : settings_.name.c_str(), problem_.c_str());
+    return 1;
+}
+
+void Host::quit(int code) {
+    loop_->quit(code);
+}
+
+VirtualClock* Host::virtualClock() const {
+    return offscreen_ ? &offscreen_->virtualClock() : nullptr;
+}
+
+bool Host::hasScreen() const {
+    return offscreen_ == nullptr;
+}
+
+} // namespace wainscot

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "host/base/lightweight_string.h"
+#include "host/windows/event_loop.h"
+
+#include <memory>
+
+namespace wainscot {
+
+class OffscreenBackend;
+
+/// How a program wants to start.
+struct HostSettings {
+    /// Decides the folder of its preferences and stands in front of its messages.
+    LightweightString<char> name;
+    enum class Screen : unsigned char {
+        /// Real windows.
+        desktop,
+        /// Windows in memory, with clocks that only move when they are moved.
+        offscreen,
+    };
+    Screen screen = Screen::desktop;
+    /// Device pixels in a logical pixel, for the offscreen kind only.
+    double deviceScale = 1.0;
+};
+
+/// The host of a program: made first in `main`, destroyed last. One lives at a time.
+class WAINSCOT_API Host {
+public:
+    /// Without a usable display the host is offscreen, `hasScreen()` is false, and `problem()` says why.
+    /// Throws when another host lives.
+    Host(int argc, char** argv, HostSettings const& settings);
+    ~Host();
+    Host(Host const&) = delete;
+    Host& operator=(Host const&) = delete;
+
+    /// Runs until the last window has closed or `quit()` is called. Without a screen although one was wanted it
+    /// says so in one sentence and answers 1 at once.
+    int run();
+    void quit(int code = 0);
+
+    /// Real windows are shown.
+    bool hasScreen() const;
+    /// Why there is no screen although one was wanted; empty else.
+    LightweightString<char> const& problem() const { return problem_; }
+    LightweightString<char> const& name() const { return settings_.name; }
+
+    EventLoop& loop() { return *loop_; }
+    GlobManager& globManager() { return *windows_; }
+    Backend& backend() { return *backend_; }
+    /// The clocks that only move when they are moved; null with real windows.
+    VirtualClock* virtualClock() const;
+    /// Null with real windows.
+    OffscreenBackend* offscreen() const { return offscreen_; }
+
+private:
+    void openBackend();
+
+    HostSettings settings_;
+    LightweightString<char> problem_;
+    std::unique_ptr<Backend> backend_;
+    OffscreenBackend* offscreen_ = nullptr;
+    std::unique_ptr<EventSystem> events_;
+    std::unique_ptr<GlobManager> windows_;
+    std::unique_ptr<EventLoop> loop_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,259 @@
+// A window without a toolkit: opens the desktop module, shows one window and prints each piece of input as a
+// line. The window tests drive it, and it shows a developer what the window system reports.
+//
+//   desktop-probe MODULE [--size W H] [--place X Y] [--min W H] [--popup] [--wake-after-rest]
+//
+// Commands come on standard input, one a line; see `runCommand`. The program ends when its window is asked to
+// close, and when standard input ends.
+
+#include "host/backends/desktop/desktop_module.h"
+#include "host/drawing/surface.h"
+#include "host/windows/backend.h"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <iostream>
+#include <mutex>
+#include <sstream>
+#include <string>
+#include <thread>
+
+using namespace wainscot;
+
+namespace {
+
+constexpr std::uint32_t contentColour = 0xFF336699;
+constexpr std::uint32_t markColour = 0xFFFFCC00;
+constexpr int markSize = 8;
+
+char const* nameOf(InputEvent::Kind kind) {
+    using Kind = InputEvent::Kind;
+    switch (kind) {
+    case Kind::pointerMoved:
+        return "moved";
+    case Kind::pointerPressed:
+        return "pressed";
+    case Kind::pointerReleased:
+        return "released";
+    case Kind::pointerLeft:
+        return "left";
+    case Kind::wheel:
+        return "wheel";
+    case Kind::zoom:
+        return "zoom";
+    case Kind::keyPressed:
+        return "key";
+    case Kind::keyReleased:
+        return "keyup";
+    case Kind::composedText:
+        return "text";
+    case Kind::windowResized:
+        return "resized";
+    case Kind::windowMoved:
+        return "windowmoved";
+    case Kind::windowExposed:
+        return "exposed";
+    case Kind::windowCloseRequested:
+        return "close";
+    case Kind::windowActivated:
+        return "activated";
+    case Kind::windowDeactivated:
+        return "deactivated";
+    case Kind::windowHidden:
+        return "hidden";
+    case Kind::windowShown:
+        return "shown";
+    }
+    return "unknown";
+}
+
+void say(std::string const& line) {
+    std::puts(line.c_str());
+    std::fflush(stdout);
+}
+
+std::string describe(InputEvent const& event, XY<int> windowPlace) {
+    char line[256];
+    XY<int> const place = event.place - windowPlace;
+    std::snprintf(
+        line, sizeof line,
+        "%s place=%d,%d root=%d,%d size=%dx%d button=%d clicks=%d amount=%d code=%x mods=%x repeat=%d",
+        nameOf(event.kind), place.x, place.y, event.place.x, event.place.y, event.size.x, event.size.y,
+        static_cast<int>(event.button), event.clicks, event.amount, event.keyCode, event.modifiers,
+        event.repeat ? 1 : 0);
+    std::string text = line;
+    for (wchar_t const character : event.text) text += " U+" + std::to_string(static_cast<long>(character));
+    return text;
+}
+
+class Probe {
+public:
+    Probe(std::unique_ptr<Backend> backend, NativeWindowSettings const& settings)
+        : backend_(std::move(backend)), window_(backend_->createWindow(settings)),
+          surface_(settings.size, backend_->deviceScale()) {}
+
+    int run();
+
+private:
+    void readCommands();
+    void takeCommands();
+    void runCommand(std::string const& line);
+    void handle(InputEvent const& event);
+    void paint();
+
+    std::unique_ptr<Backend> backend_;
+    std::unique_ptr<NativeWindow> window_;
+    Surface surface_;
+    std::mutex mutex_;
+    std::string commands_;
+    std::atomic<bool> ended_ = false;
+    int waits_ = 0;
+};
+
+/// Fills the window and marks its lower-left and upper-right corners.
+void Probe::paint() {
+    surface_.resize(window_->size(), backend_->deviceScale());
+    int const width = surface_.deviceSize().x;
+    int const height = surface_.deviceSize().y;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            bool const lowerLeft = x < markSize && y >= height - markSize;
+            bool const upperRight = x >= width - markSize && y < markSize;
+            surface_.pixels()[y * surface_.stride() + x] =
+                lowerLeft || upperRight ? markColour : contentColour;
+        }
+    }
+    window_->present(surface_, {surface_.bounds()});
+}
+
+void Probe::handle(InputEvent const& event) {
+    say(describe(event, window_ ? window_->place() : XY<int>{}));
+    if (event.kind == InputEvent::Kind::windowResized || event.kind == InputEvent::Kind::windowExposed)
+        paint();
+    if (event.kind == InputEvent::Kind::windowCloseRequested) ended_ = true;
+}
+
+/// Runs on a thread of its own, so that each command also is a wake-up from another thread.
+void Probe::readCommands() {
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        {
+            std::lock_guard const lock(mutex_);
+            commands_ += line + "\n";
+        }
+        backend_->wake();
+    }
+    ended_ = true;
+    backend_->wake();
+}
+
+void Probe::takeCommands() {
+    std::string commands;
+    {
+        std::lock_guard const lock(mutex_);
+        commands.swap(commands_);
+    }
+    std::istringstream lines(commands);
+    for (std::string line; std::getline(lines, line);) runCommand(line);
+}
+
+void Probe::runCommand(std::string const& line) {
+    std::istringstream words(line);
+    std::string name;
+    int x = 0, y = 0;
+    words >> name >> x >> y;
+    if (name == "move") window_->moveTo({x, y});
+    if (name == "resize") window_->resize({x, y});
+    if (name == "title") window_->setTitle(L"caf\u00e9 \u65e5");
+    if (name == "hide") window_->hide();
+    if (name == "show") window_->show();
+    if (name == "raise") window_->raise();
+    if (name == "destroy") window_.reset();
+    if (name == "fresh") {
+        NativeWindowSettings settings;
+        settings.title = L"probe";
+        settings.size = surface_.size();
+        window_ = backend_->createWindow(settings);
+        window_->show();
+    }
+    // A surface that no longer fits the window, with a box beyond both.
+    if (name == "misfit") {
+        Surface const other({x, y}, backend_->deviceScale());
+        window_->present(other, {IntBox(-50, -50, 5000, 5000)});
+    }
+    if (name == "quit") ended_ = true;
+    say("done " + name + " waits=" + std::to_string(waits_));
+}
+
+int Probe::run() {
+    if (!window_) {
+        say("no window");
+        return 1;
+    }
+    window_->show();
+    IntBox const monitor = backend_->monitors().front();
+    char line[128];
+    std::snprintf(line, sizeof line, "ready scale=%.2f monitor=%dx%d", backend_->deviceScale(),
+                  monitor.width(), monitor.height());
+    say(line);
+    std::thread reader([this] { readCommands(); });
+    std::vector<InputEvent> input;
+    while (!ended_) {
+        backend_->wait(std::nullopt);
+        ++waits_;
+        takeCommands();
+        input.clear();
+        backend_->poll(input);
+        for (InputEvent const& event : input) handle(event);
+    }
+    say("ended");
+    // The reader may still be blocked on standard input.
+    reader.detach();
+    std::fflush(stdout);
+    window_.reset();
+    backend_.reset();
+    std::_Exit(0);
+}
+
+std::unique_ptr<Backend> openModule(char const* file) {
+    void* const module = dlopen(file, RTLD_NOW | RTLD_LOCAL);
+    if (!module) {
+        say(std::string("cannot open: ") + dlerror());
+        return nullptr;
+    }
+    auto const create = reinterpret_cast<CreateDesktopBackend>(dlsym(module, createDesktopBackendName));
+    LightweightString<char> problem;
+    std::unique_ptr<Backend> backend(create ? create(problem) : nullptr);
+    if (!backend) say(std::string("refused: ") + problem.c_str());
+    return backend;
+}
+
+NativeWindowSettings readSettings(int count, char** words) {
+    NativeWindowSettings settings;
+    settings.title = L"probe";
+    settings.size = {300, 200};
+    auto const pair = [&](int i) { return XY<int>{std::atoi(words[i + 1]), std::atoi(words[i + 2])}; };
+    for (int i = 2; i < count; ++i) {
+        bool const hasPair = i + 2 < count;
+        if (!std::strcmp(words[i], "--size") && hasPair) settings.size = pair(i);
+        if (!std::strcmp(words[i], "--place") && hasPair) settings.place = pair(i);
+        if (!std::strcmp(words[i], "--min") && hasPair) settings.minSize = pair(i);
+        if (!std::strcmp(words[i], "--popup")) settings.popUp = true;
+    }
+    return settings;
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    if (count < 2) {
+        std::fputs("usage: desktop-probe MODULE [--size W H] [--place X Y] [--min W H] [--popup]\n", stderr);
+        return 2;
+    }
+    std::unique_ptr<Backend> backend = openModule(words[1]);
+    if (!backend) return 1;
+    return Probe(std::move(backend), readSettings(count, words)).run();
+}

@@ -1,0 +1,310 @@
+#include "tests/window_bench.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <cstdlib>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace wainscot {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Windows vanish while they are looked at; that is no reason to end the test program.
+int ignoreError(Display*, XErrorEvent*) {
+    return 0;
+}
+
+/// The value of a window's property as bytes (items of 32 bits are longs); empty when it has none.
+std::string property(Display* display, Window window, char const* name) {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0, rest = 0;
+    unsigned char* value = nullptr;
+    constexpr long mostItems = 1024;
+    int const status = XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, mostItems,
+                                          False, AnyPropertyType, &type, &format, &count, &rest, &value);
+    if (status != Success || !value) return {};
+    std::size_t const itemSize = format == 32 ? sizeof(long) : static_cast<std::size_t>(format) / 8;
+    std::string const bytes(reinterpret_cast<char const*>(value), count * itemSize);
+    XFree(value);
+    return bytes;
+}
+
+Window windowProperty(Display* display, Window window, char const* name) {
+    std::string const bytes = property(display, window, name);
+    unsigned long value = 0;
+    if (bytes.size() >= sizeof value) bytes.copy(reinterpret_cast<char*>(&value), sizeof value);
+    return value;
+}
+
+std::vector<Window> childrenOf(Display* display, Window window) {
+    Window root = None, parent = None;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    if (!XQueryTree(display, window, &root, &parent, &children, &count)) return {};
+    std::vector<Window> const found(children, children + count);
+    if (children) XFree(children);
+    return found;
+}
+
+std::string windowTitle(Display* display, Window window) {
+    std::string const title = property(display, window, "_NET_WM_NAME");
+    return title.empty() ? property(display, window, "WM_NAME") : title;
+}
+
+Window searchTitle(Display* display, std::string const& title) {
+    std::deque<Window> open{DefaultRootWindow(display)};
+    for (; !open.empty(); open.pop_front()) {
+        if (windowTitle(display, open.front()) == title) return open.front();
+        for (Window const child : childrenOf(display, open.front())) open.push_back(child);
+    }
+    return None;
+}
+
+void passOn(ChildProcess::Environment& environment, char const* name) {
+    if (char const* const value = std::getenv(name)) environment[name] = value;
+}
+
+} // namespace
+
+WindowBench::WindowBench(WindowManager windowManager) {
+    if (!makeHome() || !startServer()) return;
+    if (windowManager == WindowManager::openbox && !startWindowManager()) return;
+    if (!xdotool({"getmouselocation"})) problem_ = "xdotool does not run: " + errors();
+}
+
+WindowBench::~WindowBench() {
+    if (display_) XCloseDisplay(display_);
+    windowManager_.reset();
+    server_.reset();
+    std::error_code problem;
+    if (!folder_.empty()) fs::remove_all(folder_, problem);
+}
+
+bool WindowBench::makeHome() {
+    std::string name = (fs::temp_directory_path() / "wainscot-bench-XXXXXX").string();
+    if (!mkdtemp(name.data())) {
+        problem_ = "no temporary folder";
+        return false;
+    }
+    folder_ = name;
+    environment_ = {{"HOME", folder_}, {"TZ", "UTC"}, {"LC_ALL", "C.UTF-8"}, {"LANG", "C.UTF-8"}};
+    for (auto const& [variable, place] : {std::pair{"XDG_CONFIG_HOME", "config"},
+                                          {"XDG_DATA_HOME", "data"},
+                                          {"XDG_CACHE_HOME", "cache"},
+                                          {"XDG_STATE_HOME", "state"},
+                                          {"XDG_RUNTIME_DIR", "run"}}) {
+        std::string const path = folder_ + "/" + place;
+        fs::create_directory(path);
+        fs::permissions(path, fs::perms::owner_all);
+        environment_[variable] = path;
+    }
+    // No program of a test may reach the services of the person who runs it, or start some of its own.
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
+    for (char const* const variable : {"PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS",
+                                       "UBSAN_OPTIONS", "TSAN_OPTIONS", "WAINSCOT_DATA_DIR"})
+        passOn(environment_, variable);
+    return true;
+}
+
+bool WindowBench::startServer() {
+    std::ostringstream screen;
+    screen << screenSize().x << "x" << screenSize().y << "x24";
+    // The server chooses a free number and writes it to its standard output.
+    server_ =
+        launch({"Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", screen.str()});
+    std::string const number = server_->waitForLine("");
+    if (number.empty()) {
+        problem_ = "Xvfb does not start: " + errors();
+        return false;
+    }
+    environment_["DISPLAY"] = ":" + number;
+    XSetErrorHandler(ignoreError);
+    display_ = XOpenDisplay(environment_["DISPLAY"].c_str());
+    if (!display_) problem_ = "Xvfb does not answer";
+    return display_ != nullptr;
+}
+
+bool WindowBench::startWindowManager() {
+    windowManager_ = launch({"openbox", "--sm-disable"});
+    if (waitUntil([this] { return managesNewWindows() || !windowManager_->isRunning(); }) &&
+        windowManager_->isRunning())
+        return true;
+    problem_ = "openbox does not start: " + errors();
+    return false;
+}
+
+/// A window manager that is still starting up loses windows that are opened meanwhile, even when it has
+/// declared itself present. Whether it works shows only in a window that it shows.
+bool WindowBench::managesNewWindows() {
+    constexpr std::chrono::milliseconds enough{200};
+    Window const root = DefaultRootWindow(display_);
+    if (windowProperty(display_, root, "_NET_SUPPORTING_WM_CHECK") == None) return false;
+    Window const trial = XCreateSimpleWindow(display_, root, 0, 0, 10, 10, 0, 0, 0);
+    XMapWindow(display_, trial);
+    bool const shown = waitUntil([this, trial] { return isViewable(trial); }, enough);
+    XDestroyWindow(display_, trial);
+    auto const gone = [this, root] { return windowProperty(display_, root, "_NET_CLIENT_LIST") == None; };
+    return shown && waitUntil(gone, enough);
+}
+
+std::unique_ptr<ChildProcess> WindowBench::launch(std::vector<std::string> const& words) {
+    return std::make_unique<ChildProcess>(words, environment_, folder_ + "/errors");
+}
+
+bool WindowBench::run(std::vector<std::string> const& words) {
+    return launch(words)->waitForExit() == 0;
+}
+
+std::unique_ptr<ChildProcess> WindowBench::start(std::vector<std::string> words) {
+    if (words.front().find('/') == std::string::npos) words.front() = besideTests(words.front());
+    return launch(words);
+}
+
+std::string WindowBench::besideTests(std::string const& name) {
+    return (fs::read_symlink("/proc/self/exe").parent_path() / name).lexically_normal().string();
+}
+
+std::string WindowBench::errors() const {
+    std::ostringstream text;
+    text << std::ifstream(folder_ + "/errors").rdbuf();
+    return text.str();
+}
+
+bool WindowBench::xdotool(std::vector<std::string> const& words) {
+    std::vector<std::string> all{"xdotool"};
+    all.insert(all.end(), words.begin(), words.end());
+    return run(all);
+}
+
+bool WindowBench::key(std::vector<std::string> const& names) {
+    std::vector<std::string> words{"key", "--delay", "0"};
+    words.insert(words.end(), names.begin(), names.end());
+    return xdotool(words);
+}
+
+bool WindowBench::movePointer(XY<int> place) {
+    return xdotool({"mousemove", std::to_string(place.x), std::to_string(place.y)});
+}
+
+bool WindowBench::glidePointer(XY<int> from, XY<int> to) {
+    constexpr int steps = 10;
+    std::vector<std::string> words;
+    for (int i = 1; i <= steps; ++i) {
+        words.emplace_back("mousemove");
+        words.push_back(std::to_string(from.x + (to.x - from.x) * i / steps));
+        words.push_back(std::to_string(from.y + (to.y - from.y) * i / steps));
+    }
+    return xdotool(words);
+}
+
+bool WindowBench::pressButton(int button) {
+    return xdotool({"mousedown", std::to_string(button)});
+}
+
+bool WindowBench::releaseButton(int button) {
+    return xdotool({"mouseup", std::to_string(button)});
+}
+
+bool WindowBench::click(int button) {
+    return xdotool({"click", std::to_string(button)});
+}
+
+bool WindowBench::wheel(int notches) {
+    constexpr char const* up = "4";
+    constexpr char const* down = "5";
+    return xdotool(
+        {"click", "--delay", "0", "--repeat", std::to_string(std::abs(notches)), notches > 0 ? up : down});
+}
+
+bool WindowBench::setLayout(std::string const& layout) {
+    return run({"setxkbmap", "-layout", layout});
+}
+
+WindowBench::WindowId WindowBench::findWindow(std::string const& title) {
+    Window found = None;
+    waitUntil([&] {
+        found = searchTitle(display_, title);
+        return found != None;
+    });
+    return found;
+}
+
+std::string WindowBench::titleOf(WindowId window) {
+    return windowTitle(display_, window);
+}
+
+XY<int> WindowBench::placeOf(WindowId window) {
+    XY<int> place;
+    Window child = None;
+    XTranslateCoordinates(display_, window, DefaultRootWindow(display_), 0, 0, &place.x, &place.y, &child);
+    return place;
+}
+
+XY<int> WindowBench::sizeOf(WindowId window) {
+    XWindowAttributes attributes{};
+    XGetWindowAttributes(display_, window, &attributes);
+    return {attributes.width, attributes.height};
+}
+
+bool WindowBench::isViewable(WindowId window) {
+    XWindowAttributes attributes{};
+    return XGetWindowAttributes(display_, window, &attributes) && attributes.map_state == IsViewable;
+}
+
+bool WindowBench::isActive(WindowId window) {
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display_, &focus, &revert);
+    return focus == window;
+}
+
+void WindowBench::tellWindowManager(WindowId window, char const* message, long first, long second) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display_, message, False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = first;
+    event.xclient.data.l[1] = second;
+    XSendEvent(display_, DefaultRootWindow(display_), False,
+               SubstructureRedirectMask | SubstructureNotifyMask, &event);
+    XSync(display_, False);
+}
+
+void WindowBench::requestClose(WindowId window) {
+    constexpr long fromPager = 2;
+    tellWindowManager(window, "_NET_CLOSE_WINDOW", CurrentTime, fromPager);
+}
+
+void WindowBench::activate(WindowId window) {
+    constexpr long fromPager = 2;
+    tellWindowManager(window, "_NET_ACTIVE_WINDOW", fromPager, CurrentTime);
+}
+
+void WindowBench::minimise(WindowId window) {
+    XIconifyWindow(display_, window, DefaultScreen(display_));
+    XSync(display_, False);
+}
+
+std::uint32_t WindowBench::colourAt(XY<int> place) {
+    XImage* const image =
+        XGetImage(display_, DefaultRootWindow(display_), place.x, place.y, 1, 1, AllPlanes, ZPixmap);
+    if (!image) return 0;
+    auto const colour = static_cast<std::uint32_t>(XGetPixel(image, 0, 0) & 0xFFFFFF);
+    XDestroyImage(image);
+    return colour;
+}
+
+bool WindowBench::waitForColour(XY<int> place, std::uint32_t colour) {
+    return waitUntil([this, place, colour] { return colourAt(place) == colour; });
+}
+
+} // namespace wainscot

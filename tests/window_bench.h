@@ -1,0 +1,91 @@
+#pragma once
+
+#include "host/base/xy.h"
+#include "tests/child_process.h"
+
+#include <cstdint>
+#include <memory>
+
+struct _XDisplay;
+
+namespace wainscot {
+
+/// A screen of its own for tests with real windows: an X server without hardware, a window manager, and a
+/// home folder, language and time zone of their own. Everything is ended and removed with it.
+///
+/// Places on the screen are those of X: pixels from the upper-left corner.
+class WindowBench {
+public:
+    using WindowId = unsigned long;
+
+    enum class WindowManager { openbox, none };
+
+    explicit WindowBench(WindowManager windowManager = WindowManager::openbox);
+    ~WindowBench();
+    WindowBench(WindowBench const&) = delete;
+    WindowBench& operator=(WindowBench const&) = delete;
+
+    /// What is wrong with the bench; empty when it works. A missing server, window manager or xdotool is a
+    /// fault like any other.
+    std::string const& problem() const { return problem_; }
+    XY<int> screenSize() const { return {1024, 768}; }
+
+    /// Sets a variable for the programs that are started from now on.
+    void setVariable(std::string const& name, std::string const& value) { environment_[name] = value; }
+    /// Starts a program on the screen. A name without "/" is looked for beside the test program.
+    std::unique_ptr<ChildProcess> start(std::vector<std::string> words);
+    /// The full name of a file beside the test program, by its place relative to it.
+    static std::string besideTests(std::string const& name);
+    /// What the programs have written to their standard error streams.
+    std::string errors() const;
+
+    /// Runs xdotool with these words to its end; false when it fails.
+    bool xdotool(std::vector<std::string> const& words);
+    /// Presses and releases keys by their names ("a", "shift+Tab", "KP_1"), one after the other.
+    bool key(std::vector<std::string> const& names);
+    bool movePointer(XY<int> place);
+    /// Moves the pointer in small steps, as a hand does.
+    bool glidePointer(XY<int> from, XY<int> to);
+    bool pressButton(int button = 1);
+    bool releaseButton(int button = 1);
+    bool click(int button = 1);
+    bool wheel(int notches);
+    /// Chooses a keyboard layout ("us", "de", "ru") and returns when the server has it.
+    bool setLayout(std::string const& layout);
+
+    /// The window that has this title, waited for; 0 when none comes.
+    WindowId findWindow(std::string const& title);
+    std::string titleOf(WindowId window);
+    /// Upper-left corner and size of the contents on the screen.
+    XY<int> placeOf(WindowId window);
+    XY<int> sizeOf(WindowId window);
+    bool isViewable(WindowId window);
+    /// Whether the keyboard belongs to the window.
+    bool isActive(WindowId window);
+    /// Asks the window manager to close the window, as its close button does.
+    void requestClose(WindowId window);
+    void minimise(WindowId window);
+    void activate(WindowId window);
+
+    /// The colour of a pixel of the screen, 0xRRGGBB.
+    std::uint32_t colourAt(XY<int> place);
+    bool waitForColour(XY<int> place, std::uint32_t colour);
+
+private:
+    bool makeHome();
+    bool startServer();
+    bool startWindowManager();
+    bool managesNewWindows();
+    std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);
+    bool run(std::vector<std::string> const& words);
+    void tellWindowManager(WindowId window, char const* message, long first, long second);
+
+    std::string problem_;
+    std::string folder_;
+    ChildProcess::Environment environment_;
+    std::unique_ptr<ChildProcess> server_;
+    std::unique_ptr<ChildProcess> windowManager_;
+    _XDisplay* display_ = nullptr;
+};
+
+} // namespace wainscot

@@ -1,0 +1,370 @@
+#include "tests/window_bench.h"
+
+#include <gmock/gmock.h>
+
+using namespace wainscot;
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+constexpr std::uint32_t contentColour = 0x336699;
+constexpr std::uint32_t markColour = 0xFFCC00;
+
+/// The desktop module in the hands of a program that prints its input.
+class WindowDesktop : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(bench_.problem(), ""); }
+    void TearDown() override {
+        if (HasFailure() && probe_)
+            std::printf("unread lines of the probe:\n%serrors:\n%s\n", probe_->unreadLines().c_str(),
+                        bench_.errors().c_str());
+        EXPECT_THAT(bench_.errors(), testing::Not(HasSubstr("Sanitizer")));
+    }
+
+    /// Starts the probe at 200, 150 (upper-left corner on the screen) with 300 x 200 pixels and waits until
+    /// its window is on the screen and active.
+    void startProbe(std::vector<std::string> const& options = {"--place", "200", "418"}) {
+        std::vector<std::string> words{"desktop-probe",
+                                       WindowBench::besideTests("../lib/libwainscot-desktop.so")};
+        words.insert(words.end(), options.begin(), options.end());
+        probe_ = bench_.start(words);
+        ASSERT_THAT(probe_->waitForLine("ready"), StartsWith("ready")) << bench_.errors();
+        window_ = bench_.findWindow("probe");
+        ASSERT_NE(window_, 0u);
+        ASSERT_TRUE(bench_.waitForColour(bench_.placeOf(window_) + XY<int>{150, 100}, contentColour));
+    }
+    void startActiveProbe() {
+        startProbe();
+        ASSERT_FALSE(probe_->waitForLine("activated").empty());
+    }
+    /// A place in the window, from its upper-left corner, on the screen.
+    XY<int> inWindow(int x, int y) { return bench_.placeOf(window_) + XY<int>{x, y}; }
+    /// Runs a command of the probe to its end.
+    std::string command(std::string const& line) {
+        probe_->send(line);
+        return probe_->waitForLine("done");
+    }
+    std::string next(std::string_view kind) { return probe_->waitForLine(kind); }
+    void expectKeys(std::vector<std::string> const& names, std::vector<std::string> const& codes) {
+        ASSERT_TRUE(bench_.key(names));
+        for (std::string const& code : codes)
+            EXPECT_THAT(next("key "), HasSubstr(" code=" + code + " ")) << code;
+    }
+
+    WindowBench bench_;
+    std::unique_ptr<ChildProcess> probe_;
+    WindowBench::WindowId window_ = 0;
+};
+
+} // namespace
+
+TEST_F(WindowDesktop, RefusesClearlyWithoutADisplay) {
+    std::string const module = WindowBench::besideTests("../lib/libwainscot-desktop.so");
+    bench_.setVariable("DISPLAY", "");
+    EXPECT_THAT(bench_.start({"desktop-probe", module})->waitForLine("refused"),
+                HasSubstr("DISPLAY is not set"));
+    bench_.setVariable("DISPLAY", ":4711");
+    auto const probe = bench_.start({"desktop-probe", module});
+    EXPECT_THAT(probe->waitForLine("refused"), HasSubstr("\":4711\""));
+    EXPECT_EQ(probe->waitForExit(), 1);
+}
+
+TEST_F(WindowDesktop, OpensAtItsPlaceAndShowsItsPixels) {
+    startProbe();
+    EXPECT_EQ(bench_.sizeOf(window_), (XY<int>{300, 200}));
+    EXPECT_EQ(bench_.placeOf(window_), (XY<int>{200, 150}));
+    EXPECT_EQ(bench_.colourAt(inWindow(2, 197)), markColour) << "lower left";
+    EXPECT_EQ(bench_.colourAt(inWindow(297, 2)), markColour) << "upper right";
+    EXPECT_EQ(bench_.colourAt(inWindow(2, 2)), contentColour) << "upper left";
+    ASSERT_TRUE(bench_.movePointer(inWindow(0, 0)));
+    EXPECT_FALSE(next("moved place=0,199 root=200,617").empty());
+}
+
+TEST_F(WindowDesktop, PressDragsOutOfTheWindowAndBack) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
+    ASSERT_TRUE(bench_.pressButton());
+    EXPECT_FALSE(next("pressed place=50,139").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(-40, 250)));
+    EXPECT_FALSE(next("moved place=-40,-51").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(340, -30)));
+    EXPECT_FALSE(next("moved place=340,229").empty());
+    ASSERT_TRUE(bench_.releaseButton());
+    EXPECT_THAT(next("released"), HasSubstr("place=340,229"));
+    EXPECT_FALSE(next("left").empty()) << "the pointer is outside and nothing is held any more";
+    for (std::string const& line : probe_->lines())
+        EXPECT_THAT(line, testing::Not(StartsWith("left place=-40")));
+    ASSERT_TRUE(bench_.movePointer(inWindow(10, 10)));
+    EXPECT_FALSE(next("moved place=10,189").empty());
+    ASSERT_TRUE(bench_.movePointer({5, 5}));
+    EXPECT_FALSE(next("left").empty());
+}
+
+TEST_F(WindowDesktop, ButtonsClicksWheelAndModifiers) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
+    ASSERT_TRUE(bench_.xdotool({"click", "--repeat", "2", "--delay", "20", "1", "click", "3", "click", "2"}));
+    EXPECT_THAT(next("pressed"), HasSubstr("button=1 clicks=1"));
+    EXPECT_THAT(next("pressed"), HasSubstr("button=1 clicks=2"));
+    EXPECT_THAT(next("released"), HasSubstr("button=1"));
+    EXPECT_THAT(next("pressed"), HasSubstr("button=3 clicks=1"));
+    EXPECT_THAT(next("pressed"), HasSubstr("button=2 clicks=1"));
+    ASSERT_TRUE(bench_.wheel(1));
+    ASSERT_TRUE(bench_.wheel(-2));
+    EXPECT_THAT(next("wheel place=50,139"), HasSubstr("amount=1 "));
+    EXPECT_THAT(next("wheel"), HasSubstr("amount=-1 "));
+    EXPECT_THAT(next("wheel"), HasSubstr("amount=-1 "));
+    ASSERT_TRUE(bench_.xdotool({"keydown", "Control_L", "click", "1", "keyup", "Control_L", "click", "1"}));
+    EXPECT_THAT(next("pressed"), HasSubstr("mods=2000000"));
+    EXPECT_THAT(next("pressed"), HasSubstr("mods=0"));
+}
+
+TEST_F(WindowDesktop, KeysOfTheUsLayout) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.setLayout("us"));
+    expectKeys({"a", "shift+a", "exclam", "shift+Tab", "Return", "KP_Enter", "BackSpace", "Escape"},
+               {"61", "1000041", "1000021", "1000009", "d", "d", "8", "1b"});
+    expectKeys({"Left", "ctrl+shift+Right", "Delete", "F5", "Menu"},
+               {"800004b", "b00004d", "8000053", "800003f", "800005d"});
+    expectKeys({"ctrl+c", "ctrl+shift+z", "alt+f", "ctrl+1", "ctrl+space", "super+v"},
+               {"2000043", "300005a", "4000046", "2000031", "2000020", "100056"});
+    EXPECT_THAT(probe_->unreadLines(), testing::Not(HasSubstr("\nkey ")));
+}
+
+TEST_F(WindowDesktop, KeypadFollowsTheNumberLock) {
+    startActiveProbe();
+    // Key 79 is the keypad's 7, 91 its decimal key: what they mean is the lock's and the layout's business.
+    ASSERT_TRUE(bench_.setLayout("de"));
+    expectKeys({"79", "91", "86"}, {"8000047", "8000053", "8000002b"});
+    expectKeys({"Num_Lock", "79", "91", "86"}, {"80000037", "8000002e", "8000002b"});
+    expectKeys({"Num_Lock", "79"}, {"8000047"});
+}
+
+TEST_F(WindowDesktop, KeysOfTheGermanLayout) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.setLayout("de"));
+    // By the places of the keys: 29 is z and 52 y here, 47 an umlaut, 24 q with the at sign, 108 the right
+    // Alt key.
+    expectKeys({"29", "ctrl+29", "47"}, {"7a", "200005a", "f6"});
+    ASSERT_TRUE(bench_.xdotool({"keydown", "108", "key", "24", "keyup", "108", "key", "24"}));
+    EXPECT_THAT(next("key "), HasSubstr(" code=40 mods=0"));
+    EXPECT_THAT(next("key "), HasSubstr(" code=71 mods=0"));
+    // 21 is a dead accent: one character comes of it and the next key, and nothing of itself.
+    probe_->skipLines();
+    expectKeys({"21", "26"}, {"e9"});
+    EXPECT_THAT(next("keyup"), HasSubstr(" code=e9 "));
+    ASSERT_TRUE(bench_.key({"x"}));
+    EXPECT_THAT(next("key "), HasSubstr(" code=78 "));
+}
+
+TEST_F(WindowDesktop, KeysOfTheRussianLayout) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.setLayout("ru"));
+    // 38 is where the US layout has its a, 54 its c.
+    for (auto const& [key, code] : {std::pair{"38", "444"},
+                                    {"shift+38", "1000424"},
+                                    {"ctrl+54", "2000043"},
+                                    {"ctrl+shift+38", "3000041"}})
+        expectKeys({key}, {code});
+}
+
+TEST_F(WindowDesktop, RightAltIsAltWhereTheLayoutLeavesIt) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.setLayout("us"));
+    ASSERT_TRUE(bench_.xdotool({"keydown", "108", "key", "24", "keyup", "108"}));
+    EXPECT_THAT(next("key "), HasSubstr(" code=4000051 mods=4000000"));
+}
+
+TEST_F(WindowDesktop, HeldKeysRepeatWithoutReleases) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.xdotool({"keydown", "k"}));
+    EXPECT_THAT(next("key "), testing::AllOf(HasSubstr(" code=6b "), HasSubstr("repeat=0")));
+    EXPECT_THAT(next("key "), testing::AllOf(HasSubstr(" code=6b "), HasSubstr("repeat=1")));
+    EXPECT_THAT(next("key "), HasSubstr("repeat=1"));
+    for (std::string const& line : probe_->lines()) EXPECT_THAT(line, testing::Not(StartsWith("keyup")));
+    ASSERT_TRUE(bench_.xdotool({"keyup", "k"}));
+    EXPECT_THAT(next("keyup"), HasSubstr(" code=6b "));
+}
+
+TEST_F(WindowDesktop, ModifiersAreClearedWhenAnotherWindowBecomesActive) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.xdotool({"keydown", "Control_L", "key", "h"}));
+    EXPECT_THAT(next("key "), HasSubstr("code=2000048 "));
+    auto const other =
+        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                      "600", "400"});
+    ASSERT_FALSE(other->waitForLine("activated").empty());
+    EXPECT_FALSE(next("deactivated").empty());
+    ASSERT_TRUE(bench_.xdotool({"keyup", "Control_L"}));
+    ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
+    EXPECT_THAT(next("moved"), HasSubstr("mods=0"));
+    ASSERT_TRUE(bench_.click());
+    EXPECT_FALSE(next("activated").empty());
+    EXPECT_THAT(next("pressed"), HasSubstr("mods=0")) << "the activating press counts as well";
+    ASSERT_TRUE(bench_.key({"h"}));
+    EXPECT_THAT(next("key "), HasSubstr("code=68 "));
+}
+
+TEST_F(WindowDesktop, ContentsFollowWhileTheEdgeIsDragged) {
+    startActiveProbe();
+    // Just outside the contents is the corner of the frame.
+    XY<int> pointer = inWindow(300, 203);
+    ASSERT_TRUE(bench_.movePointer(pointer));
+    ASSERT_TRUE(bench_.pressButton());
+    for (int step = 0; step < 3; ++step) {
+        XY<int> const before = bench_.sizeOf(window_);
+        XY<int> const target = pointer + XY<int>{50, 40};
+        ASSERT_TRUE(bench_.glidePointer(pointer, target));
+        pointer = target;
+        ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x >= before.x + 40; })) << "step " << step;
+        XY<int> const size = bench_.sizeOf(window_);
+        EXPECT_TRUE(bench_.waitForColour(inWindow(size.x - 3, 3), markColour)) << "while the button is held";
+        EXPECT_TRUE(bench_.waitForColour(inWindow(3, size.y - 3), markColour));
+        EXPECT_FALSE(next("resized").empty());
+    }
+    ASSERT_TRUE(bench_.releaseButton());
+}
+
+TEST_F(WindowDesktop, TheProgramMovesSizesAndNamesItsWindow) {
+    startActiveProbe();
+    ASSERT_FALSE(command("move 40 100").empty());
+    ASSERT_TRUE(waitUntil([&] { return bench_.placeOf(window_) == XY<int>{40, 768 - 100 - 200}; }));
+    EXPECT_FALSE(next("windowmoved place=0,0 root=40,100").empty());
+    ASSERT_FALSE(command("resize 420 250").empty());
+    ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_) == XY<int>{420, 250}; }));
+    EXPECT_TRUE(bench_.waitForColour(inWindow(417, 2), markColour));
+    ASSERT_FALSE(command("title").empty());
+    EXPECT_TRUE(waitUntil([&] { return bench_.titleOf(window_) == "caf\u00e9 \u65e5"; }));
+}
+
+TEST_F(WindowDesktop, NoSmallerThanTheLeastSize) {
+    startProbe({"--place", "200", "418", "--min", "250", "150"});
+    ASSERT_FALSE(next("activated").empty());
+    ASSERT_TRUE(bench_.xdotool({"windowsize", std::to_string(window_), "100", "100"}));
+    EXPECT_THAT(next("resized"), HasSubstr("size=250x150"));
+}
+
+TEST_F(WindowDesktop, MinimisedAndRestored) {
+    startActiveProbe();
+    bench_.minimise(window_);
+    EXPECT_FALSE(next("hidden").empty());
+    EXPECT_FALSE(bench_.isViewable(window_));
+    bench_.activate(window_);
+    EXPECT_FALSE(next("shown").empty());
+    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+}
+
+TEST_F(WindowDesktop, HiddenAndShownByTheProgram) {
+    startActiveProbe();
+    ASSERT_FALSE(command("hide").empty());
+    EXPECT_TRUE(waitUntil([&] { return !bench_.isViewable(window_); }));
+    ASSERT_FALSE(command("misfit 50 50").empty()) << "a hidden window is not painted";
+    ASSERT_FALSE(command("show").empty());
+    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+    for (std::string const& line : probe_->lines())
+        EXPECT_THAT(line, testing::Not(testing::AnyOf(StartsWith("hidden"), StartsWith("shown"))));
+}
+
+TEST_F(WindowDesktop, UncoveredContentsComeBack) {
+    startActiveProbe();
+    auto other = bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"),
+                               "--place", "150", "400", "--size", "500", "350"});
+    ASSERT_FALSE(other->waitForLine("activated").empty());
+    ASSERT_TRUE(bench_.waitForColour(inWindow(297, 2), contentColour)) << "covered";
+    other.reset();
+    EXPECT_FALSE(next("exposed").empty());
+    EXPECT_TRUE(bench_.waitForColour(inWindow(297, 2), markColour));
+}
+
+TEST_F(WindowDesktop, ASurfaceThatDoesNotFitIsShownAsFarAsItGoes) {
+    startActiveProbe();
+    ASSERT_FALSE(command("misfit 100 50").empty());
+    EXPECT_TRUE(bench_.waitForColour(inWindow(50, 25), 0x000000));
+    EXPECT_EQ(bench_.colourAt(inWindow(150, 100)), contentColour);
+    ASSERT_FALSE(command("misfit 2000 1500").empty());
+    EXPECT_TRUE(bench_.waitForColour(inWindow(150, 100), 0x000000));
+}
+
+TEST_F(WindowDesktop, CloseIsARequest) {
+    startActiveProbe();
+    bench_.requestClose(window_);
+    EXPECT_FALSE(next("close").empty());
+    EXPECT_EQ(probe_->waitForExit(), 0);
+}
+
+TEST_F(WindowDesktop, AWindowDestroyedUnderAHeldButton) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
+    ASSERT_TRUE(bench_.pressButton());
+    ASSERT_FALSE(next("pressed").empty());
+    ASSERT_FALSE(command("destroy").empty());
+    ASSERT_TRUE(bench_.releaseButton());
+    ASSERT_FALSE(command("fresh").empty());
+    ASSERT_FALSE(next("activated").empty());
+    window_ = bench_.findWindow("probe");
+    ASSERT_TRUE(bench_.waitForColour(inWindow(150, 100), contentColour));
+    ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
+    ASSERT_TRUE(bench_.click());
+    EXPECT_THAT(next("pressed"), HasSubstr("clicks=1"));
+    EXPECT_FALSE(next("released").empty());
+}
+
+TEST_F(WindowDesktop, TheDeviceScaleIsSeenByThePixelsOnly) {
+    bench_.setVariable("WAINSCOT_DEVICE_SCALE", "1.5");
+    startProbe({"--place", "100", "100", "--size", "201", "101"});
+    EXPECT_EQ(bench_.sizeOf(window_), (XY<int>{302, 152}));
+    EXPECT_EQ(bench_.placeOf(window_), (XY<int>{150, 768 - 150 - 152}));
+    ASSERT_TRUE(bench_.movePointer(inWindow(301, 151)));
+    EXPECT_FALSE(next("moved place=200,0").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(0, 0)));
+    EXPECT_FALSE(next("moved place=0,100").empty());
+    // An odd size of the window leaves a seam beside the surface.
+    ASSERT_TRUE(bench_.xdotool({"windowsize", std::to_string(window_), "331", "181"}));
+    EXPECT_THAT(next("resized"), HasSubstr("size=221x121"));
+    EXPECT_TRUE(bench_.waitForColour(inWindow(330, 100), contentColour));
+    EXPECT_TRUE(bench_.waitForColour(inWindow(150, 180), contentColour));
+}
+
+TEST_F(WindowDesktop, APopUpTakesNoFocusAndNoFrame) {
+    startActiveProbe();
+    auto const popUp =
+        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                      "700", "600", "--size", "80", "40", "--popup"});
+    ASSERT_FALSE(popUp->waitForLine("exposed").empty());
+    EXPECT_TRUE(bench_.waitForColour({740, 768 - 620}, contentColour));
+    EXPECT_EQ(bench_.colourAt({777, 768 - 637}), markColour) << "at its exact place";
+    EXPECT_TRUE(bench_.isActive(window_));
+    ASSERT_TRUE(bench_.key({"a"}));
+    EXPECT_FALSE(next("key ").empty());
+}
+
+TEST_F(WindowDesktop, SleepsWhileNothingHappensAndWakesFromAThread) {
+    startActiveProbe();
+    // The first command lets everything that belongs to opening the window go by.
+    ASSERT_FALSE(command("nothing").empty());
+    letTimePass(500ms);
+    std::string const before = command("nothing");
+    long const wakeUps = probe_->wakeUps();
+    letTimePass(3000ms);
+    EXPECT_EQ(probe_->wakeUps(), wakeUps) << "nobody woke it";
+    std::string const after = command("nothing");
+    auto const waits = [](std::string const& line) {
+        return std::stoi(line.substr(line.find("waits=") + 6));
+    };
+    EXPECT_EQ(waits(after), waits(before) + 1) << "one wake-up for one command";
+}
+
+TEST(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
+    WindowBench bench(WindowBench::WindowManager::none);
+    ASSERT_EQ(bench.problem(), "");
+    auto const probe =
+        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                     "200", "418"});
+    ASSERT_FALSE(probe->waitForLine("activated").empty()) << bench.errors();
+    EXPECT_TRUE(bench.waitForColour({202, 768 - 418 - 3}, markColour));
+    ASSERT_TRUE(bench.key({"a", "ctrl+b"}));
+    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=61 "));
+    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=2000042 "));
+}
