@@ -1,4 +1,5 @@
 #include "host/drawing/font.h"
+#include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "tests/drawing_fixture.h"
 
@@ -208,6 +209,22 @@ TEST(FittedText, DropsControlCharactersAndIsQuickOnLongTexts) {
     EXPECT_NEAR(static_cast<double>(fitted.size()), 100.0 / font->textWidth(L"xxxxxxxxxx") * 10, 3);
     EXPECT_NEAR(static_cast<double>(clipStringToFit(text, 100, true, font).size()),
                 static_cast<double>(fitted.size()), 1);
+}
+
+TEST(Symbols, AreOneSizeWideAndDrawnInAnyFont) {
+    for (int number = 0; number < 128; ++number) {
+        Text const symbol = getString(QvTTF::eGlyph(number));
+        if (symbol.empty()) continue;
+        EXPECT_EQ(standardFont(15)->textWidth(L"ab" + symbol), standardFont(15)->textWidth(L"ab") + 15);
+        PaintedWindow window({40, 40}, 1.5);
+        draw(window, Glib::TextDescription(symbol, {10, 10}, standardFont(16), Colour()));
+        IntBox const ink = window.inkBox();
+        EXPECT_FALSE(ink.isEmpty()) << number;
+        EXPECT_TRUE(window.surface.deviceBox({10, 6, 26, 28}).contains(ink)) << number;
+    }
+    EXPECT_FALSE(getString(QvTTF::eFoldClosed).empty());
+    EXPECT_TRUE(getString(QvTTF::eGlyph(127)).empty());
+    EXPECT_TRUE(getString(QvTTF::eGlyph(126)).empty());
 }
 
 } // namespace

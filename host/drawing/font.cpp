@@ -1,5 +1,6 @@
 #include "host/drawing/font_p.h"
 
+#include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
 #include "host/drawing/text_shaper_p.h"
 
@@ -78,6 +79,7 @@ std::uint16_t Font::addFace(FontFace* face) const {
 }
 
 std::uint16_t Font::faceFor(std::uint32_t character) const {
+    if (Symbols::isSymbol(character)) return Symbols::face;
     FontFace const* own = faces_[0].face;
     if (!own || own->hasGlyph(character) || isIgnorable(character)) return 0;
     auto const [place, isNew] = fallbacks_.try_emplace(character, std::uint16_t(0));

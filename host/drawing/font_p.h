@@ -45,7 +45,7 @@ public:
     };
     SizedFace const& sizedFace(std::size_t index) const { return faces_[index]; }
     std::size_t faceCount() const { return faces_.size(); }
-    /// The face that has the character; 0 (the own face) when none has it.
+    /// The face that has the character, or `Symbols::face`; 0 (the own face) when none has it.
     std::uint16_t faceFor(std::uint32_t character) const;
 
 private:

@@ -1,5 +1,7 @@
 #include "host/drawing/text_painter_p.h"
 
+#include "host/drawing/symbols_p.h"
+
 namespace wainscot {
 
 TextRunPainter::TextRunPainter(RenderTarget const& target, iFont const& font, Colour const& colour,
@@ -9,14 +11,14 @@ TextRunPainter::TextRunPainter(RenderTarget const& target, iFont const& font, Co
 
 GlyphRasters::DeviceFace& TextRunPainter::deviceFace(std::uint32_t index) {
     if (current_ && index == currentIndex_) return *current_;
-    Font::SizedFace const& sized = font_.sizedFace(index);
+    FontFace* face = index == Symbols::face ? nullptr : font_.sizedFace(index).face;
     currentIndex_ = index;
-    current_ = &GlyphRasters::instance().deviceFace(sized.face, font_.size() * target_.scale());
+    current_ = &GlyphRasters::instance().deviceFace(face, font_.size() * target_.scale());
     return *current_;
 }
 
 void TextRunPainter::add(std::wstring_view block, XY<int> const& position, double x) {
-    if (block.empty() || !font_.sizedFace(0).face) return;
+    if (block.empty()) return;
     double const scale = target_.scale();
     // The exact distance stays apart from the place: a long text begins far away.
     XY<long long> const place = target_.exactOnSurface(position);

@@ -1,5 +1,6 @@
 #include "host/drawing/text_shaper_p.h"
 
+#include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
 
 #include <algorithm>
@@ -178,7 +179,18 @@ bool TextShaper::shapeByPairs() {
 }
 
 void TextShaper::shapeRun(Run const& run) {
-    shapeStretch(run, run.end);
+    if (run.face == Symbols::face)
+        placeSymbols(run);
+    else
+        shapeStretch(run, run.end);
+}
+
+void TextShaper::placeSymbols(Run const& run) {
+    for (std::size_t i = run.start; i < run.end; ++i) {
+        layout_->glyphs_.push_back({Symbols::glyphOf(text_[i]), Symbols::face, static_cast<float>(x_), 0.0F});
+        placeGaps(run, i, i + 1, x_, x_ + font_.size());
+        x_ += font_.size();
+    }
 }
 
 /// Shapes a run and places what lies before `shown`.

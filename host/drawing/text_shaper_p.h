@@ -32,6 +32,7 @@ private:
     void orderRuns();
     bool shapeByPairs();
     void shapeRun(Run const& run);
+    void placeSymbols(Run const& run);
     void shapeStretch(Run const& run, std::size_t shown);
     void placeGlyphs(Run const& run, std::size_t shown);
     void placeGaps(Run const& run, std::size_t first, std::size_t last, double left, double right);
