@@ -14,7 +14,8 @@ using testing::ElementsAre;
 
 class Loop : public HostTest {
 protected:
-    InputEvent pointerInput(InputEvent::Kind kind, XY<int> place, InputEvent::Button button = InputEvent::Button::none) {
+    InputEvent pointerInput(InputEvent::Kind kind, XY<int> place,
+                            InputEvent::Button button = InputEvent::Button::none) {
         InputEvent input;
         input.kind = kind;
         input.place = place;
@@ -213,7 +214,8 @@ TEST_F(Loop, ClosingDestroysAWindowThatDoesNotObject) {
 
 TEST_F(Loop, ArefusedWindowLeavesTheRootWithItsOwner) {
     host_->offscreen()->refuseWindows(true);
-    auto const root = std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10));
+    auto const root =
+        std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10));
     EXPECT_FALSE(host_->globManager().realize(root.get()));
     EXPECT_EQ(root->canvas()->surface(), nullptr);
     EXPECT_THROW(Host(0, nullptr, {}), std::logic_error) << "one host at a time";
@@ -268,7 +270,8 @@ TEST_F(Timers, AStatedTimeIsKeptOnceThenTheGridAgain) {
     ticker->setInterest(EventKind::timer);
     ticker->setNextTimer(42);
     driver_.advance(820);
-    EXPECT_THAT(ticker->ticks, ElementsAre(start + 42, start + 542, start + 792.5, start + 802.5, start + 812.5));
+    EXPECT_THAT(ticker->ticks,
+                ElementsAre(start + 42, start + 542, start + 792.5, start + 802.5, start + 812.5));
     ticker->clearInterest(EventKind::timer);
 }
 
