@@ -4,6 +4,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
@@ -190,9 +191,10 @@ bool WindowBench::xdotool(std::vector<std::string> const& words) {
 }
 
 bool WindowBench::key(std::vector<std::string> const& names) {
-    std::vector<std::string> words{"key", "--delay", "0"};
-    words.insert(words.end(), names.begin(), names.end());
-    return xdotool(words);
+    // In one run xdotool may take the modifiers of one key for held when it sends the next.
+    return std::all_of(names.begin(), names.end(), [this](std::string const& name) {
+        return xdotool({"key", "--delay", "0", name});
+    });
 }
 
 bool WindowBench::movePointer(XY<int> place) {
@@ -310,6 +312,10 @@ std::uint32_t WindowBench::colourAt(XY<int> place) {
 
 bool WindowBench::waitForColour(XY<int> place, std::uint32_t colour) {
     return waitUntil([this, place, colour] { return colourAt(place) == colour; });
+}
+
+bool WindowBench::waitForColour(WindowId window, XY<int> place, std::uint32_t colour) {
+    return waitUntil([=, this] { return colourAt(placeOf(window) + place) == colour; });
 }
 
 } // namespace wainscot

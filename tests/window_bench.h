@@ -70,6 +70,8 @@ public:
     /// The colour of a pixel of the screen, 0xRRGGBB.
     std::uint32_t colourAt(XY<int> place);
     bool waitForColour(XY<int> place, std::uint32_t colour);
+    /// The same for a place in a window, which may still be moving: into its frame, for example.
+    bool waitForColour(WindowId window, XY<int> place, std::uint32_t colour);
 
 private:
     bool makeHome();
