@@ -235,6 +235,12 @@ bool WindowBench::setLayout(std::string const& layout) {
     return run({"setxkbmap", "-layout", layout});
 }
 
+void WindowBench::setResources(std::string const& text) {
+    XChangeProperty(display_, DefaultRootWindow(display_), XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                    reinterpret_cast<unsigned char const*>(text.data()), static_cast<int>(text.size()));
+    XSync(display_, False);
+}
+
 WindowBench::WindowId WindowBench::findWindow(std::string const& title) {
     Window found = None;
     waitUntil([&] {

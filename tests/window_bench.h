@@ -53,6 +53,9 @@ public:
     /// Chooses a keyboard layout ("us", "de", "ru") and returns when the server has it.
     bool setLayout(std::string const& layout);
 
+    /// Sets the resource text of the screen, which tells programs its dots per inch, for example.
+    void setResources(std::string const& text);
+
     /// The window that has this title, waited for; 0 when none comes.
     WindowId findWindow(std::string const& title);
     std::string titleOf(WindowId window);

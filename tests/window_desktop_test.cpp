@@ -326,17 +326,32 @@ TEST_F(WindowDesktop, TheDeviceScaleIsSeenByThePixelsOnly) {
     EXPECT_TRUE(waitForPixel(150, 180, contentColour));
 }
 
+TEST_F(WindowDesktop, TheScreensResourcesGiveTheDeviceScale) {
+    bench_.setResources("*background: white\nXft.dpi:\t192\n");
+    startProbe({"--place", "50", "50", "--size", "100", "80"});
+    EXPECT_EQ(bench_.sizeOf(window_), (XY<int>{200, 160}));
+    EXPECT_THAT(probe_->lines().front(), HasSubstr("scale=2.00 monitor=512x384"));
+}
+
 TEST_F(WindowDesktop, APopUpTakesNoFocusAndNoFrame) {
     startActiveProbe();
-    auto const popUp =
-        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
-                      "700", "600", "--size", "80", "40", "--popup"});
-    ASSERT_FALSE(popUp->waitForLine("exposed").empty());
+    ASSERT_FALSE(command("popup 700 600").empty());
     EXPECT_TRUE(bench_.waitForColour({740, 768 - 620}, contentColour));
-    EXPECT_EQ(bench_.colourAt({777, 768 - 637}), markColour) << "at its exact place";
+    EXPECT_TRUE(bench_.waitForColour({777, 768 - 637}, markColour)) << "at its exact place";
     EXPECT_TRUE(bench_.isActive(window_));
     ASSERT_TRUE(bench_.key({"a"}));
     EXPECT_FALSE(next("key ").empty());
+    ASSERT_TRUE(bench_.movePointer({740, 768 - 620}));
+    ASSERT_TRUE(bench_.pressButton());
+    EXPECT_THAT(next("pressed"), HasSubstr(" root=740,619 "));
+    ASSERT_TRUE(bench_.movePointer({840, 768 - 520}));
+    EXPECT_THAT(next("moved"), HasSubstr(" root=840,519 ")) << "held, so it goes on outside";
+    ASSERT_TRUE(bench_.movePointer(inWindow(100, 100)));
+    EXPECT_THAT(next("moved"), HasSubstr(" root=300,517 ")) << "also over another window";
+    ASSERT_TRUE(bench_.releaseButton());
+    EXPECT_THAT(next("released"), HasSubstr(" root=300,517 "));
+    ASSERT_FALSE(command("popdown").empty());
+    EXPECT_TRUE(waitUntil([this] { return bench_.colourAt({740, 768 - 620}) != contentColour; }));
 }
 
 TEST_F(WindowDesktop, SleepsWhileNothingHappensAndWakesFromAThread) {
