@@ -75,8 +75,8 @@ void passOn(ChildProcess::Environment& environment, char const* name) {
 
 } // namespace
 
-WindowBench::WindowBench(WindowManager windowManager) {
-    if (!makeHome() || !startServer()) return;
+WindowBench::WindowBench(WindowManager windowManager, int bitsPerPixel) {
+    if (!makeHome() || !startServer(bitsPerPixel)) return;
     if (windowManager == WindowManager::openbox && !startWindowManager()) return;
     if (!xdotool({"getmouselocation"})) problem_ = "xdotool does not run: " + errors();
 }
@@ -115,9 +115,9 @@ bool WindowBench::makeHome() {
     return true;
 }
 
-bool WindowBench::startServer() {
+bool WindowBench::startServer(int bitsPerPixel) {
     std::ostringstream screen;
-    screen << screenSize().x << "x" << screenSize().y << "x24";
+    screen << screenSize().x << "x" << screenSize().y << "x" << bitsPerPixel;
     // The server chooses a free number and writes it to its standard output.
     server_ =
         launch({"Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", screen.str()});

@@ -20,7 +20,7 @@ public:
 
     enum class WindowManager { openbox, none };
 
-    explicit WindowBench(WindowManager windowManager = WindowManager::openbox);
+    explicit WindowBench(WindowManager windowManager = WindowManager::openbox, int bitsPerPixel = 24);
     ~WindowBench();
     WindowBench(WindowBench const&) = delete;
     WindowBench& operator=(WindowBench const&) = delete;
@@ -78,7 +78,7 @@ public:
 
 private:
     bool makeHome();
-    bool startServer();
+    bool startServer(int bitsPerPixel);
     bool startWindowManager();
     bool managesNewWindows(std::chrono::milliseconds enough);
     std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);

@@ -382,3 +382,15 @@ TEST(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=61 "));
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=2000042 "));
 }
+
+TEST(WindowDesktopUnmanaged, ConvertsPixelsForAScreenOfSixteenBits) {
+    WindowBench bench(WindowBench::WindowManager::none, 16);
+    ASSERT_EQ(bench.problem(), "");
+    auto const probe =
+        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                     "200", "418"});
+    ASSERT_FALSE(probe->waitForLine("exposed").empty()) << bench.errors();
+    // Five bits of red, six of green, five of blue.
+    EXPECT_TRUE(bench.waitForColour({350, 768 - 518}, 0x3333));
+    EXPECT_EQ(bench.colourAt({202, 768 - 418 - 3}), 0xFE60u);
+}
