@@ -21,6 +21,9 @@
 #include <string>
 #include <thread>
 
+/// There only in a build with the leak sanitizer.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
+
 using namespace wainscot;
 
 namespace {
@@ -226,13 +229,13 @@ int Probe::run() {
         for (InputEvent const& event : input) handle(event);
     }
     say("ended");
-    // The reader may still be blocked on standard input.
+    // The reader may still be blocked on standard input, so the program cannot end in the usual way.
     reader.detach();
-    std::fflush(stdout);
     popUp_.reset();
     window_.reset();
     backend_.reset();
-    std::_Exit(0);
+    bool const leaks = __lsan_do_recoverable_leak_check && __lsan_do_recoverable_leak_check() != 0;
+    std::_Exit(leaks ? 23 : 0);
 }
 
 std::unique_ptr<Backend> openModule(char const* file) {
