@@ -124,9 +124,8 @@ void LabelGlob::draw() {
     CanvasRenderer renderer(canvas(), box);
     Glib::drawOutlinedRect(renderer, face(), palette.separator(), box);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
-    auto const room = toSize16(box.width() - 2 * UifStd::getIndentWidth());
     eTextAppearance const appearance = !isActive() ? eTextDisabled : chosen_ ? eTextSelected : eTextEnabled;
-    Glib::TextDescription const text(Glib::fitTextToWidth(font, label_, room),
+    Glib::TextDescription const text(label_,
                                      {box.centre().x, box.y1 + getFontYOffset(box.height(), font)}, font,
                                      palette.text(appearance), eAlignCentre);
     renderer.renderPrimitive(text);

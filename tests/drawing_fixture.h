@@ -18,7 +18,11 @@ public:
         clear();
     }
 
-    CanvasPlace canvasPlace() const override { return place; }
+    CanvasPlace canvasPlace() const override {
+        CanvasPlace now = place;
+        now.opacity = canvas.opacity();
+        return now;
+    }
     void damageAbove(IntBox const& area) override { above.push_back(area); }
 
     void clear(std::uint32_t pixel = 0xFFFFFFFF) {

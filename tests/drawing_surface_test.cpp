@@ -207,6 +207,58 @@ TEST(CanvasRenderer, SlantedLinesAndEllipsesStayInPlace) {
     EXPECT_EQ(window.surface.pixelAt({30, 40}), white);
 }
 
+TEST(RoundedRect, CoversItsBoxButTheCorners) {
+    for (double const scale : {1.0, 1.5, 2.0}) {
+        for (int const edge : {0, 1, 3, 9}) {
+            PaintedWindow window({60, 50}, scale);
+            {
+                CanvasRenderer renderer = window.renderer();
+                Glib::drawRoundedRect(renderer, Colour(0, 0, 1), redInk, {10, 10, 50, 40}, edge, 6);
+            }
+            IntBox const box = window.surface.deviceBox({10, 10, 50, 40});
+            EXPECT_EQ(window.inkBox(), box);
+            double const radius = std::floor(6 * scale + 0.5);
+            double const corners = (4 - 3.14159) * radius * radius;
+            auto const covered = static_cast<double>(window.pixelCount() - window.countOf(white));
+            EXPECT_NEAR(covered, box.width() * box.height() - corners, 4 * radius) << scale << " " << edge;
+            // No ground shines through between edge and fill: no pixel well inside has any green.
+            for (int i = static_cast<int>(radius); i < 2 * radius; ++i)
+                EXPECT_EQ(window.device(box.x1 + i, box.y1 + i) & 0xFF00U, 0U) << i;
+            for (int x = 0; x < box.width(); ++x) {
+                EXPECT_EQ(window.device(box.x1 + x, box.y1), window.device(box.x2 - 1 - x, box.y1));
+                EXPECT_EQ(window.device(box.x1 + x, box.y1), window.device(box.x1 + x, box.y2 - 1));
+            }
+        }
+    }
+}
+
+TEST(RoundedRect, OutlineLeavesTheInsideAlone) {
+    PaintedWindow window({60, 50});
+    {
+        CanvasRenderer renderer = window.renderer();
+        renderer.setClipRect({10, 10, 30, 40});
+        Glib::drawRoundedRectOutline(renderer, redInk, {10, 10, 50, 40}, 2, 6);
+    }
+    EXPECT_EQ(window.inkBox(), IntBox(10, 10, 30, 40));
+    EXPECT_EQ(window.surface.pixelAt({13, 25}), white);
+    EXPECT_EQ(window.surface.pixelAt({11, 25}), red);
+    EXPECT_EQ(window.surface.pixelAt({10, 10}), white);
+}
+
+TEST(DepthBox, IsLitFromAboveOrBelow) {
+    PaintedWindow window({60, 50});
+    Colour const grey(0.5, 0.5, 0.5);
+    CanvasRenderer renderer = window.renderer();
+    auto const green = [&](XY<int> place) { return window.surface.pixelAt(place) >> 8 & 0xFF; };
+    for (int const depth : {2, -2}) {
+        Glib::drawDepthBox(renderer, grey, {0, 0, 20, 20}, 2, depth);
+        EXPECT_EQ(green({10, 19}) > green({10, 10}), depth > 0);
+        EXPECT_EQ(green({10, 0}) > green({10, 10}), depth < 0);
+    }
+    indent_box(&window.canvas, {0, 0, 20, 20}, grey);
+    EXPECT_EQ(window.surface.pixelAt({10, 10}) & 0xFFFFFFU, getIndentBoxColour(grey).getAsLong());
+}
+
 TEST(Drawable, PaintsOnlyWithoutHoldsAndVisits) {
     struct Counter : Drawable::Painter {
         int painted = 0;

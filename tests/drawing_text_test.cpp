@@ -1,4 +1,5 @@
 #include "host/drawing/font.h"
+#include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "tests/drawing_fixture.h"
 
@@ -66,7 +67,7 @@ TEST(Text, GapsRunFromTheStartToTheEnd) {
         EXPECT_GT(font->prefixWidth(text, i), font->prefixWidth(text, i - 1)) << i;
         EXPECT_EQ(font->characterAtX(text, font->prefixWidth(text, i)), i);
         EXPECT_NEAR(font->prefixWidth(text, i), font->textWidth(text.substr(0, static_cast<std::size_t>(i))),
-                    2);
+                    3);
     }
     EXPECT_EQ(font->characterAtX(text, -50), 0);
     EXPECT_EQ(font->characterAtX(text, 5000), length);
@@ -87,6 +88,7 @@ TEST(Text, SurvivesAnythingAsCodePoints) {
         int const length = static_cast<int>(text.size());
         int const found = font->characterAtX(text, static_cast<int>(random() % 200));
         EXPECT_TRUE(found >= 0 && found <= length);
+        EXPECT_LE(font->textWidth(Glib::fitTextToWidth(font, text, 50)), 50);
         for (int method = iFont::eSeekPrevChar; method <= iFont::eSeekAbsolute; ++method) {
             int const at =
                 font->seek(text, static_cast<int>(random() % 310), iFont::eCharSeekMethod(method), 5);
@@ -176,6 +178,53 @@ TEST(Text, RightToLeftTextRunsTheOtherWay) {
     EXPECT_LT(font->prefixWidth(mixed, 1), font->prefixWidth(mixed, 2));
     EXPECT_GT(font->prefixWidth(mixed, 3), font->prefixWidth(mixed, 4));
     EXPECT_EQ(font->prefixWidth(mixed, 9), font->textWidth(mixed));
+}
+
+TEST(FittedText, IsTheLongestBeginningThatFits) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const text(L"Import selected clips, e\u0301tude");
+    int const full = font->textWidth(text);
+    std::size_t longest = 0;
+    for (int width = 0; width <= full + 3; ++width) {
+        bool cut = false;
+        Text const fitted = Glib::fitTextToWidth(font, text, static_cast<unsigned short>(width), &cut);
+        EXPECT_LE(font->textWidth(fitted), width);
+        EXPECT_GE(fitted.size(), longest);
+        EXPECT_EQ(cut, width < full) << width;
+        EXPECT_NE(fitted.view().substr(0, 25), L"Import selected clips, e\u2026");
+        longest = fitted.size();
+        Text const end = clipStringToFit(text, static_cast<unsigned short>(width), true, font);
+        EXPECT_LE(font->textWidth(end), width);
+        EXPECT_TRUE(end.empty() || !cut || text.endsWith(end.view().substr(1))) << width;
+    }
+    EXPECT_EQ(Glib::fitTextToWidth(font, text, 1000), text);
+    EXPECT_EQ(clipStringToFit(text, 1000, true, font), text);
+}
+
+TEST(FittedText, DropsControlCharactersAndIsQuickOnLongTexts) {
+    Qv::Ptr<iFont> const font = standardFont();
+    EXPECT_EQ(Glib::fitTextToWidth(font, L"a\tb\nc\x7f", 100), Text(L"abc"));
+    Text const text(1000000, L'x');
+    Text const fitted = Glib::fitTextToWidth(font, text, 100);
+    EXPECT_NEAR(static_cast<double>(fitted.size()), 100.0 / font->textWidth(L"xxxxxxxxxx") * 10, 3);
+    EXPECT_NEAR(static_cast<double>(clipStringToFit(text, 100, true, font).size()),
+                static_cast<double>(fitted.size()), 1);
+}
+
+TEST(Symbols, AreOneSizeWideAndDrawnInAnyFont) {
+    for (int number = 0; number < 128; ++number) {
+        Text const symbol = getString(QvTTF::eGlyph(number));
+        if (symbol.empty()) continue;
+        EXPECT_EQ(standardFont(15)->textWidth(L"ab" + symbol), standardFont(15)->textWidth(L"ab") + 15);
+        PaintedWindow window({40, 40}, 1.5);
+        draw(window, Glib::TextDescription(symbol, {10, 10}, standardFont(16), Colour()));
+        IntBox const ink = window.inkBox();
+        EXPECT_FALSE(ink.isEmpty()) << number;
+        EXPECT_TRUE(window.surface.deviceBox({10, 6, 26, 28}).contains(ink)) << number;
+    }
+    EXPECT_FALSE(getString(QvTTF::eFoldClosed).empty());
+    EXPECT_TRUE(getString(QvTTF::eGlyph(127)).empty());
+    EXPECT_TRUE(getString(QvTTF::eGlyph(126)).empty());
 }
 
 } // namespace

@@ -26,6 +26,17 @@ void Canvas::damage(IntBox const& area) const {
     if (!seen.isEmpty()) at.surface->toPaint().add(seen.translated(at.origin));
 }
 
+void Canvas::shape(Qv::Ptr<iRegion> region) {
+    if (region_eq(region, shape_)) return;
+    shape_ = std::move(region);
+    CanvasPlace const at = place();
+    if (at.surface) damage(at.visible.translated(XY<int>() - at.origin));
+}
+
+void glib_reshapecanvas(Canvas* canvas, Qv::Ptr<iRegion> region) {
+    if (canvas) canvas->shape(std::move(region));
+}
+
 PaintPhase::PaintPhase(std::vector<IntBox> const& damage) : damage_(damage), outer_(innermost) {
     innermost = this;
 }

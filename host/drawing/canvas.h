@@ -2,6 +2,9 @@
 
 #include "host/base/box.h"
 #include "host/base/export.h"
+#include "host/base/life.h"
+#include "host/drawing/font.h"
+#include "host/drawing/region.h"
 
 #include <vector>
 
@@ -54,15 +57,29 @@ public:
     float opacity() const { return opacity_; }
     void setOpacity(float opacity) { opacity_ = opacity; }
 
+    /// The outline of what is drawn on the canvas, in its coordinates; null for the whole box. Damages the
+    /// canvas when it changes.
+    void shape(Qv::Ptr<iRegion> region);
+    Qv::Ptr<iRegion> const& shape() const { return shape_; }
+    /// The shared font for a description; never null.
+    Qv::Ptr<iFont> createFont(Glib::FontDesc const& desc) const { return Glib::loadFont(desc); }
+
     /// Damages an area (canvas coordinates) so that it is painted again; nothing while unattached or hidden.
     void damage(IntBox const& area) const;
+
+    LifeToken const& life() const { return life_; }
 
 private:
     CanvasClient* owner_;
     Surface* surface_ = nullptr;
+    Qv::Ptr<iRegion> shape_;
     float opacity_ = 1.0F;
     bool mapped_ = true;
+    LifeToken life_;
 };
+
+/// Gives a canvas its outline; nothing for a null canvas.
+WAINSCOT_API void glib_reshapecanvas(Canvas* canvas, Qv::Ptr<iRegion> region);
 
 /// The painting visit that is under way, if any: what a renderer must clip to.
 /// Set by whoever walks the tree, for one canvas at a time.

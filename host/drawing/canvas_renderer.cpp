@@ -30,7 +30,7 @@ CanvasRenderer::CanvasRenderer(Canvas* canvas, IntBox const& area)
     surface_ = place.surface;
     origin_ = place.origin;
     visible_ = place.visible;
-    opacity_ = canvas->opacity();
+    opacity_ = place.opacity;
     inVisit_ = PaintPhase::current() != nullptr;
     setUpClip();
 }
@@ -59,6 +59,20 @@ void CanvasRenderer::setUpClip() {
     pixman_region32_t* clip = RenderTarget::clipOf(*this);
     pixman_region32_fini(clip);
     pixman_region32_init_rects(clip, boxes.data(), count);
+    if (canvas_->shape()) clipToShape();
+}
+
+void CanvasRenderer::clipToShape() {
+    std::vector<pixman_box32_t> boxes;
+    for (IntBox const& box : canvas_->shape()->boxes()) {
+        IntBox const device = surface_->deviceBox(box.translated(origin_));
+        if (!device.isEmpty()) boxes.push_back({device.x1, device.y1, device.x2, device.y2});
+    }
+    pixman_region32_t outline;
+    pixman_region32_init_rects(&outline, boxes.data(), static_cast<int>(boxes.size()));
+    pixman_region32_t* clip = RenderTarget::clipOf(*this);
+    pixman_region32_intersect(clip, clip, &outline);
+    pixman_region32_fini(&outline);
 }
 
 void CanvasRenderer::setClipRect(IntBox const& clip) {

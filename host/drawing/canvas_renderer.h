@@ -26,6 +26,7 @@ public:
     void renderPrimitive(Glib::LineDescription const& line);
     void renderPrimitive(Glib::TextDescription const& text);
     void renderPrimitive(Glib::EllipseDescription const& ellipse);
+    void renderPrimitive(Glib::ImageDescription const& image);
     /// Many boxes of one colour in one step; much cheaper than one by one.
     void renderBoxes(std::span<IntBox const> boxes, Colour const& colour, double opacity = 1.0);
 
@@ -51,6 +52,7 @@ private:
     friend class RenderTarget;
 
     void setUpClip();
+    void clipToShape();
     /// Notes that a box (canvas coordinates) has been painted.
     void painted(IntBox const& box);
 

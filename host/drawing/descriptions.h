@@ -2,6 +2,7 @@
 
 #include "host/drawing/colour.h"
 #include "host/drawing/font.h"
+#include "host/drawing/image.h"
 
 /// What a `CanvasRenderer` draws: plain values in the coordinates of the canvas. Opacities go from 0 to 1.
 namespace wainscot::Glib {
@@ -54,6 +55,23 @@ struct WAINSCOT_API TextDescription {
     /// the ascent of the font. Empty for an empty text.
     IntBox calcBounds(XY<int> const& at) const;
     IntBox calcBounds() const { return calcBounds(position); }
+};
+
+/// A picture with its lower-left corner at `position`, one logical pixel for each of its own unless `size`
+/// says otherwise.
+struct ImageDescription {
+    Qv::Ptr<Image> image;
+    XY<int> position;
+    XY<int> size;
+    double opacity = 1.0;
+
+    ImageDescription() = default;
+    ImageDescription(Qv::Ptr<Image> picture, XY<int> const& at, double alpha = 1.0)
+        : image(std::move(picture)), position(at), size(image ? image->size() : XY<int>()), opacity(alpha) {}
+    ImageDescription(Qv::Ptr<Image> picture, IntBox const& box, double alpha = 1.0)
+        : image(std::move(picture)), position(box.bottomLeft()), size(box.size()), opacity(alpha) {}
+
+    IntBox calcBounds() const { return IntBox::sized(position, size); }
 };
 
 /// An ellipse that fills a box: filled, or only its edge when `edgeWidth` is not 0.

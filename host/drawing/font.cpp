@@ -1,6 +1,8 @@
 #include "host/drawing/font_p.h"
 
+#include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
+#include "host/drawing/text_shaper_p.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,6 +60,7 @@ Font::Font(Glib::FontDesc desc, FontFace* face)
       ascent_(std::max(1, rounded(face ? face->ascent() * desc_.size : desc_.size))),
       descent_(std::max(0, rounded(face ? face->descent() * desc_.size : 0))) {
     addFace(face);
+    if (face && face->isPairwise()) pairs_ = std::make_unique<PairAdvances>(faces_[0].shaper);
 }
 
 Font::~Font() {
@@ -76,6 +79,7 @@ std::uint16_t Font::addFace(FontFace* face) const {
 }
 
 std::uint16_t Font::faceFor(std::uint32_t character) const {
+    if (Symbols::isSymbol(character)) return Symbols::face;
     FontFace const* own = faces_[0].face;
     if (!own || own->hasGlyph(character) || isIgnorable(character)) return 0;
     auto const [place, isNew] = fallbacks_.try_emplace(character, std::uint16_t(0));
@@ -85,10 +89,18 @@ std::uint16_t Font::faceFor(std::uint32_t character) const {
     return fallbacks_[character] = index;
 }
 
+double Font::blockWidth(std::wstring_view block) const {
+    std::int32_t const width = pairs_ ? pairs_->width(block) : PairAdvances::entangled;
+    if (width != PairAdvances::entangled) return static_cast<double>(width) / fractions;
+    return static_cast<double>(TextShaper(*this, block).shape()->width());
+}
+
 double Font::exactWidth(std::wstring_view text) const {
+    if (text.size() <= TextLayout::maxLength)
+        return text.empty() ? 0 : static_cast<double>(TextLayouts::get(*this, text)->width());
     double width = 0;
     forEachBlock(text, [&](std::wstring_view block, std::size_t) {
-        width += static_cast<double>(TextLayouts::get(*this, block)->width());
+        width += blockWidth(block);
         return true;
     });
     return width;
@@ -102,9 +114,9 @@ int Font::prefixWidth(LightweightString<wchar_t> const& text, int index) const {
     std::size_t const wanted = clampedIndex(index, text.size());
     double x = 0;
     forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        TextLayoutPtr const layout = TextLayouts::get(*this, block);
         bool const isLast = wanted < start + block.size() || start + block.size() == text.size();
-        x += static_cast<double>(isLast ? layout->gap(wanted - start) : layout->width());
+        x += isLast ? static_cast<double>(TextLayouts::get(*this, block)->gap(wanted - start))
+                    : blockWidth(block);
         return !isLast;
     });
     return rounded(x);
@@ -114,10 +126,12 @@ int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
     double left = 0;
     std::size_t found = 0;
     forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        TextLayoutPtr const layout = TextLayouts::get(*this, block);
-        double const right = left + static_cast<double>(layout->width());
+        double const right = left + blockWidth(block);
         bool const isLast = x < right || start + block.size() == text.size();
-        if (isLast) found = start + layout->nearestStop(static_cast<float>(x - left));
+        if (isLast) {
+            TextLayoutPtr const layout = TextLayouts::get(*this, block);
+            found = start + layout->nearestStop(static_cast<float>(x - left));
+        }
         left = right;
         return !isLast;
     });

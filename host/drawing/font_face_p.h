@@ -28,6 +28,9 @@ public:
     Imitation imitation() const { return imitation_; }
     bool hasGlyph(std::uint32_t character) const;
     bool isFixedPitch() const;
+    /// True when a character's place depends on its neighbours only; known of the usual faces.
+    bool isPairwise() const { return pairwise_; }
+    void setPairwise() { pairwise_ = true; }
     /// Ascent and descent (positive downwards) as shares of the size.
     double ascent() const;
     double descent() const;
@@ -39,6 +42,7 @@ private:
     hb_font_t* probe_ = nullptr;
     FT_Face ftFace_ = nullptr;
     Imitation imitation_;
+    bool pairwise_ = false;
 };
 
 /// Finds faces by name and by the characters that they have. The usual faces are found at their usual

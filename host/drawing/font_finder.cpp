@@ -16,24 +16,32 @@ struct UsualFamily {
     std::string_view folder;
     std::array<std::string_view, 4> files;
     int index;
+    bool pairwise;
 };
 
 constexpr std::array<UsualFamily, 5> usualFamilies{{
     {"DejaVu Sans",
      "/usr/share/fonts/truetype/dejavu/",
      {"DejaVuSans.ttf", "DejaVuSans-Bold.ttf", "DejaVuSans-Oblique.ttf", "DejaVuSans-BoldOblique.ttf"},
-     0},
+     0,
+     true},
     {"DejaVu Sans Mono",
      "/usr/share/fonts/truetype/dejavu/",
      {"DejaVuSansMono.ttf", "DejaVuSansMono-Bold.ttf", "DejaVuSansMono-Oblique.ttf",
       "DejaVuSansMono-BoldOblique.ttf"},
-     0},
+     0,
+     true},
     {"DejaVu Serif",
      "/usr/share/fonts/truetype/dejavu/",
      {"DejaVuSerif.ttf", "DejaVuSerif-Bold.ttf", "DejaVuSerif-Italic.ttf", "DejaVuSerif-BoldItalic.ttf"},
-     0},
-    {"WenQuanYi Micro Hei", "/usr/share/fonts/truetype/wqy/", {"wqy-microhei.ttc", "", "", ""}, 0},
-    {"WenQuanYi Micro Hei Mono", "/usr/share/fonts/truetype/wqy/", {"wqy-microhei.ttc", "", "", ""}, 1},
+     0,
+     true},
+    {"WenQuanYi Micro Hei", "/usr/share/fonts/truetype/wqy/", {"wqy-microhei.ttc", "", "", ""}, 0, false},
+    {"WenQuanYi Micro Hei Mono",
+     "/usr/share/fonts/truetype/wqy/",
+     {"wqy-microhei.ttc", "", "", ""},
+     1,
+     false},
 }};
 
 constexpr std::string_view defaultFamily = "DejaVu Sans";
@@ -54,7 +62,10 @@ FontFace* openUsual(UsualFamily const& family, unsigned int style) {
         if (!std::filesystem::exists(path, ignored)) continue;
         FontFace::Imitation const imitation{(dropped & Glib::eFontBold) != 0,
                                             (dropped & Glib::eFontItalic) != 0};
-        if (FontFace* face = FontFace::open(path, family.index, imitation)) return face;
+        FontFace* face = FontFace::open(path, family.index, imitation);
+        if (!face) continue;
+        if (family.pairwise) face->setPairwise();
+        return face;
     }
     return nullptr;
 }

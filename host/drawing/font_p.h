@@ -2,6 +2,7 @@
 
 #include "host/drawing/font.h"
 #include "host/drawing/font_face_p.h"
+#include "host/drawing/pair_advances_p.h"
 #include "host/drawing/text_layout_p.h"
 
 #include <string_view>
@@ -31,6 +32,11 @@ public:
     std::uint32_t id() const { return id_; }
     /// The exact width of a text of any length.
     double exactWidth(std::wstring_view text) const;
+    /// The exact width of one block; unlike its layout it is not kept, so that long texts drive nothing else
+    /// out of the cache.
+    double blockWidth(std::wstring_view block) const;
+    /// Null when the face must always be shaped.
+    PairAdvances* pairs() const { return pairs_.get(); }
 
     /// A face and its shaper at this font's size.
     struct SizedFace {
@@ -39,7 +45,7 @@ public:
     };
     SizedFace const& sizedFace(std::size_t index) const { return faces_[index]; }
     std::size_t faceCount() const { return faces_.size(); }
-    /// The face that has the character; 0 (the own face) when none has it.
+    /// The face that has the character, or `Symbols::face`; 0 (the own face) when none has it.
     std::uint16_t faceFor(std::uint32_t character) const;
 
 private:
@@ -50,6 +56,7 @@ private:
     int ascent_;
     int descent_;
     mutable std::vector<SizedFace> faces_;
+    std::unique_ptr<PairAdvances> pairs_;
     mutable std::unordered_map<std::uint32_t, std::uint16_t> fallbacks_;
 };
 

@@ -1,5 +1,7 @@
 #include "host/drawing/glyph_raster_p.h"
 
+#include "host/drawing/symbols_p.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_SYNTHESIS_H
@@ -75,12 +77,20 @@ void const* GlyphRasters::Use::picture(DeviceFace& face, std::uint32_t glyph) {
 }
 
 void const* GlyphRasters::make(DeviceFace& face, std::uint32_t glyph, void* glyphKey) {
+    if (!face.face) return makeSymbol(face, glyph, glyphKey);
     if (!drawOutline(*face.face, face.size, glyph)) return nullptr;
     FT_GlyphSlot slot = face.face->outlines()->glyph;
     ImagePtr const image = copyOf(slot->bitmap);
     if (!image) return nullptr;
     return pixman_glyph_cache_insert(cache_, &face, glyphKey, -slot->bitmap_left, slot->bitmap_top,
                                      image.get());
+}
+
+void const* GlyphRasters::makeSymbol(DeviceFace& face, std::uint32_t glyph, void* glyphKey) {
+    Symbols::Picture const picture = Symbols::draw(glyph, static_cast<double>(face.size) / fractions);
+    ImagePtr const image(picture.image);
+    if (!image) return nullptr;
+    return pixman_glyph_cache_insert(cache_, &face, glyphKey, -picture.left, picture.top, image.get());
 }
 
 } // namespace wainscot

@@ -12,6 +12,7 @@ class GlyphRasters {
 public:
     /// A face at one device size; what the pictures are kept under.
     struct DeviceFace {
+        /// Null for the symbols.
         FontFace* face;
         /// In 64ths of a device pixel.
         int size;
@@ -41,6 +42,7 @@ public:
 private:
     GlyphRasters() : cache_(pixman_glyph_cache_create()) {}
     void const* make(DeviceFace& face, std::uint32_t glyph, void* glyphKey);
+    void const* makeSymbol(DeviceFace& face, std::uint32_t glyph, void* glyphKey);
 
     pixman_glyph_cache_t* cache_;
 };

@@ -25,6 +25,39 @@ int nearer(long long place) {
     return static_cast<int>(std::clamp<long long>(place, -farthest, farthest));
 }
 
+/// The product of two shares of 255, rounded.
+std::uint32_t share(std::uint32_t a, std::uint32_t b) {
+    std::uint32_t const product = a * b + 128;
+    return (product + (product >> 8)) >> 8;
+}
+
+/// All four bytes of a pixel times a share of 255, two at a time.
+std::uint32_t scaledPixel(std::uint32_t pixel, std::uint32_t by) {
+    constexpr std::uint32_t evenBytes = 0x00FF00FF;
+    constexpr std::uint32_t halves = 0x00800080;
+    std::uint32_t low = (pixel & evenBytes) * by + halves;
+    std::uint32_t high = ((pixel >> 8) & evenBytes) * by + halves;
+    low = ((low + ((low >> 8) & evenBytes)) >> 8) & evenBytes;
+    high = (high + ((high >> 8) & evenBytes)) & ~evenBytes;
+    return low | high;
+}
+
+/// `ink` is premultiplied.
+std::uint32_t blended(std::uint32_t ink, std::uint32_t ground, std::uint32_t coverage) {
+    std::uint32_t const source = scaledPixel(ink, coverage);
+    return source + scaledPixel(ground, 255 - (source >> 24));
+}
+
+std::uint32_t premultiplied(Colour const& colour, double alpha) {
+    auto const a = static_cast<std::uint32_t>(std::clamp(alpha, 0.0, 1.0) * 255.0 + 0.5);
+    std::uint32_t const c = colour.getAsLong();
+    return a << 24 | share(c >> 16 & 0xFF, a) << 16 | share(c >> 8 & 0xFF, a) << 8 | share(c & 0xFF, a);
+}
+
+IntBox intersection(IntBox const& box, pixman_box32_t const& limit) {
+    return box.intersection({limit.x1, limit.y1, limit.x2, limit.y2});
+}
+
 } // namespace
 
 pixman_color_t pixmanColour(Colour const& colour, double alpha) {
@@ -43,6 +76,20 @@ pixman_image_t* solidSource(pixman_color_t const& colour) {
 
 double RenderTarget::opacity(double own) const {
     return std::clamp(own, 0.0, 1.0) * std::clamp(static_cast<double>(renderer_.opacity_), 0.0, 1.0);
+}
+
+XY<long long> RenderTarget::exactOnSurface(XY<int> const& place) const {
+    return {static_cast<long long>(place.x) + renderer_.origin_.x,
+            static_cast<long long>(place.y) + renderer_.origin_.y};
+}
+
+IntBox RenderTarget::visibleBox() const {
+    pixman_box32_t const* limits = pixman_region32_extents(clip());
+    int const height = surface().deviceSize().y;
+    IntBox const onSurface(
+        static_cast<int>(limits->x1 / scale()), static_cast<int>((height - limits->y2) / scale()),
+        static_cast<int>(limits->x2 / scale()) + 1, static_cast<int>((height - limits->y1) / scale()) + 1);
+    return onSurface.translated(XY<int>() - renderer_.origin_);
 }
 
 XY<int> RenderTarget::onSurface(XY<int> const& place) const {
@@ -70,16 +117,33 @@ void RenderTarget::fill(IntBox const* deviceBoxes, std::size_t count, Colour con
     pixman_color_t const ink = pixmanColour(colour, alpha);
     for (std::size_t i = 0; i < count; ++i) {
         for (int c = 0; c < clips; ++c) {
-            pixman_box32_t const& limit = clipBoxes[c];
-            pixman_box32_t const part{
-                std::max(deviceBoxes[i].x1, limit.x1), std::max(deviceBoxes[i].y1, limit.y1),
-                std::min(deviceBoxes[i].x2, limit.x2), std::min(deviceBoxes[i].y2, limit.y2)};
-            if (part.x1 >= part.x2 || part.y1 >= part.y2) continue;
+            IntBox const inside = intersection(deviceBoxes[i], clipBoxes[c]);
+            if (inside.isEmpty()) continue;
+            pixman_box32_t const part = asPixmanBox(inside);
             if (ink.alpha == 0xFFFF)
                 pixman_fill(surface().pixels(), surface().stride(), 32, part.x1, part.y1, part.x2 - part.x1,
                             part.y2 - part.y1, opaquePixel(colour));
             else
                 pixman_image_fill_boxes(PIXMAN_OP_OVER, image(), &ink, 1, &part);
+        }
+    }
+}
+
+void RenderTarget::fillMasked(std::uint8_t const* mask, IntBox const& deviceBox, Mirror mirror,
+                              Colour const& colour, double alpha) const {
+    int clips = 0;
+    pixman_box32_t const* clipBoxes = pixman_region32_rectangles(clip(), &clips);
+    std::uint32_t const ink = premultiplied(colour, alpha);
+    for (int c = 0; c < clips; ++c) {
+        IntBox const part = intersection(deviceBox, clipBoxes[c]);
+        for (int y = part.y1; y < part.y2; ++y) {
+            int const row = mirror.upright ? deviceBox.y2 - 1 - y : y - deviceBox.y1;
+            std::uint8_t const* coverage = mask + static_cast<std::ptrdiff_t>(row) * deviceBox.width();
+            std::uint32_t* pixels = surface().pixels() + static_cast<std::ptrdiff_t>(y) * surface().stride();
+            for (int x = part.x1; x < part.x2; ++x) {
+                int const column = mirror.across ? deviceBox.x2 - 1 - x : x - deviceBox.x1;
+                pixels[x] = blended(ink, pixels[x], coverage[column]);
+            }
         }
     }
 }

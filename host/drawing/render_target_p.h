@@ -25,6 +25,10 @@ public:
     double opacity(double own) const;
     /// A place on the canvas as a place on the surface; what lies absurdly far away is brought nearer.
     XY<int> onSurface(XY<int> const& place) const;
+    /// The same without bringing anything nearer; for sums with exact distances.
+    XY<long long> exactOnSurface(XY<int> const& place) const;
+    /// A box on the canvas, as small as that is easy to tell, outside of which nothing is drawn.
+    IntBox visibleBox() const;
     /// The device box of a box on the canvas, not clipped.
     IntBox deviceBox(IntBox const& box) const;
     /// True when something of a device box lies within the clip.
@@ -36,6 +40,14 @@ public:
     void fill(IntBox const& deviceBox, Colour const& colour, double alpha) const {
         fill(&deviceBox, 1, colour, alpha);
     }
+    /// Colours device pixels by a mask, clipped: `mask` gives the coverage for the pixels of `deviceBox` row
+    /// by row from the top, mirrored when asked.
+    struct Mirror {
+        bool across = false;
+        bool upright = false;
+    };
+    void fillMasked(std::uint8_t const* mask, IntBox const& deviceBox, Mirror mirror, Colour const& colour,
+                    double alpha) const;
     /// Makes the image honour the clip for as long as this lives.
     class Clipped {
     public:

@@ -15,4 +15,30 @@ WAINSCOT_API void drawOutlinedRect(CanvasRenderer& renderer, Colour const& fill,
 /// The mark of the keyboard focus.
 WAINSCOT_API void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
 
+/// A filled box with smooth round corners inside an edge. A radius beyond half of the box is cut to it.
+WAINSCOT_API void drawRoundedRect(CanvasRenderer& renderer, Colour const& fill, Colour const& edge,
+                                  IntBox const& box, int edgeWidth, unsigned int radius);
+WAINSCOT_API void drawRoundedRectFilled(CanvasRenderer& renderer, Colour const& fill, IntBox const& box,
+                                        unsigned int radius, double opacity = 1.0);
+/// The edge alone.
+WAINSCOT_API void drawRoundedRectOutline(CanvasRenderer& renderer, Colour const& edge, IntBox const& box,
+                                         int edgeWidth, unsigned int radius, double opacity = 1.0);
+
+/// A recessed ground, darker than its surroundings (`colour`) and edged as if lit from above.
+WAINSCOT_API void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
+                                int edgeWidth = 1);
+/// A face of `colour` with an edge of `edgeWidth` lit from above: raised for a positive `depth`, sunken for
+/// a negative one, flat for 0; the deeper, the stronger the edge, up to 4.
+WAINSCOT_API void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
+                               int edgeWidth, int depth);
+
 } // namespace wainscot::Glib
+
+namespace wainscot {
+
+/// The ground of a recessed box in surroundings of that colour.
+WAINSCOT_API Colour getIndentBoxColour(Colour const& surroundings);
+/// Draws a recessed box on a canvas at once.
+WAINSCOT_API void indent_box(Canvas* canvas, IntBox const& box, Colour const& surroundings);
+
+} // namespace wainscot

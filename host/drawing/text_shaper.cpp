@@ -1,5 +1,6 @@
 #include "host/drawing/text_shaper_p.h"
 
+#include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
 
 #include <algorithm>
@@ -69,6 +70,19 @@ void TextShaper::sanitise(std::wstring_view text) {
 }
 
 TextLayoutPtr TextShaper::shape() {
+    begin();
+    if (!shapeByPairs())
+        for (Run const& run : runs_) shapeRun(run);
+    return finish();
+}
+
+TextLayoutPtr TextShaper::shapeInFull() {
+    begin();
+    for (Run const& run : runs_) shapeRun(run);
+    return finish();
+}
+
+void TextShaper::begin() {
     layout_->gaps_.assign(text_.size() + 1, 0.0F);
     layout_->glyphs_.reserve(text_.size());
     if (simple_)
@@ -76,7 +90,9 @@ TextLayoutPtr TextShaper::shape() {
     else
         findRuns();
     if (mayTurn_) orderRuns();
-    for (Run const& run : runs_) shapeRun(run);
+}
+
+TextLayoutPtr TextShaper::finish() {
     layout_->width_ = static_cast<float>(x_);
     layout_->gaps_.back() = paragraphTurned_ ? 0.0F : layout_->width_;
     return layout_;
@@ -132,7 +148,53 @@ void TextShaper::orderRuns() {
     if (!ordered.empty()) runs_ = std::move(ordered);
 }
 
+/// Lays plain text out from what is known about its pairs; only stretches whose characters change each other
+/// are shaped. False when the text is not of that kind.
+bool TextShaper::shapeByPairs() {
+    PairAdvances* pairs = simple_ ? font_.pairs() : nullptr;
+    if (!pairs || !std::all_of(text_.begin(), text_.end(), PairAdvances::takesPart)) return false;
+    std::size_t const last = text_.size() - 1;
+    auto const step = [&](std::size_t i) {
+        return i == last ? pairs->lastAdvance(text_[i]) : pairs->advance(text_[i], text_[i + 1]);
+    };
+    auto const isEntangled = [&](std::size_t i) { return i < last && step(i) == PairAdvances::entangled; };
+    for (std::size_t i = 0; i <= last;) {
+        // What stands before an entangled pair depends on the glyph that the pair becomes.
+        std::size_t end = i;
+        while (isEntangled(end) || isEntangled(end + 1)) ++end;
+        if (end > i) {
+            // The one after it is shaped along, to see what it does to the stretch, and placed afterwards.
+            std::size_t const shown = std::min(end + 1, text_.size());
+            shapeStretch({i, std::min(shown + 1, text_.size()), 0, HB_SCRIPT_LATIN, false}, shown);
+            i = shown;
+            continue;
+        }
+        if (hasInk(text_[i]))
+            layout_->glyphs_.push_back({pairs->glyph(text_[i]), 0, static_cast<float>(x_), 0.0F});
+        layout_->gaps_[i] = static_cast<float>(x_);
+        x_ += static_cast<double>(pixels(step(i)));
+        ++i;
+    }
+    return true;
+}
+
 void TextShaper::shapeRun(Run const& run) {
+    if (run.face == Symbols::face)
+        placeSymbols(run);
+    else
+        shapeStretch(run, run.end);
+}
+
+void TextShaper::placeSymbols(Run const& run) {
+    for (std::size_t i = run.start; i < run.end; ++i) {
+        layout_->glyphs_.push_back({Symbols::glyphOf(text_[i]), Symbols::face, static_cast<float>(x_), 0.0F});
+        placeGaps(run, i, i + 1, x_, x_ + font_.size());
+        x_ += font_.size();
+    }
+}
+
+/// Shapes a run and places what lies before `shown`.
+void TextShaper::shapeStretch(Run const& run, std::size_t shown) {
     hb_font_t* shaper = font_.sizedFace(run.face).shaper;
     hb_buffer_clear_contents(buffer_);
     hb_buffer_add_utf32(buffer_, text_.data(), static_cast<int>(text_.size()),
@@ -141,16 +203,17 @@ void TextShaper::shapeRun(Run const& run) {
     hb_buffer_set_script(buffer_, run.script);
     hb_buffer_set_language(buffer_, hb_language_get_default());
     hb_shape(shaper, buffer_, nullptr, 0);
-    placeGlyphs(run);
+    placeGlyphs(run, shown);
 }
 
-void TextShaper::placeGlyphs(Run const& run) {
+void TextShaper::placeGlyphs(Run const& run, std::size_t shown) {
     unsigned count = 0;
     hb_glyph_info_t const* infos = hb_buffer_get_glyph_infos(buffer_, &count);
     hb_glyph_position_t const* positions = hb_buffer_get_glyph_positions(buffer_, &count);
     std::size_t previous = run.end;
     for (unsigned i = 0; i < count;) {
         std::size_t const cluster = infos[i].cluster;
+        if (cluster >= shown) return;
         double const left = x_;
         for (; i < count && infos[i].cluster == cluster; ++i) {
             if (hasInk(text_[cluster]))

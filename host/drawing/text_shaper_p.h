@@ -13,6 +13,8 @@ public:
     TextShaper& operator=(TextShaper const&) = delete;
 
     TextLayoutPtr shape();
+    /// Always through the shaper; for comparison.
+    TextLayoutPtr shapeInFull();
 
 private:
     struct Run {
@@ -24,10 +26,15 @@ private:
     };
 
     void sanitise(std::wstring_view text);
+    void begin();
+    TextLayoutPtr finish();
     void findRuns();
     void orderRuns();
+    bool shapeByPairs();
     void shapeRun(Run const& run);
-    void placeGlyphs(Run const& run);
+    void placeSymbols(Run const& run);
+    void shapeStretch(Run const& run, std::size_t shown);
+    void placeGlyphs(Run const& run, std::size_t shown);
     void placeGaps(Run const& run, std::size_t first, std::size_t last, double left, double right);
 
     Font const& font_;

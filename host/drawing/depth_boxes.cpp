@@ -1,0 +1,55 @@
+#include "host/drawing/shapes.h"
+
+#include <algorithm>
+
+namespace wainscot {
+namespace {
+
+constexpr double weightPerDepth = 0.09;
+constexpr int deepest = 4;
+
+Colour lit(Colour const& colour, double weight) {
+    return Colour::mix(Colour(1, 1, 1), colour, weight);
+}
+
+Colour shaded(Colour const& colour, double weight) {
+    return Colour::mix(Colour(), colour, 2 * weight);
+}
+
+} // namespace
+
+namespace Glib {
+
+void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth,
+                  int depth) {
+    if (box.isEmpty()) return;
+    int const edge = std::clamp(edgeWidth, 0, std::min(box.width(), box.height()) / 2);
+    renderer.renderPrimitive(RectDescription(box.inset(edge), colour));
+    if (edge == 0) return;
+    double const weight = weightPerDepth * std::min(std::abs(depth), deepest);
+    Colour const above = depth >= 0 ? lit(colour, weight) : shaded(colour, weight);
+    Colour const below = depth >= 0 ? shaded(colour, weight) : lit(colour, weight);
+    IntBox const upper[] = {{box.x1, box.y2 - edge, box.x2, box.y2},
+                            {box.x1, box.y1 + edge, box.x1 + edge, box.y2 - edge}};
+    IntBox const lower[] = {{box.x1, box.y1, box.x2, box.y1 + edge},
+                            {box.x2 - edge, box.y1 + edge, box.x2, box.y2 - edge}};
+    renderer.renderBoxes(upper, above);
+    renderer.renderBoxes(lower, below);
+}
+
+void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth) {
+    drawDepthBox(renderer, getIndentBoxColour(colour), box, edgeWidth, -2);
+}
+
+} // namespace Glib
+
+Colour getIndentBoxColour(Colour const& surroundings) {
+    return Colour::scale(surroundings, 0.85);
+}
+
+void indent_box(Canvas* canvas, IntBox const& box, Colour const& surroundings) {
+    CanvasRenderer renderer(canvas, box);
+    Glib::drawIndentBox(renderer, surroundings, box);
+}
+
+} // namespace wainscot

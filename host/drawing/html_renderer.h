@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/palette.h"
+
+#include <memory>
+#include <vector>
+
+namespace wainscot {
+
+/// Simple rich text: paragraphs (p), bold (b, strong), italic (i, em), line breaks (br) and links (a href).
+/// Characters may be written as `&lt;`, `&gt;`, `&amp;`, `&quot;`, `&apos;`, `&nbsp;` and by number. What is
+/// no known tag is ordinary text and shown as it stands.
+class WAINSCOT_API HTMLRenderer {
+public:
+    /// A stretch of one look.
+    struct Span {
+        LightweightString<wchar_t> text;
+        unsigned int style = Glib::eFontRegular;
+        Colour colour;
+        /// Where a link leads; empty for other text.
+        LightweightString<wchar_t> url;
+    };
+    /// A paragraph; line breaks stand in it as line feeds.
+    struct Paragraph {
+        std::vector<Span> spans;
+    };
+    using Paragraphs = std::vector<Paragraph>;
+    using ParagraphsPtr = std::shared_ptr<Paragraphs const>;
+
+    /// True when a text holds a known tag; ordinary text with "<" in it is none.
+    static bool isHTML(LightweightString<wchar_t> const& text);
+    /// Links take the palette's mark of the focus, all else its enabled text. Never null.
+    static ParagraphsPtr parse(LightweightString<wchar_t> const& text, Palette const& palette);
+
+    /// Draws from the top of `area`, wrapped to its width.
+    static void render(CanvasRenderer& renderer, Paragraphs const& text, Glib::FontDesc const& font,
+                       IntBox const& area);
+    /// The width of the widest line when nothing is wrapped.
+    static int calcMaxWidth(Paragraphs const& text, Glib::FontDesc const& font);
+    /// How many lines there are when wrapped to `width`; below 1 means not wrapped.
+    static int calcNumDisplayLines(Paragraphs const& text, Glib::FontDesc const& font, int width);
+    /// The height of those lines.
+    static int calcHeight(Paragraphs const& text, Glib::FontDesc const& font, int width);
+    /// Where the link under a place leads, for a text drawn in `area`; empty when there is none.
+    static LightweightString<wchar_t> getURLAtPosition(Paragraphs const& text, Glib::FontDesc const& font,
+                                                       IntBox const& area, XY<int> const& place);
+};
+
+} // namespace wainscot

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "host/drawing/canvas_renderer.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wainscot::Glib {
+
+/// One line of text of any length that is measured and drawn while it is edited: a change costs what it
+/// changes, not what there is. Keeps the text in blocks with their widths; right-to-left text is ordered
+/// within a block.
+class WAINSCOT_API LongText {
+public:
+    LongText() = default;
+    explicit LongText(Qv::Ptr<iFont> font) : font_(std::move(font)) {}
+
+    void setFont(Qv::Ptr<iFont> font);
+    Qv::Ptr<iFont> const& font() const { return font_; }
+
+    void setText(std::wstring_view text);
+    /// Replaces `count` characters from `index` on; both are clamped to the text.
+    void replace(std::size_t index, std::size_t count, std::wstring_view text);
+    std::size_t length() const { return length_; }
+    /// A part of the text; clamped to it.
+    std::wstring substr(std::size_t index, std::size_t count) const;
+
+    /// The width of all the text, rounded; cut to 2^30.
+    int width() const { return gapX(length_); }
+    /// The x of the gap before character `index`, from the start of the text.
+    int gapX(std::size_t index) const;
+    /// The gap nearest to `x`, never inside a grapheme cluster.
+    std::size_t indexAt(int x) const;
+
+    /// Draws the text with its left end on the baseline at `position`; only the blocks that can be seen cost
+    /// anything.
+    void draw(CanvasRenderer& renderer, XY<int> const& position, Colour const& colour) const;
+
+private:
+    struct Block {
+        std::wstring text;
+        double width;
+    };
+    /// A place in the text: a block, and where it begins.
+    struct Place {
+        std::size_t block = 0;
+        std::size_t start = 0;
+    };
+
+    Place placeOf(std::size_t index) const;
+    double widthOf(std::wstring_view text) const;
+    std::vector<Block> cut(std::wstring_view text, std::size_t target) const;
+    void sumFrom(std::size_t block);
+
+    Qv::Ptr<iFont> font_;
+    std::vector<Block> blocks_;
+    /// Where each block begins: in characters and in pixels.
+    std::vector<std::size_t> starts_;
+    std::vector<double> lefts_;
+    std::size_t length_ = 0;
+    double width_ = 0;
+};
+
+} // namespace wainscot::Glib

@@ -1,0 +1,155 @@
+#include "host/drawing/image.h"
+#include "host/drawing/png.h"
+#include "host/drawing/region.h"
+#include "tests/drawing_fixture.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace wainscot {
+namespace {
+
+using testing::PaintedWindow;
+
+constexpr std::uint32_t white = 0xFFFFFFFF;
+
+/// A window's picture with four different corners, as PNG.
+std::vector<std::uint8_t> smallPng() {
+    PaintedWindow window({4, 3});
+    window.surface.pixels()[0] = 0xFFFF0000;
+    window.surface.pixels()[11] = 0x80008000;
+    std::vector<std::uint8_t> bytes;
+    EXPECT_TRUE(writePng(window.surface, bytes).empty());
+    return bytes;
+}
+
+TEST(Image, ReadsWhatWasWritten) {
+    Glib::LoadedImage const loaded = Glib::loadPng(smallPng());
+    ASSERT_TRUE(loaded.image) << loaded.message.c_str();
+    EXPECT_EQ(loaded.image->size(), XY<int>(4, 3));
+    EXPECT_EQ(loaded.image->pixelAt({0, 2}), 0xFFFF0000U);
+    EXPECT_EQ(loaded.image->pixelAt({3, 0}), 0x80008000U);
+    EXPECT_EQ(loaded.image->pixelAt({1, 1}), white);
+    EXPECT_EQ(loaded.image->pixelAt({4, 0}), 0U);
+}
+
+TEST(Image, RefusesHostileFilesWithAMessage) {
+    std::vector<std::uint8_t> const good = smallPng();
+    for (std::size_t length = 0; length + 12 < good.size(); ++length) {
+        Glib::LoadedImage const cut = Glib::loadPng(std::span(good).first(length));
+        ASSERT_FALSE(cut.image) << length;
+        ASSERT_FALSE(cut.message.empty());
+    }
+    std::vector<std::uint8_t> huge = good;
+    huge[16] = 0x7F;
+    EXPECT_EQ(Glib::loadPng(huge).message, "the picture is too large");
+    std::mt19937 random(2);
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<std::uint8_t> broken = good;
+        for (int i = 0; i < 3; ++i)
+            broken[8 + random() % (broken.size() - 8)] = static_cast<std::uint8_t>(random());
+        Glib::LoadedImage const loaded = Glib::loadPng(broken);
+        EXPECT_NE(static_cast<bool>(loaded.image), !loaded.message.empty());
+    }
+    EXPECT_EQ(Glib::loadPng("/no such picture").message, "the file cannot be opened");
+    EXPECT_FALSE(Glib::Image::fromPixels({3, 3}, std::vector<std::uint32_t>(8)));
+    EXPECT_FALSE(Glib::Image::fromPixels({1 << 20, 1 << 20}, {}));
+}
+
+TEST(Image, IsDrawnUprightBlendedAndScaled) {
+    Qv::Ptr<Glib::Image> const image = Glib::loadPng(smallPng()).image;
+    for (double const scale : {1.0, 2.0}) {
+        PaintedWindow window({20, 20}, scale);
+        window.clear(0xFF0000FF);
+        {
+            CanvasRenderer renderer = window.renderer();
+            renderer.renderPrimitive(Glib::ImageDescription(image, {5, 5}));
+        }
+        EXPECT_EQ(window.inkBox(0xFF0000FF), window.surface.deviceBox({5, 5, 9, 8})) << scale;
+        if (scale == 1.0) {
+            EXPECT_EQ(window.surface.pixelAt({5, 7}), 0xFFFF0000U);
+            EXPECT_EQ(window.surface.pixelAt({8, 5}), 0xFF00807FU);
+        }
+        window.clear(0xFF0000FF);
+        CanvasRenderer renderer = window.renderer();
+        renderer.renderPrimitive(Glib::ImageDescription(image, IntBox(0, 0, 16, 12), 0.5));
+        EXPECT_NEAR(static_cast<double>(window.surface.pixelAt({8, 6}) >> 16 & 0xFF), 128, 2);
+    }
+}
+
+TEST(Icons, AreFoundByBareNameOnly) {
+    std::string const folder = ::testing::TempDir();
+    PaintedWindow window({6, 6});
+    ASSERT_TRUE(
+        writePng(window.surface, LightweightString<char>((folder + "/icon_test.png").c_str())).empty());
+    Glib::setIconFolder(LightweightString<char>(folder.c_str()));
+    Qv::Ptr<Glib::Image> const icon = Glib::loadIcon(L"icon_test.png");
+    ASSERT_TRUE(icon);
+    EXPECT_EQ(Glib::loadIcon(L"icon_test.png"), icon);
+    EXPECT_FALSE(Glib::loadIcon(L"../icon_test.png"));
+    EXPECT_FALSE(Glib::loadIcon(L"missing.png"));
+    Glib::registerIcon(L"missing.png", icon);
+    EXPECT_EQ(Glib::loadIcon(L"missing.png"), icon);
+    Glib::registerIcon(L"missing.png", {});
+    Glib::setIconFolder("");
+    EXPECT_FALSE(Glib::loadIcon(L"icon_test.png"));
+    std::remove((folder + "/icon_test.png").c_str());
+}
+
+TEST(Region, CurvesTheCornersAskedFor) {
+    Qv::Ptr<iRegion> const all = makeCurvedRegion({40, 30}, 8);
+    Qv::Ptr<iRegion> const top = makeCurvedRegion({40, 30}, 8, eCurvedTop);
+    EXPECT_EQ(all->bounds(), IntBox(0, 0, 40, 30));
+    std::size_t pixels = 0;
+    for (IntBox const& box : all->boxes()) pixels += static_cast<std::size_t>(box.width() * box.height());
+    EXPECT_NEAR(static_cast<double>(pixels), 40 * 30 - (4 - 3.14159) * 64, 12);
+    EXPECT_FALSE(all->contains({0, 0}));
+    EXPECT_FALSE(all->contains({39, 29}));
+    EXPECT_TRUE(top->contains({0, 0}));
+    EXPECT_FALSE(top->contains({0, 29}));
+    EXPECT_TRUE(makeCurvedRegion({0, 5}, 3)->isEmpty());
+    EXPECT_TRUE(makeCurvedRegion({10, 10}, 4000000000U)->contains({5, 5}));
+    EXPECT_TRUE(region_eq(region_intersect(all, top), all));
+    EXPECT_FALSE(region_eq(all, top));
+    EXPECT_TRUE(region_eq(region_intersect(all, {}), all));
+}
+
+TEST(Region, IsBuiltFromBoxesAndImages) {
+    Qv::Ptr<iRegion> const region = Glib::RegionBuilder()
+                                        .add({0, 0, 10, 10})
+                                        .add({5, 5, 15, 15})
+                                        .subtract({2, 2, 4, 4})
+                                        .add({3, 3, 4, 4})
+                                        .build();
+    EXPECT_FALSE(region->contains({2, 2}));
+    EXPECT_TRUE(region->contains({3, 3}));
+    EXPECT_TRUE(region->contains({14, 14}));
+    EXPECT_FALSE(region->contains({14, 1}));
+    Qv::Ptr<Glib::Image> const image =
+        Glib::Image::fromPixels({3, 2}, {0, white, white, 0x7F7F7F7F, 0, white});
+    Qv::Ptr<iRegion> const outline = glib_buildRegionFromImage(image);
+    Qv::Ptr<iRegion> const expected = Glib::RegionBuilder().add({1, 1, 3, 2}).add({2, 0, 3, 1}).build();
+    EXPECT_TRUE(region_eq(outline, expected));
+    EXPECT_FALSE(glib_buildRegionFromImage({}));
+}
+
+TEST(Region, ShapesACanvas) {
+    for (double const scale : {1.0, 1.5}) {
+        PaintedWindow window({40, 40}, scale);
+        window.place.origin = {5, 5};
+        glib_reshapecanvas(&window.canvas,
+                           Glib::RegionBuilder().add({0, 0, 10, 10}).add({20, 20, 25, 25}).build());
+        EXPECT_EQ(window.surface.toPaint().bounds(), window.place.visible);
+        {
+            CanvasRenderer renderer(&window.canvas, {-5, -5, 40, 40});
+            renderer.renderPrimitive(Glib::RectDescription(IntBox(-5, -5, 40, 40), Colour(1, 0, 0)));
+        }
+        IntBox const low = window.surface.deviceBox({5, 5, 15, 15});
+        IntBox const high = window.surface.deviceBox({25, 25, 30, 30});
+        EXPECT_EQ(window.countOf(0xFFFF0000),
+                  static_cast<std::size_t>(low.width() * low.height() + high.width() * high.height()));
+    }
+}
+
+} // namespace
+} // namespace wainscot

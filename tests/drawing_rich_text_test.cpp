@@ -1,0 +1,159 @@
+#include "host/drawing/html_renderer.h"
+#include "host/drawing/syntax_highlighting_renderer.h"
+#include "host/drawing/word_wrapping_text_renderer.h"
+#include "tests/drawing_fixture.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace wainscot {
+namespace {
+
+using testing::PaintedWindow;
+using Text = LightweightString<wchar_t>;
+
+Glib::FontDesc const standard("DejaVu Sans", 12);
+
+std::vector<std::wstring> wrapped(Text const& text, int width) {
+    std::vector<std::wstring> lines;
+    Glib::WordWrappingTextRenderer renderer(Glib::loadFont(standard), width);
+    renderer.processString(text, [&](Text const& line, std::size_t index) {
+        EXPECT_EQ(index, lines.size());
+        lines.emplace_back(line.view());
+        return true;
+    });
+    return lines;
+}
+
+TEST(WordWrapping, BreaksAtBlanksAndLineFeeds) {
+    int const width = Glib::loadFont(standard)->textWidth(L"one two");
+    EXPECT_EQ(wrapped(L"one two three four", width),
+              (std::vector<std::wstring>{L"one two", L"three", L"four"}));
+    EXPECT_EQ(wrapped(L"one two", width), std::vector<std::wstring>{L"one two"});
+    EXPECT_EQ(wrapped(L"one\n\ntwo\n", width), (std::vector<std::wstring>{L"one", L"", L"two", L""}));
+    EXPECT_EQ(wrapped(L"one two three four", 0).size(), 1U);
+    EXPECT_EQ(wrapped(L"", 50), std::vector<std::wstring>{L""});
+}
+
+TEST(WordWrapping, LosesNoCharacterAndKeepsTheWidth) {
+    std::mt19937 random(4);
+    Qv::Ptr<iFont> const font = Glib::loadFont(standard);
+    for (int round = 0; round < 100; ++round) {
+        std::wstring text;
+        for (auto i = random() % 400; i > 0; --i)
+            text += random() % 7 ? static_cast<wchar_t>(L'a' + random() % 26) : L' ';
+        int const width = 1 + static_cast<int>(random() % 150);
+        std::wstring shown;
+        for (std::wstring const& line : wrapped(Text(std::wstring_view(text)), width)) {
+            shown += line;
+            EXPECT_TRUE(line.size() == 1 || font->textWidth(Text(std::wstring_view(line))) <= width + 1 ||
+                        line.back() == L' ');
+        }
+        std::erase(text, L' ');
+        std::erase(shown, L' ');
+        EXPECT_EQ(shown, text);
+    }
+    EXPECT_GT(wrapped(Text(200000, L'x'), 100).size(), 9000U);
+}
+
+TEST(WordWrapping, DrawsFromTheTopAndCutsOff) {
+    PaintedWindow window({120, 60});
+    Glib::WordWrappingTextRenderer text(Glib::loadFont(standard), 100);
+    CanvasRenderer renderer = window.renderer();
+    text.renderString(renderer, L"several words that take some lines", {10, 5, 110, 50}, Colour());
+    EXPECT_GT(text.lines().size(), 2U);
+    EXPECT_LE(text.size().x, 100);
+    IntBox const ink = window.inkBox();
+    EXPECT_TRUE(IntBox(9, 10, 111, 55).contains(ink));
+    EXPECT_LE(ink.y1, 14);
+}
+
+TEST(Html, TellsRichTextFromOrdinary) {
+    for (wchar_t const* rich : {L"<b>x</b>", L"a<br>b", L"<P>text", L"see <a href='x>y'>here</a>", L"x<br/>"})
+        EXPECT_TRUE(HTMLRenderer::isHTML(rich)) << rich;
+    for (wchar_t const* plain :
+         {L"a < b", L"x <b", L"<bold>", L"a<3 && b>2", L"<>", L"</", L"clip <1>.mov", L""})
+        EXPECT_FALSE(HTMLRenderer::isHTML(plain)) << plain;
+}
+
+TEST(Html, ParsesSpansParagraphsAndCharacters) {
+    auto const text =
+        HTMLRenderer::parse(L"<p>One  <b>bold <i>both</i></b>\n &lt;x&gt;<br> two &#65;&#x42; &nope; <y></p>"
+                            L"<p>see <a href=\"http://a/?b&amp;c\">link</a></p>",
+                            Palette());
+    ASSERT_EQ(text->size(), 2U);
+    auto const& spans = (*text)[0].spans;
+    ASSERT_EQ(spans.size(), 4U);
+    EXPECT_EQ(spans[0].text, Text(L"One "));
+    EXPECT_EQ(spans[1].style, Glib::eFontBold);
+    EXPECT_EQ(spans[2].style, unsigned(Glib::eFontBold | Glib::eFontItalic));
+    EXPECT_EQ(spans[3].text, Text(L" <x>\ntwo AB &nope; <y>"));
+    EXPECT_EQ((*text)[1].spans[1].url, Text(L"http://a/?b&c"));
+    EXPECT_NE((*text)[1].spans[1].colour, (*text)[1].spans[0].colour);
+    EXPECT_TRUE(HTMLRenderer::parse(L"", Palette())->empty());
+}
+
+TEST(Html, WrapsMeasuresAndFindsLinks) {
+    auto const text = HTMLRenderer::parse(L"plain words <a href='target'>and a link</a> after", Palette());
+    int const widest = HTMLRenderer::calcMaxWidth(*text, standard);
+    EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(*text, standard, widest), 1);
+    EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(*text, standard, widest / 2 + 10), 2);
+    EXPECT_EQ(HTMLRenderer::calcHeight(*text, standard, widest), Glib::loadFont(standard)->lineHeight());
+    IntBox const area(10, 10, 10 + widest, 60);
+    Qv::Ptr<iFont> const font = Glib::loadFont(standard);
+    int const left = 10 + font->textWidth(L"plain words ");
+    int const right = left + font->textWidth(L"and a link");
+    for (int x = 0; x < widest + 20; ++x) {
+        bool const onLink = x > left && x < right - 1;
+        bool const offLink = x < left - 1 || x > right + 1;
+        bool const found = HTMLRenderer::getURLAtPosition(*text, standard, area, {x, 55}) == Text(L"target");
+        EXPECT_TRUE(found ? !offLink : !onLink) << x;
+    }
+    EXPECT_TRUE(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 5, 30}).empty());
+    PaintedWindow window({300, 70});
+    CanvasRenderer renderer = window.renderer();
+    HTMLRenderer::render(renderer, *text, standard, area);
+    EXPECT_NEAR(window.inkBox().width(), widest, 4);
+    EXPECT_EQ(window.surface.pixelAt({left + 4, 60 - font->ascent() - 2}) & 0xFFFFFF,
+              Palette().mark(eMarkFocus).getAsLong());
+}
+
+TEST(Html, EndsOnAnyInput) {
+    std::mt19937 random(8);
+    wchar_t const letters[] = L"<>/ab=\"'&;#x brpi\n";
+    for (int round = 0; round < 3000; ++round) {
+        Text text;
+        for (auto i = random() % 60; i > 0; --i) text += letters[random() % (std::size(letters) - 1)];
+        HTMLRenderer::isHTML(text);
+        HTMLRenderer::calcNumDisplayLines(*HTMLRenderer::parse(text, Palette()), standard, 20);
+    }
+    EXPECT_FALSE(HTMLRenderer::isHTML(Text(200000, L'<')));
+}
+
+TEST(SyntaxHighlighting, ColoursKeyWordsInPlace) {
+    Colour const green(0, 0.5, 0);
+    Qv::Ptr<iFont> const font = Glib::loadFont(standard);
+    SyntaxHighightingRenderer highlighter(font);
+    highlighter.addKeyWord(L"int", green);
+    EXPECT_TRUE(highlighter.isKeyWord(L"int"));
+    Text const line(L"print int (int_x, int) HHH");
+    PaintedWindow plain({300, 30});
+    PaintedWindow coloured({300, 30});
+    {
+        CanvasRenderer first = plain.renderer();
+        first.renderPrimitive(Glib::TextDescription(line, {5, 10}, font, Colour()));
+        CanvasRenderer second = coloured.renderer();
+        highlighter.render(second, line, {5, 10}, Colour());
+    }
+    EXPECT_NEAR(plain.inkBox().x2, coloured.inkBox().x2, 1);
+    IntBox word;
+    for (int x = 0; x < 300; ++x)
+        for (int y = 0; y < 30; ++y)
+            if ((coloured.device(x, y) >> 8 & 0xFF) > (coloured.device(x, y) & 0xFF) + 20)
+                word = word.unitedWith({x, y, x + 1, y + 1});
+    EXPECT_NEAR(word.x1, 5 + font->textWidth(L"print "), 2);
+    EXPECT_NEAR(word.x2, 5 + font->textWidth(L"print int (int_x, int"), 2);
+}
+
+} // namespace
+} // namespace wainscot
