@@ -20,7 +20,9 @@ protected:
         if (HasFailure() && probe_)
             std::printf("unread lines of the probe:\n%serrors:\n%s\n", probe_->unreadLines().c_str(),
                         bench_.errors().c_str());
-        EXPECT_THAT(bench_.errors(), testing::Not(HasSubstr("Sanitizer")));
+        if (!probe_) return;
+        probe_->send("quit");
+        EXPECT_EQ(probe_->waitForExit(), 0) << "it crashed, or leaked: " << bench_.errors();
     }
 
     /// Starts the probe at 200, 150 (upper-left corner on the screen) with 300 x 200 pixels and waits until
@@ -41,10 +43,8 @@ protected:
     }
     /// A place in the window, from its upper-left corner, as it lies on the screen now.
     XY<int> inWindow(int x, int y) { return bench_.placeOf(window_) + XY<int>{x, y}; }
-    /// Waits for the colour of a pixel of the window; while it waits the window may still be moved into its
-    /// frame.
     bool waitForPixel(int x, int y, std::uint32_t colour) {
-        return waitUntil([=, this] { return bench_.colourAt(inWindow(x, y)) == colour; });
+        return bench_.waitForColour(window_, {x, y}, colour);
     }
     /// Runs a command of the probe to its end.
     std::string command(std::string const& line) {
@@ -168,11 +168,7 @@ TEST_F(WindowDesktop, KeysOfTheRussianLayout) {
     startActiveProbe();
     ASSERT_TRUE(bench_.setLayout("ru"));
     // 38 is where the US layout has its a, 54 its c.
-    for (auto const& [key, code] : {std::pair{"38", "444"},
-                                    {"shift+38", "1000424"},
-                                    {"ctrl+54", "2000043"},
-                                    {"ctrl+shift+38", "3000041"}})
-        expectKeys({key}, {code});
+    expectKeys({"38", "shift+38", "ctrl+54", "ctrl+shift+38"}, {"444", "1000424", "2000043", "3000041"});
 }
 
 TEST_F(WindowDesktop, RightAltIsAltWhereTheLayoutLeavesIt) {
@@ -332,17 +328,32 @@ TEST_F(WindowDesktop, TheDeviceScaleIsSeenByThePixelsOnly) {
     EXPECT_TRUE(waitForPixel(150, 180, contentColour));
 }
 
+TEST_F(WindowDesktop, TheScreensResourcesGiveTheDeviceScale) {
+    bench_.setResources("*background: white\nXft.dpi:\t192\n");
+    startProbe({"--place", "50", "50", "--size", "100", "80"});
+    EXPECT_EQ(bench_.sizeOf(window_), (XY<int>{200, 160}));
+    EXPECT_THAT(probe_->lines().front(), HasSubstr("scale=2.00 monitor=512x384"));
+}
+
 TEST_F(WindowDesktop, APopUpTakesNoFocusAndNoFrame) {
     startActiveProbe();
-    auto const popUp =
-        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
-                      "700", "600", "--size", "80", "40", "--popup"});
-    ASSERT_FALSE(popUp->waitForLine("exposed").empty());
+    ASSERT_FALSE(command("popup 700 600").empty());
     EXPECT_TRUE(bench_.waitForColour({740, 768 - 620}, contentColour));
-    EXPECT_EQ(bench_.colourAt({777, 768 - 637}), markColour) << "at its exact place";
+    EXPECT_TRUE(bench_.waitForColour({777, 768 - 637}, markColour)) << "at its exact place";
     EXPECT_TRUE(bench_.isActive(window_));
     ASSERT_TRUE(bench_.key({"a"}));
     EXPECT_FALSE(next("key ").empty());
+    ASSERT_TRUE(bench_.movePointer({740, 768 - 620}));
+    ASSERT_TRUE(bench_.pressButton());
+    EXPECT_THAT(next("pressed"), HasSubstr(" root=740,619 "));
+    ASSERT_TRUE(bench_.movePointer({840, 768 - 520}));
+    EXPECT_THAT(next("moved"), HasSubstr(" root=840,519 ")) << "held, so it goes on outside";
+    ASSERT_TRUE(bench_.movePointer(inWindow(100, 100)));
+    EXPECT_THAT(next("moved"), HasSubstr(" root=300,517 ")) << "also over another window";
+    ASSERT_TRUE(bench_.releaseButton());
+    EXPECT_THAT(next("released"), HasSubstr(" root=300,517 "));
+    ASSERT_FALSE(command("popdown").empty());
+    EXPECT_TRUE(waitUntil([this] { return bench_.colourAt({740, 768 - 620}) != contentColour; }));
 }
 
 TEST_F(WindowDesktop, SleepsWhileNothingHappensAndWakesFromAThread) {
@@ -372,4 +383,16 @@ TEST(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
     ASSERT_TRUE(bench.key({"a", "ctrl+b"}));
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=61 "));
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=2000042 "));
+}
+
+TEST(WindowDesktopUnmanaged, ConvertsPixelsForAScreenOfSixteenBits) {
+    WindowBench bench(WindowBench::WindowManager::none, 16);
+    ASSERT_EQ(bench.problem(), "");
+    auto const probe =
+        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                     "200", "418"});
+    ASSERT_FALSE(probe->waitForLine("exposed").empty()) << bench.errors();
+    // Five bits of red, six of green, five of blue.
+    EXPECT_TRUE(bench.waitForColour({350, 768 - 518}, 0x3333));
+    EXPECT_EQ(bench.colourAt({202, 768 - 418 - 3}), 0xFE60u);
 }

@@ -15,6 +15,9 @@ namespace wainscot {
 
 namespace {
 
+/// How often the library is asked for composed text while some is awaited, in milliseconds.
+constexpr double compositionPoll = 20.0;
+
 struct Hint {
     char const* name;
     char const* value;
@@ -83,6 +86,7 @@ std::unique_ptr<DesktopBackend> DesktopBackend::open(LightweightString<char>& pr
 DesktopBackend::~DesktopBackend() {
     for (DesktopWindow* const window : windows_) window->abandon();
     SDL_Quit();
+    restoreDisplayErrors();
 }
 
 std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings const& settings) {
@@ -114,6 +118,8 @@ void DesktopBackend::wait(std::optional<double> until) {
     if (SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) || hasUnreadEvents(display_)) return;
     std::optional<double> milliseconds;
     if (until) milliseconds = *until - clock_.msecs();
+    if (input_.awaitsComposition())
+        milliseconds = std::min(milliseconds.value_or(compositionPoll), compositionPoll);
     wakeup_.sleep(connectionFile(display_), milliseconds);
 }
 
