@@ -129,6 +129,25 @@ TEST(Notifiers, ListsMayChangeOrDieWhileTheyAreWalked) {
     subscriptions.clear();
 }
 
+TEST(Notifiers, InvokersChooseByType) {
+    struct OddOnly : CallbackInvokerBase {
+        explicit OddOnly(int& count) : calls(count) {}
+        bool typeMatch(int type) const override { return type % 2 == 1; }
+        void invoke(NotifyMsg const&) override { ++calls; }
+        int& calls;
+    };
+    Notifier notifier;
+    int calls = 0;
+    NotifierBase::Id const id = notifier.registerInternal(new OddOnly(calls));
+    for (int type : {1, 2, 3}) notifier.issueNotification(NotifyMsg("any"), type);
+    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(notifier.unregister(id));
+    EXPECT_FALSE(notifier.unregister(id));
+    auto& names = NotifyMsgTypeDictionary::instance();
+    EXPECT_EQ(names.typeOf("a name"), names.typeOf("a name"));
+    EXPECT_NE(names.typeOf("a name"), names.typeOf("another"));
+}
+
 TEST(Notifiers, AttachingAndDetachingManyIsNotQuadratic) {
     Notifier notifier;
     int sum = 0;

@@ -61,7 +61,7 @@ protected:
         return host_->offscreen()->window(host_->globManager().windowOf(root)->native().id());
     }
 
-    VirtualClock& clock() { return host_->offscreen()->virtualClock(); }
+    VirtualClock& virtualClock() { return host_->offscreen()->virtualClock(); }
 
 private:
     static std::unique_ptr<Host> makeHost() {

@@ -173,9 +173,9 @@ TEST_F(Input, AWheelGestureStaysWhereItBegan) {
     driver_.wheelAt({place.x + 8, place.y}, 1);
     EXPECT_THAT(wheeled, ElementsAre(first, first, first));
     wheeled.clear();
-    clock().advance(499);
+    virtualClock().advance(499);
     driver_.wheelAt(place, 2);
-    clock().advance(501);
+    virtualClock().advance(501);
     driver_.wheelAt(place, -5000);
     EXPECT_THAT(wheeled, ElementsAre(first, second));
     EXPECT_EQ(notches, -100) << "a broken device is bounded";
