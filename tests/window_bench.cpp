@@ -4,6 +4,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
@@ -74,8 +75,8 @@ void passOn(ChildProcess::Environment& environment, char const* name) {
 
 } // namespace
 
-WindowBench::WindowBench(WindowManager windowManager) {
-    if (!makeHome() || !startServer()) return;
+WindowBench::WindowBench(WindowManager windowManager, int bitsPerPixel) {
+    if (!makeHome() || !startServer(bitsPerPixel)) return;
     if (windowManager == WindowManager::openbox && !startWindowManager()) return;
     if (!xdotool({"getmouselocation"})) problem_ = "xdotool does not run: " + errors();
 }
@@ -114,9 +115,9 @@ bool WindowBench::makeHome() {
     return true;
 }
 
-bool WindowBench::startServer() {
+bool WindowBench::startServer(int bitsPerPixel) {
     std::ostringstream screen;
-    screen << screenSize().x << "x" << screenSize().y << "x24";
+    screen << screenSize().x << "x" << screenSize().y << "x" << bitsPerPixel;
     // The server chooses a free number and writes it to its standard output.
     server_ =
         launch({"Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", screen.str()});
@@ -134,25 +135,30 @@ bool WindowBench::startServer() {
 
 bool WindowBench::startWindowManager() {
     windowManager_ = launch({"openbox", "--sm-disable"});
-    if (waitUntil([this] { return managesNewWindows() || !windowManager_->isRunning(); }) &&
-        windowManager_->isRunning())
-        return true;
-    problem_ = "openbox does not start: " + errors();
-    return false;
+    Window const root = DefaultRootWindow(display_);
+    auto const isDeclared = [this, root] {
+        return windowProperty(display_, root, "_NET_SUPPORTING_WM_CHECK") != None ||
+               !windowManager_->isRunning();
+    };
+    bool works = false;
+    waitUntil(isDeclared);
+    for (std::chrono::milliseconds enough{20}; !works && windowManager_->isRunning() && enough < patience;
+         enough *= 2)
+        works = managesNewWindows(enough);
+    if (!works) problem_ = "openbox does not start: " + errors();
+    return works;
 }
 
 /// A window manager that is still starting up loses windows that are opened meanwhile, even when it has
 /// declared itself present. Whether it works shows only in a window that it shows.
-bool WindowBench::managesNewWindows() {
-    constexpr std::chrono::milliseconds enough{200};
+bool WindowBench::managesNewWindows(std::chrono::milliseconds enough) {
     Window const root = DefaultRootWindow(display_);
-    if (windowProperty(display_, root, "_NET_SUPPORTING_WM_CHECK") == None) return false;
     Window const trial = XCreateSimpleWindow(display_, root, 0, 0, 10, 10, 0, 0, 0);
     XMapWindow(display_, trial);
     bool const shown = waitUntil([this, trial] { return isViewable(trial); }, enough);
     XDestroyWindow(display_, trial);
     auto const gone = [this, root] { return windowProperty(display_, root, "_NET_CLIENT_LIST") == None; };
-    return shown && waitUntil(gone, enough);
+    return shown && waitUntil(gone);
 }
 
 std::unique_ptr<ChildProcess> WindowBench::launch(std::vector<std::string> const& words) {
@@ -185,9 +191,10 @@ bool WindowBench::xdotool(std::vector<std::string> const& words) {
 }
 
 bool WindowBench::key(std::vector<std::string> const& names) {
-    std::vector<std::string> words{"key", "--delay", "0"};
-    words.insert(words.end(), names.begin(), names.end());
-    return xdotool(words);
+    // In one run xdotool may take the modifiers of one key for held when it sends the next.
+    return std::all_of(names.begin(), names.end(), [this](std::string const& name) {
+        return xdotool({"key", "--delay", "0", name});
+    });
 }
 
 bool WindowBench::movePointer(XY<int> place) {
@@ -226,6 +233,12 @@ bool WindowBench::wheel(int notches) {
 
 bool WindowBench::setLayout(std::string const& layout) {
     return run({"setxkbmap", "-layout", layout});
+}
+
+void WindowBench::setResources(std::string const& text) {
+    XChangeProperty(display_, DefaultRootWindow(display_), XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                    reinterpret_cast<unsigned char const*>(text.data()), static_cast<int>(text.size()));
+    XSync(display_, False);
 }
 
 WindowBench::WindowId WindowBench::findWindow(std::string const& title) {
@@ -305,6 +318,10 @@ std::uint32_t WindowBench::colourAt(XY<int> place) {
 
 bool WindowBench::waitForColour(XY<int> place, std::uint32_t colour) {
     return waitUntil([this, place, colour] { return colourAt(place) == colour; });
+}
+
+bool WindowBench::waitForColour(WindowId window, XY<int> place, std::uint32_t colour) {
+    return waitUntil([=, this] { return colourAt(placeOf(window) + place) == colour; });
 }
 
 } // namespace wainscot

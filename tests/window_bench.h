@@ -20,7 +20,7 @@ public:
 
     enum class WindowManager { openbox, none };
 
-    explicit WindowBench(WindowManager windowManager = WindowManager::openbox);
+    explicit WindowBench(WindowManager windowManager = WindowManager::openbox, int bitsPerPixel = 24);
     ~WindowBench();
     WindowBench(WindowBench const&) = delete;
     WindowBench& operator=(WindowBench const&) = delete;
@@ -53,6 +53,9 @@ public:
     /// Chooses a keyboard layout ("us", "de", "ru") and returns when the server has it.
     bool setLayout(std::string const& layout);
 
+    /// Sets the resource text of the screen, which tells programs its dots per inch, for example.
+    void setResources(std::string const& text);
+
     /// The window that has this title, waited for; 0 when none comes.
     WindowId findWindow(std::string const& title);
     std::string titleOf(WindowId window);
@@ -70,12 +73,14 @@ public:
     /// The colour of a pixel of the screen, 0xRRGGBB.
     std::uint32_t colourAt(XY<int> place);
     bool waitForColour(XY<int> place, std::uint32_t colour);
+    /// The same for a place in a window, which may still be moving: into its frame, for example.
+    bool waitForColour(WindowId window, XY<int> place, std::uint32_t colour);
 
 private:
     bool makeHome();
-    bool startServer();
+    bool startServer(int bitsPerPixel);
     bool startWindowManager();
-    bool managesNewWindows();
+    bool managesNewWindows(std::chrono::milliseconds enough);
     std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);
     bool run(std::vector<std::string> const& words);
     void tellWindowManager(WindowId window, char const* message, long first, long second);

@@ -1,7 +1,7 @@
 // A window without a toolkit: opens the desktop module, shows one window and prints each piece of input as a
 // line. The window tests drive it, and it shows a developer what the window system reports.
 //
-//   desktop-probe MODULE [--size W H] [--place X Y] [--min W H] [--popup] [--wake-after-rest]
+//   desktop-probe MODULE [--size W H] [--place X Y] [--min W H]
 //
 // Commands come on standard input, one a line; see `runCommand`. The program ends when its window is asked to
 // close, and when standard input ends.
@@ -20,6 +20,9 @@
 #include <sstream>
 #include <string>
 #include <thread>
+
+/// There only in a build with the leak sanitizer.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
 
 using namespace wainscot;
 
@@ -93,7 +96,8 @@ class Probe {
 public:
     Probe(std::unique_ptr<Backend> backend, NativeWindowSettings const& settings)
         : backend_(std::move(backend)), window_(backend_->createWindow(settings)),
-          surface_(settings.size, backend_->deviceScale()) {}
+          surface_(settings.size, backend_->deviceScale()), popUpSurface_({80, 40}, backend_->deviceScale()) {
+    }
 
     int run();
 
@@ -102,11 +106,14 @@ private:
     void takeCommands();
     void runCommand(std::string const& line);
     void handle(InputEvent const& event);
-    void paint();
+    void openPopUp(XY<int> place);
+    void paint(NativeWindow& window, Surface& surface) const;
 
     std::unique_ptr<Backend> backend_;
     std::unique_ptr<NativeWindow> window_;
     Surface surface_;
+    std::unique_ptr<NativeWindow> popUp_;
+    Surface popUpSurface_;
     std::mutex mutex_;
     std::string commands_;
     std::atomic<bool> ended_ = false;
@@ -114,25 +121,35 @@ private:
 };
 
 /// Fills the window and marks its lower-left and upper-right corners.
-void Probe::paint() {
-    surface_.resize(window_->size(), backend_->deviceScale());
-    int const width = surface_.deviceSize().x;
-    int const height = surface_.deviceSize().y;
+void Probe::paint(NativeWindow& window, Surface& surface) const {
+    surface.resize(window.size(), backend_->deviceScale());
+    int const width = surface.deviceSize().x;
+    int const height = surface.deviceSize().y;
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             bool const lowerLeft = x < markSize && y >= height - markSize;
             bool const upperRight = x >= width - markSize && y < markSize;
-            surface_.pixels()[y * surface_.stride() + x] =
-                lowerLeft || upperRight ? markColour : contentColour;
+            surface.pixels()[y * surface.stride() + x] = lowerLeft || upperRight ? markColour : contentColour;
         }
     }
-    window_->present(surface_, {surface_.bounds()});
+    window.present(surface, {surface.bounds()});
+}
+
+void Probe::openPopUp(XY<int> place) {
+    NativeWindowSettings settings;
+    settings.size = popUpSurface_.size();
+    settings.place = place;
+    settings.popUp = true;
+    popUp_ = backend_->createWindow(settings);
+    popUp_->show();
 }
 
 void Probe::handle(InputEvent const& event) {
     say(describe(event, window_ ? window_->place() : XY<int>{}));
-    if (event.kind == InputEvent::Kind::windowResized || event.kind == InputEvent::Kind::windowExposed)
-        paint();
+    if (event.kind == InputEvent::Kind::windowResized || event.kind == InputEvent::Kind::windowExposed) {
+        if (window_ && event.window == window_->id()) paint(*window_, surface_);
+        if (popUp_ && event.window == popUp_->id()) paint(*popUp_, popUpSurface_);
+    }
     if (event.kind == InputEvent::Kind::windowCloseRequested) ended_ = true;
 }
 
@@ -172,6 +189,8 @@ void Probe::runCommand(std::string const& line) {
     if (name == "show") window_->show();
     if (name == "raise") window_->raise();
     if (name == "destroy") window_.reset();
+    if (name == "popup") openPopUp({x, y});
+    if (name == "popdown") popUp_.reset();
     if (name == "fresh") {
         NativeWindowSettings settings;
         settings.title = L"probe";
@@ -210,12 +229,13 @@ int Probe::run() {
         for (InputEvent const& event : input) handle(event);
     }
     say("ended");
-    // The reader may still be blocked on standard input.
+    // The reader may still be blocked on standard input, so the program cannot end in the usual way.
     reader.detach();
-    std::fflush(stdout);
+    popUp_.reset();
     window_.reset();
     backend_.reset();
-    std::_Exit(0);
+    bool const leaks = __lsan_do_recoverable_leak_check && __lsan_do_recoverable_leak_check() != 0;
+    std::_Exit(leaks ? 23 : 0);
 }
 
 std::unique_ptr<Backend> openModule(char const* file) {
@@ -241,7 +261,6 @@ NativeWindowSettings readSettings(int count, char** words) {
         if (!std::strcmp(words[i], "--size") && hasPair) settings.size = pair(i);
         if (!std::strcmp(words[i], "--place") && hasPair) settings.place = pair(i);
         if (!std::strcmp(words[i], "--min") && hasPair) settings.minSize = pair(i);
-        if (!std::strcmp(words[i], "--popup")) settings.popUp = true;
     }
     return settings;
 }
@@ -250,7 +269,7 @@ NativeWindowSettings readSettings(int count, char** words) {
 
 int main(int count, char** words) {
     if (count < 2) {
-        std::fputs("usage: desktop-probe MODULE [--size W H] [--place X Y] [--min W H] [--popup]\n", stderr);
+        std::fputs("usage: desktop-probe MODULE [--size W H] [--place X Y] [--min W H]\n", stderr);
         return 2;
     }
     std::unique_ptr<Backend> backend = openModule(words[1]);

@@ -1,8 +1,8 @@
 #include "host/backends/desktop/desktop_backend_p.h"
 
-#include "host/backends/desktop/desktop_text_p.h"
 #include "host/backends/desktop/desktop_window_p.h"
 #include "host/backends/desktop/desktop_x11_p.h"
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 
 #include <SDL.h>
@@ -14,6 +14,9 @@
 namespace wainscot {
 
 namespace {
+
+/// How often the library is asked for composed text while some is awaited, in milliseconds.
+constexpr double compositionPoll = 20.0;
 
 struct Hint {
     char const* name;
@@ -83,6 +86,7 @@ std::unique_ptr<DesktopBackend> DesktopBackend::open(LightweightString<char>& pr
 DesktopBackend::~DesktopBackend() {
     for (DesktopWindow* const window : windows_) window->abandon();
     SDL_Quit();
+    restoreDisplayErrors();
 }
 
 std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings const& settings) {
@@ -90,8 +94,8 @@ std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings 
     int const height = std::max(1, toDevice(settings.size.y, space_.scale()));
     XY<int> corner{static_cast<int>(SDL_WINDOWPOS_UNDEFINED), static_cast<int>(SDL_WINDOWPOS_UNDEFINED)};
     if (settings.place) corner = space_.toDeviceCorner(*settings.place, height);
-    SDL_Window* const handle = SDL_CreateWindow(utf8FromWide(settings.title).c_str(), corner.x, corner.y,
-                                                width, height, windowFlags(settings));
+    SDL_Window* const handle = SDL_CreateWindow(toUTF8(settings.title).c_str(), corner.x, corner.y, width,
+                                                height, windowFlags(settings));
     if (!handle) {
         Diagnostics::count("no window", SDL_GetError());
         return nullptr;
@@ -114,6 +118,8 @@ void DesktopBackend::wait(std::optional<double> until) {
     if (SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) || hasUnreadEvents(display_)) return;
     std::optional<double> milliseconds;
     if (until) milliseconds = *until - clock_.msecs();
+    if (input_.awaitsComposition())
+        milliseconds = std::min(milliseconds.value_or(compositionPoll), compositionPoll);
     wakeup_.sleep(connectionFile(display_), milliseconds);
 }
 

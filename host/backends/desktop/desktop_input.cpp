@@ -8,12 +8,22 @@
 #include <SDL_timer.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 
 namespace wainscot {
 
 namespace {
 
 using Kind = InputEvent::Kind;
+
+/// An input method answers a key within this time, in milliseconds.
+constexpr double compositionDelay = 500.0;
+
+/// Whether a setting names one of the input methods that the library talks to without the X server.
+bool names(char const* setting) {
+    return setting && (std::strstr(setting, "ibus") || std::strstr(setting, "fcitx"));
+}
 
 InputEvent windowInput(Kind kind, DesktopWindow const& window, double time) {
     InputEvent event;
@@ -56,6 +66,14 @@ InputEvent::Button buttonOf(std::uint8_t number) {
 
 } // namespace
 
+DesktopInput::DesktopInput(DesktopBackend& backend)
+    : backend_(backend),
+      usesInputMethod_(names(std::getenv("SDL_IM_MODULE")) || names(std::getenv("XMODIFIERS"))) {}
+
+bool DesktopInput::awaitsComposition() const {
+    return usesInputMethod_ && (isComposing_ || backend_.clock().msecs() - lastKeyTime_ < compositionDelay);
+}
+
 double DesktopInput::timeOf(std::uint32_t libraryTime) const {
     // The library's clock wraps around; the difference does not.
     return backend_.clock().msecs() - static_cast<double>(SDL_GetTicks() - libraryTime);
@@ -83,7 +101,11 @@ void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& in
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         return key(event.key, input);
+    case SDL_TEXTEDITING:
+        isComposing_ = event.edit.text[0] != 0;
+        return;
     case SDL_TEXTINPUT:
+        isComposing_ = false;
         if (backend_.findWindow(event.text.windowID))
             keys_.text(event.text.text, {event.text.windowID, timeOf(event.text.timestamp)}, input);
         return;
@@ -169,6 +191,7 @@ void DesktopInput::pointerWheel(SDL_MouseWheelEvent const& event, std::vector<In
 
 void DesktopInput::key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input) {
     bool const pressed = event.type == SDL_KEYDOWN;
+    lastKeyTime_ = backend_.clock().msecs();
     if (pressed && event.keysym.scancode == SDL_SCANCODE_RALT && event.repeat == 0)
         rightAltIsAltGr_ = isRightAltAltGr(backend_.display());
     if (!backend_.findWindow(event.windowID)) return;
@@ -240,6 +263,7 @@ void DesktopInput::windowExposed(DesktopWindow& window, double time, std::vector
 
 void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
     keys_.reset();
+    isComposing_ = false;
     input.push_back(windowInput(Kind::windowDeactivated, window, time));
 }
 

@@ -15,12 +15,15 @@ class DesktopWindow;
 /// Makes input events from the window library's events and keeps what one needs of the earlier ones.
 class DesktopInput {
 public:
-    explicit DesktopInput(DesktopBackend& backend) : backend_(backend) {}
+    explicit DesktopInput(DesktopBackend& backend);
 
     /// Appends what one event of the library means, which may be nothing.
     void translate(SDL_Event const& event, std::vector<InputEvent>& input);
     /// Appends what is known only when all events that have arrived were translated.
     void endOfInput(std::vector<InputEvent>& input);
+    /// Whether an input method may be about to deliver text. It speaks over a connection of the library's
+    /// own, on which nobody can wait.
+    bool awaitsComposition() const;
     /// A window was closed: nothing that follows belongs to it.
     void forget(NativeWindowId window);
 
@@ -46,6 +49,9 @@ private:
     NativeWindowId pointerWindow_ = 0;
     bool pointerMayHaveLeft_ = false;
     bool rightAltIsAltGr_ = false;
+    bool usesInputMethod_;
+    bool isComposing_ = false;
+    double lastKeyTime_ = 0.0;
 };
 
 } // namespace wainscot

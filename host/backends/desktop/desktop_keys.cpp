@@ -1,6 +1,6 @@
 #include "host/backends/desktop/desktop_keys_p.h"
 
-#include "host/backends/desktop/desktop_text_p.h"
+#include "host/base/convert.h"
 #include "host/events/key_codes.h"
 
 namespace wainscot {
@@ -265,7 +265,7 @@ void KeyTranslator::release(KeyStroke const& stroke, Origin const& origin, std::
 
 void KeyTranslator::text(std::string_view utf8, Origin const& origin, std::vector<InputEvent>& input) {
     if (textOfLastPress_ == TextOfLastPress::unwanted) return;
-    LightweightString<wchar_t> const text = wideFromUtf8(utf8);
+    LightweightString<wchar_t> const text = fromUTF8(LightweightString<char>(utf8));
     if (text.empty() || (text.size() == 1 && isControlCharacter(text[0]))) return;
     if (text.size() == 1 && static_cast<std::uint32_t>(text[0]) < firstUncodable)
         emitPress(pending_, static_cast<std::uint32_t>(text[0]), modifiers_ & Key::shift, pendingRepeat_,

@@ -2,7 +2,7 @@
 
 #include "host/backends/desktop/desktop_backend_p.h"
 #include "host/backends/desktop/desktop_pixels_p.h"
-#include "host/backends/desktop/desktop_text_p.h"
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 
 #include <SDL_error.h>
@@ -74,7 +74,7 @@ void DesktopWindow::wasShown() {
 }
 
 void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
-    if (window_) SDL_SetWindowTitle(window_, utf8FromWide(title).c_str());
+    if (window_) SDL_SetWindowTitle(window_, toUTF8(title).c_str());
 }
 
 void DesktopWindow::resize(XY<int> size) {

@@ -81,4 +81,8 @@ void countDisplayErrors() {
     XSetErrorHandler(countError);
 }
 
+void restoreDisplayErrors() {
+    XSetErrorHandler(nullptr);
+}
+
 } // namespace wainscot

@@ -20,5 +20,6 @@ bool hasUnreadEvents(_XDisplay* display);
 bool isRightAltAltGr(_XDisplay* display);
 /// X errors are counted from now on, instead of ending the program.
 void countDisplayErrors();
+void restoreDisplayErrors();
 
 } // namespace wainscot

@@ -1,0 +1,322 @@
+#include "tests/host_fixture.h"
+
+#include "host/events/ui_thread_callback.h"
+#include "host/messages/notify_msg.h"
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+
+class Loop : public HostTest {
+protected:
+    InputEvent pointerInput(InputEvent::Kind kind, XY<int> place,
+                            InputEvent::Button button = InputEvent::Button::none) {
+        InputEvent input;
+        input.kind = kind;
+        input.place = place;
+        input.button = button;
+        input.time = virtualClock().msecs();
+        return input;
+    }
+};
+
+TEST_F(Loop, APressAndItsMessageAreDoneBeforeTheReleaseIsLookedAt) {
+    std::vector<std::string> log;
+    RecordingParent* const root = openWindow();
+    auto* const probe = new ProbeGlob(60, 40, &log);
+    root->addChild(probe);
+    probe->onReact = [&](Event const& event) {
+        if (isMessageEvent(event)) return probe->Glob::react(event);
+        if (mouse_down_event(event)) {
+            log.push_back("down");
+            sendMessage("one", probe);
+            event_send(std::make_unique<Event>(EventKind::keyPress, std::uint32_t('x'), probe).get());
+            sendMessage("two", probe, probe, true);
+        }
+        if (mouse_up_event(event)) log.push_back("up");
+        if (isKeyPressEvent(event)) log.push_back("posted key");
+        return true;
+    };
+    XY<int> const place = probe->screenBox().centre();
+    host_->loop().inject(pointerInput(InputEvent::Kind::pointerPressed, place, InputEvent::Button::left));
+    host_->loop().inject(pointerInput(InputEvent::Kind::pointerReleased, place, InputEvent::Button::left));
+    host_->loop().turn();
+    EXPECT_THAT(log, ElementsAre("entered", "down", "message one", "posted key", "message two", "up"));
+}
+
+TEST_F(Loop, TimersComeAfterInputAndCallsFromThreadsAfterTimersAndThenItPaintsOnce) {
+    std::vector<std::string> log;
+    RecordingParent* const root = openWindow();
+    auto* const probe = new ProbeGlob(60, 40, &log);
+    root->addChild(probe);
+    driver_.settle();
+    probe->setInterest(EventKind::timer);
+    probe->onReact = [&](Event const& event) {
+        if (isMessageEvent(event)) return probe->Glob::react(event);
+        if (isTimerEvent(event)) {
+            log.push_back("timer");
+            sendMessage("from the timer", probe);
+        }
+        if (isKeyPressEvent(event)) log.push_back("key");
+        probe->makeDirty();
+        return true;
+    };
+    probe->onDraw = [&] { log.push_back("draw"); };
+    set_kbd_focus(probe);
+    log.clear();
+    UIThreadCallback<NotifyMsg> late(makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
+        log.push_back("call");
+        probe->makeDirty();
+        return 1;
+    }));
+    late.call(NotifyMsg("late"));
+    InputEvent key;
+    key.kind = InputEvent::Kind::keyPressed;
+    key.keyCode = 'k';
+    host_->loop().inject(key);
+    virtualClock().advance(10);
+    host_->loop().turn();
+    EXPECT_THAT(log, ElementsAre("key", "timer", "message from the timer", "call", "draw"));
+    probe->clearInterest(EventKind::timer);
+}
+
+TEST_F(Loop, AWidgetThatPostsToItselfForEverStarvesNobody) {
+    expectDiagnostic("queue not drained");
+    RecordingParent* const root = openWindow();
+    auto* const busy = new ProbeGlob;
+    root->addChild(busy);
+    auto* const other = new ProbeGlob(60, 40);
+    root->addChild(other, BottomLeft(100, 0));
+    driver_.settle();
+    int posted = 0;
+    int const most = 1000;
+    busy->onMessage = [&](auto const&, Glob*) {
+        if (++posted < most) sendMessage("again", busy);
+        return 1;
+    };
+    int keys = 0;
+    other->onReact = [&](Event const& event) { return isKeyPressEvent(event) && ++keys > 0; };
+    set_kbd_focus(other);
+    sendMessage("again", busy);
+    InputEvent key;
+    key.kind = InputEvent::Kind::keyPressed;
+    key.keyCode = 'k';
+    host_->loop().inject(key);
+    host_->loop().turn();
+    EXPECT_EQ(keys, 1);
+    EXPECT_GE(posted, EventLoop::maxRounds);
+    EXPECT_LT(posted, most) << "one turn delivers a bounded number of rounds";
+    int const drawnBefore = other->drawn;
+    other->makeDirty();
+    host_->loop().turn();
+    EXPECT_EQ(other->drawn, drawnBefore + 1) << "painting is not kept waiting";
+    EXPECT_GE(Diagnostics::countOf("queue not drained"), 1u);
+    driver_.settle();
+    EXPECT_EQ(posted, most);
+}
+
+TEST_F(Loop, ExceptionsAreReportedAndLeaveHoldsAndTreeInBalance) {
+    expectDiagnostic("exception in handler");
+    expectDiagnostic("redraw holds out of balance");
+    RecordingParent* const root = openWindow();
+    auto* const thrower = new ProbeGlob;
+    root->addChild(thrower);
+    driver_.settle();
+    thrower->onReact = [&](Event const& event) -> bool {
+        if (isMessageEvent(event)) return thrower->Glob::react(event);
+        Drawable::disableRedraws();
+        throw std::runtime_error("reaction");
+    };
+    thrower->onMessage = [](auto const&, Glob*) -> int { throw 42; };
+    driver_.clickAt(thrower->screenBox().centre());
+    EXPECT_EQ(Drawable::holdCount(), 0);
+    sendMessage("queued", thrower);
+    sendMessage("next", root);
+    driver_.settle();
+    EXPECT_EQ(root->names(), "next") << "the queue goes on";
+    EXPECT_THROW(callMessage("direct", thrower), int) << "direct calls let it pass";
+    thrower->onReact = nullptr;
+    thrower->onDraw = []() -> void { throw std::runtime_error("painting"); };
+    thrower->makeDirty();
+    auto* const later = new ProbeGlob(10, 10);
+    root->addChild(later, BottomLeft(100, 100));
+    driver_.settle();
+    EXPECT_EQ(later->drawn, 1) << "others are painted all the same";
+    // Move, press and release; the queued message; the painting.
+    EXPECT_EQ(Diagnostics::countOf("exception in handler"), 5u);
+    EXPECT_EQ(Diagnostics::countOf("redraw holds out of balance"), 3u);
+}
+
+TEST_F(Loop, TheLoopIsNeverRunFromInsideAHandler) {
+    expectDiagnostic("loop run from inside a handler");
+    RecordingParent* const root = openWindow();
+    auto* const probe = new ProbeGlob;
+    root->addChild(probe);
+    bool delivered = false;
+    probe->onMessage = [&](LightweightString<char> const& name, Glob*) {
+        if (name == "inner") delivered = true;
+        if (name == "outer") {
+            sendMessage("inner", probe);
+            host_->loop().turn();
+            EXPECT_FALSE(delivered);
+        }
+        return 1;
+    };
+    sendMessage("outer", probe);
+    driver_.settle();
+    EXPECT_TRUE(delivered);
+}
+
+TEST_F(Loop, ItEndsWithTheLastWindowOrWhenToldTo) {
+    RecordingParent* const first = openWindow();
+    RecordingParent* const second = openWindow(200, 200, {600, 100});
+    first->setInterest(EventKind::timer);
+    first->setNextTimer(5000);
+    auto* const quitter = new ProbeGlob;
+    second->addChild(quitter);
+    quitter->onReact = [&](Event const& event) {
+        if (isTimerEvent(event)) host_->quit(7);
+        return true;
+    };
+    quitter->setInterest(EventKind::timer);
+    quitter->setNextTimer(100);
+    double const start = virtualClock().msecs();
+    EXPECT_EQ(host_->run(), 7);
+    EXPECT_EQ(virtualClock().msecs(), start + 100) << "time runs from due time to due time";
+    delete quitter;
+    driver_.closeWindow(second);
+    driver_.closeWindow(first);
+    // Both heard "poot" and, being recorders, consumed it.
+    EXPECT_EQ(first->names(), "poot");
+    EXPECT_EQ(host_->globManager().numWindows(), 2u);
+    delete first;
+    delete second;
+    EXPECT_EQ(host_->run(), 0);
+}
+
+TEST_F(Loop, ClosingDestroysAWindowThatDoesNotObject) {
+    auto* const plain = new Glob(100, 100);
+    host_->globManager().realize(plain);
+    driver_.settle();
+    plain->setIndestructible(true);
+    driver_.closeWindow(plain);
+    EXPECT_TRUE(is_good_glob_ptr(plain));
+    plain->setIndestructible(false);
+    driver_.closeWindow(plain);
+    EXPECT_FALSE(is_good_glob_ptr(plain));
+    EXPECT_EQ(host_->offscreen()->numWindows(), 0u);
+}
+
+TEST_F(Loop, ArefusedWindowLeavesTheRootWithItsOwner) {
+    host_->offscreen()->refuseWindows(true);
+    auto const root =
+        std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10));
+    EXPECT_FALSE(host_->globManager().realize(root.get()));
+    EXPECT_EQ(root->canvas()->surface(), nullptr);
+    EXPECT_THROW(Host(0, nullptr, {}), std::logic_error) << "one host at a time";
+}
+
+// Timers and virtual time
+
+class Timers : public HostTest {
+protected:
+    struct Ticker : ProbeGlob {
+        std::vector<double> ticks;
+        std::vector<double> stated;
+        bool react(Event const& event) override {
+            if (!isTimerEvent(event)) return ProbeGlob::react(event);
+            ticks.push_back(event.time());
+            if (ticks.size() <= stated.size()) setNextTimer(stated[ticks.size() - 1]);
+            return ProbeGlob::react(event);
+        }
+    };
+};
+
+TEST_F(Timers, TickOnAGridWhileWantedAndNeverElse) {
+    RecordingParent* const root = openWindow();
+    auto* const ticker = new Ticker;
+    root->addChild(ticker);
+    double const start = virtualClock().msecs();
+    driver_.advance(100);
+    EXPECT_TRUE(ticker->ticks.empty());
+    EXPECT_FALSE(EventTimeServer::theEventTimeServer()->nextDue());
+    ticker->setInterest(EventKind::timer);
+    ticker->setInterest(EventKind::timer);
+    ticker->setVisible(false);
+    driver_.advance(35);
+    EXPECT_THAT(ticker->ticks, ElementsAre(start + 110, start + 120, start + 130)) << "the hidden tick too";
+    EXPECT_EQ(virtualClock().msecs(), start + 135);
+    ticker->clearInterest(EventKind::timer);
+    driver_.advance(100);
+    EXPECT_EQ(ticker->ticks.size(), 3u);
+    ticker->ticks.clear();
+    ticker->setInterest(EventKind::timer);
+    virtualClock().advance(1000);
+    driver_.settle();
+    EXPECT_EQ(ticker->ticks.size(), 1u) << "no catching up";
+}
+
+TEST_F(Timers, AStatedTimeIsKeptOnceThenTheGridAgain) {
+    RecordingParent* const root = openWindow();
+    auto* const ticker = new Ticker;
+    root->addChild(ticker);
+    double const start = virtualClock().msecs();
+    ticker->stated = {500, 250.5, 0};
+    ticker->setInterest(EventKind::timer);
+    ticker->setNextTimer(42);
+    driver_.advance(820);
+    EXPECT_THAT(ticker->ticks,
+                ElementsAre(start + 42, start + 542, start + 792.5, start + 802.5, start + 812.5));
+    ticker->clearInterest(EventKind::timer);
+}
+
+TEST_F(Timers, WhatIsAddedInATickIsNotCalledInItWhatIsRemovedNever) {
+    RecordingParent* const root = openWindow();
+    auto* const first = new Ticker;
+    auto* const removed = new Ticker;
+    auto* const killed = new Ticker;
+    auto* const added = new Ticker;
+    for (Ticker* ticker : {first, removed, killed, added}) root->addChild(ticker);
+    int killedTicks = 0;
+    killed->onReact = [&](Event const&) { return ++killedTicks > 0; };
+    for (Ticker* ticker : {first, removed, killed}) ticker->setInterest(EventKind::timer);
+    first->onReact = [&](Event const& event) {
+        if (!isTimerEvent(event) || first->ticks.size() != 1) return true;
+        removed->clearInterest(EventKind::timer);
+        delete killed;
+        added->setInterest(EventKind::timer);
+        return true;
+    };
+    driver_.advance(10);
+    EXPECT_EQ(first->ticks.size(), 1u);
+    EXPECT_TRUE(removed->ticks.empty());
+    EXPECT_EQ(killedTicks, 0);
+    EXPECT_TRUE(added->ticks.empty());
+    driver_.advance(10);
+    EXPECT_EQ(added->ticks.size(), 1u);
+}
+
+TEST_F(Timers, AllThreeClocksMoveTogetherOrOneByOne) {
+    iClock const& now = iClock::current();
+    double const msecs = now.msecs();
+    std::int64_t const processor = now.processor();
+    std::int64_t const calendar = now.calendar();
+    driver_.advance(2500.5);
+    EXPECT_EQ(now.msecs(), msecs + 2500.5);
+    EXPECT_EQ(now.processor(), processor + 2500500);
+    EXPECT_EQ(now.calendar(), calendar + 2);
+    virtualClock().advanceProcessor(300);
+    EXPECT_EQ(now.processor(), processor + 2500800);
+    virtualClock().setCalendar(86400);
+    EXPECT_EQ(now.calendar(), 86400);
+    EXPECT_EQ(now.msecs(), msecs + 2500.5);
+    EXPECT_EQ(service_get_msecs(), now.msecs());
+}
+
+} // namespace
+} // namespace wainscot
