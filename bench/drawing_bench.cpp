@@ -223,10 +223,15 @@ void benchLongText() {
 
 } // namespace
 
-int main() {
-    benchCells();
-    benchShapes();
-    benchMeasuring();
-    benchLongText();
+/// Without arguments all groups; else those named: cells, shapes, measuring, long.
+int main(int count, char** names) {
+    auto const isWanted = [&](char const* group) {
+        return count < 2 ||
+               std::any_of(names + 1, names + count, [&](char const* n) { return std::string(n) == group; });
+    };
+    if (isWanted("cells")) benchCells();
+    if (isWanted("shapes")) benchShapes();
+    if (isWanted("measuring")) benchMeasuring();
+    if (isWanted("long")) benchLongText();
     return failed ? 1 : 0;
 }

@@ -90,7 +90,10 @@ TEST(Palette, FollowsTheThemeUnlessMadeFromColours) {
     Colour const before = following.window(eWindowNormal);
     Colour const childBefore = child.window(eWindowNormal);
     EXPECT_EQ(childBefore, following.childWindow(eChildText));
+    EXPECT_EQ(following.makeWindowPalette().window(eWindowNormal), following.childWindow(eChildPopup));
+    EXPECT_TRUE(UifStd::getColourScheme() == following);
     Palette::setCurrentTheme(eThemeLight);
+    EXPECT_EQ(Palette::currentTheme(), eThemeLight);
     EXPECT_NE(following.window(eWindowNormal), before);
     EXPECT_EQ(child.window(eWindowNormal), Palette::standard(eThemeLight).childWindow(eChildText));
     EXPECT_EQ(own.window(eWindowNormal), Colour(0.2, 0.3, 0.4));
@@ -110,12 +113,27 @@ TEST(Colour, MixesByTheShareOfTheFirst) {
     EXPECT_EQ(Colour::fromLong(0x123456).getAsLong(), 0x123456U);
     EXPECT_EQ(Colour::scale(white, 0.5).getAsLong(), 0x808080U);
     EXPECT_NEAR(contrastRatio(white, black), 21.0, 0.01);
+    EXPECT_GT(Colour(0, 1, 0).brightness(), Colour(1, 0, 0).brightness());
+    EXPECT_NEAR(white.brightness(), 1, 1e-12);
+    Colour changed;
+    changed.setrgb(0.25, 7, -1);
+    EXPECT_EQ(changed, Colour(0.25, 1, 0));
 }
 
 TEST(UifStd, MeasuresScaleAndStayPositive) {
     int const height = UifStd::getButtonHeight();
-    UifStd::setScale(2);
-    EXPECT_EQ(UifStd::getButtonHeight(), 2 * height);
+    for (auto const measure :
+         {+[] { return int(UifStd::getButtonHeight()); }, +[] { return int(UifStd::getWidgetGap()); },
+          +[] { return int(UifStd::getIndentWidth()); }, +[] { return int(UifStd::getRowGap()); },
+          +[] { return int(UifStd::getBorder()); }, +[] { return int(UifStd::getTableRowHeight()); },
+          +[] { return int(UifStd::getCornerRadius()); }, +[] { return int(UifStd::getFont().size); },
+          +[] { return int(UifStd::getTitleFont().size); },
+          +[] { return int(UifStd::getSubheadingFont().size); }}) {
+        UifStd::setScale(1);
+        int const standard = measure();
+        UifStd::setScale(2);
+        EXPECT_EQ(measure(), 2 * standard);
+    }
     EXPECT_EQ(UifStd::calcScaledValue(1.5F), 3);
     UifStd::setScale(std::nan(""));
     EXPECT_EQ(UifStd::getScale(), 2);

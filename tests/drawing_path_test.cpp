@@ -109,15 +109,28 @@ TEST_F(PathDrawing, CopiesOverlappingPixels) {
     EXPECT_EQ(window.surface.pixelAt({9, 9}), white);
 }
 
+TEST_F(PathDrawing, RoundedOutlineHonoursTheOffset) {
+    glib_translate(10, 5);
+    glib_roundedRectOutline({0, 0, 30, 20}, 5, 2);
+    EXPECT_EQ(window.inkBox(), IntBox(10, 25, 40, 45));
+    EXPECT_EQ(window.surface.pixelAt({25, 6}), red);
+    EXPECT_EQ(window.surface.pixelAt({25, 15}), white);
+    EXPECT_EQ(window.surface.pixelAt({10, 5}), white);
+}
+
 TEST_F(PathDrawing, PenWritesAndMeasures) {
-    Colour const ink(1, 0, 0);
-    Pen pen(&window.canvas, &ink, "DejaVu Sans", 14, Glib::eFontBold);
+    Colour const colour(1, 0, 0);
+    Pen pen(&window.canvas, &colour, "DejaVu Sans", 14, Glib::eFontBold);
     pen.draw_filled_box({2, 3, 5, 9});
     EXPECT_EQ(window.countOf(red), 18U);
     window.clear();
-    pen.write_text_at_xy(L"HH", 10, 10);
+    pen.writeTextAt(L"HH", {10, 10});
+    EXPECT_EQ(pen.font(), window.canvas.createFont({"DejaVu Sans", 14, Glib::eFontBold}));
     EXPECT_NEAR(window.inkBox().width(), pen.text_width(L"HH"), 3);
     EXPECT_EQ(window.inkBox().y2, 40);
+    std::size_t const once = ink();
+    pen.write_text_at_xy(L"HH", 10, 30);
+    EXPECT_EQ(ink(), 2 * once);
     int const before = pen.measure(L"HH").y;
     pen.set_font_height(28);
     EXPECT_NEAR(pen.measure(L"HH").y, 2 * before, 2);

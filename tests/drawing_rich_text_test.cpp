@@ -56,6 +56,16 @@ TEST(WordWrapping, LosesNoCharacterAndKeepsTheWidth) {
     EXPECT_GT(wrapped(Text(200000, L'x'), 100).size(), 9000U);
 }
 
+TEST(WordWrapping, LinesNameTheirCharacters) {
+    Text const text(L"one two\nthree");
+    Glib::WordWrappingTextRenderer renderer(Glib::loadFont(standard), 45);
+    ASSERT_EQ(renderer.analyse(text), 3U);
+    EXPECT_EQ(text.substr(renderer.lines()[1].start, renderer.lines()[1].length), Text(L"two"));
+    EXPECT_EQ(renderer.lines()[2].start, 8U);
+    EXPECT_EQ(renderer.lines()[2].width, Glib::loadFont(standard)->textWidth(L"three"));
+    EXPECT_EQ(renderer.size().y, 3 * Glib::loadFont(standard)->lineHeight());
+}
+
 TEST(WordWrapping, DrawsFromTheTopAndCutsOff) {
     PaintedWindow window({120, 60});
     Glib::WordWrappingTextRenderer text(Glib::loadFont(standard), 100);

@@ -13,11 +13,6 @@ namespace {
 constexpr int far = std::numeric_limits<int>::max() / 4;
 constexpr IntBox everything(-far, -far, far, far);
 
-/// Glyphs may stand out of their line box: slanted letters, marks above and below, fallback faces.
-IntBox inkBounds(Glib::TextDescription const& text, IntBox const& lineBox) {
-    return lineBox.inset(-text.font->size());
-}
-
 } // namespace
 
 CanvasRenderer::CanvasRenderer(Canvas* canvas, IntBox const& area)
@@ -127,13 +122,8 @@ void CanvasRenderer::renderPrimitive(Glib::TextDescription const& text) {
     if (!surface_ || text.text.empty() || !text.font) return;
     IntBox const line(-far, text.position.y - text.font->descent(), far,
                       text.position.y + text.font->ascent());
-    if (!isVisible(inkBounds(text, line))) return;
-    // The measured bounds may be empty while there is ink: a lone combining mark.
-    IntBox const bounds = text.calcBounds();
-    IntBox const ink = inkBounds(text, bounds);
-    if (!isVisible(ink)) return;
-    drawTextRun(RenderTarget(*this), text, {bounds.x1, text.position.y});
-    painted(ink);
+    if (!isVisible(line.inset(-text.font->size()))) return;
+    painted(drawText(RenderTarget(*this), text));
 }
 
 } // namespace wainscot

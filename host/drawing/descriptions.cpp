@@ -15,7 +15,10 @@ TextDescription::TextDescription(LightweightString<wchar_t> string, XY<int> cons
 
 IntBox TextDescription::calcBounds(XY<int> const& at) const {
     if (text.empty() || !font) return {};
-    int const width = font->textWidth(text);
+    return boundsOfWidth(at, font->textWidth(text));
+}
+
+IntBox TextDescription::boundsOfWidth(XY<int> const& at, int width) const {
     int const left = alignment == eAlignRight    ? at.x - width
                      : alignment == eAlignCentre ? at.x - width / 2
                                                  : at.x;

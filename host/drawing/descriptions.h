@@ -55,6 +55,8 @@ struct WAINSCOT_API TextDescription {
     /// the ascent of the font. Empty for an empty text.
     IntBox calcBounds(XY<int> const& at) const;
     IntBox calcBounds() const { return calcBounds(position); }
+    /// The same for a width that is known already.
+    IntBox boundsOfWidth(XY<int> const& at, int width) const;
 };
 
 /// A picture with its lower-left corner at `position`, one logical pixel for each of its own unless `size`

@@ -8,9 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <map>
-#include <memory>
 
 namespace wainscot {
 namespace {
@@ -18,11 +15,8 @@ namespace {
 constexpr int fractions = 64;
 /// A larger glyph is not worth a picture, and its size would overflow.
 constexpr int largestSize = 4096 * fractions;
-
-/// Null for a key would mean "none".
-void* keyOf(std::uint32_t glyph) {
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(glyph) + 1);
-}
+/// Far beyond the number of glyphs that a face may have.
+constexpr std::uint32_t mostGlyphs = 1U << 16;
 
 /// The glyph of the face, drawn into the face's slot; false when there is none.
 bool drawOutline(FontFace const& face, int size, std::uint32_t glyph) {
@@ -35,26 +29,27 @@ bool drawOutline(FontFace const& face, int size, std::uint32_t glyph) {
     return FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) == 0;
 }
 
-struct ImageDeleter {
-    void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-};
-using ImagePtr = std::unique_ptr<pixman_image_t, ImageDeleter>;
-
-/// A glyph without ink gets one clear pixel, so that it is known next time.
-ImagePtr copyOf(FT_Bitmap const& bitmap) {
-    int const width = std::max(1, static_cast<int>(bitmap.width));
-    int const rows = std::max(1, static_cast<int>(bitmap.rows));
-    ImagePtr image(pixman_image_create_bits(PIXMAN_a8, width, rows, nullptr, 0));
-    if (!image) return nullptr;
-    auto* target = reinterpret_cast<unsigned char*>(pixman_image_get_data(image.get()));
-    int const stride = pixman_image_get_stride(image.get());
-    for (unsigned row = 0; row < bitmap.rows; ++row)
-        std::memcpy(target + static_cast<std::ptrdiff_t>(row) * stride,
-                    bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch, bitmap.width);
-    return image;
+GlyphPicture draw(GlyphRasters::DeviceFace const& face, std::uint32_t glyph) {
+    if (!face.face) return Symbols::draw(glyph, static_cast<double>(face.size) / fractions);
+    if (!drawOutline(*face.face, face.size, glyph)) return {};
+    FT_GlyphSlot slot = face.face->outlines()->glyph;
+    FT_Bitmap const& bitmap = slot->bitmap;
+    return makePicture({slot->bitmap_left, slot->bitmap_top},
+                       {static_cast<int>(bitmap.width), static_cast<int>(bitmap.rows)}, bitmap.buffer,
+                       bitmap.pitch);
 }
 
 } // namespace
+
+GlyphPicture makePicture(XY<int> corner, XY<int> size, std::uint8_t const* rows, std::ptrdiff_t pitch) {
+    GlyphPicture picture{corner.x, corner.y, size.x, size.y, (size.x + 3) / 4 * 4, {}};
+    if (!rows || size.x <= 0 || size.y <= 0) return {};
+    picture.coverage.resize(static_cast<std::size_t>(picture.stride) * static_cast<std::size_t>(size.y));
+    for (int row = 0; row < size.y; ++row)
+        std::copy_n(rows + row * pitch, size.x,
+                    picture.coverage.begin() + static_cast<std::ptrdiff_t>(row) * picture.stride);
+    return picture;
+}
 
 GlyphRasters& GlyphRasters::instance() {
     static auto& shared = *new GlyphRasters;
@@ -62,35 +57,32 @@ GlyphRasters& GlyphRasters::instance() {
 }
 
 GlyphRasters::DeviceFace& GlyphRasters::deviceFace(FontFace* face, double deviceSize) {
-    static auto& faces = *new std::map<std::pair<FontFace*, int>, std::unique_ptr<DeviceFace>>;
     int const size =
         std::clamp(static_cast<int>(std::lround(deviceSize * fractions)), fractions, largestSize);
-    std::unique_ptr<DeviceFace>& place = faces[{face, size}];
-    if (!place) place = std::make_unique<DeviceFace>(DeviceFace{face, size});
-    return *place;
+    for (std::unique_ptr<DeviceFace> const& known : faces_)
+        if (known->face == face && known->size == size) return *known;
+    faces_.push_back(std::make_unique<DeviceFace>(DeviceFace{face, size, {}}));
+    return *faces_.back();
 }
 
-void const* GlyphRasters::Use::picture(DeviceFace& face, std::uint32_t glyph) {
-    void* const key = keyOf(glyph);
-    void const* known = pixman_glyph_cache_lookup(rasters_.cache_, &face, key);
-    return known ? known : rasters_.make(face, glyph, key);
+GlyphPicture const& GlyphRasters::make(DeviceFace& face, std::uint32_t glyph) {
+    static constexpr GlyphPicture none;
+    if (glyph >= mostGlyphs) return none;
+    if (glyph >= face.pictures.size()) {
+        bytes_ += (glyph + 1 - face.pictures.size()) * sizeof(void*);
+        face.pictures.resize(glyph + 1);
+    }
+    face.pictures[glyph] = std::make_unique<GlyphPicture>(draw(face, glyph));
+    bytes_ += sizeof(GlyphPicture) + face.pictures[glyph]->coverage.size();
+    return *face.pictures[glyph];
 }
 
-void const* GlyphRasters::make(DeviceFace& face, std::uint32_t glyph, void* glyphKey) {
-    if (!face.face) return makeSymbol(face, glyph, glyphKey);
-    if (!drawOutline(*face.face, face.size, glyph)) return nullptr;
-    FT_GlyphSlot slot = face.face->outlines()->glyph;
-    ImagePtr const image = copyOf(slot->bitmap);
-    if (!image) return nullptr;
-    return pixman_glyph_cache_insert(cache_, &face, glyphKey, -slot->bitmap_left, slot->bitmap_top,
-                                     image.get());
-}
-
-void const* GlyphRasters::makeSymbol(DeviceFace& face, std::uint32_t glyph, void* glyphKey) {
-    Symbols::Picture const picture = Symbols::draw(glyph, static_cast<double>(face.size) / fractions);
-    ImagePtr const image(picture.image);
-    if (!image) return nullptr;
-    return pixman_glyph_cache_insert(cache_, &face, glyphKey, -picture.left, picture.top, image.get());
+void GlyphRasters::clear() {
+    for (std::unique_ptr<DeviceFace> const& face : faces_) {
+        face->pictures.clear();
+        face->pictures.shrink_to_fit();
+    }
+    bytes_ = 0;
 }
 
 } // namespace wainscot

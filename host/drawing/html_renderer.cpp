@@ -58,7 +58,9 @@ void drawLine(CanvasRenderer& renderer, BrokenParagraph const& paragraph, LineBr
         renderer.renderPrimitive(
             Glib::TextDescription(part, at, paragraph.spans[fragment.span].font, span.colour));
         if (span.url.empty()) continue;
-        int const right = start.x + static_cast<int>(std::lround(fragment.x + fragment.width));
+        // Not under the blank at which the line was broken.
+        double const end = std::min(fragment.x + fragment.width, line.width);
+        int const right = start.x + static_cast<int>(std::lround(end));
         renderer.renderPrimitive(Glib::LineDescription({at.x, at.y - 2}, {right, at.y - 2}, span.colour));
     }
 }

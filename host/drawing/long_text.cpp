@@ -155,7 +155,7 @@ void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour co
     std::size_t block = after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
     TextRunPainter painter(target, *font_, colour, 1.0);
     for (; block < blocks_.size() && lefts_[block] <= rightmost; ++block)
-        painter.add(blocks_[block].text, position, lefts_[block]);
+        painter.add(*TextLayouts::get(Font::of(*font_), blocks_[block].text), position, lefts_[block]);
     target.painted(line);
 }
 

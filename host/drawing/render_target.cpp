@@ -1,7 +1,8 @@
 #include "host/drawing/render_target_p.h"
 
+#include "host/drawing/coverage_blend_p.h"
+
 #include <algorithm>
-#include <cstring>
 
 namespace wainscot {
 namespace {
@@ -25,35 +26,6 @@ int nearer(long long place) {
     return static_cast<int>(std::clamp<long long>(place, -farthest, farthest));
 }
 
-/// The product of two shares of 255, rounded.
-std::uint32_t share(std::uint32_t a, std::uint32_t b) {
-    std::uint32_t const product = a * b + 128;
-    return (product + (product >> 8)) >> 8;
-}
-
-/// All four bytes of a pixel times a share of 255, two at a time.
-std::uint32_t scaledPixel(std::uint32_t pixel, std::uint32_t by) {
-    constexpr std::uint32_t evenBytes = 0x00FF00FF;
-    constexpr std::uint32_t halves = 0x00800080;
-    std::uint32_t low = (pixel & evenBytes) * by + halves;
-    std::uint32_t high = ((pixel >> 8) & evenBytes) * by + halves;
-    low = ((low + ((low >> 8) & evenBytes)) >> 8) & evenBytes;
-    high = (high + ((high >> 8) & evenBytes)) & ~evenBytes;
-    return low | high;
-}
-
-/// `ink` is premultiplied.
-std::uint32_t blended(std::uint32_t ink, std::uint32_t ground, std::uint32_t coverage) {
-    std::uint32_t const source = scaledPixel(ink, coverage);
-    return source + scaledPixel(ground, 255 - (source >> 24));
-}
-
-std::uint32_t premultiplied(Colour const& colour, double alpha) {
-    auto const a = static_cast<std::uint32_t>(std::clamp(alpha, 0.0, 1.0) * 255.0 + 0.5);
-    std::uint32_t const c = colour.getAsLong();
-    return a << 24 | share(c >> 16 & 0xFF, a) << 16 | share(c >> 8 & 0xFF, a) << 8 | share(c & 0xFF, a);
-}
-
 IntBox intersection(IntBox const& box, pixman_box32_t const& limit) {
     return box.intersection({limit.x1, limit.y1, limit.x2, limit.y2});
 }
@@ -63,15 +35,6 @@ IntBox intersection(IntBox const& box, pixman_box32_t const& limit) {
 pixman_color_t pixmanColour(Colour const& colour, double alpha) {
     return {component(colour.red() * alpha), component(colour.green() * alpha),
             component(colour.blue() * alpha), component(alpha)};
-}
-
-pixman_image_t* solidSource(pixman_color_t const& colour) {
-    static pixman_image_t* source = nullptr;
-    static pixman_color_t made{};
-    if (source && std::memcmp(&made, &colour, sizeof colour) == 0) return source;
-    if (source) pixman_image_unref(source);
-    made = colour;
-    return source = pixman_image_create_solid_fill(&colour);
 }
 
 double RenderTarget::opacity(double own) const {
@@ -101,6 +64,7 @@ IntBox RenderTarget::deviceBox(IntBox const& box) const {
     XY<int> const low = onSurface(box.bottomLeft());
     XY<int> const high = onSurface(box.topRight());
     int const height = surface().deviceSize().y;
+    if (scale() == 1.0) return {low.x, height - high.y, high.x, height - low.y};
     return {deviceEdge(low.x, scale()), height - deviceEdge(high.y, scale()), deviceEdge(high.x, scale()),
             height - deviceEdge(low.y, scale())};
 }
@@ -133,7 +97,7 @@ void RenderTarget::fillMasked(std::uint8_t const* mask, IntBox const& deviceBox,
                               Colour const& colour, double alpha) const {
     int clips = 0;
     pixman_box32_t const* clipBoxes = pixman_region32_rectangles(clip(), &clips);
-    std::uint32_t const ink = premultiplied(colour, alpha);
+    std::uint32_t const ink = CoverageBlend::premultiplied(colour, alpha);
     for (int c = 0; c < clips; ++c) {
         IntBox const part = intersection(deviceBox, clipBoxes[c]);
         for (int y = part.y1; y < part.y2; ++y) {
@@ -142,7 +106,7 @@ void RenderTarget::fillMasked(std::uint8_t const* mask, IntBox const& deviceBox,
             std::uint32_t* pixels = surface().pixels() + static_cast<std::ptrdiff_t>(y) * surface().stride();
             for (int x = part.x1; x < part.x2; ++x) {
                 int const column = mirror.across ? deviceBox.x2 - 1 - x : x - deviceBox.x1;
-                pixels[x] = blended(ink, pixels[x], coverage[column]);
+                CoverageBlend::blend(pixels[x], ink, coverage[column]);
             }
         }
     }

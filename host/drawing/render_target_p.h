@@ -68,10 +68,7 @@ private:
 
 /// A colour with an alpha of 0 to 1 as the pixel library wants it.
 pixman_color_t pixmanColour(Colour const& colour, double alpha);
-/// A source of one colour; kept while it is asked for again. Not to be unreferenced.
-pixman_image_t* solidSource(pixman_color_t const& colour);
-
-/// Draws the layout of a text of any length whose left end on the baseline is `start` (on the canvas).
-void drawTextRun(RenderTarget const& target, Glib::TextDescription const& text, XY<int> const& start);
+/// Draws a text of any length; gives the box on the canvas that its ink may have touched.
+IntBox drawText(RenderTarget const& target, Glib::TextDescription const& text);
 
 } // namespace wainscot

@@ -177,24 +177,13 @@ private:
     double thickness_;
 };
 
-pixman_image_t* copyOf(cairo_surface_t* drawn, int extent) {
-    pixman_image_t* image = pixman_image_create_bits(PIXMAN_a8, extent, extent, nullptr, 0);
-    unsigned char const* from = cairo_image_surface_get_data(drawn);
-    if (!image || !from) return image;
-    auto* to = reinterpret_cast<unsigned char*>(pixman_image_get_data(image));
-    for (int y = 0; y < extent; ++y)
-        std::copy_n(from + static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(drawn), extent,
-                    to + static_cast<std::ptrdiff_t>(y) * pixman_image_get_stride(image));
-    return image;
-}
-
 } // namespace
 
 bool isSymbol(std::uint32_t character) {
     return glyphOf(character) < static_cast<std::uint32_t>(QvTTF::codePointCount) && find(glyphOf(character));
 }
 
-Picture draw(std::uint32_t glyph, double deviceSize) {
+GlyphPicture draw(std::uint32_t glyph, double deviceSize) {
     Shape const* shape = find(glyph);
     int const extent = std::max(1, static_cast<int>(std::lround(deviceSize)));
     if (!shape) return {};
@@ -203,7 +192,9 @@ Picture draw(std::uint32_t glyph, double deviceSize) {
     Drawer(path, extent).draw(*shape);
     cairo_destroy(path);
     cairo_surface_flush(target);
-    Picture const picture{copyOf(target, extent), 0, extent - static_cast<int>(std::lround(below * extent))};
+    int const top = extent - static_cast<int>(std::lround(below * extent));
+    GlyphPicture picture = makePicture({0, top}, {extent, extent}, cairo_image_surface_get_data(target),
+                                       cairo_image_surface_get_stride(target));
     cairo_surface_destroy(target);
     return picture;
 }

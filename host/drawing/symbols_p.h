@@ -1,9 +1,9 @@
 #pragma once
 
+#include "host/drawing/glyph_raster_p.h"
 #include "host/drawing/symbols.h"
 
 #include <cstdint>
-#include <pixman.h>
 
 namespace wainscot::Symbols {
 
@@ -16,13 +16,7 @@ constexpr std::uint32_t glyphOf(std::uint32_t character) {
     return character - static_cast<std::uint32_t>(QvTTF::firstCodePoint);
 }
 
-/// A symbol as coverage of device pixels, and where its lower-left corner lies from the start on the baseline
-/// (y upwards). The image belongs to the caller; null when it cannot be made.
-struct Picture {
-    pixman_image_t* image = nullptr;
-    int left = 0;
-    int top = 0;
-};
-Picture draw(std::uint32_t glyph, double deviceSize);
+/// A symbol's coverage of device pixels, as of a glyph; empty for a number that is none.
+GlyphPicture draw(std::uint32_t glyph, double deviceSize);
 
 } // namespace wainscot::Symbols

@@ -1,13 +1,47 @@
 #include "host/drawing/text_painter_p.h"
 
+#include "host/drawing/coverage_blend_p.h"
 #include "host/drawing/symbols_p.h"
 
 namespace wainscot {
+namespace {
+
+/// Rounds a place that lies on or near a surface; much quicker than the general way.
+int nearestPixel(double place) {
+    constexpr int beyond = 1 << 26;
+    return static_cast<int>(place + 0.5 + beyond) - beyond;
+}
+
+/// Where the rows of a glyph meet those of the surface.
+struct Rows {
+    std::uint32_t* pixels;
+    std::ptrdiff_t pixelStride;
+    std::uint8_t const* coverage;
+    int coverageStride;
+    int count;
+};
+
+template <bool opaque>
+void blendWhole(Rows rows, std::uint32_t ink) {
+    for (; rows.count > 0;
+         --rows.count, rows.pixels += rows.pixelStride, rows.coverage += rows.coverageStride)
+        for (int x = 0; x < rows.coverageStride; x += 4)
+            CoverageBlend::blendFour<opaque>(rows.pixels + x, rows.coverage + x, ink);
+}
+
+void blendPartly(Rows rows, int width, std::uint32_t ink) {
+    for (; rows.count > 0;
+         --rows.count, rows.pixels += rows.pixelStride, rows.coverage += rows.coverageStride)
+        for (int x = 0; x < width; ++x) CoverageBlend::blend(rows.pixels[x], ink, rows.coverage[x]);
+}
+
+} // namespace
 
 TextRunPainter::TextRunPainter(RenderTarget const& target, iFont const& font, Colour const& colour,
                                double opacity)
-    : target_(target), font_(Font::of(font)), use_(GlyphRasters::instance()), clipped_(target),
-      source_(solidSource(pixmanColour(colour, target.opacity(opacity)))) {}
+    : target_(target), font_(Font::of(font)), use_(GlyphRasters::instance()),
+      ink_(CoverageBlend::premultiplied(colour, target.opacity(opacity))),
+      clips_(pixman_region32_rectangles(target.clip(), &clipCount_)) {}
 
 GlyphRasters::DeviceFace& TextRunPainter::deviceFace(std::uint32_t index) {
     if (current_ && index == currentIndex_) return *current_;
@@ -17,44 +51,78 @@ GlyphRasters::DeviceFace& TextRunPainter::deviceFace(std::uint32_t index) {
     return *current_;
 }
 
-void TextRunPainter::add(std::wstring_view block, XY<int> const& position, double x) {
-    if (block.empty()) return;
+void TextRunPainter::add(TextLayout const& layout, XY<int> const& position, double x) {
     double const scale = target_.scale();
     // The exact distance stays apart from the place: a long text begins far away.
     XY<long long> const place = target_.exactOnSurface(position);
     double const left = (static_cast<double>(place.x) + x) * scale;
     double const baseline =
         target_.surface().deviceSize().y - std::floor(static_cast<double>(place.y) * scale + 0.5);
-    TextLayoutPtr const layout = TextLayouts::get(font_, block);
-    for (PlacedGlyph const& glyph : layout->glyphs()) {
-        if (count_ == glyphs_.size()) flush();
-        void const* picture = use_.picture(deviceFace(glyph.face), glyph.index);
-        if (!picture) continue;
-        glyphs_[count_++] = {deviceEdge(left + static_cast<double>(glyph.x) * scale, 1.0),
-                             deviceEdge(baseline - static_cast<double>(glyph.y) * scale, 1.0), picture};
+    for (PlacedGlyph const& glyph : layout.glyphs()) {
+        GlyphPicture const& picture = GlyphRasters::instance().picture(deviceFace(glyph.face), glyph.index);
+        if (picture.width == 0) continue;
+        drawGlyph(picture, {nearestPixel(left + static_cast<double>(glyph.x) * scale) + picture.left,
+                            nearestPixel(baseline - static_cast<double>(glyph.y) * scale) - picture.top});
     }
 }
 
-void TextRunPainter::flush() {
-    if (count_ == 0) return;
-    pixman_composite_glyphs_no_mask(PIXMAN_OP_OVER, source_, target_.image(), 0, 0, 0, 0,
-                                    GlyphRasters::instance().cache(), static_cast<int>(count_),
-                                    glyphs_.data());
-    count_ = 0;
+void TextRunPainter::drawGlyph(GlyphPicture const& picture, XY<int> const& place) {
+    IntBox const box = IntBox::sized(place, {picture.width, picture.height});
+    Surface& surface = target_.surface();
+    for (int c = 0; c < clipCount_; ++c) {
+        IntBox const part = box.intersection({clips_[c].x1, clips_[c].y1, clips_[c].x2, clips_[c].y2});
+        if (part.isEmpty()) continue;
+        Rows const rows{surface.pixels() + static_cast<std::ptrdiff_t>(part.y1) * surface.stride() + part.x1,
+                        surface.stride(),
+                        picture.coverage.data() +
+                            static_cast<std::ptrdiff_t>(part.y1 - box.y1) * picture.stride +
+                            (part.x1 - box.x1),
+                        picture.stride, part.height()};
+        // Whole rows go four pixels at a time; what that touches behind the glyph stays as it is.
+        bool const whole = part.width() == box.width() && box.x1 + picture.stride <= surface.stride();
+        if (!whole)
+            blendPartly(rows, part.width(), ink_);
+        else if (CoverageBlend::isOpaque(ink_))
+            blendWhole<true>(rows, ink_);
+        else
+            blendWhole<false>(rows, ink_);
+    }
 }
 
-void drawTextRun(RenderTarget const& target, Glib::TextDescription const& text, XY<int> const& start) {
+namespace {
+
+IntBox drawShortText(RenderTarget const& target, Glib::TextDescription const& text) {
+    TextLayoutPtr const layout = TextLayouts::get(Font::of(*text.font), text.text.view());
+    IntBox const bounds = text.boundsOfWidth(text.position, static_cast<int>(std::lround(layout->width())));
+    IntBox const ink = bounds.inset(-text.font->size());
+    if (!target.isVisible(target.deviceBox(ink))) return {};
+    TextRunPainter(target, *text.font, text.colour, text.opacity)
+        .add(*layout, {bounds.x1, text.position.y}, 0);
+    return ink;
+}
+
+/// Only the blocks that can be seen are laid out.
+IntBox drawLongText(RenderTarget const& target, Glib::TextDescription const& text) {
     Font const& font = Font::of(*text.font);
+    IntBox const bounds = text.calcBounds();
     IntBox const seen = target.visibleBox().inset(-font.size());
     TextRunPainter painter(target, font, text.colour, text.opacity);
-    if (text.text.size() <= TextLayout::maxLength) return painter.add(text.text.view(), start, 0);
-    double x = 0;
+    double x = bounds.x1;
     forEachBlock(text.text.view(), [&](std::wstring_view block, std::size_t) {
-        double const left = start.x + x;
+        double const left = x;
         x += font.blockWidth(block);
-        if (start.x + x >= seen.x1 && left <= seen.x2) painter.add(block, start, left - start.x);
+        if (x >= seen.x1 && left <= seen.x2)
+            painter.add(*TextLayouts::get(font, block), {bounds.x1, text.position.y}, left - bounds.x1);
         return left <= seen.x2;
     });
+    return bounds.inset(-font.size());
+}
+
+} // namespace
+
+IntBox drawText(RenderTarget const& target, Glib::TextDescription const& text) {
+    return text.text.size() <= TextLayout::maxLength ? drawShortText(target, text)
+                                                     : drawLongText(target, text);
 }
 
 } // namespace wainscot
