@@ -31,8 +31,9 @@ void convertRows(Surface const& surface, SDL_Rect const& rect, SDL_Surface& targ
                       target.format->format, to, target.pitch);
 }
 
-/// At a broken scale the window may have a device pixel more than the surface; its edge is then continued, so
-/// that no seam shows. More than that is a window that has grown and will be painted anew.
+/// At some scales no logical size gives the window's device size, which is then a pixel larger; the surface's
+/// edge is continued, so that no seam shows. More than that is a window that has grown and will be painted
+/// anew.
 void continueEdges(Surface const& surface, SDL_Rect& rect, SDL_Surface& target) {
     int const missingColumns = target.w - surface.deviceSize().x;
     int const missingRows = target.h - surface.deviceSize().y;
