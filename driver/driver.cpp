@@ -33,7 +33,8 @@ bool Driver::refuse(LightweightString<char> const& why) {
 
 // Finding
 
-std::vector<Glob*> Driver::findAll(LightweightString<char> const& role, LightweightString<wchar_t> const& name) {
+std::vector<Glob*> Driver::findAll(LightweightString<char> const& role,
+                                   LightweightString<wchar_t> const& name) {
     std::vector<Glob*> found;
     for (Glob* root : host_.globManager().roots()) {
         for (Glob* glob : Tree::subtree(*root))
@@ -45,8 +46,8 @@ std::vector<Glob*> Driver::findAll(LightweightString<char> const& role, Lightwei
 Glob* Driver::find(LightweightString<char> const& role, LightweightString<wchar_t> const& name) {
     std::vector<Glob*> const found = findAll(role, name);
     if (!found.empty()) return found.front();
-    refuse(LightweightString<char>("there is no ") + (role.empty() ? LightweightString<char>("widget") : role) + " \"" +
-           toUTF8(name) + "\"");
+    refuse(LightweightString<char>("there is no ") +
+           (role.empty() ? LightweightString<char>("widget") : role) + " \"" + toUTF8(name) + "\"");
     return nullptr;
 }
 
@@ -130,7 +131,8 @@ bool Driver::drag(Glob* glob, XY<int> way, int steps) {
     if (!press(glob)) return false;
     XY<int> const start = place_;
     steps = std::max(steps, 1);
-    for (int step = 1; step <= steps; ++step) moveTo({start.x + way.x * step / steps, start.y + way.y * step / steps});
+    for (int step = 1; step <= steps; ++step)
+        moveTo({start.x + way.x * step / steps, start.y + way.y * step / steps});
     return release();
 }
 

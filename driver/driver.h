@@ -9,9 +9,10 @@ namespace wainscot {
 
 struct GlobDescription;
 
-/// Uses a program's interface as a person would: finds widgets by role and name, moves, presses, types, waits, and
-/// looks at the pixels. Input enters where platform input enters, and everything that it causes is done when a call
-/// returns. A call that cannot be carried out answers false (or null), with the reason in `problem()`.
+/// Uses a program's interface as a person would: finds widgets by role and name, moves, presses, types,
+/// waits, and looks at the pixels. Input enters where platform input enters, and everything that it causes is
+/// done when a call returns. A call that cannot be carried out answers false (or null), with the reason in
+/// `problem()`.
 class WAINSCOT_API Driver {
 public:
     using Button = InputEvent::Button;
@@ -19,7 +20,8 @@ public:
     explicit Driver(Host& host) : host_(host) {}
 
     // --- Finding. Only what is shown counts.
-    /// The first widget with that role and name, in the order of windows and children; an empty role or name fits all.
+    /// The first widget with that role and name, in the order of windows and children; an empty role or name
+    /// fits all.
     Glob* find(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
     std::vector<Glob*> findAll(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
     Glob* button(LightweightString<wchar_t> const& name) { return find("button", name); }
@@ -56,8 +58,8 @@ public:
     bool resizeWindow(Glob* root, XY<int> size);
 
     // --- Time
-    /// Moves virtual time from due time to due time, one turn of the loop at each, and ends exactly. False with real
-    /// clocks.
+    /// Moves virtual time from due time to due time, one turn of the loop at each, and ends exactly. False
+    /// with real clocks.
     bool advance(double ms);
     /// Turns of the loop without moving time, until nothing is left to do.
     bool settle();

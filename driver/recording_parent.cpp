@@ -9,7 +9,8 @@ int RecordingParent::handleMessageEvent(LightweightString<char> name, Glob* send
     return 1;
 }
 
-int RecordingParent::handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv::Ptr<iObject> data) {
+int RecordingParent::handleDataMessageEvent(LightweightString<char> name, Glob* sender,
+                                            Qv::Ptr<iObject> data) {
     messages_.push_back({std::move(name), sender, std::move(data), currentModifiers()});
     return 1;
 }

@@ -31,7 +31,8 @@ bool split(std::string_view line, std::vector<Word>& words) {
         Word word;
         word.quoted = line[i] == '"';
         if (!word.quoted) {
-            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r') word.text += line[i++];
+            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r')
+                word.text += line[i++];
         } else {
             for (++i; i < line.size() && line[i] != '"'; ++i) {
                 if (line[i] == '\\' && i + 1 < line.size()) ++i;
@@ -182,8 +183,7 @@ Script::Command const* Script::commands() {
              if (!w.problem.empty()) return w.problem;
              return roots.empty() ? Text("no window is open") : s.driver_.snapshot(roots.front(), path);
          }},
-        {"expect", "ROLE \"NAME\"",
-         [](Script& s, Words& w) { return s.widget(w) ? Text() : w.problem; }},
+        {"expect", "ROLE \"NAME\"", [](Script& s, Words& w) { return s.widget(w) ? Text() : w.problem; }},
         {"resize", "W H",
          [](Script& s, Words& w) {
              int const width = w.takeNumber("W");
@@ -218,7 +218,8 @@ LightweightString<char> Script::runLine(LightweightString<char> const& line) {
         Command const& command = commands()[i];
         if (name == command.name) {
             Text const problem = command.run(*this, words);
-            if (problem.empty() && words.has()) return name + " takes " + command.arguments + " and nothing behind it";
+            if (problem.empty() && words.has())
+                return name + " takes " + command.arguments + " and nothing behind it";
             return problem.empty() ? problem : name + " " + command.arguments + ": " + problem;
         }
         allowed += (allowed.empty() ? Text() : Text(", ")) + command.name;

@@ -6,8 +6,8 @@
 
 namespace wainscot {
 
-/// Runs a text file of what a person would do, one command a line; blank lines and lines that begin with "#" are
-/// skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`.
+/// Runs a text file of what a person would do, one command a line; blank lines and lines that begin with "#"
+/// are skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`.
 ///
 ///     click ROLE "NAME"           click at X Y            doubleclick ROLE "NAME"
 ///     press ROLE "NAME"           release                 move ROLE "NAME"     move at X Y
@@ -21,7 +21,8 @@ public:
     /// `print` gets what commands show; `messages` tells the log of the page.
     Script(Driver& driver, Print print, std::function<LightweightString<char>()> messages);
 
-    /// Runs the lines until one fails. Empty when all went well, else "line N: what is wrong and what is allowed".
+    /// Runs the lines until one fails. Empty when all went well, else "line N: what is wrong and what is
+    /// allowed".
     LightweightString<char> run(LightweightString<char> const& text);
     /// The same from a file.
     LightweightString<char> runFile(LightweightString<char> const& path);

@@ -5,7 +5,8 @@
 
 namespace wainscot::gallery {
 
-/// The window of the gallery: the names of the pages on the left, the chosen page, and the log of messages below.
+/// The window of the gallery: the names of the pages on the left, the chosen page, and the log of messages
+/// below.
 class GalleryFrame final : public Glob {
 public:
     explicit GalleryFrame(XY<int> size);

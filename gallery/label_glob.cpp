@@ -125,9 +125,8 @@ void LabelGlob::draw() {
     Glib::drawOutlinedRect(renderer, face(), palette.separator(), box);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     eTextAppearance const appearance = !isActive() ? eTextDisabled : chosen_ ? eTextSelected : eTextEnabled;
-    Glib::TextDescription const text(label_,
-                                     {box.centre().x, box.y1 + getFontYOffset(box.height(), font)}, font,
-                                     palette.text(appearance), eAlignCentre);
+    Glib::TextDescription const text(label_, {box.centre().x, box.y1 + getFontYOffset(box.height(), font)},
+                                     font, palette.text(appearance), eAlignCentre);
     renderer.renderPrimitive(text);
     bool const marked = get_kbd_focus() == this && glib_appHasFocus();
     if (marked) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));

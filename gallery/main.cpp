@@ -86,7 +86,8 @@ int run(int argc, char** argv, Options const& options) {
     Host host(argc, argv, settingsFor(options));
     if (!options.shots.empty()) return writeShots(host, options, options.shots);
     if (!host.problem().empty()) return showWithoutScreen(host, options);
-    GalleryFrame* const frame = openFrame(options, options.page.empty() ? pages().front() : *findPage(options.page));
+    GalleryFrame* const frame =
+        openFrame(options, options.page.empty() ? pages().front() : *findPage(options.page));
     if (!frame) return complain("the window system refuses a window");
     return options.script.empty() ? host.run() : runScript(host, options, *frame);
 }

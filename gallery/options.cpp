@@ -36,7 +36,8 @@ Text setScript(Options& options, Text const& value) {
 
 Text setScale(Options& options, Text const& value) {
     auto const scale = Qv::FloatFromWString(fromUTF8(value));
-    if (!scale || *scale < 0.5 || *scale > 4.0) return Text("--scale takes a number from 0.5 to 4, not \"") + value + "\"";
+    if (!scale || *scale < 0.5 || *scale > 4.0)
+        return Text("--scale takes a number from 0.5 to 4, not \"") + value + "\"";
     options.scale = *scale;
     options.scaleGiven = true;
     return {};
@@ -52,8 +53,8 @@ Text setSize(Options& options, Text const& value) {
     std::size_t const cross = value.find('x');
     auto const width = Qv::IntFromWString(fromUTF8(value.substr(0, cross)));
     auto const height = cross == Text::npos ? width : Qv::IntFromWString(fromUTF8(value.substr(cross + 1)));
-    bool const fits = cross != Text::npos && width && height && *width >= 1 && *height >= 1 && *width <= maxExtent &&
-                      *height <= maxExtent;
+    bool const fits = cross != Text::npos && width && height && *width >= 1 && *height >= 1 &&
+                      *width <= maxExtent && *height <= maxExtent;
     if (!fits) return Text("--size takes WIDTHxHEIGHT from 1x1 to 16000x16000, not \"") + value + "\"";
     options.size = {*width, *height};
     return {};
@@ -101,7 +102,8 @@ char const* Options::usage() {
            "  --help            print this\n";
 }
 
-LightweightString<char> parseOptions(std::vector<LightweightString<char>> const& arguments, Options& options) {
+LightweightString<char> parseOptions(std::vector<LightweightString<char>> const& arguments,
+                                     Options& options) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         Text const& name = arguments[i];
         if (name == "--desktop") {

@@ -18,8 +18,8 @@
 
 namespace wainscot {
 
-/// A host without a screen for each test. After the test nothing may be left: no widget, timer interest, focus,
-/// capture, intercept entry or hold; and no diagnostics that the test did not expect.
+/// A host without a screen for each test. After the test nothing may be left: no widget, timer interest,
+/// focus, capture, intercept entry or hold; and no diagnostics that the test did not expect.
 class HostTest : public testing::Test {
 protected:
     HostTest() : liveBefore_(Liveness::count()), host_(makeHost()), driver_(*host_) {
@@ -39,7 +39,8 @@ protected:
         EXPECT_EQ(Drawable::holdCount(), 0) << "redraw holds are left";
         EXPECT_FALSE(DispatchScope::isActive());
         for (Diagnostics::Entry const& entry : Diagnostics::entries())
-            EXPECT_TRUE(expected_.count(entry.kind.c_str())) << entry.kind.c_str() << ": " << entry.firstDetail.c_str();
+            EXPECT_TRUE(expected_.count(entry.kind.c_str()))
+                << entry.kind.c_str() << ": " << entry.firstDetail.c_str();
         Diagnostics::setSink(nullptr);
         Diagnostics::reset();
     }
@@ -49,7 +50,8 @@ protected:
 
     /// A shown, settled window.
     RecordingParent* openWindow(int width = 400, int height = 300, XY<int> place = {100, 100}) {
-        auto* root = new RecordingParent(static_cast<unsigned short>(width), static_cast<unsigned short>(height));
+        auto* root =
+            new RecordingParent(static_cast<unsigned short>(width), static_cast<unsigned short>(height));
         EXPECT_TRUE(host_->globManager().realize(root, place));
         driver_.settle();
         return root;
@@ -59,7 +61,7 @@ protected:
         return host_->offscreen()->window(host_->globManager().windowOf(root)->native().id());
     }
 
-    VirtualClock& clock() { return host_->offscreen()->virtualClock(); }
+    VirtualClock& virtualClock() { return host_->offscreen()->virtualClock(); }
 
 private:
     static std::unique_ptr<Host> makeHost() {
@@ -80,7 +82,8 @@ protected:
 /// A widget whose handlers are given by the test, and which writes down what happens to it.
 class ProbeGlob : public Glob {
 public:
-    explicit ProbeGlob(int width = 60, int height = 40, std::vector<std::string>* log = nullptr, std::string name = {})
+    explicit ProbeGlob(int width = 60, int height = 40, std::vector<std::string>* log = nullptr,
+                       std::string name = {})
         : Glob(static_cast<unsigned short>(width), static_cast<unsigned short>(height)), log_(log),
           name_(std::move(name)) {
         ++alive;

@@ -39,7 +39,8 @@ struct Scene {
 };
 
 Scene makeScene(RecordingParent* root) {
-    Scene scene{root, new ProbeGlob(300, 200), new ProbeGlob(100, 80), new ProbeGlob(20, 20), new ProbeGlob(50, 50)};
+    Scene scene{root, new ProbeGlob(300, 200), new ProbeGlob(100, 80), new ProbeGlob(20, 20),
+                new ProbeGlob(50, 50)};
     root->addChild(scene.panel, BottomLeft(10, 10));
     scene.panel->addChild(scene.target, BottomLeft(10, 10));
     scene.target->addChild(scene.child, BottomLeft(2, 2));
@@ -68,7 +69,9 @@ Way const ways[] = {
      [](Driver& d, Scene& s) { d.clickAt(s.target->screenBox().centre()); }},
     {"release", [](Scene& s, Victim v) { onEvent(s, v, mouse_up_event); },
      [](Driver& d, Scene& s) {
-         s.target->onReact = [inner = s.target->onReact](Event const& e) { return inner(e) || mouse_down_event(e); };
+         s.target->onReact = [inner = s.target->onReact](Event const& e) {
+             return inner(e) || mouse_down_event(e);
+         };
          d.clickAt(s.target->screenBox().centre());
      }},
     {"move", [](Scene& s, Victim v) { onEvent(s, v, mouse_move_event); },
@@ -141,8 +144,8 @@ Way const ways[] = {
      }},
 };
 
-/// Any handler may destroy itself, its parent, its window, its sibling, its child: nothing of the dead is found
-/// afterwards, and everything around them goes on.
+/// Any handler may destroy itself, its parent, its window, its sibling, its child: nothing of the dead is
+/// found afterwards, and everything around them goes on.
 TEST_F(Lifetimes, HandlersMayDestroyAnything) {
     for (Way const& way : ways) {
         for (Victim victim : {Victim::self, Victim::parent, Victim::root, Victim::sibling, Victim::child}) {
@@ -195,9 +198,8 @@ TEST_F(Lifetimes, EveryFormOfDestructionIsTheSame) {
     auto const add = [&] {
         auto* const probe = new ProbeGlob;
         root->addChild(probe);
-        watches.push_back(GlobNotices::watchDeletion(*probe, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
-            return ++notices;
-        })));
+        watches.push_back(GlobNotices::watchDeletion(
+            *probe, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++notices; })));
         return probe;
     };
     delete add();
@@ -345,14 +347,17 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
     std::mt19937 random(7);
     std::map<Glob*, std::vector<Glob*>> model{{root, {}}};
     std::vector<Glob*> all{root};
-    auto const isBelow = [](Glob* glob, Glob* above) { return glob == above || Glob::isParentedTo(glob, above); };
+    auto const isBelow = [](Glob* glob, Glob* above) {
+        return glob == above || Glob::isParentedTo(glob, above);
+    };
     for (int step = 0; step < 4000; ++step) {
         Glob* const at = all[random() % all.size()];
         switch (random() % 5) {
         case 0:
         case 1: {
             auto* const added = new Glob(10, 10);
-            at->addChild(added, BottomLeft(static_cast<int>(random() % 300), static_cast<int>(random() % 200)));
+            at->addChild(added,
+                         BottomLeft(static_cast<int>(random() % 300), static_cast<int>(random() % 200)));
             model[at].push_back(added);
             model[added];
             all.push_back(added);

@@ -44,8 +44,8 @@ TEST_F(Input, TheReleaseGoesToThePressedWidgetWhereverThePointerIs) {
     driver_.moveTo({230, 130});
     driver_.moveTo({-50, 90});
     driver_.release();
-    EXPECT_THAT(log, ElementsAre("a entered", "a move 5,5", "a down 5,5", "a left", "a move 120,20", "a move -160,-20",
-                                 "a up -160,-20"));
+    EXPECT_THAT(log, ElementsAre("a entered", "a move 5,5", "a down 5,5", "a left", "a move 120,20",
+                                 "a move -160,-20", "a up -160,-20"));
     log.clear();
     driver_.moveTo({230, 130});
     EXPECT_THAT(log, ElementsAre("b entered", "b move 30,20")) << "free again after the release";
@@ -173,9 +173,9 @@ TEST_F(Input, AWheelGestureStaysWhereItBegan) {
     driver_.wheelAt({place.x + 8, place.y}, 1);
     EXPECT_THAT(wheeled, ElementsAre(first, first, first));
     wheeled.clear();
-    clock().advance(499);
+    virtualClock().advance(499);
     driver_.wheelAt(place, 2);
-    clock().advance(501);
+    virtualClock().advance(501);
     driver_.wheelAt(place, -5000);
     EXPECT_THAT(wheeled, ElementsAre(first, second));
     EXPECT_EQ(notches, -100) << "a broken device is bounded";
@@ -313,7 +313,8 @@ TEST_F(Input, EachWindowKeepsItsFocus) {
     auto* const second = new ProbeGlob(50, 50, &log, "second");
     right->addChild(second);
     EXPECT_TRUE(set_kbd_focus(second));
-    EXPECT_THAT(log, ElementsAre("right lost", "second gained")) << "told rightly in the window that is not active";
+    EXPECT_THAT(log, ElementsAre("right lost", "second gained"))
+        << "told rightly in the window that is not active";
     EXPECT_EQ(get_kbd_focus(), inLeft);
     host_->offscreen()->deactivateAll();
     driver_.settle();
@@ -419,18 +420,24 @@ TEST_F(Input, TextThatNoKeyCodeHoldsComesAsComposedText) {
 
 TEST(KeyNames, GoBothWays) {
     std::vector<std::pair<std::uint32_t, char const*>> const names = {
-        {Key::shiftTab, "Shift+Tab"},          {Key::ctrl | 'A', "Ctrl+A"},
-        {Key::ctrl | Key::alt | Key::del, "Ctrl+Alt+Delete"}, {Key::f1 + 4, "F5"},
-        {Key::f12 | Key::meta, "Meta+F12"},    {'+', "+"},
-        {Key::ctrl | '+', "Ctrl++"},           {0xE9, "\xC3\xA9"},
-        {Key::pageUp, "Page Up"},              {Key::space, "Space"}};
+        {Key::shiftTab, "Shift+Tab"},
+        {Key::ctrl | 'A', "Ctrl+A"},
+        {Key::ctrl | Key::alt | Key::del, "Ctrl+Alt+Delete"},
+        {Key::f1 + 4, "F5"},
+        {Key::f12 | Key::meta, "Meta+F12"},
+        {'+', "+"},
+        {Key::ctrl | '+', "Ctrl++"},
+        {0xE9, "\xC3\xA9"},
+        {Key::pageUp, "Page Up"},
+        {Key::space, "Space"}};
     for (auto const& [code, name] : names) {
         EXPECT_EQ(keyToString(code), name);
         EXPECT_EQ(keyFromString(name), code) << name;
     }
     EXPECT_EQ(keyFromString("ctrl+shift+pageup"), Key::ctrl | Key::shift | Key::pageUp);
     EXPECT_EQ(keyFromString("Ctrl+a"), Key::ctrl | 'A');
-    for (char const* bad : {"", "Ctrl+", "Hyper+A", "F13", "ab", "Ctrl+Ctrl"}) EXPECT_FALSE(keyFromString(bad)) << bad;
+    for (char const* bad : {"", "Ctrl+", "Hyper+A", "F13", "ab", "Ctrl+Ctrl"})
+        EXPECT_FALSE(keyFromString(bad)) << bad;
 }
 
 } // namespace

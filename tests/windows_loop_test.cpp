@@ -14,12 +14,13 @@ using testing::ElementsAre;
 
 class Loop : public HostTest {
 protected:
-    InputEvent pointerInput(InputEvent::Kind kind, XY<int> place, InputEvent::Button button = InputEvent::Button::none) {
+    InputEvent pointerInput(InputEvent::Kind kind, XY<int> place,
+                            InputEvent::Button button = InputEvent::Button::none) {
         InputEvent input;
         input.kind = kind;
         input.place = place;
         input.button = button;
-        input.time = clock().msecs();
+        input.time = virtualClock().msecs();
         return input;
     }
 };
@@ -78,7 +79,7 @@ TEST_F(Loop, TimersComeAfterInputAndCallsFromThreadsAfterTimersAndThenItPaintsOn
     key.kind = InputEvent::Kind::keyPressed;
     key.keyCode = 'k';
     host_->loop().inject(key);
-    clock().advance(10);
+    virtualClock().advance(10);
     host_->loop().turn();
     EXPECT_THAT(log, ElementsAre("key", "timer", "message from the timer", "call", "draw"));
     probe->clearInterest(EventKind::timer);
@@ -184,9 +185,9 @@ TEST_F(Loop, ItEndsWithTheLastWindowOrWhenToldTo) {
     };
     quitter->setInterest(EventKind::timer);
     quitter->setNextTimer(100);
-    double const start = clock().msecs();
+    double const start = virtualClock().msecs();
     EXPECT_EQ(host_->run(), 7);
-    EXPECT_EQ(clock().msecs(), start + 100) << "time runs from due time to due time";
+    EXPECT_EQ(virtualClock().msecs(), start + 100) << "time runs from due time to due time";
     delete quitter;
     driver_.closeWindow(second);
     driver_.closeWindow(first);
@@ -213,7 +214,8 @@ TEST_F(Loop, ClosingDestroysAWindowThatDoesNotObject) {
 
 TEST_F(Loop, ArefusedWindowLeavesTheRootWithItsOwner) {
     host_->offscreen()->refuseWindows(true);
-    auto const root = std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10));
+    auto const root =
+        std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10));
     EXPECT_FALSE(host_->globManager().realize(root.get()));
     EXPECT_EQ(root->canvas()->surface(), nullptr);
     EXPECT_THROW(Host(0, nullptr, {}), std::logic_error) << "one host at a time";
@@ -239,7 +241,7 @@ TEST_F(Timers, TickOnAGridWhileWantedAndNeverElse) {
     RecordingParent* const root = openWindow();
     auto* const ticker = new Ticker;
     root->addChild(ticker);
-    double const start = clock().msecs();
+    double const start = virtualClock().msecs();
     driver_.advance(100);
     EXPECT_TRUE(ticker->ticks.empty());
     EXPECT_FALSE(EventTimeServer::theEventTimeServer()->nextDue());
@@ -248,13 +250,13 @@ TEST_F(Timers, TickOnAGridWhileWantedAndNeverElse) {
     ticker->setVisible(false);
     driver_.advance(35);
     EXPECT_THAT(ticker->ticks, ElementsAre(start + 110, start + 120, start + 130)) << "the hidden tick too";
-    EXPECT_EQ(clock().msecs(), start + 135);
+    EXPECT_EQ(virtualClock().msecs(), start + 135);
     ticker->clearInterest(EventKind::timer);
     driver_.advance(100);
     EXPECT_EQ(ticker->ticks.size(), 3u);
     ticker->ticks.clear();
     ticker->setInterest(EventKind::timer);
-    clock().advance(1000);
+    virtualClock().advance(1000);
     driver_.settle();
     EXPECT_EQ(ticker->ticks.size(), 1u) << "no catching up";
 }
@@ -263,12 +265,13 @@ TEST_F(Timers, AStatedTimeIsKeptOnceThenTheGridAgain) {
     RecordingParent* const root = openWindow();
     auto* const ticker = new Ticker;
     root->addChild(ticker);
-    double const start = clock().msecs();
+    double const start = virtualClock().msecs();
     ticker->stated = {500, 250.5, 0};
     ticker->setInterest(EventKind::timer);
     ticker->setNextTimer(42);
     driver_.advance(820);
-    EXPECT_THAT(ticker->ticks, ElementsAre(start + 42, start + 542, start + 792.5, start + 802.5, start + 812.5));
+    EXPECT_THAT(ticker->ticks,
+                ElementsAre(start + 42, start + 542, start + 792.5, start + 802.5, start + 812.5));
     ticker->clearInterest(EventKind::timer);
 }
 
@@ -307,9 +310,9 @@ TEST_F(Timers, AllThreeClocksMoveTogetherOrOneByOne) {
     EXPECT_EQ(now.msecs(), msecs + 2500.5);
     EXPECT_EQ(now.processor(), processor + 2500500);
     EXPECT_EQ(now.calendar(), calendar + 2);
-    clock().advanceProcessor(300);
+    virtualClock().advanceProcessor(300);
     EXPECT_EQ(now.processor(), processor + 2500800);
-    clock().setCalendar(86400);
+    virtualClock().setCalendar(86400);
     EXPECT_EQ(now.calendar(), 86400);
     EXPECT_EQ(now.msecs(), msecs + 2500.5);
     EXPECT_EQ(service_get_msecs(), now.msecs());

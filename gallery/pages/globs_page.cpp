@@ -19,8 +19,7 @@ constexpr int columns = 4;
 /// Plain objects that can be pressed, focused with Tab, hidden, disabled and destroyed in their own handlers.
 class GlobsPage final : public Glob {
 public:
-    GlobsPage(XY<int> size, LogLine log)
-        : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
+    GlobsPage(XY<int> size, LogLine log) : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
         fill();
     }
 
@@ -33,7 +32,8 @@ public:
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
         auto const* label = dynamic_cast<LabelGlob const*>(sender);
-        log_(fromUTF8(name) + L"  " + (label ? label->label() : LightweightString<wchar_t>(L"(sender has gone)")));
+        log_(fromUTF8(name) + L"  " +
+             (label ? label->label() : LightweightString<wchar_t>(L"(sender has gone)")));
         return 1;
     }
 
@@ -46,7 +46,8 @@ private:
         auto label = std::make_unique<LabelGlob>(cell, text);
         label->setAction(std::move(action));
         int const top = margin() + UifStd::getButtonHeight() * 2;
-        return addChild(std::move(label), TopLeft(margin() + column * (cell.x + gap), top + row * (cell.y + gap)));
+        return addChild(std::move(label),
+                        TopLeft(margin() + column * (cell.x + gap), top + row * (cell.y + gap)));
     }
 
     static int margin() { return UifStd::getIndentWidth() * 2; }
@@ -64,7 +65,8 @@ private:
         place(L"Disables itself", [](LabelGlob& self) { self.setActive(false); });
         place(L"Throws", [](LabelGlob&) { throw std::runtime_error("thrown by a button"); });
         place(L"Moves to the top", [](LabelGlob& self) { self.moveToTop(); });
-        place(L"Half transparent", [](LabelGlob& self) { self.setOpacity(self.opacity() < 1.0 ? 1.0 : 0.5); });
+        place(L"Half transparent",
+              [](LabelGlob& self) { self.setOpacity(self.opacity() < 1.0 ? 1.0 : 0.5); });
         place(L"Drag me", {})->setMovable(true);
         place(L"Bring all back", [this](LabelGlob&) { bringBack(); });
         place(L"Destroys the window", [](LabelGlob& self) { destroy(getRootParent(&self)); });
@@ -87,7 +89,8 @@ private:
         });
         if (stops.empty()) return false;
         auto const count = stops.size();
-        auto const at = static_cast<std::size_t>(std::find(stops.begin(), stops.end(), get_kbd_focus()) - stops.begin());
+        auto const at =
+            static_cast<std::size_t>(std::find(stops.begin(), stops.end(), get_kbd_focus()) - stops.begin());
         std::size_t const none = forward ? 0 : count - 1;
         std::size_t const next = at == count ? none : (at + (forward ? 1 : count - 1)) % count;
         return set_kbd_focus(stops[next]);

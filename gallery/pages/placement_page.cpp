@@ -12,7 +12,8 @@ namespace {
 /// Every corner and edge, and the four sides of a sibling; all follow when the window is resized.
 class PlacementPage final : public Glob {
 public:
-    PlacementPage(XY<int> size, LogLine log) : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
+    PlacementPage(XY<int> size, LogLine log)
+        : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
         int const inset = UifStd::getIndentWidth() * 2;
         add(L"Top left", TopLeft(inset, inset));
         add(L"Top right", TopRight(inset, inset));

@@ -20,13 +20,24 @@ struct Name {
 constexpr Name modifierNames[] = {
     {Key::ctrl, "Ctrl"}, {Key::alt, "Alt"}, {Key::shift, "Shift"}, {Key::meta, "Meta"}};
 
-constexpr Name keyNames[] = {
-    {Key::backspace, "Backspace"}, {Key::tab, "Tab"},        {Key::enter, "Return"},
-    {Key::escape, "Escape"},       {Key::space, "Space"},    {Key::home, "Home"},
-    {Key::up, "Up"},               {Key::pageUp, "Page Up"}, {Key::left, "Left"},
-    {Key::right, "Right"},         {Key::end, "End"},        {Key::down, "Down"},
-    {Key::pageDown, "Page Down"},  {Key::insert, "Insert"},  {Key::del, "Delete"},
-    {Key::menu, "Menu"},           {Key::f11, "F11"},        {Key::f12, "F12"}};
+constexpr Name keyNames[] = {{Key::backspace, "Backspace"},
+                             {Key::tab, "Tab"},
+                             {Key::enter, "Return"},
+                             {Key::escape, "Escape"},
+                             {Key::space, "Space"},
+                             {Key::home, "Home"},
+                             {Key::up, "Up"},
+                             {Key::pageUp, "Page Up"},
+                             {Key::left, "Left"},
+                             {Key::right, "Right"},
+                             {Key::end, "End"},
+                             {Key::down, "Down"},
+                             {Key::pageDown, "Page Down"},
+                             {Key::insert, "Insert"},
+                             {Key::del, "Delete"},
+                             {Key::menu, "Menu"},
+                             {Key::f11, "F11"},
+                             {Key::f12, "F12"}};
 
 std::string squeezed(std::string_view text) {
     std::string result;

@@ -34,7 +34,8 @@ std::unique_ptr<Backend> loadDesktopBackend(LightweightString<char>& problem) {
     void* const module = openModule();
     if (!module) {
         char const* const reason = dlerror();
-        problem = LightweightString<char>("the desktop module cannot be opened: ") + (reason ? reason : moduleName);
+        problem =
+            LightweightString<char>("the desktop module cannot be opened: ") + (reason ? reason : moduleName);
         return nullptr;
     }
     auto const create = reinterpret_cast<CreateDesktopBackend>(dlsym(module, createDesktopBackendName));

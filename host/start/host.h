@@ -34,8 +34,8 @@ public:
     Host(Host const&) = delete;
     Host& operator=(Host const&) = delete;
 
-    /// Runs until the last window has closed or `quit()` is called. Without a screen although one was wanted it
-    /// says so in one sentence and answers 1 at once.
+    /// Runs until the last window has closed or `quit()` is called. Without a screen although one was wanted
+    /// it says so in one sentence and answers 1 at once.
     int run();
     void quit(int code = 0);
 

@@ -73,7 +73,8 @@ void OffscreenBackend::inject(InputEvent input) {
 }
 
 OffscreenWindow* OffscreenBackend::window(NativeWindowId id) const {
-    auto const found = std::find_if(windows_.begin(), windows_.end(), [id](auto const* w) { return w->id() == id; });
+    auto const found =
+        std::find_if(windows_.begin(), windows_.end(), [id](auto const* w) { return w->id() == id; });
     return found == windows_.end() ? nullptr : *found;
 }
 
@@ -82,11 +83,12 @@ void OffscreenBackend::closed(OffscreenWindow& window) {
     std::erase(windows_, &window);
     if (active_ != window.id()) return;
     active_ = 0;
-    for (auto other = windows_.rbegin(); other != windows_.rend() && active_ == 0; ++other) activate((*other)->id());
+    for (auto other = windows_.rbegin(); other != windows_.rend() && active_ == 0; ++other)
+        activate((*other)->id());
 }
 
-OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings,
-                                 XY<int> place)
+OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,
+                                 NativeWindowSettings const& settings, XY<int> place)
     : backend_(backend), id_(id), title_(settings.title), size_(settings.size), minSize_(settings.minSize),
       place_(place) {}
 
@@ -138,7 +140,8 @@ void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const&
         IntBox const part = surface.deviceBox(box);
         for (int y = part.y1; y < part.y2; ++y) {
             auto const row = static_cast<std::ptrdiff_t>(y) * deviceSize_.x;
-            std::copy(surface.pixels() + row + part.x1, surface.pixels() + row + part.x2, pixels_.begin() + row + part.x1);
+            std::copy(surface.pixels() + row + part.x1, surface.pixels() + row + part.x2,
+                      pixels_.begin() + row + part.x1);
         }
     }
 }
@@ -147,7 +150,8 @@ std::uint32_t OffscreenWindow::pixelAt(XY<int> place) const {
     int const x = static_cast<int>(std::lround(place.x * scale_));
     int const y = deviceSize_.y - 1 - static_cast<int>(std::lround(place.y * scale_));
     if (place.x < 0 || place.y < 0 || x >= deviceSize_.x || y < 0) return 0;
-    return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize_.x) + static_cast<std::size_t>(x)];
+    return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize_.x) +
+                   static_cast<std::size_t>(x)];
 }
 
 } // namespace wainscot

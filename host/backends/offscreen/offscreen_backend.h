@@ -8,8 +8,8 @@ namespace wainscot {
 
 class OffscreenWindow;
 
-/// A window system in memory: several windows, virtual clocks, pixels that can be read back. A window that is shown
-/// becomes the active one, as a window manager would have it; input is injected.
+/// A window system in memory: several windows, virtual clocks, pixels that can be read back. A window that is
+/// shown becomes the active one, as a window manager would have it; input is injected.
 class WAINSCOT_API OffscreenBackend final : public Backend {
 public:
     explicit OffscreenBackend(double deviceScale = 1.0);
@@ -58,7 +58,8 @@ private:
 /// A window in memory: what was presented is what it shows.
 class WAINSCOT_API OffscreenWindow final : public NativeWindow {
 public:
-    OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings, XY<int> place);
+    OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings,
+                    XY<int> place);
     ~OffscreenWindow() override;
 
     // NativeWindow

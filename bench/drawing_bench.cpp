@@ -1,0 +1,232 @@
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/long_text.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/surface.h"
+#include "host/drawing/uif_std.h"
+#include "host/services/clock.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// How fast the drawing folder is: each workload is painted as a window would paint it, and its pixels are
+/// read back, so that one that painted nothing fails.
+namespace {
+
+using namespace wainscot;
+
+constexpr int repetitions = 7;
+
+double now() {
+    static SystemClock const clock;
+    return clock.msecs();
+}
+
+class Window : public CanvasClient {
+public:
+    Window() : surface({1200, 900}, 1.0), canvas(*this) {
+        place_ = {&surface, {0, 0}, surface.bounds(), true};
+        damage_ = {surface.bounds()};
+    }
+    CanvasPlace canvasPlace() const override { return place_; }
+    void damageAbove(IntBox const&) override {}
+
+    /// One painting visit over the whole window.
+    void paint(std::function<void(Canvas&)> const& draw) {
+        PaintPhase phase(damage_);
+        phase.enter(&canvas, place_);
+        draw(canvas);
+    }
+
+    Surface surface;
+    Canvas canvas;
+
+private:
+    CanvasPlace place_;
+    std::vector<IntBox> damage_;
+};
+
+struct Picture {
+    std::size_t colours;
+    std::size_t inkPermille;
+};
+
+Picture look(Surface const& surface) {
+    auto const count =
+        static_cast<std::size_t>(surface.deviceSize().x) * static_cast<std::size_t>(surface.deviceSize().y);
+    std::vector<std::uint32_t> sorted(surface.pixels(), surface.pixels() + count);
+    std::sort(sorted.begin(), sorted.end());
+    std::size_t colours = 0;
+    std::size_t commonest = 0;
+    for (std::size_t i = 0; i < count; ++colours) {
+        std::size_t const start = i;
+        while (i < count && sorted[i] == sorted[start]) ++i;
+        commonest = std::max(commonest, i - start);
+    }
+    return {colours, 1000 * (count - commonest) / count};
+}
+
+/// The median time of one call, from some repetitions of as many calls as fill a tenth of a second.
+double microsecondsPerCall(std::function<void()> const& call) {
+    call();
+    double const start = now();
+    call();
+    double const once = std::max(1e-4, now() - start);
+    int const calls = std::clamp(static_cast<int>(100.0 / once), 1, 1000000);
+    std::vector<double> times;
+    for (int r = 0; r < repetitions; ++r) {
+        double const begin = now();
+        for (int i = 0; i < calls; ++i) call();
+        times.push_back((now() - begin) * 1000.0 / calls);
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+bool failed = false;
+
+void report(char const* workload, char const* metric, double value, Surface const* painted) {
+    if (!painted) {
+        std::printf("{\"workload\":\"%s\",\"metrics\":{\"%s\":%.3f}}\n", workload, metric, value);
+        return;
+    }
+    Picture const picture = look(*painted);
+    failed = failed || picture.colours < 2;
+    std::printf(
+        "{\"workload\":\"%s\",\"metrics\":{\"%s\":%.3f,\"px_colours\":%zu,\"px_ink_permille\":%zu}}\n",
+        workload, metric, value, picture.colours, picture.inkPermille);
+}
+
+LightweightString<wchar_t> cellText(int row, int column) {
+    std::wstring const number = std::to_wstring(row * 8 + column);
+    return LightweightString<wchar_t>(std::wstring_view(L"clip_" + number + L".mov"));
+}
+
+/// 45 rows of 8 cells: row colours, a text clipped to each cell, grid lines.
+void drawCells(Canvas& canvas, std::vector<LightweightString<wchar_t>> const& texts) {
+    Palette const palette;
+    Qv::Ptr<iFont> const font = Glib::loadFont({"DejaVu Sans", 12});
+    constexpr int rowHeight = 20;
+    constexpr int columnWidth = 145;
+    for (int row = 0; row < 45; ++row) {
+        IntBox const rowBox = IntBox::sized({0, 900 - (row + 1) * rowHeight}, {1200, rowHeight});
+        CanvasRenderer rowRenderer(&canvas, rowBox);
+        Colour const& ground = palette.window(row % 2 ? eWindowAlternate : eWindowRecessed);
+        rowRenderer.renderPrimitive(Glib::RectDescription(rowBox, ground));
+        int const baseline = rowBox.y1 + getFontYOffset(rowHeight, font);
+        for (int column = 0; column < 8; ++column) {
+            IntBox const cell = IntBox::sized({column * columnWidth, rowBox.y1}, {columnWidth, rowHeight});
+            rowRenderer.setClipRect(cell.inset(1));
+            rowRenderer.renderPrimitive(
+                Glib::TextDescription(texts[static_cast<std::size_t>(row * 8 + column)],
+                                      {cell.x1 + 4, baseline}, font, palette.text(eTextEnabled)));
+        }
+    }
+    CanvasRenderer grid(&canvas, {0, 0, 1200, 900});
+    std::vector<IntBox> lines;
+    for (int row = 0; row < 45; ++row) lines.push_back(IntBox::sized({0, row * rowHeight}, {1200, 1}));
+    for (int column = 1; column < 8; ++column)
+        lines.push_back(IntBox::sized({column * columnWidth, 0}, {1, 900}));
+    grid.renderBoxes(lines, palette.separator());
+}
+
+void benchCells() {
+    Window window;
+    std::vector<LightweightString<wchar_t>> texts;
+    for (int i = 0; i < 360; ++i) texts.push_back(cellText(i / 8, i % 8));
+    double const known = microsecondsPerCall([&] { window.paint([&](Canvas& c) { drawCells(c, texts); }); });
+    report("cells, known texts", "frames_per_s", 1e6 / known, &window.surface);
+    int next = 0;
+    double const fresh = microsecondsPerCall([&] {
+        for (auto& text : texts) text = cellText(++next, 0);
+        window.paint([&](Canvas& c) { drawCells(c, texts); });
+    });
+    report("cells, new texts", "frames_per_s", 1e6 / fresh, &window.surface);
+}
+
+/// A thousand small shapes of each kind.
+void benchShapes() {
+    Palette const palette;
+    Window window;
+    auto const each = [&](auto draw) {
+        return microsecondsPerCall([&] {
+                   window.paint([&](Canvas& canvas) {
+                       for (int i = 0; i < 1000; ++i) {
+                           IntBox const box = IntBox::sized({i % 40 * 30, i / 40 * 36}, {24, 24});
+                           CanvasRenderer renderer(&canvas, box);
+                           draw(renderer, box);
+                       }
+                   });
+               }) /
+               1000;
+    };
+    double const boxes = each([&](CanvasRenderer& renderer, IntBox const& box) {
+        renderer.renderPrimitive(Glib::RectDescription(box.inset(2), palette.button()));
+    });
+    report("box 20x20", "us", boxes, &window.surface);
+    double const rounded = each([&](CanvasRenderer& renderer, IntBox const& box) {
+        Glib::drawRoundedRectFilled(renderer, palette.doIt(), box, 4);
+    });
+    report("rounded box 24x24", "us", rounded, &window.surface);
+    double const edged = each([&](CanvasRenderer& renderer, IntBox const& box) {
+        Glib::drawRoundedRect(renderer, palette.button(), palette.mark(eMarkEdge), box, 1, 4);
+    });
+    report("rounded box with edge 24x24", "us", edged, &window.surface);
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    double const label = each([&](CanvasRenderer& renderer, IntBox const& box) {
+        renderer.renderPrimitive(Glib::TextDescription(L"b00", box.bottomLeft() + XY<int>(0, 8), font,
+                                                       palette.text(eTextEnabled)));
+    });
+    report("label of 3 letters", "us", label, &window.surface);
+}
+
+void benchMeasuring() {
+    Qv::Ptr<iFont> const font = Glib::loadFont({"DejaVu Sans", 12});
+    std::vector<LightweightString<wchar_t>> known;
+    for (int i = 0; i < 500; ++i) known.push_back(cellText(i, 0));
+    long sum = 0;
+    double const again = microsecondsPerCall([&] {
+        for (auto const& text : known) sum += font->textWidth(text);
+    });
+    report("measure known text", "us", again / 500, nullptr);
+    std::vector<LightweightString<wchar_t>> fresh;
+    for (int i = 0; i < 200000; ++i) fresh.push_back(cellText(1000000 + i, 0));
+    double const start = now();
+    for (auto const& text : fresh) sum += font->textWidth(text);
+    report("measure 200,000 new texts", "us", (now() - start) * 1000 / 200000, nullptr);
+    failed = failed || sum <= 0;
+}
+
+void benchLongText() {
+    std::wstring text;
+    for (int i = 0; i < 1000000; ++i)
+        text += i % 6 == 5 ? L' ' : static_cast<wchar_t>(L'a' + (i * 7919) % 26);
+    Glib::LongText line(Glib::loadFont({"DejaVu Sans", 12}));
+    double const start = now();
+    line.setText(text);
+    report("long text: set 1,000,000 characters", "ms", now() - start, nullptr);
+    Window window;
+    std::size_t at = 500000;
+    double const key = microsecondsPerCall([&] {
+        line.replace(at++, 0, L"x");
+        int const left = line.gapX(at) - 300;
+        window.paint([&](Canvas& canvas) {
+            CanvasRenderer renderer(&canvas, {0, 0, 600, 32});
+            renderer.renderPrimitive(Glib::RectDescription(IntBox(0, 0, 600, 32), Colour(1, 1, 1)));
+            line.draw(renderer, {-left, 10}, Colour());
+        });
+    });
+    report("long text: type in the middle", "us", key, &window.surface);
+}
+
+} // namespace
+
+int main() {
+    benchCells();
+    benchShapes();
+    benchMeasuring();
+    benchLongText();
+    return failed ? 1 : 0;
+}

@@ -1,0 +1,127 @@
+#include "tests/child_process.h"
+#include "tests/window_bench.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+using namespace wainscot;
+using testing::HasSubstr;
+
+namespace {
+
+/// The gallery as a program without a screen.
+class Gallery : public testing::Test {
+protected:
+    Gallery() : folder_(testing::TempDir() + "/gallery-" + std::to_string(::getpid())) {
+        std::filesystem::create_directories(folder_);
+    }
+    ~Gallery() override { std::filesystem::remove_all(folder_); }
+
+    std::string fileWith(std::string const& text) {
+        std::string const path = folder_ + "/script.txt";
+        std::ofstream(path) << text;
+        return path;
+    }
+    struct Outcome {
+        int code;
+        std::string out;
+        std::string errors;
+    };
+    Outcome run(std::string const& arguments) {
+        std::string const program = WindowBench::besideTests("wainscot-gallery");
+        std::string const command = "cd " + folder_ + " && env -u DISPLAY -u WAYLAND_DISPLAY " + program +
+                                    " " + arguments + " >out 2>errors </dev/null";
+        int const status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("out"), content("errors")};
+    }
+    std::string content(std::string const& name) {
+        std::ostringstream text;
+        text << std::ifstream(folder_ + "/" + name).rdbuf();
+        return text.str();
+    }
+
+    std::string folder_;
+};
+
+} // namespace
+
+TEST_F(Gallery, WithoutADisplayItSaysSoAndRendersItsPages) {
+    Outcome const outcome = run("");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("No display can be used"));
+    EXPECT_THAT(outcome.out, HasSubstr("gallery-pages/globs.png"));
+    EXPECT_GT(std::filesystem::file_size(folder_ + "/gallery-pages/globs.png"), 2000u);
+}
+
+TEST_F(Gallery, RendersEveryPageAtEveryScaleAndTheme) {
+    std::istringstream names(run("--list").out);
+    std::vector<std::string> pages;
+    for (std::string name; std::getline(names, name);) pages.push_back(name);
+    ASSERT_FALSE(pages.empty());
+    for (char const* options : {"", "--scale 1.75 --theme light", "--scale 3 --size 300x200"}) {
+        EXPECT_EQ(run(std::string("--shots shots ") + options).code, 0);
+        for (std::string const& page : pages)
+            EXPECT_TRUE(std::filesystem::exists(folder_ + "/shots/" + page + ".png"));
+        std::filesystem::remove_all(folder_ + "/shots");
+    }
+}
+
+TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
+    std::string const script =
+        fileWith("# a comment\n\n"
+                 "click label \"Plain\"\nkey Shift+Tab\nkey Tab\n"
+                 "click label \"Destroys itself\"\nclick label \"Throws\"\n"
+                 "drag label \"Drag me\" 100 -50\nwheel label \"Plain\" -2\n"
+                 "type \"a\\\"b\"\nadvance 250\nresize 900 650\n"
+                 "messages\ntree\nshot after.png\nclick label \"Destroys the page\"\n");
+    Outcome const outcome = run("--script " + script);
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    EXPECT_THAT(outcome.out, HasSubstr("clicked  Plain"));
+    EXPECT_THAT(outcome.out, HasSubstr("clicked  (sender has gone)"));
+    EXPECT_THAT(outcome.out, HasSubstr("wheel  Plain"));
+    EXPECT_THAT(outcome.out, HasSubstr("label \"Drag me\" focused"));
+    EXPECT_THAT(outcome.out, Not(HasSubstr("label \"Destroys itself\"")));
+    EXPECT_THAT(outcome.errors, HasSubstr("thrown by a button"));
+    EXPECT_TRUE(std::filesystem::exists(folder_ + "/after.png"));
+}
+
+TEST_F(Gallery, WhatIsWrongIsSaidWithWhatIsAllowed) {
+    auto const script = [this](std::string const& line) {
+        return "--script " + fileWith("tree\n" + line + "\n");
+    };
+    std::vector<std::pair<std::string, char const*>> const options = {
+        {"--page nix", "there is no page \"nix\"; there are globs"},
+        {"--bogus", "there is no option \"--bogus\"; there are"},
+        {"--page", "--page needs a value"},
+        {"--scale 0", "--scale takes"},
+        {"--scale nan", "--scale takes"},
+        {"--size 10", "--size takes"},
+        {"--size 0x5", "--size takes"},
+        {"--theme pink", "--theme takes dark or light"},
+        {"--script missing.txt", "cannot be read"},
+        {"--shots /dev/null/x", "cannot be made"},
+    };
+    for (auto const& [arguments, said] : options) {
+        Outcome const outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 2) << arguments;
+        EXPECT_THAT(outcome.errors, HasSubstr(said));
+    }
+    std::vector<std::pair<std::string, char const*>> const lines = {
+        {"clik label \"Plain\"", "line 2: there is no command \"clik\"; there are click"},
+        {"click label \"No such\"", "there is no label \"No such\""},
+        {"click label", "the name of a widget, in quotation marks, is missing"},
+        {"click at x 5", "X is no number: \"x\""},
+        {"key Hyper+Q", "there is no key \"Hyper+Q\""},
+        {"type \"open", "a quotation mark is left open"},
+        {"release now", "nothing behind it"},
+        {"shot /dev/null/x.png", "line 2: shot"},
+    };
+    for (auto const& [line, said] : lines) {
+        Outcome const outcome = run(script(line));
+        EXPECT_EQ(outcome.code, 2) << line;
+        EXPECT_THAT(outcome.errors, HasSubstr(said));
+    }
+}

@@ -1,0 +1,323 @@
+#include "tests/host_fixture.h"
+
+#include "host/drawing/canvas_renderer.h"
+#include "host/objects/painting.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+
+Colour const red(1, 0, 0);
+Colour const green(0, 1, 0);
+Colour const blue(0, 0, 1);
+
+class Paint : public HostTest {
+protected:
+    ProbeGlob* coloured(Glob* parent, IntBox const& box, Colour const& colour) {
+        auto* const probe = new ProbeGlob(box.width(), box.height());
+        probe->setCol(colour, false);
+        parent->addChild(probe, BottomLeft(box.x1, box.y1));
+        return probe;
+    }
+    Surface& surfaceOf(Glob* root) { return host_->globManager().windowOf(root)->surface(); }
+    std::uint32_t at(Glob* root, int x, int y) { return driver_.pixel(root, {x, y}); }
+};
+
+TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
+    RecordingParent* const root = openWindow();
+    std::vector<ProbeGlob*> tiles;
+    for (int i = 0; i < 400; ++i)
+        tiles.push_back(
+            coloured(root, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), i % 2 ? red : green));
+    driver_.settle();
+    std::uint64_t const before = Painting::numDrawn();
+    tiles[137]->makeDirty();
+    driver_.settle();
+    EXPECT_EQ(Painting::numDrawn() - before, 2u) << "the root and the tile";
+    EXPECT_EQ(tiles[137]->drawn, 2);
+    EXPECT_EQ(tiles[138]->drawn, 1);
+    EXPECT_THAT(nativeOf(root)->lastPresented(), ElementsAre(tiles[137]->box()));
+    EXPECT_FALSE(tiles[137]->isDirty());
+    delete tiles[1];
+    driver_.settle();
+    EXPECT_EQ(at(root, 25, 5), root->getCol().getAsLong()) << "the grid follows removals";
+    root->setWidgetPos(tiles[0], {20, 0});
+    driver_.settle();
+    EXPECT_EQ(at(root, 25, 5), 0x00FF00u) << "and moves";
+    EXPECT_EQ(at(root, 5, 5), root->getCol().getAsLong());
+}
+
+TEST_F(Paint, ChildrenAreClippedToTheirParentsAndLaterSiblingsLieAbove) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const parent = coloured(root, IntBox(100, 100, 200, 200), red);
+    ProbeGlob* const child = coloured(parent, IntBox(50, 50, 150, 150), green);
+    ProbeGlob* const sibling = coloured(root, IntBox(180, 100, 220, 140), blue);
+    driver_.settle();
+    EXPECT_EQ(at(root, 149, 149), 0xFF0000u);
+    EXPECT_EQ(at(root, 150, 150), 0x00FF00u);
+    EXPECT_EQ(at(root, 199, 199), 0x00FF00u);
+    EXPECT_EQ(at(root, 200, 200), root->getCol().getAsLong()) << "clipped";
+    EXPECT_EQ(at(root, 190, 110), 0x0000FFu);
+    parent->moveToTop();
+    driver_.settle();
+    EXPECT_EQ(at(root, 190, 110), 0xFF0000u);
+    parent->moveToBottom();
+    child->setOpacity(0.5);
+    driver_.settle();
+    EXPECT_EQ(at(root, 190, 110), 0x0000FFu);
+    EXPECT_NEAR(static_cast<int>(at(root, 160, 160) >> 16), 128, 2);
+    child->setOpacity(0);
+    sibling->unmapCanvas();
+    driver_.settle();
+    EXPECT_EQ(at(root, 160, 160), 0xFF0000u);
+    EXPECT_EQ(at(root, 210, 110), root->getCol().getAsLong());
+}
+
+TEST_F(Paint, HoldsDelayPaintingButLoseNoDamage) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 50, 50), red);
+    driver_.settle();
+    int const drawn = tile->drawn;
+    {
+        RedrawHold const outer;
+        {
+            RedrawHold const inner;
+            tile->setCol(green, true);
+        }
+        Drawable::update();
+        host_->loop().turn();
+        EXPECT_EQ(tile->drawn, drawn);
+        EXPECT_TRUE(host_->loop().isIdle()) << "held damage is no reason to spin";
+    }
+    Drawable::update();
+    EXPECT_EQ(tile->drawn, drawn + 1) << "painted at once";
+    EXPECT_EQ(at(root, 20, 20), 0x00FF00u);
+    tile->setCol(blue, true);
+    Drawable::clearPendingRedraws();
+    driver_.settle();
+    EXPECT_EQ(at(root, 20, 20), 0x00FF00u);
+}
+
+TEST_F(Paint, ADeferrerOutlivesItsCanvasAndWindow) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 50, 50), red);
+    driver_.settle();
+    RecordingParent* const other = openWindow(100, 100, {600, 100});
+    ProbeGlob* const elsewhere = coloured(other, IntBox(10, 10, 50, 50), red);
+    driver_.settle();
+    {
+        Glib::UpdateDeferrer const deferrer(tile->canvas());
+        Glib::UpdateDeferrer const onNothing(nullptr);
+        tile->setCol(green, true);
+        elsewhere->setCol(green, true);
+        driver_.settle();
+        EXPECT_EQ(at(root, 20, 20), 0xFF0000u);
+        EXPECT_EQ(at(other, 20, 20), 0x00FF00u) << "another window is not held";
+        delete root;
+    }
+    driver_.settle();
+}
+
+TEST_F(Paint, DrawingOutsideAVisitShowsAtOnceAndRepaintsWhatLiesAbove) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 60, 60), red);
+    ProbeGlob* const child = coloured(tile, IntBox(0, 0, 10, 10), green);
+    ProbeGlob* const above = coloured(root, IntBox(50, 50, 90, 90), green);
+    driver_.settle();
+    int const childDrawn = child->drawn;
+    int const aboveDrawn = above->drawn;
+    {
+        CanvasRenderer renderer(tile->canvas(), tile->canvasArea());
+        renderer.renderPrimitive(Glib::RectDescription(tile->bounds(), blue));
+        renderer.addModifiedArea(tile->bounds());
+    }
+    EXPECT_EQ(at(root, 30, 30), 0x0000FFu);
+    EXPECT_EQ(at(root, 65, 65), 0x00FF00u) << "clipped to its box";
+    int const tileDrawn = tile->drawn;
+    driver_.settle();
+    EXPECT_EQ(at(root, 15, 15), 0x00FF00u);
+    EXPECT_EQ(at(root, 55, 55), 0x00FF00u);
+    EXPECT_GT(child->drawn, childDrawn);
+    EXPECT_GT(above->drawn, aboveDrawn);
+    EXPECT_GE(tile->drawn, tileDrawn);
+    EXPECT_EQ(nativeOf(root)->pixelAt({30, 30}) & 0xFFFFFF, 0x0000FFu) << "it reached the screen";
+    tile->makeDirty();
+    driver_.settle();
+    EXPECT_EQ(at(root, 30, 30), 0xFF0000u) << "the next drawing overwrites it";
+    tile->setVisible(false);
+    CanvasRenderer hidden(tile->canvas(), tile->bounds());
+    EXPECT_FALSE(hidden.isDrawing());
+    Glob loose(20, 20);
+    CanvasRenderer nowhere(loose.canvas(), loose.bounds());
+    nowhere.renderPrimitive(Glib::RectDescription(loose.bounds(), blue));
+    EXPECT_FALSE(nowhere.isDrawing());
+}
+
+TEST_F(Paint, DrawWidgetsPutsTheRestOfADrawingAboveTheChildren) {
+    expectDiagnostic("children drawn outside draw()");
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const parent = coloured(root, IntBox(0, 0, 100, 100), red);
+    ProbeGlob* const child = coloured(parent, IntBox(0, 0, 100, 100), green);
+    ProbeGlob* const grandchild = coloured(child, IntBox(60, 60, 80, 80), red);
+    parent->onDraw = [&] {
+        parent->Glob::draw();
+        parent->drawWidgets();
+        CanvasRenderer renderer(parent->canvas(), parent->canvasArea());
+        renderer.renderPrimitive(Glib::RectDescription(IntBox(0, 0, 50, 50), blue));
+    };
+    driver_.settle();
+    EXPECT_EQ(at(root, 20, 20), 0x0000FFu);
+    EXPECT_EQ(at(root, 90, 90), 0x00FF00u);
+    EXPECT_EQ(at(root, 70, 70), 0xFF0000u);
+    EXPECT_EQ(child->drawn, 1) << "and only once";
+    EXPECT_EQ(grandchild->drawn, 1);
+    parent->drawWidgets();
+    EXPECT_EQ(child->drawn, 1);
+}
+
+TEST_F(Paint, AChildThatSharesACanvasDrawsInItsOwnersCoordinates) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const owner = coloured(root, IntBox(100, 100, 200, 200), red);
+    auto* const middle = new Glob(50, 50, Palette(), false, owner->canvas());
+    owner->addChild(middle, BottomLeft(20, 20));
+    struct Sharing : Glob {
+        using Glob::Glob;
+        void draw() override {
+            CanvasRenderer renderer(canvas(), canvasArea());
+            renderer.renderPrimitive(Glib::RectDescription(canvasArea().inset(-30), blue));
+        }
+    };
+    auto* const caret = new Sharing(4, 10, Palette(), true, owner->canvas());
+    middle->addChild(caret, BottomLeft(5, 5));
+    driver_.settle();
+    EXPECT_FALSE(caret->ownsCanvas());
+    EXPECT_EQ(XY<int>(caret->getX(), caret->getY()), XY<int>(25, 25));
+    EXPECT_EQ(XY<int>(middle->getX(), middle->getY()), XY<int>(20, 20));
+    EXPECT_EQ(XY<int>(owner->getX(), owner->getY()), XY<int>(100, 100));
+    EXPECT_EQ(at(root, 125, 125), 0x0000FFu);
+    EXPECT_EQ(at(root, 128, 134), 0x0000FFu);
+    EXPECT_EQ(at(root, 130, 125), 0xFF0000u) << "clipped to its own box";
+    caret->setVisible(false);
+    driver_.settle();
+    EXPECT_EQ(at(root, 125, 125), 0xFF0000u) << "what lies below comes back";
+}
+
+TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {
+    RecordingParent* const root = openWindow(200, 100);
+    ProbeGlob* const corner = coloured(root, IntBox(0, 0, 20, 20), red);
+    root->setWidgetDetails({corner, TopRight(0, 0), {}});
+    driver_.settle();
+    EXPECT_EQ(at(root, 190, 90), 0xFF0000u);
+    driver_.resizeWindow(root, {300, 150});
+    EXPECT_EQ(root->size(), XY<int>(300, 150));
+    EXPECT_EQ(at(root, 290, 140), 0xFF0000u);
+    EXPECT_EQ(XY<int>(root->oldWidth(), root->oldHeight()), XY<int>(200, 100));
+    root->setMinSize(80, 60);
+    root->resize(120, 80);
+    driver_.settle();
+    EXPECT_EQ(nativeOf(root)->size(), XY<int>(120, 80));
+    EXPECT_EQ(nativeOf(root)->minSize(), XY<int>(80, 60));
+    EXPECT_EQ(nativeOf(root)->pixelAt({110, 70}) & 0xFFFFFF, 0xFF0000u);
+    nativeOf(root)->moveTo({5, 7});
+    driver_.settle();
+    EXPECT_EQ(root->screenBox().bottomLeft(), XY<int>(5, 7));
+    root->setScreenPos({50, 60});
+    driver_.settle();
+    EXPECT_EQ(nativeOf(root)->place(), XY<int>(50, 60));
+    InputEvent hidden;
+    hidden.kind = InputEvent::Kind::windowHidden;
+    hidden.window = nativeOf(root)->id();
+    host_->loop().inject(hidden);
+    driver_.settle();
+    std::uint64_t const presented = nativeOf(root)->numPresented();
+    corner->setCol(blue, true);
+    EXPECT_TRUE(driver_.settle()) << "a hidden window has nothing to paint";
+    EXPECT_EQ(nativeOf(root)->numPresented(), presented);
+    hidden.kind = InputEvent::Kind::windowShown;
+    host_->loop().inject(hidden);
+    driver_.settle();
+    EXPECT_EQ(nativeOf(root)->pixelAt({110, 70}) & 0xFFFFFF, 0x0000FFu);
+}
+
+TEST_F(Paint, SizesOfEveryKindAreSurvived) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const probe = coloured(root, IntBox(0, 0, 10, 10), red);
+    for (double size : {0.0, -5.0, 1e300, std::nan(""), 65535.4, 0.5, 70000.0}) {
+        probe->resize(size, size);
+        driver_.settle();
+        EXPECT_GE(probe->width(), 0);
+        EXPECT_LE(probe->width(), 65535);
+    }
+    probe->resize(2.5, 3.4);
+    EXPECT_EQ(probe->size(), XY<int>(3, 3));
+    root->setWidgetPos(probe, {2147483647, -2147483647});
+    driver_.settle();
+    for (XY<int> size : {XY<int>(0, 0), XY<int>(-3, 10), XY<int>(70000, 5)}) {
+        driver_.resizeWindow(root, size);
+        EXPECT_TRUE(is_good_glob_ptr(root));
+    }
+    auto* const empty = new Glob(0, 0);
+    EXPECT_TRUE(host_->globManager().realize(empty));
+    driver_.settle();
+}
+
+/// Random trees and random changes: after each, painting the damage gives the same pixels as painting
+/// everything.
+TEST_F(Paint, DamageGivesTheSamePixelsAsAFullRepaint) {
+    std::mt19937 random(11);
+    auto const below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    RecordingParent* const root = openWindow(200, 150);
+    std::vector<Glob*> globs;
+    for (int step = 0; step < 600; ++step) {
+        Glob* const some =
+            globs.empty() ? root : globs[static_cast<std::size_t>(below(static_cast<int>(globs.size())))];
+        switch (below(8)) {
+        case 0:
+        case 1: {
+            Colour const colour(below(256) / 255.0, below(256) / 255.0, below(256) / 255.0);
+            IntBox const box = IntBox::sized({below(180) - 20, below(130) - 20}, {below(90), below(90)});
+            globs.push_back(coloured(globs.size() % 3 ? some : root, box, colour));
+            break;
+        }
+        case 2:
+            if (some->parent()) some->parent()->setWidgetPos(some, {below(180) - 20, below(130) - 20});
+            break;
+        case 3:
+            if (some != root) some->resize(below(100), below(100));
+            break;
+        case 4:
+            if (some != root) some->setVisible(!some->isVisible());
+            break;
+        case 5:
+            if (below(2))
+                some->moveToTop();
+            else
+                some->moveToBottom();
+            break;
+        case 6:
+            if (some != root) some->setOpacity(below(3) / 2.0);
+            break;
+        default:
+            if (some != root && below(3) == 0) {
+                delete some;
+                std::erase_if(globs, [](Glob* glob) { return !is_good_glob_ptr(glob); });
+            }
+        }
+        driver_.settle();
+        Surface& surface = surfaceOf(root);
+        auto const count = static_cast<std::size_t>(surface.stride() * surface.deviceSize().y);
+        std::vector<std::uint32_t> const partly(surface.pixels(), surface.pixels() + count);
+        surface.toPaint().add(surface.bounds());
+        driver_.settle();
+        std::vector<std::uint32_t> const whole(surface.pixels(), surface.pixels() + count);
+        ASSERT_EQ(partly, whole) << "step " << step;
+    }
+}
+
+} // namespace
+} // namespace wainscot

@@ -1,0 +1,219 @@
+#include "tests/host_fixture.h"
+
+#include "host/base/configb.h"
+#include "host/objects/glob_notices.h"
+
+#include <gmock/gmock.h>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+
+class Placing : public HostTest {
+protected:
+    static XY<int> cornerOf(Glob const* glob) { return glob->box().bottomLeft(); }
+};
+
+TEST_F(Placing, CornersAndEdgesHoldWhenTheParentIsResized) {
+    struct Framed : RecordingParent {
+        using RecordingParent::RecordingParent;
+        IntBox getUserArea() const override { return {10, 20, width() - 30, height() - 40}; }
+    };
+    struct Case {
+        WidgetPosition position;
+        XY<int> at200x100;
+        XY<int> at300x200;
+    };
+    Case const cases[] = {
+        {TopLeft(3, 4), {3, 76}, {3, 176}},
+        {TopRight(3, 4), {157, 76}, {257, 176}},
+        {BottomLeft(3, 4), {3, 4}, {3, 4}},
+        {BottomRight(3, 4), {157, 4}, {257, 4}},
+        {Centre(3, 4), {83, 44}, {133, 94}},
+        {LeftCentre(3, 4), {3, 44}, {3, 94}},
+        {RightCentre(3, 4), {157, 44}, {257, 94}},
+        {UserTopLeft(3, 4), {13, 36}, {13, 136}},
+        {UserTopRight(3, 4), {127, 36}, {227, 136}},
+        {UserBottomLeft(3, 4), {13, 24}, {13, 24}},
+        {UserBottomRight(3, 4), {127, 24}, {227, 24}},
+    };
+    auto* const parent = new Framed(200, 100);
+    host_->globManager().realize(parent);
+    for (Case const& c : cases) {
+        auto* const child = new Glob(40, 20);
+        parent->resize(200, 100);
+        parent->addChild(child, c.position);
+        EXPECT_EQ(cornerOf(child), c.at200x100);
+        EXPECT_EQ(parent->getAbsRect({child, c.position, {}}).bottomLeft(), c.at200x100);
+        parent->resize(300, 200);
+        EXPECT_EQ(cornerOf(child), c.at300x200);
+        parent->calcAbsoluteWidgetPositions();
+        parent->resize(200, 100);
+        EXPECT_EQ(cornerOf(child), c.at300x200) << "made absolute";
+        delete child;
+    }
+}
+
+TEST_F(Placing, SiblingsFollowEachOtherInAnyOrderAndRingsEnd) {
+    RecordingParent* const root = openWindow(400, 300);
+    auto* const first = new Glob(100, 50);
+    auto* const second = new Glob(40, 20);
+    auto* const third = new Glob(20, 10);
+    root->addChild(first, BottomLeft(50, 50));
+    root->addChild(second, Above(5, first, WidgetAlignment::end));
+    root->addChild(third, LeftOf(5, second, WidgetAlignment::centre));
+    EXPECT_EQ(cornerOf(second), XY<int>(110, 105));
+    EXPECT_EQ(cornerOf(third), XY<int>(85, 110));
+    first->moveToTop();
+    root->setWidgetDetails({first, TopLeft(0, 0), {}});
+    root->positionChildWidgets();
+    EXPECT_EQ(cornerOf(first), XY<int>(0, 250));
+    EXPECT_EQ(cornerOf(second), XY<int>(60, 305));
+    EXPECT_EQ(cornerOf(third), XY<int>(35, 310)) << "a chain whose first link comes last";
+    EXPECT_NE(root->addWidgetRelative(new Glob(10, 10), first, 3, WidgetRelativity::below), nullptr);
+    EXPECT_EQ(cornerOf(root->lastChild()), XY<int>(0, 237));
+    root->setWidgetDetails({first, RightOf(1, third), {}});
+    driver_.resizeWindow(root, {410, 310});
+    EXPECT_EQ(root->numChildren(), 4u) << "a ring of siblings ends";
+    XY<int> const before = cornerOf(third);
+    delete second;
+    root->positionChildWidgets();
+    EXPECT_EQ(cornerOf(third), before) << "without its sibling it stays";
+}
+
+TEST_F(Placing, MovesAndChangesOfSizeAreNoticed) {
+    RecordingParent* const root = openWindow();
+    auto* const probe = new ProbeGlob;
+    root->addChild(probe, TopRight(0, 0));
+    int moves = 0;
+    auto const watch = GlobNotices::watchMoves(
+        *probe, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++moves; }));
+    root->resize(500, 300);
+    EXPECT_EQ(moves, 1);
+    root->resize(500, 300);
+    EXPECT_EQ(moves, 1);
+    probe->resize(61, 40);
+    EXPECT_EQ(moves, 2);
+    root->setWidgetPos(probe, {1, 1});
+    EXPECT_EQ(moves, 3);
+    EXPECT_EQ(probe->screenXYToGlobXY({111, 121}), XY<int>(10, 20));
+    EXPECT_EQ(probe->globXYToScreenXY({10, 20}), XY<int>(111, 121));
+}
+
+TEST_F(Placing, DraggedObjectsFollowThePointerUntilTheRelease) {
+    RecordingParent* const root = openWindow();
+    auto* const panel = new ProbeGlob(300, 200);
+    auto* const probe = new ProbeGlob;
+    root->addChild(panel, BottomLeft(10, 10));
+    panel->addChild(probe, BottomLeft(20, 20));
+    probe->setMovable(true);
+    probe->onReact = [&](Event const& event) {
+        if (!mouse_down_event(event)) return probe->Glob::react(event);
+        probe->startMoving();
+        return true;
+    };
+    driver_.press(probe);
+    driver_.moveTo({probe->screenBox().centre() + XY<int>(30, 40)});
+    EXPECT_TRUE(probe->isMoving());
+    EXPECT_EQ(cornerOf(probe), XY<int>(50, 60));
+    driver_.release();
+    EXPECT_FALSE(probe->isMoving());
+    driver_.moveTo({0, 0});
+    EXPECT_EQ(cornerOf(probe), XY<int>(50, 60));
+}
+
+TEST_F(Placing, WalkersGoInTheirOrderAndEndWhenTold) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> names;
+    auto const add = [](Glob* parent, char const* name) {
+        auto* const glob = new Glob(10, 10);
+        glob->setName(name);
+        return parent->addChild(glob);
+    };
+    Glob* const a = add(root, "a");
+    Glob* const b = add(root, "b");
+    Glob* const c = add(root, "c");
+    Glob* const b1 = add(b, "b1");
+    add(b, "b2");
+    root->setName("root");
+    auto const collect = [&](Glob& glob) {
+        names.push_back(glob.name().c_str());
+        return glob.name() != "c";
+    };
+    auto const taken = [&] { return std::exchange(names, {}); };
+    root->visitChildren(collect);
+    EXPECT_THAT(taken(), ElementsAre("a", "b", "c"));
+    root->visitSubtree(collect);
+    EXPECT_THAT(taken(), ElementsAre("root", "a", "b", "b1", "b2", "c"));
+    root->visitPostOrder(collect);
+    EXPECT_THAT(taken(), ElementsAre("a", "b1", "b2", "b", "c"));
+    b1->visitAncestors(collect);
+    EXPECT_THAT(taken(), ElementsAre("b", "root"));
+    b->visitSiblings(collect);
+    EXPECT_THAT(taken(), ElementsAre("a", "c"));
+    c->visitOlderSiblings(collect);
+    EXPECT_THAT(taken(), ElementsAre("a", "b"));
+    a->visitYoungerSiblings(collect);
+    EXPECT_THAT(taken(), ElementsAre("b", "c"));
+    root->visitChildren([&](Glob& glob) {
+        if (&glob == a) delete b;
+        names.push_back(glob.name().c_str());
+        return true;
+    });
+    EXPECT_THAT(taken(), ElementsAre("a", "c")) << "the dead are skipped";
+    EXPECT_EQ(root->getWidget(static_cast<unsigned short>(1)), c);
+    EXPECT_EQ(root->getWidget(static_cast<unsigned short>(2)), nullptr);
+    EXPECT_EQ(host_->globManager().find("c"), c);
+    EXPECT_EQ(host_->globManager().find("b1"), nullptr);
+}
+
+TEST_F(Placing, TheNearestIsFoundAcrossWindows) {
+    RecordingParent* const first = openWindow(200, 200, {0, 0});
+    RecordingParent* const second = openWindow(100, 100, {300, 0});
+    auto* const asking = new Glob(20, 20);
+    auto* const near = new Glob(20, 20);
+    auto* const overlapping = new Glob(20, 20);
+    first->addChild(asking, BottomLeft(180, 10));
+    second->addChild(near, BottomLeft(0, 10));
+    first->addChild(overlapping, BottomLeft(170, 5));
+    EXPECT_EQ(glob_pseudo_distance(asking, near), 100.0);
+    EXPECT_EQ(glob_pseudo_distance(asking, overlapping), -10.0);
+    EXPECT_EQ(asking->findNearestGlob([](Glob*) { return true; }), overlapping);
+    EXPECT_EQ(
+        asking->findNearestGlob([](Glob* glob) { return glob->parent() && glob->screenBox().x1 >= 300; }),
+        near);
+    EXPECT_EQ(asking->findNearestGlob(nullptr), nullptr);
+    EXPECT_EQ(walk_all_root_globs(nullptr), first);
+    EXPECT_EQ(walk_all_root_globs(first), second);
+    EXPECT_EQ(walk_all_root_globs(second), nullptr);
+    EXPECT_EQ(walk_all_root_globs(near), nullptr);
+}
+
+TEST_F(Placing, SavedSettingsAndCreationRecordsMakeTheSameObject) {
+    configb settings;
+    EXPECT_TRUE(settings.isEmpty());
+    settings.set("name", "saved");
+    settings.set("x", 12);
+    settings.set("y", -3);
+    settings.set("active", false);
+    settings.set("visible", 7);
+    int number = 5;
+    EXPECT_FALSE(settings.in("name", number));
+    EXPECT_EQ(number, 5);
+    Glob const saved(settings, 30, 40);
+    EXPECT_EQ(saved.name(), "saved");
+    EXPECT_EQ(cornerOf(&saved), XY<int>(12, -3));
+    EXPECT_FALSE(saved.isActive());
+    EXPECT_TRUE(saved.isVisible()) << "a value of another type is not taken";
+    GlobCreationInfo info(30, 40);
+    info.name = "made";
+    info.opaque = false;
+    Glob const made(GlobCreationInfo(info, 50, 60));
+    EXPECT_EQ(made.size(), XY<int>(50, 60));
+    EXPECT_EQ(made.name(), "made");
+    EXPECT_FALSE(made.isOpaque());
+}
+
+} // namespace
+} // namespace wainscot
