@@ -2,45 +2,41 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 using namespace wainscot;
-using namespace std::chrono_literals;
+using testing::HasSubstr;
 
 namespace {
 
-/// The gallery in a real window: everything from the X server to the widgets and back.
+/// The gallery in a real window, with a real pointer and real keys. Places in the page are those of the
+/// labels of its first page, from the window's upper-left corner.
 class WindowGallery : public testing::Test {
 protected:
-    /// The middle of the label "Plain" on the page of plain objects, from the upper-left corner of the
-    /// contents.
-    static constexpr XY<int> plain{252, 96};
-    /// A place on the window's own background.
-    static constexpr XY<int> background{4, 200};
+    static constexpr XY<int> plain{250, 96};
+    static constexpr XY<int> destroysItself{400, 96};
+    static constexpr XY<int> destroysTheWindow{696, 200};
+    static constexpr XY<int> nowhere{900, 300};
 
     void SetUp() override {
         ASSERT_EQ(bench_.problem(), "");
-        gallery_ =
-            bench_.start({"wainscot-gallery", "--desktop", "--page", "globs", "--size", "800x500", "--echo"});
+        gallery_ = bench_.start({"wainscot-gallery", "--echo", "--desktop"});
         window_ = bench_.findWindow("Wainscot gallery");
         ASSERT_NE(window_, 0u) << bench_.errors();
-        ASSERT_TRUE(waitUntil([this] {
-            return bench_.isActive(window_) && colourIn(plain) != colourIn({0, 0});
-        })) << bench_.errors();
+        ASSERT_TRUE(bench_.waitForColour(window_, destroysItself + XY<int>(-70, 0), faceColour));
+        ASSERT_TRUE(bench_.movePointer(at(nowhere)));
     }
     void TearDown() override {
-        if (HasFailure() && gallery_)
-            std::printf("unread lines of the gallery:\n%serrors:\n%s\n", gallery_->unreadLines().c_str(),
+        if (HasFailure())
+            std::printf("unread lines:\n%serrors:\n%s\n", gallery_->unreadLines().c_str(),
                         bench_.errors().c_str());
-        bench_.requestClose(window_);
-        EXPECT_EQ(gallery_->waitForExit(), 0)
-            << "closing the last window ends the program: " << bench_.errors();
     }
 
-    XY<int> onScreen(XY<int> place) { return bench_.placeOf(window_) + place; }
-    std::uint32_t colourIn(XY<int> place) { return bench_.colourAt(onScreen(place)); }
-    /// Expects these lines of the log in this order, other lines between them allowed.
+    XY<int> at(XY<int> place) { return bench_.placeOf(window_) + place; }
     void expectLines(std::vector<std::string> const& lines) {
-        for (std::string const& line : lines) EXPECT_EQ(gallery_->waitForLine(line), line);
+        for (std::string const& line : lines) EXPECT_FALSE(gallery_->waitForLine(line).empty()) << line;
     }
+    static constexpr std::uint32_t faceColour = 0x44474D;
 
     WindowBench bench_;
     std::unique_ptr<ChildProcess> gallery_;
@@ -49,72 +45,84 @@ protected:
 
 } // namespace
 
-TEST_F(WindowGallery, APressThatIsDraggedOutAndBackClicks) {
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
-    expectLines({"entered  Plain"});
-    std::uint32_t const hovered = colourIn(plain + XY<int>{40, 0});
-    ASSERT_TRUE(bench_.pressButton());
+TEST_F(WindowGallery, APressReachesItsWidgetAndItsMessageTheOwner) {
+    bench_.movePointer(at(plain));
+    bench_.click();
+    expectLines({"entered  Plain", "focused  Plain", "pressed  Plain", "released  Plain", "clicked  Plain"});
+    bench_.key({"Tab"});
+    expectLines({"unfocused  Plain", "focused  Destroys itself"});
+    bench_.key({"shift+Tab", "space"});
+    expectLines({"focused  Plain", "clicked  Plain"});
+    bench_.wheel(1);
+    expectLines({"wheel  Plain"});
+}
+
+TEST_F(WindowGallery, APressIsHeldOutOfTheWindowAndBack) {
+    bench_.movePointer(at(plain));
+    bench_.pressButton();
     expectLines({"pressed  Plain"});
-    EXPECT_TRUE(waitUntil([&] { return colourIn(plain + XY<int>{40, 0}) != hovered; })) << "it looks pressed";
-    ASSERT_TRUE(bench_.movePointer(onScreen({-30, 300})));
+    bench_.glidePointer(at(plain), XY<int>(3, 3));
     expectLines({"left  Plain"});
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
-    expectLines({"entered  Plain"});
-    ASSERT_TRUE(bench_.releaseButton());
-    expectLines({"released  Plain", "clicked  Plain"});
-}
-
-TEST_F(WindowGallery, AReleaseOutsideDoesNotClick) {
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
-    ASSERT_TRUE(bench_.pressButton());
-    expectLines({"pressed  Plain"});
-    ASSERT_TRUE(bench_.movePointer(onScreen({820, 300})));
-    ASSERT_TRUE(bench_.releaseButton());
+    bench_.releaseButton();
     expectLines({"released  Plain"});
-    // What a press brings about is done before the next one is looked at.
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
-    ASSERT_TRUE(bench_.pressButton());
-    expectLines({"pressed  Plain"});
-    for (std::string const& line : gallery_->lines()) EXPECT_NE(line, "clicked  Plain");
-    ASSERT_TRUE(bench_.releaseButton());
+    bench_.movePointer(at(plain));
+    bench_.pressButton();
+    bench_.glidePointer(at(plain), at(nowhere));
+    bench_.glidePointer(at(nowhere), at(plain));
+    bench_.releaseButton();
+    std::string const click = gallery_->waitForLine("clicked");
+    EXPECT_EQ(click, "clicked  Plain") << "the first release was outside";
 }
 
-TEST_F(WindowGallery, KeysReachTheFocusedObject) {
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
-    ASSERT_TRUE(bench_.click());
-    expectLines({"focused  Plain", "clicked  Plain"});
-    ASSERT_TRUE(bench_.key({"Return", "Tab"}));
-    expectLines({"clicked  Plain", "unfocused  Plain", "focused  Destroys itself"});
-    ASSERT_TRUE(bench_.key({"shift+Tab", "space"}));
-    expectLines({"focused  Plain", "clicked  Plain"});
+TEST_F(WindowGallery, HandlersDestroyTheirWidgetAndTheWindow) {
+    bench_.movePointer(at(destroysItself));
+    bench_.click();
+    expectLines({"clicked  (sender has gone)"});
+    EXPECT_TRUE(bench_.waitForColour(window_, destroysItself, 0x313337)) << "the page shows where it was";
+    bench_.movePointer(at(destroysTheWindow));
+    bench_.click();
+    EXPECT_EQ(gallery_->waitForExit(), 0);
 }
 
-TEST_F(WindowGallery, ContentsFollowWhileTheEdgeIsDragged) {
-    std::uint32_t const colour = colourIn(background);
-    XY<int> const corner = onScreen({800, 503});
-    ASSERT_TRUE(bench_.movePointer(corner));
-    ASSERT_TRUE(bench_.pressButton());
-    ASSERT_TRUE(bench_.glidePointer(corner, corner + XY<int>{60, 40}));
-    ASSERT_TRUE(waitUntil([this] { return bench_.sizeOf(window_).x >= 850; }));
-    int const width = bench_.sizeOf(window_).x;
-    EXPECT_TRUE(bench_.waitForColour(window_, {width - 4, 200}, colour)) << "while the button is held";
-    ASSERT_TRUE(bench_.releaseButton());
-}
-
-TEST_F(WindowGallery, MinimisedAndRestored) {
-    std::uint32_t const colour = colourIn(plain + XY<int>{40, 0});
+TEST_F(WindowGallery, TheContentsFollowTheWindowsSizeAndItClosesByItsButton) {
+    XY<int> const size = bench_.sizeOf(window_);
+    bench_.xdotool({"windowsize", std::to_string(window_), "800", "600"});
+    // The bottom edge of the log stays at the same distance from the window's.
+    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>(500, 600 - 100), 0x1C1D20));
+    EXPECT_NE(bench_.sizeOf(window_), size);
     bench_.minimise(window_);
-    ASSERT_TRUE(waitUntil([this] { return !bench_.isViewable(window_); }));
     bench_.activate(window_);
-    EXPECT_TRUE(bench_.waitForColour(window_, plain + XY<int>{40, 0}, colour));
-    EXPECT_TRUE(waitUntil([this] { return bench_.isActive(window_); }));
+    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>(500, 600 - 100), 0x1C1D20));
+    bench_.requestClose(window_);
+    EXPECT_EQ(gallery_->waitForExit(), 0);
 }
 
-TEST_F(WindowGallery, SleepsWhileNothingHappens) {
-    ASSERT_TRUE(bench_.movePointer(onScreen(plain)));
+TEST_F(WindowGallery, AtRestItDoesNotWakeUp) {
+    bench_.movePointer(at(plain));
     expectLines({"entered  Plain"});
-    letTimePass(700ms);
-    long const wakeUps = gallery_->wakeUps();
-    letTimePass(2000ms);
-    EXPECT_EQ(gallery_->wakeUps(), wakeUps);
+    // Whatever the window manager still has to say is over when nothing was heard for a while.
+    long before = gallery_->wakeUps();
+    auto const isQuiet = [&] {
+        letTimePass(std::chrono::milliseconds(500));
+        long const earlier = std::exchange(before, gallery_->wakeUps());
+        return earlier == before;
+    };
+    EXPECT_TRUE(waitUntil(isQuiet));
+    letTimePass(std::chrono::seconds(3));
+    EXPECT_EQ(gallery_->wakeUps(), before);
+}
+
+TEST_F(WindowGallery, TheContentsFollowWhileTheEdgeIsDragged) {
+    constexpr XY<int> background{4, 200};
+    std::uint32_t const colour = bench_.colourAt(at(background));
+    XY<int> const size = bench_.sizeOf(window_);
+    // Just outside the contents is the corner of the frame.
+    XY<int> const corner = at(size + XY<int>{0, 3});
+    bench_.movePointer(corner);
+    bench_.pressButton();
+    bench_.glidePointer(corner, corner - XY<int>{200, 150});
+    ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x <= size.x - 150; }));
+    EXPECT_TRUE(bench_.waitForColour(window_, {bench_.sizeOf(window_).x - 4, background.y}, colour))
+        << "while the button is held";
+    bench_.releaseButton();
 }
