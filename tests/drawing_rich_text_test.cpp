@@ -54,6 +54,9 @@ TEST(WordWrapping, LosesNoCharacterAndKeepsTheWidth) {
         EXPECT_EQ(shown, text);
     }
     EXPECT_GT(wrapped(Text(200000, L'x'), 100).size(), 9000U);
+    // A word of more than one block, the first of which fills the line.
+    Text const block(256, L'i');
+    EXPECT_EQ(wrapped(block + Text(40, L'w'), font->textWidth(block))[0].size(), 256U);
 }
 
 TEST(WordWrapping, LinesNameTheirCharacters) {
@@ -82,7 +85,7 @@ TEST(Html, TellsRichTextFromOrdinary) {
     for (wchar_t const* rich : {L"<b>x</b>", L"a<br>b", L"<P>text", L"see <a href='x>y'>here</a>", L"x<br/>"})
         EXPECT_TRUE(HTMLRenderer::isHTML(rich)) << rich;
     for (wchar_t const* plain :
-         {L"a < b", L"x <b", L"<bold>", L"a<3 && b>2", L"<>", L"</", L"clip <1>.mov", L""})
+         {L"a < b", L"x <b", L"<bold>", L"a<3 && b>2", L"<>", L"</", L"clip <1>.mov", L"a <b <c>", L""})
         EXPECT_FALSE(HTMLRenderer::isHTML(plain)) << plain;
 }
 

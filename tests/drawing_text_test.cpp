@@ -191,10 +191,12 @@ TEST(FittedText, IsTheLongestBeginningThatFits) {
         EXPECT_LE(font->textWidth(fitted), width);
         EXPECT_GE(fitted.size(), longest);
         EXPECT_EQ(cut, width < full) << width;
+        EXPECT_TRUE(!cut || fitted.empty() || fitted.back() == Glib::ellipsis) << width;
         EXPECT_NE(fitted.view().substr(0, 25), L"Import selected clips, e\u2026");
         longest = fitted.size();
         Text const end = clipStringToFit(text, static_cast<unsigned short>(width), true, font);
         EXPECT_LE(font->textWidth(end), width);
+        EXPECT_TRUE(!cut || end.empty() || end[0] == Glib::ellipsis) << width;
         EXPECT_TRUE(end.empty() || !cut || text.endsWith(end.view().substr(1))) << width;
     }
     EXPECT_EQ(Glib::fitTextToWidth(font, text, 1000), text);

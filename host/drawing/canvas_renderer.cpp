@@ -97,7 +97,7 @@ void CanvasRenderer::addModifiedArea(IntBox const& area) {
 void CanvasRenderer::flush() {
     IntBox const seen = painted_.intersection(visible_.translated(XY<int>() - origin_));
     painted_ = {};
-    if (!surface_ || inVisit_ || seen.isEmpty()) return;
+    if (!surface_ || seen.isEmpty()) return;
     surface_->toPresent().add(seen.translated(origin_));
     canvas_->owner().damageAbove(seen);
 }

@@ -50,7 +50,7 @@ bool followsItsBase(std::uint32_t c) {
 } // namespace
 
 TextShaper::TextShaper(Font const& font, std::wstring_view text)
-    : font_(font), layout_(std::make_shared<TextLayout>()), buffer_(hb_buffer_create()) {
+    : font_(font), layout_(std::make_shared<TextLayout>()) {
     sanitise(text);
     layout_->inside_ = TextBoundaries::gapsInsideClusters(text);
 }
@@ -63,7 +63,9 @@ void TextShaper::sanitise(std::wstring_view text) {
     text_.reserve(text.size());
     for (wchar_t const c : text) {
         std::uint32_t const character = shapedAs(static_cast<std::uint32_t>(c));
-        simple_ = simple_ && isSimple(character) && font_.faceFor(character) == 0;
+        // What the pairs know needs no look into the face.
+        bool const known = font_.pairs() && PairAdvances::takesPart(character);
+        simple_ = simple_ && (known || (isSimple(character) && font_.faceFor(character) == 0));
         mayTurn_ = mayTurn_ || character >= firstRightToLeft;
         text_.push_back(character);
     }
@@ -196,6 +198,7 @@ void TextShaper::placeSymbols(Run const& run) {
 /// Shapes a run and places what lies before `shown`.
 void TextShaper::shapeStretch(Run const& run, std::size_t shown) {
     hb_font_t* shaper = font_.sizedFace(run.face).shaper;
+    if (!buffer_) buffer_ = hb_buffer_create();
     hb_buffer_clear_contents(buffer_);
     hb_buffer_add_utf32(buffer_, text_.data(), static_cast<int>(text_.size()),
                         static_cast<unsigned>(run.start), static_cast<int>(run.end - run.start));

@@ -41,7 +41,8 @@ private:
     std::vector<std::uint32_t> text_;
     std::vector<Run> runs_;
     std::shared_ptr<TextLayout> layout_;
-    hb_buffer_t* buffer_;
+    /// Made when it is needed: most texts are laid out from their pairs.
+    hb_buffer_t* buffer_ = nullptr;
     double x_ = 0;
     bool simple_ = true;
     bool mayTurn_ = false;

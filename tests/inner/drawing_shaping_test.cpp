@@ -83,5 +83,14 @@ TEST(Shaping, BlocksEndBetweenClustersAndAfterBlanks) {
     }
 }
 
+TEST(FontFinder, UsualTextsNeedNoConfiguration) {
+    Qv::Ptr<iFont> const loaded = Glib::loadFont({"DejaVu Sans", 12});
+    loaded->textWidth(L"Text with \u00E9, \t, \u200B, \u2026 and \u0416");
+    Glib::loadFont({"DejaVu Sans Mono", 12, Glib::eFontBold})->textWidth(L"code");
+    EXPECT_FALSE(FontFinder::hasAskedConfiguration());
+    loaded->textWidth(L"\u6F22");
+    EXPECT_TRUE(FontFinder::hasAskedConfiguration());
+}
+
 } // namespace
 } // namespace wainscot
