@@ -154,9 +154,12 @@ void InputRouter::routeMove(InputEvent const& input) {
     pointer.place = input.place;
     pointerIsInside_ = true;
     pointerWindow_ = input.window;
-    updateContainment(globUnder(input));
+    // What is being dragged may follow the pointer: containment is told when it has.
+    bool const held = pointer.heldButtons != 0;
+    if (!held) updateContainment(globUnder(input));
     if (Glob* target = pointerTarget(input))
         dispatchUpwards(target, pointerEvent(EventKind::mouseMove | pointer.heldButtons, input));
+    if (held) refreshContainment();
 }
 
 /// While somebody holds the pointer, only that and its ancestors can be entered.
