@@ -74,7 +74,8 @@ void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
 }
 
 bool GalleryFrame::react(Event const& event) {
-    bool const isTab = isKeyPressEvent(event) && (event.keyCode() == Key::tab || event.keyCode() == Key::shiftTab);
+    bool const isTab =
+        isKeyPressEvent(event) && (event.keyCode() == Key::tab || event.keyCode() == Key::shiftTab);
     return (isTab && get_kbd_focus() == this && enterPage()) || Glob::react(event);
 }
 

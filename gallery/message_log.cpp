@@ -41,7 +41,8 @@ void MessageLog::draw() {
     int const step = font->lineHeight() + UifStd::getWidgetGap() / 2;
     int y = box.y1 + UifStd::getWidgetGap() + font->descent();
     renderer.setClipRect(box.inset(1));
-    for (auto line = lines_.rbegin(); line != lines_.rend() && y + font->ascent() < box.y2; ++line, y += step) {
+    for (auto line = lines_.rbegin(); line != lines_.rend() && y + font->ascent() < box.y2;
+         ++line, y += step) {
         eTextAppearance const appearance = line == lines_.rbegin() ? eTextEnabled : eTextSecondary;
         renderer.renderPrimitive(Glib::TextDescription(*line, {box.x1 + UifStd::getIndentWidth(), y}, font,
                                                        palette.text(appearance)));

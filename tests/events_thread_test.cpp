@@ -65,7 +65,8 @@ TEST_F(ThreadMessages, CallsMadeWhileTheHostEndsAreDropped) {
     constexpr int most = 20000;
     std::atomic<bool> stop{false};
     std::atomic<int> made{0};
-    UIThreadCallback<NotifyMsg> const callback(makeCallback<int, NotifyMsg>([](NotifyMsg const&) { return 0; }));
+    UIThreadCallback<NotifyMsg> const callback(
+        makeCallback<int, NotifyMsg>([](NotifyMsg const&) { return 0; }));
     std::thread caller([&] {
         while (!stop && made < most) {
             callback.call(NotifyMsg("late"));
