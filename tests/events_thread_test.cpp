@@ -1,5 +1,6 @@
 #include "tests/host_fixture.h"
 
+#include "host/base/ui_thread.h"
 #include "host/events/ui_thread_callback.h"
 #include "host/messages/notifier.h"
 
@@ -81,6 +82,18 @@ TEST_F(ThreadMessages, CallsMadeWhileTheHostEndsAreDropped) {
     stop = true;
     caller.join();
     EXPECT_TRUE(EventSystem::live().inbox->empty());
+}
+
+TEST_F(ThreadMessages, EverythingElseIsRefusedOnOtherThreads) {
+    EXPECT_TRUE(UiThread::isCurrent());
+    bool current = true;
+    std::thread([&] { current = UiThread::isCurrent(); }).join();
+    EXPECT_FALSE(current);
+#if !defined(NDEBUG) && !defined(__SANITIZE_THREAD__)
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    RecordingParent* const root = openWindow();
+    EXPECT_DEATH(std::thread([&] { sendMessage("wrong", root); }).join(), "");
+#endif
 }
 
 TEST(ThreadStamps, AreUniqueAcrossThreads) {

@@ -1,5 +1,7 @@
 #include "host/events/event_system.h"
 
+#include "host/base/ui_thread.h"
+
 #include <stdexcept>
 
 namespace wainscot {
@@ -11,11 +13,13 @@ constinit EventSystem* liveSystem = nullptr;
 EventSystem::EventSystem(std::function<void()> wake) : inbox(std::make_shared<ThreadInbox>(std::move(wake))) {
     if (liveSystem) throw std::logic_error("wainscot: only one host may live at a time");
     liveSystem = this;
+    UiThread::adopt();
 }
 
 EventSystem::~EventSystem() {
     inbox->close();
     liveSystem = nullptr;
+    UiThread::release();
 }
 
 EventSystem* EventSystem::current() {

@@ -1,6 +1,7 @@
 #include "host/events/messages.h"
 
 #include "host/base/diagnostics.h"
+#include "host/base/ui_thread.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 
@@ -19,6 +20,7 @@ Event messageEvent(LightweightString<char> name, EventHandler* target, iObject* 
 }
 
 bool post(Event event) {
+    UiThread::check("an event posted");
     EventSystem* const system = EventSystem::current();
     if (!system) {
         Diagnostics::count("event without a host", event.message().c_str());
@@ -69,6 +71,7 @@ bool event_send(Event const* event, bool) {
 
 bool deliverEvent(EventHandler* target, Event const& event) {
     if (!target || !target->idStamp().valid()) return false;
+    UiThread::check("an event delivered");
     DispatchScope const scope(event);
     return target->handleEvent(event);
 }

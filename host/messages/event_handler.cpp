@@ -1,8 +1,11 @@
 #include "host/messages/event_handler.h"
 
+#include "host/base/ui_thread.h"
+
 namespace wainscot {
 
 EventHandler::EventHandler() : stamp_(IdStamp::make()) {
+    UiThread::check("an event handler made");
     Liveness::add(this, stamp_);
 }
 
@@ -12,6 +15,7 @@ EventHandler::~EventHandler() {
 
 void EventHandler::retireStamp() {
     if (!stamp_.valid()) return;
+    UiThread::check("an event handler destroyed");
     Liveness::remove(this);
     stamp_.invalidate();
 }

@@ -1,6 +1,7 @@
 #include "host/objects/kbd_focus.h"
 
 #include "host/base/diagnostics.h"
+#include "host/base/ui_thread.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/glob.h"
@@ -70,6 +71,7 @@ Glob* get_kbd_focus() {
 }
 
 bool set_kbd_focus(Glob* glob) {
+    UiThread::check("the keyboard focus set");
     EventSystem* const system = EventSystem::current();
     if (!system) return refuse("no host lives");
     if (!glob) return giveToRoot(*system);

@@ -1,6 +1,7 @@
 #include "host/windows/event_loop.h"
 
 #include "host/base/diagnostics.h"
+#include "host/base/ui_thread.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
@@ -64,6 +65,7 @@ void EventLoop::turn() {
         Diagnostics::count("loop run from inside a handler", "turn");
         return;
     }
+    UiThread::check("the loop turned");
     turning_ = true;
     dispatchInput();
     dispatchTimers();
