@@ -5,7 +5,9 @@
 
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/event.h"
 #include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
 
 #include <cstdio>
 
@@ -69,6 +71,22 @@ void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
     if (!echo_) return;
     std::printf("%s\n", toUTF8(line).c_str());
     std::fflush(stdout);
+}
+
+bool GalleryFrame::react(Event const& event) {
+    bool const isTab = isKeyPressEvent(event) && (event.keyCode() == Key::tab || event.keyCode() == Key::shiftTab);
+    return (isTab && get_kbd_focus() == this && enterPage()) || Glob::react(event);
+}
+
+bool GalleryFrame::enterPage() {
+    if (!valid(page_, pageStamp_)) return false;
+    Glob* first = nullptr;
+    page_->visitSubtree([&](Glob& glob) {
+        auto const* label = dynamic_cast<LabelGlob const*>(&glob);
+        if (label && label->isFocusable() && label->isActive() && label->isShown()) first = &glob;
+        return !first;
+    });
+    return first && set_kbd_focus(first);
 }
 
 int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {

@@ -17,12 +17,15 @@ public:
     /// Also writes each line of the log to the standard output, for those who watch from outside.
     void echoLog(bool echo) { echo_ = echo; }
 
+    /// Tab enters the page when nothing in it has the focus.
+    bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;
     void describe(GlobDescription& description) const override;
 
 private:
     IntBox pageArea() const;
+    bool enterPage();
     void addLine(LightweightString<wchar_t> const& line);
 
     MessageLog* log_;

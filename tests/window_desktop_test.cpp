@@ -321,10 +321,16 @@ TEST_F(WindowDesktop, TheDeviceScaleIsSeenByThePixelsOnly) {
     EXPECT_FALSE(next("moved place=200,0").empty());
     ASSERT_TRUE(bench_.movePointer(inWindow(0, 0)));
     EXPECT_FALSE(next("moved place=0,100").empty());
-    // An odd size of the window leaves a seam beside the surface.
-    ASSERT_TRUE(bench_.xdotool({"windowsize", std::to_string(window_), "331", "181"}));
-    EXPECT_THAT(next("resized"), HasSubstr("size=221x121"));
-    EXPECT_TRUE(waitForPixel(330, 100, contentColour));
+}
+
+TEST_F(WindowDesktop, NoSeamIsLeftWhereTheWindowIsAPixelLarger) {
+    bench_.setVariable("WAINSCOT_DEVICE_SCALE", "1.75");
+    startProbe({"--place", "50", "50", "--size", "150", "80"});
+    ASSERT_TRUE(bench_.xdotool({"windowsize", std::to_string(window_), "335", "181"}));
+    // That is 334 x 180 device pixels.
+    EXPECT_THAT(next("resized"), HasSubstr("size=191x103"));
+    EXPECT_TRUE(waitForPixel(333, 100, contentColour));
+    EXPECT_TRUE(waitForPixel(334, 100, contentColour));
     EXPECT_TRUE(waitForPixel(150, 180, contentColour));
 }
 

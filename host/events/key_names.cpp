@@ -48,10 +48,16 @@ std::string squeezed(std::string_view text) {
     return result;
 }
 
+std::string functionKeyName(unsigned number) {
+    std::string name("F");
+    name += std::to_string(number);
+    return name;
+}
+
 std::string baseName(std::uint32_t base) {
     for (Name const& key : keyNames)
         if (key.code == base) return std::string(key.name);
-    if (base >= Key::f1 && base <= Key::f10) return "F" + std::to_string(base - Key::f1 + 1);
+    if (base >= Key::f1 && base <= Key::f10) return functionKeyName(base - Key::f1 + 1);
     bool const onKeypad = (base & Key::keypad) != 0;
     std::uint32_t const character = base & ~Key::keypad;
     bool const isCharacter = !Key::isSpecial(base) && character > Key::space && character < Key::meta;
@@ -61,15 +67,17 @@ std::string baseName(std::uint32_t base) {
         return number;
     }
     LightweightString<wchar_t> const text(1, static_cast<wchar_t>(character));
-    return (onKeypad ? "Keypad " : "") + std::string(toUTF8(text).c_str());
+    std::string name(onKeypad ? "Keypad " : "");
+    name += toUTF8(text).c_str();
+    return name;
 }
 
 std::optional<std::uint32_t> namedKey(std::string_view text) {
     std::string const wanted = squeezed(text);
     for (Name const& key : keyNames)
         if (squeezed(key.name) == wanted) return key.code;
-    for (int number = 1; number <= 12; ++number)
-        if (wanted == "f" + std::to_string(number)) return Key::function(number);
+    for (unsigned number = 1; number <= 12; ++number)
+        if (wanted == squeezed(functionKeyName(number))) return Key::function(static_cast<int>(number));
     return {};
 }
 

@@ -64,6 +64,14 @@ Glob::~Glob() {
     Lifetime::detachFromDestructor(*this);
 }
 
+void* Glob::operator new(std::size_t size) {
+    return ::operator new(size);
+}
+
+void Glob::operator delete(void* memory) {
+    ::operator delete(memory);
+}
+
 void Glob::operator delete(Glob* glob, std::destroying_delete_t) {
     Lifetime::destroy(*glob);
 }

@@ -44,8 +44,9 @@ public:
     Glob(configb const& settings, unsigned short width, unsigned short height);
     ~Glob() override;
 
-    static void* operator new(std::size_t size) { return ::operator new(size); }
-    static void operator delete(void* memory) { ::operator delete(memory); }
+    // Not inline: compilers would take the pair below for a mismatch once they see through them.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory);
     static void operator delete(Glob* glob, std::destroying_delete_t);
 
     // iObject: the tree owns it, nobody counts.

@@ -253,8 +253,7 @@ void DesktopInput::windowBox(DesktopWindow& window, double time, std::vector<Inp
         appendBoxEvent(windowInput(Kind::windowMoved, window, time), input);
 }
 
-void DesktopInput::windowExposed(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
-    window.presentAgain();
+void DesktopInput::windowExposed(DesktopWindow const& window, double time, std::vector<InputEvent>& input) {
     bool const known = std::any_of(input.begin(), input.end(), [&window](InputEvent const& event) {
         return event.kind == Kind::windowExposed && event.window == window.id();
     });

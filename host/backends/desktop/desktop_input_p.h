@@ -34,7 +34,7 @@ private:
     void key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input);
     void windowEvent(SDL_WindowEvent const& event, std::vector<InputEvent>& input);
     void windowBox(DesktopWindow& window, double time, std::vector<InputEvent>& input);
-    void windowExposed(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    void windowExposed(DesktopWindow const& window, double time, std::vector<InputEvent>& input);
     void windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input);
     void allWindowBoxes(double time, std::vector<InputEvent>& input);
     InputEvent pointerEvent(InputEvent::Kind kind, DesktopWindow const& window, double time) const;

@@ -13,50 +13,52 @@ bool hasOurFormat(SDL_PixelFormat const& format) {
            format.Bmask == 0x000000FF;
 }
 
+char* pixelOf(SDL_Surface& target, int x, int y) {
+    return static_cast<char*>(target.pixels) + static_cast<std::ptrdiff_t>(y) * target.pitch +
+           static_cast<std::ptrdiff_t>(x) * target.format->BytesPerPixel;
+}
+
 void copyRows(Surface const& surface, SDL_Rect const& rect, SDL_Surface& target) {
     auto const width = static_cast<std::size_t>(rect.w);
     for (int y = rect.y; y < rect.y + rect.h; ++y) {
         auto const* from = surface.pixels() + static_cast<std::ptrdiff_t>(y) * surface.stride() + rect.x;
-        auto* to = static_cast<char*>(target.pixels) + static_cast<std::ptrdiff_t>(y) * target.pitch +
-                   static_cast<std::ptrdiff_t>(rect.x) * 4;
-        std::memcpy(to, from, width * sizeof(std::uint32_t));
+        std::memcpy(pixelOf(target, rect.x, y), from, width * sizeof(std::uint32_t));
     }
 }
 
 void convertRows(Surface const& surface, SDL_Rect const& rect, SDL_Surface& target) {
     auto const* from = surface.pixels() + static_cast<std::ptrdiff_t>(rect.y) * surface.stride() + rect.x;
-    auto* to = static_cast<char*>(target.pixels) + static_cast<std::ptrdiff_t>(rect.y) * target.pitch +
-               static_cast<std::ptrdiff_t>(rect.x) * target.format->BytesPerPixel;
     SDL_ConvertPixels(rect.w, rect.h, SDL_PIXELFORMAT_ARGB8888, from, surface.stride() * 4,
-                      target.format->format, to, target.pitch);
+                      target.format->format, pixelOf(target, rect.x, rect.y), target.pitch);
 }
 
-/// At a broken scale the window may have a device pixel more than the surface; its edge is then continued, so
-/// that no seam shows. More than that is a window that has grown and will be painted anew.
+/// Repeats the last column of the rectangle beside it, which makes it wider.
+void continueToTheRight(SDL_Rect& rect, int columns, SDL_Surface& target) {
+    std::size_t const bytes = target.format->BytesPerPixel;
+    for (int y = rect.y; y < rect.y + rect.h; ++y)
+        for (int x = rect.x + rect.w; x < rect.x + rect.w + columns; ++x)
+            std::memcpy(pixelOf(target, x, y), pixelOf(target, rect.x + rect.w - 1, y), bytes);
+    rect.w += columns;
+}
+
+/// Repeats the last row of the rectangle below it, which makes it taller.
+void continueDown(SDL_Rect& rect, int rows, SDL_Surface& target) {
+    std::size_t const bytes = static_cast<std::size_t>(rect.w) * target.format->BytesPerPixel;
+    for (int y = rect.y + rect.h; y < rect.y + rect.h + rows; ++y)
+        std::memcpy(pixelOf(target, rect.x, y), pixelOf(target, rect.x, rect.y + rect.h - 1), bytes);
+    rect.h += rows;
+}
+
+/// At some scales no logical size gives the window's device size, which is then a pixel larger; the surface's
+/// edge is continued, so that no seam shows. More than that is a window that has grown and will be painted
+/// anew.
 void continueEdges(Surface const& surface, SDL_Rect& rect, SDL_Surface& target) {
-    int const missingColumns = target.w - surface.deviceSize().x;
-    int const missingRows = target.h - surface.deviceSize().y;
+    XY<int> const missing = XY<int>{target.w, target.h} - surface.deviceSize();
     int const most = static_cast<int>(surface.scale());
-    int const bytes = target.format->BytesPerPixel;
-    auto* const pixels = static_cast<char*>(target.pixels);
-    if (missingColumns > 0 && missingColumns <= most && rect.x + rect.w == surface.deviceSize().x) {
-        for (int y = rect.y; y < rect.y + rect.h; ++y) {
-            char* const edge = pixels + static_cast<std::ptrdiff_t>(y) * target.pitch +
-                               static_cast<std::ptrdiff_t>(rect.x + rect.w - 1) * bytes;
-            for (int i = 1; i <= missingColumns; ++i)
-                std::memcpy(edge + static_cast<std::ptrdiff_t>(i) * bytes, edge,
-                            static_cast<std::size_t>(bytes));
-        }
-        rect.w += missingColumns;
-    }
-    if (missingRows > 0 && missingRows <= most && rect.y + rect.h == surface.deviceSize().y) {
-        char* const edge = pixels + static_cast<std::ptrdiff_t>(rect.y + rect.h - 1) * target.pitch +
-                           static_cast<std::ptrdiff_t>(rect.x) * bytes;
-        for (int i = 1; i <= missingRows; ++i)
-            std::memcpy(edge + static_cast<std::ptrdiff_t>(i) * target.pitch, edge,
-                        static_cast<std::size_t>(rect.w * bytes));
-        rect.h += missingRows;
-    }
+    if (missing.x > 0 && missing.x <= most && rect.x + rect.w == surface.deviceSize().x)
+        continueToTheRight(rect, missing.x, target);
+    if (missing.y > 0 && missing.y <= most && rect.y + rect.h == surface.deviceSize().y)
+        continueDown(rect, missing.y, target);
 }
 
 } // namespace

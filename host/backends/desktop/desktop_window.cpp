@@ -139,18 +139,9 @@ void DesktopWindow::present(Surface const& surface, std::vector<IntBox> const& b
     }
     rects_.clear();
     copyBoxes(surface, boxes, *target, rects_);
-    presentedSize_ = {target->w, target->h};
     if (rects_.empty()) return;
     if (SDL_UpdateWindowSurfaceRects(window_, rects_.data(), static_cast<int>(rects_.size())) != 0)
         Diagnostics::count("present failed", SDL_GetError());
-}
-
-void DesktopWindow::presentAgain() {
-    XY<int> size;
-    if (!isOnScreen()) return;
-    SDL_GetWindowSize(window_, &size.x, &size.y);
-    // With another size the library would show fresh, empty pixels; a resize event is on its way then.
-    if (size == presentedSize_) SDL_UpdateWindowSurface(window_);
 }
 
 } // namespace wainscot

@@ -43,8 +43,6 @@ public:
     bool updateOnScreen();
     /// The window system has put the window on the screen.
     void wasShown();
-    /// Brings to the screen again what was presented last, if the window has kept its size.
-    void presentAgain();
     /// The backend goes: the library's window is closed, all operations do nothing from now on.
     void abandon();
 
@@ -63,8 +61,6 @@ private:
     bool popUp_;
     bool wantedOnScreen_ = false;
     bool reportedOnScreen_ = true;
-    /// Device size of the pixels presented last.
-    XY<int> presentedSize_;
     /// Kept from one present to the next for its memory.
     std::vector<SDL_Rect> rects_;
 };
