@@ -175,7 +175,9 @@ Palette::Palette(Colour const& text, Colour const& ground)
     : data_(new PaletteData(derivedFrom(text, ground))) {}
 
 Palette Palette::standard(eTheme theme) {
-    return Palette(DataPtr(new PaletteData(coloursOf(theme))));
+    static auto const& dark = *new Palette(DataPtr(new PaletteData(darkColours)));
+    static auto const& light = *new Palette(DataPtr(new PaletteData(lightColours)));
+    return theme == eThemeLight ? light : dark;
 }
 
 eTheme Palette::currentTheme() {
