@@ -73,12 +73,17 @@ TEST(Palette, DerivesReadableColoursFromAnyGround) {
     for (int i = 0; i < 300; ++i) {
         Palette const palette(Colour::fromLong(static_cast<std::uint32_t>(random())));
         Colour const& ground = palette.window(eWindowNormal);
-        for (Colour const& on : {ground, palette.button()})
+        std::vector<Colour> grounds = groundsOf(palette);
+        grounds.push_back(palette.button());
+        for (Colour const& on : grounds) {
             EXPECT_GE(contrastRatio(palette.text(eTextEnabled), on), 4.5) << std::hex << ground.getAsLong();
-        EXPECT_GE(contrastRatio(palette.text(eTextDisabled), ground), 2.5) << std::hex << ground.getAsLong();
+            EXPECT_GE(contrastRatio(palette.text(eTextSecondary), on), 4.5) << std::hex << ground.getAsLong();
+            EXPECT_GE(contrastRatio(palette.headingText(), on), 4.5) << std::hex << ground.getAsLong();
+            EXPECT_GE(contrastRatio(palette.text(eTextDisabled), on), 2.5) << std::hex << ground.getAsLong();
+            EXPECT_GE(contrastRatio(palette.mark(eMarkEdge), on), 3.0) << std::hex << ground.getAsLong();
+        }
         EXPECT_LT(contrastRatio(palette.text(eTextDisabled), ground),
                   0.8 * contrastRatio(palette.text(eTextEnabled), ground));
-        EXPECT_GE(contrastRatio(palette.mark(eMarkFocus), ground), 3.0) << std::hex << ground.getAsLong();
     }
     EXPECT_EQ(Palette(Colour(1, 0, 0), Colour(0, 0, 0.2)).text(eTextEnabled), Colour(1, 0, 0));
 }

@@ -136,6 +136,17 @@ TEST(CanvasRenderer, InAVisitPaintsTheDamageOnceAndReportsNothing) {
     EXPECT_TRUE(window.surface.toPresent().empty());
 }
 
+TEST(CanvasRenderer, PaintsEveryBoxOfAnyDamage) {
+    PaintedWindow window({50, 40});
+    std::vector<IntBox> damage;
+    for (int i = 0; i < 24; ++i) damage.push_back(IntBox::sized({2 * i, i}, {1, 2}));
+    PaintPhase phase(damage);
+    phase.enter(&window.canvas, window.place);
+    CanvasRenderer renderer = window.renderer();
+    fill(renderer, window.surface.bounds());
+    EXPECT_EQ(window.countOf(red), 48U);
+}
+
 TEST(CanvasRenderer, DrawsNothingOnNoCanvasOrAHiddenOne) {
     CanvasRenderer none(nullptr, {0, 0, 10, 10});
     fill(none, {0, 0, 10, 10});

@@ -3,8 +3,6 @@
 #include "host/drawing/render_target_p.h"
 #include "host/drawing/surface.h"
 
-#include <algorithm>
-#include <array>
 #include <limits>
 
 namespace wainscot {
@@ -40,20 +38,21 @@ void CanvasRenderer::setUpClip() {
     // Clipped on the canvas, before anything is moved: an area may lie anywhere.
     IntBox const seen = visible_.translated(XY<int>() - origin_).intersection(area_).intersection(clipRect_);
     IntBox const onSurface = seen.isEmpty() ? IntBox() : seen.translated(origin_);
-    std::array<pixman_box32_t, Damage::maxBoxes> boxes;
-    int count = 0;
+    pixman_region32_t* clip = RenderTarget::clipOf(*this);
+    pixman_region32_fini(clip);
+    pixman_region32_init(clip);
     auto const add = [&](IntBox const& box) {
         IntBox const device = surface_->deviceBox(box.intersection(onSurface));
-        if (!device.isEmpty() && count < static_cast<int>(boxes.size()))
-            boxes[static_cast<std::size_t>(count++)] = {device.x1, device.y1, device.x2, device.y2};
+        if (!device.isEmpty())
+            pixman_region32_union_rect(clip, clip, device.x1, device.y1,
+                                       static_cast<unsigned>(device.width()),
+                                       static_cast<unsigned>(device.height()));
     };
+    // Damage is few boxes, most of which miss a widget's area: one by one is quick.
     if (inVisit_)
         for (IntBox const& damaged : PaintPhase::current()->damage()) add(damaged);
     else
         add(onSurface);
-    pixman_region32_t* clip = RenderTarget::clipOf(*this);
-    pixman_region32_fini(clip);
-    pixman_region32_init_rects(clip, boxes.data(), count);
     if (canvas_->shape()) clipToShape();
 }
 

@@ -86,20 +86,28 @@ Colour stepped(Colour const& ground, double amount) {
     return Colour::mix(isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000), ground, amount);
 }
 
-/// The smaller steps between grounds leave room for text on the strongest of them.
-Colours derivedFrom(Colour const& wantedText, Colour const& ground) {
+/// A ground that stands out from another, where text still reads on it as well as needed; else the same.
+Colour groundOver(Colour const& ground, double amount, Colour const& text) {
+    Colour const wanted = stepped(ground, amount);
+    double const needed = std::min(4.5, contrastRatio(ground, text));
+    return contrastRatio(wanted, text) >= needed ? wanted : ground;
+}
+
+Colours derivedFrom(Colour const& text, Colour const& ground) {
     Colours result = isDarkGround(ground) ? darkColours : lightColours;
-    Colour const text = wantedText;
-    result.window = {ground, Colour::mix(isDarkGround(ground) ? rgb(0) : rgb(0xFFFFFF), ground, 0.3),
-                     stepped(ground, 0.05), stepped(ground, 0.03)};
-    result.button = contrastRatio(stepped(ground, 0.1), text) >= 4.5 ? stepped(ground, 0.1) : ground;
-    result.text = {text, weakened(text, ground, 2.5), result.text[eTextSelected],
-                   weakened(text, ground, 4.5)};
-    result.mark = {readable(result.mark[0], ground, 3), readable(result.mark[1], ground, 3),
-                   readable(result.mark[2], ground, 3)};
-    result.heading = readable(result.heading, ground, 4.5);
-    result.subheading = readable(result.subheading, ground, 4.5);
-    result.childWindow = {ground, result.window[eWindowRecessed], result.window[eWindowRaised]};
+    Colour const recessed = Colour::mix(isDarkGround(ground) ? rgb(0) : rgb(0xFFFFFF), ground, 0.3);
+    result.window = {ground, recessed, groundOver(ground, 0.05, text), groundOver(ground, 0.03, text)};
+    result.button = groundOver(ground, 0.1, text);
+    result.childWindow = {ground, recessed, result.window[eWindowRaised]};
+    // What reads on the ground nearest to the text reads on all.
+    Colour hardest = ground;
+    for (Colour const& other : {result.button, result.window[eWindowRaised], result.window[eWindowAlternate]})
+        if (contrastRatio(other, text) < contrastRatio(hardest, text)) hardest = other;
+    result.text = {text, weakened(text, hardest, 2.5), result.text[eTextSelected],
+                   weakened(text, hardest, 4.5)};
+    for (Colour& mark : result.mark) mark = readable(mark, hardest, 3);
+    result.heading = readable(result.heading, hardest, 4.5);
+    result.subheading = readable(result.subheading, hardest, 4.5);
     result.separator = stepped(ground, 0.15);
     return result;
 }
@@ -167,7 +175,9 @@ Palette::Palette(Colour const& text, Colour const& ground)
     : data_(new PaletteData(derivedFrom(text, ground))) {}
 
 Palette Palette::standard(eTheme theme) {
-    return Palette(DataPtr(new PaletteData(coloursOf(theme))));
+    static auto const& dark = *new Palette(DataPtr(new PaletteData(darkColours)));
+    static auto const& light = *new Palette(DataPtr(new PaletteData(lightColours)));
+    return theme == eThemeLight ? light : dark;
 }
 
 eTheme Palette::currentTheme() {

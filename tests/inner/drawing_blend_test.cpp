@@ -20,7 +20,7 @@ TEST(CoverageBlend, FourAtATimeEqualOneByOneAndTheExactMixture) {
         std::uint32_t const ink = randomPixel(random);
         std::array<std::uint32_t, 4> together;
         std::array<std::uint8_t, 4> coverage;
-        for (int i = 0; i < 4; ++i) {
+        for (std::size_t i = 0; i < 4; ++i) {
             together[i] = randomPixel(random);
             coverage[i] = static_cast<std::uint8_t>(random() % 4 ? random() % 256 : random() % 2 * 255);
         }
@@ -29,7 +29,7 @@ TEST(CoverageBlend, FourAtATimeEqualOneByOneAndTheExactMixture) {
             CoverageBlend::blendFour<true>(together.data(), coverage.data(), ink);
         else
             CoverageBlend::blendFour<false>(together.data(), coverage.data(), ink);
-        for (int i = 0; i < 4; ++i) {
+        for (std::size_t i = 0; i < 4; ++i) {
             std::uint32_t single = ground[i];
             CoverageBlend::blend(single, ink, coverage[i]);
             ASSERT_EQ(together[i], single) << std::hex << ink << " " << ground[i] << " " << int(coverage[i]);
