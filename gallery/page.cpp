@@ -4,8 +4,9 @@ namespace wainscot::gallery {
 
 std::span<Page const> pages() {
     static constexpr Page list[] = {
-        {"globs", L"Globs", makeGlobsPage},
-        {"placement", L"Placement", makePlacementPage},
+        {"globs", L"Globs", makeGlobsPage},       {"placement", L"Placement", makePlacementPage},
+        {"palette", L"Palette", makePalettePage}, {"shapes", L"Shapes", makeShapesPage},
+        {"text", L"Text", makeTextPage},          {"symbols", L"Symbols", makeSymbolsPage},
     };
     return list;
 }

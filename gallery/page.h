@@ -27,5 +27,9 @@ Page const* findPage(LightweightString<char> const& name);
 
 std::unique_ptr<Glob> makeGlobsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makePlacementPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makePalettePage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeShapesPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeTextPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine log);
 
 } // namespace wainscot::gallery
