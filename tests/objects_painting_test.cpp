@@ -2,6 +2,7 @@
 
 #include "host/drawing/canvas_renderer.h"
 #include "host/objects/painting.h"
+#include "host/objects/surround.h"
 
 #include <gmock/gmock.h>
 
@@ -207,6 +208,47 @@ TEST_F(Paint, AChildThatSharesACanvasDrawsInItsOwnersCoordinates) {
     EXPECT_EQ(at(root, 125, 125), 0xFF0000u) << "what lies below comes back";
 }
 
+TEST_F(Paint, SurroundsLieOutsideTheBoxAndComeAndGoWithIt) {
+    RecordingParent* const root = openWindow();
+    ProbeGlob* const tile = coloured(root, IntBox(100, 100, 150, 150), red);
+    ProbeGlob* const above = coloured(root, IntBox(152, 100, 180, 150), green);
+    driver_.settle();
+    std::uint32_t const ground = root->getCol().getAsLong();
+    std::uint32_t const line = tile->getPalette().separator().getAsLong();
+    EXPECT_FALSE(tile->hasSurround());
+    root->setWidgetBorderStyle(tile, {WidgetSurround::Style::line, 3});
+    driver_.settle();
+    EXPECT_TRUE(tile->hasSurround());
+    EXPECT_EQ(at(root, 98, 120), line);
+    EXPECT_EQ(at(root, 97, 97), line);
+    EXPECT_EQ(at(root, 96, 120), ground);
+    EXPECT_EQ(at(root, 151, 120), line);
+    EXPECT_EQ(at(root, 152, 120), 0x00FF00u) << "below the later sibling";
+    root->setWidgetPos(tile, {200, 200});
+    driver_.settle();
+    EXPECT_EQ(at(root, 98, 120), ground);
+    EXPECT_EQ(at(root, 198, 220), line);
+    tile->addSurround(Surround({WidgetSurround::Style::line, 2}, Surround::left));
+    tile->addShadow(9, 0.5);
+    driver_.settle();
+    EXPECT_EQ(at(root, 199, 220), line);
+    EXPECT_NE(at(root, 220, 195), ground) << "the shadow falls down";
+    EXPECT_NE(at(root, 220, 195), line);
+    EXPECT_EQ(at(root, 220, 180), ground);
+    tile->addShadow(0, 0);
+    driver_.settle();
+    EXPECT_EQ(at(root, 220, 195), ground);
+    tile->setVisible(false);
+    driver_.settle();
+    EXPECT_EQ(at(root, 199, 220), ground);
+    tile->setVisible(true);
+    tile->removeSurround();
+    driver_.settle();
+    EXPECT_EQ(at(root, 199, 220), ground);
+    EXPECT_EQ(at(root, 220, 220), 0xFF0000u);
+    EXPECT_FALSE(above->hasSurround());
+}
+
 TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {
     RecordingParent* const root = openWindow(200, 100);
     ProbeGlob* const corner = coloured(root, IntBox(0, 0, 20, 20), red);
@@ -300,6 +342,7 @@ TEST_F(Paint, DamageGivesTheSamePixelsAsAFullRepaint) {
                 some->moveToBottom();
             break;
         case 6:
+            if (some != root && below(2)) some->addShadow(below(3) * 6, 0.6);
             if (some != root) some->setOpacity(below(3) / 2.0);
             break;
         default:

@@ -169,7 +169,7 @@ void Glob::removeWidget(Glob*& child, bool redraw) {
 std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
     Glob* const taken = getWidget(child);
     if (!taken || taken->isDying()) return nullptr;
-    taken->damage(taken->bounds());
+    taken->damageWithSurround();
     taken->loseInput();
     Tree::unlink(*taken);
     describeChanged(DescriptionChange::children);
@@ -192,21 +192,52 @@ WidgetDetails Glob::getWidgetDetails(Glob* child) const {
     details.widget = getWidget(child);
     if (!details.widget) return details;
     details.position = Placement::rule(*details.widget);
-    if (details.widget->side_) details.surround = details.widget->side_->surround;
+    if (details.widget->side_) details.surround = details.widget->side_->surround.frame();
     return details;
 }
 
 void Glob::setWidgetBorderStyle(Glob* child, WidgetSurround surround) {
     if (!getWidget(child)) return;
-    bool const had = child->side_ && child->side_->surround != WidgetSurround();
-    if (had || surround != WidgetSurround()) child->side().surround = surround;
+    bool const had = child->side_ && child->side_->surround.frame() != WidgetSurround();
+    if (had || surround != WidgetSurround()) child->addSurround(Surround(surround));
+}
+
+void Glob::addSurround(Surround const& surround) {
+    damageWithSurround();
+    Surround added = surround;
+    // A new frame leaves the shadow as it is, unless it brings one.
+    if (side_ && surround.shadowSize() == 0)
+        added.setShadow(side_->surround.shadowSize(), side_->surround.shadowOpacity());
+    side().surround = added;
+    damageWithSurround();
+}
+
+void Glob::removeSurround() {
+    if (!hasSurround()) return;
+    damageWithSurround();
+    side().surround = Surround();
+}
+
+bool Glob::hasSurround() const {
+    return side_ && !side_->surround.isEmpty();
+}
+
+void Glob::addShadow(int size, double opacity) {
+    damageWithSurround();
+    side().surround.setShadow(size, opacity);
+    damageWithSurround();
+}
+
+void Glob::damageWithSurround() {
+    damage(bounds());
+    if (parent_ && isVisible() && hasSurround()) parent_->damage(box().inset(-side_->surround.extent()));
 }
 
 bool Glob::reparentTo(Glob* parent) {
     if (!hasFlag(reparentableFlag) || !is_good_glob_ptr(parent)) return refuse("reparentTo");
     WidgetDetails details;
     details.position = Placement::rule(*this);
-    if (side_) details.surround = side_->surround;
+    if (side_) details.surround = side_->surround.frame();
     return parent->addChild(this, details.position, details.surround) != nullptr;
 }
 
@@ -215,7 +246,7 @@ void Glob::moveToTop() {
     Glob& parent = *parent_;
     Tree::unlink(*this);
     Tree::link(parent, *this);
-    damage(bounds());
+    damageWithSurround();
 }
 
 void Glob::moveToBottom() {
@@ -223,7 +254,7 @@ void Glob::moveToBottom() {
     Glob& parent = *parent_;
     Tree::unlink(*this);
     Tree::link(parent, *this, parent.firstChild_);
-    damage(bounds());
+    damageWithSurround();
 }
 
 bool Glob::canBeDestroyed(int) {
@@ -337,11 +368,14 @@ IntBox Glob::screenBox() const {
 void Glob::setVisible(bool visible) {
     if (isVisible() == visible) return;
     if (!visible) {
-        damage(bounds());
+        damageWithSurround();
         loseInput();
     }
     setFlag(visibleFlag, visible);
-    if (visible) makeDirty();
+    if (visible) {
+        makeDirty();
+        damageWithSurround();
+    }
     bool const isWindow = !parent_ && ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootVisibilityChanged(*this);
     describeChanged(DescriptionChange::state);
@@ -373,11 +407,12 @@ void Glob::mapCanvas() {
     if (canvas_->isMapped()) return;
     canvas_->setMapped(true);
     makeDirty();
+    damageWithSurround();
 }
 
 void Glob::unmapCanvas() {
     if (!canvas_->isMapped()) return;
-    damage(bounds());
+    damageWithSurround();
     loseInput();
     canvas_->setMapped(false);
 }

@@ -16,6 +16,7 @@ namespace wainscot {
 
 class configb;
 class Event;
+class Surround;
 struct GlobDescription;
 enum class DescriptionChange : std::uint8_t;
 
@@ -238,6 +239,13 @@ public:
     Colour getCol() const;
     void setCol(Colour const& colour, bool redraw);
 
+    /// What is drawn round it, painted by its parent.
+    void addSurround(Surround const& surround);
+    void removeSurround();
+    bool hasSurround() const;
+    /// Adds a soft shadow to its surround.
+    void addShadow(int size, double opacity);
+
     // --- Events
     bool handleEvent(Event const& event) override;
     /// What the widget does with an event. True = consumed. What it does not consume it passes to its base
@@ -331,6 +339,8 @@ private:
     void init(XY<int> size, Canvas* canvas, bool opaque);
     /// Takes focus and captured pointer away from it and all below it, and tells nobody.
     void loseInput();
+    /// Damages it with what is drawn round it.
+    void damageWithSurround();
     /// What a moving object does with the pointer. True = used.
     bool followPointer(Event const& event);
 

@@ -3,6 +3,7 @@
 #include "host/drawing/colour.h"
 #include "host/objects/child_grid_p.h"
 #include "host/objects/glob.h"
+#include "host/objects/surround.h"
 
 #include <optional>
 
@@ -21,7 +22,7 @@ struct Glob::Side {
     XY<int> minSize;
     /// The place rule of a child that stands next to a sibling.
     WidgetPosition relative;
-    WidgetSurround surround;
+    Surround surround;
     /// Where the pointer holds a moving object, in its own coordinates.
     XY<int> grip;
     std::vector<Offered> offered;

@@ -53,7 +53,7 @@ void Lifetime::detach(Glob& top, std::vector<Glob*> const& doomed) {
 }
 
 void Lifetime::leaveWindow(Glob& top) {
-    top.damage(top.bounds());
+    top.damageWithSurround();
     KbdFocus::leave(top);
     iRootHost* const host = iRootHost::current();
     if (!top.parent_ && top.ownCanvas_.surface() && host) host->rootDying(top);

@@ -5,6 +5,7 @@
 #include "host/drawing/drawable.h"
 #include "host/drawing/surface.h"
 #include "host/events/dispatch_scope.h"
+#include "host/objects/glob_side_p.h"
 #include "host/objects/tree.h"
 
 namespace wainscot {
@@ -32,9 +33,10 @@ private:
     struct Item {
         Glob* glob;
         IdStamp stamp;
-        /// Its lower-left corner and what may be painted of it, on the surface.
+        /// Its lower-left corner, what may be painted of it, and of what lies round it, on the surface.
         XY<int> origin;
         IntBox clip;
+        IntBox outerClip;
         /// The canvas on which its parent lies, and that canvas' place.
         Canvas* outerCanvas;
         XY<int> outerOrigin;
@@ -45,6 +47,7 @@ private:
     void drawItem(Item const& item);
     void pushChildren(Item const& item);
     void enterCanvas(Item const& item);
+    void drawSurround(Item const& item);
     bool meetsDamage(IntBox const& box) const;
     XY<int> canvasOrigin(Item const& item) const;
 
@@ -73,7 +76,8 @@ XY<int> Visit::canvasOrigin(Item const& item) const {
 
 void Visit::run(Glob& root) {
     IntBox const all = surface_.bounds();
-    stack_.push_back({&root, root.idStamp(), {0, 0}, all.intersection(root.bounds()), nullptr, {0, 0}, 1.0F});
+    IntBox const clip = all.intersection(root.bounds());
+    stack_.push_back({&root, root.idStamp(), {0, 0}, clip, clip, nullptr, {0, 0}, 1.0F});
     drain(0);
 }
 
@@ -95,12 +99,28 @@ void Visit::enterCanvas(Item const& item) {
     phase_.enter(item.glob->canvas(), place);
 }
 
+/// On the parent's canvas.
+void Visit::drawSurround(Item const& item) {
+    CanvasPlace place;
+    place.surface = &surface_;
+    place.origin = item.outerOrigin;
+    place.visible = item.outerClip;
+    place.mapped = true;
+    place.opacity = item.opacity;
+    phase_.enter(item.outerCanvas, place);
+    IntBox const box = IntBox::sized(item.origin - item.outerOrigin, item.glob->size());
+    CanvasRenderer renderer(item.outerCanvas, box.inset(-Surround::maxExtent));
+    Painting::surroundOf(*item.glob).draw(renderer, box, item.glob->getPalette());
+}
+
 void Visit::drawItem(Item const& item) {
     Glob* const glob = item.glob;
     if (!EventHandler::valid(glob, item.stamp) || !glob->isVisible() || !glob->canvas()->isMapped()) return;
     bool mayDraw = false;
     runHandler("canDraw", [&] { mayDraw = glob->canDraw(); });
     if (!mayDraw || !EventHandler::valid(glob, item.stamp)) return;
+    if (glob->hasSurround() && item.outerCanvas) drawSurround(item);
+    if (item.clip.isEmpty()) return;
     ++drawnCount;
     enterCanvas(item);
     Item const* const outerDrawing = drawing_;
@@ -119,16 +139,19 @@ void Visit::drawItem(Item const& item) {
 
 void Visit::pushChildren(Item const& item) {
     found_.clear();
-    Tree::childrenMeeting(*item.glob, item.clip.translated(XY<int>() - item.origin), found_);
+    IntBox const reach = item.clip.inset(-Surround::maxExtent).translated(XY<int>() - item.origin);
+    Tree::childrenMeeting(*item.glob, reach, found_);
     XY<int> const origin = canvasOrigin(item);
     for (auto child = found_.rbegin(); child != found_.rend(); ++child) {
         IntBox const box = (*child)->box().translated(item.origin);
         IntBox const clip = box.intersection(item.clip);
-        if (clip.isEmpty() || !meetsDamage(clip)) continue;
+        int const extent = (*child)->hasSurround() ? Painting::surroundOf(**child).extent() : 0;
+        IntBox const wide = box.inset(-extent).intersection(item.clip);
+        if (wide.isEmpty() || !meetsDamage(wide)) continue;
         float const own = (*child)->ownsCanvas() ? (*child)->canvas()->opacity() : 1.0F;
         if (!(own > 0.0F)) continue;
-        stack_.push_back({*child, (*child)->idStamp(), box.bottomLeft(), clip, item.glob->canvas(), origin,
-                          item.opacity * own});
+        stack_.push_back({*child, (*child)->idStamp(), box.bottomLeft(), clip, item.clip, item.glob->canvas(),
+                          origin, item.opacity * own});
     }
 }
 
@@ -174,6 +197,10 @@ void Painting::paint(Glob& root, Surface& surface) {
 void Painting::drawChildrenNow(Glob& glob) {
     bool const drawn = Visit::current && Visit::current->drawChildrenNow(glob);
     if (!drawn) Diagnostics::count("children drawn outside draw()", "drawWidgets");
+}
+
+Surround const& Painting::surroundOf(Glob const& glob) {
+    return glob.side_->surround;
 }
 
 std::uint64_t Painting::numDrawn() {

@@ -17,6 +17,8 @@ public:
     static void paint(Glob& root, Surface& surface);
     /// Draws the children of the object that is just drawing itself; refused for any other.
     static void drawChildrenNow(Glob& glob);
+    /// What is drawn round an object that has a surround.
+    static Surround const& surroundOf(Glob const& glob);
     /// Objects drawn since the program began; for tests of how much is visited.
     static std::uint64_t numDrawn();
 };

@@ -115,9 +115,9 @@ XY<int> Placement::placeFor(Glob const& parent, WidgetPosition const& position, 
 void Placement::moveTo(Glob& glob, XY<int> place) {
     place = clampPlace(place);
     if (glob.position_ == place) return;
-    glob.damage(glob.bounds());
+    glob.damageWithSurround();
     glob.position_ = place;
-    glob.damage(glob.bounds());
+    glob.damageWithSurround();
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootMoved(glob);
     boxChanged(glob);
@@ -127,14 +127,14 @@ void Placement::setSize(Glob& glob, double width, double height) {
     unsigned short const newWidth = toSize(width);
     unsigned short const newHeight = toSize(height);
     if (newWidth == glob.width_ && newHeight == glob.height_) return;
-    glob.damage(glob.bounds());
+    glob.damageWithSurround();
     glob.oldWidth_ = glob.width_;
     glob.oldHeight_ = glob.height_;
     glob.width_ = newWidth;
     glob.height_ = newHeight;
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(glob);
-    glob.damage(glob.bounds());
+    glob.damageWithSurround();
     LifeGuard const life = glob.guard();
     boxChanged(glob);
     if (life.alive()) glob.reshape();
