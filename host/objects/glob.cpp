@@ -401,6 +401,7 @@ void Glob::setOpacity(double opacity) {
     if (clamped == canvas_->opacity()) return;
     canvas_->setOpacity(clamped);
     makeDirty();
+    damageWithSurround();
 }
 
 void Glob::mapCanvas() {
