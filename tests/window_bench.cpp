@@ -212,6 +212,20 @@ bool WindowBench::glidePointer(XY<int> from, XY<int> to) {
     return xdotool(words);
 }
 
+std::optional<XY<int>> WindowBench::grabCorner(WindowId window) {
+    constexpr int pull = 8;
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        XY<int> const size = sizeOf(window);
+        // Just outside the contents.
+        XY<int> const corner = placeOf(window) + size + XY<int>{0, 3};
+        XY<int> const pulled = corner + XY<int>{pull, pull};
+        if (!movePointer(corner) || !pressButton() || !glidePointer(corner, pulled)) return {};
+        if (waitUntil([&] { return sizeOf(window).x > size.x; }, std::chrono::seconds(2))) return pulled;
+        releaseButton();
+    }
+    return {};
+}
+
 bool WindowBench::pressButton(int button) {
     return xdotool({"mousedown", std::to_string(button)});
 }

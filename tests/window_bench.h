@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 struct _XDisplay;
 
@@ -46,6 +47,10 @@ public:
     bool movePointer(XY<int> place);
     /// Moves the pointer in small steps, as a hand does.
     bool glidePointer(XY<int> from, XY<int> to);
+    /// Takes the lower right corner of a window's frame with the left button and pulls a little, until the
+    /// window follows; gives where the pointer is then. A window that was still moving into its frame is
+    /// tried again. Nothing when it never follows; the button is up then.
+    std::optional<XY<int>> grabCorner(WindowId window);
     bool pressButton(int button = 1);
     bool releaseButton(int button = 1);
     bool click(int button = 1);

@@ -210,10 +210,9 @@ TEST_F(WindowDesktop, ModifiersAreClearedWhenAnotherWindowBecomesActive) {
 
 TEST_F(WindowDesktop, ContentsFollowWhileTheEdgeIsDragged) {
     startActiveProbe();
-    // Just outside the contents is the corner of the frame.
-    XY<int> pointer = inWindow(300, 203);
-    ASSERT_TRUE(bench_.movePointer(pointer));
-    ASSERT_TRUE(bench_.pressButton());
+    std::optional<XY<int>> const grip = bench_.grabCorner(window_);
+    ASSERT_TRUE(grip);
+    XY<int> pointer = *grip;
     for (int step = 0; step < 3; ++step) {
         XY<int> const before = bench_.sizeOf(window_);
         XY<int> const target = pointer + XY<int>{50, 40};

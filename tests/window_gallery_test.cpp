@@ -116,11 +116,9 @@ TEST_F(WindowGallery, TheContentsFollowWhileTheEdgeIsDragged) {
     constexpr XY<int> background{4, 200};
     std::uint32_t const colour = bench_.colourAt(at(background));
     XY<int> const size = bench_.sizeOf(window_);
-    // Just outside the contents is the corner of the frame.
-    XY<int> const corner = at(size + XY<int>{0, 3});
-    bench_.movePointer(corner);
-    bench_.pressButton();
-    bench_.glidePointer(corner, corner - XY<int>{200, 150});
+    std::optional<XY<int>> const corner = bench_.grabCorner(window_);
+    ASSERT_TRUE(corner);
+    bench_.glidePointer(*corner, *corner - XY<int>{200, 150});
     ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x <= size.x - 150; }));
     EXPECT_TRUE(bench_.waitForColour(window_, {bench_.sizeOf(window_).x - 4, background.y}, colour))
         << "while the button is held";
