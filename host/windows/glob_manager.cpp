@@ -55,10 +55,13 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, std::optional<XY
 }
 
 bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
-    if (!is_good_glob_ptr(root) || root->isChildGlob() || root->isDying()) {
-        Diagnostics::count("window refused", "not a root");
+    bool const isRoot = is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
+    if (!isRoot || !root->ownsCanvas()) {
+        Diagnostics::count("window refused", "not a root with a canvas of its own");
         return false;
     }
+    DispatchScope const keepsWindow;
+    LifeGuard const life = root->guard();
     if (TopLevelWindow* known = windowOf(root)) {
         known->native().raise();
         broughtToFront(*known);
@@ -73,6 +76,7 @@ bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
     TopLevelWindow& window = *windows_.back();
     stacking_.push_back(&window);
     window.nativeMoved(window.native().place());
+    if (!life.alive()) return false;
     KbdFocus::startIn(*root);
     FocusHolders& focus = EventSystem::live().focus;
     if (!focus.activeWindow().valid()) focus.setActiveWindow(root->idStamp());
@@ -158,7 +162,12 @@ void GlobManager::rootDying(Glob& root) {
     windows_.erase(found);
     std::erase(stacking_, window);
     window->close();
-    if (EventSystem* system = EventSystem::current()) system->focus.forgetWindow(root.idStamp());
+    if (EventSystem* system = EventSystem::current()) {
+        bool const wasActive = system->focus.activeWindow() == root.idStamp();
+        if (wasActive) system->focus.setApplicationHasFocus(false);
+        // The release of a button that was pressed in it may never be reported.
+        if (system->pointer.pressedWindow == root.idStamp()) system->pointer.forgetPress();
+    }
     DispatchScope::freeWhenUnwound(freeWindow, window);
 }
 
@@ -192,7 +201,13 @@ void GlobManager::dropPending() {
 
 void GlobManager::closeAll() {
     DispatchScope const scope;
-    while (!windows_.empty()) destroy(&windows_.back()->root());
+    auto const living = [this] {
+        std::vector<Glob*> found = roots();
+        std::erase_if(found, [](Glob* root) { return root->isDying(); });
+        return found;
+    };
+    // Handlers may open further windows meanwhile.
+    for (std::vector<Glob*> left = living(); !left.empty(); left = living()) destroy(left.back());
 }
 
 } // namespace wainscot
