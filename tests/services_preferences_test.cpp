@@ -169,9 +169,7 @@ TEST_F(PreferencesTest, UnusableFoldersAreSurvivedAndReportedOnce) {
 class OrdinaryUser {
 public:
     OrdinaryUser() : changed_(geteuid() == 0 && seteuid(65534) == 0) {}
-    ~OrdinaryUser() {
-        EXPECT_EQ(changed_ ? seteuid(0) : 0, 0);
-    }
+    ~OrdinaryUser() { EXPECT_EQ(changed_ ? seteuid(0) : 0, 0); }
 
 private:
     bool changed_;

@@ -13,6 +13,8 @@ Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
     openBackend();
     iClock::install(&backend_->clock());
     openPreferences();
+    commands_ = std::make_unique<CommandMap>();
+    keyBindings_ = std::make_unique<KeybindingManager>();
     events_ = std::make_unique<EventSystem>([backend = backend_.get()] { backend->wake(); });
     windows_ = std::make_unique<GlobManager>(*backend_);
     loop_ = std::make_unique<EventLoop>(*backend_, *events_, *windows_);
@@ -38,6 +40,8 @@ Host::~Host() {
     loop_.reset();
     windows_.reset();
     events_.reset();
+    keyBindings_.reset();
+    commands_.reset();
     preferences_.reset();
     iClock::install(nullptr);
 }

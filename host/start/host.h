@@ -1,6 +1,8 @@
 #pragma once
 
 #include "host/base/lightweight_string.h"
+#include "host/events/keybinding_manager.h"
+#include "host/services/command_map.h"
 #include "host/services/preferences.h"
 #include "host/windows/event_loop.h"
 
@@ -66,6 +68,8 @@ private:
     std::unique_ptr<Backend> backend_;
     OffscreenBackend* offscreen_ = nullptr;
     std::unique_ptr<EditorPreferences> preferences_;
+    std::unique_ptr<CommandMap> commands_;
+    std::unique_ptr<KeybindingManager> keyBindings_;
     std::unique_ptr<EventSystem> events_;
     std::unique_ptr<GlobManager> windows_;
     std::unique_ptr<EventLoop> loop_;
