@@ -4,6 +4,7 @@
 #include "host/services/preferences.h"
 #include "host/start/host.h"
 #include "tests/child_process.h"
+#include "tests/host_fixture.h"
 #include "tests/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -309,6 +310,32 @@ TEST_F(PreferencesTest, TheHostKeepsThem) {
     EXPECT_THROW(prefs(), std::logic_error);
     EditorPreferences const named(settings.name, EditorPreferences::Storage::file);
     EXPECT_EQ(named.filePath(), folder_.text("xdg/_._pro_gram/preferences.json"));
+}
+
+/// Quits when the file is there; gives up after a thousand timer events.
+class FileWatcher : public ProbeGlob {
+public:
+    FileWatcher(Host& host, std::string path) {
+        setInterest(EventKind::timer);
+        onReact = [this, &host, path = std::move(path)](Event const&) {
+            if (std::filesystem::exists(path) || ++ticks == 1000) host.quit();
+            return true;
+        };
+    }
+    int ticks = 0;
+};
+
+TEST_F(PreferencesTest, TheIdleLoopWritesThem) {
+    HostSettings settings;
+    settings.screen = HostSettings::Screen::offscreen;
+    settings.preferenceFolder = folder_.text("config");
+    Host host(0, nullptr, settings);
+    auto* const watcher = new FileWatcher(host, folder_.path(file));
+    ASSERT_TRUE(host.globManager().realize(watcher));
+    prefs().setPreference("n", 1);
+    host.run();
+    EXPECT_NEAR(watcher->ticks * 10.0, EditorPreferences::writeDelay, 50);
+    host.globManager().closeAll();
 }
 
 } // namespace

@@ -178,6 +178,8 @@ TEST_F(TextsTest, IconsShareTheSearch) {
     folder_.write("icons/odd.png", "no picture");
     EXPECT_EQ(getIconPath(L"odd.png"), L"");
     useOwnData();
+    ASSERT_EQ(getDataFolders().size(), 2u);
+    EXPECT_EQ(getDataFolders()[0], folder_.text(".").substr(0, folder_.path().size()));
     EXPECT_EQ(getIconsDirectory(), fileNameFromBytes(folder_.text("icons")));
     EXPECT_EQ(getIconPath(L"odd.png"), fileNameFromBytes(folder_.text("icons/odd.png")));
     for (wchar_t const* name : {L"../texts", L"", L".", L"none.png"}) EXPECT_EQ(getIconPath(name), L"");
