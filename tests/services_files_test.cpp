@@ -40,6 +40,8 @@ TEST(FileNames, AnyBytesSurviveTheWayToTextAndBack) {
                                        "\xF3\xB0\xBE",
                                        "\xF4\x90\x80\x80",
                                        "\xC0\x80",
+                                       "\xE0\x80\x80",
+                                       "\xF0\x80\x80\x80",
                                        "\xF0\x9F\x98\x80",
                                        "\xEF\xBF\xBD",
                                        "\n",

@@ -89,7 +89,11 @@ TEST(Json, DepthIsLimited) {
     EXPECT_FALSE(parseJson(nested(JsonValue::maxDepth + 1)).value);
     EXPECT_FALSE(parseJson(std::string(5'000'000, '[')).value);
     EXPECT_FALSE(parseJson(std::string(1'000'000, ']') + std::string(1'000'000, '[')).value);
-    EXPECT_TRUE(parseJson("[\"" + std::string(1000, '[') + "\\\"[\"]").value);
+    EXPECT_TRUE(parseJson("[\"[\\\"" + std::string(1000, '[') + "\"]").value);
+    ParsedJson const tooDeep = parseJson("\n" + nested(JsonValue::maxDepth + 1));
+    EXPECT_FALSE(tooDeep.message.empty());
+    EXPECT_EQ(tooDeep.line, 2u);
+    EXPECT_EQ(tooDeep.column, std::size_t(JsonValue::maxDepth) + 1);
     JsonValue parent = JsonValue::array();
     EXPECT_FALSE(parent.add(deepest));
     EXPECT_TRUE(parent.add(deepest.at(0)));

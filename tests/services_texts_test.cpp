@@ -77,6 +77,9 @@ TEST_F(TextsTest, CountryThenLanguageThenEnglish) {
     EXPECT_EQ(Diagnostics::countOf("no resource text"), 0u);
     EXPECT_EQ(resourceStrW(12345), L"#12345");
     EXPECT_EQ(resourceStrW(noResText), L"");
+    folder_.write("texts/sub/xx.txt", "1 = elsewhere\n");
+    use("LANG", "sub/xx");
+    EXPECT_EQ(resourceStrW(1), L"one");
     EXPECT_EQ(Diagnostics::countOf("no resource text"), 1u);
 }
 

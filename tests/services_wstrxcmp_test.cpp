@@ -41,6 +41,7 @@ TEST(Wstrxcmp, OrdersAsPeopleDo) {
                                      L"\u00C4",
                                      L"\u00E4",
                                      L"\u00E4b",
+                                     L"\u00C4c",
                                      L"\U0001F600"};
     for (std::size_t i = 0; i < names.size(); ++i)
         for (std::size_t k = 0; k < names.size(); ++k)
