@@ -5,6 +5,9 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
+#include "host/services/preferences.h"
+
+#include <algorithm>
 
 namespace wainscot {
 
@@ -23,6 +26,18 @@ void mergeMoves(std::vector<InputEvent>& input) {
         ++kept;
     }
     input.resize(kept);
+}
+
+/// Writes settings that have waited long enough; gives when the next ones will have.
+std::optional<double> writePreferences() {
+    EditorPreferences* const store = EditorPreferences::current();
+    if (!store) return {};
+    store->writeIfDue();
+    return store->nextWrite();
+}
+
+std::optional<double> sooner(std::optional<double> a, std::optional<double> b) {
+    return a && b ? std::min(*a, *b) : a ? a : b;
 }
 
 } // namespace
@@ -52,7 +67,7 @@ int EventLoop::run() {
         if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
         std::optional<double> const due = events_.timers.nextDue();
         if (!due && !backend_.isInteractive()) break;
-        backend_.wait(due);
+        backend_.wait(sooner(due, writePreferences()));
     }
     quit_ = false;
     return std::exchange(exitCode_, 0);
