@@ -13,7 +13,7 @@ namespace {
 JsonValue parsed(std::string const& text) {
     ParsedJson const result = parseJson(text);
     EXPECT_TRUE(result.value) << text.substr(0, 100) << ": " << result.message.c_str();
-    return result.value.value_or(JsonValue());
+    return result.value ? *result.value : JsonValue();
 }
 
 TEST(Json, BuildsAndReadsBack) {

@@ -108,7 +108,7 @@ LightweightString<char> writeFileAtomically(LightweightString<char> const& path,
     // A file that its owner has protected could still be replaced.
     if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) return reason();
     if (!writeSynced(fresh, target, bytes) || rename(fresh.c_str(), target.c_str()) != 0) {
-        Text const why = reason();
+        Text why = reason();
         unlink(fresh.c_str());
         return why;
     }

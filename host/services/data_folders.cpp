@@ -45,7 +45,7 @@ std::vector<LightweightString<char>> getDataFolders() {
 
 LightweightString<char> findDataFile(LightweightString<char> const& name) {
     for (LightweightString<char> const& folder : getDataFolders()) {
-        LightweightString<char> const path = folder + "/" + name;
+        LightweightString<char> path = folder + "/" + name;
         struct stat status {};
         if (stat(path.c_str(), &status) == 0) return path;
     }

@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 
+#include <bit>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -67,7 +68,7 @@ LightweightString<char> fileNameToBytes(LightweightString<wchar_t> const& name) 
     bytes.reserve(name.size());
     std::wstring_view rest = name.view();
     while (!rest.empty()) {
-        auto const code = static_cast<std::uint32_t>(rest.front());
+        auto const code = std::bit_cast<std::uint32_t>(rest.front());
         std::size_t plain = 0;
         while (plain < rest.size() && !isEscape(static_cast<std::uint32_t>(rest[plain]))) ++plain;
         if (plain == 0) {

@@ -135,7 +135,7 @@ bool validateFileName(LightweightString<wchar_t> const& name, LightweightString<
 
 LightweightString<wchar_t> getProjectsBaseDirectory() {
     if (EditorPreferences* const store = EditorPreferences::current()) {
-        Wide const preferred = store->getPreference("Projects folder", L"");
+        Wide preferred = store->getPreference("Projects folder", L"");
         if (folderExists(preferred)) return preferred;
     }
     for (Narrow const& folder : {getStandardFolder("DOCUMENTS"), getHomeFolder()})

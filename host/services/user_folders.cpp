@@ -19,7 +19,7 @@ std::string folderFrom(char const* variable) {
 }
 
 std::string configRoot() {
-    std::string const named = folderFrom("XDG_CONFIG_HOME");
+    std::string named = folderFrom("XDG_CONFIG_HOME");
     if (!named.empty()) return named;
     std::string const home = folderFrom("HOME");
     return home.empty() ? home : home + "/.config";

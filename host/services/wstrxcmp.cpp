@@ -1,5 +1,6 @@
 #include "host/services/wstrxcmp.h"
 
+#include <bit>
 #include <cstdint>
 #include <string_view>
 #include <unicode/uchar.h>
@@ -13,7 +14,7 @@ bool isDigit(wchar_t c) {
 }
 
 std::uint32_t folded(wchar_t c) {
-    auto const code = static_cast<std::uint32_t>(c);
+    auto const code = std::bit_cast<std::uint32_t>(c);
     if (code >= 'A' && code <= 'Z') return code - 'A' + 'a';
     if (code < 0x80 || code > 0x10FFFF) return code;
     return static_cast<std::uint32_t>(u_foldCase(static_cast<UChar32>(code), U_FOLD_CASE_DEFAULT));
