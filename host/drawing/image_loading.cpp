@@ -1,5 +1,7 @@
 #include "host/drawing/image.h"
 
+#include "host/drawing/standard_icons.h"
+
 #include <algorithm>
 #include <array>
 #include <cairo.h>
@@ -147,6 +149,7 @@ Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName) {
     std::string const file = asciiName(name);
     if (!file.empty() && !icons().folder.empty())
         place->second = loadPng(LightweightString<char>((icons().folder + "/" + file).c_str())).image;
+    if (!place->second) place->second = makeStandardIcon(name);
     return place->second;
 }
 
