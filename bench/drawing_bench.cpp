@@ -188,6 +188,15 @@ void benchShapes() {
                                                        palette.text(eTextEnabled)));
     });
     report("label of 3 letters", "us", label, &window.surface);
+    window.paint([&](Canvas& canvas) {
+        CanvasRenderer renderer(&canvas, window.surface.bounds());
+        renderer.renderPrimitive(Glib::RectDescription(window.surface.bounds(), palette.button()));
+    });
+    double const icon = each([&](CanvasRenderer& renderer, IntBox const& box) {
+        renderer.renderPrimitive(
+            Glib::ImageDescription(Glib::loadIcon(L"folder.png"), IntBox::sized(box.bottomLeft(), {20, 20})));
+    });
+    report("icon 20x20", "us", icon, &window.surface);
 }
 
 void benchMeasuring() {

@@ -27,6 +27,12 @@ int logHeight() {
     return UifStd::getButtonHeight() * 7;
 }
 
+bool isFocusable(Glob const& glob) {
+    GlobDescription description;
+    glob.describe(description);
+    return (description.states & GlobDescription::focusable) != 0;
+}
+
 } // namespace
 
 GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
@@ -83,8 +89,7 @@ bool GalleryFrame::enterPage() {
     if (!valid(page_, pageStamp_)) return false;
     Glob* first = nullptr;
     page_->visitSubtree([&](Glob& glob) {
-        auto const* label = dynamic_cast<LabelGlob const*>(&glob);
-        if (label && label->isFocusable() && label->isActive() && label->isShown()) first = &glob;
+        if (glob.isActive() && glob.isShown() && isFocusable(glob)) first = &glob;
         return !first;
     });
     return first && set_kbd_focus(first);

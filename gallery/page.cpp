@@ -7,6 +7,7 @@ std::span<Page const> pages() {
         {"globs", L"Globs", makeGlobsPage},       {"placement", L"Placement", makePlacementPage},
         {"palette", L"Palette", makePalettePage}, {"shapes", L"Shapes", makeShapesPage},
         {"text", L"Text", makeTextPage},          {"symbols", L"Symbols", makeSymbolsPage},
+        {"icons", L"Icons", makeIconsPage},       {"longtext", L"Long text", makeLongTextPage},
     };
     return list;
 }

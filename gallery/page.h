@@ -31,5 +31,7 @@ std::unique_ptr<Glob> makePalettePage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeShapesPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeTextPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeIconsPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeLongTextPage(XY<int> size, LogLine log);
 
 } // namespace wainscot::gallery

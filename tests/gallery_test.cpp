@@ -88,6 +88,32 @@ TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
     EXPECT_TRUE(std::filesystem::exists(folder_ + "/after.png"));
 }
 
+TEST_F(Gallery, ALongTextIsScrolledFromEndToEnd) {
+    Outcome const outcome = run("--page longtext --script " +
+                                fileWith("wheel textbox \"Long text\" -2\ntree\nkey Tab\nkey End\ntree\n"
+                                         "key PageUp\ntree\nresize 1400 900\nkey End\ntree\nkey Home\n"
+                                         "key Left\ntree\n"));
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    std::vector<std::pair<int, int>> shown;
+    std::istringstream words(outcome.out);
+    for (std::string word; words >> word;) {
+        std::string to;
+        std::pair<int, int> place;
+        if (word.ends_with("Characters") && words >> place.first >> to >> place.second)
+            shown.push_back(place);
+    }
+    ASSERT_EQ(shown.size(), 5u) << outcome.out;
+    EXPECT_GT(shown[0].first, 5) << "the wheel";
+    EXPECT_LT(shown[0].second, 300);
+    EXPECT_EQ(shown[1].second, 1'000'000) << "End";
+    EXPECT_GT(shown[1].first, 999'800) << "only what fits the box";
+    EXPECT_LT(shown[2].second, shown[1].second) << "Page Up";
+    EXPECT_GT(shown[2].second, shown[1].first) << "pages overlap";
+    EXPECT_EQ(shown[3].second, 1'000'000);
+    EXPECT_GT(shown[3].second - shown[3].first, shown[1].second - shown[1].first) << "a wider box shows more";
+    EXPECT_EQ(shown[4].first, 1);
+}
+
 TEST_F(Gallery, WhatIsWrongIsSaidWithWhatIsAllowed) {
     auto const script = [this](std::string const& line) {
         return "--script " + fileWith("tree\n" + line + "\n");

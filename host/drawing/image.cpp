@@ -7,16 +7,38 @@
 
 namespace wainscot::Glib {
 
-Image::Image(XY<int> size, std::vector<std::uint32_t> pixels)
-    : size_(size), pixels_(std::move(pixels)), scaled_(std::make_unique<ScaledImages>()) {}
+namespace {
+
+bool hasUsableSides(XY<int> size) {
+    return size.x >= 1 && size.y >= 1 && size.x <= Image::maxExtent && size.y <= Image::maxExtent;
+}
+
+bool isUsable(XY<int> size) {
+    return hasUsableSides(size) && static_cast<std::int64_t>(size.x) * size.y <= Image::maxPixels;
+}
+
+std::size_t pixelCount(XY<int> size) {
+    return static_cast<std::size_t>(size.x) * static_cast<std::size_t>(size.y);
+}
+
+} // namespace
+
+Image::Image(XY<int> size, std::vector<std::uint32_t> pixels, Painter paint)
+    : size_(size), pixels_(std::move(pixels)), paint_(std::move(paint)),
+      scaled_(std::make_unique<ScaledImages>()) {}
 
 Image::~Image() = default;
 
 Qv::Ptr<Image> Image::fromPixels(XY<int> size, std::vector<std::uint32_t> pixels) {
-    if (size.x < 1 || size.y < 1 || size.x > maxExtent || size.y > maxExtent) return {};
-    std::int64_t const count = static_cast<std::int64_t>(size.x) * size.y;
-    if (count > maxPixels || static_cast<std::int64_t>(pixels.size()) != count) return {};
+    if (!isUsable(size) || pixels.size() != pixelCount(size)) return {};
     return Qv::Ptr<Image>(new Image(size, std::move(pixels)));
+}
+
+Qv::Ptr<Image> Image::fromPainter(XY<int> size, Painter paint) {
+    if (!isUsable(size) || !paint) return {};
+    std::vector<std::uint32_t> pixels(pixelCount(size));
+    paint(size, pixels);
+    return Qv::Ptr<Image>(new Image(size, std::move(pixels), std::move(paint)));
 }
 
 std::uint32_t Image::pixelAt(XY<int> place) const {
@@ -60,6 +82,18 @@ pixman_image_t* resampled(Image const& image, XY<int> size) {
     return result;
 }
 
+/// The picture as its painter draws it at that size.
+pixman_image_t* drawnAnew(Image const& image, XY<int> size) {
+    pixman_image_t* result = pixman_image_create_bits(PIXMAN_a8r8g8b8, size.x, size.y, nullptr, 0);
+    if (result) image.painter()(size, {pixman_image_get_data(result), pixelCount(size)});
+    return result;
+}
+
+pixman_image_t* made(Image const& image, XY<int> size) {
+    if (size == image.size()) return unscaled(image);
+    return image.painter() ? drawnAnew(image, size) : resampled(image, size);
+}
+
 } // namespace
 
 ScaledImages::~ScaledImages() {
@@ -67,18 +101,17 @@ ScaledImages::~ScaledImages() {
 }
 
 pixman_image_t* ScaledImages::at(Image const& image, XY<int> deviceSize) {
-    if (deviceSize.x < 1 || deviceSize.y < 1) return nullptr;
-    if (deviceSize.x > Image::maxExtent || deviceSize.y > Image::maxExtent) return nullptr;
+    if (!hasUsableSides(deviceSize)) return nullptr;
     for (Entry const& entry : entries_)
         if (entry.size == deviceSize) return entry.image;
-    pixman_image_t* made = deviceSize == image.size() ? unscaled(image) : resampled(image, deviceSize);
-    if (!made) return nullptr;
+    pixman_image_t* const picture = made(image, deviceSize);
+    if (!picture) return nullptr;
     if (entries_.size() == most) {
         pixman_image_unref(entries_.front().image);
         entries_.erase(entries_.begin());
     }
-    entries_.push_back({deviceSize, made});
-    return made;
+    entries_.push_back({deviceSize, picture});
+    return picture;
 }
 
 } // namespace wainscot::Glib

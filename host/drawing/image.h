@@ -5,6 +5,7 @@
 #include "host/base/xy.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -20,8 +21,14 @@ public:
     static constexpr int maxExtent = 8192;
     static constexpr std::int64_t maxPixels = 32 * 1024 * 1024;
 
+    /// Draws the whole picture at some size into pixels that are all 0.
+    using Painter = std::function<void(XY<int> size, std::span<std::uint32_t> pixels)>;
+
     /// From pixels; null when the size does not fit them or is refused.
     static Qv::Ptr<Image> fromPixels(XY<int> size, std::vector<std::uint32_t> pixels);
+    /// A picture that is not scaled but drawn anew for each size at which it is shown; `size` is its natural
+    /// one. Null when that is refused or there is no painter.
+    static Qv::Ptr<Image> fromPainter(XY<int> size, Painter paint);
 
     XY<int> size() const { return size_; }
     std::uint32_t const* pixels() const { return pixels_.data(); }
@@ -29,14 +36,17 @@ public:
     std::uint32_t pixelAt(XY<int> place) const;
     /// The picture at other sizes, for the renderer.
     ScaledImages& scaled() const { return *scaled_; }
+    /// Empty for a picture made from pixels.
+    Painter const& painter() const { return paint_; }
 
     ~Image() override;
 
 private:
-    Image(XY<int> size, std::vector<std::uint32_t> pixels);
+    Image(XY<int> size, std::vector<std::uint32_t> pixels, Painter paint = {});
 
     XY<int> size_;
     std::vector<std::uint32_t> pixels_;
+    Painter paint_;
     std::unique_ptr<ScaledImages> scaled_;
 };
 
@@ -50,7 +60,8 @@ struct LoadedImage {
 WAINSCOT_API LoadedImage loadPng(LightweightString<char> const& path);
 WAINSCOT_API LoadedImage loadPng(std::span<std::uint8_t const> bytes);
 
-/// The icon of a bare file name ("folder.png"), read once; null when there is none, which is no fault.
+/// The icon of a bare file name ("folder.png"), read once: what was registered, else the file, else the
+/// standard icon (host/drawing/standard_icons.h). Null when there is none, which is no fault.
 WAINSCOT_API Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName);
 /// Where icons are looked for instead of `getIconsDirectory()`, or there again when empty; forgets those
 /// already read.

@@ -1,5 +1,6 @@
 #include "host/drawing/image.h"
 
+#include "host/drawing/standard_icons.h"
 #include "host/services/data_folders.h"
 #include "host/services/file_names.h"
 
@@ -146,6 +147,7 @@ Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName) {
     if (!isNew) return place->second;
     LightweightString<char> const path = iconPath(bareName);
     if (!path.empty()) place->second = loadPng(path).image;
+    if (!place->second) place->second = makeStandardIcon(name);
     return place->second;
 }
 
