@@ -1,6 +1,8 @@
 #include "tests/host_fixture.h"
 
 #include "host/events/key_names.h"
+#include "host/events/keybinding_manager.h"
+#include "host/services/command_map.h"
 
 #include <gmock/gmock.h>
 
@@ -401,6 +403,23 @@ TEST_F(Input, HeldKeysRepeatButReturnAndSpaceOnlyWhereWanted) {
         EXPECT_EQ(repeats, wanted ? 3 : 1);
         delete probe;
     }
+}
+
+TEST_F(Input, KeysThatNobodyWantsRunTheirCommands) {
+    RecordingParent* const root = openWindow();
+    auto* const probe = new ProbeGlob;
+    root->addChild(probe);
+    set_kbd_focus(probe);
+    int runs = 0;
+    CommandRegistrar const command("test.run", UIString(L"Run"), [&](Cmd::Context const&) { ++runs; });
+    KeybindingManager::instance().setDefaultKeys("test.run", {Key::ctrl | 'R'});
+    KeybindingManager::instance().setDefaultKeys("test.unknown", {Key::ctrl | 'U'});
+    driver_.key(Key::ctrl | 'R');
+    driver_.key(Key::ctrl | 'U');
+    EXPECT_EQ(runs, 1) << "at the press only";
+    probe->onReact = [](Event const& event) { return isKeyPressEvent(event); };
+    driver_.key(Key::ctrl | 'R');
+    EXPECT_EQ(runs, 1) << "a widget wanted it";
 }
 
 TEST_F(Input, TextThatNoKeyCodeHoldsComesAsComposedText) {

@@ -3,9 +3,11 @@
 #include "host/base/diagnostics.h"
 #include "host/drawing/path.h"
 #include "host/events/dispatch_scope.h"
+#include "host/events/keybinding_manager.h"
 #include "host/objects/dispatch.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
+#include "host/services/command_map.h"
 
 #include <algorithm>
 #include <cmath>
@@ -247,10 +249,18 @@ void InputRouter::dispatchKey(Event& event) {
     if (events_.intercepts.offer(event, belongsHere)) return;
     event.setOffered();
     Glob* const holder = shownOrNull(get_kbd_focus());
-    if (!holder) return;
     bool const unwantedRepeat =
-        event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
-    if (!unwantedRepeat) dispatchUpwards(holder, event);
+        holder && event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
+    if (unwantedRepeat || (holder && dispatchUpwards(holder, event))) return;
+    if (isKeyPressEvent(event)) runBoundCommand(event.keyCode());
+}
+
+/// Keys that are bound to commands run them when nobody else wanted the key.
+void InputRouter::runBoundCommand(std::uint32_t key) {
+    LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key);
+    if (command.empty()) return;
+    unsigned long const number = CommandMap::instance().findCommand(command.c_str());
+    if (number != CommandMap::none) CommandMap::instance().callCommand(number, Cmd::Context());
 }
 
 // Windows

@@ -34,6 +34,7 @@ private:
     Event pointerEvent(int kind, InputEvent const& input) const;
     /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
     void dispatchKey(Event& event);
+    void runBoundCommand(std::uint32_t key);
     Glob* globUnder(InputEvent const& input) const;
     Glob* globUnderPointer() const;
     Glob* captureHolder() const;
