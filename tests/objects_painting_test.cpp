@@ -1,6 +1,7 @@
 #include "tests/host_fixture.h"
 
 #include "host/drawing/canvas_renderer.h"
+#include "host/drawing/path.h"
 #include "host/drawing/shapes.h"
 #include "host/objects/inset.h"
 #include "host/objects/painting.h"
@@ -280,6 +281,31 @@ TEST_F(Paint, AnInsetIsSunkenWithinTheBoxAndLeavesTheRestAlone) {
     drawInset(nullptr, ground, true);
     driver_.settle();
     EXPECT_EQ(at(root, 120, 115), root->getCol().getAsLong()) << "nothing is drawn for the dead";
+}
+
+TEST_F(Paint, TheRootCanvasIsThatOfTheActiveWindowUntilItGoes) {
+    EXPECT_EQ(glib_rootcanvas(), nullptr);
+    RecordingParent* const left = openWindow(200, 200, {0, 0});
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    RecordingParent* const right = openWindow(200, 200, {300, 0});
+    EXPECT_EQ(glib_rootcanvas(), right->canvas()) << "a new window becomes the active one";
+    host_->offscreen()->activate(nativeOf(left)->id());
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    host_->offscreen()->deactivateAll();
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas()) << "the last active one while none is";
+    right->setCanBeIt(false);
+    host_->offscreen()->activate(nativeOf(right)->id());
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    {
+        DispatchScope const keepsTheMemory;
+        destroy(left);
+        EXPECT_EQ(glib_rootcanvas(), nullptr) << "at once, not with the memory";
+    }
+    delete right;
+    EXPECT_EQ(glib_rootcanvas(), nullptr);
 }
 
 TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {

@@ -274,9 +274,7 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
 
 void InputRouter::activated(TopLevelWindow& window) {
     events_.focus.setApplicationHasFocus(true);
-    if (!window.root().canBeIt()) return;
-    events_.focus.setActiveWindow(window.rootStamp());
-    windows_.broughtToFront(window);
+    if (window.root().canBeIt()) windows_.activated(window);
 }
 
 void InputRouter::deactivated(TopLevelWindow& window) {
