@@ -1,6 +1,9 @@
 #include "tests/host_fixture.h"
 
 #include "host/drawing/canvas_renderer.h"
+#include "host/drawing/path.h"
+#include "host/drawing/shapes.h"
+#include "host/objects/inset.h"
 #include "host/objects/painting.h"
 #include "host/objects/surround.h"
 
@@ -247,6 +250,62 @@ TEST_F(Paint, SurroundsLieOutsideTheBoxAndComeAndGoWithIt) {
     EXPECT_EQ(at(root, 199, 220), ground);
     EXPECT_EQ(at(root, 220, 220), 0xFF0000u);
     EXPECT_FALSE(above->hasSurround());
+}
+
+TEST_F(Paint, AnInsetIsSunkenWithinTheBoxAndLeavesTheRestAlone) {
+    RecordingParent* const root = openWindow();
+    Colour const ground(0.5, 0.5, 0.5);
+    for (bool const fill : {true, false}) {
+        ProbeGlob* const probe = coloured(root, IntBox(100, 100, 140, 130), green);
+        probe->onDraw = [probe, &ground, fill] {
+            probe->drawBackground();
+            drawInset(probe, ground, fill);
+        };
+        driver_.settle();
+        auto const brightness = [&](int x, int y) { return Colour::fromLong(at(root, x, y)).brightness(); };
+        double const recessed = getIndentBoxColour(ground).brightness();
+        EXPECT_LT(brightness(120, 129), recessed) << "the upper edge lies in the shade";
+        EXPECT_LT(brightness(100, 115), recessed);
+        EXPECT_GT(brightness(120, 100), recessed) << "the lower one in the light";
+        EXPECT_GT(brightness(139, 115), recessed);
+        Colour const within = fill ? getIndentBoxColour(ground) : green;
+        EXPECT_EQ(at(root, 101, 101), within.getAsLong());
+        EXPECT_EQ(at(root, 138, 128), within.getAsLong());
+        for (XY<int> const outside :
+             {XY<int>(99, 115), XY<int>(140, 115), XY<int>(120, 99), XY<int>(120, 130)})
+            EXPECT_EQ(at(root, outside.x, outside.y), root->getCol().getAsLong());
+        destroy(probe);
+        driver_.settle();
+        drawInset(probe, ground, fill);
+    }
+    drawInset(nullptr, ground, true);
+    driver_.settle();
+    EXPECT_EQ(at(root, 120, 115), root->getCol().getAsLong()) << "nothing is drawn for the dead";
+}
+
+TEST_F(Paint, TheRootCanvasIsThatOfTheActiveWindowUntilItGoes) {
+    EXPECT_EQ(glib_rootcanvas(), nullptr);
+    RecordingParent* const left = openWindow(200, 200, {0, 0});
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    RecordingParent* const right = openWindow(200, 200, {300, 0});
+    EXPECT_EQ(glib_rootcanvas(), right->canvas()) << "a new window becomes the active one";
+    host_->offscreen()->activate(nativeOf(left)->id());
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    host_->offscreen()->deactivateAll();
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas()) << "the last active one while none is";
+    right->setCanBeIt(false);
+    host_->offscreen()->activate(nativeOf(right)->id());
+    driver_.settle();
+    EXPECT_EQ(glib_rootcanvas(), left->canvas());
+    {
+        DispatchScope const keepsTheMemory;
+        destroy(left);
+        EXPECT_EQ(glib_rootcanvas(), nullptr) << "at once, not with the memory";
+    }
+    delete right;
+    EXPECT_EQ(glib_rootcanvas(), nullptr);
 }
 
 TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {

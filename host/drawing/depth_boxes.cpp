@@ -16,6 +16,11 @@ Colour shaded(Colour const& colour, double weight) {
     return Colour::mix(Colour(), colour, 2 * weight);
 }
 
+/// An edge never meets the one of the other side.
+int fittingEdge(IntBox const& box, int edgeWidth) {
+    return std::clamp(edgeWidth, 0, std::min(box.width(), box.height()) / 2);
+}
+
 } // namespace
 
 namespace Glib {
@@ -23,8 +28,14 @@ namespace Glib {
 void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth,
                   int depth) {
     if (box.isEmpty()) return;
-    int const edge = std::clamp(edgeWidth, 0, std::min(box.width(), box.height()) / 2);
-    renderer.renderPrimitive(RectDescription(box.inset(edge), colour));
+    renderer.renderPrimitive(RectDescription(box.inset(fittingEdge(box, edgeWidth)), colour));
+    drawDepthEdge(renderer, colour, box, edgeWidth, depth);
+}
+
+void drawDepthEdge(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth,
+                   int depth) {
+    if (box.isEmpty()) return;
+    int const edge = fittingEdge(box, edgeWidth);
     if (edge == 0) return;
     double const weight = weightPerDepth * std::min(std::abs(depth), deepest);
     Colour const above = depth >= 0 ? lit(colour, weight) : shaded(colour, weight);
@@ -38,7 +49,7 @@ void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& 
 }
 
 void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth) {
-    drawDepthBox(renderer, getIndentBoxColour(colour), box, edgeWidth, -2);
+    drawDepthBox(renderer, getIndentBoxColour(colour), box, edgeWidth, indentDepth);
 }
 
 } // namespace Glib

@@ -31,6 +31,11 @@ WAINSCOT_API void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, 
 /// a negative one, flat for 0; the deeper, the stronger the edge, up to 4.
 WAINSCOT_API void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
                                int edgeWidth, int depth);
+/// The edge of such a face alone; what is within it stays as it was.
+WAINSCOT_API void drawDepthEdge(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
+                                int edgeWidth, int depth);
+/// The depth of a recessed ground.
+inline constexpr int indentDepth = -2;
 
 } // namespace wainscot::Glib
 

@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
+#include "host/drawing/path.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
@@ -78,8 +79,7 @@ bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
     window.nativeMoved(window.native().place());
     if (!life.alive()) return false;
     KbdFocus::startIn(*root);
-    FocusHolders& focus = EventSystem::live().focus;
-    if (!focus.activeWindow().valid()) focus.setActiveWindow(root->idStamp());
+    if (!EventSystem::live().focus.activeWindow().valid()) activated(window);
     if (root->isVisible()) window.native().show();
     return true;
 }
@@ -136,6 +136,12 @@ void GlobManager::broughtToFront(TopLevelWindow& window) {
     stacking_.push_back(&window);
 }
 
+void GlobManager::activated(TopLevelWindow& window) {
+    EventSystem::live().focus.setActiveWindow(window.rootStamp());
+    glib_setrootcanvas(window.root().canvas());
+    broughtToFront(window);
+}
+
 void GlobManager::rootResized(Glob& root) {
     if (TopLevelWindow* window = windowOf(&root)) window->rootResized();
 }
@@ -162,6 +168,7 @@ void GlobManager::rootDying(Glob& root) {
     windows_.erase(found);
     std::erase(stacking_, window);
     window->close();
+    if (glib_rootcanvas() == root.canvas()) glib_setrootcanvas(nullptr);
     if (EventSystem* system = EventSystem::current()) {
         bool const wasActive = system->focus.activeWindow() == root.idStamp();
         if (wasActive) system->focus.setApplicationHasFocus(false);

@@ -42,6 +42,8 @@ public:
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
     void broughtToFront(TopLevelWindow& window);
+    /// It is the active one from now on: keys go there, and its root's canvas is `glib_rootcanvas()`.
+    void activated(TopLevelWindow& window);
 
     bool hasPaintWork() const;
     /// Destroys all roots.

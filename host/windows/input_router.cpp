@@ -1,7 +1,6 @@
 #include "host/windows/input_router.h"
 
 #include "host/base/diagnostics.h"
-#include "host/drawing/path.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/keybinding_manager.h"
 #include "host/objects/dispatch.h"
@@ -296,10 +295,7 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
 
 void InputRouter::activated(TopLevelWindow& window) {
     events_.focus.setApplicationHasFocus(true);
-    if (!window.root().canBeIt()) return;
-    events_.focus.setActiveWindow(window.rootStamp());
-    windows_.broughtToFront(window);
-    glib_setrootcanvas(window.root().canvas());
+    if (window.root().canBeIt()) windows_.activated(window);
     redrawFocusMark(window);
 }
 
