@@ -100,104 +100,113 @@ Glob* Script::widget(Words& words) {
     return found;
 }
 
+/// Carries out what needs one widget, named by the next words.
+template <class Act>
+LightweightString<char> Script::onWidget(Words& words, Act act) {
+    Glob* const glob = widget(words);
+    if (!glob) return words.problem;
+    bool const done = act(*glob);
+    return words.problem.empty() ? outcome(driver_, done) : words.problem;
+}
+
+/// Carries out what needs a place, as in `at X Y`.
+template <class Act>
+LightweightString<char> Script::atPlace(Words& words, Act act) {
+    words.take("at");
+    int const x = words.takeNumber("X");
+    int const y = words.takeNumber("Y");
+    return words.problem.empty() ? outcome(driver_, act(XY<int>(x, y))) : words.problem;
+}
+
+/// Carries out what needs an open window.
+template <class Act>
+LightweightString<char> Script::onWindow(Words& words, Act act) {
+    std::vector<Glob*> const roots = driver_.host().globManager().roots();
+    if (!words.problem.empty()) return words.problem;
+    return roots.empty() ? Text("no window is open") : act(*roots.front());
+}
+
 Script::Command const* Script::commands() {
-    static constexpr auto atPlace = [](Words& words) {
-        words.take("at");
-        int const x = words.takeNumber("X");
-        return XY<int>(x, words.takeNumber("Y"));
-    };
+    using S = Script;
+    using W = Words;
     static Command const list[] = {
         {"click", "ROLE \"NAME\" | at X Y",
-         [](Script& s, Words& w) {
-             if (w.peekIs("at")) {
-                 XY<int> const place = atPlace(w);
-                 return w.problem.empty() ? outcome(s.driver_, s.driver_.clickAt(place)) : w.problem;
-             }
-             Glob* const glob = s.widget(w);
-             return glob ? outcome(s.driver_, s.driver_.click(glob)) : w.problem;
+         [](S& s, W& w) {
+             Driver& d = s.driver_;
+             if (w.peekIs("at")) return s.atPlace(w, [&](XY<int> place) { return d.clickAt(place); });
+             return s.onWidget(w, [&](Glob& glob) { return d.click(&glob); });
          }},
         {"doubleclick", "ROLE \"NAME\"",
-         [](Script& s, Words& w) {
-             Glob* const glob = s.widget(w);
-             return glob ? outcome(s.driver_, s.driver_.doubleClick(glob)) : w.problem;
-         }},
+         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.doubleClick(&glob); }); }},
         {"press", "ROLE \"NAME\"",
-         [](Script& s, Words& w) {
-             Glob* const glob = s.widget(w);
-             return glob ? outcome(s.driver_, s.driver_.press(glob)) : w.problem;
-         }},
-        {"release", "", [](Script& s, Words&) { return outcome(s.driver_, s.driver_.release()); }},
+         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.press(&glob); }); }},
+        {"release", "", [](S& s, W&) { return outcome(s.driver_, s.driver_.release()); }},
         {"move", "ROLE \"NAME\" | at X Y",
-         [](Script& s, Words& w) {
-             if (w.peekIs("at")) {
-                 XY<int> const place = atPlace(w);
-                 return w.problem.empty() ? outcome(s.driver_, s.driver_.moveTo(place)) : w.problem;
-             }
-             Glob* const glob = s.widget(w);
-             return glob ? outcome(s.driver_, s.driver_.moveTo(glob)) : w.problem;
+         [](S& s, W& w) {
+             Driver& d = s.driver_;
+             if (w.peekIs("at")) return s.atPlace(w, [&](XY<int> place) { return d.moveTo(place); });
+             return s.onWidget(w, [&](Glob& glob) { return d.moveTo(&glob); });
          }},
         {"drag", "ROLE \"NAME\" DX DY",
-         [](Script& s, Words& w) {
-             Glob* const glob = s.widget(w);
-             int const dx = glob ? w.takeNumber("DX") : 0;
-             int const dy = glob ? w.takeNumber("DY") : 0;
-             return w.problem.empty() ? outcome(s.driver_, s.driver_.drag(glob, {dx, dy})) : w.problem;
+         [](S& s, W& w) {
+             return s.onWidget(w, [&](Glob& glob) {
+                 int const dx = w.takeNumber("DX");
+                 int const dy = w.takeNumber("DY");
+                 return w.problem.empty() && s.driver_.drag(&glob, {dx, dy});
+             });
          }},
         {"wheel", "ROLE \"NAME\" NOTCHES",
-         [](Script& s, Words& w) {
-             Glob* const glob = s.widget(w);
-             int const notches = glob ? w.takeNumber("NOTCHES") : 0;
-             return w.problem.empty() ? outcome(s.driver_, s.driver_.wheel(glob, notches)) : w.problem;
+         [](S& s, W& w) {
+             return s.onWidget(w, [&](Glob& glob) {
+                 int const notches = w.takeNumber("NOTCHES");
+                 return w.problem.empty() && s.driver_.wheel(&glob, notches);
+             });
          }},
         {"type", "\"TEXT\"",
-         [](Script& s, Words& w) {
+         [](S& s, W& w) {
              Text const text = w.take("the text");
              return w.problem.empty() ? outcome(s.driver_, s.driver_.type(fromUTF8(text))) : w.problem;
          }},
         {"key", "NAME, such as Shift+Tab",
-         [](Script& s, Words& w) {
+         [](S& s, W& w) {
              Text const name = w.take("the name of a key");
              auto const code = keyFromString(name);
              if (!code) return w.problem.empty() ? Text("there is no key \"") + name + "\"" : w.problem;
              return outcome(s.driver_, s.driver_.key(*code));
          }},
         {"advance", "MS",
-         [](Script& s, Words& w) {
+         [](S& s, W& w) {
              int const ms = w.takeNumber("MS");
              return w.problem.empty() ? outcome(s.driver_, s.driver_.advance(ms)) : w.problem;
          }},
         {"tree", "",
-         [](Script& s, Words&) {
+         [](S& s, W&) {
              s.print_(s.driver_.tree());
              return Text();
          }},
         {"messages", "",
-         [](Script& s, Words&) {
+         [](S& s, W&) {
              s.print_(s.messages_ ? s.messages_() : Text());
              return Text();
          }},
         {"shot", "FILE.png",
-         [](Script& s, Words& w) {
+         [](S& s, W& w) {
              Text const path = w.take("the file");
-             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
-             if (!w.problem.empty()) return w.problem;
-             return roots.empty() ? Text("no window is open") : s.driver_.snapshot(roots.front(), path);
+             return s.onWindow(w, [&](Glob& root) { return s.driver_.snapshot(&root, path); });
          }},
-        {"expect", "ROLE \"NAME\"", [](Script& s, Words& w) { return s.widget(w) ? Text() : w.problem; }},
+        {"expect", "ROLE \"NAME\"", [](S& s, W& w) { return s.widget(w) ? Text() : w.problem; }},
         {"resize", "W H",
-         [](Script& s, Words& w) {
+         [](S& s, W& w) {
              int const width = w.takeNumber("W");
              int const height = w.takeNumber("H");
-             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
-             if (!w.problem.empty()) return w.problem;
-             if (roots.empty()) return Text("no window is open");
-             return outcome(s.driver_, s.driver_.resizeWindow(roots.front(), {width, height}));
+             return s.onWindow(w, [&](Glob& root) {
+                 return outcome(s.driver_, s.driver_.resizeWindow(&root, {width, height}));
+             });
          }},
         {"close", "",
-         [](Script& s, Words&) {
-             std::vector<Glob*> const roots = s.driver_.host().globManager().roots();
-             if (roots.empty()) return Text("no window is open");
-             return outcome(s.driver_, s.driver_.closeWindow(roots.front()));
+         [](S& s, W& w) {
+             return s.onWindow(w,
+                               [&](Glob& root) { return outcome(s.driver_, s.driver_.closeWindow(&root)); });
          }},
     };
     static_assert(std::size(list) == 16);

@@ -35,6 +35,12 @@ private:
 
     LightweightString<char> runLine(LightweightString<char> const& line);
     Glob* widget(Words& words);
+    template <class Act>
+    LightweightString<char> onWidget(Words& words, Act act);
+    template <class Act>
+    LightweightString<char> atPlace(Words& words, Act act);
+    template <class Act>
+    LightweightString<char> onWindow(Words& words, Act act);
 
     Driver& driver_;
     Print print_;

@@ -63,7 +63,8 @@ WAINSCOT_API LoadedImage loadPng(std::span<std::uint8_t const> bytes);
 /// The icon of a bare file name ("folder.png"), read once: what was registered, else the file, else the
 /// standard icon (host/drawing/standard_icons.h). Null when there is none, which is no fault.
 WAINSCOT_API Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName);
-/// Where icons are looked for; forgets those already read.
+/// Where icons are looked for instead of `getIconsDirectory()`, or there again when empty; forgets those
+/// already read.
 WAINSCOT_API void setIconFolder(LightweightString<char> const& folder);
 /// Gives an icon that is made in code; null takes it away again.
 WAINSCOT_API void registerIcon(LightweightString<wchar_t> const& bareName, Qv::Ptr<Image> image);

@@ -1,6 +1,8 @@
 #include "host/drawing/image.h"
 
 #include "host/drawing/standard_icons.h"
+#include "host/services/data_folders.h"
+#include "host/services/file_names.h"
 
 #include <algorithm>
 #include <array>
@@ -128,14 +130,11 @@ Icons& icons() {
     return shared;
 }
 
-/// Only bare names: an icon never leads out of its folder.
-std::string asciiName(std::wstring_view name) {
-    std::string plain;
-    for (wchar_t const c : name) {
-        if (c <= L' ' || c > L'~' || c == L'/' || c == L'\\') return {};
-        plain.push_back(static_cast<char>(c));
-    }
-    return plain;
+/// The file of an icon; only bare names, so that an icon never leads out of its folder.
+LightweightString<char> iconPath(LightweightString<wchar_t> const& bareName) {
+    if (findFileNameFault(bareName) != FileNameFault::none) return {};
+    if (icons().folder.empty()) return fileNameToBytes(getIconPath(bareName));
+    return LightweightString<char>(icons().folder + "/") + fileNameToBytes(bareName);
 }
 
 } // namespace
@@ -146,9 +145,8 @@ Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName) {
         return made->second;
     auto const [place, isNew] = icons().known.try_emplace(name);
     if (!isNew) return place->second;
-    std::string const file = asciiName(name);
-    if (!file.empty() && !icons().folder.empty())
-        place->second = loadPng(LightweightString<char>((icons().folder + "/" + file).c_str())).image;
+    LightweightString<char> const path = iconPath(bareName);
+    if (!path.empty()) place->second = loadPng(path).image;
     if (!place->second) place->second = makeStandardIcon(name);
     return place->second;
 }

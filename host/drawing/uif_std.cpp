@@ -79,8 +79,8 @@ Palette UifStd::getColourScheme() {
     return {};
 }
 
-int UifStd::measure(LightweightString<wchar_t> const& text) {
-    return Glib::loadFont(getFont())->textWidth(text);
+int UifStd::measure(UIString const& text) {
+    return Glib::loadFont(getFont())->textWidth(text.text());
 }
 
 UifStd::Metrics const& UifStd::metrics() {

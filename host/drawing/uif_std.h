@@ -2,6 +2,7 @@
 
 #include "host/drawing/font.h"
 #include "host/drawing/palette.h"
+#include "host/services/ui_string.h"
 
 namespace wainscot {
 
@@ -47,7 +48,7 @@ public:
     static Glib::FontDesc getSubheadingFont();
     static Palette getColourScheme();
     /// The width of a text in the standard font.
-    static int measure(LightweightString<wchar_t> const& text);
+    static int measure(UIString const& text);
 
     static Metrics const& metrics();
     /// Replaces the measures; a default-constructed record brings the standard ones back.

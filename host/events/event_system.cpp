@@ -14,9 +14,11 @@ EventSystem::EventSystem(std::function<void()> wake) : inbox(std::make_shared<Th
     if (liveSystem) throw std::logic_error("wainscot: only one host may live at a time");
     liveSystem = this;
     UiThread::adopt();
+    EventHandler::setForgetHook([](EventHandler const& handler) { liveSystem->forget(&handler); });
 }
 
 EventSystem::~EventSystem() {
+    EventHandler::setForgetHook(nullptr);
     inbox->close();
     liveSystem = nullptr;
     UiThread::release();

@@ -77,12 +77,12 @@ std::vector<EventTimeServer::Due> EventTimeServer::takeDue(double now) {
     std::vector<Due> due;
     due.reserve(reached.size());
     for (std::uint64_t const number : reached)
-        due.push_back({entries_.at(number).handler, entries_.at(number).stamp});
+        due.push_back({entries_.at(number).handler, entries_.at(number).stamp, number});
     return due;
 }
 
 bool EventTimeServer::isStillDue(Due const& due) const {
-    return EventHandler::valid(due.handler, due.stamp) && isRegistered(due.handler);
+    return EventHandler::valid(due.handler, due.stamp) && entries_.count(due.number) > 0;
 }
 
 } // namespace wainscot

@@ -37,9 +37,11 @@ public:
     struct Due {
         EventHandler* handler;
         IdStamp stamp;
+        /// Its registration.
+        std::uint64_t number;
     };
     std::vector<Due> takeDue(double now);
-    /// Alive and still registered.
+    /// Alive, and registered ever since.
     bool isStillDue(Due const& due) const;
 
 private:

@@ -8,8 +8,8 @@ namespace wainscot {
 
 IdStamp FilterStack<Event>::push(EventHandler* handler, int priority) {
     if (!handler) return IdStamp();
-    auto const higher = [](int wanted, Entry const& entry) { return wanted > entry.priority; };
-    auto place = std::upper_bound(entries_.begin(), entries_.end(), priority + 1, higher);
+    auto const higher = [](Entry const& entry, int wanted) { return entry.priority > wanted; };
+    auto const place = std::lower_bound(entries_.begin(), entries_.end(), priority, higher);
     Entry const entry{IdStamp::make(), handler, handler->idStamp(), priority};
     entries_.insert(place, entry);
     return entry.stamp;

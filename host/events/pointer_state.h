@@ -15,6 +15,17 @@ struct WAINSCOT_API PointerState {
     XY<int> pressPlace;
     int clicks = 1;
 
+    /// The root of the window in which the first button was pressed.
+    IdStamp pressedWindow;
+
+    /// As if no button were held.
+    void forgetPress() {
+        heldButtons = 0;
+        chord = false;
+        pressedWindow.invalidate();
+        releaseCapture();
+    }
+
     /// From press to release everything goes to the pressed handler.
     void capture(EventHandler* handler);
     void releaseCapture() { capture(nullptr); }

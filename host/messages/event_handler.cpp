@@ -4,6 +4,15 @@
 
 namespace wainscot {
 
+namespace {
+using Forget = void (*)(EventHandler const&);
+constinit Forget forgetHook = nullptr;
+} // namespace
+
+void EventHandler::setForgetHook(void (*forget)(EventHandler const&)) {
+    forgetHook = forget;
+}
+
 EventHandler::EventHandler() : stamp_(IdStamp::make()) {
     UiThread::check("an event handler made");
     Liveness::add(this, stamp_);
@@ -16,6 +25,7 @@ EventHandler::~EventHandler() {
 void EventHandler::retireStamp() {
     if (!stamp_.valid()) return;
     UiThread::check("an event handler destroyed");
+    if (forgetHook) forgetHook(*this);
     Liveness::remove(this);
     stamp_.invalidate();
 }

@@ -38,6 +38,10 @@ public:
     /// The tree object that this handler is; null for all others.
     virtual Glob* asGlob();
 
+    /// Told of every handler that ends, so that nothing remembers it; installed by whoever keeps such
+    /// memories.
+    static void setForgetHook(void (*forget)(EventHandler const&));
+
 protected:
     /// Ends the handler's life for everyone who remembers it, before its destructor runs.
     void retireStamp();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -35,7 +36,7 @@ public:
         if (!entry) return false;
         entry->removed = true;
         --state_->live;
-        state_->sweepIfWorthwhile();
+        sweepIfWorthwhile(state_);
         return true;
     }
 
@@ -43,7 +44,7 @@ public:
         if (!state_) return;
         for (Entry& entry : state_->entries) entry.removed = true;
         state_->live = 0;
-        state_->sweepIfWorthwhile();
+        sweepIfWorthwhile(state_);
     }
 
     std::size_t size() const { return state_ ? state_->live : 0; }
@@ -75,20 +76,24 @@ private:
         Id lastId = 0;
         int walks = 0;
         bool dead = false;
-
-        void sweepIfWorthwhile() {
-            if (walks > 0 || live * 2 > entries.size()) return;
-            auto const gone = [](Entry const& entry) { return entry.removed; };
-            std::erase_if(entries, gone);
-        }
     };
+
+    /// What the removed held is let go last: its destructor may change or destroy this very list.
+    static void sweepIfWorthwhile(std::shared_ptr<State> state) {
+        if (state->walks > 0 || state->live * 2 > state->entries.size()) return;
+        auto const stays = [](Entry const& entry) { return !entry.removed; };
+        auto const firstGone = std::stable_partition(state->entries.begin(), state->entries.end(), stays);
+        std::vector<Entry> const gone(std::make_move_iterator(firstGone),
+                                      std::make_move_iterator(state->entries.end()));
+        state->entries.erase(firstGone, state->entries.end());
+    }
 
     /// Keeps the state alive and in place while a walk goes on.
     struct Walk {
         explicit Walk(std::shared_ptr<State> walked) : state(std::move(walked)) { ++state->walks; }
         ~Walk() {
             --state->walks;
-            if (!state->dead) state->sweepIfWorthwhile();
+            if (!state->dead) sweepIfWorthwhile(state);
         }
         Walk(Walk const&) = delete;
         Walk& operator=(Walk const&) = delete;

@@ -27,7 +27,7 @@ void erase(std::vector<std::uint32_t>& numbers, std::uint32_t number) {
 void ChildGrid::reset(std::vector<IntBox> const& boxes) {
     entries_.clear();
     large_.clear();
-    gone_ = 0;
+    gone_ = outside_ = 0;
     extent_ = IntBox();
     for (IntBox const& box : boxes) extent_ = extent_.unitedWith(box);
     double const wanted = std::clamp(static_cast<double>(boxes.size()) / 2.0, 16.0, 16384.0);
@@ -65,6 +65,7 @@ void ChildGrid::remove(std::uint32_t number) {
 }
 
 void ChildGrid::link(std::uint32_t number) {
+    if (!extent_.contains(entries_[number].box)) ++outside_;
     CellRange const range = cellsOf(entries_[number].box);
     if (range.count() > maxCellsOfOneChild) {
         large_.push_back(number);
@@ -76,6 +77,7 @@ void ChildGrid::link(std::uint32_t number) {
 }
 
 void ChildGrid::unlink(std::uint32_t number) {
+    if (!extent_.contains(entries_[number].box)) --outside_;
     CellRange const range = cellsOf(entries_[number].box);
     if (range.count() > maxCellsOfOneChild) {
         erase(large_, number);

@@ -24,14 +24,16 @@ public:
             number(*children[i], static_cast<std::uint32_t>(i));
             append(children[i], boxes[i]);
         }
+        built_ = entries_.size();
     }
 
     /// A child above all others; the answer is its number.
     std::uint32_t append(Glob* child, IntBox const& box);
     void move(std::uint32_t number, IntBox const& box);
     void remove(std::uint32_t number);
-    /// More than half of the numbers have no child any more.
-    bool isWorn() const { return gone_ * 2 > entries_.size(); }
+    /// Better built anew: many numbers have no child any more, there are many more children than it was made
+    /// for, or many lie outside what it was made for.
+    bool isWorn() const { return (gone_ + outside_) * 2 > entries_.size() || entries_.size() > built_ * 2; }
 
     /// Appends the children that meet `area`, from below to above.
     void find(IntBox const& area, std::vector<Glob*>& found) const;
@@ -59,6 +61,8 @@ private:
     int columns_ = 1;
     int rows_ = 1;
     std::size_t gone_ = 0;
+    std::size_t outside_ = 0;
+    std::size_t built_ = 0;
 };
 
 } // namespace wainscot

@@ -118,20 +118,26 @@ Glob* Glob::getRootParent(Glob* glob) {
     return glob;
 }
 
+bool Glob::mayTake(Glob const* child) const {
+    if (!is_good_glob_ptr(child) || !Tree::mayAdopt(this, child)) return false;
+    bool const isWindow = !child->parent_ && child->ownCanvas_.surface();
+    return !isWindow;
+}
+
 Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
-    if (!is_good_glob_ptr(child) || !Tree::mayAdopt(this, child)) {
+    if (!mayTake(child)) {
         refuse("addChild");
         return nullptr;
     }
-    if (!child->parent_ && child->ownCanvas_.surface()) {
-        refuse("addChild: it is a window");
-        return nullptr;
-    }
     if (child->parent_ != this) {
+        KbdFocus::joinTree(*child);
         if (child->parent_) child->parent_->takeWidget(child).release();
         Tree::link(*this, *child);
     }
+    LifeGuard const life = guard();
+    LifeGuard const childLife = child->guard();
     setWidgetDetails({child, position, surround});
+    if (!life.alive() || !childLife.alive()) return nullptr;
     child->makeDirty();
     describeChanged(DescriptionChange::children);
     return child;
@@ -351,12 +357,13 @@ void Glob::setScreenPos(XY<int> const& place) {
 
 XY<int> Glob::globXYToScreenXY(XY<int> const& place) const {
     XY<int> onScreen = place;
-    for (Glob const* glob = this; glob; glob = glob->parent_) onScreen += glob->position_;
+    for (Glob const* glob = this; glob; glob = glob->parent_)
+        onScreen = Placement::clampPlace(onScreen) + glob->position_;
     return onScreen;
 }
 
 XY<int> Glob::screenXYToGlobXY(XY<int> const& place) const {
-    return place - globXYToScreenXY({0, 0});
+    return Placement::clampPlace(place) - Placement::clampPlace(globXYToScreenXY({0, 0}));
 }
 
 IntBox Glob::screenBox() const {
@@ -372,6 +379,7 @@ void Glob::setVisible(bool visible) {
         loseInput();
     }
     setFlag(visibleFlag, visible);
+    Tree::noteChange();
     if (visible) {
         makeDirty();
         damageWithSurround();
@@ -407,6 +415,7 @@ void Glob::setOpacity(double opacity) {
 void Glob::mapCanvas() {
     if (canvas_->isMapped()) return;
     canvas_->setMapped(true);
+    Tree::noteChange();
     makeDirty();
     damageWithSurround();
 }
@@ -416,6 +425,7 @@ void Glob::unmapCanvas() {
     damageWithSurround();
     loseInput();
     canvas_->setMapped(false);
+    Tree::noteChange();
 }
 
 // Drawing
@@ -480,7 +490,7 @@ CanvasPlace Glob::canvasPlace() const {
         place.mapped = place.mapped && glob->isVisible() && glob->canvas_->isMapped();
         if (glob->ownsCanvas() && glob->parent_) place.opacity *= glob->canvas_->opacity();
         if (!glob->parent_) break;
-        place.origin += glob->position_;
+        place.origin = Placement::clampPlace(place.origin) + glob->position_;
         place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
         glob = glob->parent_;
     }

@@ -73,13 +73,18 @@ public:
     /// The topmost ancestor; a root's root is itself. Null for null.
     static Glob* getRootParent(Glob* glob);
 
-    /// Takes over a child and places it. Refused with null: no child, itself, an ancestor, something dying.
+    /// Whether `addChild` would take it.
+    bool mayTake(Glob const* child) const;
+    /// Takes over a child and places it. Refused with null: no child, itself, an ancestor, a window,
+    /// something dying. Null also when it, or this, was destroyed by someone who was told of it.
     /// A child of this parent is only placed anew; one of another parent is moved over.
     Glob* addChild(Glob* child, WidgetPosition const& position = {}, WidgetSurround surround = {});
     template <class T>
     T* addChild(std::unique_ptr<T> child, WidgetPosition const& position = {}, WidgetSurround surround = {}) {
-        if (!addChild(static_cast<Glob*>(child.get()), position, surround)) return nullptr;
-        return child.release();
+        T* const added = child.get();
+        if (!mayTake(added)) return addChild(nullptr), nullptr;
+        child.release();
+        return addChild(static_cast<Glob*>(added), position, surround) ? added : nullptr;
     }
     /// Adds a child at a corner; the last argument, where given, is the sibling below which it lies in the
     /// order.

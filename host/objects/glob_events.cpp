@@ -5,6 +5,7 @@
 #include "host/objects/dispatch.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
+#include "host/objects/placement.h"
 
 namespace wainscot {
 
@@ -34,9 +35,19 @@ bool goesToParents(Event const& event) {
            isKeyReleaseEvent(event) || isComposedTextEvent(event);
 }
 
+/// The inactive hear no keys.
+bool mayHear(Glob const& glob, Event const& event) {
+    bool const isKey = isKeyPressEvent(event) || isKeyReleaseEvent(event) || isComposedTextEvent(event);
+    return glob.isActive() || !isKey;
+}
+
 /// From `glob` upwards until somebody consumes it. Whoever dies while it is asked has consumed it.
 bool askUpwards(Glob* glob, Event const& event, Glob** consumer = nullptr) {
     while (glob) {
+        if (!mayHear(*glob, event)) {
+            glob = glob->parent();
+            continue;
+        }
         LifeGuard const life = glob->guard();
         Asking const asking(event, *glob);
         if (glob->react(event) || !life.alive()) {
@@ -54,6 +65,7 @@ bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer) {
     DispatchScope const scope(event);
     if (consumer) *consumer = nullptr;
     if (!is_good_glob_ptr(target)) return false;
+    if (!mayHear(*target, event)) return askUpwards(target->parent(), event, consumer);
     LifeGuard const life = target->guard();
     {
         Asking const asking(event, *target);
@@ -72,6 +84,7 @@ bool Glob::handleEvent(Event const& event) {
         for (Side::Offered const& entry : offered) {
             bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
             if (!wanted || !valid(entry.handler, entry.stamp)) continue;
+            Asking const asking(event, *entry.handler);
             if (entry.handler->handleEvent(event) || !life.alive()) return true;
         }
     }
@@ -111,7 +124,10 @@ void Glob::startMoving() {
 }
 
 void Glob::stopMoving() {
+    if (!isMoving()) return;
     setFlag(movingFlag, false);
+    // Where it was left is its place from now on, also when the parent is laid out again.
+    if (parent_) Placement::setRule(*this, WidgetPosition(CoordinateOrigin::bottomLeft, position_));
 }
 
 void Glob::loseInput() {
@@ -119,7 +135,9 @@ void Glob::loseInput() {
     EventSystem* const system = EventSystem::current();
     EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
     Glob const* const holder = captured ? captured->asGlob() : nullptr;
-    if (holder && (holder == this || isParentedTo(holder, this))) system->pointer.releaseCapture();
+    if (!holder || (holder != this && !isParentedTo(holder, this))) return;
+    system->pointer.releaseCapture();
+    captured->asGlob()->stopMoving();
 }
 
 void Glob::setInterest(int kinds) {

@@ -55,9 +55,10 @@ bool change(EventSystem& system, Glob& glob, IdStamp window) {
     LifeGuard const life = glob.guard();
     DispatchScope const scope;
     Change const telling(focus, window);
-    if (old) old->handleKbdFocus();
+    if (old) runHandler("handleKbdFocus", [&] { old->handleKbdFocus(); });
     if (EventSystem::current() != &system) return false;
-    if (life.alive() && focus.holder(window) == &glob) glob.handleKbdFocus();
+    if (life.alive() && focus.holder(window) == &glob)
+        runHandler("handleKbdFocus", [&] { glob.handleKbdFocus(); });
     return true;
 }
 
@@ -96,7 +97,12 @@ void KbdFocus::leave(Glob& top) {
     Glob* const root = Glob::getRootParent(&top);
     Glob* const holder = holderIn(*root);
     if (holder && (holder == &top || Glob::isParentedTo(holder, &top)))
-        system->focus.setHolder(root->idStamp(), root == &top ? nullptr : root);
+        system->focus.setHolder(root->idStamp(), root);
+}
+
+void KbdFocus::joinTree(Glob& child) {
+    EventSystem* const system = EventSystem::current();
+    if (system && !child.parent()) system->focus.forgetWindow(child.idStamp());
 }
 
 void KbdFocus::startIn(Glob& root) {

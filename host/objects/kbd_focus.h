@@ -23,6 +23,8 @@ public:
     static Glob* holderIn(Glob const& root);
     /// When the holder is `top` or below it: the root gets the focus, and nobody is told.
     static void leave(Glob& top);
+    /// A root is about to become a child: it has no focus of its own any more.
+    static void joinTree(Glob& child);
     /// Makes the root the holder of its own window, and nobody is told.
     static void startIn(Glob& root);
 };

@@ -23,38 +23,42 @@ void freeGlob(void* object) {
 
 void Lifetime::destroy(Glob& glob) {
     if (glob.isDying()) return;
-    std::vector<Glob*> const doomed = Tree::subtree(glob);
-    detach(glob, doomed);
+    // Whatever dies inside a notice waits with its memory until this is done.
     DispatchScope const untilAllAreListed;
-    for (Glob* dead : doomed) DispatchScope::freeWhenUnwound(freeGlob, dead);
+    for (Glob* dead : detach(glob)) DispatchScope::freeWhenUnwound(freeGlob, dead);
 }
 
 void Lifetime::detachFromDestructor(Glob& glob) {
     if (glob.isDying()) return;
-    std::vector<Glob*> doomed = Tree::subtree(glob);
-    detach(glob, doomed);
-    doomed.erase(doomed.begin());
     DispatchScope const untilAllAreListed;
-    for (Glob* dead : doomed) DispatchScope::freeWhenUnwound(freeGlob, dead);
+    for (Glob* dead : detach(glob))
+        if (dead != &glob) DispatchScope::freeWhenUnwound(freeGlob, dead);
 }
 
-void Lifetime::detach(Glob& top, std::vector<Glob*> const& doomed) {
+/// A notice may destroy an ancestor: what is being detached already is then left to the one who does it.
+std::vector<Glob*> Lifetime::detach(Glob& top) {
+    std::vector<Glob*> leaving;
+    std::vector<Glob*> const doomed = Tree::subtree(top, [&](Glob& glob) {
+        if (glob.isDying()) leaving.push_back(&glob);
+        return !glob.isDying();
+    });
     for (Glob* glob : doomed) glob->setFlag(Glob::dyingFlag, true);
     for (Glob* glob : doomed)
         if (glob->hasFlag(Glob::watchedFlag)) GlobNotices::deleted(*glob);
     leaveWindow(top);
-    EventSystem* const system = EventSystem::current();
-    for (Glob* glob : doomed) {
-        if (system) system->forget(glob);
-        glob->retireStamp();
-    }
+    for (Glob* glob : doomed) glob->retireStamp();
+    for (Glob* glob : leaving)
+        if (glob->parent_) Tree::unlink(*glob);
     if (top.parent_) Tree::unlink(top);
     Tree::scatter(doomed);
+    return doomed;
 }
 
 void Lifetime::leaveWindow(Glob& top) {
     top.damageWithSurround();
     KbdFocus::leave(top);
+    EventSystem* const system = EventSystem::current();
+    if (system && !top.parent_) system->focus.forgetWindow(top.idStamp());
     iRootHost* const host = iRootHost::current();
     if (!top.parent_ && top.ownCanvas_.surface() && host) host->rootDying(top);
     top.ownCanvas_.attach(nullptr);

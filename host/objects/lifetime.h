@@ -14,7 +14,8 @@ public:
     static void detachFromDestructor(Glob& glob);
 
 private:
-    static void detach(Glob& top, std::vector<Glob*> const& doomed);
+    /// The answer is what has been detached, parents before children.
+    static std::vector<Glob*> detach(Glob& top);
     static void leaveWindow(Glob& top);
 };
 

@@ -58,6 +58,8 @@ private:
     std::vector<Glob*> found_;
     Item const* drawing_ = nullptr;
     bool childrenDrawn_ = false;
+    static constexpr int maxNesting = 256;
+    int nesting_ = 0;
 };
 
 constinit Visit* Visit::current = nullptr;
@@ -157,10 +159,14 @@ void Visit::pushChildren(Item const& item) {
 
 bool Visit::drawChildrenNow(Glob& glob) {
     if (!drawing_ || drawing_->glob != &glob || childrenDrawn_) return false;
+    // Deeper than any interface: the children follow after the drawing, as they do without this call.
+    if (nesting_ >= maxNesting) return true;
+    ++nesting_;
     Item const item = *drawing_;
     std::size_t const bottom = stack_.size();
     pushChildren(item);
     drain(bottom);
+    --nesting_;
     childrenDrawn_ = true;
     if (EventHandler::valid(item.glob, item.stamp)) enterCanvas(item);
     return true;

@@ -15,15 +15,11 @@ namespace {
 
 constexpr double maxSize = std::numeric_limits<unsigned short>::max();
 /// Places beyond this cannot be added up any more.
-constexpr int maxPlace = 1 << 30;
+constexpr int maxPlace = 1 << 29;
 
 unsigned short toSize(double value) {
     if (!(value > 0.0)) return 0;
     return static_cast<unsigned short>(std::lround(std::min(value, maxSize)));
-}
-
-XY<int> clampPlace(XY<int> place) {
-    return {std::clamp(place.x, -maxPlace, maxPlace), std::clamp(place.y, -maxPlace, maxPlace)};
 }
 
 int saturatingAdd(int a, int b) {
@@ -44,7 +40,7 @@ int alignedStart(WidgetAlignment alignment, int low, int high, int size) {
 }
 
 XY<int> besideSibling(WidgetPosition const& position, IntBox const& sibling, XY<int> size) {
-    int const gap = position.gap();
+    int const gap = std::clamp(position.gap(), -maxPlace, maxPlace);
     int const alongX = alignedStart(position.alignment(), sibling.x1, sibling.x2, size.x);
     int const alongY = alignedStart(position.alignment(), sibling.y1, sibling.y2, size.y);
     switch (position.relativity()) {
@@ -61,7 +57,7 @@ XY<int> besideSibling(WidgetPosition const& position, IntBox const& sibling, XY<
 }
 
 XY<int> fromCorner(WidgetPosition const& position, IntBox const& area, XY<int> size) {
-    auto const [x, y] = position.offset();
+    auto const [x, y] = Placement::clampPlace(position.offset());
     int const left = saturatingAdd(area.x1, x);
     int const right = saturatingAdd(area.x2 - size.x, -x);
     int const bottom = saturatingAdd(area.y1, y);
@@ -88,6 +84,10 @@ XY<int> fromCorner(WidgetPosition const& position, IntBox const& area, XY<int> s
 }
 
 } // namespace
+
+XY<int> Placement::clampPlace(XY<int> place) {
+    return {std::clamp(place.x, -maxPlace, maxPlace), std::clamp(place.y, -maxPlace, maxPlace)};
+}
 
 void Placement::setRule(Glob& child, WidgetPosition const& position) {
     child.setFlag(Glob::relativeFlag, position.isRelative());

@@ -8,6 +8,8 @@ namespace wainscot {
 /// (damage, move notices, the parent's search grid).
 class Placement {
 public:
+    /// Kept where sums of places cannot overflow.
+    static XY<int> clampPlace(XY<int> place);
     static void setRule(Glob& child, WidgetPosition const& position);
     static WidgetPosition rule(Glob const& child);
     /// The place that a rule gives a child of that size; a rule about a sibling that has gone keeps

@@ -4,6 +4,10 @@
 
 namespace wainscot {
 
+namespace {
+constinit std::uint64_t changeCount = 0;
+}
+
 bool Tree::mayAdopt(Glob const* parent, Glob const* child) {
     if (!parent || !child || parent == child || parent->isDying() || child->isDying()) return false;
     bool const childHasNone = !child->firstChild_;
@@ -17,11 +21,10 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
     (child.previous_ ? child.previous_->next_ : parent.firstChild_) = &child;
     (before ? before->previous_ : parent.lastChild_) = &child;
     ++parent.numChildren_;
+    noteChange();
     if (!parent.side_ || !parent.side_->grid) return;
-    if (before)
-        dropGrid(parent);
-    else
-        child.gridNumber_ = parent.side_->grid->append(&child, child.box());
+    child.gridNumber_ = before ? 0 : parent.side_->grid->append(&child, child.box());
+    if (before || parent.side_->grid->isWorn()) dropGrid(parent);
 }
 
 void Tree::unlink(Glob& child) {
@@ -30,17 +33,23 @@ void Tree::unlink(Glob& child) {
     (child.next_ ? child.next_->previous_ : parent.lastChild_) = child.previous_;
     child.parent_ = child.previous_ = child.next_ = nullptr;
     --parent.numChildren_;
+    noteChange();
     if (!parent.side_ || !parent.side_->grid) return;
     parent.side_->grid->remove(child.gridNumber_);
     if (parent.side_->grid->isWorn()) dropGrid(parent);
 }
 
 std::vector<Glob*> Tree::subtree(Glob& top) {
+    return subtree(top, [](Glob&) { return true; });
+}
+
+std::vector<Glob*> Tree::subtree(Glob& top, std::function<bool(Glob&)> const& enter) {
     std::vector<Glob*> found;
     Glob* glob = &top;
     while (glob) {
-        found.push_back(glob);
-        if (glob->firstChild_) {
+        bool const entered = enter(*glob);
+        if (entered) found.push_back(glob);
+        if (entered && glob->firstChild_) {
             glob = glob->firstChild_;
             continue;
         }
@@ -48,6 +57,14 @@ std::vector<Glob*> Tree::subtree(Glob& top) {
         glob = glob == &top ? nullptr : glob->next_;
     }
     return found;
+}
+
+std::uint64_t Tree::numChanges() {
+    return changeCount;
+}
+
+void Tree::noteChange() {
+    ++changeCount;
 }
 
 void Tree::scatter(std::vector<Glob*> const& globs) {
@@ -87,9 +104,11 @@ void Tree::childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>&
 }
 
 void Tree::childBoxChanged(Glob& child) {
+    noteChange();
     Glob* const parent = child.parent_;
-    if (parent && parent->side_ && parent->side_->grid)
-        parent->side_->grid->move(child.gridNumber_, child.box());
+    if (!parent || !parent->side_ || !parent->side_->grid) return;
+    parent->side_->grid->move(child.gridNumber_, child.box());
+    if (parent->side_->grid->isWorn()) dropGrid(*parent);
 }
 
 Glob* Tree::globAt(Glob& top, XY<int> place) {

@@ -17,6 +17,11 @@ public:
     static void unlink(Glob& child);
     /// The subtree, parents before children.
     static std::vector<Glob*> subtree(Glob& top);
+    /// The same without the objects that `enter` refuses, and all below them.
+    static std::vector<Glob*> subtree(Glob& top, std::function<bool(Glob&)> const& enter);
+    /// Counts changes of links, boxes and visibility: what may move objects under a resting pointer.
+    static std::uint64_t numChanges();
+    static void noteChange();
     /// Cuts all links of detached objects from each other.
     static void scatter(std::vector<Glob*> const& globs);
     /// Appends the children whose boxes meet `area` (in the parent's coordinates), from below to above.

@@ -12,6 +12,9 @@ Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
     if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
     openBackend();
     iClock::install(&backend_->clock());
+    openPreferences();
+    commands_ = std::make_unique<CommandMap>();
+    keyBindings_ = std::make_unique<KeybindingManager>();
     events_ = std::make_unique<EventSystem>([backend = backend_.get()] { backend->wake(); });
     windows_ = std::make_unique<GlobManager>(*backend_);
     loop_ = std::make_unique<EventLoop>(*backend_, *events_, *windows_);
@@ -25,10 +28,21 @@ void Host::openBackend() {
     backend_ = std::move(offscreen);
 }
 
+void Host::openPreferences() {
+    bool const onScreen = settings_.screen == HostSettings::Screen::desktop;
+    using Storage = EditorPreferences::Storage;
+    preferences_ =
+        std::make_unique<EditorPreferences>(settings_.name, onScreen ? Storage::file : Storage::memory);
+    if (!settings_.preferenceFolder.empty()) preferences_->setFolder(settings_.preferenceFolder);
+}
+
 Host::~Host() {
     loop_.reset();
     windows_.reset();
     events_.reset();
+    keyBindings_.reset();
+    commands_.reset();
+    preferences_.reset();
     iClock::install(nullptr);
 }
 

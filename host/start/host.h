@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/base/lightweight_string.h"
+#include "host/events/keybinding_manager.h"
+#include "host/services/command_map.h"
+#include "host/services/preferences.h"
 #include "host/windows/event_loop.h"
 
 #include <memory>
@@ -22,6 +25,9 @@ struct HostSettings {
     Screen screen = Screen::desktop;
     /// Device pixels in a logical pixel, for the offscreen kind only.
     double deviceScale = 1.0;
+    /// Where the preferences are kept instead of the folder of the name (UTF-8 path). Without it the
+    /// offscreen kind keeps them in memory only.
+    LightweightString<char> preferenceFolder;
 };
 
 /// The host of a program: made first in `main`, destroyed last. One lives at a time.
@@ -55,11 +61,15 @@ public:
 
 private:
     void openBackend();
+    void openPreferences();
 
     HostSettings settings_;
     LightweightString<char> problem_;
     std::unique_ptr<Backend> backend_;
     OffscreenBackend* offscreen_ = nullptr;
+    std::unique_ptr<EditorPreferences> preferences_;
+    std::unique_ptr<CommandMap> commands_;
+    std::unique_ptr<KeybindingManager> keyBindings_;
     std::unique_ptr<EventSystem> events_;
     std::unique_ptr<GlobManager> windows_;
     std::unique_ptr<EventLoop> loop_;

@@ -5,6 +5,9 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
+#include "host/services/preferences.h"
+
+#include <algorithm>
 
 namespace wainscot {
 
@@ -25,6 +28,18 @@ void mergeMoves(std::vector<InputEvent>& input) {
     input.resize(kept);
 }
 
+/// Writes settings that have waited long enough; gives when the next ones will have.
+std::optional<double> writePreferences() {
+    EditorPreferences* const store = EditorPreferences::current();
+    if (!store) return {};
+    store->writeIfDue();
+    return store->nextWrite();
+}
+
+std::optional<double> sooner(std::optional<double> a, std::optional<double> b) {
+    return a && b ? std::min(*a, *b) : a ? a : b;
+}
+
 } // namespace
 
 EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
@@ -43,16 +58,19 @@ void EventLoop::handle(char const* where, Handler handler) {
 }
 
 int EventLoop::run() {
-    quit_ = false;
-    exitCode_ = 0;
+    if (turning_ || DispatchScope::isActive()) {
+        Diagnostics::count("loop run from inside a handler", "run");
+        return 1;
+    }
     while (!quit_ && windows_.numWindows() > 0) {
         turn();
         if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
         std::optional<double> const due = events_.timers.nextDue();
         if (!due && !backend_.isInteractive()) break;
-        backend_.wait(due);
+        backend_.wait(sooner(due, writePreferences()));
     }
-    return exitCode_;
+    quit_ = false;
+    return std::exchange(exitCode_, 0);
 }
 
 void EventLoop::quit(int code) {
@@ -102,8 +120,17 @@ void EventLoop::takeCalls() {
 }
 
 void EventLoop::drain() {
+    int delivered = 0;
     for (int round = 0; round < maxRounds && !events_.queue.empty(); ++round) {
-        for (EventQueue::Entry& entry : events_.queue.take()) deliver(entry);
+        std::deque<EventQueue::Entry> entries = events_.queue.take();
+        while (!entries.empty() && delivered < maxDeliveries) {
+            EventQueue::Entry entry = std::move(entries.front());
+            entries.pop_front();
+            deliver(entry);
+            ++delivered;
+        }
+        events_.queue.putBack(entries);
+        if (delivered == maxDeliveries) break;
     }
     if (!events_.queue.empty()) Diagnostics::count("queue not drained", "handlers keep posting");
 }
@@ -127,9 +154,8 @@ void EventLoop::deliver(EventQueue::Entry& entry) {
 }
 
 void EventLoop::paint() {
-    if (!windows_.hasPaintWork()) return;
-    handle("painting", [&] { windows_.paintPending(); });
-    handle("containment", [&] { router_.refreshContainment(); });
+    if (windows_.hasPaintWork()) handle("painting", [&] { windows_.paintPending(); });
+    if (router_.containmentIsStale()) handle("containment", [&] { router_.refreshContainment(); });
 }
 
 bool EventLoop::isIdle() const {

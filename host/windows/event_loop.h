@@ -14,7 +14,8 @@ public:
     EventLoop(Backend& backend, EventSystem& events, GlobManager& windows);
 
     /// Turns until the last window has closed or `quit()` is called; the answer is the argument of that, or
-    /// 0. Without a screen it also ends when nothing can happen any more.
+    /// 0. A `quit()` that came before ends it at once. Without a screen it also ends when nothing can happen
+    /// any more. Refused with 1 inside a handler.
     int run();
     void quit(int code);
     /// One turn, without sleeping. Refused inside a handler: the loop never runs from there.
@@ -28,6 +29,8 @@ public:
 
     /// Rounds of delivery after one input event or timer; what is left then waits for the next turn.
     static constexpr int maxRounds = 64;
+    /// Deliveries after one input event or timer, likewise.
+    static constexpr int maxDeliveries = 100000;
 
 private:
     void dispatchInput();

@@ -56,10 +56,13 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, std::optional<XY
 }
 
 bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
-    if (!is_good_glob_ptr(root) || root->isChildGlob() || root->isDying()) {
-        Diagnostics::count("window refused", "not a root");
+    bool const isRoot = is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
+    if (!isRoot || !root->ownsCanvas()) {
+        Diagnostics::count("window refused", "not a root with a canvas of its own");
         return false;
     }
+    DispatchScope const keepsWindow;
+    LifeGuard const life = root->guard();
     if (TopLevelWindow* known = windowOf(root)) {
         known->native().raise();
         broughtToFront(*known);
@@ -74,6 +77,7 @@ bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
     TopLevelWindow& window = *windows_.back();
     stacking_.push_back(&window);
     window.nativeMoved(window.native().place());
+    if (!life.alive()) return false;
     KbdFocus::startIn(*root);
     if (!EventSystem::live().focus.activeWindow().valid()) activated(window);
     if (root->isVisible()) window.native().show();
@@ -165,7 +169,12 @@ void GlobManager::rootDying(Glob& root) {
     std::erase(stacking_, window);
     window->close();
     if (glib_rootcanvas() == root.canvas()) glib_setrootcanvas(nullptr);
-    if (EventSystem* system = EventSystem::current()) system->focus.forgetWindow(root.idStamp());
+    if (EventSystem* system = EventSystem::current()) {
+        bool const wasActive = system->focus.activeWindow() == root.idStamp();
+        if (wasActive) system->focus.setApplicationHasFocus(false);
+        // The release of a button that was pressed in it may never be reported.
+        if (system->pointer.pressedWindow == root.idStamp()) system->pointer.forgetPress();
+    }
     DispatchScope::freeWhenUnwound(freeWindow, window);
 }
 
@@ -199,7 +208,13 @@ void GlobManager::dropPending() {
 
 void GlobManager::closeAll() {
     DispatchScope const scope;
-    while (!windows_.empty()) destroy(&windows_.back()->root());
+    auto const living = [this] {
+        std::vector<Glob*> found = roots();
+        std::erase_if(found, [](Glob* root) { return root->isDying(); });
+        return found;
+    };
+    // Handlers may open further windows meanwhile.
+    for (std::vector<Glob*> left = living(); !left.empty(); left = living()) destroy(left.back());
 }
 
 } // namespace wainscot

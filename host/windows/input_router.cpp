@@ -14,6 +14,8 @@ namespace wainscot {
 namespace {
 
 constexpr int maxNotches = 100;
+/// No pointer is further away than this; sums of places stay within their range.
+constexpr int maxPlace = 1 << 28;
 constexpr double wheelGestureMs = 500.0;
 constexpr int wheelGestureReach = 8;
 
@@ -41,8 +43,11 @@ bool isReturnOrSpace(std::uint32_t code) {
 
 } // namespace
 
-void InputRouter::route(InputEvent const& input) {
+void InputRouter::route(InputEvent const& reported) {
     using Kind = InputEvent::Kind;
+    InputEvent input = reported;
+    input.place = {std::clamp(input.place.x, -maxPlace, maxPlace),
+                   std::clamp(input.place.y, -maxPlace, maxPlace)};
     switch (input.kind) {
     case Kind::pointerPressed:
         return routePress(input);
@@ -124,6 +129,7 @@ void InputRouter::routePress(InputEvent const& input) {
     pointer.chord = !first;
     Glob* const target = first ? globUnder(input) : shownOrNull(captureHolder());
     pointer.heldButtons |= bit;
+    if (first) pointer.pressedWindow = target ? Glob::getRootParent(target)->idStamp() : IdStamp();
     if (!target) return;
     if (first) pointer.capture(target);
     Glob* consumer = nullptr;
@@ -172,6 +178,7 @@ void InputRouter::updateContainment(Glob* under) {
 }
 
 void InputRouter::refreshContainment() {
+    seenChanges_ = Tree::numChanges();
     updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
 }
 
@@ -247,6 +254,10 @@ void InputRouter::dispatchKey(Event& event) {
 
 // Windows
 
+bool InputRouter::containmentIsStale() const {
+    return seenChanges_ != Tree::numChanges();
+}
+
 void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
     using Kind = InputEvent::Kind;
     switch (input.kind) {
@@ -274,11 +285,19 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
 
 void InputRouter::activated(TopLevelWindow& window) {
     events_.focus.setApplicationHasFocus(true);
-    if (window.root().canBeIt()) windows_.activated(window);
+    if (!window.root().canBeIt()) return;
+    windows_.activated(window);
+    redrawFocusMark(window);
+}
+
+/// Widgets show their mark of the focus only while the application has it.
+void InputRouter::redrawFocusMark(TopLevelWindow& window) {
+    if (Glob* holder = KbdFocus::holderIn(window.root())) holder->makeDirty();
 }
 
 void InputRouter::deactivated(TopLevelWindow& window) {
     if (events_.focus.activeWindow() == window.rootStamp()) events_.focus.setApplicationHasFocus(false);
+    redrawFocusMark(window);
 }
 
 } // namespace wainscot

@@ -15,6 +15,8 @@ public:
     void route(InputEvent const& input);
     /// Brings containment up to date after the tree has changed under a resting pointer.
     void refreshContainment();
+    /// Something has been moved, added, removed, shown or hidden since then.
+    bool containmentIsStale() const;
 
 private:
     void routePress(InputEvent const& input);
@@ -27,6 +29,7 @@ private:
     void routeWindow(InputEvent const& input, TopLevelWindow& window);
     void activated(TopLevelWindow& window);
     void deactivated(TopLevelWindow& window);
+    void redrawFocusMark(TopLevelWindow& window);
 
     Event pointerEvent(int kind, InputEvent const& input) const;
     /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
@@ -45,6 +48,7 @@ private:
     ContainmentPath containment_;
     bool pointerIsInside_ = false;
     NativeWindowId pointerWindow_ = 0;
+    std::uint64_t seenChanges_ = 0;
 
     // The wheel gesture under way.
     Glob* wheelGlob_ = nullptr;

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "host/base/export.h"
+#include "host/base/lightweight_string.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace wainscot {
+
+/// A JSON value: built step by step and written as text, or read from text with `parseJson`.
+///
+/// Texts are UTF-8 inside. Copies are independent. Arrays and objects lie at most `maxDepth` inside each
+/// other.
+class WAINSCOT_API JsonValue {
+public:
+    using Text = LightweightString<char>;
+    using Array = std::vector<JsonValue>;
+    using Object = std::map<Text, JsonValue>;
+    static constexpr int maxDepth = 100;
+
+    /// null
+    JsonValue() = default;
+    explicit JsonValue(bool value) : value_(value) {}
+    explicit JsonValue(int value) : value_(std::int64_t(value)) {}
+    explicit JsonValue(std::int64_t value) : value_(value) {}
+    /// What is not finite is written as null.
+    explicit JsonValue(double value) : value_(value) {}
+    explicit JsonValue(Text value) : value_(std::move(value)) {}
+    explicit JsonValue(char const* value) : value_(Text(value)) {}
+    explicit JsonValue(LightweightString<wchar_t> const& value);
+    explicit JsonValue(wchar_t const* value) : JsonValue(LightweightString<wchar_t>(value)) {}
+    static JsonValue array();
+    static JsonValue object();
+
+    bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
+    bool isArray() const { return std::holds_alternative<Array>(value_); }
+    bool isObject() const { return std::holds_alternative<Object>(value_); }
+
+    /// The value, or nothing when it is of another kind.
+    std::optional<bool> asBool() const;
+    /// Also nothing for numbers with decimals or beyond 64 bits.
+    std::optional<std::int64_t> asInteger() const;
+    /// Integers, too.
+    std::optional<double> asNumber() const;
+    std::optional<Text> asText() const;
+    std::optional<LightweightString<wchar_t>> asWideText() const;
+
+    /// Elements of an array or members of an object; 0 for everything else.
+    std::size_t size() const;
+    /// An element of an array; the null value where there is none.
+    JsonValue const& at(std::size_t index) const;
+    /// A member of an object; the null value where there is none.
+    JsonValue const& member(Text const& key) const;
+    bool has(Text const& key) const;
+    /// The members of an object in the order of their names; empty for everything else.
+    Object const& members() const;
+
+    /// Appends to an array. False, and nothing done, when this is none or the depth would be too large.
+    bool add(JsonValue value);
+    /// Sets a member of an object. False, and nothing done, when this is none or the depth would be too
+    /// large.
+    bool set(Text const& key, JsonValue value);
+    /// Takes a member away; false when there is none.
+    bool erase(Text const& key);
+
+    /// The value as JSON text. Bytes that are no UTF-8 become U+FFFD. `indent` blanks a level, on lines of
+    /// their own; negative = everything on one line.
+    Text write(int indent = -1) const;
+
+    friend bool operator==(JsonValue const& a, JsonValue const& b) { return a.value_ == b.value_; }
+
+private:
+    bool mayHold(JsonValue const& child) const { return child.depth_ < maxDepth; }
+    void deepenFor(JsonValue const& child);
+
+    std::variant<std::monostate, bool, std::int64_t, double, Text, Array, Object> value_;
+    /// How many arrays and objects lie inside each other, this one included.
+    int depth_ = 0;
+};
+
+/// What `parseJson` has found.
+struct ParsedJson {
+    /// Nothing when the text is no JSON.
+    std::optional<JsonValue> value;
+    /// Why not, for people; empty when it is.
+    LightweightString<char> message;
+    /// Where the fault was noticed, counted from 1; columns in characters.
+    std::size_t line = 0;
+    std::size_t column = 0;
+};
+
+/// Reads a whole text as one JSON value. Refused are invalid UTF-8, halves of surrogate pairs, numbers beyond
+/// the range of `double`, nesting beyond `JsonValue::maxDepth`, and anything behind the value. Of several
+/// members with one name the last counts.
+WAINSCOT_API ParsedJson parseJson(std::string_view text);
+/// The same from wide text; what is no code point in it becomes U+FFFD.
+WAINSCOT_API ParsedJson parseJson(LightweightString<wchar_t> const& text);
+
+} // namespace wainscot

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/services/resources.h"
+
+/// The resource texts that the host itself uses; built in in English, so that they are always there.
+namespace wainscot::TextId {
+
+/// The word for "off", with which the options of check boxes in menus are compared.
+inline constexpr ResId off = 10001;
+inline constexpr ResId on = 10002;
+
+inline constexpr ResId fileSystem = 10101;
+inline constexpr ResId home = 10102;
+inline constexpr ResId desktop = 10103;
+inline constexpr ResId documents = 10104;
+inline constexpr ResId downloads = 10105;
+inline constexpr ResId music = 10106;
+inline constexpr ResId pictures = 10107;
+inline constexpr ResId videos = 10108;
+
+inline constexpr ResId nameEmpty = 10201;
+inline constexpr ResId nameReserved = 10202;
+inline constexpr ResId nameSeparator = 10203;
+inline constexpr ResId nameTooLong = 10204;
+
+} // namespace wainscot::TextId

@@ -1,0 +1,80 @@
+#include "host/services/user_folders.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <sys/stat.h>
+
+namespace wainscot {
+
+namespace {
+
+/// A folder that the environment names; what is no absolute path does not count.
+std::string folderFrom(char const* variable) {
+    char const* const value = std::getenv(variable);
+    if (!value || *value != '/') return {};
+    std::string folder = value;
+    while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+    return folder;
+}
+
+std::string configRoot() {
+    std::string named = folderFrom("XDG_CONFIG_HOME");
+    if (!named.empty()) return named;
+    std::string const home = folderFrom("HOME");
+    return home.empty() ? home : home + "/.config";
+}
+
+/// One folder's name, whatever the program is called.
+std::string asFolderName(std::string name) {
+    for (char& c : name)
+        if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '_';
+    if (!name.empty() && name.front() == '.') name.front() = '_';
+    return name;
+}
+
+bool isFolder(std::string const& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// The value of a line such as XDG_MUSIC_DIR="$HOME/Music", where quotes and "$" may be escaped.
+std::string folderInLine(std::string const& line, std::string const& key) {
+    std::string const beginning = "XDG_" + key + "_DIR=\"";
+    if (line.compare(0, beginning.size(), beginning) != 0) return {};
+    std::string rest = line.substr(beginning.size());
+    std::string folder;
+    if (rest.compare(0, 5, "$HOME") == 0) {
+        folder = folderFrom("HOME");
+        rest.erase(0, 5);
+    }
+    for (std::size_t i = 0; i < rest.size() && rest[i] != '"'; ++i) {
+        if (rest[i] == '\\' && i + 1 < rest.size()) ++i;
+        folder += rest[i];
+    }
+    return folder;
+}
+
+} // namespace
+
+LightweightString<char> getHomeFolder() {
+    return LightweightString<char>(folderFrom("HOME"));
+}
+
+LightweightString<char> getConfigFolder(LightweightString<char> const& programName) {
+    std::string const root = configRoot();
+    std::string const name = asFolderName(std::string(programName.view()));
+    return LightweightString<char>(root.empty() || name.empty() ? std::string() : root + "/" + name);
+}
+
+LightweightString<char> getStandardFolder(char const* name) {
+    std::ifstream list(configRoot() + "/user-dirs.dirs");
+    for (std::string line; std::getline(list, line);) {
+        std::string const folder = folderInLine(line, name);
+        if (!folder.empty() && folder.front() == '/' && isFolder(folder))
+            return LightweightString<char>(folder);
+    }
+    return {};
+}
+
+} // namespace wainscot

@@ -1,0 +1,192 @@
+#include "host/base/convert.h"
+#include "host/services/drive_list.h"
+#include "host/services/files.h"
+#include "host/services/preferences.h"
+#include "host/services/recent_paths.h"
+#include "tests/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <ctime>
+#include <fcntl.h>
+#include <map>
+#include <random>
+#include <string>
+#include <sys/stat.h>
+
+namespace wainscot {
+namespace {
+
+using Narrow = LightweightString<char>;
+using Wide = LightweightString<wchar_t>;
+using testing::ElementsAre;
+
+Wide wide(std::string const& bytes) {
+    return fileNameFromBytes(Narrow(bytes));
+}
+
+TEST(FileNames, AnyBytesSurviveTheWayToTextAndBack) {
+    std::mt19937 random(2);
+    std::string_view const pieces[] = {"a",
+                                       "\xC3\xA9",
+                                       "\xC3",
+                                       "\xE2\x82\xAC",
+                                       "\xE2\x82",
+                                       "\xFF",
+                                       "\xED\xA0\x80",
+                                       "\xF3\xB0\xBE\xBF",
+                                       "\xF3\xB0\xBF\xBF",
+                                       "\xF3\xB0\xBE",
+                                       "\xF4\x90\x80\x80",
+                                       "\xC0\x80",
+                                       "\xE0\x80\x80",
+                                       "\xF0\x80\x80\x80",
+                                       "\xF0\x9F\x98\x80",
+                                       "\xEF\xBF\xBD",
+                                       "\n",
+                                       "\x80"};
+    int escaped = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        std::string bytes;
+        for (auto n = random() % 8; n > 0; --n)
+            bytes += random() % 3 ? std::string(pieces[random() % std::size(pieces)])
+                                  : std::string(1, static_cast<char>(random() % 256));
+        Wide const text = wide(bytes);
+        ASSERT_EQ(fileNameToBytes(text), Narrow(bytes));
+        // What is shown may be kept as UTF-8, in preferences for example.
+        ASSERT_EQ(fromUTF8(toUTF8(text)), text);
+        escaped += text != fromUTF8(Narrow(bytes));
+    }
+    EXPECT_GT(escaped, 5'000);
+    EXPECT_EQ(wide("a\xC3\xA9\U0001F600"), L"a\u00E9\U0001F600");
+    EXPECT_EQ(wide("a\xFF"), L"a\U000F0FFF");
+}
+
+TEST(FileNames, AreValidated) {
+    Wide reason = L"old";
+    for (wchar_t const* good : {L"a", L"...", L" ", L"\u00E9\n", L".hidden"}) {
+        EXPECT_TRUE(validateFileName(good, &reason));
+        EXPECT_EQ(reason, L"");
+    }
+    for (Wide const& bad : {Wide(), Wide(L"."), Wide(L".."), Wide(L"a/b"), Wide(L"a\0b", 3), Wide(256, L'x'),
+                            Wide(128, L'\u00E9'), wide(std::string(256, '\xFF'))}) {
+        EXPECT_FALSE(validateFileName(bad, &reason));
+        EXPECT_NE(reason, L"");
+    }
+    EXPECT_TRUE(validateFileName(wide(std::string(255, '\xFF'))));
+}
+
+TEST(Files, PathsAreJoinedAndTakenApart) {
+    EXPECT_EQ(joinPaths(L"/a", L"b"), L"/a/b");
+    EXPECT_EQ(joinPaths(L"/a/", L"b"), L"/a/b");
+    EXPECT_EQ(joinPaths(L"/", L"b"), L"/b");
+    EXPECT_EQ(joinPaths(L"/a", L"/b"), L"/b");
+    EXPECT_EQ(joinPaths(L"", L"b"), L"b");
+    EXPECT_EQ(joinPaths(L"/a", L""), L"/a");
+    std::map<Wide, Wide> const parents = {{L"/a/b", L"/a"}, {L"/a/b//", L"/a"}, {L"/a//b", L"/a"},
+                                          {L"/a", L"/"},    {L"/", L"/"},       {L"//", L"/"},
+                                          {L"a", L""},      {L"", L""},         {L"a/b", L"a"}};
+    for (auto const& [path, parent] : parents) EXPECT_EQ(getPath(path), parent) << toUTF8(path).c_str();
+}
+
+TEST(Files, FoldersAreListedWithHostileEntries) {
+    TemporaryFolder const folder;
+    std::string const odd = "line\nbreak \xFF\xC3";
+    folder.write("plain", "12345");
+    folder.write(odd, "");
+    folder.write(std::string(255, 'n'), "");
+    folder.write("sub/x", "");
+    std::filesystem::create_symlink("nowhere", folder.path("broken"));
+    std::filesystem::create_symlink("loop", folder.path("loop"));
+    std::filesystem::create_symlink("sub", folder.path("link"));
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    timespec const times[2] = {{1'000'000'000, 0}, {1'234'567'890, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, folder.path("plain").c_str(), times, 0), 0);
+
+    iFileManager::Contents const contents = getDirectoryContents(wide(folder.path()));
+    EXPECT_EQ(contents.message, L"");
+    std::map<Wide, iFileManager::DirectoryItem> items;
+    for (auto const& item : contents.items) items[item.name] = item;
+    ASSERT_EQ(items.size(), 8u);
+    EXPECT_EQ(contents.items.size(), 8u);
+    EXPECT_EQ(items[L"plain"].kind, iFileManager::eFile);
+    EXPECT_EQ(items[L"plain"].size, 5u);
+    EXPECT_EQ(items[L"plain"].time, 1'234'567'890u);
+    EXPECT_EQ(items[L"sub"].kind, iFileManager::eFolder);
+    EXPECT_EQ(items[L"sub"].size, 0u);
+    EXPECT_EQ(items[L"link"].kind, iFileManager::eFolder);
+    EXPECT_TRUE(items[L"link"].isLink && !items[L"link"].isBrokenLink);
+    for (wchar_t const* name : {L"broken", L"loop"}) {
+        EXPECT_EQ(items[name].kind, iFileManager::eFile);
+        EXPECT_TRUE(items[name].isBrokenLink);
+        EXPECT_FALSE(fileExists(items[name].path));
+    }
+    EXPECT_EQ(items[L"pipe"].kind, iFileManager::eSpecial);
+    EXPECT_TRUE(fileExists(items[wide(odd)].path));
+    EXPECT_TRUE(fileExists(items[Wide(255, L'n')].path));
+}
+
+TEST(Files, WhatIsNotThereIsSaid) {
+    TemporaryFolder const folder;
+    folder.write("plain", "");
+    for (Wide const& path : {wide(folder.path("none")), wide(folder.path("plain")), Wide(),
+                             wide(folder.path()) + Wide(L"\0x", 2), wide(std::string(5000, 'x'))}) {
+        iFileManager::Contents const contents = getDirectoryContents(path);
+        EXPECT_NE(contents.message, L"");
+        EXPECT_TRUE(contents.items.empty());
+    }
+    EXPECT_FALSE(fileExists(wide(folder.path("plain")) + Wide(L"\0x", 2)));
+    EXPECT_TRUE(fileExists(wide(folder.path("plain"))));
+    EXPECT_FALSE(folderExists(wide(folder.path("plain"))));
+}
+
+TEST(Places, MountPointsAreThoseForPeople) {
+    auto const points = findMountPoints("sysfs /sys sysfs rw 0 0\n"
+                                        "/dev/sda1 / ext4 rw 0 0\n"
+                                        "/dev/sdb1 /media/me/USB\\040\\134stick vfat rw 0 0\n"
+                                        "server:/x /home/shared nfs4 rw 0 0\n"
+                                        "/dev/sdc /mnt/bad\\9\\04 ext4\n"
+                                        "rubbish\n\n/dev/x relative nfs");
+    EXPECT_THAT(points, ElementsAre("/media/me/USB \\stick", "/home/shared", "/mnt/bad\\9\\04"));
+}
+
+TEST(Places, AreThoseOfTheUser) {
+    TemporaryFolder const folder;
+    TestEnvironment const environment({{"HOME", folder.path() + "/"}, {"XDG_CONFIG_HOME", "relative"}});
+    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path()));
+    folder.write("My \"music\"/x", "");
+    folder.write("Docs/x", "");
+    folder.write(".config/user-dirs.dirs", "# remark\nXDG_MUSIC_DIR=\"$HOME/My \\\"music\\\"\"\n"
+                                           "XDG_DOCUMENTS_DIR=\"$HOME/Docs\"\nXDG_VIDEOS_DIR=\"$HOME/None\"\n"
+                                           "XDG_PICTURES_DIR=\"$HOME\"\nXDG_DESKTOP_DIR=\"$HOME");
+    std::vector<DriveItem> const places = buildDriveList();
+    ASSERT_GE(places.size(), 4u);
+    std::vector<Wide> paths;
+    for (DriveItem const& place : places) paths.push_back(place.path);
+    paths.resize(4);
+    EXPECT_THAT(paths, ElementsAre(L"/", wide(folder.path()), wide(folder.path("Docs")),
+                                   wide(folder.path("My \"music\""))));
+    EXPECT_EQ(places[1].kind, DriveItem::Kind::home);
+    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path("Docs")));
+    EditorPreferences store("", EditorPreferences::Storage::memory);
+    store.setPreference("Projects folder", wide(folder.path("My \"music\"")));
+    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path("My \"music\"")));
+}
+
+TEST(RecentPathsTest, TheLatestComesFirst) {
+    EditorPreferences store("", EditorPreferences::Storage::memory);
+    RecentPaths recent("Recent", 3);
+    for (wchar_t const* path : {L"/a", L"/b", L"", L"/a", L"/c", L"/d"}) recent.add(path);
+    EXPECT_THAT(recent.paths(), ElementsAre(L"/d", L"/c", L"/a"));
+    recent.remove(L"/c");
+    recent.add(wide("/\xFF"));
+    EXPECT_THAT(RecentPaths("Recent", 2).paths(), ElementsAre(wide("/\xFF"), L"/d"));
+    recent.clear();
+    EXPECT_TRUE(recent.paths().empty());
+    store.setValue("Recent", *parseJson(R"([1, "", "/x", ["/y"]])").value);
+    EXPECT_THAT(recent.paths(), ElementsAre(L"/x"));
+}
+
+} // namespace
+} // namespace wainscot
