@@ -491,7 +491,9 @@ CanvasPlace Glob::canvasPlace() const {
         if (glob->ownsCanvas() && glob->parent_) place.opacity *= glob->canvas_->opacity();
         if (!glob->parent_) break;
         place.origin = Placement::clampPlace(place.origin) + glob->position_;
-        place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
+        // What cannot be seen stays so; its box must not travel on to where sums overflow.
+        if (!place.visible.isEmpty())
+            place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
         glob = glob->parent_;
     }
     place.surface = glob->ownCanvas_.surface();
