@@ -64,6 +64,10 @@ void ChildGrid::remove(std::uint32_t number) {
     ++gone_;
 }
 
+std::size_t ChildGrid::cellNumber(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(x);
+}
+
 void ChildGrid::link(std::uint32_t number) {
     if (!extent_.contains(entries_[number].box)) ++outside_;
     CellRange const range = cellsOf(entries_[number].box);
@@ -72,8 +76,7 @@ void ChildGrid::link(std::uint32_t number) {
         return;
     }
     for (int y = range.y1; y <= range.y2; ++y)
-        for (int x = range.x1; x <= range.x2; ++x)
-            cells_[static_cast<std::size_t>(y * columns_ + x)].push_back(number);
+        for (int x = range.x1; x <= range.x2; ++x) cells_[cellNumber(x, y)].push_back(number);
 }
 
 void ChildGrid::unlink(std::uint32_t number) {
@@ -84,8 +87,7 @@ void ChildGrid::unlink(std::uint32_t number) {
         return;
     }
     for (int y = range.y1; y <= range.y2; ++y)
-        for (int x = range.x1; x <= range.x2; ++x)
-            erase(cells_[static_cast<std::size_t>(y * columns_ + x)], number);
+        for (int x = range.x1; x <= range.x2; ++x) erase(cells_[cellNumber(x, y)], number);
 }
 
 void ChildGrid::find(IntBox const& area, std::vector<Glob*>& found) const {
@@ -94,7 +96,7 @@ void ChildGrid::find(IntBox const& area, std::vector<Glob*>& found) const {
     CellRange const range = cellsOf(area);
     for (int y = range.y1; y <= range.y2; ++y) {
         for (int x = range.x1; x <= range.x2; ++x) {
-            auto const& cell = cells_[static_cast<std::size_t>(y * columns_ + x)];
+            auto const& cell = cells_[cellNumber(x, y)];
             numbers.insert(numbers.end(), cell.begin(), cell.end());
         }
     }

@@ -50,6 +50,7 @@ private:
 
     void reset(std::vector<IntBox> const& boxes);
     CellRange cellsOf(IntBox const& box) const;
+    std::size_t cellNumber(int x, int y) const;
     void link(std::uint32_t number);
     void unlink(std::uint32_t number);
 

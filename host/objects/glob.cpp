@@ -131,7 +131,7 @@ Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround
     }
     if (child->parent_ != this) {
         KbdFocus::joinTree(*child);
-        if (child->parent_) child->parent_->takeWidget(child).release();
+        if (child->parent_) static_cast<void>(child->parent_->takeWidget(child).release());
         Tree::link(*this, *child);
     }
     LifeGuard const life = guard();

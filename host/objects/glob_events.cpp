@@ -93,7 +93,7 @@ bool Glob::handleEvent(Event const& event) {
 
 bool Glob::react(Event const& event) {
     if (isMessageEvent(event)) {
-        LightweightString<char> const name = event.message();
+        LightweightString<char> const& name = event.message();
         int const answer = event.hasData() ? handleDataMessageEvent(name, event.sender(), event.data())
                                            : handleMessageEvent(name, event.sender());
         if (answer != 1 && name != pootMsg) Diagnostics::count("message not handled", name.c_str());

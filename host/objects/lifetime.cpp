@@ -38,7 +38,7 @@ void Lifetime::detachFromDestructor(Glob& glob) {
 /// A notice may destroy an ancestor: what is being detached already is then left to the one who does it.
 std::vector<Glob*> Lifetime::detach(Glob& top) {
     std::vector<Glob*> leaving;
-    std::vector<Glob*> const doomed = Tree::subtree(top, [&](Glob& glob) {
+    std::vector<Glob*> doomed = Tree::subtree(top, [&](Glob& glob) {
         if (glob.isDying()) leaving.push_back(&glob);
         return !glob.isDying();
     });
