@@ -126,7 +126,7 @@ LightweightString<char> Script::onWindow(Words& words, Act act) {
     return roots.empty() ? Text("no window is open") : act(*roots.front());
 }
 
-Script::Command const* Script::commands() {
+std::span<Script::Command const> Script::commands() {
     using S = Script;
     using W = Words;
     static Command const list[] = {
@@ -209,12 +209,7 @@ Script::Command const* Script::commands() {
                                [&](Glob& root) { return outcome(s.driver_, s.driver_.closeWindow(&root)); });
          }},
     };
-    static_assert(std::size(list) == 16);
     return list;
-}
-
-std::size_t Script::numCommands() {
-    return 16;
 }
 
 LightweightString<char> Script::runLine(LightweightString<char> const& line) {
@@ -223,8 +218,7 @@ LightweightString<char> Script::runLine(LightweightString<char> const& line) {
     if (words.words.empty() || words.words.front().text.startsWith("#")) return {};
     Text const name = words.words.front().text;
     Text allowed;
-    for (std::size_t i = 0; i < numCommands(); ++i) {
-        Command const& command = commands()[i];
+    for (Command const& command : commands()) {
         if (name == command.name) {
             Text const problem = command.run(*this, words);
             if (problem.empty() && words.has())

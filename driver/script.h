@@ -3,6 +3,7 @@
 #include "driver/driver.h"
 
 #include <functional>
+#include <span>
 
 namespace wainscot {
 
@@ -30,8 +31,7 @@ public:
 private:
     struct Words;
     struct Command;
-    static Command const* commands();
-    static std::size_t numCommands();
+    static std::span<Command const> commands();
 
     LightweightString<char> runLine(LightweightString<char> const& line);
     Glob* widget(Words& words);

@@ -9,6 +9,7 @@
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace wainscot::gallery {
@@ -23,8 +24,9 @@ int listWidth() {
     return UifStd::getButtonHeight() * 6;
 }
 
-int logHeight() {
-    return UifStd::getButtonHeight() * 7;
+/// A quarter of a small window, so that the pages have room.
+int logHeight(int frameHeight) {
+    return std::min(UifStd::getButtonHeight() * 7, frameHeight / 4);
 }
 
 bool isFocusable(Glob const& glob) {
@@ -37,7 +39,7 @@ bool isFocusable(Glob const& glob) {
 
 GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
     setName("Wainscot gallery");
-    setMinSize(toSize16(listWidth() * 3), toSize16(logHeight() * 2));
+    setMinSize(toSize16(listWidth() * 3), toSize16(UifStd::getButtonHeight() * 16));
     addChild(std::make_unique<Caption>(L"Wainscot", Caption::Kind::heading), TopLeft(margin(), margin()));
     int y = margin() + UifStd::getButtonHeight() + UifStd::getRowGap();
     for (Page const& page : pages()) {
@@ -47,12 +49,13 @@ GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.
         addChild(std::move(label), TopLeft(margin(), y));
         y += UifStd::getButtonHeight() + UifStd::getWidgetGap();
     }
-    log_ = addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight())), BottomLeft(margin(), margin()));
+    log_ =
+        addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight(size.y))), BottomLeft(margin(), margin()));
     reshape();
 }
 
 IntBox GalleryFrame::pageArea() const {
-    int const bottom = margin() * 2 + logHeight();
+    int const bottom = margin() * 2 + logHeight(height());
     int const left = margin() * 2 + listWidth();
     return {left, bottom, std::max(width() - margin(), left + 1), std::max(height() - margin(), bottom + 1)};
 }
@@ -101,7 +104,7 @@ int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {
 }
 
 void GalleryFrame::reshape() {
-    log_->resize(std::max(width() - 2 * margin(), 1), logHeight());
+    log_->resize(std::max(width() - 2 * margin(), 1), logHeight(height()));
     IntBox const area = pageArea();
     if (valid(page_, pageStamp_)) page_->resize(area.width(), area.height());
     Glob::reshape();

@@ -125,8 +125,10 @@ void LabelGlob::draw() {
     Glib::drawOutlinedRect(renderer, face(), palette.separator(), box);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     eTextAppearance const appearance = !isActive() ? eTextDisabled : chosen_ ? eTextSelected : eTextEnabled;
-    Glib::TextDescription const text(label_, {box.centre().x, box.y1 + getFontYOffset(box.height(), font)},
-                                     font, palette.text(appearance), eAlignCentre);
+    auto const fitted =
+        Glib::fitTextToWidth(font, label_, toSize16(box.width() - 2 * UifStd::getIndentWidth()));
+    XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
+    Glib::TextDescription const text(fitted, place, font, palette.text(appearance), eAlignCentre);
     renderer.renderPrimitive(text);
     bool const marked = get_kbd_focus() == this && glib_appHasFocus();
     if (marked) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));

@@ -40,6 +40,18 @@ std::optional<double> sooner(std::optional<double> a, std::optional<double> b) {
     return a && b ? std::min(*a, *b) : a ? a : b;
 }
 
+/// Marks a turn that is under way; a window system that throws must not leave the mark behind.
+class Turning {
+public:
+    explicit Turning(bool& mark) : mark_(mark) { mark_ = true; }
+    ~Turning() { mark_ = false; }
+    Turning(Turning const&) = delete;
+    Turning& operator=(Turning const&) = delete;
+
+private:
+    bool& mark_;
+};
+
 } // namespace
 
 EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
@@ -84,13 +96,12 @@ void EventLoop::turn() {
         return;
     }
     UiThread::check("the loop turned");
-    turning_ = true;
+    Turning const turning(turning_);
     dispatchInput();
     dispatchTimers();
     takeCalls();
     drain();
     paint();
-    turning_ = false;
 }
 
 void EventLoop::dispatchInput() {
