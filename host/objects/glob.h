@@ -2,22 +2,27 @@
 
 #include "host/drawing/canvas.h"
 #include "host/drawing/palette.h"
+#include "host/events/mouse_cursor.h"
 #include "host/messages/event_handler.h"
 #include "host/objects/glob_creation_info.h"
 #include "host/objects/redraw_flag.h"
 #include "host/objects/widget_position.h"
+#include "host/services/ui_string.h"
 
 #include <functional>
 #include <memory>
 #include <new>
+#include <optional>
 #include <vector>
 
 namespace wainscot {
 
 class configb;
+class DragDropItem;
 class Event;
 class Surround;
 struct GlobDescription;
+struct TooltipDetails;
 enum class DescriptionChange : std::uint8_t;
 
 /// A node of the on-screen tree: it has a parent, children, a place, a size, a canvas and a palette; it draws
@@ -276,6 +281,50 @@ public:
     static bool isPlainKey(unsigned int code);
     IdStamp windowStamp() const override;
     Glob* asGlob() override;
+
+    // --- Pointer
+    /// The pointer's shape over a place in its own coordinates; `inheritCursor` leaves it to the parent.
+    virtual MouseCursorID contextCursor(XY<int> const& place) const;
+    /// The text shown when the pointer rests on it; `more` stands below it in a smaller voice. Empty texts
+    /// leave it to the parent.
+    void setContextString(UIString const& tip, UIString const& more = UIString());
+    /// What is shown when the pointer rests at a place in its own coordinates. False = nothing of its own.
+    virtual bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const;
+    /// While it holds the pointer: its way is wanted in small steps, none left out.
+    virtual bool wantsFullMotion() const;
+    /// While it holds the pointer: the way goes on past the screen's edges, and the pointer is back at the
+    /// place of the press in the end.
+    virtual bool wantsUnboundedMotion() const;
+    /// While it holds the pointer and has timer interest: it measures time with the processor clock, so that
+    /// the program must not sleep.
+    virtual bool isAutoRepeating() const;
+    /// Escape was pressed while it holds the pointer: what the press began is to be undone. It holds the
+    /// pointer no more. The base sends itself a move back to the place of the press and the release.
+    virtual void handlePressCancelled(Event const& press);
+
+    // --- Text entry
+    /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
+    /// the focus, composed text appears at the caret before it is finished.
+    virtual std::optional<IntBox> textCaret() const;
+
+    // --- Dragging
+    enum eDropReason {
+        /// The item is being dragged over it.
+        dropHover,
+        /// It was let go here.
+        dropFinal
+    };
+    /// Whether it takes an item at a place in its own coordinates. Asked from the object under the pointer
+    /// upwards.
+    virtual bool canAccept(DragDropItem const& item, XY<int> const& place, eDropReason reason);
+    /// Takes the item. False = it did not after all.
+    virtual bool acceptDrop(DragDropItem& item, XY<int> const& place, eDropReason reason);
+    /// The pointer's shape while an item that it takes is dragged over it; `inheritCursor` = the usual one.
+    virtual MouseCursorID getDropCursor(DragDropItem const& item, XY<int> const& place) const;
+    /// An item has come over it (and moves on it), or has left; so that it can mark where it would go.
+    virtual void handleDragHover(DragDropItem const& item, XY<int> const& place, bool inside);
+    /// The item whose drag began here was taken by `taker`, or by nobody (null).
+    virtual void handleDragEnd(DragDropItem& item, Glob* taker);
 
     // --- Messages
     /// Queued, and direct; this is the sender. False when there is no target; direct: whether it was

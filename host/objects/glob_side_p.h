@@ -25,6 +25,8 @@ struct Glob::Side {
     Surround surround;
     /// Where the pointer holds a moving object, in its own coordinates.
     XY<int> grip;
+    UIString tip;
+    UIString moreTip;
     std::vector<Offered> offered;
     std::unique_ptr<ChildGrid> grid;
 };

@@ -12,6 +12,7 @@ Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
     if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
     openBackend();
     iClock::install(&backend_->clock());
+    iClipboard::install(&backend_->clipboard());
     openPreferences();
     commands_ = std::make_unique<CommandMap>();
     keyBindings_ = std::make_unique<KeybindingManager>();
@@ -43,6 +44,7 @@ Host::~Host() {
     keyBindings_.reset();
     commands_.reset();
     preferences_.reset();
+    iClipboard::install(nullptr);
     iClock::install(nullptr);
 }
 

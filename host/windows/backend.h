@@ -3,6 +3,8 @@
 #include "host/base/box.h"
 #include "host/base/export.h"
 #include "host/base/lightweight_string.h"
+#include "host/events/mouse_cursor.h"
+#include "host/services/clipboard.h"
 #include "host/services/clock.h"
 #include "host/windows/input_event.h"
 
@@ -23,8 +25,19 @@ struct NativeWindowSettings {
     /// Lower-left corner of the contents in root coordinates; the system chooses when it is not given.
     std::optional<XY<int>> place;
     bool resizable = true;
-    /// A window without decoration that never becomes the active one and lies above all others.
-    bool popUp = false;
+    enum class Kind : std::uint8_t {
+        ordinary,
+        /// Without decoration, never the active one, above all others.
+        popUp,
+        /// The same, and the pointer passes through it where the system can do that.
+        toolTip,
+    };
+    Kind kind = Kind::ordinary;
+    /// The window that it belongs to and stays above of; 0 for none.
+    NativeWindowId owner = 0;
+    bool keepAbove = false;
+
+    bool isPopUp() const { return kind != Kind::ordinary; }
 };
 
 /// One window of the window system. All sizes and places are logical root coordinates, y upwards.
@@ -40,6 +53,8 @@ public:
     virtual void setMinSize(XY<int> size) = 0;
     virtual void moveTo(XY<int> place) = 0;
     virtual void raise() = 0;
+    /// Above all windows that do not want this themselves.
+    virtual void setKeepAbove(bool keep) = 0;
     /// Size and place as last reported by the window system.
     virtual XY<int> size() const = 0;
     virtual XY<int> place() const = 0;
@@ -66,6 +81,24 @@ public:
     /// Boxes of the monitors in root coordinates; never empty, the first is the main one.
     virtual std::vector<IntBox> monitors() const = 0;
     virtual double deviceScale() const = 0;
+
+    // --- Pointer
+    virtual void setCursor(MouseCursorID cursor) = 0;
+    /// While on, presses and moves on the whole screen are reported; a press outside of all windows of the
+    /// program comes with window 0 and is not given to whoever lies there, where the system can do that.
+    virtual void setOutsidePresses(bool wanted) = 0;
+    /// While on, the way of the pointer is reported in steps of at most 3 logical pixels, none merged.
+    virtual void setFullMotion(bool wanted) = 0;
+    /// While on, the pointer is hidden and locked, and its reported place goes on past the screen's edges. It
+    /// is where it was when this ends.
+    virtual void setUnboundedMotion(bool wanted) = 0;
+
+    // --- Text
+    virtual iClipboard& clipboard() = 0;
+    /// Where text is being entered (the caret's box, root coordinates), so that an input method can show its
+    /// choices there; nothing ends a composition that is under way.
+    virtual void setTextCaret(std::optional<IntBox> caret) = 0;
+
     /// False in a backend without a screen, whose loop ends when nothing can happen any more.
     virtual bool isInteractive() const = 0;
 };

@@ -18,7 +18,7 @@ void mergeMoves(std::vector<InputEvent>& input) {
     std::size_t kept = 0;
     for (std::size_t i = 0; i < input.size(); ++i) {
         bool const isMove = input[i].kind == InputEvent::Kind::pointerMoved;
-        bool const followed = isMove && i + 1 < input.size() &&
+        bool const followed = isMove && !input[i].isStep && i + 1 < input.size() &&
                               input[i + 1].kind == InputEvent::Kind::pointerMoved &&
                               input[i + 1].window == input[i].window;
         if (followed) continue;

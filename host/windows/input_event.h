@@ -4,6 +4,7 @@
 #include "host/base/xy.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace wainscot {
 
@@ -26,6 +27,13 @@ struct InputEvent {
         keyReleased,
         /// Finished composed text, and characters that no key code can hold: `text`.
         composedText,
+        /// Unfinished composed text, to be shown at the caret: `text`, with the caret before its character
+        /// number `amount`. Empty when the composition has ended.
+        composing,
+        /// Files from another program were let go over a window: `files`.
+        filesDropped,
+        /// Monitors have come, gone or changed.
+        screenChanged,
         windowResized,
         windowMoved,
         /// Pixels have to be brought to the screen again; nothing has to be painted.
@@ -58,7 +66,11 @@ struct InputEvent {
     int clicks = 1;
     /// When it happened, on the backend's millisecond clock.
     double time = 0.0;
+    /// A move that must not be merged with those after it.
+    bool isStep = false;
     LightweightString<wchar_t> text;
+    /// Full paths.
+    std::vector<LightweightString<wchar_t>> files;
 };
 
 } // namespace wainscot

@@ -53,6 +53,12 @@ char const* nameOf(InputEvent::Kind kind) {
         return "keyup";
     case Kind::composedText:
         return "text";
+    case Kind::composing:
+        return "composing";
+    case Kind::filesDropped:
+        return "files";
+    case Kind::screenChanged:
+        return "screen";
     case Kind::windowResized:
         return "resized";
     case Kind::windowMoved:
@@ -139,7 +145,7 @@ void Probe::openPopUp(XY<int> place) {
     NativeWindowSettings settings;
     settings.size = popUpSurface_.size();
     settings.place = place;
-    settings.popUp = true;
+    settings.kind = NativeWindowSettings::Kind::popUp;
     popUp_ = backend_->createWindow(settings);
     popUp_->show();
 }

@@ -54,7 +54,7 @@ bool startLibrary(LightweightString<char>& problem) {
 
 std::uint32_t windowFlags(NativeWindowSettings const& settings) {
     std::uint32_t flags = SDL_WINDOW_HIDDEN;
-    if (settings.popUp)
+    if (settings.isPopUp())
         return flags | SDL_WINDOW_POPUP_MENU | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR;
     if (settings.resizable) flags |= SDL_WINDOW_RESIZABLE;
     return flags;
@@ -85,6 +85,7 @@ std::unique_ptr<DesktopBackend> DesktopBackend::open(LightweightString<char>& pr
 
 DesktopBackend::~DesktopBackend() {
     for (DesktopWindow* const window : windows_) window->abandon();
+    cursors_.close();
     SDL_Quit();
     restoreDisplayErrors();
 }
@@ -121,6 +122,18 @@ void DesktopBackend::wait(std::optional<double> until) {
     if (input_.awaitsComposition())
         milliseconds = std::min(milliseconds.value_or(compositionPoll), compositionPoll);
     wakeup_.sleep(connectionFile(display_), milliseconds);
+}
+
+void DesktopBackend::setTextCaret(std::optional<IntBox> caret) {
+    if (!caret) return SDL_ClearComposition();
+    SDL_Window* const focus = SDL_GetKeyboardFocus();
+    DesktopWindow const* const window = focus ? findWindow(SDL_GetWindowID(focus)) : nullptr;
+    if (!window) return;
+    // The library wants it in the window's own pixels, y downwards.
+    SDL_Rect const box{toDevice(caret->x1 - window->box().x1, space_.scale()),
+                       toDevice(window->box().y2 - caret->y2, space_.scale()),
+                       toDevice(caret->width(), space_.scale()), toDevice(caret->height(), space_.scale())};
+    SDL_SetTextInputRect(&box);
 }
 
 void DesktopBackend::updateMonitors() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/backends/desktop/desktop_clipboard_p.h"
+#include "host/backends/desktop/desktop_cursors_p.h"
 #include "host/backends/desktop/desktop_input_p.h"
 #include "host/backends/desktop/desktop_scale_p.h"
 #include "host/backends/desktop/desktop_wakeup_p.h"
@@ -30,6 +32,12 @@ public:
     std::vector<IntBox> monitors() const override;
     double deviceScale() const override { return space_.scale(); }
     bool isInteractive() const override { return true; }
+    void setCursor(MouseCursorID cursor) override { cursors_.show(cursor); }
+    void setOutsidePresses(bool wanted) override { input_.setOutsidePresses(wanted); }
+    void setFullMotion(bool wanted) override { input_.setFullMotion(wanted); }
+    void setUnboundedMotion(bool wanted) override { input_.setUnboundedMotion(wanted); }
+    iClipboard& clipboard() override { return clipboard_; }
+    void setTextCaret(std::optional<IntBox> caret) override;
 
     RootSpace const& rootSpace() const { return space_; }
     /// Reads places and sizes of the monitors again.
@@ -52,6 +60,8 @@ private:
     std::vector<DesktopWindow*> windows_;
     _XDisplay* display_ = nullptr;
     DesktopInput input_;
+    DesktopCursors cursors_;
+    DesktopClipboard clipboard_;
 };
 
 } // namespace wainscot

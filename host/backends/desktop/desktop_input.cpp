@@ -3,7 +3,10 @@
 #include "host/backends/desktop/desktop_backend_p.h"
 #include "host/backends/desktop/desktop_window_p.h"
 #include "host/backends/desktop/desktop_x11_p.h"
+#include "host/base/convert.h"
+#include "host/base/diagnostics.h"
 
+#include <SDL_error.h>
 #include <SDL_mouse.h>
 #include <SDL_timer.h>
 
@@ -19,6 +22,11 @@ using Kind = InputEvent::Kind;
 
 /// An input method answers a key within this time, in milliseconds.
 constexpr double compositionDelay = 500.0;
+
+/// Length of the steps in which the pointer's way is reported to those who want all of it; a jump over the
+/// whole desktop is not worth more steps than this.
+constexpr int stepLength = 3;
+constexpr int mostSteps = 4000;
 
 /// Whether a setting names one of the input methods that the library talks to without the X server.
 bool names(char const* setting) {
@@ -102,8 +110,7 @@ void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& in
     case SDL_KEYUP:
         return key(event.key, input);
     case SDL_TEXTEDITING:
-        isComposing_ = event.edit.text[0] != 0;
-        return;
+        return composing(event.edit, input);
     case SDL_TEXTINPUT:
         isComposing_ = false;
         if (backend_.findWindow(event.text.windowID))
@@ -113,7 +120,8 @@ void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& in
         return windowEvent(event.window, input);
     case SDL_DISPLAYEVENT:
         backend_.updateMonitors();
-        return allWindowBoxes(timeOf(event.display.timestamp), input);
+        allWindowBoxes(timeOf(event.display.timestamp), input);
+        return screenChanged(timeOf(event.display.timestamp), input);
     default:
         return;
     }
@@ -144,15 +152,64 @@ void DesktopInput::forget(NativeWindowId window) {
 void DesktopInput::pointerMotion(SDL_MouseMotionEvent const& event, std::vector<InputEvent>& input) {
     auto const* const window = backend_.findWindow(event.windowID);
     if (!window) return;
-    pointer_ = backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
+    XY<int> const from = pointer_;
+    pointer_ = unboundedMotion_ ? pointer_ + XY<int>{event.xrel, -event.yrel}
+                                : backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
     pointerWindow_ = window->id();
-    InputEvent const moved = pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp));
+    reportMove(from, pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp)), input);
+}
+
+void DesktopInput::reportMove(XY<int> from, InputEvent const& moved, std::vector<InputEvent>& input) const {
+    if (fullMotion_) {
+        XY<int> const way = moved.place - from;
+        int const steps = std::clamp(
+            (std::max(std::abs(way.x), std::abs(way.y)) + stepLength - 1) / stepLength, 1, mostSteps);
+        for (int i = 1; i <= steps; ++i) {
+            InputEvent step = moved;
+            step.place = {from.x + way.x * i / steps, from.y + way.y * i / steps};
+            step.isStep = true;
+            input.push_back(step);
+        }
+        return;
+    }
     bool const continues = !input.empty() && input.back().kind == Kind::pointerMoved &&
                            input.back().window == moved.window && input.back().modifiers == moved.modifiers;
-    if (continues)
+    if (continues && !input.back().isStep)
         input.back() = moved;
     else
         input.push_back(moved);
+}
+
+void DesktopInput::setOutsidePresses(bool wanted) {
+    outsidePresses_ = wanted;
+    updateCapture();
+}
+
+void DesktopInput::setFullMotion(bool wanted) {
+    fullMotion_ = wanted;
+}
+
+/// The library keeps the place at which the pointer was locked, and puts it back there.
+void DesktopInput::setUnboundedMotion(bool wanted) {
+    if (wanted == unboundedMotion_) return;
+    unboundedMotion_ = wanted;
+    if (SDL_SetRelativeMouseMode(wanted ? SDL_TRUE : SDL_FALSE) != 0)
+        Diagnostics::count("pointer not locked", SDL_GetError());
+}
+
+void DesktopInput::updateCapture() const {
+    SDL_CaptureMouse(held_.any() || outsidePresses_ ? SDL_TRUE : SDL_FALSE);
+}
+
+void DesktopInput::composing(SDL_TextEditingEvent const& event, std::vector<InputEvent>& input) {
+    isComposing_ = event.text[0] != 0;
+    InputEvent made;
+    made.kind = Kind::composing;
+    made.window = event.windowID;
+    made.text = fromUTF8(event.text);
+    made.amount = std::clamp(event.start, 0, static_cast<int>(made.text.size()));
+    made.time = timeOf(event.timestamp);
+    input.push_back(made);
 }
 
 void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input) {
@@ -173,7 +230,7 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
     } else {
         held_.release(button);
     }
-    SDL_CaptureMouse(held_.any() ? SDL_TRUE : SDL_FALSE);
+    updateCapture();
     if (!held_.any()) pointerMayHaveLeft_ = true;
     input.push_back(made);
 }
@@ -264,6 +321,13 @@ void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::ve
     keys_.reset();
     isComposing_ = false;
     input.push_back(windowInput(Kind::windowDeactivated, window, time));
+}
+
+void DesktopInput::screenChanged(double time, std::vector<InputEvent>& input) {
+    InputEvent made;
+    made.kind = Kind::screenChanged;
+    made.time = time;
+    input.push_back(made);
 }
 
 void DesktopInput::allWindowBoxes(double time, std::vector<InputEvent>& input) {

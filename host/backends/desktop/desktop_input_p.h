@@ -27,15 +27,24 @@ public:
     /// A window was closed: nothing that follows belongs to it.
     void forget(NativeWindowId window);
 
+    void setOutsidePresses(bool wanted);
+    void setFullMotion(bool wanted);
+    void setUnboundedMotion(bool wanted);
+
 private:
     void pointerMotion(SDL_MouseMotionEvent const& event, std::vector<InputEvent>& input);
     void pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input);
     void pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input);
+    /// Reports a move to `pointer_`, from `from`.
+    void reportMove(XY<int> from, InputEvent const& moved, std::vector<InputEvent>& input) const;
+    void updateCapture() const;
+    void composing(SDL_TextEditingEvent const& event, std::vector<InputEvent>& input);
     void key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input);
     void windowEvent(SDL_WindowEvent const& event, std::vector<InputEvent>& input);
     void windowBox(DesktopWindow& window, double time, std::vector<InputEvent>& input);
     void windowExposed(DesktopWindow const& window, double time, std::vector<InputEvent>& input);
     void windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    static void screenChanged(double time, std::vector<InputEvent>& input);
     void allWindowBoxes(double time, std::vector<InputEvent>& input);
     InputEvent pointerEvent(InputEvent::Kind kind, DesktopWindow const& window, double time) const;
     double timeOf(std::uint32_t libraryTime) const;
@@ -52,6 +61,9 @@ private:
     bool usesInputMethod_;
     bool isComposing_ = false;
     double lastKeyTime_ = 0.0;
+    bool outsidePresses_ = false;
+    bool fullMotion_ = false;
+    bool unboundedMotion_ = false;
 };
 
 } // namespace wainscot

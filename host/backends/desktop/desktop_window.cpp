@@ -16,11 +16,12 @@ namespace wainscot {
 DesktopWindow::DesktopWindow(DesktopBackend& backend, SDL_Window* window,
                              NativeWindowSettings const& settings)
     : backend_(&backend), window_(window), native_(window), id_(SDL_GetWindowID(window)),
-      popUp_(settings.popUp) {
+      popUp_(settings.isPopUp()) {
     wishes_.leastSize = deviceSize(settings.minSize);
     if (!settings.resizable) wishes_.fixedSize = deviceSize(settings.size);
     wishes_.isPlaced = settings.place.has_value();
     native_.wish(wishes_);
+    if (settings.keepAbove) setKeepAbove(true);
     updateBox(backend.rootSpace());
 }
 
@@ -107,6 +108,10 @@ void DesktopWindow::moveTo(XY<int> place) {
 
 void DesktopWindow::raise() {
     if (window_) SDL_RaiseWindow(window_);
+}
+
+void DesktopWindow::setKeepAbove(bool keep) {
+    if (window_) SDL_SetWindowAlwaysOnTop(window_, keep ? SDL_TRUE : SDL_FALSE);
 }
 
 bool DesktopWindow::updateBox(RootSpace const& space) {

@@ -29,6 +29,7 @@ public:
     void setMinSize(XY<int> size) override;
     void moveTo(XY<int> place) override;
     void raise() override;
+    void setKeepAbove(bool keep) override;
     XY<int> size() const override { return box_.size(); }
     XY<int> place() const override { return box_.bottomLeft(); }
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;

@@ -52,12 +52,15 @@ void OffscreenBackend::wait(std::optional<double> until) {
 }
 
 void OffscreenBackend::setMonitors(std::vector<IntBox> monitors) {
-    if (!monitors.empty()) monitors_ = std::move(monitors);
+    if (monitors.empty()) return;
+    monitors_ = std::move(monitors);
+    inject(windowEvent(InputEvent::Kind::screenChanged, 0, clock_.msecs()));
 }
 
 void OffscreenBackend::activate(NativeWindowId id) {
     OffscreenWindow const* const wanted = window(id);
-    if (!wanted || !wanted->isShown() || active_ == id) return;
+    bool const can = wanted && wanted->isShown() && wanted->kind() == NativeWindowSettings::Kind::ordinary;
+    if (!can || active_ == id) return;
     deactivateAll();
     active_ = id;
     inject(windowEvent(InputEvent::Kind::windowActivated, id, clock_.msecs()));
@@ -90,7 +93,7 @@ void OffscreenBackend::closed(OffscreenWindow& window) {
 OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,
                                  NativeWindowSettings const& settings, XY<int> place)
     : backend_(backend), id_(id), title_(settings.title), size_(settings.size), minSize_(settings.minSize),
-      place_(place) {}
+      place_(place), kind_(settings.kind), keepsAbove_(settings.keepAbove) {}
 
 OffscreenWindow::~OffscreenWindow() {
     backend_.closed(*this);
@@ -99,7 +102,7 @@ OffscreenWindow::~OffscreenWindow() {
 void OffscreenWindow::show() {
     if (shown_) return;
     shown_ = true;
-    backend_.activate(id_);
+    if (kind_ == NativeWindowSettings::Kind::ordinary) backend_.activate(id_);
 }
 
 void OffscreenWindow::hide() {
@@ -125,7 +128,7 @@ void OffscreenWindow::moveTo(XY<int> place) {
 }
 
 void OffscreenWindow::raise() {
-    backend_.activate(id_);
+    if (kind_ == NativeWindowSettings::Kind::ordinary) backend_.activate(id_);
 }
 
 void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const& boxes) {

@@ -25,9 +25,22 @@ public:
     std::vector<IntBox> monitors() const override { return monitors_; }
     double deviceScale() const override { return deviceScale_; }
     bool isInteractive() const override { return false; }
+    void setCursor(MouseCursorID cursor) override { cursor_ = cursor; }
+    void setOutsidePresses(bool wanted) override { outsidePresses_ = wanted; }
+    void setFullMotion(bool wanted) override { fullMotion_ = wanted; }
+    void setUnboundedMotion(bool wanted) override { unboundedMotion_ = wanted; }
+    iClipboard& clipboard() override { return clipboard_; }
+    void setTextCaret(std::optional<IntBox> caret) override { textCaret_ = caret; }
 
     VirtualClock& virtualClock() { return clock_; }
-    /// At least one; nothing happens for an empty list.
+    // What was asked for last.
+    MouseCursorID cursor() const { return cursor_; }
+    bool outsidePresses() const { return outsidePresses_; }
+    bool fullMotion() const { return fullMotion_; }
+    bool unboundedMotion() const { return unboundedMotion_; }
+    std::optional<IntBox> const& textCaret() const { return textCaret_; }
+
+    /// At least one; nothing happens for an empty list. Reported as a change of the screen.
     void setMonitors(std::vector<IntBox> monitors);
     /// As a person would with the window manager.
     void activate(NativeWindowId id);
@@ -53,6 +66,12 @@ private:
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
     bool refuses_ = false;
+    MouseCursorID cursor_ = arrowCursor;
+    bool outsidePresses_ = false;
+    bool fullMotion_ = false;
+    bool unboundedMotion_ = false;
+    MemoryClipboard clipboard_;
+    std::optional<IntBox> textCaret_;
 };
 
 /// A window in memory: what was presented is what it shows.
@@ -71,6 +90,7 @@ public:
     void setMinSize(XY<int> size) override { minSize_ = size; }
     void moveTo(XY<int> place) override;
     void raise() override;
+    void setKeepAbove(bool keep) override { keepsAbove_ = keep; }
     XY<int> size() const override { return size_; }
     XY<int> place() const override { return place_; }
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
@@ -78,6 +98,8 @@ public:
     LightweightString<wchar_t> const& title() const { return title_; }
     XY<int> minSize() const { return minSize_; }
     bool isShown() const { return shown_; }
+    NativeWindowSettings::Kind kind() const { return kind_; }
+    bool keepsAbove() const { return keepsAbove_; }
     /// Boxes brought to the screen by the last call, and by all.
     std::vector<IntBox> const& lastPresented() const { return lastPresented_; }
     std::uint64_t numPresented() const { return numPresented_; }
@@ -91,6 +113,8 @@ private:
     XY<int> size_;
     XY<int> minSize_;
     XY<int> place_;
+    NativeWindowSettings::Kind kind_;
+    bool keepsAbove_;
     bool shown_ = false;
     std::vector<IntBox> lastPresented_;
     std::uint64_t numPresented_ = 0;
