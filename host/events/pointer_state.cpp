@@ -13,6 +13,11 @@ EventHandler* PointerState::captureHolder() const {
     return EventHandler::valid(holder_, holderStamp_) ? holder_ : nullptr;
 }
 
+void setDefaultMouseCursor(MouseCursorID cursor) {
+    if (EventSystem* const system = EventSystem::current())
+        system->pointer.defaultCursor = cursor == inheritCursor ? arrowCursor : cursor;
+}
+
 XY<int> glib_getMousePos() {
     EventSystem const* const system = EventSystem::current();
     return system ? system->pointer.place : XY<int>();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/xy.h"
+#include "host/events/mouse_cursor.h"
 #include "host/messages/event_handler.h"
 
 namespace wainscot {
@@ -14,6 +15,10 @@ struct WAINSCOT_API PointerState {
     bool chord = false;
     XY<int> pressPlace;
     int clicks = 1;
+    /// The first of the held buttons, as `EventKind::left` and so on.
+    int pressButton = 0;
+    /// The pointer's shape where no object wants another.
+    MouseCursorID defaultCursor = arrowCursor;
 
     /// The root of the window in which the first button was pressed.
     IdStamp pressedWindow;
@@ -38,6 +43,8 @@ private:
     IdStamp holderStamp_;
 };
 
+/// The pointer's shape where no object wants another; the arrow from the start.
+WAINSCOT_API void setDefaultMouseCursor(MouseCursorID cursor);
 /// Root coordinates of the pointer.
 WAINSCOT_API XY<int> glib_getMousePos();
 

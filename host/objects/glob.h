@@ -323,8 +323,8 @@ public:
     virtual MouseCursorID getDropCursor(DragDropItem const& item, XY<int> const& place) const;
     /// An item has come over it (and moves on it), or has left; so that it can mark where it would go.
     virtual void handleDragHover(DragDropItem const& item, XY<int> const& place, bool inside);
-    /// The item whose drag began here was taken by `taker`, or by nobody (null).
-    virtual void handleDragEnd(DragDropItem& item, Glob* taker);
+    /// The drag that began here has ended; whether somebody took the item.
+    virtual void handleDragEnd(DragDropItem& item, bool taken);
 
     // --- Messages
     /// Queued, and direct; this is the sender. False when there is no target; direct: whether it was

@@ -68,6 +68,6 @@ MouseCursorID Glob::getDropCursor(DragDropItem const&, XY<int> const&) const {
 
 void Glob::handleDragHover(DragDropItem const&, XY<int> const&, bool) {}
 
-void Glob::handleDragEnd(DragDropItem&, Glob*) {}
+void Glob::handleDragEnd(DragDropItem&, bool) {}
 
 } // namespace wainscot

@@ -55,7 +55,7 @@ private:
 } // namespace
 
 EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
-    : backend_(backend), events_(events), windows_(windows), router_(events, windows) {}
+    : backend_(backend), events_(events), windows_(windows), router_(backend, events, windows) {}
 
 template <class Handler>
 void EventLoop::handle(char const* where, Handler handler) {
@@ -77,6 +77,7 @@ int EventLoop::run() {
     while (!quit_ && windows_.numWindows() > 0) {
         turn();
         if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
+        if (backend_.isInteractive() && router_.needsProcessorTime()) continue;
         std::optional<double> const due = events_.timers.nextDue();
         if (!due && !backend_.isInteractive()) break;
         backend_.wait(sooner(due, writePreferences()));

@@ -6,6 +6,7 @@
 #include "host/objects/dispatch.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
+#include "host/services/clipboard.h"
 #include "host/services/command_map.h"
 
 #include <algorithm>
@@ -52,14 +53,19 @@ void InputRouter::route(InputEvent const& reported) {
                    std::clamp(input.place.y, -maxPlace, maxPlace)};
     switch (input.kind) {
     case Kind::pointerPressed:
-        return routePress(input);
+        routePress(input);
+        return updatePointerWishes();
     case Kind::pointerReleased:
-        return routeRelease(input);
+        routeRelease(input);
+        return updatePointerWishes();
     case Kind::pointerMoved:
-        return routeMove(input);
+        routeMove(input);
+        return updatePointerWishes();
     case Kind::pointerLeft:
         pointerIsInside_ = false;
         return updateContainment(nullptr);
+    case Kind::filesDropped:
+        return dropFiles(input);
     case Kind::wheel:
         return routeWheel(input);
     case Kind::zoom:
@@ -127,6 +133,7 @@ void InputRouter::routePress(InputEvent const& input) {
         updateContainment(globUnder(input));
         pointer.pressPlace = input.place;
         pointer.clicks = std::max(input.clicks, 1);
+        pointer.pressButton = bit;
     }
     pointer.chord = !first;
     Glob* const target = first ? globUnder(input) : shownOrNull(captureHolder());
@@ -151,6 +158,7 @@ void InputRouter::routeRelease(InputEvent const& input) {
     if (last) pointer.releaseCapture();
     Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
     if (last) pointer.chord = false;
+    if (last) drags_.drop(input.place);
     if (target) dispatchUpwards(target, event);
     if (last && pointer.heldButtons == 0) updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
 }
@@ -165,8 +173,9 @@ void InputRouter::routeMove(InputEvent const& input) {
     // What is being dragged may follow the pointer: containment is told when it has.
     bool const held = pointer.heldButtons != 0;
     if (!held) updateContainment(globUnder(input));
-    if (Glob* target = pointerTarget(input))
-        dispatchUpwards(target, pointerEvent(EventKind::mouseMove | pointer.heldButtons, input));
+    Event const event = pointerEvent(EventKind::mouseMove | pointer.heldButtons, input);
+    if (drags_.handleMouseMove(event)) return;
+    if (Glob* target = pointerTarget(input)) dispatchUpwards(target, event);
     if (held) refreshContainment();
 }
 
@@ -182,6 +191,25 @@ void InputRouter::updateContainment(Glob* under) {
 void InputRouter::refreshContainment() {
     seenChanges_ = Tree::numChanges();
     updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
+    updatePointerWishes();
+}
+
+void InputRouter::updatePointerWishes() {
+    // The window of the press may have gone, and with it the release.
+    if (drags_.isDragging() && events_.pointer.heldButtons == 0) drags_.cancel();
+    Glob* const holder = captureHolder();
+    wishes_.updateMotion(holder);
+    wishes_.updateCursor(holder ? holder : pointerIsInside_ ? globUnderPointer() : nullptr, drags_.cursor());
+}
+
+bool InputRouter::needsProcessorTime() const {
+    Glob const* const holder = captureHolder();
+    return holder && holder->isAutoRepeating() && events_.timers.isRegistered(holder);
+}
+
+void InputRouter::dropFiles(InputEvent const& input) {
+    std::vector<LightweightString<wchar_t>> paths = input.files;
+    drags_.dropFiles(std::move(paths), input.place);
 }
 
 Glob* InputRouter::wheelTarget(InputEvent const& input) {
@@ -245,13 +273,66 @@ void InputRouter::dispatchKey(Event& event) {
         return !window.valid() || window == active;
     };
     DispatchScope const scope(event);
+    if (cancelPress(event) || runTransportCommand(event)) return;
     if (events_.intercepts.offer(event, belongsHere)) return;
     event.setOffered();
     Glob* const holder = shownOrNull(get_kbd_focus());
     bool const unwantedRepeat =
         holder && event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
     if (unwantedRepeat || (holder && dispatchUpwards(holder, event))) return;
-    if (isKeyPressEvent(event)) runBoundCommand(event.keyCode());
+    if (isKeyPressEvent(event) && !sendClipboardMessage(event.keyCode())) runBoundCommand(event.keyCode());
+}
+
+bool InputRouter::cancelPress(Event const& key) {
+    if (!isKeyPressEvent(key) || key.keyCode() != Key::escape) return false;
+    if (drags_.isDragging()) {
+        drags_.cancel();
+        updatePointerWishes();
+        return true;
+    }
+    PointerState& pointer = events_.pointer;
+    Glob* const holder = captureHolder();
+    if (!holder || pointer.heldButtons == 0) return false;
+    InputEvent input;
+    input.place = pointer.pressPlace;
+    input.modifiers = key.modifiers();
+    input.time = key.time();
+    Event const press = pointerEvent(EventKind::mouse | pointer.pressButton | EventKind::down, input);
+    // The buttons are still down; their releases go to nobody.
+    pointer.releaseCapture();
+    holder->handlePressCancelled(press);
+    refreshContainment();
+    return true;
+}
+
+/// Keys that start and stop the player work wherever the focus is, but where text is being entered.
+bool InputRouter::runTransportCommand(Event const& key) {
+    if (!isKeyPressEvent(key)) return false;
+    Glob const* const holder = get_kbd_focus();
+    if (holder && holder->textCaret()) return false;
+    LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key.keyCode());
+    CommandMap& commands = CommandMap::instance();
+    unsigned long const number = command.empty() ? CommandMap::none : commands.findCommand(command.c_str());
+    CommandMapRec const* const known = commands.getCommand(number);
+    if (!known || !known->isTransport()) return false;
+    commands.callCommand(number, Cmd::Context());
+    return true;
+}
+
+bool InputRouter::sendClipboardMessage(std::uint32_t key) {
+    LightweightString<char> const* const message = key == (Key::ctrl | 'X')   ? &WindowsClipboard::cutTextMsg
+                                                   : key == (Key::ctrl | 'C') ? &WindowsClipboard::copyTextMsg
+                                                   : key == (Key::ctrl | 'V')
+                                                       ? &WindowsClipboard::pasteTextMsg
+                                                       : nullptr;
+    Glob* glob = message ? shownOrNull(get_kbd_focus()) : nullptr;
+    while (glob) {
+        LifeGuard const life = glob->guard();
+        bool const isTaken = glob->handleMessageEvent(*message, nullptr) != 0;
+        if (isTaken || !life.alive()) return true;
+        glob = glob->parent();
+    }
+    return false;
 }
 
 /// Keys that are bound to commands run them when nobody else wanted the key.
@@ -265,7 +346,7 @@ void InputRouter::runBoundCommand(std::uint32_t key) {
 // Windows
 
 bool InputRouter::containmentIsStale() const {
-    return seenChanges_ != Tree::numChanges();
+    return seenChanges_ != Tree::numChanges() || wishes_.isStale();
 }
 
 void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {

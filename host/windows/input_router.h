@@ -2,21 +2,27 @@
 
 #include "host/events/event_system.h"
 #include "host/windows/containment.h"
+#include "host/windows/drag_drop_manager.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
+#include "host/windows/pointer_wishes.h"
 
 namespace wainscot {
 
 /// Turns platform input into events and brings each to the object that it belongs to.
 class WAINSCOT_API InputRouter {
 public:
-    InputRouter(EventSystem& events, GlobManager& windows) : events_(events), windows_(windows) {}
+    InputRouter(Backend& backend, EventSystem& events, GlobManager& windows)
+        : events_(events), windows_(windows), wishes_(backend, events), drags_(windows, events) {}
 
     void route(InputEvent const& input);
     /// Brings containment up to date after the tree has changed under a resting pointer.
     void refreshContainment();
     /// Something has been moved, added, removed, shown or hidden since then.
     bool containmentIsStale() const;
+    /// Somebody holds the pointer and measures time with the processor clock, which stands still while the
+    /// program sleeps.
+    bool needsProcessorTime() const;
 
 private:
     void routePress(InputEvent const& input);
@@ -34,7 +40,12 @@ private:
     Event pointerEvent(int kind, InputEvent const& input) const;
     /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
     void dispatchKey(Event& event);
+    /// Escape while a button is held takes back what the press began. True = it was that.
+    bool cancelPress(Event const& key);
+    bool runTransportCommand(Event const& key);
     void runBoundCommand(std::uint32_t key);
+    /// Tells the focus holder and its ancestors to cut, copy or paste when that is what the key asks for.
+    bool sendClipboardMessage(std::uint32_t key);
     Glob* globUnder(InputEvent const& input) const;
     Glob* globUnderPointer() const;
     Glob* captureHolder() const;
@@ -42,10 +53,14 @@ private:
     Glob* pointerTarget(InputEvent const& input) const;
     Glob* wheelTarget(InputEvent const& input);
     void updateContainment(Glob* under);
+    void updatePointerWishes();
+    void dropFiles(InputEvent const& input);
     void endWheelGesture() { wheelStamp_.invalidate(); }
 
     EventSystem& events_;
     GlobManager& windows_;
+    PointerWishes wishes_;
+    DragDropManager drags_;
     ContainmentPath containment_;
     bool pointerIsInside_ = false;
     NativeWindowId pointerWindow_ = 0;

@@ -5,14 +5,18 @@
 #include "host/backends/desktop/desktop_x11_p.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
+#include "host/services/file_names.h"
+#include "host/services/preferences.h"
 
 #include <SDL_error.h>
 #include <SDL_mouse.h>
+#include <SDL_stdinc.h>
 #include <SDL_timer.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace wainscot {
 
@@ -116,6 +120,10 @@ void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& in
         if (backend_.findWindow(event.text.windowID))
             keys_.text(event.text.text, {event.text.windowID, timeOf(event.text.timestamp)}, input);
         return;
+    case SDL_DROPFILE:
+    case SDL_DROPTEXT:
+    case SDL_DROPCOMPLETE:
+        return drop(event.drop, input);
     case SDL_WINDOWEVENT:
         return windowEvent(event.window, input);
     case SDL_DISPLAYEVENT:
@@ -193,6 +201,10 @@ void DesktopInput::setFullMotion(bool wanted) {
 void DesktopInput::setUnboundedMotion(bool wanted) {
     if (wanted == unboundedMotion_) return;
     unboundedMotion_ = wanted;
+    if (wanted)
+        lockedAt_ = pointer_;
+    else
+        pointer_ = lockedAt_;
     if (SDL_SetRelativeMouseMode(wanted ? SDL_TRUE : SDL_FALSE) != 0)
         Diagnostics::count("pointer not locked", SDL_GetError());
 }
@@ -225,6 +237,7 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
                                    timeOf(event.timestamp));
     made.button = button;
     if (pressed) {
+        clicks_.setInterval(config_int("double_click_ms", ClickCounter::usualInterval));
         made.clicks = clicks_.press(made.window, button, pointer_, made.time);
         held_.press(button);
     } else {
@@ -321,6 +334,22 @@ void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::ve
     keys_.reset();
     isComposing_ = false;
     input.push_back(windowInput(Kind::windowDeactivated, window, time));
+}
+
+/// Files come one by one, then the end of the drop. The library does not say where; the pointer is there.
+void DesktopInput::drop(SDL_DropEvent const& event, std::vector<InputEvent>& input) {
+    if (event.type == SDL_DROPFILE && event.file) dropped_.push_back(fileNameFromBytes(event.file));
+    SDL_free(event.file);
+    if (event.type != SDL_DROPCOMPLETE || dropped_.empty()) return;
+    InputEvent made;
+    made.kind = Kind::filesDropped;
+    made.window = event.windowID;
+    XY<int> place;
+    SDL_GetGlobalMouseState(&place.x, &place.y);
+    made.place = backend_.rootSpace().toRoot({place.x, place.y, 1, 1}).bottomLeft();
+    made.files = std::exchange(dropped_, {});
+    made.time = timeOf(event.timestamp);
+    input.push_back(made);
 }
 
 void DesktopInput::screenChanged(double time, std::vector<InputEvent>& input) {

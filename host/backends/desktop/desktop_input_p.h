@@ -44,6 +44,7 @@ private:
     void windowBox(DesktopWindow& window, double time, std::vector<InputEvent>& input);
     void windowExposed(DesktopWindow const& window, double time, std::vector<InputEvent>& input);
     void windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input);
+    void drop(SDL_DropEvent const& event, std::vector<InputEvent>& input);
     static void screenChanged(double time, std::vector<InputEvent>& input);
     void allWindowBoxes(double time, std::vector<InputEvent>& input);
     InputEvent pointerEvent(InputEvent::Kind kind, DesktopWindow const& window, double time) const;
@@ -62,8 +63,11 @@ private:
     bool isComposing_ = false;
     double lastKeyTime_ = 0.0;
     bool outsidePresses_ = false;
+    std::vector<LightweightString<wchar_t>> dropped_;
     bool fullMotion_ = false;
     bool unboundedMotion_ = false;
+    /// Where the pointer was when its motion became unbounded.
+    XY<int> lockedAt_;
 };
 
 } // namespace wainscot

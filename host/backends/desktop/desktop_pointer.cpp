@@ -9,7 +9,7 @@ namespace wainscot {
 bool ClickCounter::continues(NativeWindowId window, InputEvent::Button button, XY<int> place,
                              double time) const {
     return clicks_ > 0 && clicks_ < most && window == window_ && button == button_ &&
-           time - time_ <= interval && std::abs(place.x - place_.x) <= radius &&
+           time - time_ <= interval_ && std::abs(place.x - place_.x) <= radius &&
            std::abs(place.y - place_.y) <= radius;
 }
 

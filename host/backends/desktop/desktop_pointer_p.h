@@ -5,20 +5,24 @@
 namespace wainscot {
 
 /// Counts presses in quick succession: 1, 2, 3 and from the start again. Presses belong together while they
-/// are of one button, in one window, at one place and at most half a second apart.
+/// are of one button, in one window, at one place and not too far apart in time.
 class ClickCounter {
 public:
-    static constexpr double interval = 500.0;
+    /// Milliseconds, where the user has not set another time.
+    static constexpr int usualInterval = 500;
     static constexpr int radius = 4;
     static constexpr int most = 3;
 
     /// `time` in milliseconds, `place` in root coordinates. Gives the press's number.
     int press(NativeWindowId window, InputEvent::Button button, XY<int> place, double time);
     void reset() { clicks_ = 0; }
+    /// Milliseconds from one press to the next that belongs to it.
+    void setInterval(double milliseconds) { interval_ = milliseconds; }
 
 private:
     bool continues(NativeWindowId window, InputEvent::Button button, XY<int> place, double time) const;
 
+    double interval_ = usualInterval;
     int clicks_ = 0;
     NativeWindowId window_ = 0;
     InputEvent::Button button_ = InputEvent::Button::none;

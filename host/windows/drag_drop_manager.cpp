@@ -1,0 +1,152 @@
+#include "host/windows/drag_drop_manager.h"
+
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/objects/tree.h"
+#include "host/windows/glob_manager.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace wainscot {
+
+namespace {
+
+constinit DragDropManager* liveManager = nullptr;
+
+} // namespace
+
+void DragDropManager::Known::set(Glob* known) {
+    glob = known;
+    stamp = known ? known->idStamp() : IdStamp();
+}
+
+DragDropManager::DragDropManager(GlobManager& windows, EventSystem& events)
+    : windows_(windows), events_(events) {
+    liveManager = this;
+}
+
+DragDropManager::~DragDropManager() {
+    liveManager = nullptr;
+}
+
+DragDropManager& DragDropManager::instance() {
+    if (!liveManager) throw std::logic_error("wainscot: no host lives");
+    return *liveManager;
+}
+
+bool DragDropManager::beginDrag(Qv::Ptr<DragDropItem> item, Glob* source) {
+    if (!item || isDragging() || events_.pointer.heldButtons == 0) return false;
+    events_.pointer.releaseCapture();
+    item_ = std::move(item);
+    source_.set(is_good_glob_ptr(source) ? source : nullptr);
+    hovered_.set(nullptr);
+    cursor_ = forbiddenCursor;
+    return true;
+}
+
+Glob* DragDropManager::destinationFor(DragDropItem const& item, XY<int> const& place,
+                                      Glob::eDropReason reason) {
+    TopLevelWindow* const window = windows_.windowAt(place);
+    if (!window || !window->root().isShown()) return nullptr;
+    Glob* glob = Tree::globAt(window->root(), window->root().screenXYToGlobXY(place));
+    DispatchScope const scope;
+    while (glob) {
+        LifeGuard const life = glob->guard();
+        bool takes = false;
+        runHandler("canAccept",
+                   [&] { takes = glob->canAccept(item, glob->screenXYToGlobXY(place), reason); });
+        if (!life.alive()) return nullptr;
+        if (takes) return glob;
+        glob = glob->parent();
+    }
+    return nullptr;
+}
+
+Glob* DragDropManager::getDestinationUnder(XY<int> const& place) {
+    Qv::Ptr<DragDropItem> const item = item_;
+    return item ? destinationFor(*item, place, Glob::dropHover) : nullptr;
+}
+
+void DragDropManager::hoverOver(Glob* destination, XY<int> const& place) {
+    Qv::Ptr<DragDropItem> const item = item_;
+    DispatchScope const scope;
+    Known next;
+    next.set(destination);
+    Glob* const last = hovered_.get();
+    hovered_ = next;
+    if (last && last != destination)
+        runHandler("handleDragHover",
+                   [&] { last->handleDragHover(*item, last->screenXYToGlobXY(place), false); });
+    // The one that was left may have ended the drag, or the destination.
+    if (item_ != item || !next.get()) return;
+    runHandler("handleDragHover",
+               [&] { destination->handleDragHover(*item, destination->screenXYToGlobXY(place), true); });
+    if (item_ != item) return;
+    cursor_ = forbiddenCursor;
+    if (!next.get()) return;
+    MouseCursorID wish = inheritCursor;
+    runHandler("getDropCursor",
+               [&] { wish = destination->getDropCursor(*item, destination->screenXYToGlobXY(place)); });
+    cursor_ = wish == inheritCursor ? handCursor : wish;
+}
+
+bool DragDropManager::handleMouseMove(Event const& event) {
+    if (!isDragging()) return false;
+    Qv::Ptr<DragDropItem> const item = item_;
+    Glob* const destination = getDestinationUnder(event.place());
+    if (item_ != item) return true;
+    cursor_ = forbiddenCursor;
+    hoverOver(destination, event.place());
+    return true;
+}
+
+bool DragDropManager::offer(DragDropItem& item, XY<int> const& place) {
+    Glob* const destination = destinationFor(item, place, Glob::dropFinal);
+    if (!destination) return false;
+    bool taken = false;
+    DispatchScope const scope;
+    runHandler("acceptDrop", [&] {
+        taken = destination->acceptDrop(item, destination->screenXYToGlobXY(place), Glob::dropFinal);
+    });
+    return taken;
+}
+
+bool DragDropManager::drop(XY<int> const& place) {
+    Qv::Ptr<DragDropItem> const item = item_;
+    if (!item) return false;
+    hoverOver(nullptr, place);
+    if (item_ != item) return false;
+    item_ = nullptr;
+    bool const taken = offer(*item, place);
+    end(item, taken);
+    return taken;
+}
+
+void DragDropManager::cancel() {
+    Qv::Ptr<DragDropItem> const item = item_;
+    if (!item) return;
+    hoverOver(nullptr, events_.pointer.place);
+    if (item_ != item) return;
+    item_ = nullptr;
+    end(item, false);
+}
+
+void DragDropManager::end(Qv::Ptr<DragDropItem> const& item, bool taken) {
+    cursor_ = inheritCursor;
+    Glob* const source = std::exchange(source_, Known()).get();
+    DispatchScope const scope;
+    if (source) runHandler("handleDragEnd", [&] { source->handleDragEnd(*item, taken); });
+}
+
+MouseCursorID DragDropManager::cursor() const {
+    return isDragging() ? cursor_ : inheritCursor;
+}
+
+bool DragDropManager::dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place) {
+    if (paths.empty()) return false;
+    Qv::Ptr<DragDropItem> const item(new DroppedFiles(std::move(paths)));
+    return offer(*item, place);
+}
+
+} // namespace wainscot

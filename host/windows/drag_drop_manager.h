@@ -1,0 +1,71 @@
+#pragma once
+
+#include "host/base/ptr.h"
+#include "host/events/event.h"
+#include "host/objects/drag_drop_item.h"
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+class EventSystem;
+class GlobManager;
+
+/// Carries an item from one object to another with the pointer. The object under the pointer that accepts the
+/// item (or the nearest of its ancestors that does) hears of it through `Glob::handleDragHover` and takes it
+/// through `Glob::acceptDrop`; the object where the drag began hears the end through `Glob::handleDragEnd`.
+/// Any of them may die meanwhile.
+class WAINSCOT_API DragDropManager {
+public:
+    DragDropManager(GlobManager& windows, EventSystem& events);
+    ~DragDropManager();
+    DragDropManager(DragDropManager const&) = delete;
+    DragDropManager& operator=(DragDropManager const&) = delete;
+
+    /// That of the live host; throws when none lives.
+    static DragDropManager& instance();
+
+    /// Begins to carry an item, from inside the handler of a press or of a move with a held button. Until the
+    /// release the pointer is the manager's: `source` gets no further moves and no release. False when
+    /// nothing is held, no item is given, or a drag is under way.
+    bool beginDrag(Qv::Ptr<DragDropItem> item, Glob* source);
+    bool isDragging() const { return item_ != nullptr; }
+    /// Null while nothing is dragged.
+    DragDropItem* getCurrentItem() const { return item_.get(); }
+    /// The pointer has moved: finds who would take the item now and tells it. False while nothing is dragged.
+    bool handleMouseMove(Event const& event);
+    /// Who would take the item at a place in root coordinates; null when nobody would.
+    Glob* getDestinationUnder(XY<int> const& place);
+    /// Lets the item go at a place in root coordinates. True when somebody took it.
+    bool drop(XY<int> const& place);
+    /// Ends the drag; nobody takes the item.
+    void cancel();
+    /// The shape that says whether the item may be let go here; `inheritCursor` while nothing is dragged.
+    MouseCursorID cursor() const;
+
+    /// Files that another program let go at a place in root coordinates. True when somebody took them.
+    bool dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place);
+
+private:
+    struct Known {
+        Glob* glob = nullptr;
+        IdStamp stamp;
+
+        void set(Glob* known);
+        Glob* get() const { return EventHandler::valid(glob, stamp) ? glob : nullptr; }
+    };
+
+    Glob* destinationFor(DragDropItem const& item, XY<int> const& place, Glob::eDropReason reason);
+    bool offer(DragDropItem& item, XY<int> const& place);
+    void hoverOver(Glob* destination, XY<int> const& place);
+    /// Tells the source; the drag is over before.
+    void end(Qv::Ptr<DragDropItem> const& item, bool taken);
+
+    GlobManager& windows_;
+    EventSystem& events_;
+    Qv::Ptr<DragDropItem> item_;
+    Known source_;
+    Known hovered_;
+    MouseCursorID cursor_ = inheritCursor;
+};
+
+} // namespace wainscot

@@ -1,0 +1,355 @@
+#include "tests/host_fixture.h"
+
+#include "host/events/keybinding_manager.h"
+#include "host/objects/drag_drop_item.h"
+#include "host/services/clipboard.h"
+#include "host/services/command_map.h"
+#include "host/windows/drag_drop_manager.h"
+
+#include <gmock/gmock.h>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Wants something of the pointer or the keyboard that plain objects do not.
+class WishfulGlob : public ProbeGlob {
+public:
+    using ProbeGlob::ProbeGlob;
+
+    MouseCursorID contextCursor(XY<int> const& place) const override {
+        return place.x < width() / 2 ? leftCursor : rightCursor;
+    }
+    bool wantsFullMotion() const override { return fullMotion; }
+    bool wantsUnboundedMotion() const override { return unbounded; }
+    std::optional<IntBox> textCaret() const override { return caret; }
+
+    MouseCursorID leftCursor = textCursor;
+    MouseCursorID rightCursor = inheritCursor;
+    bool fullMotion = false;
+    bool unbounded = false;
+    std::optional<IntBox> caret;
+};
+
+class Pointer : public HostTest {
+protected:
+    OffscreenBackend& screen() { return *host_->offscreen(); }
+    template <class T>
+    T* add(Glob* parent, T* child, int x, int y) {
+        parent->addChild(child, BottomLeft(x, y));
+        driver_.settle();
+        return child;
+    }
+    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+};
+
+TEST_F(Pointer, TheShapeIsThatOfTheInnermostObjectThatHasAWish) {
+    RecordingParent* const root = openWindow();
+    auto* const outer = add(root, new WishfulGlob(100, 100), 10, 10);
+    auto* const inner = add(outer, new WishfulGlob(40, 40), 40, 10);
+    outer->rightCursor = crossCursor;
+    moveIn(inner, 5, 5);
+    EXPECT_EQ(screen().cursor(), textCursor);
+    moveIn(inner, 35, 5);
+    EXPECT_EQ(screen().cursor(), crossCursor) << "left to the parent";
+    delete inner;
+    driver_.settle();
+    outer->rightCursor = inheritCursor;
+    moveIn(outer, 70, 70);
+    EXPECT_EQ(screen().cursor(), arrowCursor);
+    setDefaultMouseCursor(waitCursor);
+    driver_.settle();
+    EXPECT_EQ(screen().cursor(), waitCursor) << "at once, without a move";
+    setDefaultMouseCursor(inheritCursor);
+    driver_.settle();
+    EXPECT_EQ(screen().cursor(), arrowCursor);
+}
+
+TEST_F(Pointer, TheShapeStaysThatOfWhoeverHoldsThePointer) {
+    RecordingParent* const root = openWindow();
+    auto* const held = add(root, new WishfulGlob(60, 40), 10, 10);
+    auto* const other = add(root, new WishfulGlob(60, 40), 200, 10);
+    held->leftCursor = held->rightCursor = sizeHorizontalCursor;
+    held->onReact = [](Event const& event) { return mouse_event(event); };
+    driver_.press(held);
+    moveIn(other, 10, 10);
+    EXPECT_EQ(screen().cursor(), sizeHorizontalCursor);
+    driver_.release();
+    EXPECT_EQ(screen().cursor(), textCursor);
+}
+
+TEST_F(Pointer, FullAndUnboundedMotionHoldFromPressToReleaseOrDeath) {
+    RecordingParent* const root = openWindow();
+    for (bool dies : {false, true}) {
+        auto* const probe = add(root, new WishfulGlob(60, 40), 10, 10);
+        probe->onReact = [](Event const& event) { return mouse_event(event); };
+        probe->fullMotion = probe->unbounded = true;
+        driver_.moveTo(probe);
+        XY<int> const pressed = glib_getMousePos();
+        EXPECT_FALSE(screen().fullMotion());
+        driver_.press();
+        EXPECT_TRUE(screen().fullMotion() && screen().unboundedMotion());
+        driver_.moveTo({5000, -5000});
+        if (dies)
+            delete probe;
+        else
+            driver_.release();
+        driver_.settle();
+        EXPECT_FALSE(screen().fullMotion() || screen().unboundedMotion());
+        EXPECT_EQ(glib_getMousePos(), pressed) << "the pointer is back where it was locked";
+        if (dies) driver_.release();
+        if (!dies) delete probe;
+    }
+}
+
+TEST_F(Pointer, EscapeTakesBackWhatThePressBegan) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> log;
+    auto* const probe = add(root, new ProbeGlob(60, 40, &log), 10, 10);
+    probe->onReact = [&](Event const& event) {
+        if (mouse_event(event)) {
+            XY<int> const at = eventXYToGlobXY(event, *probe);
+            probe->note((mouse_down_event(event) ? "down "
+                         : mouse_up_event(event) ? "up "
+                                                 : "move ") +
+                        std::to_string(at.x) + "," + std::to_string(at.y));
+        }
+        return mouse_event(event);
+    };
+    moveIn(probe, 5, 6);
+    driver_.press();
+    moveIn(probe, 40, 20);
+    log.clear();
+    driver_.key(Key::escape);
+    EXPECT_THAT(log, ElementsAre("move 5,6", "up 5,6"));
+    driver_.release();
+    EXPECT_THAT(log, ElementsAre("move 5,6", "up 5,6")) << "the real release is nobody's";
+    // Without a held button Escape is a key like any other.
+    log.clear();
+    int escapes = 0;
+    probe->onReact = [&](Event const& event) { return event.keyCode() == Key::escape && ++escapes > 0; };
+    ASSERT_TRUE(probe->claimKbdFocus());
+    driver_.key(Key::escape);
+    EXPECT_EQ(escapes, 2) << "press and release";
+}
+
+TEST_F(Pointer, EscapeMayEndInTheDeathOfTheHolder) {
+    RecordingParent* const root = openWindow();
+    auto* const probe = add(root, new ProbeGlob(60, 40), 10, 10);
+    probe->onReact = [&](Event const& event) {
+        if (mouse_move_event(event)) destroy(probe);
+        return mouse_event(event);
+    };
+    driver_.moveTo(probe);
+    driver_.press();
+    driver_.key(Key::escape);
+    driver_.release();
+    EXPECT_EQ(ProbeGlob::alive, 0);
+    auto* const moving = add(root, new Glob(60, 40), 100, 10);
+    moving->setMovable(true);
+    driver_.press(moving);
+    moving->startMoving();
+    driver_.moveTo(root->globXYToScreenXY({300, 200}));
+    EXPECT_NE(moving->box().bottomLeft(), (XY<int>{100, 10}));
+    driver_.key(Key::escape);
+    EXPECT_EQ(moving->box().bottomLeft(), (XY<int>{100, 10})) << "what was moved is back";
+    EXPECT_FALSE(moving->isMoving());
+    driver_.release();
+}
+
+TEST_F(Pointer, TransportKeysComeBeforeTheFocusButNotBeforeText) {
+    RecordingParent* const root = openWindow();
+    auto* const probe = add(root, new WishfulGlob(60, 40), 10, 10);
+    int keys = 0;
+    probe->onReact = [&](Event const& event) { return isKeyPressEvent(event) && ++keys > 0; };
+    ASSERT_TRUE(probe->claimKbdFocus());
+    int plays = 0;
+    CommandRegistrar const play(
+        "play", L"Play", [&](Cmd::Context const&) { ++plays; }, CommandRegistrar::Kind::transport);
+    KeybindingManager::instance().assignKey(Key::space, "play");
+    driver_.key(Key::space);
+    EXPECT_EQ(plays, 1);
+    EXPECT_EQ(keys, 0);
+    probe->caret = IntBox(0, 0, 1, 10);
+    driver_.key(Key::space);
+    EXPECT_EQ(plays, 1) << "text is being entered";
+    EXPECT_EQ(keys, 1);
+}
+
+TEST_F(Pointer, UnwantedClipboardKeysBecomeMessagesToTheFocusAndItsAncestors) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> log;
+    auto* const table = add(root, new ProbeGlob(200, 100, &log, "table"), 10, 10);
+    auto* const cell = add(table, new ProbeGlob(50, 20, &log, "cell"), 0, 0);
+    cell->onMessage = [](auto const&, Glob*) { return 0; };
+    ASSERT_TRUE(cell->claimKbdFocus());
+    log.clear();
+    driver_.key(Key::ctrl | 'C');
+    EXPECT_THAT(log, ElementsAre("cell message WindowsClipboard::copyText",
+                                 "table message WindowsClipboard::copyText"));
+    log.clear();
+    cell->onReact = [](Event const& event) { return isKeyPressEvent(event); };
+    driver_.key(Key::ctrl | 'V');
+    EXPECT_THAT(log, IsEmpty()) << "who takes the key itself gets no message";
+}
+
+TEST_F(Pointer, TheClipboardKeepsAnyText) {
+    LightweightString<wchar_t> const text = L"a\r\nb\t\u05D0\U0001F600\u0301";
+    EXPECT_TRUE(WindowsClipboard::addText(text));
+    EXPECT_TRUE(WindowsClipboard::addSelection(L"other"));
+    EXPECT_EQ(WindowsClipboard::getText(), text);
+    EXPECT_EQ(WindowsClipboard::getSelection(), LightweightString<wchar_t>(L"other"));
+    EXPECT_TRUE(WindowsClipboard::addText(LightweightString<wchar_t>(L"a\0b", 3)));
+    EXPECT_EQ(WindowsClipboard::getText(), LightweightString<wchar_t>(L"a"));
+    EXPECT_TRUE(WindowsClipboard::addText(L""));
+    EXPECT_TRUE(WindowsClipboard::getText().empty());
+}
+
+/// Takes items of one type on its right half.
+class DropGlob : public ProbeGlob {
+public:
+    using ProbeGlob::ProbeGlob;
+
+    bool canAccept(DragDropItem const& item, XY<int> const& place, eDropReason) override {
+        return item.type() == LightweightString<char>("clip") && place.x >= width() / 2;
+    }
+    bool acceptDrop(DragDropItem& item, XY<int> const& place, eDropReason) override {
+        note("drop " + std::string(item.type().c_str()) + " " + std::to_string(place.x));
+        if (onDrop) onDrop();
+        return takes;
+    }
+    MouseCursorID getDropCursor(DragDropItem const&, XY<int> const&) const override { return dropCursor; }
+    void handleDragHover(DragDropItem const&, XY<int> const&, bool inside) override {
+        note(inside ? "hover" : "out");
+        auto const handler = onHover;
+        if (handler) handler(inside);
+    }
+    void handleMouseContainment(bool) override {}
+    void handleDragEnd(DragDropItem&, bool taken) override { note(taken ? "taken" : "not taken"); }
+
+    bool takes = true;
+    MouseCursorID dropCursor = inheritCursor;
+    std::function<void()> onDrop;
+    std::function<void(bool)> onHover;
+};
+
+class Dragging : public Pointer {
+protected:
+    void open() {
+        root_ = openWindow();
+        source_ = add(root_, new DropGlob(60, 40, &log_, "source"), 10, 10);
+        target_ = add(root_, new DropGlob(100, 40, &log_, "target"), 200, 10);
+        source_->onReact = [this](Event const& event) {
+            bool const begins = mouse_move_event(event) && event.heldButtons() != 0;
+            if (begins)
+                DragDropManager::instance().beginDrag(
+                    Qv::Ptr<DragDropItem>(new DragDropItem("clip", L"Clip")), source_);
+            return mouse_event(event);
+        };
+        driver_.press(source_);
+        moveIn(source_, 35, 25);
+        log_.clear();
+    }
+    bool isDragging() const { return DragDropManager::instance().isDragging(); }
+
+    std::vector<std::string> log_;
+    RecordingParent* root_ = nullptr;
+    DropGlob* source_ = nullptr;
+    DropGlob* target_ = nullptr;
+};
+
+TEST_F(Dragging, TheItemGoesFromHoverToDropAndTheSourceHearsOfIt) {
+    open();
+    EXPECT_TRUE(isDragging());
+    EXPECT_EQ(screen().cursor(), forbiddenCursor);
+    moveIn(target_, 10, 10);
+    EXPECT_THAT(log_, IsEmpty()) << "not wanted on the left half";
+    moveIn(target_, 60, 10);
+    EXPECT_EQ(screen().cursor(), handCursor);
+    target_->dropCursor = crossCursor;
+    moveIn(target_, 70, 10);
+    EXPECT_EQ(screen().cursor(), crossCursor);
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("target hover", "target hover", "target out", "target drop clip 70",
+                                  "source taken"));
+    EXPECT_FALSE(isDragging());
+    EXPECT_EQ(screen().cursor(), arrowCursor);
+}
+
+TEST_F(Dragging, EscapeOrAnUnwillingTargetEndItWithoutADrop) {
+    open();
+    moveIn(target_, 60, 10);
+    log_.clear();
+    driver_.key(Key::escape);
+    EXPECT_THAT(log_, ElementsAre("target out", "source not taken"));
+    driver_.release();
+    EXPECT_EQ(log_.size(), 2u) << "the release after it drops nothing";
+    open();
+    moveIn(target_, 60, 10);
+    target_->takes = false;
+    log_.clear();
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("target out", "target drop clip 60", "source not taken"));
+}
+
+TEST_F(Dragging, AnybodyMayDieInAnyNotice) {
+    for (int what = 0; what < 6; ++what) {
+        open();
+        RecordingParent* const window = root_;
+        auto const kill = [&, what] {
+            if (what % 3 == 0) destroy(target_);
+            if (what % 3 == 1) destroy(source_);
+            if (what % 3 == 2) destroy(window);
+        };
+        if (what < 3)
+            target_->onHover = [kill](bool) { kill(); };
+        else
+            target_->onDrop = kill;
+        moveIn(target_, 60, 10);
+        driver_.release();
+        driver_.settle();
+        EXPECT_FALSE(isDragging()) << what;
+        if (what % 3 != 2) destroy(window);
+        driver_.settle();
+    }
+    open();
+    EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
+        << "one at a time";
+    DragDropManager::instance().cancel();
+    driver_.release();
+    EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
+        << "nothing is held";
+}
+
+TEST_F(Dragging, FilesFromOutsideArriveAsAnItem) {
+    RecordingParent* const root = openWindow();
+    class FileTaker : public Glob {
+    public:
+        using Glob::Glob;
+        bool canAccept(DragDropItem const& item, XY<int> const&, eDropReason) override {
+            return item.type() == DroppedFiles::filesType;
+        }
+        bool acceptDrop(DragDropItem& item, XY<int> const&, eDropReason) override {
+            paths = dynamic_cast<DroppedFiles&>(item).paths();
+            return true;
+        }
+        std::vector<LightweightString<wchar_t>> paths;
+    };
+    auto* const taker = add(root, new FileTaker(100, 100), 0, 0);
+    InputEvent event;
+    event.kind = InputEvent::Kind::filesDropped;
+    event.window = nativeOf(root)->id();
+    event.place = taker->globXYToScreenXY({5, 5});
+    event.files = {L"/a/b.mov", L"/c d"};
+    screen().inject(event);
+    driver_.settle();
+    EXPECT_THAT(taker->paths, ElementsAre(L"/a/b.mov", L"/c d"));
+    event.place = {3000, 3000};
+    screen().inject(event);
+    driver_.settle();
+}
+
+} // namespace
+} // namespace wainscot
