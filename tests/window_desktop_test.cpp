@@ -401,3 +401,63 @@ TEST(WindowDesktopUnmanaged, ConvertsPixelsForAScreenOfSixteenBits) {
     EXPECT_TRUE(bench.waitForColour({350, 768 - 518}, 0x3333));
     EXPECT_EQ(bench.colourAt({202, 768 - 418 - 3}), 0xFE60u);
 }
+
+TEST_F(WindowDesktop, TextsGoToOtherProgramsAndComeFromThem) {
+    startActiveProbe();
+    ASSERT_FALSE(command("copy gr\u00fc\u00dfe \u65e5\u672c \U0001F600").empty());
+    ASSERT_FALSE(command("select chosen").empty());
+    auto const read = [&](std::string const& from) {
+        return bench_.start({"/bin/sh", "-c", "xclip -o -selection " + from + "; echo"});
+    };
+    EXPECT_EQ(read("clipboard")->waitForLine("g"), "gr\u00fc\u00dfe \u65e5\u672c \U0001F600");
+    EXPECT_EQ(read("primary")->waitForLine("c"), "chosen");
+    ASSERT_FALSE(command("copymuch").empty());
+    EXPECT_EQ(bench_.start({"/bin/sh", "-c", "xclip -o -selection clipboard | wc -c"})->waitForLine("1"),
+              "1000000");
+
+    auto const owns = [&](std::string const& to, std::string const& maker) {
+        return bench_.start({"/bin/sh", "-c", maker + " | exec xclip -quiet -selection " + to});
+    };
+    auto const fetch = [&](std::string const& how, std::string const& expected) {
+        return waitUntil([&] {
+            probe_->send(how);
+            return probe_->waitForLine("text") == "text " + expected && !probe_->waitForLine("done").empty();
+        });
+    };
+    auto const owner = owns("clipboard", "printf '\\303\\244\\r\\n\\tb'");
+    EXPECT_TRUE(fetch("paste", "\u00e4\r"));
+    auto const selector = owns("primary", "printf word");
+    EXPECT_TRUE(fetch("insert", "word"));
+    ASSERT_FALSE(command("copy mine").empty());
+    EXPECT_TRUE(fetch("paste", "mine")) << "the program's own text";
+    ASSERT_FALSE(command("destroy").empty());
+    EXPECT_EQ(read("clipboard")->waitForLine("m"), "mine") << "although the window has gone";
+    auto const much = owns("clipboard", "head -c 3000000 /dev/zero | tr '\\0' y");
+    EXPECT_TRUE(fetch("paste", "3000000"));
+}
+
+TEST_F(WindowDesktop, TheWholeWayIsReportedInSmallStepsWhileThatIsWanted) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.movePointer(inWindow(20, 100)));
+    EXPECT_FALSE(next("moved place=20,99").empty());
+    ASSERT_FALSE(command("steps 1").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(80, 100)));
+    for (int x = 23; x <= 80; x += 3)
+        EXPECT_THAT(next("moved"), StartsWith("moved place=" + std::to_string(x) + ",99 "));
+    ASSERT_FALSE(command("steps 0").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(20, 100)));
+    EXPECT_THAT(next("moved"), StartsWith("moved place=20,99 "));
+}
+
+TEST_F(WindowDesktop, UnboundedMotionGoesPastTheScreensEdgeAndEndsWhereItBegan) {
+    startActiveProbe();
+    ASSERT_TRUE(bench_.movePointer(inWindow(250, 100)));
+    EXPECT_FALSE(next("moved place=250,99").empty());
+    ASSERT_FALSE(command("unbounded 1").empty());
+    for (int i = 0; i < 12; ++i) ASSERT_TRUE(bench_.xdotool({"mousemove_relative", "100", "0"}));
+    EXPECT_FALSE(next("moved place=1450,99").empty()) << "the screen is 1024 wide";
+    ASSERT_FALSE(command("unbounded 0").empty());
+    probe_->skipLines();
+    ASSERT_TRUE(bench_.xdotool({"mousemove_relative", "5", "0"}));
+    EXPECT_FALSE(next("moved place=255,99").empty());
+}

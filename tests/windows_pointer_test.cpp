@@ -263,6 +263,9 @@ protected:
 TEST_F(Dragging, TheItemGoesFromHoverToDropAndTheSourceHearsOfIt) {
     open();
     EXPECT_TRUE(isDragging());
+    EXPECT_EQ(DragDropManager::instance().getCurrentItem()->label(), LightweightString<wchar_t>(L"Clip"));
+    EXPECT_EQ(DragDropManager::instance().getDestinationUnder(target_->globXYToScreenXY({90, 5})), target_);
+    EXPECT_EQ(DragDropManager::instance().getDestinationUnder(target_->globXYToScreenXY({9, 5})), nullptr);
     EXPECT_EQ(screen().cursor(), forbiddenCursor);
     moveIn(target_, 10, 10);
     EXPECT_THAT(log_, IsEmpty()) << "not wanted on the left half";

@@ -84,6 +84,11 @@ void say(std::string const& line) {
     std::fflush(stdout);
 }
 
+/// A long text only by its length.
+void sayText(LightweightString<char> const& text) {
+    say("text " + (text.size() > 1000 ? std::to_string(text.size()) : std::string(text.c_str())));
+}
+
 std::string describe(InputEvent const& event, XY<int> windowPlace) {
     char line[256];
     XY<int> const place = event.place - windowPlace;
@@ -209,6 +214,18 @@ void Probe::runCommand(std::string const& line) {
         Surface const other({x, y}, backend_->deviceScale());
         window_->present(other, {IntBox(-50, -50, 5000, 5000)});
     }
+    std::string const rest = words.eof() || line.size() <= name.size() ? "" : line.substr(name.size() + 1);
+    if (name == "copy") backend_->clipboard().setText(iClipboard::Kind::clipboard, rest.c_str());
+    if (name == "copymuch")
+        backend_->clipboard().setText(iClipboard::Kind::clipboard, std::string(1000000, 'x').c_str());
+    if (name == "select") backend_->clipboard().setText(iClipboard::Kind::selection, rest.c_str());
+    if (name == "paste") sayText(backend_->clipboard().text(iClipboard::Kind::clipboard));
+    if (name == "insert") sayText(backend_->clipboard().text(iClipboard::Kind::selection));
+    if (name == "cursor") backend_->setCursor(static_cast<MouseCursorID>(x));
+    if (name == "steps") backend_->setFullMotion(x != 0);
+    if (name == "unbounded") backend_->setUnboundedMotion(x != 0);
+    if (name == "outside") backend_->setOutsidePresses(x != 0);
+    if (name == "above") window_->setKeepAbove(x != 0);
     if (name == "quit") ended_ = true;
     say("done " + name + " waits=" + std::to_string(waits_));
 }

@@ -62,7 +62,7 @@ std::uint32_t windowFlags(NativeWindowSettings const& settings) {
 
 } // namespace
 
-DesktopBackend::DesktopBackend(double scale) : space_({}, scale), input_(*this) {
+DesktopBackend::DesktopBackend(double scale) : space_({}, scale), input_(*this), clipboard_(*this) {
     updateMonitors();
     SDL_StartTextInput();
 }

@@ -197,16 +197,20 @@ void DesktopInput::setFullMotion(bool wanted) {
     fullMotion_ = wanted;
 }
 
-/// The library keeps the place at which the pointer was locked, and puts it back there.
 void DesktopInput::setUnboundedMotion(bool wanted) {
     if (wanted == unboundedMotion_) return;
     unboundedMotion_ = wanted;
-    if (wanted)
-        lockedAt_ = pointer_;
-    else
-        pointer_ = lockedAt_;
+    if (wanted) lockedAt_ = pointer_;
     if (SDL_SetRelativeMouseMode(wanted ? SDL_TRUE : SDL_FALSE) != 0)
         Diagnostics::count("pointer not locked", SDL_GetError());
+    if (!wanted) putPointerBack();
+}
+
+/// The library leaves the pointer where its own, bounded count of the motion has come to.
+void DesktopInput::putPointerBack() {
+    pointer_ = lockedAt_;
+    DesktopWindow* const window = backend_.findWindow(pointerWindow_);
+    if (window) window->warpPointer(backend_.rootSpace().devicePixelInWindow(window->box(), pointer_));
 }
 
 void DesktopInput::updateCapture() const {

@@ -84,4 +84,9 @@ XY<int> RootSpace::pixelInWindow(IntBox const& window, XY<int> devicePixel) cons
     return window.bottomLeft() + XY<int>{covering(devicePixel.x), covering(fromBottom)};
 }
 
+XY<int> RootSpace::devicePixelInWindow(IntBox const& window, XY<int> pixel) const {
+    XY<int> const inside = pixel - window.bottomLeft();
+    return {toDevice(inside.x, scale_), toDevice(window.height(), scale_) - 1 - toDevice(inside.y, scale_)};
+}
+
 } // namespace wainscot

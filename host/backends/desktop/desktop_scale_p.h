@@ -40,6 +40,8 @@ public:
     XY<int> toDeviceCorner(XY<int> place, int deviceHeight) const;
     /// The root pixel under a device pixel of a window's contents; also for places outside the window.
     XY<int> pixelInWindow(IntBox const& window, XY<int> devicePixel) const;
+    /// The other way round: a device pixel that lies under a root pixel.
+    XY<int> devicePixelInWindow(IntBox const& window, XY<int> pixel) const;
 
 private:
     DeviceRect desktop_;

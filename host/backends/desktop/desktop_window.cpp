@@ -114,6 +114,10 @@ void DesktopWindow::setKeepAbove(bool keep) {
     if (window_) SDL_SetWindowAlwaysOnTop(window_, keep ? SDL_TRUE : SDL_FALSE);
 }
 
+void DesktopWindow::warpPointer(XY<int> devicePixel) {
+    if (window_) SDL_WarpMouseInWindow(window_, devicePixel.x, devicePixel.y);
+}
+
 bool DesktopWindow::updateBox(RootSpace const& space) {
     if (!window_) return false;
     DeviceRect rect;

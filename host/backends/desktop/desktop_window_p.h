@@ -35,6 +35,8 @@ public:
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
 
     IntBox const& box() const { return box_; }
+    /// Puts the pointer at a device pixel of the contents, y downwards.
+    void warpPointer(XY<int> devicePixel);
     _XDisplay* display() const { return native_.display(); }
     /// Takes the size and place that the window system has now; true when either has changed.
     bool updateBox(RootSpace const& space);

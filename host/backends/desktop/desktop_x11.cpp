@@ -65,6 +65,10 @@ bool hasUnreadEvents(Display* display) {
     return display && XEventsQueued(display, QueuedAfterFlush) > 0;
 }
 
+void finishRequests(_XDisplay* display) {
+    if (display) XSync(display, False);
+}
+
 bool isRightAltAltGr(Display* display) {
     if (!display) return false;
     KeyboardPtr const keyboard = readKeyboard(display);

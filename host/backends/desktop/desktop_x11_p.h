@@ -16,6 +16,8 @@ bool probeDisplay(std::string& resources, LightweightString<char>& problem);
 int connectionFile(_XDisplay* display);
 /// Sends what is waiting to be sent; true when events have been read that nobody has looked at yet.
 bool hasUnreadEvents(_XDisplay* display);
+/// Returns when the server has carried out all that was asked of it.
+void finishRequests(_XDisplay* display);
 /// Whether the present layout uses the right Alt key to reach further characters.
 bool isRightAltAltGr(_XDisplay* display);
 /// X errors are counted from now on, instead of ending the program.

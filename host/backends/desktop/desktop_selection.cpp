@@ -1,0 +1,125 @@
+#include "host/backends/desktop/desktop_selection_p.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+
+#include <chrono>
+#include <poll.h>
+
+namespace wainscot {
+
+namespace {
+
+constexpr auto patience = std::chrono::milliseconds(1000);
+/// Words of a property read in one step; and what a text may have at most, against owners that never end.
+constexpr long wordsAtOnce = 1 << 16;
+constexpr std::size_t mostBytes = std::size_t{1} << 30;
+
+std::string utf8FromLatin1(std::string const& text) {
+    std::string made;
+    for (char const c : text) {
+        auto const byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            made += c;
+        } else {
+            made += static_cast<char>(0xC0 | (byte >> 6));
+            made += static_cast<char>(0x80 | (byte & 0x3F));
+        }
+    }
+    return made;
+}
+
+} // namespace
+
+SelectionReader::~SelectionReader() {
+    if (display_) XCloseDisplay(display_);
+}
+
+bool SelectionReader::open() {
+    if (display_) return true;
+    display_ = XOpenDisplay(nullptr);
+    if (!display_) return false;
+    window_ = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 1, 1, 0, 0, 0);
+    property_ = XInternAtom(display_, "WAINSCOT_TEXT", False);
+    XSelectInput(display_, window_, PropertyChangeMask);
+    return true;
+}
+
+unsigned long SelectionReader::owner(char const* selection) {
+    return open() ? XGetSelectionOwner(display_, XInternAtom(display_, selection, False)) : 0;
+}
+
+bool SelectionReader::waitFor(int type, void* event) {
+    auto const end = std::chrono::steady_clock::now() + patience;
+    while (!XCheckTypedWindowEvent(display_, window_, type, static_cast<XEvent*>(event))) {
+        auto const left =
+            std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left.count() <= 0) return false;
+        pollfd file{ConnectionNumber(display_), POLLIN, 0};
+        poll(&file, 1, static_cast<int>(left.count()));
+    }
+    return true;
+}
+
+bool SelectionReader::convert(char const* selection, char const* target) {
+    XEvent event;
+    while (XCheckTypedWindowEvent(display_, window_, SelectionNotify, &event)) {
+    }
+    XDeleteProperty(display_, window_, property_);
+    XConvertSelection(display_, XInternAtom(display_, selection, False), XInternAtom(display_, target, False),
+                      property_, window_, CurrentTime);
+    XFlush(display_);
+    return waitFor(SelectionNotify, &event) && event.xselection.property != None;
+}
+
+unsigned long SelectionReader::takeProperty(std::string& text) {
+    Atom type = None;
+    int format = 0;
+    unsigned long items = 0;
+    unsigned long left = 1;
+    long offset = 0;
+    while (left > 0 && text.size() < mostBytes) {
+        unsigned char* data = nullptr;
+        if (XGetWindowProperty(display_, window_, property_, offset, wordsAtOnce, False, AnyPropertyType,
+                               &type, &format, &items, &left, &data) != Success)
+            return None;
+        if (format == 8) text.append(reinterpret_cast<char const*>(data), items);
+        XFree(data);
+        if (format != 8) break;
+        offset += static_cast<long>(items / 4);
+    }
+    XDeleteProperty(display_, window_, property_);
+    return type;
+}
+
+/// The owner writes the next piece whenever the last one was taken; an empty one is the end.
+bool SelectionReader::readPieces(std::string& text) {
+    XEvent event;
+    while (waitFor(PropertyNotify, &event)) {
+        if (event.xproperty.state != PropertyNewValue || event.xproperty.atom != property_) continue;
+        std::size_t const before = text.size();
+        takeProperty(text);
+        if (text.size() == before) return true;
+        if (text.size() >= mostBytes) return false;
+    }
+    return false;
+}
+
+std::optional<std::string> SelectionReader::read(char const* selection) {
+    if (!open()) return {};
+    for (char const* const target : {"UTF8_STRING", "STRING"}) {
+        if (!convert(selection, target)) continue;
+        XEvent event;
+        while (XCheckTypedWindowEvent(display_, window_, PropertyNotify, &event)) {
+        }
+        std::string text;
+        unsigned long const type = takeProperty(text);
+        bool const inPieces = type != None && type == XInternAtom(display_, "INCR", False);
+        if (inPieces) text.clear();
+        if (inPieces && !readPieces(text)) return {};
+        return target[0] == 'S' ? utf8FromLatin1(text) : text;
+    }
+    return {};
+}
+
+} // namespace wainscot

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+struct _XDisplay;
+
+namespace wainscot {
+
+/// Reads the texts that other programs have selected or copied. The window library gives up on texts that do
+/// not come in one piece, so this asks the X server itself, over a connection of its own. Never to be asked
+/// for a text of this program: nobody would answer while it waits.
+class SelectionReader {
+public:
+    SelectionReader() = default;
+    ~SelectionReader();
+    SelectionReader(SelectionReader const&) = delete;
+    SelectionReader& operator=(SelectionReader const&) = delete;
+
+    /// The window that owns a selection ("CLIPBOARD", "PRIMARY"); 0 when nobody does.
+    unsigned long owner(char const* selection);
+    /// Its text as UTF-8. Nothing when there is none, or when its owner stops answering for a second.
+    std::optional<std::string> read(char const* selection);
+
+private:
+    bool open();
+    bool convert(char const* selection, char const* target);
+    /// Waits for an event of that type; false when none comes in time.
+    bool waitFor(int type, void* event);
+    /// Takes the property that the owner has filled; its type, or 0 when it has none.
+    unsigned long takeProperty(std::string& text);
+    bool readPieces(std::string& text);
+
+    _XDisplay* display_ = nullptr;
+    unsigned long window_ = 0;
+    unsigned long property_ = 0;
+};
+
+} // namespace wainscot
