@@ -32,12 +32,17 @@ void TabOrderable::Receiving::forget(TabOrderable const& object) {
 }
 
 TabOrderable::~TabOrderable() {
+    leaveAllManagers();
+    Receiving::forget(*this);
+}
+
+// Also called while the derived object is gone: no virtual is called, and managers do not call back.
+void TabOrderable::leaveAllManagers() {
     while (!managers_.empty()) {
         TabOrderManager* const manager = managers_.front();
         leaveManager(manager);
         manager->dropStopsOf(*this);
     }
-    Receiving::forget(*this);
 }
 
 void TabOrderable::handleTabStopFocusReceipt(eDirection) {}

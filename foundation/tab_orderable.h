@@ -46,6 +46,11 @@ public:
     /// One entry for each registration.
     std::vector<TabOrderManager*> const& tabOrderManagers() const { return managers_; }
 
+protected:
+    /// Ends all its registrations. Nobody is told.
+    void leaveAllManagers();
+    LifeToken const& tabStopLife() const { return life_; }
+
 private:
     friend class TabOrderManager;
     class Receiving;
