@@ -1,0 +1,53 @@
+#include "foundation/glob_tab_stop.h"
+
+#include "host/events/messages.h"
+#include "host/objects/glob.h"
+#include "host/objects/glob_notices.h"
+#include "host/objects/kbd_focus.h"
+
+namespace wainscot {
+
+GlobTabStop::GlobTabStop(Glob& widget)
+    : widget_(&widget), widgetLife_(widget.guard()),
+      deletion_(GlobNotices::watchDeletion(widget, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
+                                               leaveAllManagers();
+                                               return 0;
+                                           }))) {}
+
+GlobTabStop::~GlobTabStop() = default;
+
+Glob* GlobTabStop::widget() const {
+    return widgetLife_.alive() ? widget_ : nullptr;
+}
+
+bool GlobTabStop::isTabStopActive() {
+    Glob const* const glob = widget();
+    return glob && glob->isActive() && glob->isShown();
+}
+
+void GlobTabStop::handleTabStopFocusReceipt(eDirection) {
+    if (Glob* const glob = widget()) glob->claimKbdFocus();
+}
+
+void GlobTabStop::handleTabStopFocusLoss() {
+    if (isReceivingTabStopFocus()) return;
+    if (Glob* const holder = focusHolderInside()) holder->relinquishKbdFocus(nullptr);
+}
+
+Glob* GlobTabStop::focusHolderInside() const {
+    Glob* const holder = get_kbd_focus();
+    Glob const* const glob = widget();
+    return glob && holder && (holder == glob || Glob::isParentedTo(holder, glob)) ? holder : nullptr;
+}
+
+bool GlobTabStop::passKey(Event const& event) {
+    // What the widget does not consume goes up to its parents, and so comes here again.
+    if (passing_ || !widget() || focusHolderInside() || !isTabStopFocus()) return false;
+    LifeGuard const life(tabStopLife());
+    passing_ = true;
+    bool const consumed = deliverEvent(widget_, event);
+    if (life.alive()) passing_ = false;
+    return consumed;
+}
+
+} // namespace wainscot

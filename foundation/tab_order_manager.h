@@ -1,0 +1,148 @@
+#pragma once
+
+#include "foundation/tab_orderable.h"
+#include "host/base/ptr.h"
+
+#include <memory>
+
+namespace wainscot {
+
+/// The tab order of a panel: a list of stops, each with a number, its tab order. Tab goes to the next larger
+/// number, Shift+Tab to the next smaller one, both from end to end. Where the controls lie on the screen
+/// plays no part.
+///
+/// The index of a stop is its position in the order of adding; it has nothing to do with its tab order.
+/// Of the overloads, those with an index are for tools; code that has the control uses the control.
+///
+/// Any control, and the manager itself, may be destroyed, removed or focused anew in every call of a control
+/// (receipt, loss, the question whether it is active). No operation recurses, and none costs more than
+/// logarithmic time in the number of stops, plus what it passes by: inactive stops in a step, and in adding a
+/// small share of the run of orders that it pushes on.
+class WAINSCOT_API TabOrderManager {
+public:
+    /// One stop.
+    class ClientInfo;
+
+    /// No index, no order.
+    static constexpr unsigned int none = 0xFFFFFFFF;
+    /// As an order: after the last stop.
+    static constexpr unsigned int append = 0xFFFFFFFE;
+    /// The largest order that a caller can ask for.
+    static constexpr unsigned int maxOrder = 0xFFFFEFFE;
+
+    /// With `allowDuplicates`, one control can be several stops.
+    explicit TabOrderManager(bool allowDuplicates);
+    TabOrderManager(TabOrderManager const&) = delete;
+    TabOrderManager& operator=(TabOrderManager const&) = delete;
+    /// Lets go of all controls. No control is told.
+    ~TabOrderManager();
+
+    /// Adds a stop with exactly this order: the stop that has it, and the unbroken run of orders behind it,
+    /// go one up. `append` takes the order after the highest. False, and nothing has changed, when the
+    /// control is a stop already (unless duplicates are allowed), or the order, or that of a pushed stop,
+    /// becomes too large.
+    bool addTabStop(TabOrderable& object, unsigned int order = append);
+    /// Adds the controls of a composite widget, one by one, each with this order. False at the first that is
+    /// null or refused; those before it stay. False for no host.
+    bool addTabStopsFrom(TabOrderableHost& host, unsigned int order = append);
+    bool addTabStopsFrom(TabOrderableHost* host, unsigned int order = append);
+
+    /// Removes all stops of a control. Whether there were any. No control is told of a loss; a current index
+    /// behind them moves down, and the next step goes on from the place where the current stop was.
+    bool removeTabStop(TabOrderable const& object);
+    /// Removes one stop. The current index is not moved down, so that it may then mean another stop, or none.
+    bool removeTabStop(unsigned int index);
+
+    /// Moves a stop to another order, pushing others (and itself) as in adding. False when there is no such
+    /// stop or the order is too large; `append` is.
+    bool setTabOrder(TabOrderable const& object, unsigned int order);
+    bool setTabOrder(unsigned int index, unsigned int order);
+    /// Gives the stops at these indices the orders 0, 1, 2 ...; those left out follow, in the order that they
+    /// have now. Indices that do not exist, or come again, are passed over.
+    void renumberTabStops(std::vector<unsigned int> const& indices);
+
+    /// Makes a stop the current one. The new one hears of the receipt, then the old one of the loss, also
+    /// when both are the same; redraws are held back until both have. False, and nothing happens, when there
+    /// is no such stop, it is disabled or its control not active. The index `none` clears the focus, and is
+    /// true.
+    bool setTabStopFocus(unsigned int index);
+    bool setTabStopFocus(TabOrderable const& object);
+
+    /// Tab and Shift+Tab: focus the next enabled, active stop in the tab order, round the end if need be.
+    /// When there is none, the focus is cleared. The answer is the new current index.
+    unsigned int incrementTabStop();
+    unsigned int decrementTabStop();
+    /// Focuses the current stop again; a forward step when there is none. The answer is the current index.
+    unsigned int refocusCurrentTabStop();
+
+    /// Steps and focusing pass disabled stops by; the current one keeps the focus. Of a control with several
+    /// stops, the first one is meant. False when there is no such stop.
+    bool setTabStopEnabled(TabOrderable const& object, bool enabled);
+    bool setTabStopEnabled(unsigned int index, bool enabled);
+    /// False for an unknown stop; `found`, where given, tells whether there is one.
+    bool getTabStopEnabled(TabOrderable const& object, bool* found = nullptr) const;
+    bool getTabStopEnabled(unsigned int index, bool* found = nullptr) const;
+
+    unsigned int numTabStops() const;
+    /// `none` when out of range.
+    unsigned int getTabStopTabOrder(unsigned int index) const;
+    /// Null when out of range.
+    TabOrderable* getTabStopObject(unsigned int index) const;
+    /// `none` when no stop holds the focus.
+    unsigned int getCurrentTabStopIndex() const { return currentIndex_; }
+    /// The order of the stop that holds the focus, or from which the next step goes on; else `none`.
+    unsigned int getCurrentTabOrder() const { return currentOrder_; }
+    /// Whether the first stop of a control is the current one.
+    bool isTabStopFocus(TabOrderable const& object) const;
+    /// The index of a control's first stop; `none` when it is no stop here.
+    unsigned int getTabStopIndex(TabOrderable const& object) const;
+
+    /// The bounds within which adding pushes others, with the index that each stop had when it set the bound;
+    /// `none` before the first stop. Removal leaves them as they are.
+    struct Bounds {
+        unsigned int lowestOrder = none;
+        unsigned int lowestIndex = none;
+        unsigned int highestOrder = none;
+        unsigned int highestIndex = none;
+    };
+    Bounds const& bounds() const { return bounds_; }
+
+    LifeToken const& life() const { return life_; }
+
+private:
+    friend class TabOrderable;
+    struct Stops;
+
+    Stops& stops();
+    ClientInfo* stopAt(unsigned int index) const;
+    ClientInfo* firstStopOf(TabOrderable const& object) const;
+    unsigned int indexOf(ClientInfo const& stop) const;
+    bool makeWay(unsigned int order);
+    void appendStop(TabOrderable& object, unsigned int order);
+    void noteAddedOrder(unsigned int order, unsigned int index);
+    bool moveStop(ClientInfo& stop, unsigned int order);
+    /// Takes all stops of a control out, and corrects the current index. Touches nothing of the control.
+    bool dropStopsOf(TabOrderable const& object);
+    void dropStop(ClientInfo& stop);
+    bool internalSetTabStopFocus(unsigned int index, bool, TabOrderable::eDirection direction);
+    bool clearFocus();
+    bool focusStop(ClientInfo& stop, TabOrderable::eDirection direction);
+    unsigned int focusFound(ClientInfo* found, TabOrderable::eDirection direction);
+    /// The first that a step may focus, from an order upwards, or below an order downwards; null when there
+    /// is none, or this died in the search.
+    Qv::Ptr<ClientInfo> findFrom(unsigned int order);
+    Qv::Ptr<ClientInfo> findBelow(unsigned int order);
+    Qv::Ptr<ClientInfo> findBetween(unsigned int first, unsigned int last);
+    /// Asks the control: afterwards the stop may be removed, and this may be dead.
+    static bool canFocus(ClientInfo& stop);
+
+    /// Made with the first stop: most panels have none.
+    std::unique_ptr<Stops> stops_;
+    bool allowDuplicates_;
+    unsigned int currentOrder_ = none;
+    unsigned int currentIndex_ = none;
+    Bounds bounds_;
+    LifeToken life_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "foundation/tab_orderable.h"
+
+namespace wainscot {
+
+/// One focusing in progress: who gets the focus. They stand inside each other.
+class TabOrderable::Receiving {
+public:
+    explicit Receiving(TabOrderable& object);
+    ~Receiving();
+    Receiving(Receiving const&) = delete;
+    Receiving& operator=(Receiving const&) = delete;
+
+    static bool includes(TabOrderable const& object);
+    /// The object dies.
+    static void forget(TabOrderable const& object);
+
+private:
+    static Receiving* innermost_;
+    TabOrderable const* object_;
+    Receiving* outer_;
+};
+
+} // namespace wainscot

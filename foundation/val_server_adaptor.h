@@ -1,0 +1,84 @@
+#pragma once
+
+#include "foundation/val_server.h"
+#include "foundation/val_widget.h"
+
+namespace wainscot {
+
+/// Binds a widget to a value server, both ways: what the user chooses goes to the server, and what the server
+/// gets from elsewhere goes to the widget. The server is not owned; once it has died, the widget is refused
+/// every change.
+///
+/// When the server's guard, or another observer, made something else of the user's value, the widget is shown
+/// that, and its own value is refused.
+template <class T>
+class WAINSCOT_API ValServerAdaptor : public ValAdaptorBase<T>, private ValClient<T> {
+public:
+    explicit ValServerAdaptor(ValServer<T>& server) { this->attach(server); }
+
+    /// Null once it has died.
+    ValServer<T>* getServer() const { return static_cast<ValServer<T>*>(this->source()); }
+
+    T getDataValue() const override;
+    bool requestSetNewDataValue(T const& value, DataChangeType why) override;
+
+private:
+    void handleNotification(NotifierEvent<T> const& event) override;
+    bool widgetDiffers() const;
+
+    int writing_ = 0;
+};
+
+template <class T>
+T ValServerAdaptor<T>::getDataValue() const {
+    ValServer<T> const* const server = getServer();
+    return server ? server->value() : T();
+}
+
+template <class T>
+bool ValServerAdaptor<T>::requestSetNewDataValue(T const& value, DataChangeType) {
+    struct Writing {
+        explicit Writing(int& depth) : depth_(++depth) {}
+        ~Writing() { --depth_; }
+        int& depth_;
+    };
+    Qv::Ptr<ValServerAdaptor> const held(this);
+    ValServer<T>* const server = getServer();
+    if (!server) return false;
+    if (server->value() == value) return true;
+    bool accepted = false;
+    {
+        Writing const writing(writing_);
+        accepted = server->updateAndNotify(value);
+    }
+    if (!accepted || !getServer()) return accepted;
+    if (getServer()->value() == value) return true;
+    this->forceWidgetUpdate(eRedrawYes);
+    return false;
+}
+
+// The widget that is being changed shows its value itself; of all others only those that show another one are
+// told.
+template <class T>
+void ValServerAdaptor<T>::handleNotification(NotifierEvent<T> const& event) {
+    if (event.type == ValServerBase::valChangedMsgType && writing_ == 0 && widgetDiffers())
+        this->forceWidgetUpdate(eRedrawYes);
+}
+
+template <class T>
+bool ValServerAdaptor<T>::widgetDiffers() const {
+    ValWidget<T> const* const widget = this->getWidget();
+    return widget && !(widget->getWidgetValue() == getDataValue());
+}
+
+extern template class ValServerAdaptor<bool>;
+extern template class ValServerAdaptor<int>;
+extern template class ValServerAdaptor<unsigned int>;
+extern template class ValServerAdaptor<float>;
+extern template class ValServerAdaptor<double>;
+extern template class ValServerAdaptor<LightweightString<char>>;
+extern template class ValServerAdaptor<LightweightString<wchar_t>>;
+extern template class ValServerAdaptor<ColourData>;
+extern template class ValServerAdaptor<ThumbSettings>;
+
+} // namespace wainscot

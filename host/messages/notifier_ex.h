@@ -1,0 +1,148 @@
+#pragma once
+
+#include "host/base/critical_section.h"
+#include "host/base/dl_list.h"
+#include "host/base/ptr.h"
+
+#include <atomic>
+#include <cstddef>
+
+namespace wainscot {
+
+template <class T>
+class NotifierEx;
+
+/// One notification to all listeners of a `NotifierEx<T>`.
+template <class T>
+struct NotifierEvent {
+    int type;
+    T value;
+    /// Who notifies; only good until something is called that may destroy it.
+    NotifierEx<T>* source;
+};
+
+/// A listener of a `NotifierEx<T>`. It listens to one at a time, leaves it when it dies, and may outlive it.
+///
+/// A listener that may be destroyed by a thread that is not the notifying one calls `detach()` first in the
+/// destructor of its most derived class: while that waits, no notification is running.
+template <class T>
+class WAINSCOT_API ValClient : private DLLink<ValClient<T>> {
+public:
+    ValClient() = default;
+    ValClient(ValClient const&) = delete;
+    ValClient& operator=(ValClient const&) = delete;
+    virtual ~ValClient();
+
+    /// Listens to `source` from now on, as its last listener; what it listened to before, it leaves.
+    void attach(NotifierEx<T>& source);
+    /// Leaves; from the return on nothing is heard any more. False when it was with none.
+    bool detach();
+    /// What it listens to; null when that is nothing, or has died.
+    NotifierEx<T>* source() const;
+
+    /// A notification. Anything may be destroyed in it: this, other listeners, the notifier.
+    virtual void handleNotification(NotifierEvent<T> const& event) = 0;
+
+private:
+    friend class DLList<ValClient>;
+    friend class NotifierEx<T>;
+    Qv::Ptr<typename NotifierEx<T>::Listeners> listeners_;
+};
+
+/// Hands events with a value of type `T` to its listeners, in the order in which they came. The list is
+/// walked under a lock that the notifying thread may enter again, so that other threads may attach and detach
+/// at any time. Listeners may come, go and die in a walk, and the notifier may die in it: what came in a walk
+/// is not called in it, what went is never called, the death of the notifier ends it.
+template <class T>
+class WAINSCOT_API NotifierEx {
+public:
+    NotifierEx();
+    virtual ~NotifierEx();
+    NotifierEx(NotifierEx const&) = delete;
+    NotifierEx& operator=(NotifierEx const&) = delete;
+
+    std::size_t numObservers() const { return listeners_->count.load(std::memory_order_acquire); }
+    /// What is entered while listeners are told, come or go.
+    CriticalSection& criticalSection() const { return listeners_->section; }
+
+    /// Stands for a notifier across a call out, and may outlive it.
+    class Alive {
+    public:
+        explicit Alive(NotifierEx const& notifier) : listeners_(notifier.listeners_) {}
+        explicit operator bool() const { return listeners_->source.load(std::memory_order_acquire); }
+
+    private:
+        Qv::Ptr<typename NotifierEx::Listeners> listeners_;
+    };
+
+protected:
+    /// Tells all listeners; without any it takes no lock. What a listener throws ends the walk and passes to
+    /// the caller.
+    void notify(NotifierEvent<T> const& event);
+
+private:
+    friend class ValClient<T>;
+
+    /// Outlives the notifier while anybody listens, or a walk is running.
+    struct Listeners final : Qv::InternalRefCount {
+        explicit Listeners(NotifierEx* notifier) : source(notifier) {}
+        CriticalSection section;
+        DLList<ValClient<T>> list;
+        std::atomic<std::size_t> count{0};
+        std::atomic<NotifierEx*> source;
+    };
+
+    Qv::Ptr<Listeners> listeners_;
+};
+
+template <class T>
+ValClient<T>::~ValClient() {
+    detach();
+}
+
+template <class T>
+void ValClient<T>::attach(NotifierEx<T>& source) {
+    detach();
+    listeners_ = source.listeners_;
+    CriticalSectionLock const lock(listeners_->section);
+    listeners_->list.append(*this);
+    listeners_->count.fetch_add(1, std::memory_order_release);
+}
+
+template <class T>
+bool ValClient<T>::detach() {
+    // Held here, because the lock goes with the last who holds it.
+    auto const left = std::exchange(listeners_, nullptr);
+    if (!left) return false;
+    CriticalSectionLock const lock(left->section);
+    left->list.remove(*this);
+    left->count.fetch_sub(1, std::memory_order_release);
+    return true;
+}
+
+template <class T>
+NotifierEx<T>* ValClient<T>::source() const {
+    return listeners_ ? listeners_->source.load(std::memory_order_acquire) : nullptr;
+}
+
+template <class T>
+NotifierEx<T>::NotifierEx() : listeners_(new Listeners(this)) {}
+
+template <class T>
+NotifierEx<T>::~NotifierEx() {
+    listeners_->source.store(nullptr, std::memory_order_release);
+}
+
+template <class T>
+void NotifierEx<T>::notify(NotifierEvent<T> const& event) {
+    Qv::Ptr<Listeners> const held = listeners_;
+    if (held->count.load(std::memory_order_acquire) == 0) return;
+    CriticalSectionLock const lock(held->section);
+    typename DLList<ValClient<T>>::Walk walk(held->list);
+    while (ValClient<T>* const listener = walk.next()) {
+        listener->handleNotification(event);
+        if (!held->source.load(std::memory_order_acquire)) return;
+    }
+}
+
+} // namespace wainscot
