@@ -81,6 +81,25 @@ TEST(WordWrapping, DrawsFromTheTopAndCutsOff) {
     EXPECT_LE(ink.y1, 14);
 }
 
+TEST(WordWrapping, DrawsTheMiddleOfAFarLongerText) {
+    Qv::Ptr<iFont> const font = Glib::loadFont(standard);
+    Text lines;
+    for (int i = 0; i < 5000; ++i) lines += i == 3000 ? L"Here\n" : L"\n";
+    Glib::WordWrappingTextRenderer text(font, 100);
+    text.analyse(lines);
+    for (double const scale : {1.0, 1.5}) {
+        PaintedWindow window({120, 60}, scale);
+        PaintedWindow expected({120, 60}, scale);
+        CanvasRenderer renderer = window.renderer();
+        int const top = 30 + 3000 * font->lineHeight();
+        text.renderString(renderer, lines, {10, top - 5001 * font->lineHeight(), 110, top}, Colour());
+        CanvasRenderer single = expected.renderer();
+        single.renderPrimitive(Glib::TextDescription(L"Here", {10, 30 - font->ascent()}, font, Colour()));
+        EXPECT_EQ(window.inkBox(), expected.inkBox());
+        EXPECT_FALSE(window.inkBox().isEmpty());
+    }
+}
+
 TEST(Html, TellsRichTextFromOrdinary) {
     for (wchar_t const* rich : {L"<b>x</b>", L"a<br>b", L"<P>text", L"see <a href='x>y'>here</a>", L"x<br/>"})
         EXPECT_TRUE(HTMLRenderer::isHTML(rich)) << rich;
