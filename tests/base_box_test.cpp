@@ -51,6 +51,21 @@ TEST(Box, NeighboursShareAnEdgeButNoPixel) {
     EXPECT_FALSE(left.contains(left.unitedWith(right)));
 }
 
+TEST(Box, StaysAtTheEndsOfTheRange) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    IntBox const all(least, least, most, most);
+    EXPECT_EQ(all.width(), most);
+    EXPECT_EQ(all.inset(-5), all);
+    EXPECT_EQ(IntBox(0, 0, 9, 9).inset(most).y2, 9 - most);
+    EXPECT_EQ(all.translated({most, -1}), IntBox(-1, least, most, most - 1));
+    EXPECT_EQ(IntBox::sized({most - 2, least}, {5, -5}), IntBox(most - 2, least, most, least));
+    EXPECT_EQ(XY<int>(0, most) - XY<int>(least, least), XY<int>(most, most));
+    EXPECT_EQ(XY<unsigned short>(3, 0) - XY<unsigned short>(5, 1), XY<unsigned short>(0, 0));
+    EXPECT_EQ(XY<double>(1.5e308, 1) + XY<double>(1.5e308, 1),
+              XY<double>(std::numeric_limits<double>::infinity(), 2));
+}
+
 TEST(NumRange, ClampsAndOrders) {
     NumRange<int> const range(9, -3);
     EXPECT_EQ(range, NumRange<int>(-3, 9));

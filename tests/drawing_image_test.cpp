@@ -2,9 +2,11 @@
 #include "host/drawing/png.h"
 #include "host/drawing/region.h"
 #include "tests/drawing_fixture.h"
+#include "tests/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/stat.h>
 
 namespace wainscot {
 namespace {
@@ -52,6 +54,11 @@ TEST(Image, RefusesHostileFilesWithAMessage) {
         EXPECT_NE(static_cast<bool>(loaded.image), !loaded.message.empty());
     }
     EXPECT_EQ(Glib::loadPng("/no such picture").message, "the file cannot be opened");
+    // A pipe has no end to wait for, and a folder is no picture.
+    TemporaryFolder const folder;
+    ASSERT_EQ(mkfifo(folder.path("pipe.png").c_str(), 0600), 0);
+    EXPECT_FALSE(Glib::loadPng(folder.text("pipe.png")).message.empty());
+    EXPECT_NE(Glib::loadPng(folder.text("")).message, "the file is too large");
     EXPECT_FALSE(Glib::Image::fromPixels({3, 3}, std::vector<std::uint32_t>(8)));
     EXPECT_FALSE(Glib::Image::fromPixels({1 << 20, 1 << 20}, {}));
 }
@@ -131,6 +138,33 @@ TEST(Region, IsBuiltFromBoxesAndImages) {
     Qv::Ptr<iRegion> const expected = Glib::RegionBuilder().add({1, 1, 3, 2}).add({2, 0, 3, 1}).build();
     EXPECT_TRUE(region_eq(outline, expected));
     EXPECT_FALSE(glib_buildRegionFromImage({}));
+}
+
+TEST(Region, FollowsStepsInOrderWhateverTheirNumber) {
+    std::mt19937 random(6);
+    auto const next = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    for (int round = 0; round < 100; ++round) {
+        Glib::RegionBuilder builder;
+        std::vector<bool> reference(32 * 32);
+        for (int i = next(40); i > 0; --i) {
+            IntBox const box = IntBox::sized({next(30), next(30)}, {1 + next(12), 1 + next(12)});
+            bool const adds = next(3) > 0;
+            adds ? builder.add(box) : builder.subtract(box);
+            for (int y = box.y1; y < std::min(box.y2, 32); ++y)
+                for (int x = box.x1; x < std::min(box.x2, 32); ++x)
+                    reference[static_cast<std::size_t>(y * 32 + x)] = adds;
+        }
+        Qv::Ptr<iRegion> const region = builder.build();
+        for (int i = 0; i < 32 * 32; ++i)
+            ASSERT_EQ(region->contains({i % 32, i / 32}), reference[static_cast<std::size_t>(i)]) << round;
+    }
+    // Each step alone on all that went before would take minutes here.
+    Glib::RegionBuilder many;
+    for (int i = 0; i < 60000; ++i)
+        many.add(IntBox::sized({i % 250 * 4, i / 250 * 4}, {3, 3}))
+            .subtract(IntBox::sized({i % 250 * 4 + 1, i / 250 * 4 + 1}, {1, 1}));
+    EXPECT_EQ(many.build()->boxes().size(), 60000U * 4);
+    EXPECT_LE(makeCurvedRegion({1 << 24, 1 << 24}, ~0U, eCurvedAll)->boxes().size(), 40000U);
 }
 
 TEST(Region, ShapesACanvas) {

@@ -8,13 +8,14 @@
 namespace wainscot {
 namespace {
 
-/// Every ground on which text and marks may stand.
+/// Every ground and face on which text and marks may stand.
 std::vector<Colour> groundsOf(Palette const& palette) {
     std::vector<Colour> grounds;
     for (int i = eWindowNormal; i <= eWindowAlternate; ++i)
         grounds.push_back(palette.window(eWindowShade(i)));
     for (int i = eChildPanel; i <= eChildPopup; ++i)
         grounds.push_back(palette.childWindow(eChildWindowType(i)));
+    for (Colour const& face : {palette.button(), palette.doIt(), palette.warning()}) grounds.push_back(face);
     return grounds;
 }
 
@@ -32,17 +33,9 @@ protected:
 };
 
 TEST_P(ThemeContrast, TextReadsOnEveryGround) {
-    std::vector<Colour> grounds = groundsOf(palette);
-    for (Colour const& ground : {palette.button(), palette.doIt(), palette.warning()})
-        grounds.push_back(ground);
-    for (Colour const& ground : grounds) {
-        EXPECT_GE(contrastRatio(palette.text(eTextEnabled), ground), 4.5) << std::hex << ground.getAsLong();
-    }
-    grounds = groundsOf(palette);
-    grounds.push_back(palette.button());
-    for (Colour const& ground : grounds) {
-        for (Colour const& text :
-             {palette.text(eTextSecondary), palette.headingText(), palette.subheadingText()})
+    for (Colour const& ground : groundsOf(palette)) {
+        for (Colour const& text : {palette.text(eTextEnabled), palette.text(eTextSecondary),
+                                   palette.headingText(), palette.subheadingText()})
             EXPECT_GE(contrastRatio(text, ground), 4.5)
                 << std::hex << text.getAsLong() << " " << ground.getAsLong();
         double const disabled = contrastRatio(palette.text(eTextDisabled), ground);
@@ -62,8 +55,14 @@ TEST_P(ThemeContrast, SelectionsAndMarksReadOnTheirGrounds) {
         for (int i = eMarkNormal; i <= eMarkFocus; ++i)
             EXPECT_GE(contrastRatio(palette.mark(eMarkAppearance(i)), ground), 3.0)
                 << i << " " << std::hex << ground.getAsLong();
-    for (eMarkAppearance const onFace : {eMarkNormal, eMarkFocus})
-        EXPECT_GE(contrastRatio(palette.mark(onFace), palette.button()), 3.0);
+}
+
+TEST_P(ThemeContrast, FacesDifferFromEachOtherAndFromTheGround) {
+    // Blue and red stand for what they do, beside the grey of other buttons.
+    EXPECT_GT(palette.doIt().blue(), palette.doIt().red() + 0.2);
+    EXPECT_GT(palette.warning().red(), palette.warning().blue() + 0.2);
+    for (Colour const& face : {palette.doIt(), palette.warning()})
+        EXPECT_GE(contrastRatio(face, palette.window(eWindowNormal)), 1.25) << std::hex << face.getAsLong();
 }
 
 INSTANTIATE_TEST_SUITE_P(Themes, ThemeContrast, ::testing::Values(eThemeDark, eThemeLight));
@@ -73,9 +72,7 @@ TEST(Palette, DerivesReadableColoursFromAnyGround) {
     for (int i = 0; i < 300; ++i) {
         Palette const palette(Colour::fromLong(static_cast<std::uint32_t>(random())));
         Colour const& ground = palette.window(eWindowNormal);
-        std::vector<Colour> grounds = groundsOf(palette);
-        grounds.push_back(palette.button());
-        for (Colour const& on : grounds) {
+        for (Colour const& on : groundsOf(palette)) {
             EXPECT_GE(contrastRatio(palette.text(eTextEnabled), on), 4.5) << std::hex << ground.getAsLong();
             EXPECT_GE(contrastRatio(palette.text(eTextSecondary), on), 4.5) << std::hex << ground.getAsLong();
             EXPECT_GE(contrastRatio(palette.headingText(), on), 4.5) << std::hex << ground.getAsLong();

@@ -58,6 +58,28 @@ TEST_F(PathDrawing, ArcsRunCounterClockwise) {
     EXPECT_NEAR(static_cast<double>(ink()), 600 - 0.86 * 36, 24);
 }
 
+TEST_F(PathDrawing, ManyTurnsCoverOneCircleAndCostNoMore) {
+    glib_setlinewidth(500);
+    glib_arc1(30, 25, 10, -1e9, 1e9);
+    for (int i = 0; i < 20; ++i) glib_stroke();
+    EXPECT_GT(window.countOf(red), window.pixelCount() / 2);
+    for (double const to : {360.0, 3600.0}) {
+        window.clear();
+        glib_newpath();
+        glib_arc1(30, 25, 10, 0, to);
+        glib_fill();
+        EXPECT_EQ(window.inkBox(), IntBox(20, 15, 40, 35)) << to;
+    }
+    // The end stays where the angle leads: a quarter after whole turns.
+    window.clear();
+    glib_newpath();
+    glib_setlinewidth(2);
+    glib_arc1(30, 25, 10, 0, 10 * 360 + 90);
+    glib_lineto(30, 48);
+    glib_stroke();
+    EXPECT_EQ(window.surface.pixelAt({30, 42}), red);
+}
+
 TEST_F(PathDrawing, StateIsSavedAndRestored) {
     glib_moveto(1, 1);
     {

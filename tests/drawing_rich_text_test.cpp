@@ -81,6 +81,25 @@ TEST(WordWrapping, DrawsFromTheTopAndCutsOff) {
     EXPECT_LE(ink.y1, 14);
 }
 
+TEST(WordWrapping, DrawsTheMiddleOfAFarLongerText) {
+    Qv::Ptr<iFont> const font = Glib::loadFont(standard);
+    Text lines;
+    for (int i = 0; i < 5000; ++i) lines += i == 3000 ? L"Here\n" : L"\n";
+    Glib::WordWrappingTextRenderer text(font, 100);
+    text.analyse(lines);
+    for (double const scale : {1.0, 1.5}) {
+        PaintedWindow window({120, 60}, scale);
+        PaintedWindow expected({120, 60}, scale);
+        CanvasRenderer renderer = window.renderer();
+        int const top = 30 + 3000 * font->lineHeight();
+        text.renderString(renderer, lines, {10, top - 5001 * font->lineHeight(), 110, top}, Colour());
+        CanvasRenderer single = expected.renderer();
+        single.renderPrimitive(Glib::TextDescription(L"Here", {10, 30 - font->ascent()}, font, Colour()));
+        EXPECT_EQ(window.inkBox(), expected.inkBox());
+        EXPECT_FALSE(window.inkBox().isEmpty());
+    }
+}
+
 TEST(Html, TellsRichTextFromOrdinary) {
     for (wchar_t const* rich : {L"<b>x</b>", L"a<br>b", L"<P>text", L"see <a href='x>y'>here</a>", L"x<br/>"})
         EXPECT_TRUE(HTMLRenderer::isHTML(rich)) << rich;
@@ -131,6 +150,21 @@ TEST(Html, WrapsMeasuresAndFindsLinks) {
               Palette().mark(eMarkFocus).getAsLong());
 }
 
+TEST(Html, KeepsWordsOfSeveralStylesTogether) {
+    auto const linesAt = [](wchar_t const* source, wchar_t const* width) {
+        return HTMLRenderer::calcNumDisplayLines(*HTMLRenderer::parse(source, Palette()), standard,
+                                                 Glib::loadFont(standard)->textWidth(width));
+    };
+    // The full stop takes the word before it along: "see the" and "manual. It".
+    EXPECT_EQ(linesAt(L"see the <a href='x'>manual</a>. It", L"see the manual"), 2);
+    IntBox const area(0, 0, Glib::loadFont(standard)->textWidth(L"see the manual"), 40);
+    auto const text = HTMLRenderer::parse(L"see the <a href='x'>manual</a>. It", Palette());
+    EXPECT_EQ(HTMLRenderer::getURLAtPosition(*text, standard, area, {5, 20}), Text(L"x"));
+    EXPECT_EQ(linesAt(L"a un<i>believ</i>able b", L"unbelievable "), 3);
+    // A word that fits on no line is broken where its style changes.
+    EXPECT_EQ(linesAt(L"un<i>believ</i>able", L"believ "), 3);
+}
+
 TEST(Html, EndsOnAnyInput) {
     std::mt19937 random(8);
     wchar_t const letters[] = L"<>/ab=\"'&;#x brpi\n";
@@ -159,6 +193,18 @@ TEST(SyntaxHighlighting, ColoursKeyWordsInPlace) {
         highlighter.render(second, line, {5, 10}, Colour());
     }
     EXPECT_NEAR(plain.inkBox().x2, coloured.inkBox().x2, 1);
+    for (double const scale : {1.0, 1.25, 3.0}) {
+        PaintedWindow one({300, 30}, scale);
+        PaintedWindow other({300, 30}, scale);
+        highlighter.addKeyWord(L"print", Colour());
+        CanvasRenderer first = one.renderer();
+        first.renderPrimitive(Glib::TextDescription(L"a print (print, int_x) x", {5, 10}, font, Colour()));
+        CanvasRenderer second = other.renderer();
+        highlighter.render(second, L"a print (print, int_x) x", {5, 10}, Colour());
+        EXPECT_TRUE(
+            std::equal(one.surface.pixels(), one.surface.pixels() + one.pixelCount(), other.surface.pixels()))
+            << scale;
+    }
     IntBox word;
     for (int x = 0; x < 300; ++x)
         for (int y = 0; y < 30; ++y)

@@ -164,6 +164,45 @@ TEST(CanvasRenderer, DrawsNothingOnNoCanvasOrAHiddenOne) {
     EXPECT_TRUE(window.above.empty());
 }
 
+TEST(CanvasRenderer, OutlivesItsCanvasAndPixels) {
+    auto dying = std::make_unique<PaintedWindow>();
+    CanvasRenderer orphan = dying->renderer();
+    fill(orphan, {0, 0, 10, 10});
+    dying.reset();
+    EXPECT_FALSE(orphan.isDrawing());
+    fill(orphan, {0, 0, 10, 10});
+    orphan.setClipRect({0, 0, 5, 5});
+    orphan.flush();
+
+    PaintedWindow window({300, 200});
+    CanvasRenderer before = window.renderer();
+    fill(before, {0, 0, 5, 5});
+    window.surface.resize({20, 10}, 1.0);
+    fill(before, {0, 0, 300, 200});
+    EXPECT_FALSE(before.isDrawing());
+    EXPECT_EQ(window.countOf(red), 0U);
+    fill(window, {0, 0, 300, 200});
+    EXPECT_EQ(window.countOf(red), 200U);
+}
+
+TEST(CanvasRenderer, AbsurdPlacesAreNoFault) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    PaintedWindow window({50, 40}, 1.5);
+    Qv::Ptr<iFont> const font = Glib::loadFont({});
+    for (int const a : {least, -70000, 0, 70000, most}) {
+        for (int const b : {least, -70000, 0, 70000, most}) {
+            CanvasRenderer renderer = window.renderer();
+            renderer.renderPrimitive(Glib::LineDescription({a, b}, {b, 10}, redInk, 65535));
+            renderer.renderPrimitive(Glib::TextDescription(L"text", {a, b}, font, redInk, eAlignCentre));
+            renderer.renderPrimitive(Glib::TextDescription({3000, L'x'}, {a, b}, font, redInk));
+            Glib::drawDepthBox(renderer, redInk, {a, a, b, b}, b, a);
+            getFontYOffset(a, font);
+        }
+    }
+    EXPECT_EQ(window.surface.pixelAt({5, 20}), red);
+}
+
 TEST(CanvasRenderer, HonoursOpacityOfCanvasAndPrimitive) {
     PaintedWindow window;
     window.canvas.setOpacity(0.5F);

@@ -167,6 +167,16 @@ TEST(Text, MissingGlyphsComeFromOtherFaces) {
     EXPECT_NEAR(standardFont(20)->textWidth(L"\u6F22\u5B57"), 40, 3);
 }
 
+TEST(Text, ManyFlagsInARowStayWhole) {
+    std::wstring flags;
+    for (int i = 0; i < 100; ++i) flags += L"\U0001F1E9\U0001F1EA";
+    Text const text{std::wstring_view(flags)};
+    for (int i = 0; i < 200; i += 2) {
+        EXPECT_EQ(standardFont()->seek(text, i, iFont::eSeekNextChar, iFont::currentIndex), i + 2);
+        EXPECT_EQ(standardFont()->seek(text, i + 2, iFont::eSeekPrevChar, iFont::currentIndex), i);
+    }
+}
+
 TEST(Text, RightToLeftTextRunsTheOtherWay) {
     Qv::Ptr<iFont> const font = standardFont();
     Text const hebrew(L"\u05D0\u05D1\u05D2");

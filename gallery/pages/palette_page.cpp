@@ -28,6 +28,7 @@ std::vector<Ground> groundsOf(Palette const& palette) {
             {L"Do it", palette.doIt()},
             {L"Warning", palette.warning()},
             {L"Child panel", palette.childWindow(eChildPanel)},
+            {L"Child text", palette.childWindow(eChildText)},
             {L"Pop-up", palette.childWindow(eChildPopup)}};
 }
 
@@ -49,7 +50,8 @@ void text(CanvasRenderer& renderer, IntBox const& cell, LightweightString<wchar_
 /// Every ground as a row, every ink as a column; the cells show the ink and its contrast with the ground.
 void drawTable(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
     SheetCursor cursor(renderer, area, palette);
-    cursor.note(L"Contrast of each ink on each ground; text that can be used has at least 4.5.");
+    cursor.note(
+        L"Contrast of each ink on each ground: at least 4.5 for text, 2.5 for disabled text, 3 for marks.");
     std::vector<Ink> const inks = inksOf(palette);
     int const columns = static_cast<int>(inks.size()) + 1;
     int const width = area.width() / columns;

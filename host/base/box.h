@@ -10,7 +10,7 @@ namespace wainscot::Qv {
 struct BottomUpTraits {};
 
 /// A rectangle by its edges: `x1 <= x < x2`, `y1 <= y < y2`. Empty when an edge does not lie before its
-/// opposite.
+/// opposite. Sums that would leave the range of the type stay at its end.
 template <class T, class Traits>
 struct Box {
     T x1{};
@@ -26,15 +26,16 @@ struct Box {
 
     /// From the lower-left corner and a size.
     static constexpr Box sized(XY<T> const& corner, XY<T> const& size) {
-        return {corner.x, corner.y, corner.x + size.x, corner.y + size.y};
+        XY<T> const opposite = corner + size;
+        return {corner.x, corner.y, opposite.x, opposite.y};
     }
 
-    constexpr T width() const { return x2 - x1; }
-    constexpr T height() const { return y2 - y1; }
+    constexpr T width() const { return Coordinate::difference(x2, x1); }
+    constexpr T height() const { return Coordinate::difference(y2, y1); }
     constexpr XY<T> bottomLeft() const { return {x1, y1}; }
     constexpr XY<T> topRight() const { return {x2, y2}; }
     constexpr XY<T> size() const { return {width(), height()}; }
-    constexpr XY<T> centre() const { return {x1 + width() / 2, y1 + height() / 2}; }
+    constexpr XY<T> centre() const { return bottomLeft() + XY<T>(width() / 2, height() / 2); }
     constexpr bool isEmpty() const { return x1 >= x2 || y1 >= y2; }
     constexpr bool contains(XY<T> const& p) const { return p.x >= x1 && p.x < x2 && p.y >= y1 && p.y < y2; }
     constexpr bool contains(Box const& b) const {
@@ -50,9 +51,17 @@ struct Box {
         if (b.isEmpty()) return *this;
         return {std::min(x1, b.x1), std::min(y1, b.y1), std::max(x2, b.x2), std::max(y2, b.y2)};
     }
-    constexpr Box translated(XY<T> const& by) const { return {x1 + by.x, y1 + by.y, x2 + by.x, y2 + by.y}; }
+    constexpr Box translated(XY<T> const& by) const {
+        XY<T> const low = bottomLeft() + by;
+        XY<T> const high = topRight() + by;
+        return {low.x, low.y, high.x, high.y};
+    }
     /// Shrunk by `by` on every side; negative grows.
-    constexpr Box inset(T by) const { return {x1 + by, y1 + by, x2 - by, y2 - by}; }
+    constexpr Box inset(T by) const {
+        XY<T> const low = bottomLeft() + XY<T>(by, by);
+        XY<T> const high = topRight() - XY<T>(by, by);
+        return {low.x, low.y, high.x, high.y};
+    }
 
     friend constexpr bool operator==(Box const&, Box const&) = default;
 };

@@ -1,6 +1,37 @@
 #pragma once
 
+#include <concepts>
+#include <limits>
+
 namespace wainscot {
+
+/// Sums and differences of coordinates. What would leave the range of an integer stays at its end: a place
+/// may be absurd, but never comes back on the other side.
+namespace Coordinate {
+
+template <class T>
+constexpr T sum(T a, T b) {
+    if constexpr (std::integral<T>) {
+        T result{};
+        if (!__builtin_add_overflow(a, b, &result)) return result;
+        return b > 0 ? std::numeric_limits<T>::max() : std::numeric_limits<T>::min();
+    } else {
+        return a + b;
+    }
+}
+
+template <class T>
+constexpr T difference(T a, T b) {
+    if constexpr (std::integral<T>) {
+        T result{};
+        if (!__builtin_sub_overflow(a, b, &result)) return result;
+        return b < 0 ? std::numeric_limits<T>::max() : std::numeric_limits<T>::min();
+    } else {
+        return a - b;
+    }
+}
+
+} // namespace Coordinate
 
 /// A point or a size; y grows upwards.
 template <class T>
@@ -12,8 +43,12 @@ struct XY {
     constexpr XY(T xValue, T yValue) : x(xValue), y(yValue) {}
 
     friend constexpr bool operator==(XY const&, XY const&) = default;
-    friend constexpr XY operator+(XY const& a, XY const& b) { return {a.x + b.x, a.y + b.y}; }
-    friend constexpr XY operator-(XY const& a, XY const& b) { return {a.x - b.x, a.y - b.y}; }
+    friend constexpr XY operator+(XY const& a, XY const& b) {
+        return {Coordinate::sum(a.x, b.x), Coordinate::sum(a.y, b.y)};
+    }
+    friend constexpr XY operator-(XY const& a, XY const& b) {
+        return {Coordinate::difference(a.x, b.x), Coordinate::difference(a.y, b.y)};
+    }
     constexpr XY& operator+=(XY const& other) { return *this = *this + other; }
     constexpr XY& operator-=(XY const& other) { return *this = *this - other; }
 };

@@ -1,5 +1,6 @@
 #include "host/drawing/canvas.h"
 
+#include "host/drawing/canvas_renderer.h"
 #include "host/drawing/surface.h"
 
 namespace wainscot {
@@ -10,6 +11,10 @@ constinit PaintPhase* innermost = nullptr;
 } // namespace
 
 CanvasClient::~CanvasClient() = default;
+
+Canvas::~Canvas() {
+    CanvasRenderer::forget(*this);
+}
 
 CanvasPlace Canvas::place() const {
     PaintPhase const* phase = PaintPhase::current();

@@ -41,6 +41,7 @@ public:
 class WAINSCOT_API Canvas {
 public:
     explicit Canvas(CanvasClient& owner) : owner_(&owner) {}
+    ~Canvas();
     Canvas(Canvas const&) = delete;
     Canvas& operator=(Canvas const&) = delete;
 

@@ -11,12 +11,17 @@ namespace {
 constexpr int far = std::numeric_limits<int>::max() / 4;
 constexpr IntBox everything(-far, -far, far, far);
 
+constinit CanvasRenderer* newest = nullptr;
+
 } // namespace
 
 CanvasRenderer::CanvasRenderer(Canvas* canvas, IntBox const& area)
     : canvas_(canvas), area_(area), clipRect_(everything) {
     static_assert(sizeof clip_ >= sizeof(pixman_region32_t) && alignof(pixman_region32_t) <= 8);
     pixman_region32_init(RenderTarget::clipOf(*this));
+    next_ = newest;
+    if (next_) next_->previous_ = this;
+    newest = this;
     if (!canvas) return;
     CanvasPlace const place = canvas->place();
     if (!place.surface || !place.mapped || !canvas->isMapped()) return;
@@ -30,7 +35,25 @@ CanvasRenderer::CanvasRenderer(Canvas* canvas, IntBox const& area)
 
 CanvasRenderer::~CanvasRenderer() {
     flush();
+    (previous_ ? previous_->next_ : newest) = next_;
+    if (next_) next_->previous_ = previous_;
     pixman_region32_fini(RenderTarget::clipOf(*this));
+}
+
+void CanvasRenderer::forget(Canvas const& canvas) {
+    for (CanvasRenderer* renderer = newest; renderer; renderer = renderer->next_)
+        if (renderer->canvas_ == &canvas) renderer->endDrawing();
+}
+
+void CanvasRenderer::forget(Surface const& surface) {
+    for (CanvasRenderer* renderer = newest; renderer; renderer = renderer->next_)
+        if (renderer->surface_ == &surface) renderer->endDrawing();
+}
+
+void CanvasRenderer::endDrawing() {
+    canvas_ = nullptr;
+    surface_ = nullptr;
+    painted_ = {};
 }
 
 void CanvasRenderer::setUpClip() {
@@ -94,9 +117,10 @@ void CanvasRenderer::addModifiedArea(IntBox const& area) {
 }
 
 void CanvasRenderer::flush() {
+    if (!surface_) return;
     IntBox const seen = painted_.intersection(visible_.translated(XY<int>() - origin_));
     painted_ = {};
-    if (!surface_ || seen.isEmpty()) return;
+    if (seen.isEmpty()) return;
     surface_->toPresent().add(seen.translated(origin_));
     canvas_->owner().damageAbove(seen);
 }
@@ -119,8 +143,8 @@ void CanvasRenderer::renderPrimitive(Glib::RectDescription const& rect) {
 
 void CanvasRenderer::renderPrimitive(Glib::TextDescription const& text) {
     if (!surface_ || text.text.empty() || !text.font) return;
-    IntBox const line(-far, text.position.y - text.font->descent(), far,
-                      text.position.y + text.font->ascent());
+    IntBox const line(-far, Coordinate::difference(text.position.y, text.font->descent()), far,
+                      Coordinate::sum(text.position.y, text.font->ascent()));
     if (!isVisible(line.inset(-text.font->size()))) return;
     painted(drawText(RenderTarget(*this), text));
 }

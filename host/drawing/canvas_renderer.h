@@ -14,7 +14,8 @@ class Surface;
 ///
 /// While a painting visit is under way it draws only what that visit repaints. Outside one it draws at once
 /// into the window's pixels, and damages what lies above when it is flushed or ends. On a canvas that is
-/// null, unattached or hidden it draws nothing, which is no fault.
+/// null, unattached or hidden it draws nothing, which is no fault; nor does it after the end of its canvas or
+/// after the pixels were made anew in another size, which may happen while it lives.
 class WAINSCOT_API CanvasRenderer {
 public:
     CanvasRenderer(Canvas* canvas, IntBox const& area);
@@ -50,7 +51,13 @@ public:
 
 private:
     friend class RenderTarget;
+    friend class Canvas;
+    friend class Surface;
 
+    /// Ends the drawing of every renderer that uses these.
+    static void forget(Canvas const& canvas);
+    static void forget(Surface const& surface);
+    void endDrawing();
     void setUpClip();
     void clipToShape();
     /// Notes that a box (canvas coordinates) has been painted.
@@ -66,6 +73,10 @@ private:
     float opacity_ = 1.0F;
     bool antialias_ = true;
     bool inVisit_ = false;
+    /// The renderers that live at the moment: a list through themselves, hardly ever longer than two or
+    /// three.
+    CanvasRenderer* next_ = nullptr;
+    CanvasRenderer* previous_ = nullptr;
     /// The device boxes that may be painted; a region of the pixel library.
     alignas(8) std::byte clip_[24];
 };

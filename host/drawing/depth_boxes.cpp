@@ -37,7 +37,7 @@ void drawDepthEdge(CanvasRenderer& renderer, Colour const& colour, IntBox const&
     if (box.isEmpty()) return;
     int const edge = fittingEdge(box, edgeWidth);
     if (edge == 0) return;
-    double const weight = weightPerDepth * std::min(std::abs(depth), deepest);
+    double const weight = weightPerDepth * std::abs(std::clamp(depth, -deepest, deepest));
     Colour const above = depth >= 0 ? lit(colour, weight) : shaded(colour, weight);
     Colour const below = depth >= 0 ? shaded(colour, weight) : lit(colour, weight);
     IntBox const upper[] = {{box.x1, box.y2 - edge, box.x2, box.y2},

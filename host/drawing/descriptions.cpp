@@ -19,10 +19,9 @@ IntBox TextDescription::calcBounds(XY<int> const& at) const {
 }
 
 IntBox TextDescription::boundsOfWidth(XY<int> const& at, int width) const {
-    int const left = alignment == eAlignRight    ? at.x - width
-                     : alignment == eAlignCentre ? at.x - width / 2
-                                                 : at.x;
-    return {left, at.y - font->descent(), left + width, at.y + font->ascent()};
+    int const before = alignment == eAlignRight ? width : alignment == eAlignCentre ? width / 2 : 0;
+    XY<int> const corner = at - XY<int>(before, font->descent());
+    return IntBox::sized(corner, {width, font->lineHeight()});
 }
 
 } // namespace wainscot::Glib

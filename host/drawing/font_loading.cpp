@@ -59,8 +59,8 @@ unsigned short getQvUtilityFontSize(float scale) {
 
 int getFontYOffset(int height, Qv::Ptr<iFont> const& font) {
     if (!font) return 0;
-    int const spare = height - font->lineHeight();
-    return (spare >= 0 ? spare : spare - 1) / 2 + font->descent();
+    // Halved downwards, also where the line is higher than the box.
+    return (Coordinate::difference(height, font->lineHeight()) >> 1) + font->descent();
 }
 
 } // namespace wainscot

@@ -30,6 +30,11 @@ int gapBetween(Glib::FontDesc const& font) {
     return Glib::loadFont(font)->lineHeight() / 2;
 }
 
+int rounded(double x) {
+    constexpr double most = 1 << 30;
+    return static_cast<int>(std::lround(std::clamp(x, -most, most)));
+}
+
 int heightOf(LineBreaker::Line const& line) {
     return line.ascent + line.descent;
 }
@@ -42,10 +47,10 @@ void forEachLine(HTMLRenderer::Paragraphs const& text, Glib::FontDesc const& fon
     for (HTMLRenderer::Paragraph const& paragraph : text) {
         BrokenParagraph const broken = breakParagraph(paragraph, font, area.width());
         for (LineBreaker::Line const& line : broken.lines) {
-            if (!visit(broken, line, top - line.ascent)) return;
-            top -= heightOf(line);
+            if (!visit(broken, line, Coordinate::difference(top, line.ascent))) return;
+            top = Coordinate::difference(top, heightOf(line));
         }
-        top -= gapBetween(font);
+        top = Coordinate::difference(top, gapBetween(font));
     }
 }
 
@@ -53,15 +58,16 @@ void drawLine(CanvasRenderer& renderer, BrokenParagraph const& paragraph, LineBr
               XY<int> const& start) {
     for (LineBreaker::Fragment const& fragment : line.fragments) {
         HTMLRenderer::Span const& span = paragraph.source->spans[fragment.span];
-        XY<int> const at(start.x + static_cast<int>(std::lround(fragment.x)), start.y);
+        XY<int> const at = start + XY<int>(rounded(fragment.x), 0);
         LightweightString<wchar_t> const part = span.text.substr(fragment.start, fragment.length);
         renderer.renderPrimitive(
             Glib::TextDescription(part, at, paragraph.spans[fragment.span].font, span.colour));
         if (span.url.empty()) continue;
         // Not under the blank at which the line was broken.
         double const end = std::min(fragment.x + fragment.width, line.width);
-        int const right = start.x + static_cast<int>(std::lround(end));
-        renderer.renderPrimitive(Glib::LineDescription({at.x, at.y - 2}, {right, at.y - 2}, span.colour));
+        XY<int> const below(0, -2);
+        renderer.renderPrimitive(
+            Glib::LineDescription(at + below, start + XY<int>(rounded(end), -2), span.colour));
     }
 }
 
@@ -71,7 +77,7 @@ void HTMLRenderer::render(CanvasRenderer& renderer, Paragraphs const& text, Glib
                           IntBox const& area) {
     forEachLine(text, font, area,
                 [&](BrokenParagraph const& paragraph, LineBreaker::Line const& line, int baseline) {
-                    if (baseline + line.ascent <= area.y1) return false;
+                    if (baseline <= Coordinate::difference(area.y1, line.ascent)) return false;
                     drawLine(renderer, paragraph, line, {area.x1, baseline});
                     return true;
                 });
@@ -82,7 +88,7 @@ int HTMLRenderer::calcMaxWidth(Paragraphs const& text, Glib::FontDesc const& fon
     for (Paragraph const& paragraph : text)
         for (LineBreaker::Line const& line : breakParagraph(paragraph, font, 0).lines)
             widest = std::max(widest, line.width);
-    return static_cast<int>(std::ceil(widest));
+    return rounded(std::ceil(widest));
 }
 
 int HTMLRenderer::calcNumDisplayLines(Paragraphs const& text, Glib::FontDesc const& font, int width) {
@@ -94,9 +100,9 @@ int HTMLRenderer::calcNumDisplayLines(Paragraphs const& text, Glib::FontDesc con
 int HTMLRenderer::calcHeight(Paragraphs const& text, Glib::FontDesc const& font, int width) {
     int height = 0;
     for (Paragraph const& paragraph : text) {
-        if (height > 0) height += gapBetween(font);
+        if (height > 0) height = Coordinate::sum(height, gapBetween(font));
         for (LineBreaker::Line const& line : breakParagraph(paragraph, font, width).lines)
-            height += heightOf(line);
+            height = Coordinate::sum(height, heightOf(line));
     }
     return height;
 }
@@ -107,10 +113,10 @@ LightweightString<wchar_t> HTMLRenderer::getURLAtPosition(Paragraphs const& text
     if (!area.contains(place)) return found;
     forEachLine(text, font, area,
                 [&](BrokenParagraph const& paragraph, LineBreaker::Line const& line, int baseline) {
-                    if (place.y >= baseline + line.ascent) return false;
-                    if (place.y < baseline - line.descent) return true;
+                    if (place.y >= Coordinate::sum(baseline, line.ascent)) return false;
+                    if (place.y < Coordinate::difference(baseline, line.descent)) return true;
                     for (LineBreaker::Fragment const& fragment : line.fragments) {
-                        double const x = place.x - area.x1 - fragment.x;
+                        double const x = double(place.x) - area.x1 - fragment.x;
                         if (x >= 0 && x < fragment.width) found = paragraph.source->spans[fragment.span].url;
                     }
                     return false;

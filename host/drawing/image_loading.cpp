@@ -1,6 +1,7 @@
 #include "host/drawing/image.h"
 
 #include "host/drawing/standard_icons.h"
+#include "host/services/atomic_file.h"
 #include "host/services/data_folders.h"
 #include "host/services/file_names.h"
 
@@ -9,7 +10,6 @@
 #include <cairo.h>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
@@ -107,14 +107,10 @@ LoadedImage loadPng(std::span<std::uint8_t const> bytes) {
 }
 
 LoadedImage loadPng(LightweightString<char> const& path) {
-    std::ifstream file(path.c_str(), std::ios::binary | std::ios::ate);
-    if (!file) return failure("the file cannot be opened");
-    std::streamoff const size = file.tellg();
-    if (size < 0 || static_cast<std::size_t>(size) > maxFileSize) return failure("the file is too large");
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-    file.seekg(0);
-    if (!file.read(reinterpret_cast<char*>(bytes.data()), size)) return failure("the file cannot be read");
-    return loadPng(std::span<std::uint8_t const>(bytes));
+    FileBytes const file = readWholeFile(path, maxFileSize);
+    if (file.state == FileBytes::State::absent) return failure("the file cannot be opened");
+    if (file.state == FileBytes::State::failed) return {{}, file.message};
+    return loadPng(std::span(reinterpret_cast<std::uint8_t const*>(file.bytes.begin()), file.bytes.size()));
 }
 
 namespace {

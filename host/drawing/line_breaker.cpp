@@ -45,7 +45,13 @@ void LineBreaker::addWord(std::size_t span, std::size_t start, std::size_t lengt
     Font const& font = Font::of(*spans_[span].font);
     std::wstring_view const text = spans_[span].text;
     double const width = font.exactWidth(text.substr(start, length));
-    if (isLimited() && !fits(x_ + width) && !line_.fragments.empty()) endLine(false);
+    double wanted = width;
+    // What follows without a blank in other spans goes with it, unless no line could hold it all.
+    if (!wordIsOpen_ && blanks == 0 && start + length == text.size() && isLimited()) {
+        double const whole = width + continuationWidth(span + 1);
+        if (fits(whole)) wanted = whole;
+    }
+    if (isLimited() && !fits(x_ + wanted) && !line_.fragments.empty()) endLine(false);
     if (isLimited() && !fits(width))
         cutWord(span, start, length);
     else
@@ -53,6 +59,22 @@ void LineBreaker::addWord(std::size_t span, std::size_t start, std::size_t lengt
     if (length > 0) line_.width = x_;
     if (blanks > 0)
         addPiece(span, start + length, blanks, font.exactWidth(text.substr(start + length, blanks)));
+    wordIsOpen_ = blanks == 0;
+}
+
+/// The width of the rest of a word that goes on in the spans from `span` on; no more than is needed to tell
+/// that it does not fit.
+double LineBreaker::continuationWidth(std::size_t span) const {
+    double width = 0;
+    for (; span < spans_.size() && fits(width); ++span) {
+        std::wstring_view const text = spans_[span].text;
+        auto const end =
+            std::find_if(text.begin(), text.end(), [](wchar_t c) { return isGap(c) || endsLine(c); });
+        width += Font::of(*spans_[span].font)
+                     .exactWidth(text.substr(0, static_cast<std::size_t>(end - text.begin())));
+        if (end != text.end()) break;
+    }
+    return width;
 }
 
 /// Joins what follows directly on the same span, so that a line is few fragments.
@@ -97,6 +119,7 @@ void LineBreaker::endLine(bool endsParagraph) {
     lines_.push_back(std::move(line_));
     line_ = {};
     x_ = 0;
+    wordIsOpen_ = false;
 }
 
 } // namespace wainscot

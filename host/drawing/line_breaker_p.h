@@ -44,6 +44,7 @@ public:
 private:
     void addSpan(std::size_t index);
     void addWord(std::size_t span, std::size_t start, std::size_t length, std::size_t blanks);
+    double continuationWidth(std::size_t span) const;
     void addPiece(std::size_t span, std::size_t start, std::size_t length, double width);
     void cutWord(std::size_t span, std::size_t start, std::size_t length);
     void endLine(bool endsParagraph);
@@ -57,6 +58,8 @@ private:
     Line line_;
     /// Where the next piece goes, blanks included.
     double x_ = 0;
+    /// The last piece is text to which the next span may belong.
+    bool wordIsOpen_ = false;
 };
 
 } // namespace wainscot

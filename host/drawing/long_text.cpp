@@ -146,8 +146,8 @@ void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour co
     RenderTarget const target(renderer);
     IntBox const seen = target.visibleBox();
     int const margin = font_->size();
-    IntBox const line(seen.x1, position.y - font_->descent() - margin, seen.x2,
-                      position.y + font_->ascent() + margin);
+    IntBox const line(seen.x1, Coordinate::difference(position.y, font_->descent() + margin), seen.x2,
+                      Coordinate::sum(position.y, font_->ascent() + margin));
     if (!renderer.isVisible(line)) return;
     auto const leftmost = static_cast<double>(seen.x1) - margin - position.x;
     auto const rightmost = static_cast<double>(seen.x2) + margin - position.x;
@@ -155,7 +155,8 @@ void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour co
     std::size_t block = after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
     TextRunPainter painter(target, *font_, colour, 1.0);
     for (; block < blocks_.size() && lefts_[block] <= rightmost; ++block)
-        painter.add(*TextLayouts::get(Font::of(*font_), blocks_[block].text), position, lefts_[block]);
+        if (lefts_[block] + blocks_[block].width >= leftmost)
+            painter.add(*TextLayouts::get(Font::of(*font_), blocks_[block].text), position, lefts_[block]);
     target.painted(line);
 }
 

@@ -28,28 +28,28 @@ constexpr Colour rgb(std::uint32_t value) {
 
 constexpr Colours darkColours = {
     .button = rgb(0x44474D),
-    .text = {rgb(0xE6E7E9), rgb(0x8C8E93), rgb(0xFFFFFF), rgb(0xB9BBC0)},
+    .text = {rgb(0xE6E7E9), rgb(0x929499), rgb(0xFFFFFF), rgb(0xC0C2C7)},
     .window = {rgb(0x2B2D30), rgb(0x1C1D20), rgb(0x36383C), rgb(0x222326)},
     .selection = {rgb(0x2C5FC0), rgb(0x3D4860)},
-    .mark = {rgb(0xC9CBD0), rgb(0x868990), rgb(0x74ACFF)},
+    .mark = {rgb(0xC9CBD0), rgb(0x989BA3), rgb(0x7DB2FF)},
     .heading = rgb(0xF4F5F7),
     .subheading = rgb(0xC6C9CF),
-    .doIt = rgb(0x2A62A0),
-    .warning = rgb(0x8C382B),
+    .doIt = rgb(0x214E7C),
+    .warning = rgb(0x7A3127),
     .childWindow = {rgb(0x313337), rgb(0x1C1D20), rgb(0x393B40)},
     .separator = rgb(0x46494F),
 };
 
 constexpr Colours lightColours = {
     .button = rgb(0xDDE0E4),
-    .text = {rgb(0x1D1F23), rgb(0x84868B), rgb(0xFFFFFF), rgb(0x5B5D63)},
+    .text = {rgb(0x1D1F23), rgb(0x7C7E83), rgb(0xFFFFFF), rgb(0x55575D)},
     .window = {rgb(0xF0F1F3), rgb(0xFFFFFF), rgb(0xE4E6EA), rgb(0xF6F7F9)},
     .selection = {rgb(0x1A459A), rgb(0x424E68)},
-    .mark = {rgb(0x3C3F45), rgb(0x7A7D84), rgb(0x1F5FD0)},
+    .mark = {rgb(0x3C3F45), rgb(0x70737A), rgb(0x1F5FD0)},
     .heading = rgb(0x0E0F12),
     .subheading = rgb(0x3A3D44),
-    .doIt = rgb(0xA5C8F5),
-    .warning = rgb(0xF6B9AC),
+    .doIt = rgb(0xB4D2F8),
+    .warning = rgb(0xF9C8BE),
     .childWindow = {rgb(0xEAECEF), rgb(0xFFFFFF), rgb(0xF8F8FA)},
     .separator = rgb(0xCDD0D6),
 };
@@ -93,15 +93,28 @@ Colour groundOver(Colour const& ground, double amount, Colour const& text) {
     return contrastRatio(wanted, text) >= needed ? wanted : ground;
 }
 
+/// A face in as much of its own colour as leaves text on it readable as well as needed.
+Colour faceOf(Colour const& colour, Colour const& ground, Colour const& text) {
+    double const needed = std::min(4.5, contrastRatio(ground, text));
+    for (int step = 0; step < 20; ++step) {
+        Colour const tried = Colour::mix(ground, colour, step / 20.0);
+        if (contrastRatio(tried, text) >= needed) return tried;
+    }
+    return ground;
+}
+
 Colours derivedFrom(Colour const& text, Colour const& ground) {
     Colours result = isDarkGround(ground) ? darkColours : lightColours;
     Colour const recessed = Colour::mix(isDarkGround(ground) ? rgb(0) : rgb(0xFFFFFF), ground, 0.3);
     result.window = {ground, recessed, groundOver(ground, 0.05, text), groundOver(ground, 0.03, text)};
     result.button = groundOver(ground, 0.1, text);
     result.childWindow = {ground, recessed, result.window[eWindowRaised]};
+    result.doIt = faceOf(result.doIt, ground, text);
+    result.warning = faceOf(result.warning, ground, text);
     // What reads on the ground nearest to the text reads on all.
     Colour hardest = ground;
-    for (Colour const& other : {result.button, result.window[eWindowRaised], result.window[eWindowAlternate]})
+    for (Colour const& other : {result.button, result.doIt, result.warning, result.window[eWindowRaised],
+                                result.window[eWindowAlternate]})
         if (contrastRatio(other, text) < contrastRatio(hardest, text)) hardest = other;
     result.text = {text, weakened(text, hardest, 2.5), result.text[eTextSelected],
                    weakened(text, hardest, 4.5)};

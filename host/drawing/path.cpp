@@ -67,8 +67,13 @@ void add(PathStep step) {
     now.path.push_back(step);
 }
 
+/// Of many turns one is kept beside what is left: the outline and its end are the same, and the cost is not
+/// that of thousands.
 void addArc(double x, double y, double radius, double fromDegrees, double toDegrees) {
-    add({PathStep::Kind::arc, x, y, std::max(0.0, usable(radius)), usable(fromDegrees), usable(toDegrees)});
+    double const from = usable(fromDegrees);
+    double const sweep = usable(toDegrees) - from;
+    double const turned = std::abs(sweep) > 720 ? std::copysign(360, sweep) + std::fmod(sweep, 360) : sweep;
+    add({PathStep::Kind::arc, x, y, std::max(0.0, usable(radius)), from, from + turned});
 }
 
 constexpr double radians(double degrees) {

@@ -2,12 +2,17 @@
 
 #include "host/drawing/image.h"
 #include "host/drawing/region_p.h"
+#include "host/drawing/surface.h"
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace wainscot {
 namespace {
+
+/// Rows of a corner are boxes; no corner on a screen is larger.
+constexpr int largestRadius = Surface::maxDeviceExtent;
 
 pixman_box32_t asPixmanBox(IntBox const& box) {
     return {box.x1, box.y1, box.x2, box.y2};
@@ -24,11 +29,9 @@ Qv::Ptr<iRegion> make(pixman_region32_t const* region) {
 
 /// One region of many boxes at once: as one by one each would copy all before it.
 Qv::Ptr<iRegion> makeFrom(std::vector<pixman_box32_t> const& boxes) {
-    pixman_region32_t region;
-    pixman_region32_init_rects(&region, boxes.data(), static_cast<int>(boxes.size()));
-    Qv::Ptr<iRegion> made = make(&region);
-    pixman_region32_fini(&region);
-    return made;
+    PixelRegion region;
+    region.assign(boxes);
+    return make(region.get());
 }
 
 /// How far a row, `distance` rows from the outer end of a corner, begins inside the box.
@@ -87,7 +90,7 @@ bool Region::contains(XY<int> const& place) const {
 Qv::Ptr<iRegion> makeCurvedRegion(XY<int> const& size, unsigned int radius, eCurvedRegionType type) {
     std::vector<pixman_box32_t> rows;
     if (size.x < 1 || size.y < 1) return makeFrom(rows);
-    int const most = std::min(size.x, size.y) / 2;
+    int const most = std::min({size.x / 2, size.y / 2, largestRadius});
     int const r = radius > static_cast<unsigned>(most) ? most : static_cast<int>(radius);
     RoundCorners const round = cornersOf(type);
     for (int i = 0; i < r; ++i) {
@@ -113,6 +116,23 @@ bool region_eq(Qv::Ptr<iRegion> const& a, Qv::Ptr<iRegion> const& b) {
     return pixman_region32_equal(readable(Region::of(*a).pixels()), readable(Region::of(*b).pixels())) != 0;
 }
 
+namespace {
+
+/// What some steps together do to any region: they take something away, then add something.
+struct Change {
+    PixelRegion removed;
+    PixelRegion added;
+
+    /// Makes this the change of its own steps and then those of `next`.
+    void follow(Change& next) {
+        pixman_region32_union(removed.get(), removed.get(), next.removed.get());
+        pixman_region32_subtract(added.get(), added.get(), next.removed.get());
+        pixman_region32_union(added.get(), added.get(), next.added.get());
+    }
+};
+
+} // namespace
+
 namespace Glib {
 
 RegionBuilder& RegionBuilder::add(IntBox const& box) {
@@ -126,21 +146,22 @@ RegionBuilder& RegionBuilder::subtract(IntBox const& box) {
 }
 
 Qv::Ptr<iRegion> RegionBuilder::build() const {
-    PixelRegion result;
+    std::vector<std::unique_ptr<Change>> changes;
     for (std::size_t i = 0; i < steps_.size();) {
         // Neighbouring steps of one kind are made one region first, which sorts them at once.
         std::vector<pixman_box32_t> boxes;
         bool const adds = steps_[i].adds;
         for (; i < steps_.size() && steps_[i].adds == adds; ++i) boxes.push_back(asPixmanBox(steps_[i].box));
-        pixman_region32_t group;
-        pixman_region32_init_rects(&group, boxes.data(), static_cast<int>(boxes.size()));
-        if (adds)
-            pixman_region32_union(result.get(), result.get(), &group);
-        else
-            pixman_region32_subtract(result.get(), result.get(), &group);
-        pixman_region32_fini(&group);
+        changes.push_back(std::make_unique<Change>());
+        (adds ? changes.back()->added : changes.back()->removed).assign(boxes);
     }
-    return make(result.get());
+    // Neighbours are joined two and two, so that no box is copied more often than the number of rounds.
+    for (; changes.size() > 1; changes.resize((changes.size() + 1) / 2))
+        for (std::size_t i = 0; i < changes.size(); i += 2) {
+            if (i + 1 < changes.size()) changes[i]->follow(*changes[i + 1]);
+            std::swap(changes[i / 2], changes[i]);
+        }
+    return changes.empty() ? makeFrom({}) : make(changes.front()->added.get());
 }
 
 } // namespace Glib

@@ -13,6 +13,11 @@ public:
     ~PixelRegion() { pixman_region32_fini(&region_); }
     PixelRegion(PixelRegion const&) = delete;
     PixelRegion& operator=(PixelRegion const&) = delete;
+    /// All the boxes at once: one by one each would copy those before it.
+    void assign(std::vector<pixman_box32_t> const& boxes) {
+        pixman_region32_fini(&region_);
+        pixman_region32_init_rects(&region_, boxes.data(), static_cast<int>(boxes.size()));
+    }
     pixman_region32_t* get() { return &region_; }
     pixman_region32_t const* get() const { return &region_; }
 

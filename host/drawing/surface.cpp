@@ -1,5 +1,6 @@
 #include "host/drawing/surface.h"
 
+#include "host/drawing/canvas_renderer.h"
 #include "host/drawing/surface_image_p.h"
 
 namespace wainscot {
@@ -24,12 +25,15 @@ Surface::Surface(XY<int> size, double scale) : scale_(usableScale(scale)) {
     allocate();
 }
 
-Surface::~Surface() = default;
+Surface::~Surface() {
+    CanvasRenderer::forget(*this);
+}
 
 void Surface::resize(XY<int> size, double scale) {
     double const newScale = usableScale(scale);
     XY<int> const newSize(usableExtent(size.x, newScale), usableExtent(size.y, newScale));
     if (newSize == size_ && newScale == scale_) return;
+    CanvasRenderer::forget(*this);
     size_ = newSize;
     scale_ = newScale;
     allocate();

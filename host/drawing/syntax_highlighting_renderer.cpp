@@ -2,6 +2,9 @@
 
 #include "host/drawing/text_painter_p.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace wainscot {
 namespace {
 
@@ -15,6 +18,22 @@ std::size_t endOfStretch(std::wstring_view text, std::size_t start) {
     std::size_t end = start + 1;
     while (end < text.size() && isWordCharacter(text[end]) == isWordCharacter(text[start])) ++end;
     return end;
+}
+
+/// At an exact distance from the start of the line, as a line of one colour would be drawn.
+void draw(CanvasRenderer& renderer, std::wstring_view stretch, Qv::Ptr<iFont> const& font,
+          XY<int> const& position, double x, Colour const& colour) {
+    RenderTarget const target(renderer);
+    Font const& shaped = Font::of(*font);
+    IntBox const seen = target.visibleBox().inset(-font->size());
+    TextRunPainter painter(target, *font, colour, 1.0);
+    forEachBlock(stretch, [&](std::wstring_view block, std::size_t) {
+        double const left = position.x + x;
+        x += shaped.blockWidth(block);
+        if (position.x + x >= seen.x1 && left <= seen.x2)
+            painter.add(*TextLayouts::get(shaped, block), position, left - position.x);
+        return left <= seen.x2;
+    });
 }
 
 } // namespace
@@ -33,6 +52,10 @@ bool SyntaxHighightingRenderer::isKeyWord(LightweightString<wchar_t> const& word
 void SyntaxHighightingRenderer::render(CanvasRenderer& renderer, LightweightString<wchar_t> const& line,
                                        XY<int> const& position, Colour const& colour) const {
     std::wstring_view const text = line.view();
+    int const margin = font_->size();
+    XY<int> const low = position - XY<int>(margin, font_->descent() + margin);
+    XY<int> const high = position + XY<int>(margin, font_->ascent() + margin);
+    if (!renderer.isVisible({low.x, low.y, std::numeric_limits<int>::max(), high.y})) return;
     double x = 0;
     // Stretches of one colour are drawn together; a stretch that cannot be seen costs its width only.
     for (std::size_t start = 0; start < text.size();) {
@@ -45,13 +68,13 @@ void SyntaxHighightingRenderer::render(CanvasRenderer& renderer, LightweightStri
                 end = next;
             }
         }
-        XY<int> const at(position.x + static_cast<int>(std::lround(x)), position.y);
         std::wstring_view const stretch = text.substr(start, end - start);
-        renderer.renderPrimitive(Glib::TextDescription(LightweightString<wchar_t>(stretch), at, font_,
-                                                       known == words_.end() ? colour : known->second));
+        draw(renderer, stretch, font_, position, x, known == words_.end() ? colour : known->second);
         x += Font::of(*font_).exactWidth(stretch);
         start = end;
     }
+    auto const length = static_cast<int>(std::min<double>(x, 1 << 30));
+    RenderTarget(renderer).painted({low.x, low.y, Coordinate::sum(high.x, length), high.y});
 }
 
 } // namespace wainscot

@@ -65,13 +65,24 @@ void markStops(std::wstring_view text, std::vector<bool>& inside) {
     inside.front() = inside.back() = false;
 }
 
+/// Flags are pairs of letters of their own, counted from the first of them in a row: whether a place lies
+/// inside a pair.
+bool oddFlagsBefore(std::wstring_view text, std::size_t index) {
+    constexpr std::size_t mostFlags = 4096;
+    auto const isFlagLetter = [](wchar_t c) { return c >= 0x1F1E6 && c <= 0x1F1FF; };
+    if (!isFlagLetter(text[index])) return false;
+    std::size_t letters = 0;
+    while (letters < std::min(index, mostFlags) && isFlagLetter(text[index - letters - 1])) ++letters;
+    return letters % 2 != 0;
+}
+
 /// The start of a stretch before `index` from which clusters can be counted: a plain character, if there is
 /// one near.
 std::size_t safeStart(std::wstring_view text, std::size_t index) {
     std::size_t const least = index > neighbourhood ? index - neighbourhood : 0;
     std::size_t start = index > 0 ? index - 1 : 0;
     while (start > least && !isPlain(text[start])) --start;
-    return start;
+    return start + (oddFlagsBefore(text, start) ? 1 : 0);
 }
 
 bool isStopInNeighbourhood(std::wstring_view text, std::size_t index) {

@@ -2,9 +2,11 @@
 
 #include "host/drawing/line_breaker_p.h"
 #include "host/drawing/text_boundaries_p.h"
+#include "host/drawing/text_painter_p.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace wainscot::Glib {
 namespace {
@@ -17,7 +19,8 @@ WordWrappingTextRenderer::Line lineFrom(LineBreaker::Line const& broken, std::ws
     while (!broken.endsParagraph && length > 0 && TextBoundaries::isBlank(text[first.start + length - 1]))
         --length;
     double const width = broken.endsParagraph ? last.x + last.width : broken.width;
-    return {first.start, length, static_cast<int>(std::lround(width))};
+    constexpr double most = 1 << 30;
+    return {first.start, length, static_cast<int>(std::lround(std::min(width, most)))};
 }
 
 } // namespace
@@ -36,7 +39,8 @@ std::size_t WordWrappingTextRenderer::analyse(LightweightString<wchar_t> const& 
 XY<int> WordWrappingTextRenderer::size() const {
     int widest = 0;
     for (Line const& line : lines_) widest = std::max(widest, line.width);
-    return {widest, static_cast<int>(lines_.size()) * font_->lineHeight()};
+    auto const height = static_cast<std::int64_t>(lines_.size()) * font_->lineHeight();
+    return {widest, static_cast<int>(std::min<std::int64_t>(height, std::numeric_limits<int>::max()))};
 }
 
 LightweightString<wchar_t> WordWrappingTextRenderer::lineAt(std::size_t index) const {
@@ -55,15 +59,19 @@ void WordWrappingTextRenderer::renderString(CanvasRenderer& renderer, Lightweigh
                                             IntBox const& area, Colour const& colour,
                                             TextAlignment alignment) {
     if (lines_.empty() || !(text == text_)) analyse(text);
+    if (!renderer.isDrawing()) return;
     int const x = alignment == eAlignRight ? area.x2 : alignment == eAlignCentre ? area.centre().x : area.x1;
-    int top = area.y2;
-    for (std::size_t i = 0; i < lines_.size() && top - font_->lineHeight() >= area.y1; ++i) {
-        IntBox const box(area.x1, top - font_->lineHeight(), area.x2, top);
-        if (lines_[i].length > 0 && renderer.isVisible(box))
-            renderer.renderPrimitive(
-                TextDescription(lineAt(i), {x, top - font_->ascent()}, font_, colour, alignment));
-        top = box.y1;
-    }
+    // Only the lines that can be seen are visited.
+    std::int64_t const height = font_->lineHeight();
+    IntBox const seen = RenderTarget(renderer).visibleBox();
+    std::int64_t const above = std::max<std::int64_t>(0, std::int64_t(area.y2) - seen.y2 - height) / height;
+    std::int64_t const lowest = std::max(area.y1, Coordinate::difference(seen.y1, font_->lineHeight()));
+    std::int64_t top = area.y2 - above * height;
+    for (auto i = static_cast<std::size_t>(above); i < lines_.size() && top - height >= lowest;
+         ++i, top -= height)
+        if (lines_[i].length > 0)
+            renderer.renderPrimitive(TextDescription(lineAt(i), {x, static_cast<int>(top - font_->ascent())},
+                                                     font_, colour, alignment));
 }
 
 } // namespace wainscot::Glib
