@@ -8,11 +8,14 @@ namespace wainscot {
 
 namespace {
 constinit EventSystem* liveSystem = nullptr;
-}
+constinit std::uint64_t lastNumber = 0;
+} // namespace
 
-EventSystem::EventSystem(std::function<void()> wake) : inbox(std::make_shared<ThreadInbox>(std::move(wake))) {
+EventSystem::EventSystem(std::function<void()> wake)
+    : inbox(std::make_shared<ThreadInbox>(std::move(wake))), number_(lastNumber + 1) {
     if (liveSystem) throw std::logic_error("wainscot: only one host may live at a time");
     liveSystem = this;
+    lastNumber = number_;
     UiThread::adopt();
     EventHandler::setForgetHook([](EventHandler const& handler) { liveSystem->forget(&handler); });
 }

@@ -25,6 +25,9 @@ public:
     /// The same where the caller cannot go on without; throws when no host lives.
     static EventSystem& live();
 
+    /// Never used again in this program; no host has 0.
+    std::uint64_t number() const { return number_; }
+
     /// Drops everything that remembers a handler: timers, capture, focus, intercept entries.
     void forget(EventHandler const* handler);
 
@@ -34,6 +37,9 @@ public:
     FocusHolders focus;
     PointerState pointer;
     std::shared_ptr<ThreadInbox> inbox;
+
+private:
+    std::uint64_t number_;
 };
 
 } // namespace wainscot

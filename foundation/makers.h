@@ -1,0 +1,79 @@
+#pragma once
+
+#include "host/drawing/font.h"
+#include "host/objects/glob.h"
+#include "host/services/ui_string.h"
+
+#include <memory>
+
+namespace wainscot {
+
+class MenuGlob;
+class MenuItem;
+class StandardPanel;
+
+/// What a context menu is to the object that carries it; families of widgets above this one provide it.
+class WAINSCOT_API iContextMenu {
+public:
+    virtual ~iContextMenu();
+    virtual void clear() = 0;
+    virtual void add(MenuItem const& item) = 0;
+    virtual bool isEmpty() const = 0;
+    /// Opens the menu with its corner at a place in root coordinates; it sends its messages to `owner`. Gives
+    /// the pop-up, or null when it did not open. The pop-up may outlive this.
+    virtual Glob* open(MenuGlob& owner, XY<int> const& place) = 0;
+};
+
+/// The text box that stands in the title strip of a panel with an editable title. It calls
+/// `StandardPanel::handleTitleTyped()` on every change of its text and `handleTitleEdited()` when editing has
+/// ended.
+class WAINSCOT_API iTitleBox {
+public:
+    virtual ~iTitleBox();
+    /// The widget itself; the panel owns it.
+    virtual Glob& glob() = 0;
+    virtual LightweightString<wchar_t> titleText() const = 0;
+    virtual void setTitleText(LightweightString<wchar_t> const& text) = 0;
+};
+
+/// The widgets that a panel can have in its title strip and its corner.
+enum class StandardWidget : unsigned char {
+    close,
+    size,
+    pin,
+    settings,
+    /// A latching icon button in the place of the settings button.
+    latch,
+    doIt,
+};
+
+/// How panels get widgets of families that are built on them. Each family registers its makers when the
+/// toolkit loads; what nobody has registered is not made.
+class WAINSCOT_API Registry {
+public:
+    using MakeContextMenu = std::unique_ptr<iContextMenu> (*)();
+    /// The widget is the caller's. It may be asked for its state through `StandardPanel`'s own interfaces.
+    using MakeStandardWidget = Glob* (*)(StandardPanel& panel, StandardWidget which);
+    /// Gives the widget's title face; the widget is the caller's.
+    using MakeTitleBox = iTitleBox* (*)(StandardPanel& panel, LightweightString<wchar_t> const& title,
+                                        Glib::FontDesc const& font);
+
+    /// The one of the program.
+    static Registry& instance();
+
+    MakeContextMenu makeContextMenu = nullptr;
+    MakeStandardWidget makeStandardWidget = nullptr;
+    MakeTitleBox makeTitleBox = nullptr;
+};
+
+/// A standard widget that shows a state of its panel: the pin button that it is pinned, the settings button
+/// that settings are shown.
+class WAINSCOT_API iStateButton {
+public:
+    virtual ~iStateButton();
+    virtual bool isDown() const = 0;
+    /// Nobody is told.
+    virtual void setDown(bool down, eRedrawFlag redraw) = 0;
+};
+
+} // namespace wainscot

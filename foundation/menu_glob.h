@@ -1,0 +1,40 @@
+#pragma once
+
+#include "foundation/makers.h"
+
+namespace wainscot {
+
+/// An object of the tree that can carry a context menu: it collects the items and opens the menu on a right
+/// press, on the Menu key and on Shift+F10. Without items no menu opens and the event goes on.
+class WAINSCOT_API MenuGlob : public Glob {
+public:
+    explicit MenuGlob(GlobCreationInfo const& info);
+    MenuGlob(unsigned short width, unsigned short height, Palette const& palette = Palette(),
+             bool opaque = true, Canvas* canvas = nullptr);
+    MenuGlob(configb const& settings, unsigned short width, unsigned short height);
+    ~MenuGlob() override;
+
+    void clearMenu();
+    /// Appends an item to the context menu; nothing happens while no menus are registered.
+    void addMenuItem(MenuItem const& item);
+    bool hasMenuItems() const { return menu_ && !menu_->isEmpty(); }
+    /// Called before the menu opens, so that the items can be brought up to date; `event` is what opens it,
+    /// null when the program does. Does nothing here.
+    virtual void reviewMenu(Event const* event);
+    /// Opens the menu at a place in root coordinates, and closes the one that is open. False when there are
+    /// no items, or it did not open.
+    bool openMenu(XY<int> const& place, Event const* event = nullptr);
+    /// The open context menu; null when none is open.
+    Glob* contextMenu() const;
+
+    bool react(Event const& event) override;
+
+private:
+    bool opensMenu(Event const& event, XY<int>& place) const;
+
+    std::unique_ptr<iContextMenu> menu_;
+    Glob* open_ = nullptr;
+    IdStamp openStamp_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,20 @@
+#include "foundation/load_toolkit.h"
+
+#include "foundation/makers.h"
+#include "host/events/event_system.h"
+
+namespace wainscot {
+
+namespace {
+
+constinit std::uint64_t loadedFor = 0;
+
+} // namespace
+
+void loadToolkit() {
+    EventSystem const* const system = EventSystem::current();
+    if (!system || system->number() == loadedFor) return;
+    loadedFor = system->number();
+}
+
+} // namespace wainscot
