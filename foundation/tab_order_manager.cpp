@@ -271,12 +271,12 @@ bool TabOrderManager::clearFocus() {
 
 bool TabOrderManager::focusStop(ClientInfo& stop, TabOrderable::eDirection direction) {
     Qv::Ptr<ClientInfo> const old(stopAt(currentIndex_));
-    LifeGuard const life(life_);
     TabOrderable::Receiving const receiving(*stop.object);
     currentOrder_ = stop.tabOrder();
     currentIndex_ = indexOf(stop);
     stop.object->handleTabStopFocusReceipt(direction);
-    if (life.alive() && old && old->object) old->object->handleTabStopFocusLoss();
+    // This may be dead: then the old stop has no object either.
+    if (old && old->object) old->object->handleTabStopFocusLoss();
     return true;
 }
 

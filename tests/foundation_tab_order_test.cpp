@@ -406,6 +406,25 @@ public:
         same(manager_.removeTabStop(control(0)), model_.removeAll(0));
         same(manager_.addTabStop(control(0), highest + count / 2), model_.add(0, highest + count / 2));
     }
+    /// A run of orders in which one has several holders, and a gap behind it.
+    void layOutRun(unsigned int length, unsigned int shared, unsigned int holders) {
+        for (unsigned int i = 0; i < length + holders; ++i) {
+            unsigned int const order = i == 0 ? 10000 : append;
+            same(manager_.addTabStop(control(static_cast<int>(i)), order),
+                 model_.add(static_cast<int>(i), order));
+        }
+        // Below the lowest nobody makes way.
+        for (unsigned int i = 0; i < length + holders; ++i) {
+            unsigned int const order = i < shared ? i + 1 : i < shared + holders ? shared : i - holders + 1;
+            same(manager_.setTabOrder(i, order), model_.setOrder(i, order));
+        }
+        compare();
+    }
+    void push(unsigned int order) {
+        int const object = static_cast<int>(model_.stops.size());
+        same(manager_.addTabStop(control(object), order), model_.add(object, order));
+        compare();
+    }
     unsigned int highest() const { return model_.highest; }
 
     void step(unsigned int range) {
@@ -557,6 +576,17 @@ TEST(TabOrderModel, LongRunsAgree) {
         shared += comparison.numShared();
     }
     EXPECT_GT(shared, 500u);
+}
+
+/// Orders with several holders at every place of a long run, and so at every place in what the list is cut
+/// into.
+TEST(TabOrderModel, SharedOrdersInsideRunsAgree) {
+    for (unsigned int shared = 2; shared < 600; shared += 1 + shared % 3) {
+        Comparison comparison(shared, 700, false);
+        comparison.layOutRun(620, shared, 1 + shared % 3);
+        for (unsigned int const order : {0u, 1u, shared, shared - 1, 1u}) comparison.push(order);
+        ASSERT_FALSE(testing::Test::HasFailure()) << "shared order " << shared;
+    }
 }
 
 /// What would take minutes if anything were quadratic, and overflow the stack if anything recursed.
