@@ -12,8 +12,8 @@
 namespace wainscot {
 namespace {
 
-constexpr unsigned int none = TabOrderManager::none;
-constexpr unsigned int append = TabOrderManager::append;
+constexpr unsigned int none = TabOrderManager::noTabStop;
+constexpr unsigned int append = TabOrderManager::appendTabStop;
 using Log = std::vector<std::string>;
 
 /// A control whose answers and deeds the test gives.
@@ -110,7 +110,7 @@ TEST_F(TabOrderTest, PushAgainstTheEndMovesNobody) {
     EXPECT_EQ(accepted, 4096u);
     EXPECT_EQ(manager->getTabStopTabOrder(0), 0xFFFFFFFD);
     EXPECT_EQ(manager->getTabStopTabOrder(4095), 0xFFFFEFFE);
-    EXPECT_EQ(manager->bounds().highestOrder, 0xFFFFFFFD);
+    EXPECT_EQ(manager->tabOrderBounds().highestOrder, 0xFFFFFFFD);
     EXPECT_FALSE(manager->setTabOrder(5, 0xFFFFEFFE));
     EXPECT_EQ(manager->getTabStopTabOrder(5), 0xFFFFFFF8);
 }
@@ -251,8 +251,8 @@ TEST_F(TabOrderTest, RenumberingFollowsTheListAndResetsTheBounds) {
     manager->renumberTabStops({2, 2, 77});
     EXPECT_EQ(orders(), (Orders{2, 1, 0}));
     EXPECT_EQ(manager->getCurrentTabOrder(), 2u);
-    EXPECT_EQ(manager->bounds().lowestIndex, 2u);
-    EXPECT_EQ(manager->bounds().highestOrder, 2u);
+    EXPECT_EQ(manager->tabOrderBounds().lowestIndex, 2u);
+    EXPECT_EQ(manager->tabOrderBounds().highestOrder, 2u);
     EXPECT_EQ(manager->incrementTabStop(), 2u);
 }
 
@@ -480,7 +480,7 @@ public:
         }
         ASSERT_EQ(manager_.getCurrentTabStopIndex(), model_.currentIndex) << "seed " << seed_;
         ASSERT_EQ(manager_.getCurrentTabOrder(), model_.currentOrder) << "seed " << seed_;
-        TabOrderManager::Bounds const& bounds = manager_.bounds();
+        TabOrderManager::TabOrderBounds const& bounds = manager_.tabOrderBounds();
         ASSERT_EQ(bounds.lowestOrder, model_.lowest) << "seed " << seed_;
         ASSERT_EQ(bounds.lowestIndex, model_.lowestIndex) << "seed " << seed_;
         ASSERT_EQ(bounds.highestOrder, model_.highest) << "seed " << seed_;
@@ -595,7 +595,8 @@ TEST(TabOrderModel, HundredThousandStops) {
     std::vector<Control> controls(count);
     auto manager = std::make_unique<TabOrderManager>(false);
     for (unsigned int i = 0; i < count; ++i)
-        ASSERT_TRUE(manager->addTabStop(controls[i], i < count - inFront ? TabOrderManager::append : 0));
+        ASSERT_TRUE(
+            manager->addTabStop(controls[i], i < count - inFront ? TabOrderManager::appendTabStop : 0));
     EXPECT_EQ(manager->getTabStopTabOrder(0), inFront);
     EXPECT_EQ(manager->getTabStopTabOrder(count - inFront - 1), count - 1);
     EXPECT_EQ(manager->getTabStopTabOrder(count - 1), 0u);

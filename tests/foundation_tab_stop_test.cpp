@@ -6,7 +6,7 @@
 namespace wainscot {
 namespace {
 
-constexpr unsigned int none = TabOrderManager::none;
+constexpr unsigned int noTabStop = TabOrderManager::noTabStop;
 
 /// A widget that is a stop itself.
 class StopGlob : public ProbeGlob, public TabOrderable {
@@ -15,7 +15,28 @@ public:
     bool isTabStopActive() override { return isShown(); }
 };
 
+/// What a panel is, and what a control that is a panel is: names of the bases must not get into each other's
+/// way.
+class StopPanel : public ProbeGlob, public TabOrderManager, public TabOrderable {
+public:
+    StopPanel() : ProbeGlob(100, 50), TabOrderManager(false) {}
+    using TabOrderable::isTabStopFocus;
+    using TabOrderable::setTabStopFocus;
+    bool isTabStopActive() override { return isActive() && isShown() && !bounds().isEmpty(); }
+};
+
 using GlobTabStopTest = HostTest;
+
+TEST_F(GlobTabStopTest, PanelsMayBeStopsOfPanels) {
+    RecordingParent* const root = openWindow();
+    auto* const outer = root->addChild(std::make_unique<StopPanel>());
+    auto* const inner = outer->addChild(std::make_unique<StopPanel>());
+    EXPECT_TRUE(outer->addTabStop(*inner));
+    EXPECT_EQ(inner->incrementTabStop(), noTabStop) << "it has no stops of its own";
+    EXPECT_EQ(outer->incrementTabStop(), 0u);
+    EXPECT_TRUE(inner->isTabStopFocus());
+    delete outer;
+}
 
 TEST_F(GlobTabStopTest, GivesTheWidgetTheKeyboardFocus) {
     RecordingParent* const root = openWindow();
@@ -49,16 +70,16 @@ TEST_F(GlobTabStopTest, IsActiveOnlyWhileTheWidgetIs) {
     TabOrderManager manager(false);
     manager.addTabStop(stop);
     slider->setActive(false);
-    EXPECT_EQ(manager.incrementTabStop(), none);
+    EXPECT_EQ(manager.incrementTabStop(), noTabStop);
     slider->setActive(true);
     slider->setVisible(false);
-    EXPECT_EQ(manager.incrementTabStop(), none);
+    EXPECT_EQ(manager.incrementTabStop(), noTabStop);
     slider->setVisible(true);
     EXPECT_EQ(manager.incrementTabStop(), 0u);
     delete slider;
     EXPECT_EQ(stop.widget(), nullptr);
     EXPECT_EQ(manager.numTabStops(), 0u);
-    EXPECT_EQ(manager.getCurrentTabStopIndex(), none);
+    EXPECT_EQ(manager.getCurrentTabStopIndex(), noTabStop);
     EXPECT_FALSE(stop.isTabStopActive());
 }
 
