@@ -338,8 +338,11 @@ public:
     }
 
     T shown{};
+    void handleDataMixed(bool mixed, eRedrawFlag) override { mixedNotices.push_back(mixed); }
+
     int updates = 0;
     eRedrawFlag lastRedraw = eRedrawNo;
+    std::vector<bool> mixedNotices;
 };
 
 class Adaptor : public ValAdaptorBase<int> {
@@ -387,12 +390,30 @@ TEST(ValWidget, AnswersWhatTheAdaptorAnswers) {
     adaptor->accepts = false;
     EXPECT_FALSE(face.choose(4));
     EXPECT_EQ(face.shown, 3);
-    adaptor->mixed = true;
-    EXPECT_TRUE(face.isDataMixed());
     adaptor->data = 8;
     adaptor->forceWidgetUpdate(eRedrawYes);
     EXPECT_EQ(face.shown, 8);
     EXPECT_EQ(face.lastRedraw, eRedrawYes);
+}
+
+TEST(ValWidget, HearsWhenItsDataBecomesMixed) {
+    int alive = 0;
+    Face<int> face;
+    auto const adaptor = Qv::makePtr<Adaptor>(alive);
+    face.setDataAdaptor(adaptor);
+    adaptor->mixed = true;
+    EXPECT_FALSE(face.isDataMixed()) << "nobody has said so yet";
+    adaptor->forceWidgetUpdate(eRedrawNo);
+    adaptor->forceWidgetUpdate(eRedrawNo);
+    EXPECT_TRUE(face.isDataMixed());
+    // The same value for all: they are unlike no more.
+    adaptor->onWrite = [&] { adaptor->mixed = false; };
+    EXPECT_TRUE(face.choose(face.shown));
+    EXPECT_FALSE(face.isDataMixed());
+    adaptor->mixed = true;
+    adaptor->forceWidgetUpdate(eRedrawNo);
+    face.setDataAdaptor({});
+    EXPECT_EQ(face.mixedNotices, (std::vector<bool>{true, false, true, false}));
 }
 
 TEST(ValWidget, SharesItsAdaptorAndLetsTheOldOneGo) {
