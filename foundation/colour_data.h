@@ -5,7 +5,7 @@
 namespace wainscot {
 
 /// The value of a colour swatch.
-struct ColourData {
+struct WAINSCOT_API ColourData {
     Colour colour;
 
     friend bool operator==(ColourData const&, ColourData const&) = default;

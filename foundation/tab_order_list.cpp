@@ -147,7 +147,7 @@ unsigned int TabOrderList::endOfRun(Place place, unsigned int highest) const {
 std::optional<TabOrderList::Stop*> TabOrderList::push(unsigned int order, unsigned int highest) {
     if (!holds(order)) return nullptr;
     unsigned int const end = endOfRun(lowerBound(order), highest);
-    if (end + 1 >= TabOrderManager::append) return std::nullopt;
+    if (end + 1 >= TabOrderManager::appendTabStop) return std::nullopt;
     Stop* const last = stopAt(lowerBound(end));
     bool isFree = !holds(end + 1);
     for (unsigned int next = end + 1; next > order;) {

@@ -31,7 +31,7 @@ TabOrderManager::~TabOrderManager() {
     }
 }
 
-TabOrderManager::Stops& TabOrderManager::stops() {
+TabOrderManager::Stops& TabOrderManager::tabStops() {
     if (!stops_) stops_ = std::make_unique<Stops>();
     return *stops_;
 }
@@ -48,7 +48,7 @@ TabOrderManager::ClientInfo* TabOrderManager::firstStopOf(TabOrderable const& ob
     return found == stops_->byObject.end() ? nullptr : found->second.first;
 }
 
-unsigned int TabOrderManager::indexOf(ClientInfo const& stop) const {
+unsigned int TabOrderManager::indexOfStop(ClientInfo const& stop) const {
     return static_cast<unsigned int>(stops_->sequence.indexOf(stop));
 }
 
@@ -58,7 +58,7 @@ unsigned int TabOrderManager::numTabStops() const {
 
 unsigned int TabOrderManager::getTabStopTabOrder(unsigned int index) const {
     ClientInfo const* const stop = stopAt(index);
-    return stop ? stop->tabOrder() : none;
+    return stop ? stop->tabOrder() : noTabStop;
 }
 
 TabOrderable* TabOrderManager::getTabStopObject(unsigned int index) const {
@@ -68,20 +68,20 @@ TabOrderable* TabOrderManager::getTabStopObject(unsigned int index) const {
 
 bool TabOrderManager::isTabStopFocus(TabOrderable const& object) const {
     ClientInfo const* const stop = firstStopOf(object);
-    return stop && currentIndex_ != none && stop == stopAt(currentIndex_);
+    return stop && currentIndex_ != noTabStop && stop == stopAt(currentIndex_);
 }
 
 unsigned int TabOrderManager::getTabStopIndex(TabOrderable const& object) const {
     ClientInfo const* const stop = firstStopOf(object);
-    return stop ? indexOf(*stop) : none;
+    return stop ? indexOfStop(*stop) : noTabStop;
 }
 
 // --- Adding
 
 bool TabOrderManager::addTabStop(TabOrderable& object, unsigned int order) {
     if (!allowDuplicates_ && firstStopOf(object)) return false;
-    if (order == append) order = bounds_.highestOrder == none ? 0 : bounds_.highestOrder + 1;
-    if (order > maxOrder || !makeWay(order)) return false;
+    if (order == appendTabStop) order = bounds_.highestOrder == noTabStop ? 0 : bounds_.highestOrder + 1;
+    if (order > maxTabOrder || !makeWay(order)) return false;
     appendStop(object, order);
     object.registerManager(this);
     noteAddedOrder(order, numTabStops() - 1);
@@ -90,7 +90,7 @@ bool TabOrderManager::addTabStop(TabOrderable& object, unsigned int order) {
 
 void TabOrderManager::appendStop(TabOrderable& object, unsigned int order) {
     auto const stop = Qv::makePtr<ClientInfo>(object);
-    stops().sequence.append(stop);
+    tabStops().sequence.append(stop);
     stops_->byOrder.insert(*stop, order);
     Stops::OfObject& ofObject = stops_->byObject[&object];
     stop->previousOfObject = ofObject.last;
@@ -99,11 +99,11 @@ void TabOrderManager::appendStop(TabOrderable& object, unsigned int order) {
 }
 
 void TabOrderManager::noteAddedOrder(unsigned int order, unsigned int index) {
-    if (bounds_.lowestOrder == none || order < bounds_.lowestOrder) {
+    if (bounds_.lowestOrder == noTabStop || order < bounds_.lowestOrder) {
         bounds_.lowestOrder = order;
         bounds_.lowestIndex = index;
     }
-    if (bounds_.highestOrder == none || order > bounds_.highestOrder) {
+    if (bounds_.highestOrder == noTabStop || order > bounds_.highestOrder) {
         bounds_.highestOrder = order;
         bounds_.highestIndex = index;
     }
@@ -112,12 +112,12 @@ void TabOrderManager::noteAddedOrder(unsigned int order, unsigned int index) {
 bool TabOrderManager::makeWay(unsigned int order) {
     if (numTabStops() == 0 || order < bounds_.lowestOrder || order > bounds_.highestOrder) return true;
     ClientInfo const* const current = stopAt(currentIndex_);
-    unsigned int const before = current ? current->tabOrder() : none;
+    unsigned int const before = current ? current->tabOrder() : noTabStop;
     auto const pushed = stops_->byOrder.push(order, bounds_.highestOrder);
     if (!pushed) return false;
     if (*pushed && (*pushed)->tabOrder() > bounds_.highestOrder) {
         bounds_.highestOrder = (*pushed)->tabOrder();
-        bounds_.highestIndex = indexOf(**pushed);
+        bounds_.highestIndex = indexOfStop(**pushed);
     }
     if (current && current->tabOrder() != before) currentOrder_ = current->tabOrder();
     return true;
@@ -149,10 +149,10 @@ bool TabOrderManager::removeTabStop(TabOrderable const& object) {
 bool TabOrderManager::dropStopsOf(TabOrderable const& object) {
     bool dropped = false;
     while (ClientInfo* const stop = firstStopOf(object)) {
-        unsigned int const index = indexOf(*stop);
+        unsigned int const index = indexOfStop(*stop);
         if (currentIndex_ == index)
-            currentIndex_ = none;
-        else if (currentIndex_ != none && currentIndex_ > index)
+            currentIndex_ = noTabStop;
+        else if (currentIndex_ != noTabStop && currentIndex_ > index)
             --currentIndex_;
         dropStop(*stop);
         dropped = true;
@@ -165,7 +165,7 @@ bool TabOrderManager::removeTabStop(unsigned int index) {
     ClientInfo* const stop = stopAt(index);
     if (!stop) return false;
     stop->object->deregisterManager(this);
-    if (currentIndex_ == index) currentIndex_ = none;
+    if (currentIndex_ == index) currentIndex_ = noTabStop;
     dropStop(*stop);
     return true;
 }
@@ -194,7 +194,7 @@ bool TabOrderManager::setTabOrder(unsigned int index, unsigned int order) {
 }
 
 bool TabOrderManager::moveStop(ClientInfo& stop, unsigned int order) {
-    if (order > maxOrder || !makeWay(order)) return false;
+    if (order > maxTabOrder || !makeWay(order)) return false;
     stops_->byOrder.erase(stop);
     stops_->byOrder.insert(stop, order);
     if (&stop == stopAt(currentIndex_)) currentOrder_ = order;
@@ -212,10 +212,10 @@ void TabOrderManager::renumberTabStops(std::vector<unsigned int> const& indices)
     }
     TabOrderList& list = stops_->byOrder;
     for (auto place = list.lowerBound(0); list.stopAt(place); place = list.next(place))
-        if (!listed[indexOf(*list.stopAt(place))]) sorted.push_back(list.stopAt(place));
+        if (!listed[indexOfStop(*list.stopAt(place))]) sorted.push_back(list.stopAt(place));
     list.clear();
     for (unsigned int order = 0; order < sorted.size(); ++order) list.insert(*sorted[order], order);
-    bounds_ = {0, indexOf(*sorted.front()), numTabStops() - 1, indexOf(*sorted.back())};
+    bounds_ = {0, indexOfStop(*sorted.front()), numTabStops() - 1, indexOfStop(*sorted.back())};
     if (ClientInfo const* const current = stopAt(currentIndex_)) currentOrder_ = current->tabOrder();
 }
 
@@ -247,40 +247,40 @@ bool TabOrderManager::setTabStopFocus(unsigned int index) {
 
 bool TabOrderManager::setTabStopFocus(TabOrderable const& object) {
     unsigned int const index = getTabStopIndex(object);
-    return index != none && setTabStopFocus(index);
+    return index != noTabStop && setTabStopFocus(index);
 }
 
 bool TabOrderManager::internalSetTabStopFocus(unsigned int index, bool, TabOrderable::eDirection direction) {
     RedrawHold const hold;
-    if (index == none) return clearFocus();
+    if (index == noTabStop) return clearTabStopFocus();
     // The control may have gone by the end of each question and call.
     Qv::Ptr<ClientInfo> const stop(stopAt(index));
     LifeGuard const life(life_);
-    if (!stop || !canFocus(*stop) || !life.alive()) return false;
+    if (!stop || !canFocusStop(*stop) || !life.alive()) return false;
     return focusStop(*stop, direction);
 }
 
-bool TabOrderManager::clearFocus() {
-    if (currentIndex_ == none) return true;
+bool TabOrderManager::clearTabStopFocus() {
+    if (currentIndex_ == noTabStop) return true;
     Qv::Ptr<ClientInfo> const old(stopAt(currentIndex_));
-    currentOrder_ = none;
-    currentIndex_ = none;
+    currentOrder_ = noTabStop;
+    currentIndex_ = noTabStop;
     if (old) old->object->handleTabStopFocusLoss();
     return true;
 }
 
 bool TabOrderManager::focusStop(ClientInfo& stop, TabOrderable::eDirection direction) {
     Qv::Ptr<ClientInfo> const old(stopAt(currentIndex_));
-    LifeGuard const life(life_);
     TabOrderable::Receiving const receiving(*stop.object);
     currentOrder_ = stop.tabOrder();
-    currentIndex_ = indexOf(stop);
+    currentIndex_ = indexOfStop(stop);
     stop.object->handleTabStopFocusReceipt(direction);
-    if (life.alive() && old && old->object) old->object->handleTabStopFocusLoss();
+    // This may be dead: then the old stop has no object either.
+    if (old && old->object) old->object->handleTabStopFocusLoss();
     return true;
 }
 
-bool TabOrderManager::canFocus(ClientInfo& stop) {
+bool TabOrderManager::canFocusStop(ClientInfo& stop) {
     return stop.enabled && stop.object->isTabStopActive() && stop.object;
 }
 
@@ -289,48 +289,48 @@ bool TabOrderManager::canFocus(ClientInfo& stop) {
 unsigned int TabOrderManager::incrementTabStop() {
     LifeGuard const life(life_);
     Qv::Ptr<ClientInfo> found;
-    if (currentOrder_ != none) found = findFrom(currentOrder_ + 1);
-    if (!found && life.alive()) found = findFrom(0);
-    return life.alive() ? focusFound(found.get(), TabOrderable::forward) : none;
+    if (currentOrder_ != noTabStop) found = findStopFrom(currentOrder_ + 1);
+    if (!found && life.alive()) found = findStopFrom(0);
+    return life.alive() ? focusFound(found.get(), TabOrderable::forward) : noTabStop;
 }
 
 unsigned int TabOrderManager::decrementTabStop() {
     LifeGuard const life(life_);
     Qv::Ptr<ClientInfo> found;
-    if (currentOrder_ != none) found = findBelow(currentOrder_);
-    if (!found && life.alive()) found = findBelow(none);
-    return life.alive() ? focusFound(found.get(), TabOrderable::backward) : none;
+    if (currentOrder_ != noTabStop) found = findStopBelow(currentOrder_);
+    if (!found && life.alive()) found = findStopBelow(noTabStop);
+    return life.alive() ? focusFound(found.get(), TabOrderable::backward) : noTabStop;
 }
 
 unsigned int TabOrderManager::focusFound(ClientInfo* found, TabOrderable::eDirection direction) {
     LifeGuard const life(life_);
-    internalSetTabStopFocus(found ? indexOf(*found) : none, true, direction);
-    return life.alive() ? currentIndex_ : none;
+    internalSetTabStopFocus(found ? indexOfStop(*found) : noTabStop, true, direction);
+    return life.alive() ? currentIndex_ : noTabStop;
 }
 
 unsigned int TabOrderManager::refocusCurrentTabStop() {
-    if (currentIndex_ == none) return incrementTabStop();
+    if (currentIndex_ == noTabStop) return incrementTabStop();
     LifeGuard const life(life_);
     setTabStopFocus(currentIndex_);
-    return life.alive() ? currentIndex_ : none;
+    return life.alive() ? currentIndex_ : noTabStop;
 }
 
-Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findFrom(unsigned int order) {
-    return findBetween(order, append);
+Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findStopFrom(unsigned int order) {
+    return findStopBetween(order, appendTabStop);
 }
 
-Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findBelow(unsigned int order) {
+Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findStopBelow(unsigned int order) {
     LifeGuard const life(life_);
     while (life.alive() && stops_) {
         std::optional<unsigned int> const below = stops_->byOrder.largestBelow(order);
         if (!below) break;
-        if (auto found = findBetween(*below, *below)) return found;
+        if (auto found = findStopBetween(*below, *below)) return found;
         order = *below;
     }
     return {};
 }
 
-Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findBetween(unsigned int first, unsigned int last) {
+Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findStopBetween(unsigned int first, unsigned int last) {
     if (!stops_) return {};
     LifeGuard const life(life_);
     TabOrderList const& list = stops_->byOrder;
@@ -341,7 +341,7 @@ Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findBetween(unsigned int f
         Qv::Ptr<ClientInfo> const stop(candidate);
         std::size_t const slot = stop->slot;
         std::uint64_t const version = list.version();
-        if (canFocus(*stop) && life.alive()) return stop;
+        if (canFocusStop(*stop) && life.alive()) return stop;
         if (!life.alive()) break;
         place = list.version() == version ? list.next(place) : list.lowerBound(order, slot + 1);
     }

@@ -24,11 +24,11 @@ public:
     class ClientInfo;
 
     /// No index, no order.
-    static constexpr unsigned int none = 0xFFFFFFFF;
+    static constexpr unsigned int noTabStop = 0xFFFFFFFF;
     /// As an order: after the last stop.
-    static constexpr unsigned int append = 0xFFFFFFFE;
+    static constexpr unsigned int appendTabStop = 0xFFFFFFFE;
     /// The largest order that a caller can ask for.
-    static constexpr unsigned int maxOrder = 0xFFFFEFFE;
+    static constexpr unsigned int maxTabOrder = 0xFFFFEFFE;
 
     /// With `allowDuplicates`, one control can be several stops.
     explicit TabOrderManager(bool allowDuplicates);
@@ -38,14 +38,14 @@ public:
     ~TabOrderManager();
 
     /// Adds a stop with exactly this order: the stop that has it, and the unbroken run of orders behind it,
-    /// go one up. `append` takes the order after the highest. False, and nothing has changed, when the
+    /// go one up. `appendTabStop` takes the order after the highest. False, and nothing has changed, when the
     /// control is a stop already (unless duplicates are allowed), or the order, or that of a pushed stop,
     /// becomes too large.
-    bool addTabStop(TabOrderable& object, unsigned int order = append);
+    bool addTabStop(TabOrderable& object, unsigned int order = appendTabStop);
     /// Adds the controls of a composite widget, one by one, each with this order. False at the first that is
     /// null or refused; those before it stay. False for no host.
-    bool addTabStopsFrom(TabOrderableHost& host, unsigned int order = append);
-    bool addTabStopsFrom(TabOrderableHost* host, unsigned int order = append);
+    bool addTabStopsFrom(TabOrderableHost& host, unsigned int order = appendTabStop);
+    bool addTabStopsFrom(TabOrderableHost* host, unsigned int order = appendTabStop);
 
     /// Removes all stops of a control. Whether there were any. No control is told of a loss; a current index
     /// behind them moves down, and the next step goes on from the place where the current stop was.
@@ -54,7 +54,7 @@ public:
     bool removeTabStop(unsigned int index);
 
     /// Moves a stop to another order, pushing others (and itself) as in adding. False when there is no such
-    /// stop or the order is too large; `append` is.
+    /// stop or the order is too large; `appendTabStop` is.
     bool setTabOrder(TabOrderable const& object, unsigned int order);
     bool setTabOrder(unsigned int index, unsigned int order);
     /// Gives the stops at these indices the orders 0, 1, 2 ...; those left out follow, in the order that they
@@ -63,8 +63,8 @@ public:
 
     /// Makes a stop the current one. The new one hears of the receipt, then the old one of the loss, also
     /// when both are the same; redraws are held back until both have. False, and nothing happens, when there
-    /// is no such stop, it is disabled or its control not active. The index `none` clears the focus, and is
-    /// true.
+    /// is no such stop, it is disabled or its control not active. The index `noTabStop` clears the focus, and
+    /// is true.
     bool setTabStopFocus(unsigned int index);
     bool setTabStopFocus(TabOrderable const& object);
 
@@ -84,39 +84,39 @@ public:
     bool getTabStopEnabled(unsigned int index, bool* found = nullptr) const;
 
     unsigned int numTabStops() const;
-    /// `none` when out of range.
+    /// `noTabStop` when out of range.
     unsigned int getTabStopTabOrder(unsigned int index) const;
     /// Null when out of range.
     TabOrderable* getTabStopObject(unsigned int index) const;
-    /// `none` when no stop holds the focus.
+    /// `noTabStop` when no stop holds the focus.
     unsigned int getCurrentTabStopIndex() const { return currentIndex_; }
-    /// The order of the stop that holds the focus, or from which the next step goes on; else `none`.
+    /// The order of the stop that holds the focus, or from which the next step goes on; else `noTabStop`.
     unsigned int getCurrentTabOrder() const { return currentOrder_; }
     /// Whether the first stop of a control is the current one.
     bool isTabStopFocus(TabOrderable const& object) const;
-    /// The index of a control's first stop; `none` when it is no stop here.
+    /// The index of a control's first stop; `noTabStop` when it is no stop here.
     unsigned int getTabStopIndex(TabOrderable const& object) const;
 
     /// The bounds within which adding pushes others, with the index that each stop had when it set the bound;
-    /// `none` before the first stop. Removal leaves them as they are.
-    struct Bounds {
-        unsigned int lowestOrder = none;
-        unsigned int lowestIndex = none;
-        unsigned int highestOrder = none;
-        unsigned int highestIndex = none;
+    /// `noTabStop` before the first stop. Removal leaves them as they are.
+    struct TabOrderBounds {
+        unsigned int lowestOrder = noTabStop;
+        unsigned int lowestIndex = noTabStop;
+        unsigned int highestOrder = noTabStop;
+        unsigned int highestIndex = noTabStop;
     };
-    Bounds const& bounds() const { return bounds_; }
+    TabOrderBounds const& tabOrderBounds() const { return bounds_; }
 
-    LifeToken const& life() const { return life_; }
+    LifeToken const& tabOrderLife() const { return life_; }
 
 private:
     friend class TabOrderable;
     struct Stops;
 
-    Stops& stops();
+    Stops& tabStops();
     ClientInfo* stopAt(unsigned int index) const;
     ClientInfo* firstStopOf(TabOrderable const& object) const;
-    unsigned int indexOf(ClientInfo const& stop) const;
+    unsigned int indexOfStop(ClientInfo const& stop) const;
     bool makeWay(unsigned int order);
     void appendStop(TabOrderable& object, unsigned int order);
     void noteAddedOrder(unsigned int order, unsigned int index);
@@ -125,23 +125,23 @@ private:
     bool dropStopsOf(TabOrderable const& object);
     void dropStop(ClientInfo& stop);
     bool internalSetTabStopFocus(unsigned int index, bool, TabOrderable::eDirection direction);
-    bool clearFocus();
+    bool clearTabStopFocus();
     bool focusStop(ClientInfo& stop, TabOrderable::eDirection direction);
     unsigned int focusFound(ClientInfo* found, TabOrderable::eDirection direction);
     /// The first that a step may focus, from an order upwards, or below an order downwards; null when there
     /// is none, or this died in the search.
-    Qv::Ptr<ClientInfo> findFrom(unsigned int order);
-    Qv::Ptr<ClientInfo> findBelow(unsigned int order);
-    Qv::Ptr<ClientInfo> findBetween(unsigned int first, unsigned int last);
+    Qv::Ptr<ClientInfo> findStopFrom(unsigned int order);
+    Qv::Ptr<ClientInfo> findStopBelow(unsigned int order);
+    Qv::Ptr<ClientInfo> findStopBetween(unsigned int first, unsigned int last);
     /// Asks the control: afterwards the stop may be removed, and this may be dead.
-    static bool canFocus(ClientInfo& stop);
+    static bool canFocusStop(ClientInfo& stop);
 
     /// Made with the first stop: most panels have none.
     std::unique_ptr<Stops> stops_;
     bool allowDuplicates_;
-    unsigned int currentOrder_ = none;
-    unsigned int currentIndex_ = none;
-    Bounds bounds_;
+    unsigned int currentOrder_ = noTabStop;
+    unsigned int currentIndex_ = noTabStop;
+    TabOrderBounds bounds_;
     LifeToken life_;
 };
 

@@ -61,7 +61,7 @@ bool TabOrderable::setTabStopFocus() {
 void TabOrderable::relinquishTabStopFocus() {
     LifeGuard const life(life_);
     for (ManagerRef const& ref : distinctManagers()) {
-        if (ref.life.alive()) ref.manager->setTabStopFocus(TabOrderManager::none);
+        if (ref.life.alive()) ref.manager->setTabStopFocus(TabOrderManager::noTabStop);
         if (!life.alive()) return;
     }
 }
@@ -92,7 +92,7 @@ std::vector<TabOrderable::ManagerRef> TabOrderable::distinctManagers() const {
     std::vector<ManagerRef> refs;
     std::unordered_set<TabOrderManager const*> seen;
     for (TabOrderManager* const manager : managers_)
-        if (seen.insert(manager).second) refs.push_back({manager, LifeGuard(manager->life())});
+        if (seen.insert(manager).second) refs.push_back({manager, LifeGuard(manager->tabOrderLife())});
     return refs;
 }
 

@@ -11,6 +11,9 @@ class TabOrderManager;
 
 /// A control that can hold the tab focus. It is a stop in the managers to which it was added, and leaves them
 /// when it dies.
+///
+/// A control that is a panel as well has `setTabStopFocus` and `isTabStopFocus` twice, and says by using-
+/// declarations which ones are meant without a prefix.
 class WAINSCOT_API TabOrderable {
 public:
     /// Forward: Tab and direct focusing; backward: Shift+Tab.

@@ -45,6 +45,7 @@ public:
 
 private:
     friend class ValWidget<T>;
+    void showWhetherMixed(eRedrawFlag redraw);
     void joinWidget(ValWidget<T>& widget) { widget_ = &widget; }
     void leaveWidget(ValWidget<T>& widget) {
         if (widget_ == &widget) widget_ = nullptr;

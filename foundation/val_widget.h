@@ -36,15 +36,22 @@ public:
     void setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor);
     /// Hands a value that the user chose to the adaptor, and answers what it answers; true without one.
     bool requestSetNewDataValue(T const& value, DataChangeType why);
-    /// The data behind it has several values, as a selection of unlike things has: to be drawn and announced
-    /// so. What the widget's value is, and what it sends, does not change.
-    bool isDataMixed() const;
+    /// The data behind it had several values, as a selection of unlike things has, when the adaptor last
+    /// showed or wrote them: to be drawn and announced so. What the widget's value is, and what it sends,
+    /// does not change.
+    bool isDataMixed() const { return mixed_; }
+    /// That has changed. Does nothing here; widgets that draw it override it, and redraw as the flag says.
+    virtual void handleDataMixed(bool mixed, eRedrawFlag redraw);
 
     /// Allows or forbids changes by the user. Does nothing here; widgets that can be disabled override it.
     virtual void setEnabledState(bool enabled);
 
 private:
+    friend class ValAdaptorBase<T>;
+    void setDataMixed(bool mixed, eRedrawFlag redraw);
+
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
+    bool mixed_ = false;
 };
 
 template <class T>
@@ -58,6 +65,7 @@ void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
     Qv::Ptr<ValAdaptorBase<T>> const old = std::exchange(adaptor_, std::move(adaptor));
     if (old) old->leaveWidget(*this);
     if (adaptor_) adaptor_->joinWidget(*this);
+    if (!adaptor_) setDataMixed(false, eRedrawYes);
 }
 
 template <class T>
@@ -65,14 +73,21 @@ bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
     Qv::Ptr<ValAdaptorBase<T>> const held = adaptor_;
     if (!held) return true;
     T const kept = value;
-    return held->requestSetNewDataValue(kept, why);
+    bool const accepted = held->requestSetNewDataValue(kept, why);
+    // Only for as long as this lives: then the adaptor knows it.
+    if (held->getWidget() == this) held->showWhetherMixed(eRedrawYes);
+    return accepted;
 }
 
 template <class T>
-bool ValWidget<T>::isDataMixed() const {
-    Qv::Ptr<ValAdaptorBase<T>> const held = adaptor_;
-    return held && held->isMixed();
+void ValWidget<T>::setDataMixed(bool mixed, eRedrawFlag redraw) {
+    if (mixed_ == mixed) return;
+    mixed_ = mixed;
+    handleDataMixed(mixed, redraw);
 }
+
+template <class T>
+void ValWidget<T>::handleDataMixed(bool, eRedrawFlag) {}
 
 template <class T>
 void ValWidget<T>::setEnabledState(bool) {}
@@ -84,6 +99,13 @@ void ValAdaptorBase<T>::forceWidgetUpdate(eRedrawFlag redraw) {
     Qv::Ptr<ValAdaptorBase> const held(this);
     T value = getDataValue();
     if (widget_) widget_->setNewWidgetValue(value, redraw);
+    showWhetherMixed(redraw);
+}
+
+template <class T>
+void ValAdaptorBase<T>::showWhetherMixed(eRedrawFlag redraw) {
+    bool const mixed = isMixed();
+    if (widget_) widget_->setDataMixed(mixed, redraw);
 }
 
 extern template class ValWidget<bool>;

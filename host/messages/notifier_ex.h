@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <utility>
 
 namespace wainscot {
 
@@ -135,13 +136,15 @@ NotifierEx<T>::~NotifierEx() {
 
 template <class T>
 void NotifierEx<T>::notify(NotifierEvent<T> const& event) {
-    Qv::Ptr<Listeners> const held = listeners_;
-    if (held->count.load(std::memory_order_acquire) == 0) return;
-    CriticalSectionLock const lock(held->section);
-    typename DLList<ValClient<T>>::Walk walk(held->list);
+    Listeners& listeners = *listeners_;
+    if (listeners.count.load(std::memory_order_acquire) == 0) return;
+    // A listener may destroy this.
+    Qv::Ptr<Listeners> const held(&listeners);
+    CriticalSectionLock const lock(listeners.section);
+    typename DLList<ValClient<T>>::Walk walk(listeners.list);
     while (ValClient<T>* const listener = walk.next()) {
         listener->handleNotification(event);
-        if (!held->source.load(std::memory_order_acquire)) return;
+        if (!listeners.source.load(std::memory_order_acquire)) return;
     }
 }
 
