@@ -52,8 +52,8 @@ enum class StandardWidget : unsigned char {
 class WAINSCOT_API Registry {
 public:
     using MakeContextMenu = std::unique_ptr<iContextMenu> (*)();
-    /// The widget is the caller's. It may be asked for its state through `StandardPanel`'s own interfaces.
-    using MakeStandardWidget = Glob* (*)(StandardPanel& panel, StandardWidget which);
+    /// The widget is the caller's; those that latch are an `iStateButton`.
+    using MakeStandardWidget = Glob* (*)(Palette const& palette, StandardWidget which);
     /// Gives the widget's title face; the widget is the caller's.
     using MakeTitleBox = iTitleBox* (*)(StandardPanel& panel, LightweightString<wchar_t> const& title,
                                         Glib::FontDesc const& font);

@@ -1,5 +1,6 @@
 #include "foundation/load_toolkit.h"
 
+#include "buttons/register_makers.h"
 #include "foundation/makers.h"
 #include "host/events/event_system.h"
 
@@ -15,6 +16,7 @@ void loadToolkit() {
     EventSystem const* const system = EventSystem::current();
     if (!system || system->number() == loadedFor) return;
     loadedFor = system->number();
+    Buttons::registerMakers(Registry::instance());
 }
 
 } // namespace wainscot

@@ -23,4 +23,12 @@ inline constexpr ResId nameReserved = 10202;
 inline constexpr ResId nameSeparator = 10203;
 inline constexpr ResId nameTooLong = 10204;
 
+// Buttons that every panel can have.
+inline constexpr ResId ok = 10301;
+inline constexpr ResId close = 10302;
+inline constexpr ResId changeSize = 10303;
+inline constexpr ResId keepOpen = 10304;
+inline constexpr ResId settings = 10305;
+inline constexpr ResId options = 10306;
+
 } // namespace wainscot::TextId

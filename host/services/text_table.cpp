@@ -39,6 +39,12 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::nameReserved, L"The names \".\" and \"..\" cannot be used."},
     {TextId::nameSeparator, L"A name cannot contain \"/\"."},
     {TextId::nameTooLong, L"The name is too long."},
+    {TextId::ok, L"OK"},
+    {TextId::close, L"Close"},
+    {TextId::changeSize, L"Change size"},
+    {TextId::keepOpen, L"Keep open"},
+    {TextId::settings, L"Settings"},
+    {TextId::options, L"Options"},
 };
 
 bool isBlank(char c) {

@@ -1,0 +1,218 @@
+#pragma once
+
+#include "buttons/button_widget.h"
+#include "foundation/rect.h"
+#include "foundation/tab_orderable.h"
+#include "host/drawing/font.h"
+#include "host/drawing/image.h"
+#include "host/services/ui_string.h"
+
+namespace wainscot {
+
+enum button_state : unsigned char { buttonUp = 0, buttonDown = 1 };
+
+enum eButtonStyle : unsigned char {
+    /// No face until the pointer is over it or it is down; for tool bars.
+    eButtonFlat = 0,
+    eButtonStandard = 1,
+    /// Shows by a glyph whether what belongs to it is folded.
+    eButtonFolding = 2,
+    /// Shows by a glyph that it opens a list.
+    eButtonDropDown = 3,
+};
+
+/// A push button: a rectangle with a label or an icon that reports presses to its parent.
+///
+/// Messages: what `setMessage` names, with the payload of `setPayload` (then as a data message), queued, with
+/// this as sender and the modifiers of the last press as key code. On the release inside, or as
+/// `setCallbackEvents` says. A latching button sends the name followed by " on" or " off"; drags are reported
+/// with " drag". A callback (`setCallback`) replaces all that; it gets a `NotifyMsg` with the name, the
+/// payload and one of the codes below.
+///
+/// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
+class WAINSCOT_API Button : public rect,
+                            public ButtonWidget<LightweightString<wchar_t>>,
+                            public TabOrderable {
+public:
+    /// What reports carry.
+    static constexpr int codeUp = 1;
+    static constexpr int codeDown = 2;
+    static constexpr int codeDrag = 4;
+    static constexpr int codeRepeat = 4098;
+    /// For `setCallbackEvents`.
+    enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
+    /// What is appended to the message.
+    static constexpr LightweightString<char> onSuffix{" on"};
+    static constexpr LightweightString<char> offSuffix{" off"};
+    static constexpr LightweightString<char> dragSuffix{" drag"};
+
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        InitArgs(unsigned short w, unsigned short h);
+        InitArgs(UIString text, LightweightString<char> messageName, unsigned short w = 0,
+                 unsigned short h = 0);
+
+        UIString label;
+        LightweightString<char> message;
+        Glib::FontDesc font;
+        eButtonStyle style = eButtonStandard;
+        bool latching = false;
+    };
+
+    /// A width of 0 becomes what the label needs.
+    explicit Button(InitArgs const& args);
+    Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
+           bool opaque = true, Canvas* canvas = nullptr);
+    Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info);
+    ~Button() override;
+
+    // --- Reporting
+    void setMessage(char const* message);
+    LightweightString<char> const& getMessage() const { return message_; }
+    /// Attached to every message; null = none.
+    void setPayload(Qv::Ptr<iObject> payload);
+    /// Takes the callback's message name, when it has one, as the button's.
+    void setCallback(WidgetCallback const& callback);
+    void setCallbackEvents(unsigned int events) { callbackEvents_ = static_cast<unsigned char>(events & 7U); }
+    unsigned int getCallbackEvents() const { return callbackEvents_; }
+    /// Report on release (true) or on press, and nothing else.
+    void setMessageOnMouseUp(bool onRelease) { callbackEvents_ = onRelease ? onMouseUp : onMouseDown; }
+    void setMessageOnDrag(bool report);
+    /// From now on clicks go on to what lies behind.
+    void setIgnoreMouseClicks(bool ignore) { ignoresClicks_ = ignore; }
+    /// Reports a message with a code to the callback, else to the parent.
+    void informParent(LightweightString<char> name, unsigned int code);
+    /// Sends the message to the parent; without one to the nearest object of the screen that this lies on.
+    int sendMessageToParent(NotifyMsg const& message);
+
+    // --- State
+    button_state getState() const { return state_; }
+    bool isDown() const { return state_ == buttonDown; }
+    /// Nobody is told.
+    void setState(button_state state, eRedrawFlag redraw);
+    /// Changes the state as a click does; with `notify` it is reported.
+    virtual void switchState(button_state state, bool notify);
+    /// A latching button stays down until it is clicked again; it reports presses. `second` is kept for
+    /// subclasses that have a second way of latching.
+    void setLatching(bool latching, bool second);
+    bool isLatching() const { return latching_ != 0; }
+    bool isLatchingSecond() const { return latching_ == 2; }
+    /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
+    /// the processor clock. Below 1 it does not.
+    void setRepeating(int perHalfSecond, double delay);
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setEnabledState(bool enabled) override;
+    void setVisible(bool visible) override;
+
+    // --- Label and look
+    void setString(UIString const& label);
+    UIString const& getString() const { return label_; }
+    /// Shown instead of the label while it is down.
+    void setSecondString(UIString const& label);
+    void setFont(Glib::FontDesc const& font);
+    Glib::FontDesc const& getFont() const { return font_; }
+    LightweightString<wchar_t> getWidgetValue() const override;
+    void setNewWidgetValue(LightweightString<wchar_t>& label, eRedrawFlag redraw) override;
+    /// Takes the style's usual alignment as well.
+    void setStyle(eButtonStyle style);
+    eButtonStyle getStyle() const { return style_; }
+    void setAlignment(TextAlignment alignment);
+    /// It does what is usually wanted: its face is the palette's `doIt()`.
+    void setDefaultAction(bool isDefault);
+    bool isDefaultAction() const { return defaultAction_; }
+    /// Text and face of both states.
+    void setCols(Colour const& text, Colour const& face);
+    void setUpCols(Colour const& text, Colour const& face);
+    void setDownCols(Colour const& text, Colour const& face);
+    /// Bare names of icons: while it is down, and while it is up (the first one where that is empty).
+    void setIcons(LightweightString<wchar_t> const& active, LightweightString<wchar_t> const& inactive);
+    /// Draws instead of label and icon.
+    void setCustomDrawFn(void (*function)(Button const&));
+    /// What a label needs: its text, half a button height on each side, and the standard height.
+    static XY<int> calcSizeFor(UIString const& label, Glib::FontDesc const& font);
+    /// Takes the width that the label needs; the height stays, or becomes the standard one when it is 0.
+    void autoResize();
+
+    // TabOrderable
+    bool isTabStopActive() override;
+    void handleTabStopFocusReceipt(eDirection direction) override;
+    void handleTabStopFocusLoss() override;
+
+    // Glob
+    bool react(Event const& event) override;
+    void handleKbdFocus() override;
+    void handleMouseContainment(bool inside) override;
+    void handlePressCancelled(Event const& press) override;
+    bool isAutoRepeating() const override;
+    void draw() override;
+    void drawBackground() override;
+    void drawBorder() override;
+    bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
+    void describe(GlobDescription& description) const override;
+
+protected:
+    /// A button that does not latch goes up when it is released, unless this says otherwise.
+    virtual bool staysDownAfterRelease() const;
+    virtual void drawText();
+    virtual void drawIcon();
+    /// Where the icon lies, in the canvas' coordinates.
+    virtual IntBox calcIconPosition(XY<int> const& iconSize) const;
+    Colour getBackCol() const;
+    Colour getForeCol() const;
+    /// The edge that is drawn instead of one derived from the face; null = that one.
+    virtual Colour const* borderColour() const;
+    bool isPressed() const { return pressed_; }
+    /// The modifiers at the last press.
+    unsigned int pressModifiers() const { return modifiers_; }
+    /// Ends the press that is under way, and tells nobody.
+    void abandonPress();
+
+private:
+    struct Extras;
+
+    void init(unsigned short width);
+    Extras& extras();
+    bool isHovered() const;
+    bool isInside(XY<int> const& place) const;
+    bool reactToMouse(Event const& event);
+    void press(Event const& event);
+    void moveTo(Event const& event);
+    void releaseAt(Event const& event);
+    bool reactToTimer();
+    bool reactToKey(Event const& event);
+    bool reactToMessage(Event const& event);
+    void endPress();
+    void startRepeating();
+    void setNextRepeat();
+    void drawIndicator();
+    LightweightString<wchar_t> shownLabel() const;
+    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+    int leftMargin() const;
+    int rightMargin() const;
+    int labelAnchor() const;
+    Qv::Ptr<Glib::Image> icon() const;
+    bool hasIndicator() const { return style_ == eButtonFolding || style_ == eButtonDropDown; }
+
+    UIString label_;
+    Glib::FontDesc font_;
+    LightweightString<char> message_;
+    WidgetCallback::Callback callback_;
+    std::unique_ptr<Extras> extras_;
+    XY<int> pressPlace_;
+    /// Tells one press from the next.
+    unsigned int pressNumber_ = 0;
+    unsigned int modifiers_ = 0;
+    button_state state_ = buttonUp;
+    button_state stateBeforePress_ = buttonUp;
+    eButtonStyle style_ = eButtonStandard;
+    unsigned char alignment_ = eAlignCentre;
+    unsigned char latching_ = 0;
+    unsigned char callbackEvents_ = onMouseUp;
+    bool ignoresClicks_ = false;
+    bool pressed_ = false;
+    bool defaultAction_ = false;
+};
+
+static_assert(sizeof(Button) <= 600);
+
+} // namespace wainscot

@@ -1,0 +1,173 @@
+#include "buttons/button_extras_p.h"
+#include "buttons/button_look.h"
+#include "host/base/convert.h"
+#include "host/drawing/descriptions.h"
+#include "host/drawing/symbols.h"
+#include "host/drawing/uif_std.h"
+#include "host/objects/kbd_focus.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// Labels are not drawn in buttons that are no higher than this.
+constexpr int labelFreeHeight = 7;
+/// How much of the text colour the glyph keeps on the face.
+constexpr double activeGlyphWeight = 0.6;
+constexpr double inactiveGlyphWeight = 0.2;
+
+} // namespace
+
+Colour Button::getBackCol() const {
+    if (extras_ && isDown() && extras_->down) return extras_->down->face;
+    if (extras_ && !isDown() && extras_->up) return extras_->up->face;
+    return defaultAction_ ? getPalette().doIt() : getPalette().button();
+}
+
+Colour Button::getForeCol() const {
+    auto const* const own = !extras_                    ? nullptr
+                            : isDown() && extras_->down ? &*extras_->down
+                            : !isDown() && extras_->up  ? &*extras_->up
+                                                        : nullptr;
+    if (!own) return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
+    return isActive() ? own->text : Colour::mix(own->text, own->face, 0.5);
+}
+
+Colour const* Button::borderColour() const {
+    return nullptr;
+}
+
+bool Button::isHovered() const {
+    return isActive() && containsPointer();
+}
+
+void Button::draw() {
+    drawBackground();
+    drawBorder();
+    if (extras_ && extras_->draw) {
+        extras_->draw(*this);
+    } else {
+        drawIcon();
+        drawText();
+    }
+    if (get_kbd_focus() != this || !glib_appHasFocus()) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+}
+
+void Button::drawBackground() {
+    if (style_ == eButtonFlat && !isDown() && !isHovered() && !defaultAction_) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    ButtonLook::drawFace(renderer, {canvasArea(), getBackCol(), isDown(), isHovered(), isActive()},
+                         getPalette());
+}
+
+void Button::drawBorder() {
+    if (style_ == eButtonFlat && !isDown()) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    ButtonLook::drawEdge(renderer,
+                         {canvasArea(), getBackCol(), isDown(), isHovered(), isActive(), borderColour()},
+                         getPalette());
+}
+
+LightweightString<wchar_t> Button::shownLabel() const {
+    bool const second = isDown() && extras_ && !extras_->secondLabel.isEmpty();
+    return second ? extras_->secondLabel.text() : label_.text();
+}
+
+Qv::Ptr<Glib::Image> Button::icon() const {
+    if (!extras_) return {};
+    LightweightString<wchar_t> const& name = isDown() ? extras_->downIcon : extras_->upIcon;
+    return name.isEmpty() ? Qv::Ptr<Glib::Image>() : Glib::loadIcon(name);
+}
+
+int Button::leftMargin() const {
+    return hasIndicator() ? 0 : UifStd::getIndentWidth();
+}
+
+int Button::rightMargin() const {
+    return hasIndicator() ? 3 * UifStd::getWidgetGap() : UifStd::getIndentWidth();
+}
+
+LightweightString<wchar_t> Button::fittedLabel(bool* wasCut) const {
+    Qv::Ptr<Glib::Image> const image = icon();
+    int const taken = leftMargin() + rightMargin() + (image ? image->size().x + UifStd::getWidgetGap() : 0);
+    return Glib::fitTextToWidth(Glib::loadFont(font_), shownLabel(), toSize16(width() - taken), wasCut);
+}
+
+/// The x at which the label is anchored, from the left edge; what that means depends on the alignment.
+int Button::labelAnchor() const {
+    int const gap = UifStd::getWidgetGap();
+    Qv::Ptr<Glib::Image> const image = icon();
+    if (alignment_ == eAlignRight) return width() - (rightMargin() + gap);
+    if (alignment_ == eAlignCentre && image) {
+        int const extent = calcIconPosition(image->size()).x2 - canvasArea().x1;
+        return extent + (width() - extent) / 2;
+    }
+    if (alignment_ == eAlignCentre) return leftMargin() + (width() - leftMargin() - rightMargin()) / 2;
+    return hasIndicator() && image ? leftMargin() + 2 * gap + image->size().x : leftMargin() + gap;
+}
+
+void Button::drawText() {
+    if (height() <= labelFreeHeight) return;
+    Qv::Ptr<iFont> const font = Glib::loadFont(font_);
+    XY<int> const corner = canvasArea().bottomLeft();
+    XY<int> const place = corner + XY<int>{labelAnchor(), getFontYOffset(height(), font)};
+    Glib::TextDescription const text(fittedLabel(), place, font, getForeCol(),
+                                     static_cast<TextAlignment>(alignment_));
+    IntBox const bounds = text.calcBounds();
+    CanvasRenderer renderer(canvas(), canvasArea());
+    if (!bounds.isEmpty()) {
+        renderer.renderPrimitive(text);
+        renderer.addModifiedArea(bounds);
+    }
+    renderer.flush();
+    if (hasIndicator()) drawIndicator();
+}
+
+void Button::drawIndicator() {
+    auto const glyph = style_ == eButtonDropDown ? QvTTF::eDropDown
+                       : isDown()                ? QvTTF::eFoldOpen
+                                                 : QvTTF::eFoldClosed;
+    int const size = style_ == eButtonFolding ? UifStd::getButtonHeight() / 2 : getQvUtilityFontSize();
+    Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), toSize16(size)});
+    double const weight = isActive() ? activeGlyphWeight : inactiveGlyphWeight;
+    Colour const colour = Colour::mix(getForeCol(), getBackCol(), weight);
+    int x = width() - (height() - 2 * UifStd::getIndentWidth()) / 2;
+    TextAlignment alignment = eAlignCentre;
+    if (alignment_ == eAlignLeft) {
+        x = labelAnchor() + Glib::loadFont(font_)->textWidth(fittedLabel()) + UifStd::getWidgetGap();
+        alignment = eAlignLeft;
+    }
+    XY<int> const place = canvasArea().bottomLeft() + XY<int>{x, getFontYOffset(height(), font)};
+    CanvasRenderer renderer(canvas(), canvasArea());
+    renderer.renderPrimitive(
+        Glib::TextDescription(wainscot::getString(glyph), place, font, colour, alignment));
+}
+
+/// Without a label in the middle; with one it stands before it, or at the other end from a label that is
+/// aligned to the left.
+IntBox Button::calcIconPosition(XY<int> const& iconSize) const {
+    IntBox const area = canvasArea();
+    int const y = area.y1 + (area.height() - iconSize.y) / 2;
+    int const margin = leftMargin() + UifStd::getWidgetGap();
+    int x = area.x1 + margin;
+    if (shownLabel().isEmpty())
+        x = area.x1 + (area.width() - iconSize.x) / 2;
+    else if (alignment_ == eAlignLeft && !hasIndicator())
+        x = area.x2 - margin - iconSize.x;
+    return IntBox::sized({x, y}, iconSize);
+}
+
+void Button::drawIcon() {
+    Qv::Ptr<Glib::Image> const image = icon();
+    if (!image) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    Glib::ImageDescription description(image, calcIconPosition(image->size()));
+    if (!isActive()) description.opacity = 0.4;
+    renderer.renderPrimitive(description);
+}
+
+} // namespace wainscot

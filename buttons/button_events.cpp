@@ -1,0 +1,170 @@
+#include "buttons/button_extras_p.h"
+#include "host/events/event.h"
+#include "host/events/messages.h"
+#include "host/services/clock.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// Moves of the pointer below this are no drag.
+constexpr int dragDistance = 4;
+
+bool isClickKey(Event const& event) {
+    return isKeyPressEvent(event) && (event.keyCode() == Key::enter || event.keyCode() == Key::space);
+}
+
+std::int64_t processorClock() {
+    return iClock::current().processor();
+}
+
+} // namespace
+
+bool Button::react(Event const& event) {
+    if (isMessageEvent(event)) return reactToMessage(event);
+    if (isTimerEvent(event)) return reactToTimer();
+    if (!isActive()) return rect::react(event);
+    if (isClickKey(event)) return reactToKey(event);
+    if (mouse_left_event(event) && !ignoresClicks_) return reactToMouse(event);
+    return rect::react(event);
+}
+
+bool Button::reactToMouse(Event const& event) {
+    if (mouse_down_event(event))
+        press(event);
+    else if (mouse_up_event(event))
+        releaseAt(event);
+    else if (mouse_move_event(event))
+        moveTo(event);
+    else
+        return rect::react(event);
+    return true;
+}
+
+/// All of its edges count, so that a press exactly on the border is still inside.
+bool Button::isInside(XY<int> const& place) const {
+    return place.x >= 0 && place.x <= width() && place.y >= 0 && place.y <= height();
+}
+
+void Button::press(Event const& event) {
+    modifiers_ = getModifier(event);
+    pressPlace_ = event.place();
+    stateBeforePress_ = state_;
+    pressed_ = true;
+    unsigned int const number = ++pressNumber_;
+    LifeGuard const life = guard();
+    switchState(isDown() ? buttonUp : buttonDown, (callbackEvents_ & onMouseDown) != 0);
+    if (!life.alive() || !pressed_ || number != pressNumber_ || !isActive()) return;
+    if (!extras_ || extras_->repeat.interval == 0) return;
+    setInterest(EventKind::timer);
+    setNextRepeat();
+}
+
+void Button::moveTo(Event const& event) {
+    if (!pressed_) return;
+    if ((callbackEvents_ & onDrag) != 0) {
+        XY<int> const way = event.place() - pressPlace_;
+        std::int64_t const x = way.x, y = way.y;
+        if (isDown() && x * x + y * y >= dragDistance * dragDistance)
+            informParent(message_ + dragSuffix, codeDrag);
+        return;
+    }
+    if (latching_ == 0) setState(isInside(eventXYToGlobXY(event, *this)) ? buttonDown : buttonUp, eRedrawYes);
+}
+
+void Button::releaseAt(Event const& event) {
+    // A release whose press went elsewhere is nobody's click.
+    if (!pressed_) return;
+    endPress();
+    if ((callbackEvents_ & onMouseUp) != 0)
+        switchState(buttonUp, isInside(eventXYToGlobXY(event, *this)));
+    else if (latching_ == 0 && !staysDownAfterRelease())
+        setState(buttonUp, eRedrawYes);
+}
+
+bool Button::staysDownAfterRelease() const {
+    return false;
+}
+
+void Button::endPress() {
+    pressed_ = false;
+    if (extras_) clearInterest(EventKind::timer);
+}
+
+void Button::abandonPress() {
+    if (!pressed_) return;
+    endPress();
+    ++pressNumber_;
+    setState(latching_ != 0 ? stateBeforePress_ : buttonUp, eRedrawYes);
+}
+
+void Button::handlePressCancelled(Event const&) {
+    abandonPress();
+}
+
+// Repeating
+
+bool Button::isAutoRepeating() const {
+    return pressed_ && isDown() && extras_ && extras_->repeat.interval > 0;
+}
+
+void Button::startRepeating() {
+    if (!extras_) return;
+    extras_->repeat.isFirst = true;
+    extras_->repeat.lastReport = processorClock();
+}
+
+/// The processor clock never runs ahead of a sleeping or busy program by itself, but threads can drive it:
+/// the tick is asked for in wall time, and the clock is looked at then.
+void Button::setNextRepeat() {
+    Extras::Repeat const& repeat = extras_->repeat;
+    std::int64_t const wanted = repeat.isFirst ? repeat.delay : repeat.interval;
+    std::int64_t const left = wanted - (processorClock() - repeat.lastReport);
+    setNextTimer(std::max(1.0, static_cast<double>(left) * 1000.0 / iClock::processorPerSecond));
+}
+
+bool Button::reactToTimer() {
+    if (!isAutoRepeating()) {
+        // The way back onto the button may still come.
+        if (!pressed_ || !extras_ || extras_->repeat.interval == 0) clearInterest(EventKind::timer);
+        return true;
+    }
+    if (!isShown()) {
+        abandonPress();
+        return true;
+    }
+    Extras::Repeat& repeat = extras_->repeat;
+    std::int64_t const now = processorClock();
+    bool const isDue = now - repeat.lastReport > (repeat.isFirst ? repeat.delay : repeat.interval);
+    if (isDue) {
+        repeat.lastReport = now;
+        repeat.isFirst = false;
+    }
+    setNextRepeat();
+    if (isDue) informParent(message_, codeRepeat);
+    return true;
+}
+
+// Keys and messages
+
+/// Addressed to the button itself, so that nothing that lies over its centre takes the click.
+bool Button::reactToKey(Event const&) {
+    XY<int> const centre = globXYToScreenXY({width() / 2, height() / 2});
+    Event const down(EventKind::leftPress, centre, this);
+    Event const up(EventKind::leftRelease, centre, this);
+    event_send(&down);
+    event_send(&up);
+    return true;
+}
+
+bool Button::reactToMessage(Event const& event) {
+    NotifyMsg const message(event.message(), event.data());
+    LifeGuard const life = guard();
+    int const answer = callMessageCallback(message);
+    if (answer == 1 || !life.alive()) return true;
+    return rect::react(event);
+}
+
+} // namespace wainscot

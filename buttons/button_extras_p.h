@@ -1,0 +1,33 @@
+#pragma once
+
+#include "buttons/button.h"
+
+#include <optional>
+
+namespace wainscot {
+
+/// What only few buttons have; made when first needed.
+struct Button::Extras {
+    struct Colours {
+        Colour text;
+        Colour face;
+    };
+    struct Repeat {
+        /// In units of the processor clock; 0 = not repeating.
+        std::int64_t interval = 0;
+        std::int64_t delay = 0;
+        std::int64_t lastReport = 0;
+        bool isFirst = true;
+    };
+
+    Qv::Ptr<iObject> payload;
+    UIString secondLabel;
+    LightweightString<wchar_t> downIcon;
+    LightweightString<wchar_t> upIcon;
+    void (*draw)(Button const&) = nullptr;
+    std::optional<Colours> up;
+    std::optional<Colours> down;
+    Repeat repeat;
+};
+
+} // namespace wainscot

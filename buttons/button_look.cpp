@@ -1,0 +1,64 @@
+#include "buttons/button_look.h"
+
+#include "host/drawing/shapes.h"
+#include "host/drawing/uif_std.h"
+#include "host/services/preferences.h"
+
+namespace wainscot::ButtonLook {
+
+namespace {
+
+constexpr double hoverFactor = 1.12;
+constexpr double downFactor = 0.78;
+constexpr double lightFactor = 1.18;
+constexpr double shadeFactor = 0.62;
+/// What an inactive face keeps of itself; the rest is the ground behind it.
+constexpr double inactiveShare = 0.45;
+
+constinit bool curved = true;
+
+unsigned int radius() {
+    return curved ? UifStd::getCornerRadius() : 0;
+}
+
+/// The line along the upper edge that catches the light.
+void drawLight(CanvasRenderer& renderer, IntBox const& box, Colour const& colour) {
+    int const inset = static_cast<int>(radius()) + 1;
+    if (box.width() <= 2 * inset || box.height() < 4) return;
+    renderer.renderPrimitive(
+        Glib::LineDescription({box.x1 + inset, box.y2 - 2}, {box.x2 - inset, box.y2 - 2}, colour));
+}
+
+} // namespace
+
+bool isCurved() {
+    return curved;
+}
+
+void readPreferences() {
+    curved = config_int("curved_buttons", 1) != 0;
+}
+
+Colour faceColour(Face const& face, Palette const& palette) {
+    if (!face.isActive) return Colour::mix(face.colour, palette.window(eWindowNormal), inactiveShare);
+    if (face.isDown) return palette.scale(face.colour, downFactor);
+    return face.isHovered ? palette.scale(face.colour, hoverFactor) : face.colour;
+}
+
+void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
+    Colour const colour = faceColour(face, palette);
+    Glib::drawRoundedRectFilled(renderer, colour, face.box, radius());
+    if (curved && face.isActive && !face.isDown)
+        drawLight(renderer, face.box, Colour::scale(colour, lightFactor));
+}
+
+void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
+    Colour const derived = Colour::scale(faceColour(face, palette), shadeFactor);
+    Glib::drawRoundedRectOutline(renderer, face.edge ? *face.edge : derived, face.box, 1, radius());
+}
+
+void drawFocus(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) {
+    Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
+}
+
+} // namespace wainscot::ButtonLook

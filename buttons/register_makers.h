@@ -1,0 +1,10 @@
+#pragma once
+
+#include "foundation/makers.h"
+
+namespace wainscot::Buttons {
+
+/// Gives panels their buttons.
+void registerMakers(Registry& registry);
+
+} // namespace wainscot::Buttons

@@ -1,0 +1,457 @@
+#include "tests/host_fixture.h"
+
+#include "buttons/button.h"
+#include "buttons/button_look.h"
+#include "buttons/command_button.h"
+#include "buttons/custom_border_button.h"
+#include "buttons/standard_buttons.h"
+#include "foundation/tab_order_manager.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/keybinding_manager.h"
+#include "host/objects/description.h"
+#include "host/objects/tooltip_details.h"
+#include "host/services/command_map.h"
+
+#include <gmock/gmock.h>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Names = std::vector<std::string>;
+
+class Buttons : public HostTest {
+protected:
+    Buttons() : root_(openWindow(400, 300)) {}
+
+    template <class T>
+    T* add(T* button, int x = 20, int y = 20) {
+        root_->addChild(button, BottomLeft(x, y));
+        driver_.settle();
+        root_->forgetMessages();
+        return button;
+    }
+    Button* addButton(wchar_t const* label = L"Apply", int x = 20, int y = 20) {
+        return add(new Button(label, "apply", 80, 24), x, y);
+    }
+    /// Writes down name and code of every report, instead of sending it.
+    void record(Button* button) {
+        button->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {
+                                               log_.push_back(std::string(message.name().c_str()) + " " +
+                                                              std::to_string(message.code()));
+                                               if (onReport_) onReport_();
+                                               return 1;
+                                           }),
+                                           ""));
+    }
+    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+    std::string sent() { return root_->names().c_str(); }
+
+    RecordingParent* root_;
+    Names log_;
+    std::function<void()> onReport_;
+};
+
+TEST_F(Buttons, AClickInsideReportsAndOneThatEndsOutsideDoesNot) {
+    Button* const button = addButton();
+    button->setPayload(wrapData(7));
+    driver_.holdModifiers(Key::ctrl);
+    driver_.click(button);
+    driver_.holdModifiers(0);
+    ASSERT_EQ(root_->messages().size(), 1u);
+    EXPECT_EQ(sent(), "apply");
+    EXPECT_EQ(root_->messages()[0].sender, button);
+    EXPECT_EQ(*unwrapData<int>(root_->messages()[0].data), 7);
+    EXPECT_EQ(root_->messages()[0].modifiers, Key::ctrl);
+
+    record(button);
+    driver_.press(button);
+    EXPECT_TRUE(button->isDown());
+    moveIn(button, 40, 26);
+    EXPECT_FALSE(button->isDown()) << "visibly released";
+    moveIn(button, 80, 24);
+    EXPECT_TRUE(button->isDown()) << "its far corner still counts";
+    moveIn(button, -1, 5);
+    driver_.release();
+    EXPECT_FALSE(button->isDown());
+    EXPECT_THAT(log_, IsEmpty());
+    driver_.click(button);
+    EXPECT_THAT(log_, ElementsAre("apply 1"));
+}
+
+TEST_F(Buttons, WhatIsReportedFollowsTheCallbackEvents) {
+    Button* const button = addButton();
+    record(button);
+    button->setMessageOnMouseUp(false);
+    driver_.press(button);
+    EXPECT_THAT(log_, ElementsAre("apply 2"));
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("apply 2"));
+    EXPECT_FALSE(button->isDown());
+    log_.clear();
+    button->setCallbackEvents(Button::onMouseUp | Button::onMouseDown);
+    driver_.click(button);
+    EXPECT_THAT(log_, ElementsAre("apply 2", "apply 1"));
+    log_.clear();
+    button->setMessageOnDrag(true);
+    EXPECT_EQ(button->getCallbackEvents(), 7u);
+    button->setMessageOnMouseUp(true);
+    EXPECT_EQ(button->getCallbackEvents(), 1u) << "replaces the set";
+}
+
+TEST_F(Buttons, ADragIsReportedFromFourPixelsOnAsLongAsItIsThatFarAway) {
+    Button* const button = addButton();
+    record(button);
+    button->setMessageOnDrag(true);
+    moveIn(button, 10, 10);
+    driver_.press();
+    moveIn(button, 12, 12);
+    moveIn(button, 13, 10);
+    EXPECT_THAT(log_, IsEmpty());
+    moveIn(button, 14, 10);
+    moveIn(button, 200, 100);
+    moveIn(button, 11, 10);
+    EXPECT_THAT(log_, ElementsAre("apply drag 4", "apply drag 4"));
+    EXPECT_TRUE(button->isDown()) << "sliding off does not release it";
+    driver_.release();
+    EXPECT_EQ(log_.back(), "apply 1");
+}
+
+TEST_F(Buttons, ALatchingButtonChangesAtThePressAndStays) {
+    Button* const button = addButton();
+    record(button);
+    button->setLatching(true, false);
+    driver_.press(button);
+    moveIn(button, 200, 100);
+    EXPECT_TRUE(button->isDown()) << "moves are nothing to it";
+    driver_.release();
+    EXPECT_TRUE(button->isDown());
+    driver_.click(button);
+    EXPECT_FALSE(button->isDown());
+    EXPECT_THAT(log_, ElementsAre("apply on 2", "apply off 1"));
+    driver_.press(button);
+    driver_.key(Key::escape);
+    EXPECT_FALSE(button->isDown()) << "taken back, silently";
+    driver_.release();
+    EXPECT_EQ(log_.size(), 3u);
+    button->setLatching(false, false);
+    EXPECT_EQ(button->getCallbackEvents(), 2u) << "stays as it is";
+}
+
+TEST_F(Buttons, EscapeHidingAndDisablingEndThePressSilently) {
+    Button* const button = addButton();
+    record(button);
+    button->setRepeating(5, 1.0);
+    for (int how = 0; how < 4; ++how) {
+        driver_.press(button);
+        EXPECT_TRUE(button->isDown());
+        EXPECT_TRUE(EventSystem::live().timers.isRegistered(button));
+        if (how == 0) driver_.key(Key::escape);
+        if (how == 1) button->setActive(false);
+        if (how == 2) button->setVisible(false);
+        if (how == 3) root_->setVisible(false);
+        driver_.advance(1000);
+        EXPECT_FALSE(button->isDown()) << how;
+        EXPECT_FALSE(EventSystem::live().timers.isRegistered(button)) << how;
+        driver_.release();
+        root_->setVisible(true);
+        button->setVisible(true);
+        button->setActive(true);
+        driver_.settle();
+    }
+    EXPECT_THAT(log_, IsEmpty());
+}
+
+TEST_F(Buttons, RepeatingIsTimedByTheProcessorClock) {
+    Button* const button = addButton();
+    record(button);
+    button->setRepeating(2, 1.0);
+    driver_.press(button);
+    driver_.advance(500);
+    EXPECT_THAT(log_, IsEmpty()) << "strictly more than the delay";
+    driver_.advance(2);
+    EXPECT_THAT(log_, ElementsAre("apply 4098"));
+    driver_.advance(1000);
+    EXPECT_EQ(log_.size(), 4u) << "every 250 ms";
+    moveIn(button, 200, 100);
+    driver_.advance(1000);
+    EXPECT_EQ(log_.size(), 4u) << "not while it is up";
+    moveIn(button, 10, 10);
+    driver_.advance(499);
+    EXPECT_EQ(log_.size(), 4u) << "pressed anew: the delay again";
+    moveIn(button, 12, 10);
+    driver_.advance(5);
+    EXPECT_EQ(log_.size(), 5u) << "moves inside do not begin it again";
+    virtualClock().advanceProcessor(5000000);
+    driver_.advance(250);
+    EXPECT_LE(log_.size(), 7u) << "threads that use the processor do not hurry it: one report a tick";
+    button->setRepeating(0, 0.0);
+    driver_.advance(1000);
+    std::size_t const until = log_.size();
+    driver_.release();
+    EXPECT_EQ(log_.size(), until + 1);
+    EXPECT_FALSE(EventSystem::live().timers.isRegistered(button));
+}
+
+TEST_F(Buttons, TheReportMayDestroyAnyone) {
+    struct Case {
+        char const* name;
+        std::function<void(Button*)> prepare;
+        std::function<void(Button*)> act;
+    };
+    std::vector<Case> const cases{
+        {"release", [](Button*) {}, [&](Button* b) { driver_.click(b); }},
+        {"press", [](Button* b) { b->setMessageOnMouseUp(false); }, [&](Button* b) { driver_.click(b); }},
+        {"latch", [](Button* b) { b->setLatching(true, false); }, [&](Button* b) { driver_.click(b); }},
+        {"drag", [](Button* b) { b->setMessageOnDrag(true); },
+         [&](Button* b) {
+             driver_.press(b);
+             moveIn(b, 200, 100);
+             driver_.release();
+         }},
+        {"repeat", [](Button* b) { b->setRepeating(10, 0.1); },
+         [&](Button* b) {
+             driver_.press(b);
+             driver_.advance(300);
+             driver_.release();
+         }},
+        {"key", [](Button* b) { b->setMessageOnMouseUp(false); },
+         [&](Button* b) {
+             b->claimKbdFocus();
+             driver_.key(Key::space);
+         }},
+        {"programmatic", [](Button*) {}, [](Button* b) { b->switchState(buttonDown, true); }},
+    };
+    expectDiagnostic("message not handled");
+    for (Case const& test : cases) {
+        for (int victim = 0; victim < 3; ++victim) {
+            auto* const panel = add(new Glob(200, 100), 10, 10);
+            auto* const button = new Button(L"b", "b", 60, 24);
+            panel->addChild(button, BottomLeft(5, 5));
+            driver_.settle();
+            record(button);
+            test.prepare(button);
+            onReport_ = [&] {
+                if (victim == 0) destroy(button);
+                if (victim == 1) destroy(panel);
+                if (victim == 2) button->setCallback(WidgetCallback("gone"));
+            };
+            test.act(button);
+            onReport_ = nullptr;
+            EXPECT_FALSE(log_.empty()) << test.name;
+            EXPECT_EQ(EventSystem::live().timers.size(), 0u) << test.name;
+            log_.clear();
+            if (victim == 2) destroy(panel);
+            driver_.settle();
+        }
+    }
+}
+
+TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
+    Button* const button = addButton();
+    add(new Glob(80, 24), 20, 20);
+    ASSERT_TRUE(button->claimKbdFocus());
+    driver_.keyDown(Key::enter);
+    EXPECT_EQ(sent(), "apply");
+    driver_.keyUp(Key::enter);
+    driver_.key(Key::space);
+    driver_.key(Key::shift | Key::enter);
+    driver_.key(Key::ctrl | Key::space);
+    EXPECT_EQ(sent(), "apply apply");
+    button->setIgnoreMouseClicks(true);
+    driver_.key(Key::space);
+    EXPECT_EQ(sent(), "apply apply");
+}
+
+TEST_F(Buttons, AnInactiveButtonLetsEverythingPass) {
+    auto* const probe = add(new ProbeGlob(200, 100), 10, 10);
+    auto* const button = new Button(L"b", "b", 60, 24);
+    probe->addChild(button, BottomLeft(5, 5));
+    int heard = 0;
+    probe->onReact = [&](Event const& event) { return mouse_event(event) && ++heard > 0; };
+    button->setEnabledState(false);
+    EXPECT_FALSE(button->isTabStopActive());
+    driver_.click(button);
+    EXPECT_EQ(heard, 3) << "move, press, release";
+    button->setEnabledState(true);
+    driver_.press(button, Driver::Button::right);
+    driver_.release(Driver::Button::right);
+    EXPECT_EQ(heard, 5) << "the right button is none of its business";
+    driver_.settle();
+}
+
+TEST_F(Buttons, TabFocusIsTheKeyboardFocus) {
+    Button* const first = addButton(L"One", 20, 20);
+    Button* const second = addButton(L"Two", 120, 20);
+    TabOrderManager order(false);
+    order.addTabStop(*first);
+    order.addTabStop(*second);
+    order.incrementTabStop();
+    EXPECT_EQ(get_kbd_focus(), first);
+    order.incrementTabStop();
+    EXPECT_EQ(get_kbd_focus(), second);
+    EXPECT_TRUE(driver_.painted(second));
+    order.setTabStopFocus(TabOrderManager::noTabStop);
+    EXPECT_EQ(get_kbd_focus(), root_) << "given to the parent";
+    order.setTabStopFocus(*first);
+    order.setTabStopFocus(*first);
+    EXPECT_EQ(get_kbd_focus(), first) << "its own loss after its own receipt is passed over";
+    ASSERT_TRUE(second->claimKbdFocus());
+    EXPECT_TRUE(order.isTabStopFocus(*second)) << "the focus by other ways is a tab focus too";
+}
+
+TEST_F(Buttons, SizesFollowTheMetricsAndTheLabel) {
+    int const text = Glib::loadFont(UifStd::getFont())->textWidth(L"ab");
+    int const height = UifStd::getButtonHeight();
+    Button* const button = add(new Button(L"ab", "m", 0, 0));
+    EXPECT_EQ(button->size(), (XY<int>{text + height, height}));
+    Button* const tall = add(new Button(L"ab", "m", 0, 50));
+    EXPECT_EQ(tall->size(), (XY<int>{text + height, 50}));
+    Button* const empty = add(new Button(L"", "m", 0, 0));
+    EXPECT_EQ(empty->width(), 0);
+    button->setString(L"abcdef");
+    EXPECT_EQ(button->width(), text + height) << "a new label does not resize it";
+    Button* const resource = add(new Button(UIString(ResId(10001)), "m", 0, 0));
+    EXPECT_EQ(resource->width(), Glib::loadFont(UifStd::getFont())->textWidth(L"Off") + height);
+}
+
+TEST_F(Buttons, WithoutAParentItReportsToWhatItLiesOn) {
+    auto* const lonely = new Button(L"b", "lonely", 60, 24);
+    ASSERT_TRUE(host_->globManager().realize(lonely, XY<int>{120, 120}));
+    driver_.settle();
+    lonely->switchState(buttonDown, true);
+    driver_.settle();
+    EXPECT_EQ(sent(), "lonely");
+    lonely->setScreenPos({900, 900});
+    driver_.settle();
+    lonely->switchState(buttonUp, true);
+    driver_.settle();
+    EXPECT_EQ(sent(), "lonely") << "nothing there";
+}
+
+TEST_F(Buttons, MessagesThatArriveGoToTheValueFaceFirst) {
+    Button* const button = addButton();
+    expectDiagnostic("message not handled");
+    int answer = 1;
+    Names heard;
+    button->setMessageCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
+        heard.push_back(message.name().c_str());
+        return answer;
+    }));
+    EXPECT_TRUE(callMessage("inner", static_cast<Glob*>(button)));
+    answer = 0;
+    EXPECT_FALSE(callMessage("other", static_cast<Glob*>(button)));
+    EXPECT_THAT(heard, ElementsAre("inner", "other"));
+}
+
+TEST_F(Buttons, EveryStateLooksDifferentAndOnlyChangesRepaint) {
+    Button* const button = addButton(L"");
+    driver_.moveTo({100, 390});
+    auto const face = [&] {
+        driver_.settle();
+        return driver_.pixel(button, {8, 8});
+    };
+    std::uint32_t const rest = face();
+    driver_.moveTo(button);
+    std::uint32_t const hovered = face();
+    driver_.press();
+    std::uint32_t const down = face();
+    driver_.release();
+    button->setDefaultAction(true);
+    std::uint32_t const doIt = face();
+    button->setDefaultAction(false);
+    button->setActive(false);
+    std::uint32_t const inactive = face();
+    button->setActive(true);
+    EXPECT_EQ((std::set<std::uint32_t>{rest, hovered, down, doIt, inactive}).size(), 5u);
+    button->setCols(Colour::fromLong(0xFFFFFF), Colour::fromLong(0x204060));
+    driver_.moveTo({100, 390});
+    EXPECT_EQ(face(), 0x204060u);
+    EXPECT_TRUE(button->claimKbdFocus());
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(button, {40, 0}), button->getPalette().mark(eMarkFocus).getAsLong());
+    std::uint64_t const presented = nativeOf(root_)->numPresented();
+    button->setState(buttonUp, eRedrawYes);
+    button->setString(L"");
+    driver_.settle();
+    EXPECT_EQ(nativeOf(root_)->numPresented(), presented) << "nothing has changed";
+    button->setState(buttonDown, eRedrawNo);
+    driver_.settle();
+    EXPECT_EQ(nativeOf(root_)->numPresented(), presented) << "not wanted";
+}
+
+TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {
+    Button* const button = addButton(L"A label that is much too long for it");
+    TooltipDetails details;
+    ASSERT_TRUE(button->getTooltipDetails({1, 1}, details));
+    EXPECT_EQ(details.text.text(), LightweightString<wchar_t>(L"A label that is much too long for it"));
+    button->setString(L"Short");
+    EXPECT_FALSE(button->getTooltipDetails({1, 1}, details));
+    button->setSecondString(L"Down");
+    button->setState(buttonDown, eRedrawYes);
+    EXPECT_EQ(Driver::describe(*button).name, LightweightString<wchar_t>(L"Down"));
+    EXPECT_TRUE(Driver::describe(*button).states & GlobDescription::pressed);
+    Button* const flat = add(new Button(L"x", "m", 40, 7), 20, 100);
+    EXPECT_FALSE(driver_.painted(flat) &&
+                 driver_.pixel(flat, {20, 3}) == flat->getPalette().text(eTextEnabled).getAsLong());
+    Button* const huge = add(
+        new Button(LightweightString<wchar_t>(std::wstring(1000000, L'x').c_str()), "m", 100, 24), 20, 150);
+    EXPECT_TRUE(driver_.painted(huge));
+}
+
+TEST_F(Buttons, StylesIconsAndCustomDrawing) {
+    for (eButtonStyle style : {eButtonFlat, eButtonStandard, eButtonFolding, eButtonDropDown}) {
+        for (TextAlignment alignment : {eAlignLeft, eAlignRight, eAlignCentre}) {
+            Button* const button = add(new Button(L"Style", "m", 100, 24));
+            button->setStyle(style);
+            button->setAlignment(alignment);
+            button->setIcons(L"led_red_on.png", L"led_red.png");
+            driver_.settle();
+            EXPECT_TRUE(driver_.painted(button)) << int{style} << " " << int{alignment};
+            destroy(button);
+        }
+    }
+    Button* const button = addButton();
+    static Button const* drawn = nullptr;
+    button->setCustomDrawFn([](Button const& which) { drawn = &which; });
+    driver_.settle();
+    EXPECT_EQ(drawn, button);
+    auto* const edged = add(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
+    edged->setCustomBorderColours(Colour::fromLong(0xFF0000), Colour::fromLong(0x00FF00));
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(edged, {30, 0}), 0xFF0000u);
+    edged->setState(buttonDown, eRedrawYes);
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(edged, {30, 0}), 0x00FF00u);
+    edged->setUseCustomBorderColour(false);
+    driver_.settle();
+    EXPECT_NE(driver_.pixel(edged, {30, 0}), 0x00FF00u);
+}
+
+TEST_F(Buttons, CommandsAndTitleButtons) {
+    expectDiagnostic("unknown command");
+    int runs = 0;
+    CommandRegistrar const save("save", L"Save all", [&](Cmd::Context const&) { ++runs; });
+    KeybindingManager::instance().assignKey(Key::ctrl | 'S', "save");
+    auto* const command = add(new CommandButton("save", 0, 24));
+    EXPECT_EQ(command->getString().text(), LightweightString<wchar_t>(L"Save all"));
+    driver_.click(command);
+    EXPECT_EQ(runs, 1);
+    TooltipDetails details;
+    ASSERT_TRUE(command->getTooltipDetails({1, 1}, details));
+    EXPECT_EQ(details.more.text(), LightweightString<wchar_t>(L"Ctrl+S"));
+    auto* const unknown = add(new CommandButton("nothing", 60, 24, L"x"), 20, 60);
+    driver_.click(unknown);
+    EXPECT_EQ(runs, 1);
+
+    auto* const pin = add(new PinButton(Palette()), 20, 100);
+    driver_.click(pin);
+    EXPECT_TRUE(static_cast<iStateButton*>(pin)->isDown());
+    driver_.click(add(new PootButton(Palette()), 60, 100));
+    EXPECT_EQ(sent(), "poot");
+}
+
+} // namespace
+} // namespace wainscot
