@@ -13,8 +13,8 @@ class Palette;
 /// it, right before the object itself.
 class WAINSCOT_API Surround {
 public:
-    /// Edges at which the frame stands; a bit each.
-    enum Edge : unsigned { left = 1, right = 2, top = 4, bottom = 8, allEdges = 15 };
+    /// Edges at which frame and shadow stand; a bit each.
+    enum Edge : unsigned { left = 1, bottom = 2, right = 4, top = 8, allEdges = 15 };
     /// No frame or shadow reaches further out than this.
     static constexpr int maxExtent = 32;
 
@@ -34,6 +34,7 @@ public:
     int frameWidth() const;
     /// How far it reaches out of the box.
     int extent() const;
+    bool standsAt(Edge edge) const { return (edges_ & edge) != 0; }
     /// Draws it round `box`, in coordinates of the renderer's canvas.
     void draw(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) const;
 
