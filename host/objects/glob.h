@@ -263,8 +263,8 @@ public:
     void addSurround(Surround const& surround);
     void removeSurround();
     bool hasSurround() const;
-    /// Adds a soft shadow to its surround.
-    void addShadow(int size, double opacity);
+    /// Adds a soft shadow to its surround, at the edges named by `Surround::Edge`.
+    void addShadow(int size, double opacity, unsigned edges = 15);
 
     // --- Events
     bool handleEvent(Event const& event) override;
@@ -403,6 +403,9 @@ private:
     void init(XY<int> size, Canvas* canvas, bool opaque);
     /// Takes focus and captured pointer away from it and all below it, and tells nobody.
     void loseInput();
+    void surroundChanged();
+    /// It is the root of a window.
+    bool isWindow() const;
     /// Damages it with what is drawn round it.
     void damageWithSurround();
     /// What a moving object does with the pointer. True = used.

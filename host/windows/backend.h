@@ -54,7 +54,10 @@ public:
     virtual void resize(XY<int> size) = 0;
     virtual void setMinSize(XY<int> size) = 0;
     virtual void moveTo(XY<int> place) = 0;
+    /// To the front, and it becomes the active one.
     virtual void raise() = 0;
+    /// To the front only.
+    virtual void toFront() = 0;
     /// Above all windows that do not want this themselves.
     virtual void setKeepAbove(bool keep) = 0;
     /// Size and place as last reported by the window system.

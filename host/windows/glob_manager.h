@@ -48,7 +48,7 @@ public:
     /// Opens a pop-up: a root in a window without decoration, above all others, never the active one and
     /// wholly on one monitor. It becomes part of the chain of pop-ups (see `PopUpChain`); its modal context is
     /// its parent pop-up, or its opener. False, and the root stays the caller's, when no window of the program
-    /// is the active one, or as for `realize`.
+    /// is the active one, or as for `realize`; true also when it was destroyed meanwhile.
     bool openPopUp(Glob* root, PopUpOptions const& options = {});
     /// The pop-up leaves its chain and stays open (it was pinned).
     void pinPopUp(Glob* root);
@@ -100,6 +100,8 @@ public:
     void canvasKeepTopmost(Canvas* canvas, bool keep);
     /// The foremost window of those that are no pop-ups; null when there is none.
     TopLevelWindow* foremost() const;
+    /// The foremost of all.
+    TopLevelWindow* topmost() const { return stacking_.empty() ? nullptr : stacking_.back(); }
 
     /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
     /// and painted.
@@ -119,6 +121,8 @@ public:
     /// Null when there is none.
     TopLevelWindow* windowOf(Glob const* root) const;
     TopLevelWindow* windowOf(NativeWindowId id) const;
+    /// By the stamp of its root.
+    TopLevelWindow* windowOfStamp(IdStamp root) const;
     /// The foremost window at a place in root coordinates; null when there is none.
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
@@ -145,11 +149,18 @@ public:
     void dropPending() override;
 
 private:
-    struct Wish;
+    /// How a window is to be opened.
+    struct Wish {
+        /// Lower-left corner of the root.
+        std::optional<XY<int>> place;
+        TopLevelWindow const* owner = nullptr;
+        TopLevelWindow::Kind kind = TopLevelWindow::Kind::ordinary;
+    };
     bool mayOpen(Glob const* root) const;
     NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
     bool open(Glob& root, Wish const& wish);
+    void destroyOwned(Glob const& root);
     void putInStack(TopLevelWindow& window);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>

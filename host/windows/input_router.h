@@ -4,13 +4,15 @@
 #include "host/windows/containment.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
+#include "host/windows/press_hand_over.h"
+#include "host/windows/sub_menu_approach.h"
 
 namespace wainscot {
 
 /// Turns platform input into events and brings each to the object that it belongs to.
 class WAINSCOT_API InputRouter {
 public:
-    InputRouter(EventSystem& events, GlobManager& windows) : events_(events), windows_(windows) {}
+    InputRouter(EventSystem& events, GlobManager& windows);
 
     void route(InputEvent const& input);
     /// Brings containment up to date after the tree has changed under a resting pointer.
@@ -32,10 +34,18 @@ private:
     void redrawFocusMark(TopLevelWindow& window);
 
     Event pointerEvent(int kind, InputEvent const& input) const;
+    /// The modal object that keeps input from `target`; null when it is free.
+    Glob* blockerOf(Glob const* target) const;
+    /// A press that somebody other than what lies under it has use for, or that is refused.
+    bool isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under);
+    /// Whom keys go to: the focus holder, or the modal object that keeps them from it.
+    Glob* keyTarget() const;
     /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
     void dispatchKey(Event& event);
     void runBoundCommand(std::uint32_t key);
     Glob* globUnder(InputEvent const& input) const;
+    /// The same where modality counts for nothing.
+    Glob* anyGlobUnder(InputEvent const& input) const;
     Glob* globUnderPointer() const;
     Glob* captureHolder() const;
     /// Whom the pointer's input goes to: the capture holder, else what lies under it.
@@ -47,6 +57,8 @@ private:
     EventSystem& events_;
     GlobManager& windows_;
     ContainmentPath containment_;
+    PressHandOver handOver_;
+    SubMenuApproach approach_;
     bool pointerIsInside_ = false;
     NativeWindowId pointerWindow_ = 0;
     std::uint64_t seenChanges_ = 0;
