@@ -186,8 +186,7 @@ CanvasPlace wholeSurface(Surface& surface) {
 void clearGround(Glob& root, Surface& surface, PaintPhase& phase) {
     phase.enter(root.canvas(), wholeSurface(surface));
     CanvasRenderer renderer(root.canvas(), root.bounds());
-    renderer.renderPrimitive(
-        Glib::RectDescription(root.bounds(), root.getPalette().window(eWindowNormal)));
+    renderer.renderPrimitive(Glib::RectDescription(root.bounds(), root.getPalette().window(eWindowNormal)));
 }
 
 void makeTransparent(Surface& surface, IntBox const& box) {

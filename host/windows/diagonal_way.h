@@ -15,12 +15,13 @@ public:
     /// No way takes longer, in milliseconds.
     static constexpr double longest = 300.0;
 
-    /// Whether a move to `place` is to be held back. `from` is the last place that was delivered, `target` the
-    /// sub-menu's box, `now` in milliseconds. An answer of false ends the way.
+    /// Whether a move to `place` is to be held back. `from` is the last place that was delivered, `target`
+    /// the sub-menu's box, `now` in milliseconds. An answer of false ends the way.
     bool holdsBack(XY<int> from, XY<int> place, IntBox const& target, double now);
     void end() { began_.reset(); }
     bool isUnderWay() const { return began_.has_value(); }
-    /// When a way that began at that time is over although the pointer rests; nothing while none is under way.
+    /// When a way that began at that time is over although the pointer rests; nothing while none is under
+    /// way.
     std::optional<double> deadline() const;
 
 private:

@@ -46,9 +46,9 @@ public:
     /// middle of the owner's window, where no place is given, and wholly on one monitor.
     bool realizeOwned(Glob* root, Glob* owner, std::optional<XY<int>> place = {});
     /// Opens a pop-up: a root in a window without decoration, above all others, never the active one and
-    /// wholly on one monitor. It becomes part of the chain of pop-ups (see `PopUpChain`); its modal context is
-    /// its parent pop-up, or its opener. False, and the root stays the caller's, when no window of the program
-    /// is the active one, or as for `realize`; true also when it was destroyed meanwhile.
+    /// wholly on one monitor. It becomes part of the chain of pop-ups (see `PopUpChain`); its modal context
+    /// is its parent pop-up, or its opener. False, and the root stays the caller's, when no window of the
+    /// program is the active one, or as for `realize`; true also when it was destroyed meanwhile.
     bool openPopUp(Glob* root, PopUpOptions const& options = {});
     /// The pop-up leaves its chain and stays open (it was pinned).
     void pinPopUp(Glob* root);

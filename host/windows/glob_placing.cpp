@@ -84,8 +84,7 @@ XY<int> GlobManager::getSafePosForGlob(GlobCreationInfo const& info, WidgetPosit
 XY<int> GlobManager::getSafePosForGlob(GlobCreationInfo const& info, IntBox const& anchor,
                                        WidgetRelativity side, int gap, WidgetAlignment alignment,
                                        bool* opposite) const {
-    auto const found =
-        ScreenPlaces::besideOn(monitorFor(anchor), anchor, sizeOf(info), side, gap, alignment);
+    auto const found = ScreenPlaces::besideOn(monitorFor(anchor), anchor, sizeOf(info), side, gap, alignment);
     if (opposite) *opposite = found.opposite;
     return found.box.bottomLeft();
 }
@@ -137,8 +136,8 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     TopLevelWindow const* const from = windowOf(Glob::getRootParent(context));
     TopLevelWindow const* const owner = from ? from : activeWindow();
     IdStamp const ownerStamp = owner ? owner->rootStamp() : IdStamp();
-    IntBox const wanted = IntBox::sized(
-        Placement::clampPlace(options.place.value_or(root->box().bottomLeft())), root->size());
+    IntBox const wanted =
+        IntBox::sized(Placement::clampPlace(options.place.value_or(root->box().bottomLeft())), root->size());
     IntBox const anchor = options.anchor ? *options.anchor
                           : opener       ? opener->screenBox()
                                          : IntBox::sized(glib_getMousePos(), {1, 1});

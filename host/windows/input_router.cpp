@@ -292,8 +292,7 @@ void InputRouter::dispatchKey(Event& event) {
     IdStamp const active = target ? target->windowStamp() : events_.focus.activeWindow();
     auto const belongsHere = [&](EventHandler& handler) {
         IdStamp const window = handler.windowStamp();
-        bool const isAsked =
-            !window.valid() || window == active || windows_.popUps().containsStamp(window);
+        bool const isAsked = !window.valid() || window == active || windows_.popUps().containsStamp(window);
         return isAsked && !blockerOf(handler.asGlob());
     };
     DispatchScope const scope(event);

@@ -183,8 +183,9 @@ PopUpChain::Press PopUpChain::press(Glob* under) {
     return Press::spent;
 }
 
+/// Behind the messages that the opener has sent: an owner who is told of the press may close it himself.
 void PopUpChain::openerWasPressed() {
-    if (!links_.empty() && links_.front().stamp == pressedChain_) closeAll();
+    if (!links_.empty() && links_.front().stamp == pressedChain_) closeFromLater(0);
     pressedChain_.invalidate();
 }
 

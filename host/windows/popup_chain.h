@@ -9,16 +9,17 @@
 
 namespace wainscot {
 
-/// The open pop-ups: one that was opened from a window, the one opened from that, and so on. At most one chain
-/// is open.
+/// The open pop-ups: one that was opened from a window, the one opened from that, and so on. At most one
+/// chain is open.
 ///
 /// What a chain does for its pop-ups:
-/// - Each stands on the intercept stack above `lowestPriority`, the latest highest, so that `intercept` offers
+/// - Each stands on the intercept stack above `lowestPriority`, the latest highest, so that `intercept`
+/// offers
 ///   it every key. A pop-up never takes the keyboard focus.
 /// - A press outside the chain closes it and is spent: nobody else hears of that press, nor of its release.
 ///   A press on the opener of the first pop-up reaches the opener; what is still open of the same chain after
-///   that is closed. A press on a pop-up goes there and closes nothing; pop-ups close their sub-menus
-///   themselves.
+///   that, and after the messages that it has sent, is closed. A press on a pop-up goes there and closes
+///   nothing; pop-ups close their sub-menus themselves.
 /// - Escape that no pop-up consumed closes the last one. Deactivation of the application closes all, and so
 ///   does moving, resizing, hiding or destroying the window from which the chain was opened.
 /// - The death of a pop-up closes those that were opened from it.

@@ -12,8 +12,8 @@ class WAINSCOT_API PressHandOver {
 public:
     explicit PressHandOver(GlobManager const& windows) : windows_(windows) {}
 
-    /// The root of the pop-up that hears this move or release; null when it is the holder's. A pop-up that the
-    /// pointer has left hears this event as its last.
+    /// The root of the pop-up that hears this move or release; null when it is the holder's. A pop-up that
+    /// the pointer has left hears this event as its last.
     Glob* receiver(Glob* holder, Event const& event);
     /// The pop-up that the pointer was dragged onto; null when it is over none.
     Glob* present() const { return EventHandler::valid(popUp_, stamp_) ? popUp_ : nullptr; }

@@ -28,8 +28,8 @@ WAINSCOT_API XY<int> glib_getPosForWindow(XY<int> const& size);
 /// that of the canvas' window when nothing of the wanted box lies on any.
 WAINSCOT_API XY<int> glib_getConstrainedPosForWindow(Canvas* canvas, XY<int> const& place,
                                                      XY<int> const& size);
-/// Puts the root that a canvas belongs to at a place, moved so that it lies wholly on one monitor. A root that
-/// is not open yet opens there as a pop-up.
+/// Puts the root that a canvas belongs to at a place, moved so that it lies wholly on one monitor. A root
+/// that is not open yet opens there as a pop-up.
 WAINSCOT_API void setupRootPos(Canvas* canvas, XY<int> const& place);
 
 /// The object under an event's place; null when it is none of the program's.

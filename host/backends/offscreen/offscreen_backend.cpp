@@ -96,8 +96,8 @@ void OffscreenBackend::closed(OffscreenWindow& window) {
 OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,
                                  NativeWindowSettings const& settings, XY<int> place)
     : backend_(backend), id_(id), title_(settings.title), size_(settings.size), minSize_(settings.minSize),
-      place_(place), kind_(settings.kind), keepsAbove_(settings.keepAbove),
-      owner_(settings.owner), translucent_(settings.translucent) {}
+      place_(place), kind_(settings.kind), keepsAbove_(settings.keepAbove), owner_(settings.owner),
+      translucent_(settings.translucent) {}
 
 OffscreenWindow::~OffscreenWindow() {
     backend_.closed(*this);
