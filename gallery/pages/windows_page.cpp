@@ -29,6 +29,10 @@ XY<int> rowSize() {
     return {UifStd::getButtonHeight() * 6, UifStd::getButtonHeight()};
 }
 
+XY<int> buttonSize() {
+    return {UifStd::getButtonHeight() * 8, UifStd::getButtonHeight()};
+}
+
 /// A list of rows in a pop-up; its first row opens the next level, the last one pins it, the others choose.
 class LevelPopUp final : public Glob {
 public:
@@ -171,7 +175,7 @@ public:
         });
         strip_ = place(L"The strip: press to free the rest",
                        [this](LabelGlob&) { GlobManager::instance().unsetModalContextGlob(strip_); });
-        strip_->resize(rowSize().x * 2 + UifStd::getWidgetGap(), rowSize().y);
+        strip_->resize(buttonSize().x * 2, buttonSize().y);
         popUpLabel_->setFocusable(false);
     }
 
@@ -185,9 +189,9 @@ public:
 
 private:
     LabelGlob* place(LightweightString<wchar_t> const& text, std::function<void(LabelGlob&)> action) {
-        auto label = std::make_unique<LabelGlob>(rowSize(), text);
+        auto label = std::make_unique<LabelGlob>(buttonSize(), text);
         label->setAction(std::move(action));
-        int const step = rowSize().y + UifStd::getWidgetGap();
+        int const step = buttonSize().y + UifStd::getWidgetGap();
         return addChild(std::move(label), TopLeft(margin(), margin() * 3 + step * count_++));
     }
 
