@@ -238,7 +238,8 @@ bool Driver::settle() {
 std::uint32_t Driver::pixel(Glob const* glob, XY<int> place) {
     TopLevelWindow* const window = windowOf(glob);
     if (!window) return 0;
-    XY<int> const onSurface = glob->globXYToScreenXY(place) - window->root().screenBox().bottomLeft();
+    XY<int> const onSurface = glob->globXYToScreenXY(place) - window->root().screenBox().bottomLeft() +
+                              window->surface().contentPlace();
     return window->surface().pixelAt(onSurface) & 0xFFFFFF;
 }
 

@@ -8,6 +8,7 @@ std::span<Page const> pages() {
         {"palette", L"Palette", makePalettePage}, {"shapes", L"Shapes", makeShapesPage},
         {"text", L"Text", makeTextPage},          {"symbols", L"Symbols", makeSymbolsPage},
         {"icons", L"Icons", makeIconsPage},       {"longtext", L"Long text", makeLongTextPage},
+        {"windows", L"Windows", makeWindowsPage},
     };
     return list;
 }

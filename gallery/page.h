@@ -33,5 +33,6 @@ std::unique_ptr<Glob> makeTextPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeIconsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeLongTextPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeWindowsPage(XY<int> size, LogLine log);
 
 } // namespace wainscot::gallery

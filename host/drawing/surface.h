@@ -31,6 +31,13 @@ public:
     /// before.
     void resize(XY<int> size, double scale);
 
+    /// Where the lower-left corner of what the window shows lies; round it there may be room for a shadow.
+    XY<int> contentPlace() const { return contentPlace_; }
+    void setContentPlace(XY<int> place) { contentPlace_ = place; }
+    /// Whether transparent pixels show what lies below the window.
+    bool isTranslucent() const { return translucent_; }
+    void setTranslucent(bool translucent) { translucent_ = translucent; }
+
     std::uint32_t* pixels() { return pixels_.get(); }
     std::uint32_t const* pixels() const { return pixels_.get(); }
     /// Pixels from one row to the next.
@@ -62,6 +69,8 @@ private:
     XY<int> size_;
     double scale_;
     XY<int> deviceSize_;
+    XY<int> contentPlace_;
+    bool translucent_ = false;
     std::unique_ptr<std::uint32_t[]> pixels_;
     std::unique_ptr<SurfaceImage> image_;
     Damage toPaint_;

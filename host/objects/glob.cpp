@@ -213,25 +213,36 @@ void Glob::addSurround(Surround const& surround) {
     Surround added = surround;
     // A new frame leaves the shadow as it is, unless it brings one.
     if (side_ && surround.shadowSize() == 0)
-        added.setShadow(side_->surround.shadowSize(), side_->surround.shadowOpacity());
+        added.setShadow(side_->surround.shadowSize(), side_->surround.shadowOpacity(),
+                        side_->surround.shadowEdges());
     side().surround = added;
-    damageWithSurround();
+    surroundChanged();
 }
 
 void Glob::removeSurround() {
     if (!hasSurround()) return;
     damageWithSurround();
     side().surround = Surround();
+    surroundChanged();
 }
 
 bool Glob::hasSurround() const {
     return side_ && !side_->surround.isEmpty();
 }
 
-void Glob::addShadow(int size, double opacity) {
+void Glob::addShadow(int size, double opacity, unsigned edges) {
     damageWithSurround();
-    side().surround.setShadow(size, opacity);
+    side().surround.setShadow(size, opacity, edges);
+    surroundChanged();
+}
+
+void Glob::surroundChanged() {
     damageWithSurround();
+    if (isWindow()) iRootHost::current()->rootSurroundChanged(*this);
+}
+
+bool Glob::isWindow() const {
+    return !parent_ && ownCanvas_.surface() && iRootHost::current();
 }
 
 void Glob::damageWithSurround() {
@@ -300,8 +311,7 @@ void Glob::forceReshape() {
 
 void Glob::setMinSize(unsigned short width, unsigned short height) {
     side().minSize = {width, height};
-    bool const isWindow = !parent_ && ownCanvas_.surface();
-    if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(*this);
+    if (isWindow()) iRootHost::current()->rootResized(*this);
 }
 
 XY<int> Glob::getMinSize() const {
@@ -320,6 +330,12 @@ void Glob::setWidgetPos(Glob* child, XY<int> const& place) {
     }
     Placement::setRule(*child, WidgetPosition(CoordinateOrigin::bottomLeft, place));
     Placement::moveTo(*child, place);
+}
+
+void Glob::reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size) {
+    LifeGuard const life = guard();
+    setWidgetPos(child, place);
+    if (life.alive() && getWidget(child)) child->resize(size.x, size.y);
 }
 
 XY<int> Glob::getWidgetPos(Glob* child) const {
@@ -355,6 +371,16 @@ void Glob::setScreenPos(XY<int> const& place) {
     Placement::moveTo(*this, parent_ ? parent_->screenXYToGlobXY(place) : place);
 }
 
+void Glob::constrainWithinScreen() {
+    Glob* const root = getRootParent(this);
+    if (root->isWindow()) iRootHost::current()->constrainRoot(*root);
+}
+
+void Glob::popToTop(bool activate) {
+    Glob* const root = getRootParent(this);
+    if (root->isWindow()) iRootHost::current()->rootToTop(*root, activate);
+}
+
 XY<int> Glob::globXYToScreenXY(XY<int> const& place) const {
     XY<int> onScreen = place;
     for (Glob const* glob = this; glob; glob = glob->parent_)
@@ -384,8 +410,7 @@ void Glob::setVisible(bool visible) {
         makeDirty();
         damageWithSurround();
     }
-    bool const isWindow = !parent_ && ownCanvas_.surface();
-    if (isWindow && iRootHost::current()) iRootHost::current()->rootVisibilityChanged(*this);
+    if (isWindow()) iRootHost::current()->rootVisibilityChanged(*this);
     describeChanged(DescriptionChange::state);
 }
 
@@ -472,6 +497,8 @@ void Glob::setPalette(Palette const& palette) {
     makeDirty();
 }
 
+void Glob::handleLookChange() {}
+
 Colour Glob::getCol() const {
     return side_ && side_->colour ? *side_->colour : palette_.window(eWindowNormal);
 }
@@ -497,6 +524,9 @@ CanvasPlace Glob::canvasPlace() const {
         glob = glob->parent_;
     }
     place.surface = glob->ownCanvas_.surface();
+    if (!place.surface) return place;
+    place.origin += place.surface->contentPlace();
+    place.visible = place.visible.translated(place.surface->contentPlace());
     return place;
 }
 

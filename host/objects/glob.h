@@ -185,6 +185,8 @@ public:
     bool isMoving() const { return hasFlag(movingFlag); }
 
     void setWidgetPos(Glob* child, XY<int> const& place);
+    /// Gives a child a place and a size in one step; its place is its rule from now on.
+    void reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size);
     /// The child's place in this parent; (0, 0) for anything that is no child.
     XY<int> getWidgetPos(Glob* child) const;
     /// Places all children by their rules.
@@ -199,6 +201,11 @@ public:
 
     /// Moves it so that its lower-left corner lies there in root coordinates; its place rule stays as it is.
     void setScreenPos(XY<int> const& place);
+    /// Moves its window by as little as possible so that it lies wholly on one monitor.
+    void constrainWithinScreen();
+    /// Brings its window to the front; with `activate` the window becomes the active one as well. Nothing
+    /// while it has no window.
+    void popToTop(bool activate = true);
     /// From root coordinates to its own, and back.
     XY<int> screenXYToGlobXY(XY<int> const& place) const;
     XY<int> globXYToScreenXY(XY<int> const& place) const;
@@ -245,6 +252,9 @@ public:
 
     Palette const& getPalette() const { return palette_; }
     virtual void setPalette(Palette const& palette);
+    /// Theme, metrics or scale have changed: what was computed from them is to be computed again. Everything
+    /// is laid out and painted after it.
+    virtual void handleLookChange();
     /// The colour of its ground: that of the palette until one is set.
     Colour getCol() const;
     void setCol(Colour const& colour, bool redraw);
@@ -253,8 +263,8 @@ public:
     void addSurround(Surround const& surround);
     void removeSurround();
     bool hasSurround() const;
-    /// Adds a soft shadow to its surround.
-    void addShadow(int size, double opacity);
+    /// Adds a soft shadow to its surround, at the edges named by `Surround::Edge`.
+    void addShadow(int size, double opacity, unsigned edges = 15);
 
     // --- Events
     bool handleEvent(Event const& event) override;
@@ -393,6 +403,9 @@ private:
     void init(XY<int> size, Canvas* canvas, bool opaque);
     /// Takes focus and captured pointer away from it and all below it, and tells nobody.
     void loseInput();
+    void surroundChanged();
+    /// It is the root of a window.
+    bool isWindow() const;
     /// Damages it with what is drawn round it.
     void damageWithSurround();
     /// What a moving object does with the pointer. True = used.

@@ -77,9 +77,9 @@ XY<int> Visit::canvasOrigin(Item const& item) const {
 }
 
 void Visit::run(Glob& root) {
-    IntBox const all = surface_.bounds();
-    IntBox const clip = all.intersection(root.bounds());
-    stack_.push_back({&root, root.idStamp(), {0, 0}, clip, clip, nullptr, {0, 0}, 1.0F});
+    XY<int> const origin = surface_.contentPlace();
+    IntBox const clip = surface_.bounds().intersection(root.bounds().translated(origin));
+    stack_.push_back({&root, root.idStamp(), origin, clip, clip, nullptr, origin, 1.0F});
     drain(0);
 }
 
@@ -172,16 +172,42 @@ bool Visit::drawChildrenNow(Glob& glob) {
     return true;
 }
 
-/// Where the root fills nothing itself, what was there before must not shine through.
-void clearGround(Glob& root, Surface& surface, PaintPhase& phase) {
+/// A place that takes in the room round the root.
+CanvasPlace wholeSurface(Surface& surface) {
     CanvasPlace place;
     place.surface = &surface;
+    place.origin = surface.contentPlace();
     place.visible = surface.bounds();
     place.mapped = true;
-    phase.enter(root.canvas(), place);
-    CanvasRenderer renderer(root.canvas(), surface.bounds());
-    renderer.renderPrimitive(
-        Glib::RectDescription(surface.bounds(), root.getPalette().window(eWindowNormal)));
+    return place;
+}
+
+/// Where the root fills nothing itself, what was there before must not shine through.
+void clearGround(Glob& root, Surface& surface, PaintPhase& phase) {
+    phase.enter(root.canvas(), wholeSurface(surface));
+    CanvasRenderer renderer(root.canvas(), root.bounds());
+    renderer.renderPrimitive(Glib::RectDescription(root.bounds(), root.getPalette().window(eWindowNormal)));
+}
+
+void makeTransparent(Surface& surface, IntBox const& box) {
+    IntBox const part = surface.deviceBox(box);
+    for (int y = part.y1; y < part.y2; ++y) {
+        std::uint32_t* const row = surface.pixels() + static_cast<std::ptrdiff_t>(y) * surface.stride();
+        std::fill(row + part.x1, row + part.x2, 0U);
+    }
+}
+
+/// The room round the root of a pop-up: its surround on nothing, or an opaque edge where the desktop cannot
+/// show what lies below.
+void drawRoomRound(Glob& root, Surface& surface, PaintPhase& phase) {
+    IntBox const room = surface.bounds().translated(XY<int>() - surface.contentPlace());
+    if (room == root.bounds()) return;
+    for (IntBox const& box : phase.damage()) makeTransparent(surface, box);
+    phase.enter(root.canvas(), wholeSurface(surface));
+    CanvasRenderer renderer(root.canvas(), room);
+    if (!surface.isTranslucent())
+        renderer.renderPrimitive(Glib::RectDescription(room, root.getPalette().mark(eMarkEdge)));
+    if (root.hasSurround()) Painting::surroundOf(root).draw(renderer, root.bounds(), root.getPalette());
 }
 
 } // namespace
@@ -193,6 +219,7 @@ void Painting::paint(Glob& root, Surface& surface) {
     {
         DispatchScope const scope;
         PaintPhase phase(damage);
+        drawRoomRound(root, surface, phase);
         if (!root.isOpaque() || !root.isVisible()) clearGround(root, surface, phase);
         Visit(surface, phase).run(root);
     }

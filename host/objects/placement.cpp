@@ -112,6 +112,10 @@ XY<int> Placement::placeFor(Glob const& parent, WidgetPosition const& position, 
     return fromCorner(position, position.inUserArea() ? parent.getUserArea() : parent.bounds(), size);
 }
 
+XY<int> Placement::inCorner(WidgetPosition const& position, IntBox const& area, XY<int> size) {
+    return fromCorner(position, area, size);
+}
+
 void Placement::moveTo(Glob& glob, XY<int> place) {
     place = clampPlace(place);
     if (glob.position_ == place) return;

@@ -6,7 +6,7 @@ namespace wainscot {
 
 /// Where children lie: turns place rules into places, and does what every change of a box brings with it
 /// (damage, move notices, the parent's search grid).
-class Placement {
+class WAINSCOT_API Placement {
 public:
     /// Kept where sums of places cannot overflow.
     static XY<int> clampPlace(XY<int> place);
@@ -16,6 +16,8 @@ public:
     /// `present`.
     static XY<int> placeFor(Glob const& parent, WidgetPosition const& position, XY<int> size,
                             XY<int> present);
+    /// Where a position that names a corner puts something of that size in an area.
+    static XY<int> inCorner(WidgetPosition const& position, IntBox const& area, XY<int> size);
     static void moveTo(Glob& glob, XY<int> place);
     static void setSize(Glob& glob, double width, double height);
     static void placeChild(Glob& parent, Glob& child);

@@ -19,6 +19,12 @@ public:
     virtual void rootVisibilityChanged(Glob& root) = 0;
     /// The root is being detached: its window has to go.
     virtual void rootDying(Glob& root) = 0;
+    /// What is drawn round the root has changed.
+    virtual void rootSurroundChanged(Glob& root) = 0;
+    /// The root's window is to come to the front, and with `activate` to become the active one.
+    virtual void rootToTop(Glob& root, bool activate) = 0;
+    /// The root's window is to lie wholly on one monitor.
+    virtual void constrainRoot(Glob& root) = 0;
     /// All roots, oldest window first.
     virtual std::vector<Glob*> roots() const = 0;
 

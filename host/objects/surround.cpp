@@ -8,7 +8,8 @@
 
 namespace wainscot {
 
-void Surround::setShadow(int size, double opacity) {
+void Surround::setShadow(int size, double opacity, unsigned edges) {
+    shadowEdges_ = edges & allEdges;
     shadowSize_ = std::clamp(size, 0, maxExtent - frameWidth());
     shadowOpacity_ = opacity > 0.0 ? static_cast<float>(std::min(opacity, 1.0)) : 0.0F;
 }
@@ -22,6 +23,11 @@ int Surround::extent() const {
     return std::min(frameWidth() + shadowSize_, maxExtent);
 }
 
+int Surround::extentAt(Edge edge) const {
+    bool const hasShadow = shadowSize_ > 0 && (shadowEdges_ & edge) != 0;
+    return hasShadow ? extent() : frameWidthAt(edge);
+}
+
 void Surround::draw(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) const {
     if (shadowSize_ > 0) drawShadow(renderer, box.inset(-frameWidth()));
     if (frameWidth() > 0) drawFrame(renderer, box, palette);
@@ -29,6 +35,9 @@ void Surround::draw(CanvasRenderer& renderer, IntBox const& box, Palette const& 
 
 /// Many faint layers, each a little larger than the one above, add up to a soft edge; light comes from above.
 void Surround::drawShadow(CanvasRenderer& renderer, IntBox const& box) const {
+    auto const reachAt = [&](Edge edge) { return (shadowEdges_ & edge) != 0 ? shadowSize_ : 0; };
+    renderer.setClipRect(
+        {box.x1 - reachAt(left), box.y1 - reachAt(bottom), box.x2 + reachAt(right), box.y2 + reachAt(top)});
     int const sink = shadowSize_ / 3;
     double const layer = static_cast<double>(shadowOpacity_) / shadowSize_;
     for (int reach = shadowSize_ - sink; reach > 0; --reach) {

@@ -13,8 +13,8 @@ class Palette;
 /// it, right before the object itself.
 class WAINSCOT_API Surround {
 public:
-    /// Edges at which the frame stands; a bit each.
-    enum Edge : unsigned { left = 1, right = 2, top = 4, bottom = 8, allEdges = 15 };
+    /// Edges at which a frame, or a shadow, stands; a bit each.
+    enum Edge : unsigned { left = 1, bottom = 2, right = 4, top = 8, allEdges = 15 };
     /// No frame or shadow reaches further out than this.
     static constexpr int maxExtent = 32;
 
@@ -24,16 +24,19 @@ public:
 
     WidgetSurround frame() const { return frame_; }
     unsigned edges() const { return edges_; }
-    /// A shadow that reaches `size` pixels out; its darkest part has that opacity, 0 to 1. A size of 0 takes
-    /// it away.
-    void setShadow(int size, double opacity);
+    /// A shadow that reaches `size` pixels out at these edges; its darkest part has that opacity, 0 to 1. A
+    /// size of 0 takes it away.
+    void setShadow(int size, double opacity, unsigned edges = allEdges);
     int shadowSize() const { return shadowSize_; }
+    unsigned shadowEdges() const { return shadowEdges_; }
     double shadowOpacity() const { return shadowOpacity_; }
 
     bool isEmpty() const { return frame_.style == WidgetSurround::Style::none && shadowSize_ == 0; }
     int frameWidth() const;
     /// How far it reaches out of the box.
     int extent() const;
+    int extentAt(Edge edge) const;
+    int frameWidthAt(Edge edge) const { return (edges_ & edge) != 0 ? frameWidth() : 0; }
     /// Draws it round `box`, in coordinates of the renderer's canvas.
     void draw(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) const;
 
@@ -45,6 +48,7 @@ private:
 
     WidgetSurround frame_;
     unsigned edges_ = allEdges;
+    unsigned shadowEdges_ = allEdges;
     int shadowSize_ = 0;
     float shadowOpacity_ = 0.0F;
 };

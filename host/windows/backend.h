@@ -36,6 +36,8 @@ struct NativeWindowSettings {
     /// The window that it belongs to and stays above of; 0 for none.
     NativeWindowId owner = 0;
     bool keepAbove = false;
+    /// Pixels may be transparent; only where `isComposited()`.
+    bool translucent = false;
 
     bool isPopUp() const { return kind != Kind::ordinary; }
 };
@@ -52,7 +54,10 @@ public:
     virtual void resize(XY<int> size) = 0;
     virtual void setMinSize(XY<int> size) = 0;
     virtual void moveTo(XY<int> place) = 0;
+    /// To the front, and it becomes the active one.
     virtual void raise() = 0;
+    /// To the front only.
+    virtual void toFront() = 0;
     /// Above all windows that do not want this themselves.
     virtual void setKeepAbove(bool keep) = 0;
     /// Size and place as last reported by the window system.
@@ -78,9 +83,14 @@ public:
     virtual void wait(std::optional<double> until) = 0;
     /// Ends the present or next `wait()`; safe from any thread.
     virtual void wake() = 0;
-    /// Boxes of the monitors in root coordinates; never empty, the first is the main one.
+    /// Boxes of the monitors in root coordinates; never empty, the first is the main one. The lower-left
+    /// corner of the box round all of them is (0, 0).
     virtual std::vector<IntBox> monitors() const = 0;
     virtual double deviceScale() const = 0;
+    /// Device pixels in a logical pixel from now on. Windows keep their logical sizes.
+    virtual void setDeviceScale(double scale) = 0;
+    /// Windows with transparent pixels show what lies below them.
+    virtual bool isComposited() const = 0;
 
     // --- Pointer
     virtual void setCursor(MouseCursorID cursor) = 0;

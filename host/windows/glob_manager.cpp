@@ -7,6 +7,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
+#include "host/windows/screen_places.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -23,7 +24,8 @@ void freeWindow(void* window) {
 
 } // namespace
 
-GlobManager::GlobManager(Backend& backend) : backend_(backend) {
+GlobManager::GlobManager(Backend& backend)
+    : backend_(backend), popUps_([&backend](bool wanted) { backend.setOutsidePresses(wanted); }) {
     liveManager = this;
     iRootHost::install(this);
     Drawable::setPainter(this);
@@ -45,43 +47,77 @@ GlobManager* GlobManager::current() {
     return liveManager;
 }
 
-NativeWindowSettings GlobManager::settingsFor(Glob const& root, std::optional<XY<int>> place) const {
+NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish) const {
     NativeWindowSettings settings;
     settings.title = fromUTF8(root.name());
     settings.size = {std::max(root.width(), 1), std::max(root.height(), 1)};
     settings.minSize = {std::max(root.getMinSize().x, 1), std::max(root.getMinSize().y, 1)};
-    settings.place = place;
+    settings.place = wish.place;
     settings.resizable = root.isResizable();
+    settings.owner = wish.owner ? wish.owner->native().id() : 0;
+    if (wish.kind == TopLevelWindow::Kind::ordinary) return settings;
+    settings.kind = NativeWindowSettings::Kind::popUp;
+    settings.keepAbove = true;
+    settings.translucent = root.hasSurround() && backend_.isComposited();
+    WindowMargins const margins = WindowMargins::forRoot(root, settings.translucent);
+    settings.size += margins.total();
+    settings.minSize += margins.total();
+    if (settings.place) *settings.place -= margins.lower();
     return settings;
 }
 
-bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
+bool GlobManager::mayOpen(Glob const* root) const {
     bool const isRoot = is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
-    if (!isRoot || !root->ownsCanvas()) {
-        Diagnostics::count("window refused", "not a root with a canvas of its own");
-        return false;
-    }
+    if (isRoot && root->ownsCanvas()) return true;
+    Diagnostics::count("window refused", "not a root with a canvas of its own");
+    return false;
+}
+
+bool GlobManager::open(Glob& root, Wish const& wish) {
     DispatchScope const keepsWindow;
-    LifeGuard const life = root->guard();
-    if (TopLevelWindow* known = windowOf(root)) {
-        known->native().raise();
-        broughtToFront(*known);
-        return true;
-    }
-    std::unique_ptr<NativeWindow> native = backend_.createWindow(settingsFor(*root, place));
+    LifeGuard const life = root.guard();
+    NativeWindowSettings const settings = settingsFor(root, wish);
+    std::unique_ptr<NativeWindow> native = backend_.createWindow(settings);
     if (!native) {
         LogBoth("wainscot: the window system refused a window");
         return false;
     }
-    windows_.push_back(std::make_unique<TopLevelWindow>(*root, std::move(native), backend_.deviceScale()));
+    WindowMargins const margins =
+        settings.isPopUp() ? WindowMargins::forRoot(root, settings.translucent) : WindowMargins();
+    windows_.push_back(std::make_unique<TopLevelWindow>(root, std::move(native), backend_.deviceScale(),
+                                                        wish.kind, margins));
     TopLevelWindow& window = *windows_.back();
-    stacking_.push_back(&window);
+    window.surface().setTranslucent(settings.translucent);
+    if (wish.owner) window.setOwner(wish.owner->rootStamp());
+    putInStack(window);
     window.nativeMoved(window.native().place());
     if (!life.alive()) return false;
-    KbdFocus::startIn(*root);
-    if (!EventSystem::live().focus.activeWindow().valid()) activated(window);
-    if (root->isVisible()) window.native().show();
+    KbdFocus::startIn(root);
+    if (!window.isPopUp() && !EventSystem::live().focus.activeWindow().valid()) activated(window);
+    if (root.isVisible()) window.native().show();
     return true;
+}
+
+bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
+    if (!mayOpen(root)) return false;
+    TopLevelWindow* const known = windowOf(root);
+    if (!known) return open(*root, {place});
+    known->native().raise();
+    broughtToFront(*known);
+    return true;
+}
+
+bool GlobManager::realizeOwned(Glob* root, Glob* owner, std::optional<XY<int>> place) {
+    if (!mayOpen(root)) return false;
+    TopLevelWindow* const known = windowOf(root);
+    TopLevelWindow const* const ownerWindow =
+        windowOf(Glob::getRootParent(is_good_glob_ptr(owner) ? owner : nullptr));
+    if (known || !ownerWindow) return realize(root, place);
+    IntBox const around = ownerWindow->root().box();
+    XY<int> const middle = around.centre() - XY<int>{root->width() / 2, root->height() / 2};
+    IntBox const wanted = IntBox::sized(place.value_or(middle), root->size());
+    XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(place ? wanted : around), wanted).bottomLeft();
+    return open(*root, {corner, ownerWindow});
 }
 
 Glob* GlobManager::find(char const* name) const {
@@ -123,6 +159,23 @@ TopLevelWindow* GlobManager::windowOf(NativeWindowId id) const {
     return nullptr;
 }
 
+TopLevelWindow* GlobManager::windowOfStamp(IdStamp root) const {
+    for (auto const& window : windows_)
+        if (window->rootStamp() == root) return window.get();
+    return nullptr;
+}
+
+TopLevelWindow* GlobManager::activeWindow() const {
+    EventSystem const* const system = EventSystem::current();
+    return system ? windowOfStamp(system->focus.activeWindow()) : nullptr;
+}
+
+TopLevelWindow* GlobManager::foremost() const {
+    for (auto window = stacking_.rbegin(); window != stacking_.rend(); ++window)
+        if (!(*window)->isPopUp() && !(*window)->isHidden() && (*window)->root().isVisible()) return *window;
+    return nullptr;
+}
+
 TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
     for (auto window = stacking_.rbegin(); window != stacking_.rend(); ++window)
         if (!(*window)->isHidden() && (*window)->root().isVisible() &&
@@ -131,9 +184,23 @@ TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
     return nullptr;
 }
 
-void GlobManager::broughtToFront(TopLevelWindow& window) {
+/// Above all of its layer: pop-ups lie above windows that are kept above, those above the others.
+void GlobManager::putInStack(TopLevelWindow& window) {
+    auto const layer = [](TopLevelWindow const& w) { return w.isPopUp() ? 2 : w.keepsAbove() ? 1 : 0; };
     std::erase(stacking_, &window);
-    stacking_.push_back(&window);
+    auto const higher = std::find_if(stacking_.begin(), stacking_.end(), [&](TopLevelWindow const* other) {
+        return layer(*other) > layer(window);
+    });
+    stacking_.insert(higher, &window);
+}
+
+/// What belongs to it comes with it.
+void GlobManager::broughtToFront(TopLevelWindow& window) {
+    std::vector<TopLevelWindow*> group{&window};
+    for (std::size_t i = 0; i < group.size(); ++i)
+        for (TopLevelWindow* other : stacking_)
+            if (other->ownerStamp() == group[i]->rootStamp() && other != &window) group.push_back(other);
+    for (TopLevelWindow* member : group) putInStack(*member);
 }
 
 void GlobManager::activated(TopLevelWindow& window) {
@@ -144,10 +211,12 @@ void GlobManager::activated(TopLevelWindow& window) {
 
 void GlobManager::rootResized(Glob& root) {
     if (TopLevelWindow* window = windowOf(&root)) window->rootResized();
+    popUps_.windowChanged(root);
 }
 
 void GlobManager::rootMoved(Glob& root) {
     if (TopLevelWindow* window = windowOf(&root)) window->rootMoved();
+    popUps_.windowChanged(root);
 }
 
 void GlobManager::rootVisibilityChanged(Glob& root) {
@@ -157,6 +226,27 @@ void GlobManager::rootVisibilityChanged(Glob& root) {
         window->native().show();
     else
         window->native().hide();
+    popUps_.windowChanged(root);
+}
+
+void GlobManager::rootSurroundChanged(Glob& root) {
+    TopLevelWindow* const window = windowOf(&root);
+    if (!window || !window->isPopUp()) return;
+    window->setMargins(WindowMargins::forRoot(root, window->surface().isTranslucent()));
+}
+
+void GlobManager::rootToTop(Glob& root, bool activate) {
+    TopLevelWindow* const window = windowOf(&root);
+    if (!window) return;
+    if (activate)
+        window->native().raise();
+    else
+        window->native().toFront();
+    broughtToFront(*window);
+}
+
+void GlobManager::constrainRoot(Glob& root) {
+    root.setScreenPos(ScreenPlaces::movedOnto(monitorFor(root.box()), root.box()).bottomLeft());
 }
 
 /// The pixels stay until nobody can be drawing on them any more.
@@ -168,6 +258,8 @@ void GlobManager::rootDying(Glob& root) {
     windows_.erase(found);
     std::erase(stacking_, window);
     window->close();
+    popUps_.rootDying(root);
+    destroyOwned(root);
     if (glib_rootcanvas() == root.canvas()) glib_setrootcanvas(nullptr);
     if (EventSystem* system = EventSystem::current()) {
         bool const wasActive = system->focus.activeWindow() == root.idStamp();
@@ -176,6 +268,16 @@ void GlobManager::rootDying(Glob& root) {
         if (system->pointer.pressedWindow == root.idStamp()) system->pointer.forgetPress();
     }
     DispatchScope::freeWhenUnwound(freeWindow, window);
+}
+
+/// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
+void GlobManager::destroyOwned(Glob const& root) {
+    std::vector<std::pair<Glob*, IdStamp>> owned;
+    for (auto const& window : windows_)
+        if (window->ownerStamp() == root.idStamp() && !popUps_.contains(&window->root()))
+            owned.emplace_back(&window->root(), window->rootStamp());
+    for (auto const& [glob, stamp] : owned)
+        if (EventHandler::valid(glob, stamp)) destroy(glob);
 }
 
 std::vector<Glob*> GlobManager::roots() const {

@@ -2,6 +2,8 @@
 
 #include "host/drawing/drawable.h"
 #include "host/objects/root_host.h"
+#include "host/windows/modality.h"
+#include "host/windows/popup_chain.h"
 #include "host/windows/top_level_window.h"
 
 #include <memory>
@@ -9,6 +11,19 @@
 #include <vector>
 
 namespace wainscot {
+
+/// How a pop-up is to be opened. All places are root coordinates.
+struct PopUpOptions {
+    /// Its lower-left corner. Without one it opens where its root lies already (`setupRootPos`).
+    std::optional<XY<int>> place;
+    /// What it opens from: it lies on that box's monitor. Without one the opener's box decides, else the
+    /// pointer.
+    std::optional<IntBox> anchor;
+    /// The object whose press opens it. Its presses reach it while the pop-up is open.
+    Glob* opener = nullptr;
+    /// The open pop-up whose sub-menu it is.
+    Glob* parent = nullptr;
+};
 
 /// Keeps the roots of the tree in windows.
 class WAINSCOT_API GlobManager final : public iRootHost, public Drawable::Painter {
@@ -27,6 +42,74 @@ public:
     /// the place unless one is given (root coordinates of the lower-left corner). A root that has a window is
     /// brought to the front. False for null, a child, something dying, or when the window system refuses.
     bool realize(Glob* root, std::optional<XY<int>> place = {});
+    /// The same for a window that belongs to that of `owner`: it stays above it and goes with it. In the
+    /// middle of the owner's window, where no place is given, and wholly on one monitor.
+    bool realizeOwned(Glob* root, Glob* owner, std::optional<XY<int>> place = {});
+    /// Opens a pop-up: a root in a window without decoration, above all others, never the active one and
+    /// wholly on one monitor. It becomes part of the chain of pop-ups (see `PopUpChain`); its modal context
+    /// is its parent pop-up, or its opener. False, and the root stays the caller's, when no window of the
+    /// program is the active one, or as for `realize`; true also when it was destroyed meanwhile.
+    bool openPopUp(Glob* root, PopUpOptions const& options = {});
+    /// The pop-up leaves its chain and stays open (it was pinned).
+    void pinPopUp(Glob* root);
+    /// Whether a root is in a pop-up window, pinned or not.
+    bool isPopUp(Glob const* root) const;
+    PopUpChain& popUps() { return popUps_; }
+    PopUpChain const& popUps() const { return popUps_; }
+
+    /// Makes an object modal until it dies: input outside its modal chain is refused (see `Modality`). A root
+    /// without a window gets one, owned by that of `context`; a null context is the active window. False when
+    /// that is refused.
+    bool addModalGlob(Glob* glob, Glob* context);
+    /// Whatever modality allows to `context` it allows to `glob` as well.
+    void setModalContextGlob(Glob* glob, Glob* context);
+    /// Takes back `addModalGlob` and `setModalContextGlob`.
+    void unsetModalContextGlob(Glob* glob);
+    Modality const& modality() const { return modality_; }
+    /// A press, or another wish of the person, was refused for a modal object: that comes to the front.
+    void showModal(Glob& modal);
+
+    /// Shows a root anew: the corner, edge or centre of it that `origin` names lies at `place`, as far as it
+    /// lies wholly on one monitor. A root without a window gets one. `toTop` brings it to the front.
+    bool redisplay(Glob* root, XY<int> const& place, CoordinateOrigin origin, bool toTop);
+    /// Where a root of that size lies by a position: next to the sibling, any object on the screen, or
+    /// measured from a corner of the active window's monitor.
+    XY<int> getPosForGlob(GlobCreationInfo const& info, WidgetPosition const& position) const;
+    /// The same, wholly on one monitor: next to a sibling it goes to the other side where the wished one has
+    /// no room, and `*opposite` then becomes true.
+    XY<int> getSafePosForGlob(GlobCreationInfo const& info, WidgetPosition const& position,
+                              bool* opposite = nullptr) const;
+    /// Next to a box in root coordinates, on its monitor.
+    XY<int> getSafePosForGlob(GlobCreationInfo const& info, IntBox const& anchor, WidgetRelativity side,
+                              int gap = 0, WidgetAlignment alignment = WidgetAlignment::start,
+                              bool* opposite = nullptr) const;
+    /// Where a pop-up goes on that side of its anchor (root coordinates), touching it, wholly on the anchor's
+    /// monitor; it is moved along the edge as far as needed. A negative y when the side has no room for it.
+    XY<int> calcPosForGlob(XY<int> const& size, IntBox const& anchor,
+                           WidgetRelativity side = WidgetRelativity::below,
+                           WidgetAlignment alignment = WidgetAlignment::start) const;
+    /// Boxes of the monitors; never empty, the first is the main one.
+    std::vector<IntBox> monitors() const { return backend_.monitors(); }
+    IntBox monitorFor(IntBox const& box) const;
+    /// That of the active window, else the main one.
+    IntBox activeMonitor() const;
+    /// The active window, or the last active one; null when it has gone.
+    TopLevelWindow* activeWindow() const;
+
+    /// Keeps the window of a canvas above all that do not want this themselves.
+    void canvasKeepTopmost(Canvas* canvas, bool keep);
+    /// The foremost window of those that are no pop-ups; null when there is none.
+    TopLevelWindow* foremost() const;
+    /// The foremost of all.
+    TopLevelWindow* topmost() const { return stacking_.empty() ? nullptr : stacking_.back(); }
+
+    /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
+    /// and painted.
+    void screenChanged();
+    /// Tells every object that the look has changed, lays all windows out again and paints them.
+    void lookChanged();
+    void setDeviceScale(double scale);
+
     /// The root with that name, or the first object with it below a root; null when there is none.
     Glob* find(char const* name) const;
     void setWindowTitle(Glob& root, LightweightString<wchar_t> const& title);
@@ -38,6 +121,8 @@ public:
     /// Null when there is none.
     TopLevelWindow* windowOf(Glob const* root) const;
     TopLevelWindow* windowOf(NativeWindowId id) const;
+    /// By the stamp of its root.
+    TopLevelWindow* windowOfStamp(IdStamp root) const;
     /// The foremost window at a place in root coordinates; null when there is none.
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
@@ -54,6 +139,9 @@ public:
     void rootMoved(Glob& root) override;
     void rootVisibilityChanged(Glob& root) override;
     void rootDying(Glob& root) override;
+    void rootSurroundChanged(Glob& root) override;
+    void rootToTop(Glob& root, bool activate) override;
+    void constrainRoot(Glob& root) override;
     std::vector<Glob*> roots() const override;
 
     // Drawable::Painter: paints and presents all windows
@@ -61,7 +149,20 @@ public:
     void dropPending() override;
 
 private:
-    NativeWindowSettings settingsFor(Glob const& root, std::optional<XY<int>> place) const;
+    /// How a window is to be opened.
+    struct Wish {
+        /// Lower-left corner of the root.
+        std::optional<XY<int>> place;
+        TopLevelWindow const* owner = nullptr;
+        TopLevelWindow::Kind kind = TopLevelWindow::Kind::ordinary;
+    };
+    bool mayOpen(Glob const* root) const;
+    NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
+    /// Opens the window of a root that has none. False when the window system refuses or the root has died.
+    bool open(Glob& root, Wish const& wish);
+    void destroyOwned(Glob const& root);
+    void putInStack(TopLevelWindow& window);
+    XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
     void visitWindows(Visit visit);
 
@@ -70,6 +171,8 @@ private:
     std::vector<std::unique_ptr<TopLevelWindow>> windows_;
     /// The foremost last.
     std::vector<TopLevelWindow*> stacking_;
+    PopUpChain popUps_;
+    Modality modality_;
 };
 
 } // namespace wainscot

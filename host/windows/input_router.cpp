@@ -46,6 +46,10 @@ bool isReturnOrSpace(std::uint32_t code) {
 
 } // namespace
 
+InputRouter::InputRouter(Backend& backend, EventSystem& events, GlobManager& windows)
+    : events_(events), windows_(windows), wishes_(backend, events), drags_(windows, events),
+      handOver_(windows), approach_(windows, [this](InputEvent const& move) { routeMove(move); }) {}
+
 void InputRouter::route(InputEvent const& reported) {
     using Kind = InputEvent::Kind;
     InputEvent input = reported;
@@ -62,6 +66,7 @@ void InputRouter::route(InputEvent const& reported) {
         routeMove(input);
         return updatePointerWishes();
     case Kind::pointerLeft:
+        approach_.drop();
         pointerIsInside_ = false;
         return updateContainment(nullptr);
     case Kind::filesDropped:
@@ -75,6 +80,8 @@ void InputRouter::route(InputEvent const& reported) {
         return routeKey(input);
     case Kind::composedText:
         return routeComposedText(input);
+    case Kind::screenChanged:
+        return windows_.screenChanged();
     default:
         break;
     }
@@ -83,7 +90,16 @@ void InputRouter::route(InputEvent const& reported) {
 
 // Pointer
 
+Glob* InputRouter::blockerOf(Glob const* target) const {
+    return target ? windows_.modality().blockerOf(*target) : nullptr;
+}
+
 Glob* InputRouter::globUnder(InputEvent const& input) const {
+    Glob* const found = anyGlobUnder(input);
+    return blockerOf(found) ? nullptr : found;
+}
+
+Glob* InputRouter::anyGlobUnder(InputEvent const& input) const {
     TopLevelWindow* window = input.window ? windows_.windowOf(input.window) : windows_.windowAt(input.place);
     if (!window || !window->root().isShown()) return nullptr;
     return Tree::globAt(window->root(), window->root().screenXYToGlobXY(input.place));
@@ -119,17 +135,32 @@ Event InputRouter::pointerEvent(int kind, InputEvent const& input) const {
     return event;
 }
 
+/// The release of a press on nobody's window may never be reported: no button counts as held then.
+bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under) {
+    Glob* const blocker = blockerOf(is_good_glob_ptr(under) ? under : nullptr);
+    if (press != PopUpChain::Press::spent && !blocker) return false;
+    if (input.window != 0) events_.pointer.heldButtons |= buttonBit(input.button);
+    if (press != PopUpChain::Press::spent) windows_.showModal(*blocker);
+    return true;
+}
+
 void InputRouter::routePress(InputEvent const& input) {
     PointerState& pointer = events_.pointer;
     int const bit = buttonBit(input.button);
     if (bit == 0 || (pointer.heldButtons & bit) != 0) return;
     endWheelGesture();
+    approach_.drop();
     pointer.place = input.place;
     pointerWindow_ = input.window;
     pointerIsInside_ = true;
     bool const first = pointer.heldButtons == 0;
+    PopUpChain::Press chainPress = PopUpChain::Press::goesOn;
     if (first) {
+        Glob* const under = anyGlobUnder(input);
         pointer.releaseCapture();
+        handOver_.end();
+        chainPress = windows_.popUps().press(under);
+        if (isSpent(input, chainPress, under)) return;
         updateContainment(globUnder(input));
         pointer.pressPlace = input.place;
         pointer.clicks = std::max(input.clicks, 1);
@@ -145,6 +176,7 @@ void InputRouter::routePress(InputEvent const& input) {
     dispatchUpwards(target, pointerEvent(EventKind::mouse | bit | EventKind::down, input), &consumer);
     bool const captureIsAsSet = is_good_glob_ptr(target) && pointer.isCapturedBy(target);
     if (captureIsAsSet && consumer) pointer.capture(consumer);
+    if (chainPress == PopUpChain::Press::reachesOpener) windows_.popUps().openerWasPressed();
 }
 
 void InputRouter::routeRelease(InputEvent const& input) {
@@ -155,11 +187,16 @@ void InputRouter::routeRelease(InputEvent const& input) {
     pointer.heldButtons &= ~bit;
     bool const last = pointer.heldButtons == 0;
     Glob* const target = shownOrNull(captureHolder());
-    if (last) pointer.releaseCapture();
     Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
+    LifeGuard const targetLife = target ? target->guard() : LifeGuard(nullptr, IdStamp());
+    DispatchScope const scope;
+    handOver_.receiver(target, event);
+    if (last) pointer.releaseCapture();
     if (last) pointer.chord = false;
     if (last) drags_.drop(input.place);
-    if (target) dispatchUpwards(target, event);
+    if (targetLife.alive()) dispatchUpwards(target, event);
+    if (Glob* popUp = handOver_.present()) dispatchUpwards(popUp, event);
+    if (last) handOver_.end();
     if (last && pointer.heldButtons == 0) updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
 }
 
@@ -167,22 +204,26 @@ void InputRouter::routeMove(InputEvent const& input) {
     PointerState& pointer = events_.pointer;
     bool const stays = pointerIsInside_ && pointer.place == input.place && pointerWindow_ == input.window;
     if (stays) return;
+    bool const held = pointer.heldButtons != 0;
+    if (!held && approach_.holdsBack(pointer.place, input)) return;
     pointer.place = input.place;
     pointerIsInside_ = true;
     pointerWindow_ = input.window;
     // What is being dragged may follow the pointer: containment is told when it has.
-    bool const held = pointer.heldButtons != 0;
     if (!held) updateContainment(globUnder(input));
     Event const event = pointerEvent(EventKind::mouseMove | pointer.heldButtons, input);
     if (drags_.handleMouseMove(event)) return;
-    if (Glob* target = pointerTarget(input)) dispatchUpwards(target, event);
+    Glob* const popUp = held ? handOver_.receiver(captureHolder(), event) : nullptr;
+    if (Glob* target = popUp ? popUp : pointerTarget(input)) dispatchUpwards(target, event);
     if (held) refreshContainment();
 }
 
 /// While somebody holds the pointer, only that and its ancestors can be entered.
 void InputRouter::updateContainment(Glob* under) {
     Glob* const holder = captureHolder();
-    if (holder) {
+    Glob const* const popUp = handOver_.present();
+    bool const isHandedOver = popUp && Glob::getRootParent(under) == popUp;
+    if (holder && !isHandedOver) {
         while (under && under != holder && !Glob::isParentedTo(holder, under)) under = under->parent();
     }
     containment_.moveTo(under);
@@ -263,20 +304,30 @@ void InputRouter::routeComposedText(InputEvent const& input) {
     Event event(EventKind::composedText);
     event.setText(input.text);
     event.setTime(input.time);
-    if (Glob* holder = get_kbd_focus()) dispatchUpwards(shownOrNull(holder), event);
+    if (Glob* holder = keyTarget()) dispatchUpwards(holder, event);
+}
+
+Glob* InputRouter::keyTarget() const {
+    Glob* const holder = get_kbd_focus();
+    Glob* const blocker = blockerOf(holder);
+    if (!blocker) return shownOrNull(holder);
+    Glob* const within = KbdFocus::holderIn(*Glob::getRootParent(blocker));
+    return within && !blockerOf(within) ? shownOrNull(within) : blocker;
 }
 
 void InputRouter::dispatchKey(Event& event) {
-    IdStamp const active = events_.focus.activeWindow();
+    Glob* const target = keyTarget();
+    IdStamp const active = target ? target->windowStamp() : events_.focus.activeWindow();
     auto const belongsHere = [&](EventHandler& handler) {
         IdStamp const window = handler.windowStamp();
-        return !window.valid() || window == active;
+        bool const isAsked = !window.valid() || window == active || windows_.popUps().containsStamp(window);
+        return isAsked && !blockerOf(handler.asGlob());
     };
     DispatchScope const scope(event);
     if (cancelPress(event) || runTransportCommand(event)) return;
     if (events_.intercepts.offer(event, belongsHere)) return;
     event.setOffered();
-    Glob* const holder = shownOrNull(get_kbd_focus());
+    Glob* const holder = keyTarget();
     bool const unwantedRepeat =
         holder && event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
     if (unwantedRepeat || (holder && dispatchUpwards(holder, event))) return;
@@ -308,8 +359,8 @@ bool InputRouter::cancelPress(Event const& key) {
 /// Keys that start and stop the player work wherever the focus is, but where text is being entered.
 bool InputRouter::runTransportCommand(Event const& key) {
     if (!isKeyPressEvent(key)) return false;
-    Glob const* const holder = get_kbd_focus();
-    if (holder && holder->textCaret()) return false;
+    Glob const* const holder = keyTarget();
+    if (windows_.popUps().isOpen() || (holder && holder->textCaret())) return false;
     LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key.keyCode());
     CommandMap& commands = CommandMap::instance();
     unsigned long const number = command.empty() ? CommandMap::none : commands.findCommand(command.c_str());
@@ -325,7 +376,7 @@ bool InputRouter::sendClipboardMessage(std::uint32_t key) {
                                                    : key == (Key::ctrl | 'V')
                                                        ? &WindowsClipboard::pasteTextMsg
                                                        : nullptr;
-    Glob* glob = message ? shownOrNull(get_kbd_focus()) : nullptr;
+    Glob* glob = message ? keyTarget() : nullptr;
     while (glob) {
         LifeGuard const life = glob->guard();
         bool const isTaken = glob->handleMessageEvent(*message, nullptr) != 0;
@@ -360,13 +411,15 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
         window.surface().toPresent().add(window.surface().bounds());
         return;
     case Kind::windowCloseRequested:
+        if (Glob* blocker = blockerOf(&window.root())) return windows_.showModal(*blocker);
         return windows_.closeRequested(window.root());
     case Kind::windowActivated:
         return activated(window);
     case Kind::windowDeactivated:
         return deactivated(window);
     case Kind::windowHidden:
-        return window.setHidden(true);
+        window.setHidden(true);
+        return windows_.popUps().windowChanged(window.root());
     case Kind::windowShown:
         return window.setHidden(false);
     default:
@@ -375,9 +428,13 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
 }
 
 void InputRouter::activated(TopLevelWindow& window) {
+    if (window.isPopUp()) return;
+    bool const isOther = events_.focus.activeWindow() != window.rootStamp();
     events_.focus.setApplicationHasFocus(true);
     if (window.root().canBeIt()) windows_.activated(window);
     redrawFocusMark(window);
+    if (Glob* blocker = blockerOf(&window.root())) windows_.showModal(*blocker);
+    if (isOther) windows_.popUps().closeAll();
 }
 
 /// Widgets show their mark of the focus only while the application has it.
@@ -386,8 +443,10 @@ void InputRouter::redrawFocusMark(TopLevelWindow& window) {
 }
 
 void InputRouter::deactivated(TopLevelWindow& window) {
-    if (events_.focus.activeWindow() == window.rootStamp()) events_.focus.setApplicationHasFocus(false);
+    bool const wasActive = events_.focus.activeWindow() == window.rootStamp();
+    if (wasActive) events_.focus.setApplicationHasFocus(false);
     redrawFocusMark(window);
+    if (wasActive) windows_.popUps().closeAll();
 }
 
 } // namespace wainscot

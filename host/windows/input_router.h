@@ -6,14 +6,15 @@
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
 #include "host/windows/pointer_wishes.h"
+#include "host/windows/press_hand_over.h"
+#include "host/windows/sub_menu_approach.h"
 
 namespace wainscot {
 
 /// Turns platform input into events and brings each to the object that it belongs to.
 class WAINSCOT_API InputRouter {
 public:
-    InputRouter(Backend& backend, EventSystem& events, GlobManager& windows)
-        : events_(events), windows_(windows), wishes_(backend, events), drags_(windows, events) {}
+    InputRouter(Backend& backend, EventSystem& events, GlobManager& windows);
 
     void route(InputEvent const& input);
     /// Brings containment up to date after the tree has changed under a resting pointer.
@@ -38,6 +39,12 @@ private:
     void redrawFocusMark(TopLevelWindow& window);
 
     Event pointerEvent(int kind, InputEvent const& input) const;
+    /// The modal object that keeps input from `target`; null when it is free.
+    Glob* blockerOf(Glob const* target) const;
+    /// A press that somebody other than what lies under it has use for, or that is refused.
+    bool isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under);
+    /// Whom keys go to: the focus holder, or the modal object that keeps them from it.
+    Glob* keyTarget() const;
     /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
     void dispatchKey(Event& event);
     /// Escape while a button is held takes back what the press began. True = it was that.
@@ -47,6 +54,8 @@ private:
     /// Tells the focus holder and its ancestors to cut, copy or paste when that is what the key asks for.
     bool sendClipboardMessage(std::uint32_t key);
     Glob* globUnder(InputEvent const& input) const;
+    /// The same where modality counts for nothing.
+    Glob* anyGlobUnder(InputEvent const& input) const;
     Glob* globUnderPointer() const;
     Glob* captureHolder() const;
     /// Whom the pointer's input goes to: the capture holder, else what lies under it.
@@ -62,6 +71,8 @@ private:
     PointerWishes wishes_;
     DragDropManager drags_;
     ContainmentPath containment_;
+    PressHandOver handOver_;
+    SubMenuApproach approach_;
     bool pointerIsInside_ = false;
     NativeWindowId pointerWindow_ = 0;
     std::uint64_t seenChanges_ = 0;

@@ -15,10 +15,40 @@ XY<int> atLeastOne(XY<int> size) {
 
 } // namespace
 
-TopLevelWindow::TopLevelWindow(Glob& root, std::unique_ptr<NativeWindow> native, double scale)
+TopLevelWindow::TopLevelWindow(Glob& root, std::unique_ptr<NativeWindow> native, double scale, Kind kind,
+                               WindowMargins const& margins)
     : root_(&root), rootStamp_(root.idStamp()), native_(std::move(native)),
-      surface_(atLeastOne(root.size()), scale) {
+      surface_(atLeastOne(root.size()) + margins.total(), scale), margins_(margins), kind_(kind) {
+    surface_.setContentPlace(margins.lower());
     root.canvas()->attach(&surface_);
+    surface_.toPaint().add(surface_.bounds());
+}
+
+XY<int> TopLevelWindow::outerSize() const {
+    return atLeastOne(root_->size()) + margins_.total();
+}
+
+XY<int> TopLevelWindow::outerPlace() const {
+    return root_->box().bottomLeft() - margins_.lower();
+}
+
+void TopLevelWindow::setKeepAbove(bool keep) {
+    keepsAbove_ = keep;
+    if (native_) native_->setKeepAbove(keep);
+}
+
+void TopLevelWindow::setMargins(WindowMargins const& margins) {
+    if (margins == margins_ || !native_) return;
+    margins_ = margins;
+    surface_.setContentPlace(margins.lower());
+    surface_.resize(outerSize(), surface_.scale());
+    surface_.toPaint().add(surface_.bounds());
+    native_->resize(outerSize());
+    native_->moveTo(outerPlace());
+}
+
+void TopLevelWindow::setScale(double scale) {
+    surface_.resize(surface_.size(), scale);
     surface_.toPaint().add(surface_.bounds());
 }
 
@@ -28,12 +58,13 @@ void TopLevelWindow::setHidden(bool hidden) {
 }
 
 void TopLevelWindow::nativeResized(XY<int> size) {
-    if (size == root_->size() && size == surface_.size()) return;
+    if (size == outerSize() && size == surface_.size()) return;
     LifeGuard const life = root_->guard();
     DispatchScope const scope;
     surface_.resize(atLeastOne(size), surface_.scale());
     following_ = true;
-    runHandler("resize", [&] { root_->resize(size.x, size.y); });
+    XY<int> const inner = atLeastOne(size - margins_.total());
+    runHandler("resize", [&] { root_->resize(inner.x, inner.y); });
     if (!life.alive()) return;
     following_ = false;
     surface_.toPaint().add(surface_.bounds());
@@ -43,20 +74,19 @@ void TopLevelWindow::nativeMoved(XY<int> place) {
     DispatchScope const scope;
     LifeGuard const life = root_->guard();
     following_ = true;
-    runHandler("move", [&] { root_->setScreenPos(place); });
+    runHandler("move", [&] { root_->setScreenPos(place + margins_.lower()); });
     if (life.alive()) following_ = false;
 }
 
 void TopLevelWindow::rootResized() {
     if (following_ || !native_) return;
-    XY<int> const size = atLeastOne(root_->size());
-    surface_.resize(size, surface_.scale());
-    native_->setMinSize(atLeastOne(root_->getMinSize()));
-    native_->resize(size);
+    surface_.resize(outerSize(), surface_.scale());
+    native_->setMinSize(atLeastOne(root_->getMinSize()) + margins_.total());
+    native_->resize(outerSize());
 }
 
 void TopLevelWindow::rootMoved() {
-    if (!following_ && native_) native_->moveTo(root_->box().bottomLeft());
+    if (!following_ && native_) native_->moveTo(outerPlace());
 }
 
 bool TopLevelWindow::hasPaintWork() {

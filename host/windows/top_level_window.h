@@ -3,19 +3,30 @@
 #include "host/drawing/surface.h"
 #include "host/objects/glob.h"
 #include "host/windows/backend.h"
+#include "host/windows/window_margins.h"
 
 namespace wainscot {
 
 /// A window on the screen: the root that it shows, its pixels and the native window under it.
 class WAINSCOT_API TopLevelWindow {
 public:
-    /// Attaches the surface to the root's canvas. The window is not shown yet.
-    TopLevelWindow(Glob& root, std::unique_ptr<NativeWindow> native, double scale);
+    enum class Kind : std::uint8_t { ordinary, popUp };
+
+    /// Attaches the surface to the root's canvas. The window is not shown yet. `margins` is the room round
+    /// the root, for what is drawn round it.
+    TopLevelWindow(Glob& root, std::unique_ptr<NativeWindow> native, double scale, Kind kind = Kind::ordinary,
+                   WindowMargins const& margins = {});
 
     Glob& root() const { return *root_; }
     IdStamp rootStamp() const { return rootStamp_; }
     Surface& surface() { return surface_; }
     NativeWindow& native() const { return *native_; }
+    bool isPopUp() const { return kind_ == Kind::popUp; }
+    /// The root of the window that it belongs to; an invalid stamp when there is none.
+    IdStamp ownerStamp() const { return owner_; }
+    void setOwner(IdStamp owner) { owner_ = owner; }
+    bool keepsAbove() const { return keepsAbove_; }
+    void setKeepAbove(bool keep);
 
     /// The window system shows nothing of it.
     bool isHidden() const { return hidden_; }
@@ -28,6 +39,11 @@ public:
     void rootResized();
     void rootMoved();
 
+    /// What is drawn round the root needs other room.
+    void setMargins(WindowMargins const& margins);
+    /// The scale of the screen is another.
+    void setScale(double scale);
+
     bool hasPaintWork();
     void paint();
     /// Brings what was painted to the screen.
@@ -37,10 +53,18 @@ public:
     bool isOpen() const { return native_ != nullptr; }
 
 private:
+    /// Size and place of the native window for those of the root.
+    XY<int> outerSize() const;
+    XY<int> outerPlace() const;
+
     Glob* root_;
     IdStamp rootStamp_;
     std::unique_ptr<NativeWindow> native_;
     Surface surface_;
+    WindowMargins margins_;
+    Kind kind_;
+    IdStamp owner_;
+    bool keepsAbove_ = false;
     bool hidden_ = false;
     /// A change that came from the window system is not sent back to it.
     bool following_ = false;

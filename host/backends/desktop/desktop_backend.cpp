@@ -60,6 +60,11 @@ std::uint32_t windowFlags(NativeWindowSettings const& settings) {
     return flags;
 }
 
+/// How the next window keeps its pixels; 0 = as the screen does.
+void chooseVisual(unsigned long visual) {
+    SDL_SetHint(SDL_HINT_VIDEO_X11_WINDOW_VISUALID, visual ? std::to_string(visual).c_str() : "");
+}
+
 } // namespace
 
 DesktopBackend::DesktopBackend(double scale) : space_({}, scale), input_(*this), clipboard_(*this) {
@@ -95,13 +100,16 @@ std::unique_ptr<NativeWindow> DesktopBackend::createWindow(NativeWindowSettings 
     int const height = std::max(1, toDevice(settings.size.y, space_.scale()));
     XY<int> corner{static_cast<int>(SDL_WINDOWPOS_UNDEFINED), static_cast<int>(SDL_WINDOWPOS_UNDEFINED)};
     if (settings.place) corner = space_.toDeviceCorner(*settings.place, height);
+    chooseVisual(settings.translucent ? translucentVisual(display_) : 0);
     SDL_Window* const handle = SDL_CreateWindow(toUTF8(settings.title).c_str(), corner.x, corner.y, width,
                                                 height, windowFlags(settings));
+    chooseVisual(0);
     if (!handle) {
         Diagnostics::count("no window", SDL_GetError());
         return nullptr;
     }
     auto window = std::make_unique<DesktopWindow>(*this, handle, settings);
+    if (DesktopWindow const* owner = findWindow(settings.owner)) window->belongTo(*owner);
     windows_.push_back(window.get());
     if (!display_) display_ = window->display();
     return window;
@@ -146,7 +154,24 @@ void DesktopBackend::updateMonitors() {
     if (monitors_.empty()) monitors_.push_back({0, 0, 1024, 768});
     DeviceRect desktop = monitors_.front();
     for (DeviceRect const& monitor : monitors_) desktop = desktop.unitedWith(monitor);
+    desktop_ = desktop;
     space_ = RootSpace(desktop, space_.scale());
+}
+
+void DesktopBackend::setDeviceScale(double scale) {
+    if (!(scale > 0.0) || scale == space_.scale()) return;
+    double const factor = scale / space_.scale();
+    space_ = RootSpace(desktop_, scale);
+    for (DesktopWindow* const window : windows_) window->rescale(factor);
+}
+
+DesktopWindow* DesktopBackend::windowShownAt(XY<int> place) const {
+    XY<int> const pixel = space_.toDeviceCorner(place, 1);
+    unsigned long shown = 0;
+    while ((shown = childAt(display_, shown, pixel)) != 0)
+        for (DesktopWindow* const window : windows_)
+            if (window->isNative(shown)) return window;
+    return nullptr;
 }
 
 std::vector<IntBox> DesktopBackend::monitors() const {

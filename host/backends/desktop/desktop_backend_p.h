@@ -5,6 +5,7 @@
 #include "host/backends/desktop/desktop_input_p.h"
 #include "host/backends/desktop/desktop_scale_p.h"
 #include "host/backends/desktop/desktop_wakeup_p.h"
+#include "host/backends/desktop/desktop_x11_p.h"
 #include "host/services/clock.h"
 #include "host/windows/backend.h"
 
@@ -31,6 +32,8 @@ public:
     void wake() override { wakeup_.wake(); }
     std::vector<IntBox> monitors() const override;
     double deviceScale() const override { return space_.scale(); }
+    void setDeviceScale(double scale) override;
+    bool isComposited() const override { return hasCompositor(display_); }
     bool isInteractive() const override { return true; }
     void setCursor(MouseCursorID cursor) override { cursors_.show(cursor); }
     void setOutsidePresses(bool wanted) override { input_.setOutsidePresses(wanted); }
@@ -45,6 +48,8 @@ public:
     std::vector<DesktopWindow*> const& windows() const { return windows_; }
     /// Null for a window that is closed.
     DesktopWindow* findWindow(NativeWindowId id) const;
+    /// The window that the window system shows at a place; null when it is none of ours.
+    DesktopWindow* windowShownAt(XY<int> place) const;
     /// Called by a window that is about to close.
     void forget(DesktopWindow const& window);
     /// The connection to the X server; null until the first window.
@@ -62,6 +67,7 @@ private:
     DesktopInput input_;
     DesktopCursors cursors_;
     DesktopClipboard clipboard_;
+    DeviceRect desktop_;
 };
 
 } // namespace wainscot

@@ -164,7 +164,10 @@ void DesktopInput::pointerMotion(SDL_MouseMotionEvent const& event, std::vector<
     pointer_ = unboundedMotion_ ? pointer_ + XY<int>{event.xrel, -event.yrel}
                                 : backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
     pointerWindow_ = window->id();
-    reportMove(from, pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp)), input);
+    InputEvent moved = pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp));
+    // All that the captured pointer does is reported as happening in one window.
+    if (outsidePresses_) moved.window = 0;
+    reportMove(from, moved, input);
 }
 
 void DesktopInput::reportMove(XY<int> from, InputEvent const& moved, std::vector<InputEvent>& input) const {
@@ -240,6 +243,7 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
     InputEvent made = pointerEvent(pressed ? Kind::pointerPressed : Kind::pointerReleased, *window,
                                    timeOf(event.timestamp));
     made.button = button;
+    if (outsidePresses_) made.window = windowShown(pointer_);
     if (pressed) {
         clicks_.setInterval(config_int("double_click_ms", ClickCounter::usualInterval));
         made.clicks = clicks_.press(made.window, button, pointer_, made.time);
@@ -252,6 +256,11 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
     input.push_back(made);
 }
 
+NativeWindowId DesktopInput::windowShown(XY<int> place) const {
+    DesktopWindow const* const window = backend_.windowShownAt(place);
+    return window ? window->id() : 0;
+}
+
 void DesktopInput::pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input) {
     auto const* const window = backend_.findWindow(event.windowID);
     if (!window) return;
@@ -259,6 +268,7 @@ void DesktopInput::pointerWheel(SDL_MouseWheelEvent const& event, std::vector<In
     int const notches = wheel_.add(event.direction == SDL_MOUSEWHEEL_FLIPPED ? -turned : turned);
     if (notches == 0) return;
     InputEvent made = pointerEvent(Kind::wheel, *window, timeOf(event.timestamp));
+    if (outsidePresses_) made.window = 0;
     made.amount = notches;
     input.push_back(made);
 }

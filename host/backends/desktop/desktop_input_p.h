@@ -39,6 +39,7 @@ private:
     void reportMove(XY<int> from, InputEvent const& moved, std::vector<InputEvent>& input) const;
     void updateCapture() const;
     void putPointerBack();
+    NativeWindowId windowShown(XY<int> place) const;
     void composing(SDL_TextEditingEvent const& event, std::vector<InputEvent>& input);
     void key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input);
     void windowEvent(SDL_WindowEvent const& event, std::vector<InputEvent>& input);

@@ -10,6 +10,7 @@
 #include <SDL_mouse.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace wainscot {
 
@@ -95,6 +96,21 @@ void DesktopWindow::setMinSize(XY<int> size) {
     native_.wish(wishes_);
 }
 
+void DesktopWindow::rescale(double factor) {
+    if (!window_) return;
+    auto const scaled = [factor](XY<int> size) {
+        return XY<int>{std::max(1, static_cast<int>(std::lround(size.x * factor))),
+                       std::max(1, static_cast<int>(std::lround(size.y * factor)))};
+    };
+    XY<int> device;
+    SDL_GetWindowSize(window_, &device.x, &device.y);
+    wishes_.leastSize = scaled(wishes_.leastSize);
+    if (wishes_.fixedSize) wishes_.fixedSize = scaled(*wishes_.fixedSize);
+    native_.wish(wishes_);
+    native_.resize(scaled(device));
+    updateBox(backend_->rootSpace());
+}
+
 void DesktopWindow::moveTo(XY<int> place) {
     if (!window_) return;
     int height = 0;
@@ -108,6 +124,10 @@ void DesktopWindow::moveTo(XY<int> place) {
 
 void DesktopWindow::raise() {
     if (window_) SDL_RaiseWindow(window_);
+}
+
+void DesktopWindow::toFront() {
+    if (window_) native_.toFront();
 }
 
 void DesktopWindow::setKeepAbove(bool keep) {

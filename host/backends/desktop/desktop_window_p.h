@@ -29,6 +29,7 @@ public:
     void setMinSize(XY<int> size) override;
     void moveTo(XY<int> place) override;
     void raise() override;
+    void toFront() override;
     void setKeepAbove(bool keep) override;
     XY<int> size() const override { return box_.size(); }
     XY<int> place() const override { return box_.bottomLeft(); }
@@ -37,6 +38,10 @@ public:
     IntBox const& box() const { return box_; }
     /// Puts the pointer at a device pixel of the contents, y downwards.
     void warpPointer(XY<int> devicePixel);
+    void belongTo(DesktopWindow const& owner) { native_.belongTo(owner.native_); }
+    bool isNative(unsigned long window) const { return native_.is(window); }
+    /// The scale has changed by that factor: the logical size stays as it is.
+    void rescale(double factor);
     _XDisplay* display() const { return native_.display(); }
     /// Takes the size and place that the window system has now; true when either has changed.
     bool updateBox(RootSpace const& space);

@@ -4,6 +4,7 @@
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/keysym.h>
 
 #include <cstring>
@@ -67,6 +68,30 @@ bool hasUnreadEvents(Display* display) {
 
 void finishRequests(_XDisplay* display) {
     if (display) XSync(display, False);
+}
+
+bool hasCompositor(Display* display) {
+    if (!display) return false;
+    Atom const manager = XInternAtom(display, "_NET_WM_CM_S0", False);
+    return XGetSelectionOwner(display, manager) != None;
+}
+
+unsigned long translucentVisual(Display* display) {
+    XVisualInfo info;
+    constexpr int depthWithAlpha = 32;
+    if (!display || !XMatchVisualInfo(display, DefaultScreen(display), depthWithAlpha, TrueColor, &info))
+        return 0;
+    return info.visualid;
+}
+
+unsigned long childAt(Display* display, unsigned long window, XY<int> place) {
+    if (!display) return 0;
+    Window const root = DefaultRootWindow(display);
+    Window child = None;
+    int x = 0, y = 0;
+    bool const isThere =
+        XTranslateCoordinates(display, root, window ? window : root, place.x, place.y, &x, &y, &child);
+    return isThere ? child : None;
 }
 
 bool isRightAltAltGr(Display* display) {

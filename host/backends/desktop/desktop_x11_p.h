@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/lightweight_string.h"
+#include "host/base/xy.h"
 
 #include <string>
 
@@ -18,6 +19,13 @@ int connectionFile(_XDisplay* display);
 bool hasUnreadEvents(_XDisplay* display);
 /// Returns when the server has carried out all that was asked of it.
 void finishRequests(_XDisplay* display);
+/// Somebody shows what lies below transparent pixels.
+bool hasCompositor(_XDisplay* display);
+/// The way of keeping pixels that has an alpha channel; 0 when there is none.
+unsigned long translucentVisual(_XDisplay* display);
+/// The child of a window (0: of the whole screen) that is shown at a place on the screen, in device pixels, y
+/// downwards; 0 for none.
+unsigned long childAt(_XDisplay* display, unsigned long window, XY<int> place);
 /// Whether the present layout uses the right Alt key to reach further characters.
 bool isRightAltAltGr(_XDisplay* display);
 /// X errors are counted from now on, instead of ending the program.

@@ -50,6 +50,10 @@ void X11Window::wish(Wishes const& wishes) {
     XSetWMNormalHints(display_, window_, &hints);
 }
 
+void X11Window::belongTo(X11Window const& owner) {
+    if (display_ && owner.window_) XSetTransientForHint(display_, window_, owner.window_);
+}
+
 void X11Window::show() {
     if (!display_) return;
     XMapRaised(display_, window_);
@@ -59,6 +63,12 @@ void X11Window::show() {
 void X11Window::hide() {
     if (!display_) return;
     XWithdrawWindow(display_, window_, DefaultScreen(display_));
+    XFlush(display_);
+}
+
+void X11Window::toFront() {
+    if (!display_) return;
+    XRaiseWindow(display_, window_);
     XFlush(display_);
 }
 

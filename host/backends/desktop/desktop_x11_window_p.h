@@ -28,10 +28,14 @@ public:
     explicit X11Window(SDL_Window* window);
 
     _XDisplay* display() const { return display_; }
+    bool is(unsigned long window) const { return window_ == window; }
     void wish(Wishes const& wishes);
+    /// Asks the window manager to keep it above its owner.
+    void belongTo(X11Window const& owner);
     /// Asks for the window to be shown on top, or to be taken off the screen; returns before it is.
     void show();
     void hide();
+    void toFront();
     void resize(XY<int> size);
     /// `corner` is the upper-left one.
     void move(XY<int> corner);

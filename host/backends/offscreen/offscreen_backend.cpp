@@ -53,6 +53,9 @@ void OffscreenBackend::wait(std::optional<double> until) {
 
 void OffscreenBackend::setMonitors(std::vector<IntBox> monitors) {
     if (monitors.empty()) return;
+    IntBox all = monitors.front();
+    for (IntBox const& monitor : monitors) all = all.unitedWith(monitor);
+    for (IntBox& monitor : monitors) monitor = monitor.translated(XY<int>() - all.bottomLeft());
     monitors_ = std::move(monitors);
     inject(windowEvent(InputEvent::Kind::screenChanged, 0, clock_.msecs()));
 }
@@ -93,7 +96,8 @@ void OffscreenBackend::closed(OffscreenWindow& window) {
 OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,
                                  NativeWindowSettings const& settings, XY<int> place)
     : backend_(backend), id_(id), title_(settings.title), size_(settings.size), minSize_(settings.minSize),
-      place_(place), kind_(settings.kind), keepsAbove_(settings.keepAbove) {}
+      place_(place), kind_(settings.kind), keepsAbove_(settings.keepAbove), owner_(settings.owner),
+      translucent_(settings.translucent) {}
 
 OffscreenWindow::~OffscreenWindow() {
     backend_.closed(*this);

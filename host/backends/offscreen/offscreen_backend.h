@@ -24,6 +24,8 @@ public:
     void wake() override {}
     std::vector<IntBox> monitors() const override { return monitors_; }
     double deviceScale() const override { return deviceScale_; }
+    void setDeviceScale(double scale) override { deviceScale_ = scale; }
+    bool isComposited() const override { return composited_; }
     bool isInteractive() const override { return false; }
     void setCursor(MouseCursorID cursor) override { cursor_ = cursor; }
     void setOutsidePresses(bool wanted) override { outsidePresses_ = wanted; }
@@ -40,8 +42,11 @@ public:
     bool unboundedMotion() const { return unboundedMotion_; }
     std::optional<IntBox> const& textCaret() const { return textCaret_; }
 
-    /// At least one; nothing happens for an empty list. Reported as a change of the screen.
+    /// At least one; nothing happens for an empty list. They are moved so that the lower-left corner of the
+    /// box round all of them is (0, 0). Reported as a change of the screen.
     void setMonitors(std::vector<IntBox> monitors);
+    /// For windows that are made from now on.
+    void setComposited(bool composited) { composited_ = composited; }
     /// As a person would with the window manager.
     void activate(NativeWindowId id);
     void deactivateAll();
@@ -66,6 +71,7 @@ private:
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
     bool refuses_ = false;
+    bool composited_ = true;
     MouseCursorID cursor_ = arrowCursor;
     bool outsidePresses_ = false;
     bool fullMotion_ = false;
@@ -90,6 +96,7 @@ public:
     void setMinSize(XY<int> size) override { minSize_ = size; }
     void moveTo(XY<int> place) override;
     void raise() override;
+    void toFront() override {}
     void setKeepAbove(bool keep) override { keepsAbove_ = keep; }
     XY<int> size() const override { return size_; }
     XY<int> place() const override { return place_; }
@@ -100,6 +107,8 @@ public:
     bool isShown() const { return shown_; }
     NativeWindowSettings::Kind kind() const { return kind_; }
     bool keepsAbove() const { return keepsAbove_; }
+    NativeWindowId owner() const { return owner_; }
+    bool isTranslucent() const { return translucent_; }
     /// Boxes brought to the screen by the last call, and by all.
     std::vector<IntBox> const& lastPresented() const { return lastPresented_; }
     std::uint64_t numPresented() const { return numPresented_; }
@@ -115,6 +124,8 @@ private:
     XY<int> place_;
     NativeWindowSettings::Kind kind_;
     bool keepsAbove_;
+    NativeWindowId owner_;
+    bool translucent_;
     bool shown_ = false;
     std::vector<IntBox> lastPresented_;
     std::uint64_t numPresented_ = 0;

@@ -1,0 +1,233 @@
+// Pop-ups, modal windows and places of GlobManager.
+
+#include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/objects/placement.h"
+#include "host/objects/tree.h"
+#include "host/windows/glob_manager.h"
+#include "host/windows/screen_places.h"
+
+namespace wainscot {
+
+namespace {
+
+/// The place of a root of that size one of whose corners lies at `place`.
+XY<int> lowerLeft(XY<int> place, CoordinateOrigin origin, XY<int> size) {
+    switch (origin) {
+    case CoordinateOrigin::bottomLeft:
+        return place;
+    case CoordinateOrigin::bottomRight:
+        return {place.x - size.x, place.y};
+    case CoordinateOrigin::centre:
+        return {place.x - size.x / 2, place.y - size.y / 2};
+    case CoordinateOrigin::topLeft:
+        return {place.x, place.y - size.y};
+    case CoordinateOrigin::topRight:
+        return {place.x - size.x, place.y - size.y};
+    case CoordinateOrigin::leftCentre:
+        return {place.x, place.y - size.y / 2};
+    case CoordinateOrigin::rightCentre:
+        break;
+    }
+    return {place.x - size.x, place.y - size.y / 2};
+}
+
+XY<int> sizeOf(GlobCreationInfo const& info) {
+    return {info.width, info.height};
+}
+
+Glob* liveOrNull(Glob* glob) {
+    return is_good_glob_ptr(glob) ? glob : nullptr;
+}
+
+} // namespace
+
+// Monitors
+
+IntBox GlobManager::monitorFor(IntBox const& box) const {
+    return ScreenPlaces::monitorOf(monitors(), box);
+}
+
+IntBox GlobManager::activeMonitor() const {
+    TopLevelWindow const* const window = activeWindow();
+    return window ? monitorFor(window->root().box()) : monitors().front();
+}
+
+// Places
+
+XY<int> GlobManager::placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const {
+    XY<int> const size = sizeOf(info);
+    if (!position.isRelative()) return Placement::inCorner(position, activeMonitor(), size);
+    Glob const* const sibling = position.sibling();
+    if (!sibling) return glib_getMousePos();
+    return ScreenPlaces::beside(sibling->screenBox(), size, position.relativity(), position.gap(),
+                                position.alignment())
+        .bottomLeft();
+}
+
+XY<int> GlobManager::getPosForGlob(GlobCreationInfo const& info, WidgetPosition const& position) const {
+    return placeBy(info, position);
+}
+
+XY<int> GlobManager::getSafePosForGlob(GlobCreationInfo const& info, WidgetPosition const& position,
+                                       bool* opposite) const {
+    Glob const* const sibling = position.isRelative() ? position.sibling() : nullptr;
+    if (sibling)
+        return getSafePosForGlob(info, sibling->screenBox(), position.relativity(), position.gap(),
+                                 position.alignment(), opposite);
+    if (opposite) *opposite = false;
+    IntBox const wanted = IntBox::sized(placeBy(info, position), sizeOf(info));
+    return ScreenPlaces::movedOnto(monitorFor(wanted), wanted).bottomLeft();
+}
+
+XY<int> GlobManager::getSafePosForGlob(GlobCreationInfo const& info, IntBox const& anchor,
+                                       WidgetRelativity side, int gap, WidgetAlignment alignment,
+                                       bool* opposite) const {
+    auto const found = ScreenPlaces::besideOn(monitorFor(anchor), anchor, sizeOf(info), side, gap, alignment);
+    if (opposite) *opposite = found.opposite;
+    return found.box.bottomLeft();
+}
+
+XY<int> GlobManager::calcPosForGlob(XY<int> const& size, IntBox const& anchor, WidgetRelativity side,
+                                    WidgetAlignment alignment) const {
+    IntBox const monitor = monitorFor(anchor);
+    IntBox const wanted = ScreenPlaces::beside(anchor, size, side, 0, alignment);
+    IntBox const moved = ScreenPlaces::movedOnto(monitor, wanted);
+    bool const alongX = side == WidgetRelativity::above || side == WidgetRelativity::below;
+    bool const touches = alongX ? moved.y1 == wanted.y1 : moved.x1 == wanted.x1;
+    bool const hasRoom = touches && monitor.contains(moved);
+    return {moved.x1, hasRoom ? moved.y1 : -1};
+}
+
+bool GlobManager::redisplay(Glob* root, XY<int> const& place, CoordinateOrigin origin, bool toTop) {
+    if (!mayOpen(root)) return false;
+    IntBox const wanted =
+        IntBox::sized(lowerLeft(Placement::clampPlace(place), origin, root->size()), root->size());
+    XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(wanted), wanted).bottomLeft();
+    LifeGuard const life = root->guard();
+    if (!windowOf(root)) return realize(root, corner);
+    root->setScreenPos(corner);
+    if (life.alive()) root->setVisible(true);
+    if (life.alive() && toTop) root->popToTop();
+    return life.alive();
+}
+
+void GlobManager::canvasKeepTopmost(Canvas* canvas, bool keep) {
+    TopLevelWindow* const window = windowOf(Glob::getRootParent(canvas_to_glob(canvas)));
+    if (!window) return;
+    window->setKeepAbove(keep);
+    broughtToFront(*window);
+}
+
+// Pop-ups
+
+bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
+    if (!mayOpen(root) || windowOf(root)) return false;
+    if (!EventSystem::live().focus.applicationHasFocus()) {
+        Diagnostics::count("pop-up refused", "no window of the program is the active one");
+        return false;
+    }
+    DispatchScope const scope;
+    Glob* const opener = liveOrNull(options.opener);
+    Glob* const parent = popUps_.contains(options.parent) ? options.parent : nullptr;
+    Glob* const context = parent ? parent : opener;
+    LifeGuard const contextLife = context ? context->guard() : root->guard();
+    TopLevelWindow const* const from = windowOf(Glob::getRootParent(context));
+    TopLevelWindow const* const owner = from ? from : activeWindow();
+    IdStamp const ownerStamp = owner ? owner->rootStamp() : IdStamp();
+    IntBox const wanted =
+        IntBox::sized(Placement::clampPlace(options.place.value_or(root->box().bottomLeft())), root->size());
+    IntBox const anchor = options.anchor ? *options.anchor
+                          : opener       ? opener->screenBox()
+                                         : IntBox::sized(glib_getMousePos(), {1, 1});
+    XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(anchor), wanted).bottomLeft();
+    LifeGuard const life = root->guard();
+    if (!popUps_.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
+    if (context && contextLife.alive()) modality_.setContext(*root, *context);
+    TopLevelWindow const* const ownerNow = windowOfStamp(ownerStamp);
+    if (open(*root, {corner, ownerNow, TopLevelWindow::Kind::popUp})) return true;
+    if (life.alive()) popUps_.leave(*root);
+    return !life.alive();
+}
+
+void GlobManager::pinPopUp(Glob* root) {
+    if (is_good_glob_ptr(root)) popUps_.leave(*root);
+}
+
+bool GlobManager::isPopUp(Glob const* root) const {
+    TopLevelWindow const* const window = windowOf(root);
+    return window && window->isPopUp();
+}
+
+// Modal objects
+
+bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
+    if (!is_good_glob_ptr(glob)) {
+        Diagnostics::count("modal object refused", "not a live object");
+        return false;
+    }
+    LifeGuard const life = glob->guard();
+    TopLevelWindow const* const active = activeWindow();
+    Glob* const from = liveOrNull(context) ? context : active ? &active->root() : nullptr;
+    popUps_.closeAll();
+    if (!life.alive()) return false;
+    if (!glob->isChildGlob() && !windowOf(glob) && !realizeOwned(glob, liveOrNull(from))) return false;
+    if (!life.alive()) return false;
+    modality_.addModal(*glob);
+    Tree::noteChange();
+    return true;
+}
+
+void GlobManager::setModalContextGlob(Glob* glob, Glob* context) {
+    if (liveOrNull(glob) && liveOrNull(context)) modality_.setContext(*glob, *context);
+}
+
+void GlobManager::unsetModalContextGlob(Glob* glob) {
+    if (glob) modality_.remove(*glob);
+    Tree::noteChange();
+}
+
+void GlobManager::showModal(Glob& modal) {
+    modal.popToTop();
+}
+
+// Changes of screen and look
+
+void GlobManager::screenChanged() {
+    popUps_.closeAll();
+    setDeviceScale(backend_.deviceScale());
+    DispatchScope const keepsWindows;
+    for (Glob* root : roots())
+        if (windowOf(root)) runHandler("screen change", [&] { root->constrainWithinScreen(); });
+}
+
+void GlobManager::setDeviceScale(double scale) {
+    backend_.setDeviceScale(scale);
+    bool changed = false;
+    for (auto const& window : windows_) {
+        changed = changed || window->surface().scale() != backend_.deviceScale();
+        window->setScale(backend_.deviceScale());
+    }
+    if (changed) lookChanged();
+}
+
+void GlobManager::lookChanged() {
+    DispatchScope const keepsWindows;
+    for (Glob* root : roots()) {
+        if (!windowOf(root)) continue;
+        LifeGuard const life = root->guard();
+        root->visitSubtree([](Glob& glob) {
+            runHandler("handleLookChange", [&] { glob.handleLookChange(); });
+            return true;
+        });
+        if (!life.alive()) continue;
+        root->visitSubtree([](Glob& glob) {
+            runHandler("reshape", [&] { glob.forceReshape(); });
+            return true;
+        });
+        if (life.alive()) root->makeDirty();
+    }
+}
+
+} // namespace wainscot

@@ -1,0 +1,72 @@
+#include "host/windows/sub_menu_approach.h"
+
+#include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/services/clock.h"
+
+namespace wainscot {
+
+class SubMenuApproach::Timer final : public EventHandler {
+public:
+    explicit Timer(SubMenuApproach& approach) : approach_(approach) {
+        EventTimeServer::theEventTimeServer()->registerForTimeEvents(this);
+        EventTimeServer::theEventTimeServer()->setNextTimer(this, DiagonalWay::longest);
+    }
+    // Owned by the approach, never counted.
+    void addRef() const noexcept override {}
+    void release() const noexcept override {}
+    bool handleEvent(Event const& event) override {
+        if (isTimerEvent(event)) approach_.timeIsOver();
+        return true;
+    }
+
+private:
+    SubMenuApproach& approach_;
+};
+
+SubMenuApproach::SubMenuApproach(GlobManager const& windows, std::function<void(InputEvent const&)> deliver)
+    : windows_(windows), deliver_(std::move(deliver)) {}
+
+SubMenuApproach::~SubMenuApproach() = default;
+
+std::optional<IntBox> SubMenuApproach::target(XY<int> from, XY<int> place) const {
+    PopUpChain const& chain = windows_.popUps();
+    Glob const* const last = chain.last();
+    Glob const* const parent = chain.parentOf(last);
+    if (!parent) return {};
+    TopLevelWindow const* const start = windows_.windowAt(from);
+    TopLevelWindow const* const here = windows_.windowAt(place);
+    bool const setOutFromParent = start && &start->root() == parent;
+    bool const hasArrived = here && &here->root() == last;
+    if (!setOutFromParent || hasArrived) return {};
+    return last->screenBox();
+}
+
+bool SubMenuApproach::holdsBack(XY<int> from, InputEvent const& move) {
+    if (delivering_) return false;
+    auto const box = target(from, move.place);
+    if (!box || !way_.holdsBack(from, move.place, *box, service_get_msecs())) {
+        drop();
+        return false;
+    }
+    held_ = move;
+    if (!timer_) timer_ = std::make_unique<Timer>(*this);
+    return true;
+}
+
+/// The timer may be the one who is just running.
+void SubMenuApproach::drop() {
+    way_.end();
+    if (!timer_) return;
+    EventTimeServer::theEventTimeServer()->unregister(timer_.get());
+    DispatchScope::freeWhenUnwound([](void* timer) { delete static_cast<Timer*>(timer); }, timer_.release());
+}
+
+void SubMenuApproach::timeIsOver() {
+    drop();
+    delivering_ = true;
+    runHandler("move", [this] { deliver_(held_); });
+    delivering_ = false;
+}
+
+} // namespace wainscot

@@ -1,0 +1,205 @@
+#include "tests/host_fixture.h"
+
+namespace wainscot {
+namespace {
+
+/// A main window, a second one, and a modal dialog over the first.
+class Modal : public HostTest {
+protected:
+    Modal() {
+        other_ = openWindow(200, 100, {1000, 100});
+        inOther_ = probeIn(*other_, "other");
+        main_ = openWindow(400, 300, {100, 500});
+        inMain_ = probeIn(*main_, "main");
+    }
+
+    ProbeGlob* probeIn(Glob& parent, std::string const& name) {
+        ProbeGlob* const probe =
+            parent.addChild(std::make_unique<ProbeGlob>(60, 30, nullptr, name), BottomLeft(10, 10));
+        hear(*probe, name);
+        return probe;
+    }
+    void hear(ProbeGlob& probe, std::string const& name) {
+        probe.onReact = [this, name, &probe](Event const& event) {
+            if (mouse_down_event(event)) log_.push_back(name + " down");
+            if (isKeyPressEvent(event)) log_.push_back(name + " key");
+            if (mouse_wheel_event(event)) log_.push_back(name + " wheel");
+            return !isMessageEvent(event) || probe.Glob::react(event);
+        };
+    }
+    void openDialog() {
+        dialog_ = new RecordingParent(200, 100);
+        inDialog_ = probeIn(*dialog_, "dialog");
+        ASSERT_TRUE(manager().addModalGlob(dialog_, main_));
+        driver_.settle();
+        inDialog_->claimKbdFocus();
+        log_.clear();
+    }
+    void useAll() {
+        for (ProbeGlob* probe : {inMain_, inOther_}) {
+            driver_.click(probe);
+            driver_.wheel(probe, 1);
+        }
+        driver_.key('a');
+    }
+    std::vector<std::string> takeLog() { return std::exchange(log_, {}); }
+    GlobManager& manager() { return host_->globManager(); }
+
+    std::vector<std::string> log_;
+    RecordingParent* main_;
+    RecordingParent* other_;
+    RecordingParent* dialog_ = nullptr;
+    ProbeGlob* inMain_;
+    ProbeGlob* inOther_;
+    ProbeGlob* inDialog_ = nullptr;
+};
+
+using Lines = std::vector<std::string>;
+
+TEST_F(Modal, KeepsInputFromAllOtherWindows) {
+    openDialog();
+    EXPECT_EQ(nativeOf(dialog_)->owner(), nativeOf(main_)->id());
+    EXPECT_EQ(dialog_->screenBox().centre(), main_->screenBox().centre());
+    useAll();
+    EXPECT_EQ(takeLog(), Lines{"dialog key"});
+    EXPECT_FALSE(inMain_->containsPointer());
+    driver_.click(inDialog_);
+    EXPECT_EQ(takeLog(), Lines{"dialog down"});
+    delete dialog_;
+    driver_.settle();
+    host_->offscreen()->activate(nativeOf(main_)->id());
+    driver_.click(inMain_);
+    EXPECT_EQ(takeLog(), Lines{"main down"}) << "its death has ended it";
+}
+
+TEST_F(Modal, APressElsewhereBringsItToTheFrontAndKeysGoToIt) {
+    openDialog();
+    // The window manager lets a person choose another window.
+    host_->offscreen()->activate(nativeOf(other_)->id());
+    driver_.settle();
+    driver_.settle();
+    EXPECT_EQ(manager().activeWindow()->rootStamp(), dialog_->idStamp());
+    inMain_->claimKbdFocus();
+    driver_.click(inMain_);
+    EXPECT_EQ(&manager().foremost()->root(), dialog_);
+    driver_.key('a');
+    EXPECT_EQ(takeLog(), Lines{"dialog key"});
+    EXPECT_TRUE(driver_.closeWindow(main_));
+    EXPECT_TRUE(is_good_glob_ptr(main_)) << "it cannot be closed behind the dialog";
+    EXPECT_TRUE(main_->messages().empty());
+}
+
+TEST_F(Modal, InterceptEntriesOfRefusedWindowsAreNotAsked) {
+    openDialog();
+    int asked = 0;
+    for (ProbeGlob* probe : {inMain_, inOther_, inDialog_}) {
+        probe->onIntercept = [&, probe](Event const&) {
+            return asked += probe == inDialog_ ? 100 : 1, false;
+        };
+        getEventInterceptStack().push(probe, 10);
+    }
+    driver_.keyDown('a');
+    EXPECT_EQ(asked, 100);
+}
+
+TEST_F(Modal, PopUpsAndContextsBelongToTheChain) {
+    openDialog();
+    auto* const popUp = new ProbeGlob(80, 60);
+    hear(*popUp, "menu");
+    PopUpOptions options;
+    options.place = XY<int>{500, 200};
+    options.opener = inDialog_;
+    ASSERT_TRUE(manager().openPopUp(popUp, options));
+    auto* const sub = new ProbeGlob(80, 60);
+    hear(*sub, "sub");
+    options.place = XY<int>{580, 200};
+    options.parent = popUp;
+    ASSERT_TRUE(manager().openPopUp(sub, options));
+    driver_.settle();
+    driver_.clickAt({510, 210});
+    driver_.clickAt({590, 210});
+    EXPECT_EQ(takeLog(), (Lines{"menu down", "sub down"})) << "a sub-menu is no loser of its parent's";
+    manager().popUps().closeAll();
+    // A window that was given the dialog as its context.
+    manager().setModalContextGlob(other_, dialog_);
+    driver_.click(inOther_);
+    EXPECT_EQ(takeLog(), Lines{"other down"});
+    manager().unsetModalContextGlob(other_);
+    driver_.click(inOther_);
+    EXPECT_EQ(takeLog(), Lines{});
+}
+
+TEST_F(Modal, TheLatestOfSeveralCountsFirst) {
+    openDialog();
+    auto* const second = new RecordingParent(100, 60);
+    ProbeGlob* const inSecond = probeIn(*second, "second");
+    ASSERT_TRUE(manager().addModalGlob(second, dialog_));
+    driver_.settle();
+    driver_.click(inMain_);
+    EXPECT_EQ(manager().modality().blockerOf(*main_), second);
+    EXPECT_EQ(manager().modality().blockerOf(*dialog_), second);
+    driver_.moveTo({310, 610});
+    driver_.press();
+    driver_.release();
+    EXPECT_EQ(takeLog(), Lines{}) << "the first dialog is refused as well";
+    driver_.click(inSecond);
+    EXPECT_EQ(takeLog(), Lines{"second down"});
+    delete main_;
+    driver_.settle();
+    EXPECT_FALSE(is_good_glob_ptr(dialog_)) << "a dialog goes with the window that it belongs to";
+    EXPECT_FALSE(is_good_glob_ptr(second));
+    driver_.click(inOther_);
+    EXPECT_EQ(takeLog(), Lines{"other down"});
+}
+
+TEST_F(Modal, AChildKeepsInputFromTheRestOfItsWindowOnly) {
+    auto* const panel = main_->addChild(std::make_unique<ProbeGlob>(100, 100), BottomLeft(200, 100));
+    ProbeGlob* const inPanel = probeIn(*panel, "panel");
+    inMain_->claimKbdFocus();
+    ASSERT_TRUE(manager().addModalGlob(panel, main_));
+    driver_.click(inMain_);
+    driver_.click(inPanel);
+    driver_.click(inOther_);
+    EXPECT_EQ(takeLog(), (Lines{"panel down", "other down"}));
+    host_->offscreen()->activate(nativeOf(main_)->id());
+    driver_.settle();
+    hear(*panel, "panel itself");
+    driver_.key('a');
+    EXPECT_EQ(takeLog(), Lines{"panel itself key"});
+    inPanel->claimKbdFocus();
+    driver_.key('a');
+    EXPECT_EQ(takeLog(), Lines{"panel key"});
+    panel->setVisible(false);
+    driver_.click(inMain_);
+    EXPECT_EQ(takeLog(), Lines{"main down"}) << "a hidden one keeps nobody from anything";
+    panel->setVisible(true);
+    manager().unsetModalContextGlob(panel);
+    driver_.click(inMain_);
+    EXPECT_EQ(takeLog(), Lines{"main down"});
+}
+
+TEST_F(Modal, RingsOfContextsAndDeadObjectsDoNoHarm) {
+    manager().setModalContextGlob(main_, other_);
+    manager().setModalContextGlob(other_, main_);
+    openDialog();
+    EXPECT_EQ(manager().modality().blockerOf(*main_), dialog_);
+    manager().setModalContextGlob(main_, nullptr);
+    expectDiagnostic("modal object refused");
+    EXPECT_FALSE(manager().addModalGlob(nullptr, main_));
+    inDialog_->onReact = [this](Event const& event) {
+        if (mouse_down_event(event)) delete dialog_;
+        return true;
+    };
+    driver_.click(inDialog_);
+    EXPECT_EQ(manager().modality().blockerOf(*main_), nullptr);
+    openDialog();
+    manager().unsetModalContextGlob(dialog_);
+    manager().addModalGlob(inMain_, inDialog_);
+    delete dialog_;
+    EXPECT_EQ(manager().modality().blockerOf(*main_), inMain_);
+    delete inMain_;
+    EXPECT_EQ(manager().modality().blockerOf(*main_), nullptr);
+}
+
+} // namespace
+} // namespace wainscot
