@@ -278,6 +278,15 @@ TEST_F(PopUps, APinnedOneHasLeftTheChain) {
     EXPECT_FALSE(is_good_glob_ptr(first_)) << "it goes with the window to which it belongs";
 }
 
+TEST_F(PopUps, APinnedSubMenuOutlivesItsParent) {
+    openThree();
+    manager().pinPopUp(second_);
+    driver_.click(outside_);
+    driver_.settle();
+    EXPECT_EQ(takeLog(), (Lines{"outside entered", "first poot"}));
+    EXPECT_TRUE(is_good_glob_ptr(second_) && is_good_glob_ptr(third_));
+}
+
 TEST_F(PopUps, OneOpenedFromAnEarlierOneReplacesThoseBehindIt) {
     openThree();
     ProbeGlob* const other = open("other", {230, 500}, first_);
