@@ -8,6 +8,8 @@
 #include "host/windows/glob_manager.h"
 #include "host/windows/screen_places.h"
 
+#include <cmath>
+
 namespace wainscot {
 
 namespace {
@@ -211,6 +213,10 @@ void GlobManager::screenChanged() {
 }
 
 void GlobManager::setDeviceScale(double scale) {
+    if (!std::isfinite(scale) || scale <= 0.0) {
+        Diagnostics::count("scale refused", "not a positive number");
+        return;
+    }
     backend_.setDeviceScale(scale);
     bool changed = false;
     for (auto const& window : windows_) {
