@@ -281,6 +281,17 @@ XY<int> WindowBench::sizeOf(WindowId window) {
     return {attributes.width, attributes.height};
 }
 
+int WindowBench::depthOf(WindowId window) {
+    XWindowAttributes attributes{};
+    return XGetWindowAttributes(display_, window, &attributes) ? attributes.depth : 0;
+}
+
+void WindowBench::pretendCompositor() {
+    Window const owner = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 1, 1, 0, 0, 0);
+    XSetSelectionOwner(display_, XInternAtom(display_, "_NET_WM_CM_S0", False), owner, CurrentTime);
+    XSync(display_, False);
+}
+
 bool WindowBench::isViewable(WindowId window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(display_, window, &attributes) && attributes.map_state == IsViewable;

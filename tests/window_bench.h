@@ -70,6 +70,10 @@ public:
     bool isViewable(WindowId window);
     /// Whether the keyboard belongs to the window.
     bool isActive(WindowId window);
+    /// Bits of a pixel of the window.
+    int depthOf(WindowId window);
+    /// Programs that ask find a compositor from now on; what is transparent is not shown as such.
+    void pretendCompositor();
     /// Asks the window manager to close the window, as its close button does.
     void requestClose(WindowId window);
     void minimise(WindowId window);

@@ -181,3 +181,29 @@ TEST_F(WindowPopUp, AModalWindowKeepsItsOwnerAndGoesWithIt) {
     bench_.requestClose(second);
     expectLines({"Another window  poot"});
 }
+
+TEST_F(WindowPopUp, HaveTransparentRoomForTheirShadowWhereThereIsACompositor) {
+    EXPECT_EQ(bench_.depthOf(window_), 24);
+    bench_.pretendCompositor();
+    clickAt(at(openPopUps));
+    WindowBench::WindowId const popUp = bench_.findWindow("level 1");
+    ASSERT_NE(popUp, 0u);
+    EXPECT_EQ(bench_.depthOf(popUp), 32);
+    EXPECT_EQ(bench_.sizeOf(popUp), (XY<int>{162, 114})) << "1 of frame and 8 of shadow round it";
+    ASSERT_TRUE(waitUntil([&] { return bench_.isViewable(popUp); }));
+    clickAt(row(1, 1));
+    expectLines({"level 1  chosen  Choose 1", "level 1  closes"});
+}
+
+TEST_F(WindowPopUp, TheScaleChangesWhileTheProgramRuns) {
+    constexpr XY<int> otherScale{276, 228};
+    clickAt(at(otherScale));
+    EXPECT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x == 1280; })) << bench_.sizeOf(window_).x;
+    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>{2 * 186, 2 * 116}, faceColour));
+    bench_.xdotool({"windowmove", std::to_string(window_), "-300", "60"});
+    ASSERT_TRUE(waitUntil([&] { return bench_.placeOf(window_).x < 0; }));
+    clickAt(at({2 * otherScale.x, 2 * otherScale.y}));
+    EXPECT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x == 640; }));
+    bench_.xdotool({"windowmove", std::to_string(window_), "20", "60"});
+    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>{186, 116}, faceColour));
+}

@@ -129,6 +129,20 @@ TEST_F(Modal, PopUpsAndContextsBelongToTheChain) {
     EXPECT_EQ(takeLog(), Lines{});
 }
 
+TEST_F(Modal, OneOpenedFromAMenuBelongsToTheWindowBehindIt) {
+    auto* const menu = new ProbeGlob(80, 60);
+    PopUpOptions options;
+    options.opener = inMain_;
+    ASSERT_TRUE(manager().openPopUp(menu, options));
+    menu->onMessage = [menu](LightweightString<char> const&, Glob*) { return delete menu, 1; };
+    dialog_ = new RecordingParent(200, 100);
+    ASSERT_TRUE(manager().addModalGlob(dialog_, menu));
+    driver_.settle();
+    EXPECT_FALSE(is_good_glob_ptr(menu)) << "a modal object closes the pop-ups";
+    EXPECT_EQ(nativeOf(dialog_)->owner(), nativeOf(main_)->id());
+    EXPECT_EQ(manager().modality().blockerOf(*main_), dialog_);
+}
+
 TEST_F(Modal, TheLatestOfSeveralCountsFirst) {
     openDialog();
     auto* const second = new RecordingParent(100, 60);

@@ -278,6 +278,15 @@ TEST_F(PopUps, APinnedOneHasLeftTheChain) {
     EXPECT_FALSE(is_good_glob_ptr(first_)) << "it goes with the window to which it belongs";
 }
 
+TEST_F(PopUps, APinnedSubMenuOutlivesItsParent) {
+    openThree();
+    manager().pinPopUp(second_);
+    driver_.click(outside_);
+    driver_.settle();
+    EXPECT_EQ(takeLog(), (Lines{"outside entered", "first poot"}));
+    EXPECT_TRUE(is_good_glob_ptr(second_) && is_good_glob_ptr(third_));
+}
+
 TEST_F(PopUps, OneOpenedFromAnEarlierOneReplacesThoseBehindIt) {
     openThree();
     ProbeGlob* const other = open("other", {230, 500}, first_);
@@ -434,8 +443,13 @@ TEST_F(PopUps, TheStraightWayToASubMenuDisturbsNobodyOnIt) {
     driver_.advance(1);
     EXPECT_EQ(takeLog(), Lines{"menu move"});
     EXPECT_EQ(glib_getMousePos(), (XY<int>{170, 600}));
-    driver_.moveTo({180, 595});
-    driver_.moveTo({179, 595});
+    for (int i = 1; i <= 5; ++i) {
+        driver_.moveTo({170 + 2 * i, 600 - i});
+        driver_.advance(70);
+    }
+    EXPECT_EQ(takeLog(), Lines{"menu move"}) << "nobody is kept waiting by a slow hand";
+    driver_.moveTo({195, 590});
+    driver_.moveTo({194, 590});
     EXPECT_EQ(takeLog(), Lines{"menu move"}) << "it turned round";
 }
 

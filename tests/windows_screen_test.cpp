@@ -6,6 +6,7 @@
 #include "host/windows/screen.h"
 #include "host/windows/screen_places.h"
 
+#include <cmath>
 #include <random>
 
 namespace wainscot {
@@ -213,6 +214,9 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
         EXPECT_EQ(manager().windowOf(root)->surface().deviceSize(), (XY<int>{800, 600}));
         EXPECT_EQ(driver_.pixel(root, {399, 299}), dark) << "painted to the last corner";
     }
+    expectDiagnostic("scale refused");
+    for (double const nonsense : {0.0, -1.0, std::nan(""), HUGE_VAL}) Look::setDeviceScale(nonsense);
+    EXPECT_EQ(host_->backend().deviceScale(), 2.0);
     RecordingParent* const third = openWindow(100, 100, {950, 0});
     EXPECT_EQ(manager().windowOf(third)->surface().deviceSize(), (XY<int>{200, 200}));
     measured[0]->onChange = [&] { destroy(first); };

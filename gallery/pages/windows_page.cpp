@@ -173,6 +173,10 @@ public:
         place(L"Other theme", [](LabelGlob&) {
             Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);
         });
+        place(L"Other scale", [this](LabelGlob&) {
+            isLarge_ = !isLarge_;
+            Look::setDeviceScale(isLarge_ ? 2.0 : 1.0);
+        });
         strip_ = place(L"The strip: press to free the rest",
                        [this](LabelGlob&) { GlobManager::instance().unsetModalContextGlob(strip_); });
         strip_->resize(buttonSize().x * 2, buttonSize().y);
@@ -239,6 +243,7 @@ private:
     LabelGlob* keepAbove_;
     LabelGlob* strip_;
     bool keepsAbove_ = false;
+    bool isLarge_ = false;
     Glob* popUp_ = nullptr;
     IdStamp popUpStamp_;
 };

@@ -161,6 +161,9 @@ private:
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
     bool open(Glob& root, Wish const& wish);
     void destroyOwned(Glob const& root);
+    /// The window of an object, or for one in a pop-up the window that this belongs to; the active one where
+    /// there is none.
+    TopLevelWindow* ordinaryWindowFor(Glob* context) const;
     void putInStack(TopLevelWindow& window);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>

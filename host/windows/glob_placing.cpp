@@ -8,6 +8,8 @@
 #include "host/windows/glob_manager.h"
 #include "host/windows/screen_places.h"
 
+#include <cmath>
+
 namespace wainscot {
 
 namespace {
@@ -122,6 +124,13 @@ void GlobManager::canvasKeepTopmost(Canvas* canvas, bool keep) {
 
 // Pop-ups
 
+/// Pop-ups come and go: what is opened from one belongs to the window behind it.
+TopLevelWindow* GlobManager::ordinaryWindowFor(Glob* context) const {
+    TopLevelWindow* window = windowOf(Glob::getRootParent(context));
+    while (window && window->isPopUp()) window = windowOfStamp(window->ownerStamp());
+    return window ? window : activeWindow();
+}
+
 bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     if (!mayOpen(root) || windowOf(root)) return false;
     if (!EventSystem::live().focus.applicationHasFocus()) {
@@ -133,8 +142,7 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     Glob* const parent = popUps_.contains(options.parent) ? options.parent : nullptr;
     Glob* const context = parent ? parent : opener;
     LifeGuard const contextLife = context ? context->guard() : root->guard();
-    TopLevelWindow const* const from = windowOf(Glob::getRootParent(context));
-    TopLevelWindow const* const owner = from ? from : activeWindow();
+    TopLevelWindow const* const owner = ordinaryWindowFor(context);
     IdStamp const ownerStamp = owner ? owner->rootStamp() : IdStamp();
     IntBox const wanted =
         IntBox::sized(Placement::clampPlace(options.place.value_or(root->box().bottomLeft())), root->size());
@@ -168,11 +176,13 @@ bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
         return false;
     }
     LifeGuard const life = glob->guard();
-    TopLevelWindow const* const active = activeWindow();
-    Glob* const from = liveOrNull(context) ? context : active ? &active->root() : nullptr;
+    TopLevelWindow const* const before = ordinaryWindowFor(liveOrNull(context));
+    IdStamp const owner = before ? before->rootStamp() : IdStamp();
     popUps_.closeAll();
     if (!life.alive()) return false;
-    if (!glob->isChildGlob() && !windowOf(glob) && !realizeOwned(glob, liveOrNull(from))) return false;
+    TopLevelWindow const* const now = windowOfStamp(owner);
+    bool const needsWindow = !glob->isChildGlob() && !windowOf(glob);
+    if (needsWindow && !realizeOwned(glob, now ? &now->root() : nullptr)) return false;
     if (!life.alive()) return false;
     modality_.addModal(*glob);
     Tree::noteChange();
@@ -203,6 +213,10 @@ void GlobManager::screenChanged() {
 }
 
 void GlobManager::setDeviceScale(double scale) {
+    if (!std::isfinite(scale) || scale <= 0.0) {
+        Diagnostics::count("scale refused", "not a positive number");
+        return;
+    }
     backend_.setDeviceScale(scale);
     bool changed = false;
     for (auto const& window : windows_) {

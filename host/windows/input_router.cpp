@@ -230,6 +230,7 @@ void InputRouter::updateContainment(Glob* under) {
 }
 
 void InputRouter::refreshContainment() {
+    approach_.checkTarget(events_.pointer.place);
     seenChanges_ = Tree::numChanges();
     updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
     updatePointerWishes();

@@ -62,6 +62,10 @@ void SubMenuApproach::drop() {
     DispatchScope::freeWhenUnwound([](void* timer) { delete static_cast<Timer*>(timer); }, timer_.release());
 }
 
+void SubMenuApproach::checkTarget(XY<int> from) {
+    if (timer_ && !target(from, held_.place)) timeIsOver();
+}
+
 void SubMenuApproach::timeIsOver() {
     drop();
     delivering_ = true;

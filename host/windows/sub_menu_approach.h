@@ -22,6 +22,8 @@ public:
     bool holdsBack(XY<int> from, InputEvent const& move);
     /// Other input has come: what was held back does not matter any more.
     void drop();
+    /// Delivers what is held back when the pop-up that the pointer was on its way to has gone.
+    void checkTarget(XY<int> from);
 
 private:
     class Timer;
