@@ -50,14 +50,15 @@ Glob* DragDropManager::destinationFor(DragDropItem const& item, XY<int> const& p
     TopLevelWindow* const window = windows_.windowAt(place);
     if (!window || !window->root().isShown()) return nullptr;
     Glob* glob = Tree::globAt(window->root(), window->root().screenXYToGlobXY(place));
+    XY<int> inside = glob ? glob->screenXYToGlobXY(place) : XY<int>();
     DispatchScope const scope;
     while (glob) {
         LifeGuard const life = glob->guard();
         bool takes = false;
-        runHandler("canAccept",
-                   [&] { takes = glob->canAccept(item, glob->screenXYToGlobXY(place), reason); });
+        runHandler("canAccept", [&] { takes = glob->canAccept(item, inside, reason); });
         if (!life.alive()) return nullptr;
         if (takes) return glob;
+        inside += glob->box().bottomLeft();
         glob = glob->parent();
     }
     return nullptr;

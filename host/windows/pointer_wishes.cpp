@@ -6,14 +6,16 @@
 namespace wainscot {
 
 MouseCursorID PointerWishes::cursorAt(Glob* under) const {
-    XY<int> const place = events_.pointer.place;
+    if (!under) return events_.pointer.defaultCursor;
+    XY<int> place = under->screenXYToGlobXY(events_.pointer.place);
     DispatchScope const scope;
     for (Glob* glob = under; glob;) {
         LifeGuard const life = glob->guard();
         MouseCursorID wish = inheritCursor;
-        runHandler("contextCursor", [&] { wish = glob->contextCursor(glob->screenXYToGlobXY(place)); });
+        runHandler("contextCursor", [&] { wish = glob->contextCursor(place); });
         if (wish != inheritCursor) return wish;
         if (!life.alive()) break;
+        place += glob->box().bottomLeft();
         glob = glob->parent();
     }
     return events_.pointer.defaultCursor;
