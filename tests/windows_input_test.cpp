@@ -2,6 +2,7 @@
 
 #include "host/events/key_names.h"
 #include "host/events/keybinding_manager.h"
+#include "host/messages/notify_msg.h"
 #include "host/services/command_map.h"
 
 #include <gmock/gmock.h>
@@ -429,7 +430,9 @@ TEST_F(Input, TextThatNoKeyCodeHoldsComesAsComposedText) {
     LightweightString<wchar_t> text;
     probe->onReact = [&](Event const& event) {
         if (isKeyPressEvent(event)) text += static_cast<wchar_t>(event.keyCode());
-        if (isComposedTextEvent(event)) text += LightweightString<wchar_t>(L"[") + event.text() + L"]";
+        if (event.message() == compoundTextInputMsg)
+            text += LightweightString<wchar_t>(L"[") + *unwrapData<LightweightString<wchar_t>>(event.data()) +
+                    L"]";
         return true;
     };
     set_kbd_focus(probe);

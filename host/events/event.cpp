@@ -118,10 +118,6 @@ bool isMessageEvent(Event const& event) {
     return isGroup(event, EventKind::messageGroup);
 }
 
-bool isComposedTextEvent(Event const& event) {
-    return isGroup(event, EventKind::composedText);
-}
-
 bool isPlainEvent(Event const& event) {
     return !mouse_chord_event(event) && !eventWasChordEvent(event) && event.modifiers() == 0;
 }

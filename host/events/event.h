@@ -65,9 +65,6 @@ public:
     void setData(Qv::Ptr<iObject> data);
     /// A message with data, even when that is null.
     bool hasData() const { return hasData_; }
-    /// Composed text.
-    LightweightString<wchar_t> const& text() const { return text_; }
-    void setText(LightweightString<wchar_t> text) { text_ = std::move(text); }
 
     void setSender(iObject* sender);
     /// The `Glob` that sent the message; null when it was none or has died.
@@ -91,7 +88,6 @@ private:
     bool chord_ = false;
     bool hasData_ = false;
     LightweightString<char> message_;
-    LightweightString<wchar_t> text_;
     Qv::Ptr<iObject> data_;
     EventHandler* sender_ = nullptr;
     IdStamp senderStamp_;
@@ -121,7 +117,6 @@ WAINSCOT_API bool isKeyPressEvent(Event const& event);
 WAINSCOT_API bool isKeyReleaseEvent(Event const& event);
 WAINSCOT_API bool isTimerEvent(Event const& event);
 WAINSCOT_API bool isMessageEvent(Event const& event);
-WAINSCOT_API bool isComposedTextEvent(Event const& event);
 /// No chord and no modifier.
 WAINSCOT_API bool isPlainEvent(Event const& event);
 WAINSCOT_API int getMouseClickState(Event const& event);

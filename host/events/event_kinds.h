@@ -19,11 +19,10 @@ inline constexpr int middle = 128;
 inline constexpr int mouse = 256;
 inline constexpr int keyPress = 512;
 inline constexpr int keyRelease = 1024;
-inline constexpr int composedText = 2048;
 inline constexpr int timer = 4096;
 inline constexpr int zoom = 8192;
 inline constexpr int messageGroup = 16384;
-inline constexpr int groupMask = mouse | keyPress | keyRelease | composedText | timer | zoom | messageGroup;
+inline constexpr int groupMask = mouse | keyPress | keyRelease | timer | zoom | messageGroup;
 
 inline constexpr int leftPress = mouse | left | down;   // 290
 inline constexpr int leftRelease = mouse | left | up;   // 289

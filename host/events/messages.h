@@ -4,6 +4,10 @@
 
 namespace wainscot {
 
+/// Carries text that no key code can hold, or that an input method has made, to whoever has the keyboard
+/// focus: its data is wide text (`wrapData`).
+inline constexpr LightweightString<char> compoundTextInputMsg{"CompoundTextInput"};
+
 /// Queues a named message. It is delivered before the next input event, unless the target has died by then;
 /// `sender` reaches the receiver as a `Glob`, or as null when it is none or has died.
 /// The last argument changes nothing: the queue is first in, first out. False when there is no target.

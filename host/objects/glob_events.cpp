@@ -32,12 +32,12 @@ private:
 
 bool goesToParents(Event const& event) {
     return mouse_event(event) || mouse_zoom_event(event) || isKeyPressEvent(event) ||
-           isKeyReleaseEvent(event) || isComposedTextEvent(event);
+           isKeyReleaseEvent(event);
 }
 
 /// The inactive hear no keys.
 bool mayHear(Glob const& glob, Event const& event) {
-    bool const isKey = isKeyPressEvent(event) || isKeyReleaseEvent(event) || isComposedTextEvent(event);
+    bool const isKey = isKeyPressEvent(event) || isKeyReleaseEvent(event);
     return glob.isActive() || !isKey;
 }
 
@@ -96,7 +96,8 @@ bool Glob::react(Event const& event) {
         LightweightString<char> const& name = event.message();
         int const answer = event.hasData() ? handleDataMessageEvent(name, event.sender(), event.data())
                                            : handleMessageEvent(name, event.sender());
-        if (answer != 1 && name != pootMsg) Diagnostics::count("message not handled", name.c_str());
+        if (answer != 1 && name != pootMsg && name != compoundTextInputMsg)
+            Diagnostics::count("message not handled", name.c_str());
         return answer == 1;
     }
     if (isMoving() && followPointer(event)) return true;

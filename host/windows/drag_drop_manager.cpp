@@ -1,5 +1,6 @@
 #include "host/windows/drag_drop_manager.h"
 
+#include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/tree.h"
@@ -13,6 +14,9 @@ namespace wainscot {
 namespace {
 
 constinit DragDropManager* liveManager = nullptr;
+
+/// The part of the screen that the pointer's shapes cover.
+constexpr int pointerExtent = 18;
 
 } // namespace
 
@@ -99,7 +103,15 @@ bool DragDropManager::handleMouseMove(Event const& event) {
     if (item_ != item) return true;
     cursor_ = forbiddenCursor;
     hoverOver(destination, event.place());
+    if (item_ == item) showLabel(event.place());
     return true;
+}
+
+void DragDropManager::showLabel(XY<int> const& place) {
+    Glob* const owner = source_.get() ? source_.get() : hovered_.get();
+    if (!owner) return label_.hide();
+    IntBox const pointer(place.x, place.y - pointerExtent, place.x + pointerExtent, place.y + 1);
+    label_.showBeside(pointer, {item_->label(), {}, UifStd::getFont()}, *owner);
 }
 
 bool DragDropManager::offer(DragDropItem& item, XY<int> const& place) {
@@ -135,6 +147,7 @@ void DragDropManager::cancel() {
 
 void DragDropManager::end(Qv::Ptr<DragDropItem> const& item, bool taken) {
     cursor_ = inheritCursor;
+    label_.hide();
     Glob* const source = std::exchange(source_, Known()).get();
     DispatchScope const scope;
     if (source) runHandler("handleDragEnd", [&] { source->handleDragEnd(*item, taken); });

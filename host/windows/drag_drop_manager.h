@@ -3,7 +3,7 @@
 #include "host/base/ptr.h"
 #include "host/events/event.h"
 #include "host/objects/drag_drop_item.h"
-#include "host/objects/glob.h"
+#include "host/windows/floating_note.h"
 
 namespace wainscot {
 
@@ -54,6 +54,8 @@ private:
         Glob* get() const { return EventHandler::valid(glob, stamp) ? glob : nullptr; }
     };
 
+    /// The item's label follows the pointer.
+    void showLabel(XY<int> const& place);
     Glob* destinationFor(DragDropItem const& item, XY<int> const& place, Glob::eDropReason reason);
     bool offer(DragDropItem& item, XY<int> const& place);
     void hoverOver(Glob* destination, XY<int> const& place);
@@ -66,6 +68,7 @@ private:
     Known source_;
     Known hovered_;
     MouseCursorID cursor_ = inheritCursor;
+    FloatingNote label_;
 };
 
 } // namespace wainscot

@@ -167,6 +167,7 @@ void EventLoop::deliver(EventQueue::Entry& entry) {
 
 void EventLoop::paint() {
     if (windows_.hasPaintWork()) handle("painting", [&] { windows_.paintPending(); });
+    handle("text caret", [&] { router_.followTextCaret(); });
     if (router_.containmentIsStale()) handle("containment", [&] { router_.refreshContainment(); });
 }
 

@@ -56,7 +56,8 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish
     settings.resizable = root.isResizable();
     settings.owner = wish.owner ? wish.owner->native().id() : 0;
     if (wish.kind == TopLevelWindow::Kind::ordinary) return settings;
-    settings.kind = NativeWindowSettings::Kind::popUp;
+    settings.kind = wish.kind == TopLevelWindow::Kind::note ? NativeWindowSettings::Kind::toolTip
+                                                            : NativeWindowSettings::Kind::popUp;
     settings.keepAbove = true;
     settings.translucent = root.hasSurround() && backend_.isComposited();
     WindowMargins const margins = WindowMargins::forRoot(root, settings.translucent);
@@ -178,7 +179,7 @@ TopLevelWindow* GlobManager::foremost() const {
 
 TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
     for (auto window = stacking_.rbegin(); window != stacking_.rend(); ++window)
-        if (!(*window)->isHidden() && (*window)->root().isVisible() &&
+        if (!(*window)->isHidden() && !(*window)->isNote() && (*window)->root().isVisible() &&
             (*window)->root().box().contains(place))
             return *window;
     return nullptr;
@@ -186,7 +187,9 @@ TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
 
 /// Above all of its layer: pop-ups lie above windows that are kept above, those above the others.
 void GlobManager::putInStack(TopLevelWindow& window) {
-    auto const layer = [](TopLevelWindow const& w) { return w.isPopUp() ? 2 : w.keepsAbove() ? 1 : 0; };
+    auto const layer = [](TopLevelWindow const& w) {
+        return w.isNote() ? 3 : w.isPopUp() ? 2 : w.keepsAbove() ? 1 : 0;
+    };
     std::erase(stacking_, &window);
     auto const higher = std::find_if(stacking_.begin(), stacking_.end(), [&](TopLevelWindow const* other) {
         return layer(*other) > layer(window);

@@ -50,6 +50,9 @@ public:
     /// is its parent pop-up, or its opener. False, and the root stays the caller's, when no window of the
     /// program is the active one, or as for `realize`; true also when it was destroyed meanwhile.
     bool openPopUp(Glob* root, PopUpOptions const& options = {});
+    /// Shows a root as a note that takes no input and belongs to the window of `owner`: above all windows, in
+    /// no chain, never the active one. False, and the root stays the caller's, as for `realize`.
+    bool openNote(Glob* root, XY<int> place, Glob& owner);
     /// The pop-up leaves its chain and stays open (it was pinned).
     void pinPopUp(Glob* root);
     /// Whether a root is in a pop-up window, pinned or not.

@@ -159,6 +159,12 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     return !life.alive();
 }
 
+bool GlobManager::openNote(Glob* root, XY<int> place, Glob& owner) {
+    if (!mayOpen(root) || windowOf(root)) return false;
+    DispatchScope const scope;
+    return open(*root, {place, windowOf(Glob::getRootParent(&owner)), TopLevelWindow::Kind::note});
+}
+
 void GlobManager::pinPopUp(Glob* root) {
     if (is_good_glob_ptr(root)) popUps_.leave(*root);
 }

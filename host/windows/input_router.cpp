@@ -3,6 +3,8 @@
 #include "host/base/diagnostics.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/keybinding_manager.h"
+#include "host/events/messages.h"
+#include "host/messages/notify_msg.h"
 #include "host/objects/dispatch.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
@@ -47,8 +49,9 @@ bool isReturnOrSpace(std::uint32_t code) {
 } // namespace
 
 InputRouter::InputRouter(Backend& backend, EventSystem& events, GlobManager& windows)
-    : events_(events), windows_(windows), wishes_(backend, events), drags_(windows, events),
-      handOver_(windows), approach_(windows, [this](InputEvent const& move) { routeMove(move); }) {}
+    : events_(events), windows_(windows), wishes_(backend, events), drags_(windows, events), tips_(events),
+      composition_(backend), handOver_(windows),
+      approach_(windows, [this](InputEvent const& move) { routeMove(move); }) {}
 
 void InputRouter::route(InputEvent const& reported) {
     using Kind = InputEvent::Kind;
@@ -68,6 +71,7 @@ void InputRouter::route(InputEvent const& reported) {
     case Kind::pointerLeft:
         approach_.drop();
         pointerIsInside_ = false;
+        tips_.pointerIsOver(nullptr);
         return updateContainment(nullptr);
     case Kind::filesDropped:
         return dropFiles(input);
@@ -80,6 +84,8 @@ void InputRouter::route(InputEvent const& reported) {
         return routeKey(input);
     case Kind::composedText:
         return routeComposedText(input);
+    case Kind::composing:
+        return composition_.show(keyTarget(), input.text, input.amount);
     case Kind::screenChanged:
         return windows_.screenChanged();
     default:
@@ -100,7 +106,9 @@ Glob* InputRouter::globUnder(InputEvent const& input) const {
 }
 
 Glob* InputRouter::anyGlobUnder(InputEvent const& input) const {
-    TopLevelWindow* window = input.window ? windows_.windowOf(input.window) : windows_.windowAt(input.place);
+    TopLevelWindow* window = input.window ? windows_.windowOf(input.window) : nullptr;
+    // Notes take no input: what they cover does.
+    if (!input.window || (window && window->isNote())) window = windows_.windowAt(input.place);
     if (!window || !window->root().isShown()) return nullptr;
     return Tree::globAt(window->root(), window->root().screenXYToGlobXY(input.place));
 }
@@ -150,6 +158,7 @@ void InputRouter::routePress(InputEvent const& input) {
     if (bit == 0 || (pointer.heldButtons & bit) != 0) return;
     endWheelGesture();
     approach_.drop();
+    tips_.dismiss();
     pointer.place = input.place;
     pointerWindow_ = input.window;
     pointerIsInside_ = true;
@@ -240,8 +249,10 @@ void InputRouter::updatePointerWishes() {
     // The window of the press may have gone, and with it the release.
     if (drags_.isDragging() && events_.pointer.heldButtons == 0) drags_.cancel();
     Glob* const holder = captureHolder();
+    Glob* const under = pointerIsInside_ ? globUnderPointer() : nullptr;
+    tips_.pointerIsOver(under);
     wishes_.updateMotion(holder);
-    wishes_.updateCursor(holder ? holder : pointerIsInside_ ? globUnderPointer() : nullptr, drags_.cursor());
+    wishes_.updateCursor(holder ? holder : is_good_glob_ptr(under) ? under : nullptr, drags_.cursor());
 }
 
 bool InputRouter::needsProcessorTime() const {
@@ -271,6 +282,7 @@ Glob* InputRouter::wheelTarget(InputEvent const& input) {
 
 void InputRouter::routeWheel(InputEvent const& input) {
     events_.pointer.place = input.place;
+    tips_.dismiss();
     int const notches = std::clamp(input.amount, -maxNotches, maxNotches);
     Glob* const target = wheelTarget(input);
     if (!target || notches == 0) return;
@@ -302,10 +314,12 @@ void InputRouter::routeKey(InputEvent const& input) {
 
 void InputRouter::routeComposedText(InputEvent const& input) {
     if (input.text.empty()) return;
-    Event event(EventKind::composedText);
-    event.setText(input.text);
+    composition_.end();
+    Event event(EventKind::message);
+    event.setMessage(compoundTextInputMsg);
+    event.setData(wrapData(input.text));
     event.setTime(input.time);
-    if (Glob* holder = keyTarget()) dispatchUpwards(holder, event);
+    if (Glob* holder = keyTarget()) deliverEvent(holder, event);
 }
 
 Glob* InputRouter::keyTarget() const {
@@ -325,6 +339,7 @@ void InputRouter::dispatchKey(Event& event) {
         return isAsked && !blockerOf(handler.asGlob());
     };
     DispatchScope const scope(event);
+    if (isKeyPressEvent(event)) tips_.dismiss();
     if (cancelPress(event) || runTransportCommand(event)) return;
     if (events_.intercepts.offer(event, belongsHere)) return;
     event.setOffered();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/events/event_system.h"
+#include "host/windows/composition.h"
 #include "host/windows/containment.h"
 #include "host/windows/drag_drop_manager.h"
 #include "host/windows/glob_manager.h"
@@ -8,6 +9,7 @@
 #include "host/windows/pointer_wishes.h"
 #include "host/windows/press_hand_over.h"
 #include "host/windows/sub_menu_approach.h"
+#include "host/windows/tool_tips.h"
 
 namespace wainscot {
 
@@ -24,6 +26,8 @@ public:
     /// Somebody holds the pointer and measures time with the processor clock, which stands still while the
     /// program sleeps.
     bool needsProcessorTime() const;
+    /// To be called when the text caret may have moved.
+    void followTextCaret() { composition_.follow(keyTarget()); }
 
 private:
     void routePress(InputEvent const& input);
@@ -70,6 +74,8 @@ private:
     GlobManager& windows_;
     PointerWishes wishes_;
     DragDropManager drags_;
+    ToolTips tips_;
+    Composition composition_;
     ContainmentPath containment_;
     PressHandOver handOver_;
     SubMenuApproach approach_;

@@ -10,7 +10,7 @@ namespace wainscot {
 /// A window on the screen: the root that it shows, its pixels and the native window under it.
 class WAINSCOT_API TopLevelWindow {
 public:
-    enum class Kind : std::uint8_t { ordinary, popUp };
+    enum class Kind : std::uint8_t { ordinary, popUp, note };
 
     /// Attaches the surface to the root's canvas. The window is not shown yet. `margins` is the room round
     /// the root, for what is drawn round it.
@@ -21,7 +21,9 @@ public:
     IdStamp rootStamp() const { return rootStamp_; }
     Surface& surface() { return surface_; }
     NativeWindow& native() const { return *native_; }
-    bool isPopUp() const { return kind_ == Kind::popUp; }
+    /// Without decoration, and never the active window; notes are such, too.
+    bool isPopUp() const { return kind_ != Kind::ordinary; }
+    bool isNote() const { return kind_ == Kind::note; }
     /// The root of the window that it belongs to; an invalid stamp when there is none.
     IdStamp ownerStamp() const { return owner_; }
     void setOwner(IdStamp owner) { owner_ = owner; }

@@ -54,8 +54,9 @@ bool startLibrary(LightweightString<char>& problem) {
 
 std::uint32_t windowFlags(NativeWindowSettings const& settings) {
     std::uint32_t flags = SDL_WINDOW_HIDDEN;
-    if (settings.isPopUp())
-        return flags | SDL_WINDOW_POPUP_MENU | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR;
+    std::uint32_t const kind =
+        settings.kind == NativeWindowSettings::Kind::toolTip ? SDL_WINDOW_TOOLTIP : SDL_WINDOW_POPUP_MENU;
+    if (settings.isPopUp()) return flags | kind | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR;
     if (settings.resizable) flags |= SDL_WINDOW_RESIZABLE;
     return flags;
 }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/drawing/font.h"
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+/// What a floating note shows.
+struct NoteText {
+    LightweightString<wchar_t> text;
+    /// Below the text, in a smaller voice.
+    LightweightString<wchar_t> more;
+    Glib::FontDesc font;
+    /// The text is not finished: it is underlined, with a caret before this character.
+    int caret = -1;
+
+    friend bool operator==(NoteText const&, NoteText const&) = default;
+};
+
+/// A small window with a text, above all others, that takes no input: tool tips, what is being dragged, text
+/// that is being composed. At most one window at a time; it goes with this object.
+class WAINSCOT_API FloatingNote {
+public:
+    FloatingNote() = default;
+    ~FloatingNote() { hide(); }
+    FloatingNote(FloatingNote const&) = delete;
+    FloatingNote& operator=(FloatingNote const&) = delete;
+
+    /// Shows a text beside a box in root coordinates (below it where there is room), wholly on its monitor;
+    /// it belongs to the window of `owner`, with which it goes. An empty text hides it.
+    void showBeside(IntBox const& anchor, NoteText const& text, Glob& owner);
+    /// The same with the beginning of the text on the lower-left corner of the box.
+    void showOn(IntBox const& box, NoteText const& text, Glob& owner);
+    void hide();
+    bool isShown() const { return glob() != nullptr; }
+    /// What is shown; null when nothing is.
+    Glob* glob() const;
+
+private:
+    XY<int> prepare(NoteText const& text);
+    void showAt(XY<int> place, NoteText const& text, Glob& owner);
+
+    Glob* glob_ = nullptr;
+    IdStamp stamp_;
+    NoteText text_;
+    XY<int> place_;
+};
+
+} // namespace wainscot

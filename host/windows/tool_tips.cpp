@@ -1,0 +1,103 @@
+#include "host/windows/tool_tips.h"
+
+#include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
+#include "host/objects/tooltip_details.h"
+#include "host/services/clock.h"
+
+#include <utility>
+
+namespace wainscot {
+
+namespace {
+
+/// The part of the screen that the pointer's usual shapes cover, so that no tip lies under it.
+constexpr int pointerExtent = 18;
+
+} // namespace
+
+/// Waits until the pointer has rested long enough.
+class ToolTips::Rest final : public EventHandler {
+public:
+    Rest(ToolTips& tips, double ms) : tips_(tips) {
+        EventTimeServer& timers = tips.events_.timers;
+        timers.registerForTimeEvents(this);
+        timers.setNextTimer(this, ms);
+    }
+
+    void addRef() const noexcept override {}
+    void release() const noexcept override {}
+
+    bool handleEvent(Event const&) override {
+        tips_.show();
+        return true;
+    }
+
+private:
+    ToolTips& tips_;
+};
+
+ToolTips::ToolTips(EventSystem& events) : events_(events) {}
+
+ToolTips::~ToolTips() = default;
+
+bool ToolTips::find(Glob* under, XY<int> place, Subject& subject) {
+    if (!under) return false;
+    XY<int> inside = under->screenXYToGlobXY(place);
+    DispatchScope const scope;
+    for (Glob* glob = under; glob; glob = glob->parent()) {
+        TooltipDetails details;
+        LifeGuard const life = glob->guard();
+        bool found = false;
+        runHandler("getTooltipDetails", [&] { found = glob->getTooltipDetails(inside, details); });
+        if (!life.alive()) return false;
+        if (found) {
+            subject.glob = glob;
+            subject.stamp = glob->idStamp();
+            subject.text = {details.text.text(), details.more.text(), UifStd::getFont()};
+            subject.area = details.area.translated(place - inside);
+            return true;
+        }
+        inside += glob->box().bottomLeft();
+    }
+    return false;
+}
+
+bool ToolTips::isCurrent(Subject const& subject) const {
+    return subject.glob == subject_.glob && subject.stamp == subject_.stamp &&
+           subject.text == subject_.text && subject.area == subject_.area;
+}
+
+void ToolTips::pointerIsOver(Glob* under) {
+    Subject now;
+    bool const mayShow = events_.pointer.heldButtons == 0 && events_.focus.applicationHasFocus();
+    bool const found = mayShow && find(under, events_.pointer.place, now);
+    if (found && isCurrent(now) && (note_.isShown() || dismissed_)) return;
+    if (note_.isShown()) {
+        lastShown_ = service_get_msecs();
+        note_.hide();
+    }
+    dismissed_ = false;
+    subject_ = now;
+    rest_.reset();
+    if (!found) return;
+    bool const isReading = service_get_msecs() - lastShown_ < readingMs;
+    rest_ = std::make_unique<Rest>(*this, isReading ? readingRestMs : restMs);
+}
+
+void ToolTips::dismiss() {
+    dismissed_ = subject_.glob != nullptr;
+    rest_.reset();
+    note_.hide();
+}
+
+void ToolTips::show() {
+    // This was called by it.
+    std::unique_ptr<Rest> const ending = std::move(rest_);
+    if (!EventHandler::valid(subject_.glob, subject_.stamp) || !subject_.glob->isShown()) return;
+    XY<int> const place = events_.pointer.place;
+    IntBox const pointer(place.x, place.y - pointerExtent, place.x + 1, place.y + 1);
+    note_.showBeside(pointer, subject_.text, *subject_.glob);
+}
+
+} // namespace wainscot

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "host/events/event_system.h"
+#include "host/windows/floating_note.h"
+
+namespace wainscot {
+
+/// Shows what the object under the pointer says of itself when the pointer rests on it.
+class WAINSCOT_API ToolTips {
+public:
+    /// How long the pointer has to rest; and while tips are being read, one after the other.
+    static constexpr double restMs = 600.0;
+    static constexpr double readingRestMs = 80.0;
+    /// After a tip has gone they count as being read for so long.
+    static constexpr double readingMs = 600.0;
+
+    explicit ToolTips(EventSystem& events);
+    ~ToolTips();
+    ToolTips(ToolTips const&) = delete;
+    ToolTips& operator=(ToolTips const&) = delete;
+
+    /// The pointer is over `under` (null: over nothing that is asked), at its last known place.
+    void pointerIsOver(Glob* under);
+    /// A press, a key or the wheel: whatever is shown or awaited goes.
+    void dismiss();
+    bool isShown() const { return note_.isShown(); }
+
+private:
+    class Rest;
+    struct Subject {
+        Glob* glob = nullptr;
+        IdStamp stamp;
+        NoteText text;
+        /// Root coordinates.
+        IntBox area;
+    };
+
+    static bool find(Glob* under, XY<int> place, Subject& subject);
+    bool isCurrent(Subject const& subject) const;
+    void show();
+
+    EventSystem& events_;
+    FloatingNote note_;
+    Subject subject_;
+    /// Lives while the pointer's rest is awaited.
+    std::unique_ptr<Rest> rest_;
+    double lastShown_ = -readingMs;
+    /// It was dismissed over this subject, and comes again only over another one.
+    bool dismissed_ = false;
+};
+
+} // namespace wainscot

@@ -1,0 +1,185 @@
+#include "tests/host_fixture.h"
+
+#include "host/messages/notify_msg.h"
+#include "host/objects/description.h"
+#include "host/objects/tooltip_details.h"
+#include "host/windows/drag_drop_manager.h"
+
+#include <gmock/gmock.h>
+
+namespace wainscot {
+namespace {
+
+/// Has a tip of its own for each half, and takes text.
+class HalvesGlob : public ProbeGlob {
+public:
+    using ProbeGlob::ProbeGlob;
+
+    bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override {
+        if (!halves) return ProbeGlob::getTooltipDetails(place, details);
+        bool const left = place.x < width() / 2;
+        details.text = UIString(left ? L"left" : L"right");
+        details.area = left ? IntBox(0, 0, width() / 2, height()) : IntBox(width() / 2, 0, width(), height());
+        return true;
+    }
+    std::optional<IntBox> textCaret() const override { return caret; }
+    int handleDataMessageEvent(LightweightString<char> name, Glob*, Qv::Ptr<iObject> data) override {
+        if (name != compoundTextInputMsg) return 0;
+        typed = typed + *unwrapData<LightweightString<wchar_t>>(data);
+        return 1;
+    }
+
+    bool halves = false;
+    std::optional<IntBox> caret;
+    LightweightString<wchar_t> typed;
+};
+
+class Notes : public HostTest {
+protected:
+    Notes() : root_(openWindow()) {
+        probe_ = new HalvesGlob(60, 40);
+        root_->addChild(probe_, BottomLeft(50, 50));
+        driver_.moveTo({5, 5});
+        driver_.settle();
+    }
+
+    /// The text of the note that is shown; "" when none is.
+    std::wstring note() {
+        driver_.settle();
+        Glob* const found = driver_.find("note", L"");
+        return found ? std::wstring(Driver::describe(*found).name.c_str()) : std::wstring();
+    }
+    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+    void compose(wchar_t const* text, int caret) {
+        InputEvent event;
+        event.kind = InputEvent::Kind::composing;
+        event.text = text;
+        event.amount = caret;
+        host_->offscreen()->inject(event);
+        driver_.settle();
+    }
+
+    RecordingParent* root_;
+    HalvesGlob* probe_;
+};
+
+TEST_F(Notes, ATipComesWhenThePointerRestsAndGoesWhenItLeaves) {
+    probe_->setContextString(L"What it does", L"Ctrl+D");
+    moveIn(probe_, 10, 10);
+    driver_.advance(590);
+    EXPECT_EQ(note(), L"");
+    driver_.advance(20);
+    EXPECT_EQ(note(), L"What it does");
+    Glob* const shown = driver_.find("note", L"");
+    EXPECT_TRUE(driver_.painted(shown));
+    EXPECT_EQ(Driver::describe(*shown).value, LightweightString<wchar_t>(L"Ctrl+D"));
+    EXPECT_FALSE(shown->screenBox().contains(glib_getMousePos())) << "the pointer does not cover it";
+    EXPECT_EQ(get_kbd_focus(), root_);
+    moveIn(probe_, 20, 20);
+    EXPECT_EQ(note(), L"What it does") << "still the same thing";
+    moveIn(root_, 200, 200);
+    EXPECT_EQ(note(), L"");
+    moveIn(probe_, 10, 10);
+    driver_.advance(100);
+    EXPECT_EQ(note(), L"What it does") << "sooner while tips are being read";
+}
+
+TEST_F(Notes, PressKeyWheelAndDeactivationSendATipAway) {
+    probe_->setContextString(L"tip");
+    for (int how = 0; how < 4; ++how) {
+        moveIn(root_, 200, 200);
+        moveIn(probe_, 10, 10);
+        driver_.advance(700);
+        ASSERT_EQ(note(), L"tip");
+        if (how == 0) driver_.press();
+        if (how == 1) driver_.key('x');
+        if (how == 2) driver_.wheelAt(glib_getMousePos(), 1);
+        if (how == 3) destroy(probe_);
+        EXPECT_EQ(note(), L"") << how;
+        driver_.advance(2000);
+        EXPECT_EQ(note(), L"") << "not again over the same thing " << how;
+        if (how == 0) driver_.release();
+    }
+}
+
+TEST_F(Notes, ATipBelongsToAPartAndCutsAtItsEdges) {
+    probe_->halves = true;
+    moveIn(probe_, 10, 10);
+    driver_.advance(700);
+    EXPECT_EQ(note(), L"left");
+    moveIn(probe_, 50, 10);
+    EXPECT_EQ(note(), L"");
+    driver_.advance(100);
+    EXPECT_EQ(note(), L"right");
+    // A tip at the lower right corner of the screen lies on the screen.
+    root_->setScreenPos({1850, 0});
+    driver_.settle();
+    moveIn(probe_, 12, 2);
+    driver_.advance(1000);
+    ASSERT_EQ(note(), L"left");
+    EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(driver_.find("note", L"")->screenBox()));
+    destroy(root_);
+    EXPECT_EQ(note(), L"") << "goes with its window";
+}
+
+TEST_F(Notes, NothingIsDueWithoutATip) {
+    moveIn(probe_, 10, 10);
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    probe_->setContextString(L"tip");
+    moveIn(probe_, 11, 10);
+    EXPECT_EQ(EventSystem::live().timers.size(), 1u);
+    driver_.advance(700);
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+}
+
+TEST_F(Notes, ComposedTextAppearsAtTheCaretBeforeItIsFinished) {
+    ASSERT_TRUE(probe_->claimKbdFocus());
+    compose(L"ni", 2);
+    EXPECT_EQ(note(), L"") << "nobody takes text";
+    probe_->caret = IntBox(10, 5, 11, 25);
+    driver_.settle();
+    EXPECT_EQ(host_->offscreen()->textCaret(),
+              std::optional<IntBox>(IntBox(10, 5, 11, 25).translated(probe_->globXYToScreenXY({0, 0}))));
+    compose(L"ni", 2);
+    EXPECT_EQ(note(), L"ni");
+    EXPECT_TRUE(driver_.find("note", L"")->screenBox().intersects(probe_->screenBox()));
+    compose(L"nih", 3);
+    EXPECT_EQ(note(), L"nih");
+    InputEvent done;
+    done.kind = InputEvent::Kind::composedText;
+    done.text = L"\u4F60";
+    host_->offscreen()->inject(done);
+    driver_.settle();
+    EXPECT_EQ(note(), L"");
+    EXPECT_EQ(probe_->typed, LightweightString<wchar_t>(L"\u4F60"));
+    compose(L"x", 1);
+    ASSERT_TRUE(root_->claimKbdFocus());
+    driver_.settle();
+    EXPECT_EQ(note(), L"") << "the focus has gone elsewhere";
+    EXPECT_FALSE(host_->offscreen()->textCaret());
+    // Nobody has to take it, and that is no fault.
+    host_->offscreen()->inject(done);
+    driver_.settle();
+}
+
+TEST_F(Notes, WhatIsDraggedIsNamedBesideThePointer) {
+    probe_->onReact = [&](Event const& event) {
+        if (mouse_move_event(event) && event.heldButtons() != 0)
+            DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("clip", L"Clip 1")),
+                                                  probe_);
+        return mouse_event(event);
+    };
+    driver_.press(probe_);
+    moveIn(probe_, 5, 5);
+    moveIn(root_, 200, 200);
+    EXPECT_EQ(note(), L"Clip 1");
+    XY<int> const before = driver_.find("note", L"")->screenBox().bottomLeft();
+    moveIn(root_, 210, 190);
+    EXPECT_EQ(driver_.find("note", L"")->screenBox().bottomLeft(), before + (XY<int>{10, -10}));
+    driver_.key(Key::escape);
+    EXPECT_EQ(note(), L"");
+    driver_.release();
+}
+
+} // namespace
+} // namespace wainscot
