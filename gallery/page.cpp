@@ -4,11 +4,19 @@ namespace wainscot::gallery {
 
 std::span<Page const> pages() {
     static constexpr Page list[] = {
-        {"globs", L"Globs", makeGlobsPage},       {"placement", L"Placement", makePlacementPage},
-        {"palette", L"Palette", makePalettePage}, {"shapes", L"Shapes", makeShapesPage},
-        {"text", L"Text", makeTextPage},          {"symbols", L"Symbols", makeSymbolsPage},
-        {"icons", L"Icons", makeIconsPage},       {"longtext", L"Long text", makeLongTextPage},
+        {"globs", L"Globs", makeGlobsPage},
+        {"placement", L"Placement", makePlacementPage},
+        {"palette", L"Palette", makePalettePage},
+        {"shapes", L"Shapes", makeShapesPage},
+        {"text", L"Text", makeTextPage},
+        {"symbols", L"Symbols", makeSymbolsPage},
+        {"icons", L"Icons", makeIconsPage},
+        {"longtext", L"Long text", makeLongTextPage},
         {"windows", L"Windows", makeWindowsPage},
+        {"keys", L"Keys", makeKeysPage},
+        {"pointer", L"Pointer", makePointerPage},
+        {"clipboard", L"Clipboard", makeClipboardPage},
+        {"dragging", L"Dragging", makeDraggingPage},
     };
     return list;
 }

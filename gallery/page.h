@@ -34,5 +34,9 @@ std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeIconsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeLongTextPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeWindowsPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeKeysPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makePointerPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeClipboardPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeDraggingPage(XY<int> size, LogLine log);
 
 } // namespace wainscot::gallery

@@ -1,0 +1,107 @@
+#include "gallery/label_glob.h"
+#include "gallery/page.h"
+#include "gallery/pages/input_page_parts.h"
+
+#include "host/base/convert.h"
+#include "host/drawing/shapes.h"
+#include "host/events/event.h"
+#include "host/objects/drag_drop_item.h"
+#include "host/windows/drag_drop_manager.h"
+
+#include <array>
+
+namespace wainscot::gallery {
+
+namespace {
+
+constexpr std::array<wchar_t const*, 3> clips{L"Interview", L"Titles", L"Music"};
+
+/// A thing that can be dragged away.
+class Source final : public LabelGlob {
+public:
+    Source(XY<int> size, LightweightString<char> type, LightweightString<wchar_t> label, LogLine log)
+        : LabelGlob(size, std::move(label)), type_(std::move(type)), log_(std::move(log)) {
+        setFocusable(false);
+        setContextString(L"Drag me to a place that takes me", L"Escape takes it back.");
+    }
+
+    bool react(Event const& event) override {
+        bool const begins =
+            mouse_move_event(event) && event.heldButtons() != 0 && isMouseMoveSignificant(event);
+        if (begins && !DragDropManager::instance().isDragging()) {
+            DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem(type_, label())),
+                                                  this);
+            return true;
+        }
+        return LabelGlob::react(event);
+    }
+    void handleDragEnd(DragDropItem& item, bool taken) override {
+        log_(item.label() + (taken ? L"  was taken" : L"  came back"));
+        // The release that ended the drag was not heard here.
+        Event release(EventKind::leftRelease, XY<int>{-1, -1});
+        LabelGlob::react(release);
+    }
+
+private:
+    LightweightString<char> type_;
+    LogLine log_;
+};
+
+/// Takes things of one kind, and files.
+class Target final : public ReadOut {
+public:
+    Target(XY<int> size, LightweightString<char> type, LightweightString<wchar_t> heading, LogLine log)
+        : ReadOut(size, std::move(heading)), type_(std::move(type)), log_(std::move(log)) {}
+
+    bool canAccept(DragDropItem const& item, XY<int> const&, eDropReason) override {
+        return item.type() == type_ || item.type() == DroppedFiles::filesType;
+    }
+    bool acceptDrop(DragDropItem& item, XY<int> const&, eDropReason) override {
+        LightweightString<wchar_t> names = item.label();
+        if (auto const* files = dynamic_cast<DroppedFiles*>(&item))
+            for (auto const& path : files->paths()) names = names + path + L"\n";
+        setText(text() + (text().isEmpty() ? L"" : L"\n") + names);
+        log_(LightweightString<wchar_t>(L"dropped  ") + names);
+        return true;
+    }
+    void handleDragHover(DragDropItem const&, XY<int> const&, bool inside) override {
+        if (inside == hovered_) return;
+        hovered_ = inside;
+        makeDirty();
+    }
+    void draw() override {
+        ReadOut::draw();
+        if (!hovered_) return;
+        CanvasRenderer renderer(canvas(), canvasArea());
+        Glib::drawFrame(renderer, getPalette().selection(eSelectionActive), canvasArea(),
+                        UifStd::getBorder());
+    }
+
+private:
+    LightweightString<char> type_;
+    LogLine log_;
+    bool hovered_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Glob> makeDraggingPage(XY<int> size, LogLine log) {
+    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
+    int const margin = pageMargin();
+    XY<int> const item{UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2};
+    int x = margin;
+    for (wchar_t const* clip : clips) {
+        page->addChild(std::make_unique<Source>(item, "clip", clip, log), TopLeft(x, margin));
+        x += item.x + margin;
+    }
+    page->addChild(std::make_unique<Source>(item, "marker", L"A marker", log), TopLeft(x, margin));
+    int const top = 2 * margin + item.y;
+    XY<int> const box{(size.x - 3 * margin) / 2, size.y - top - margin};
+    page->addChild(std::make_unique<Target>(box, "clip", L"Takes clips, and files from other programs", log),
+                   TopLeft(margin, top));
+    page->addChild(std::make_unique<Target>(box, "marker", L"Takes markers, and files", log),
+                   TopLeft(2 * margin + box.x, top));
+    return page;
+}
+
+} // namespace wainscot::gallery

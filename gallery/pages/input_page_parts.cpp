@@ -1,0 +1,44 @@
+#include "gallery/pages/input_page_parts.h"
+
+#include "host/base/convert.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/word_wrapping_text_renderer.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+
+namespace wainscot::gallery {
+
+ReadOut::ReadOut(XY<int> size, LightweightString<wchar_t> heading)
+    : Glob(toSize16(size.x), toSize16(size.y)), heading_(std::move(heading)) {}
+
+void ReadOut::setText(LightweightString<wchar_t> text) {
+    if (text == text_) return;
+    text_ = std::move(text);
+    makeDirty();
+    describeChanged(DescriptionChange::value);
+}
+
+void ReadOut::draw() {
+    CanvasRenderer renderer(canvas(), canvasArea());
+    Palette const& palette = getPalette();
+    Glib::drawIndentBox(renderer, palette.window(eWindowNormal), canvasArea());
+    IntBox const area = canvasArea().inset(UifStd::getIndentWidth());
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    int const headingBase = area.y2 - font->ascent();
+    renderer.renderPrimitive(
+        Glib::TextDescription(heading_, {area.x1, headingBase}, font, palette.text(eTextSecondary)));
+    IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent());
+    Glib::WordWrappingTextRenderer(font, below.width())
+        .renderString(renderer, text_, below, palette.text(eTextEnabled));
+    if (get_kbd_focus() == this && glib_appHasFocus())
+        Glib::drawFocusRect(renderer, canvasArea(), palette.mark(eMarkFocus));
+}
+
+void ReadOut::describe(GlobDescription& description) const {
+    Glob::describe(description);
+    description.role = "text";
+    description.name = heading_;
+    description.value = text_;
+}
+
+} // namespace wainscot::gallery

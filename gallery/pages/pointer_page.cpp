@@ -1,0 +1,210 @@
+#include "gallery/label_glob.h"
+#include "gallery/page.h"
+#include "gallery/pages/input_page_parts.h"
+
+#include "host/base/convert.h"
+#include "host/events/event.h"
+#include "host/services/clock.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace wainscot::gallery {
+
+namespace {
+
+struct Shape {
+    MouseCursorID cursor;
+    wchar_t const* name;
+};
+
+constexpr std::array shapes{
+    Shape{arrowCursor, L"arrow"},         Shape{textCursor, L"text"},
+    Shape{handCursor, L"hand"},           Shape{waitCursor, L"wait"},
+    Shape{crossCursor, L"cross"},         Shape{sizeHorizontalCursor, L"width"},
+    Shape{sizeVerticalCursor, L"height"}, Shape{sizeRisingCursor, L"rising"},
+    Shape{sizeFallingCursor, L"falling"}, Shape{moveCursor, L"move"},
+    Shape{forbiddenCursor, L"forbidden"}, Shape{hiddenCursor, L"hidden"},
+};
+constexpr int shapesInRow = 6;
+/// Half a second and a tenth of it on the processor clock, as scroll bars repeat.
+constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
+constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
+
+class ShapeGlob final : public LabelGlob {
+public:
+    ShapeGlob(XY<int> size, Shape const& shape) : LabelGlob(size, shape.name), cursor_(shape.cursor) {
+        setFocusable(false);
+        setContextString(LightweightString<wchar_t>(L"The pointer's shape: ") + shape.name,
+                         L"Tips come when the pointer rests.");
+    }
+    MouseCursorID contextCursor(XY<int> const&) const override { return cursor_; }
+
+private:
+    MouseCursorID cursor_;
+};
+
+LightweightString<wchar_t> number(int value) {
+    return Qv::WStringFromInteger(value);
+}
+
+/// Counts clicks, wheel notches and double clicks.
+class ClickReadOut final : public ReadOut {
+public:
+    explicit ClickReadOut(XY<int> size)
+        : ReadOut(size, L"Click, double click, hold two buttons, turn the wheel") {}
+
+    bool react(Event const& event) override {
+        if (mouse_wheel_event(event)) {
+            notches_ += event.amount();
+        } else if (mouse_down_event(event)) {
+            clicks_ = event.clicks();
+            chord_ = mouse_chord_event(event);
+        } else {
+            return ReadOut::react(event);
+        }
+        setText(LightweightString<wchar_t>(L"click number ") + number(clicks_) + L"\nnotches " +
+                number(notches_) + (chord_ ? L"\ntwo buttons" : L""));
+        return true;
+    }
+
+private:
+    int clicks_ = 0;
+    int notches_ = 0;
+    bool chord_ = false;
+};
+
+/// A value that follows the pointer for as long as it is held, past the edges of the screen.
+class DragReadOut final : public ReadOut {
+public:
+    explicit DragReadOut(XY<int> size) : ReadOut(size, L"Drag sideways: on and on; Escape takes it back") {
+        show();
+    }
+
+    bool react(Event const& event) override {
+        if (mouse_left_event(event) && mouse_down_event(event)) {
+            before_ = value_;
+            steps_ = 0;
+        } else if (mouse_move_event(event) && event.heldButtons() != 0) {
+            value_ = before_ + event.place().x - event.pressPlace().x;
+            ++steps_;
+        } else if (!mouse_up_event(event)) {
+            return ReadOut::react(event);
+        }
+        show();
+        return true;
+    }
+    bool wantsFullMotion() const override { return true; }
+    bool wantsUnboundedMotion() const override { return true; }
+    void handlePressCancelled(Event const&) override {
+        value_ = before_;
+        show();
+    }
+    MouseCursorID contextCursor(XY<int> const&) const override { return sizeHorizontalCursor; }
+
+private:
+    void show() {
+        setText(LightweightString<wchar_t>(L"value ") + number(value_) + L"\nsteps " + number(steps_));
+    }
+
+    int value_ = 0;
+    int before_ = 0;
+    int steps_ = 0;
+};
+
+/// Counts while it is held, as the arrow of a scroll bar would.
+class RepeatReadOut final : public ReadOut {
+public:
+    RepeatReadOut(XY<int> size, LogLine log)
+        : ReadOut(size, L"Hold: counts after 0.3 s, then every 0.1 s"), log_(std::move(log)) {
+        show();
+    }
+
+    bool react(Event const& event) override {
+        if (isTimerEvent(event)) return tick();
+        if (!mouse_left_event(event)) return ReadOut::react(event);
+        if (mouse_down_event(event)) begin();
+        if (mouse_up_event(event)) end();
+        return true;
+    }
+    bool isAutoRepeating() const override { return true; }
+    void handlePressCancelled(Event const&) override { end(); }
+
+private:
+    static std::int64_t now() { return iClock::current().processor(); }
+
+    void begin() {
+        began_ = service_get_msecs();
+        count_ = 0;
+        last_ = now();
+        interval_ = firstRepeat;
+        setInterest(EventKind::timer);
+        waitForRest();
+        show();
+    }
+    void end() { clearInterest(EventKind::timer); }
+
+    void waitForRest() {
+        std::int64_t const left = interval_ - (now() - last_);
+        setNextTimer(std::max(1.0, static_cast<double>(left) * 1000.0 / iClock::processorPerSecond));
+    }
+
+    bool tick() {
+        if (now() - last_ > interval_) {
+            last_ = now();
+            interval_ = laterRepeat;
+            ++count_;
+            log_(LightweightString<wchar_t>(L"repeat ") + number(count_) + L" after " +
+                 number(static_cast<int>(std::lround(service_get_msecs() - began_))) + L" ms");
+            show();
+        }
+        waitForRest();
+        return true;
+    }
+    void show() { setText(LightweightString<wchar_t>(L"count ") + number(count_)); }
+
+    LogLine log_;
+    double began_ = 0.0;
+    std::int64_t last_ = 0;
+    std::int64_t interval_ = firstRepeat;
+    int count_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<Glob> makePointerPage(XY<int> size, LogLine log) {
+    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
+    int const margin = pageMargin();
+    int const rows = static_cast<int>(shapes.size()) / shapesInRow;
+    int const cellWidth = (size.x - margin * (shapesInRow + 1)) / shapesInRow;
+    int const cellHeight = UifStd::getButtonHeight() * 3 / 2;
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        int const column = static_cast<int>(i) % shapesInRow;
+        int const row = static_cast<int>(i) / shapesInRow;
+        page->addChild(std::make_unique<ShapeGlob>(XY<int>{cellWidth, cellHeight}, shapes[i]),
+                       TopLeft(margin + column * (cellWidth + margin), margin + row * (cellHeight + margin)));
+    }
+    int const top = margin + rows * (cellHeight + margin);
+    XY<int> const box{(size.x - 3 * margin) / 2, UifStd::getButtonHeight() * 5};
+    page->addChild(std::make_unique<ClickReadOut>(box), TopLeft(margin, top))->setName("clicks");
+    page->addChild(std::make_unique<DragReadOut>(box), TopLeft(2 * margin + box.x, top))->setName("drag");
+    page->addChild(std::make_unique<RepeatReadOut>(box, log), TopLeft(margin, top + margin + box.y))
+        ->setName("repeat");
+    auto moving = std::make_unique<LabelGlob>(XY<int>{cellWidth * 2, cellHeight}, L"Drag me; Escape");
+    moving->setMovable(true);
+    moving->setFocusable(false);
+    Glob* const moved = page->addChild(std::move(moving), TopLeft(2 * margin + box.x, top + margin + box.y));
+    class Mover final : public Glob {
+    public:
+        Mover() : Glob(1, 1) { setVisible(false); }
+        bool handleEvent(Event const& event) override {
+            if (mouse_down_event(event) && parent()) parent()->startMoving();
+            return false;
+        }
+    };
+    moved->addEventHandler(moved->addChild(std::make_unique<Mover>()), EventKind::mouse);
+    return page;
+}
+
+} // namespace wainscot::gallery
