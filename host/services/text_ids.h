@@ -23,4 +23,7 @@ inline constexpr ResId nameReserved = 10202;
 inline constexpr ResId nameSeparator = 10203;
 inline constexpr ResId nameTooLong = 10204;
 
+inline constexpr ResId linkUnusable = 10301;
+inline constexpr ResId linkNotAllowed = 10302;
+
 } // namespace wainscot::TextId

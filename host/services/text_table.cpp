@@ -39,6 +39,8 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::nameReserved, L"The names \".\" and \"..\" cannot be used."},
     {TextId::nameSeparator, L"A name cannot contain \"/\"."},
     {TextId::nameTooLong, L"The name is too long."},
+    {TextId::linkUnusable, L"This is no link that can be opened."},
+    {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };
 
 bool isBlank(char c) {
