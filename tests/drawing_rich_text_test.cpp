@@ -178,7 +178,7 @@ TEST(Html, PaintsAndFindsInTheMiddleOfALongTextWhatAShortOneWould) {
                      Glib::loadFont({standard.name, standard.size, Glib::eFontBold})->textWidth(L"bold ");
     auto const paint = [&](PaintedWindow& window, HTMLRenderer::Paragraphs const& what, int top) {
         CanvasRenderer renderer = window.renderer();
-        HTMLRenderer::render(renderer, what, standard, {0, top - 400'000, 300, top});
+        HTMLRenderer::render(renderer, what, standard, {0, top - 500'000, 300, top});
     };
     auto const lone = HTMLRenderer::parse(L"<p>piece <b>bold</b> <a href='x'>link</a>", Palette());
     PaintedWindow expected({300, 30});
@@ -191,7 +191,7 @@ TEST(Html, PaintsAndFindsInTheMiddleOfALongTextWhatAShortOneWould) {
         for (int y = inSight.y1; y < inSight.y2; ++y)
             for (int x = 0; x < inSight.x2; ++x)
                 ASSERT_EQ(window.surface.pixelAt({x, y}), expected.surface.pixelAt({x, y})) << x << " " << y;
-        IntBox const area(0, top - 400'000, 300, top);
+        IntBox const area(0, top - 500'000, 300, top);
         std::wstring const url = std::to_wstring(number);
         EXPECT_EQ(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 3, 27}), Text(url));
         EXPECT_EQ(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 3, 28 - line}), Text(url));

@@ -130,8 +130,10 @@ int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
     double left = 0;
     std::size_t found = 0;
     forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        double const right = left + blockWidth(block);
-        bool const isLast = x < right || start + block.size() == text.size();
+        // The only block of a short text need not be measured to find its layout.
+        bool const endsText = start + block.size() == text.size();
+        double const right = endsText ? left : left + blockWidth(block);
+        bool const isLast = endsText || x < right;
         if (isLast) {
             TextLayoutPtr const layout = TextLayouts::get(*this, block);
             found = start + layout->nearestStop(static_cast<float>(x - left));
