@@ -138,10 +138,13 @@ TEST_F(ThreadFolderWatch, AStormOfFilesIsFewDeliveriesOfBoundedSize) {
     EXPECT_EQ(results_.front().kind, iWatchable::eRescan);
     EXPECT_TRUE(results_.front().changes.empty());
     EXPECT_FALSE(results_.front().isEmpty());
-    results_.clear();
-    folder_.write("last", "");
-    ASSERT_TRUE(waitFor([&] { return !results_.empty() && last_.count("last") > 0; }));
     EXPECT_LT(results_.size(), 10u);
+    // What of the storm came after that collection may follow in another one.
+    letTimePass(std::chrono::milliseconds(3 * iWatchable::collectMs));
+    driver_.settle();
+    EXPECT_LT(results_.size(), 10u);
+    folder_.write("last", "");
+    EXPECT_TRUE(waitFor([&] { return last_.count("last") > 0; }));
 }
 
 TEST(FolderWatchLife, AWatchMayOutliveTheHostAndHaveNone) {
