@@ -165,6 +165,40 @@ TEST(Html, KeepsWordsOfSeveralStylesTogether) {
     EXPECT_EQ(linesAt(L"un<i>believ</i>able", L"believ "), 3);
 }
 
+TEST(Html, PaintsAndFindsInTheMiddleOfALongTextWhatAShortOneWould) {
+    // Two texts of which the same line is in sight, one of them far up in a long text.
+    std::wstring source;
+    for (int i = 0; i < 20'000; ++i)
+        source += L"<p>piece <b>bold</b> <a href='" + std::to_wstring(i) + L"'>link</a>";
+    auto const text = HTMLRenderer::parse(Text(source), Palette());
+    int const line = Glib::loadFont(standard)->lineHeight();
+    int const step = line + line / 2;
+    EXPECT_EQ(HTMLRenderer::calcHeight(*text, standard, 300), 20'000 * step - line / 2);
+    int const left = Glib::loadFont(standard)->textWidth(L"piece ") +
+                     Glib::loadFont({standard.name, standard.size, Glib::eFontBold})->textWidth(L"bold ");
+    auto const paint = [&](PaintedWindow& window, HTMLRenderer::Paragraphs const& what, int top) {
+        CanvasRenderer renderer = window.renderer();
+        HTMLRenderer::render(renderer, what, standard, {0, top - 500'000, 300, top});
+    };
+    auto const lone = HTMLRenderer::parse(L"<p>piece <b>bold</b> <a href='x'>link</a>", Palette());
+    PaintedWindow expected({300, 30});
+    paint(expected, *lone, 28);
+    for (int const number : {0, 1, 9'999, 19'999}) {
+        PaintedWindow window({300, 30});
+        int const top = 28 + number * step;
+        paint(window, *text, top);
+        IntBox const inSight(0, 28 - line, 300, 28);
+        for (int y = inSight.y1; y < inSight.y2; ++y)
+            for (int x = 0; x < inSight.x2; ++x)
+                ASSERT_EQ(window.surface.pixelAt({x, y}), expected.surface.pixelAt({x, y})) << x << " " << y;
+        IntBox const area(0, top - 500'000, 300, top);
+        std::wstring const url = std::to_wstring(number);
+        EXPECT_EQ(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 3, 27}), Text(url));
+        EXPECT_EQ(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 3, 28 - line}), Text(url));
+        EXPECT_TRUE(HTMLRenderer::getURLAtPosition(*text, standard, area, {left + 3, 27 - line}).empty());
+    }
+}
+
 TEST(Html, EndsOnAnyInput) {
     std::mt19937 random(8);
     wchar_t const letters[] = L"<>/ab=\"'&;#x brpi\n";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/base/object.h"
+#include "host/base/os.h"
 
 #include <cstddef>
 #include <functional>
@@ -18,16 +18,14 @@ public:
     explicit Ptr(T* object) noexcept : object_(object) {
         static_assert(
             !requires { typename T::OwnedByTree; }, "a Glob belongs to its parent, not to a Qv::Ptr");
-        if (object_) object_->addRef();
+        OS().addReference(object_);
     }
     Ptr(Ptr const& other) noexcept : Ptr(other.object_, Counted()) {}
     Ptr(Ptr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
     template <class U>
     requires std::is_convertible_v<U*, T*> Ptr(Ptr<U> const& other)
     noexcept : Ptr(other.get(), Counted()) {}
-    ~Ptr() {
-        if (object_) object_->release();
-    }
+    ~Ptr() { OS().releaseReference(object_); }
     Ptr& operator=(Ptr other) noexcept {
         std::swap(object_, other.object_);
         return *this;
@@ -48,9 +46,7 @@ public:
 
 private:
     struct Counted {};
-    Ptr(T* object, Counted) noexcept : object_(object) {
-        if (object_) object_->addRef();
-    }
+    Ptr(T* object, Counted) noexcept : object_(object) { OS().addReference(object_); }
 
     T* object_ = nullptr;
 };

@@ -13,6 +13,9 @@ namespace {
 
 constexpr int fractions = 64;
 
+/// More characters than texts of several scripts hold.
+constexpr std::size_t mostFallbacks = 16384;
+
 constinit std::uint32_t lastId = 0;
 
 int rounded(double value) {
@@ -82,8 +85,9 @@ std::uint16_t Font::faceFor(std::uint32_t character) const {
     if (Symbols::isSymbol(character)) return Symbols::face;
     FontFace const* own = faces_[0].face;
     if (!own || own->hasGlyph(character) || isIgnorable(character)) return 0;
-    auto const [place, isNew] = fallbacks_.try_emplace(character, std::uint16_t(0));
-    if (!isNew) return place->second;
+    auto const known = fallbacks_.find(character);
+    if (known != fallbacks_.end()) return known->second;
+    if (fallbacks_.size() >= mostFallbacks) fallbacks_.clear();
     FontFace* other = FontFinder::findFallback(character, desc_.style);
     std::uint16_t const index = other ? addFace(other) : std::uint16_t(0);
     return fallbacks_[character] = index;
@@ -126,8 +130,10 @@ int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
     double left = 0;
     std::size_t found = 0;
     forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        double const right = left + blockWidth(block);
-        bool const isLast = x < right || start + block.size() == text.size();
+        // The only block of a short text need not be measured to find its layout.
+        bool const endsText = start + block.size() == text.size();
+        double const right = endsText ? left : left + blockWidth(block);
+        bool const isLast = endsText || x < right;
         if (isLast) {
             TextLayoutPtr const layout = TextLayouts::get(*this, block);
             found = start + layout->nearestStop(static_cast<float>(x - left));

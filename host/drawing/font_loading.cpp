@@ -1,17 +1,24 @@
+#include "host/base/recent_map.h"
 #include "host/drawing/font_p.h"
 #include "host/drawing/uif_std.h"
 
 #include <algorithm>
-#include <map>
-#include <string>
-#include <tuple>
+#include <string_view>
 
 namespace wainscot {
 namespace {
 
 constexpr unsigned short largestSize = 1024;
 
-using LoadedKey = std::tuple<std::string, unsigned short, unsigned int>;
+/// More than a program shows at a time; a text whose size is animated must not fill the memory.
+constexpr std::size_t mostFonts = 256;
+
+struct DescHash {
+    std::size_t operator()(Glib::FontDesc const& desc) const {
+        std::size_t const numbers = desc.size * 64U + desc.style;
+        return std::hash<std::string_view>()(desc.name.view()) ^ (numbers * 0x9E3779B97F4A7C15ULL);
+    }
+};
 
 Qv::Ptr<iFont> load(Glib::FontDesc const& desc) {
     Glib::FontDesc usable = desc;
@@ -24,12 +31,11 @@ Qv::Ptr<iFont> load(Glib::FontDesc const& desc) {
 namespace Glib {
 
 Qv::Ptr<iFont> loadFont(FontDesc const& desc) {
-    static auto& loaded = *new std::map<LoadedKey, Qv::Ptr<iFont>>;
+    static auto& loaded = *new RecentMap<FontDesc, Qv::Ptr<iFont>, DescHash>(mostFonts);
     static auto& last = *new Qv::Ptr<iFont>;
     if (last && last->desc() == desc) return last;
-    Qv::Ptr<iFont>& font = loaded[LoadedKey(desc.name.view(), desc.size, desc.style)];
-    if (!font) font = load(desc);
-    return last = font;
+    Qv::Ptr<iFont> const* const known = loaded.find(desc);
+    return last = known ? *known : loaded.add(desc, load(desc));
 }
 
 FontDesc getDefaultFont(unsigned int style) {

@@ -17,6 +17,8 @@ constexpr int fractions = 64;
 constexpr int largestSize = 4096 * fractions;
 /// Far beyond the number of glyphs that a face may have.
 constexpr std::uint32_t mostGlyphs = 1U << 16;
+/// What the table of faces takes for one, roughly.
+constexpr std::size_t faceOverhead = 64;
 
 /// The glyph of the face, drawn into the face's slot; false when there is none.
 bool drawOutline(FontFace const& face, int size, std::uint32_t glyph) {
@@ -59,10 +61,11 @@ GlyphRasters& GlyphRasters::instance() {
 GlyphRasters::DeviceFace& GlyphRasters::deviceFace(FontFace* face, double deviceSize) {
     int const size =
         std::clamp(static_cast<int>(std::lround(deviceSize * fractions)), fractions, largestSize);
-    for (std::unique_ptr<DeviceFace> const& known : faces_)
-        if (known->face == face && known->size == size) return *known;
-    faces_.push_back(std::make_unique<DeviceFace>(DeviceFace{face, size, {}}));
-    return *faces_.back();
+    std::unique_ptr<DeviceFace>& known = faces_[{face, size}];
+    if (known) return *known;
+    known = std::make_unique<DeviceFace>(DeviceFace{face, size, {}});
+    bytes_ += sizeof(DeviceFace) + faceOverhead;
+    return *known;
 }
 
 GlyphPicture const& GlyphRasters::make(DeviceFace& face, std::uint32_t glyph) {
@@ -78,10 +81,7 @@ GlyphPicture const& GlyphRasters::make(DeviceFace& face, std::uint32_t glyph) {
 }
 
 void GlyphRasters::clear() {
-    for (std::unique_ptr<DeviceFace> const& face : faces_) {
-        face->pictures.clear();
-        face->pictures.shrink_to_fit();
-    }
+    faces_.clear();
     bytes_ = 0;
 }
 

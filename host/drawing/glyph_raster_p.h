@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace wainscot {
@@ -25,7 +27,7 @@ struct GlyphPicture {
 /// much memory, but never while a `Use` lives.
 class GlyphRasters {
 public:
-    /// A face at one device size; lives for ever.
+    /// A face at one device size; lives as long as its pictures.
     struct DeviceFace {
         /// Null for the symbols.
         FontFace* face;
@@ -45,6 +47,7 @@ public:
         return make(face, glyph);
     }
     std::size_t bytes() const { return bytes_; }
+    std::size_t numFaces() const { return faces_.size(); }
 
     /// Keeps pictures valid for a scope.
     class Use {
@@ -65,7 +68,20 @@ private:
     GlyphPicture const& make(DeviceFace& face, std::uint32_t glyph);
     void clear();
 
-    std::vector<std::unique_ptr<DeviceFace>> faces_;
+    struct FaceKey {
+        FontFace* face;
+        int size;
+
+        bool operator==(FaceKey const&) const = default;
+    };
+    struct FaceHash {
+        std::size_t operator()(FaceKey const& key) const {
+            return std::hash<FontFace*>()(key.face) ^
+                   (static_cast<std::size_t>(key.size) * 0x9E3779B97F4A7C15ULL);
+        }
+    };
+
+    std::unordered_map<FaceKey, std::unique_ptr<DeviceFace>, FaceHash> faces_;
     std::size_t bytes_ = 0;
     int uses_ = 0;
 };

@@ -163,7 +163,7 @@ public:
     explicit Parser(Palette const& palette)
         : text_(palette.text(eTextEnabled)), link_(palette.mark(eMarkFocus)) {}
 
-    HTMLRenderer::Paragraphs parse(std::wstring_view text) {
+    std::vector<HTMLRenderer::Paragraph> parse(std::wstring_view text) {
         for (std::size_t i = 0; i < text.size();) i += step(text.substr(i));
         endParagraph();
         return std::move(paragraphs_);
@@ -239,7 +239,7 @@ private:
 
     Colour text_;
     Colour link_;
-    HTMLRenderer::Paragraphs paragraphs_;
+    std::vector<HTMLRenderer::Paragraph> paragraphs_;
     HTMLRenderer::Paragraph paragraph_;
     std::wstring run_;
     std::wstring url_;

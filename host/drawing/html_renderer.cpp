@@ -1,127 +1,103 @@
-#include "host/drawing/html_renderer.h"
-
-#include "host/drawing/line_breaker_p.h"
+#include "host/drawing/html_layout_p.h"
+#include "host/drawing/render_target_p.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace wainscot {
 namespace {
-
-/// A paragraph broken into lines.
-struct BrokenParagraph {
-    HTMLRenderer::Paragraph const* source;
-    std::vector<LineBreaker::Span> spans;
-    std::vector<LineBreaker::Line> lines;
-};
-
-BrokenParagraph breakParagraph(HTMLRenderer::Paragraph const& paragraph, Glib::FontDesc const& font,
-                               int width) {
-    BrokenParagraph broken{&paragraph, {}, {}};
-    for (HTMLRenderer::Span const& span : paragraph.spans)
-        broken.spans.push_back(
-            {span.text.view(), Glib::loadFont({font.name, font.size, font.style | span.style})});
-    broken.lines = LineBreaker(broken.spans, width).breakLines();
-    return broken;
-}
-
-/// Half a line between paragraphs.
-int gapBetween(Glib::FontDesc const& font) {
-    return Glib::loadFont(font)->lineHeight() / 2;
-}
 
 int rounded(double x) {
     constexpr double most = 1 << 30;
     return static_cast<int>(std::lround(std::clamp(x, -most, most)));
 }
 
-int heightOf(LineBreaker::Line const& line) {
-    return line.ascent + line.descent;
+int clamped(std::int64_t value) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
-/// Walks the lines from the top of an area: `visit(paragraph, line, baseline)` tells whether to go on.
-template <class Visit>
-void forEachLine(HTMLRenderer::Paragraphs const& text, Glib::FontDesc const& font, IntBox const& area,
-                 Visit visit) {
-    int top = area.y2;
-    for (HTMLRenderer::Paragraph const& paragraph : text) {
-        BrokenParagraph const broken = breakParagraph(paragraph, font, area.width());
-        for (LineBreaker::Line const& line : broken.lines) {
-            if (!visit(broken, line, Coordinate::difference(top, line.ascent))) return;
-            top = Coordinate::difference(top, heightOf(line));
+/// One line from `start`, its place on the baseline; only what lies between two columns.
+class LinePainter {
+public:
+    LinePainter(CanvasRenderer& renderer, HTMLRenderer::Paragraphs const& text,
+                HTMLRenderer::Layout const& layout)
+        : renderer_(renderer), text_(text), layout_(layout), seen_(RenderTarget(renderer).visibleBox()) {}
+
+    IntBox const& seen() const { return seen_; }
+
+    void draw(HTMLRenderer::Layout::Line const& line, XY<int> const& start) {
+        double const left = double(seen_.x1) - start.x - layout_.overhang;
+        double const right = double(seen_.x2) - start.x + layout_.overhang;
+        for (LineBreaker::Fragment const& fragment : HTMLRenderer::Layout::fragmentsFrom(line, left)) {
+            if (fragment.x >= right) return;
+            drawFragment(line, fragment, start);
         }
-        top = Coordinate::difference(top, gapBetween(font));
     }
-}
 
-void drawLine(CanvasRenderer& renderer, BrokenParagraph const& paragraph, LineBreaker::Line const& line,
-              XY<int> const& start) {
-    for (LineBreaker::Fragment const& fragment : line.fragments) {
-        HTMLRenderer::Span const& span = paragraph.source->spans[fragment.span];
+private:
+    void drawFragment(HTMLRenderer::Layout::Line const& line, LineBreaker::Fragment const& fragment,
+                      XY<int> const& start) {
+        HTMLRenderer::Span const& span = text_[line.paragraph].spans[fragment.span];
         XY<int> const at = start + XY<int>(rounded(fragment.x), 0);
         LightweightString<wchar_t> const part = span.text.substr(fragment.start, fragment.length);
-        renderer.renderPrimitive(
-            Glib::TextDescription(part, at, paragraph.spans[fragment.span].font, span.colour));
-        if (span.url.empty()) continue;
+        renderer_.renderPrimitive(
+            Glib::TextDescription(part, at, layout_.fontOf(line, fragment), span.colour));
+        if (span.url.empty()) return;
         // Not under the blank at which the line was broken.
-        double const end = std::min(fragment.x + fragment.width, line.width);
+        double const end = std::min(fragment.x + fragment.width, line.broken.width);
         XY<int> const below(0, -2);
-        renderer.renderPrimitive(
+        renderer_.renderPrimitive(
             Glib::LineDescription(at + below, start + XY<int>(rounded(end), -2), span.colour));
     }
-}
+
+    CanvasRenderer& renderer_;
+    HTMLRenderer::Paragraphs const& text_;
+    HTMLRenderer::Layout const& layout_;
+    IntBox seen_;
+};
 
 } // namespace
 
 void HTMLRenderer::render(CanvasRenderer& renderer, Paragraphs const& text, Glib::FontDesc const& font,
                           IntBox const& area) {
-    forEachLine(text, font, area,
-                [&](BrokenParagraph const& paragraph, LineBreaker::Line const& line, int baseline) {
-                    if (baseline <= Coordinate::difference(area.y1, line.ascent)) return false;
-                    drawLine(renderer, paragraph, line, {area.x1, baseline});
-                    return true;
-                });
+    if (!renderer.isDrawing()) return;
+    Layout const& layout = text.layout(font, area.width());
+    LinePainter painter(renderer, text, layout);
+    std::int64_t const top = area.y2;
+    std::int64_t const end = std::min(top - area.y1, top - painter.seen().y1 + layout.overhang);
+    for (Layout::Line const& line : layout.linesBelow(top - painter.seen().y2 - layout.overhang)) {
+        if (line.top >= end) return;
+        painter.draw(line, {area.x1, clamped(top - line.top - line.broken.ascent)});
+    }
 }
 
 int HTMLRenderer::calcMaxWidth(Paragraphs const& text, Glib::FontDesc const& font) {
-    double widest = 0;
-    for (Paragraph const& paragraph : text)
-        for (LineBreaker::Line const& line : breakParagraph(paragraph, font, 0).lines)
-            widest = std::max(widest, line.width);
-    return rounded(std::ceil(widest));
+    return rounded(std::ceil(text.layout(font, 0).widest));
 }
 
 int HTMLRenderer::calcNumDisplayLines(Paragraphs const& text, Glib::FontDesc const& font, int width) {
-    std::size_t lines = 0;
-    for (Paragraph const& paragraph : text) lines += breakParagraph(paragraph, font, width).lines.size();
-    return static_cast<int>(lines);
+    return clamped(static_cast<std::int64_t>(text.layout(font, width).lines.size()));
 }
 
 int HTMLRenderer::calcHeight(Paragraphs const& text, Glib::FontDesc const& font, int width) {
-    int height = 0;
-    for (Paragraph const& paragraph : text) {
-        if (height > 0) height = Coordinate::sum(height, gapBetween(font));
-        for (LineBreaker::Line const& line : breakParagraph(paragraph, font, width).lines)
-            height = Coordinate::sum(height, heightOf(line));
-    }
-    return height;
+    Layout const& layout = text.layout(font, width);
+    return layout.lines.empty() ? 0 : clamped(layout.lines.back().bottom());
 }
 
 LightweightString<wchar_t> HTMLRenderer::getURLAtPosition(Paragraphs const& text, Glib::FontDesc const& font,
                                                           IntBox const& area, XY<int> const& place) {
-    LightweightString<wchar_t> found;
-    if (!area.contains(place)) return found;
-    forEachLine(text, font, area,
-                [&](BrokenParagraph const& paragraph, LineBreaker::Line const& line, int baseline) {
-                    if (place.y >= Coordinate::sum(baseline, line.ascent)) return false;
-                    if (place.y < Coordinate::difference(baseline, line.descent)) return true;
-                    for (LineBreaker::Fragment const& fragment : line.fragments) {
-                        double const x = double(place.x) - area.x1 - fragment.x;
-                        if (x >= 0 && x < fragment.width) found = paragraph.source->spans[fragment.span].url;
-                    }
-                    return false;
-                });
-    return found;
+    if (!area.contains(place)) return {};
+    Layout const& layout = text.layout(font, area.width());
+    // A row of pixels lies above its y.
+    std::int64_t const row = std::int64_t(area.y2) - place.y - 1;
+    std::span<Layout::Line const> const lines = layout.linesBelow(row);
+    if (lines.empty() || lines.front().top > row) return {};
+    double const x = double(place.x) - area.x1;
+    std::span<LineBreaker::Fragment const> const fragments = Layout::fragmentsFrom(lines.front(), x);
+    if (fragments.empty() || fragments.front().x > x) return {};
+    return text[lines.front().paragraph].spans[fragments.front().span].url;
 }
 
 } // namespace wainscot

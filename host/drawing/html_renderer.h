@@ -25,7 +25,32 @@ public:
     struct Paragraph {
         std::vector<Span> spans;
     };
-    using Paragraphs = std::vector<Paragraph>;
+    struct Layout;
+
+    /// A text as it was parsed. It never changes, so it keeps the lines into which it was broken last: what
+    /// is asked about it again at the same width and font costs no more than what is in sight. User-interface
+    /// thread only.
+    class WAINSCOT_API Paragraphs {
+    public:
+        explicit Paragraphs(std::vector<Paragraph> list);
+        ~Paragraphs();
+        Paragraphs(Paragraphs const&) = delete;
+        Paragraphs& operator=(Paragraphs const&) = delete;
+
+        auto begin() const { return list_.begin(); }
+        auto end() const { return list_.end(); }
+        std::size_t size() const { return list_.size(); }
+        bool empty() const { return list_.empty(); }
+        Paragraph const& operator[](std::size_t index) const { return list_[index]; }
+
+        /// The lines at a width, below 1 for not wrapped; valid until another width or font is asked for.
+        Layout const& layout(Glib::FontDesc const& font, int width) const;
+
+    private:
+        std::vector<Paragraph> list_;
+        mutable std::unique_ptr<Layout> wrapped_;
+        mutable std::unique_ptr<Layout> unwrapped_;
+    };
     using ParagraphsPtr = std::shared_ptr<Paragraphs const>;
 
     /// True when a text holds a known tag; ordinary text with "<" in it is none.

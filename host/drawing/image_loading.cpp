@@ -1,5 +1,6 @@
 #include "host/drawing/image.h"
 
+#include "host/base/recent_map.h"
 #include "host/drawing/standard_icons.h"
 #include "host/services/atomic_file.h"
 #include "host/services/data_folders.h"
@@ -10,9 +11,9 @@
 #include <cairo.h>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 namespace wainscot::Glib {
 namespace {
@@ -115,10 +116,13 @@ LoadedImage loadPng(LightweightString<char> const& path) {
 
 namespace {
 
+constexpr std::size_t mostIcons = 512;
+
 struct Icons {
     std::string folder;
-    std::map<std::wstring, Qv::Ptr<Image>> known;
-    std::map<std::wstring, Qv::Ptr<Image>> registered;
+    /// Also names for which there is no icon.
+    RecentMap<std::wstring, Qv::Ptr<Image>> known{mostIcons};
+    std::unordered_map<std::wstring, Qv::Ptr<Image>> registered;
 };
 
 Icons& icons() {
@@ -139,12 +143,11 @@ Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName) {
     std::wstring const name(bareName.view());
     if (auto const made = icons().registered.find(name); made != icons().registered.end())
         return made->second;
-    auto const [place, isNew] = icons().known.try_emplace(name);
-    if (!isNew) return place->second;
+    if (Qv::Ptr<Image> const* const known = icons().known.find(name)) return *known;
     LightweightString<char> const path = iconPath(bareName);
-    if (!path.empty()) place->second = loadPng(path).image;
-    if (!place->second) place->second = makeStandardIcon(name);
-    return place->second;
+    Qv::Ptr<Image> icon = path.empty() ? Qv::Ptr<Image>() : loadPng(path).image;
+    if (!icon) icon = makeStandardIcon(name);
+    return icons().known.add(name, icon);
 }
 
 void setIconFolder(LightweightString<char> const& folder) {

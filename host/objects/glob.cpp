@@ -510,6 +510,12 @@ void Glob::setCol(Colour const& colour, bool redraw) {
 
 CanvasPlace Glob::canvasPlace() const {
     CanvasPlace place;
+    // Trees are mostly built before they are shown; a look at the root is cheaper than the whole way.
+    place.surface = getRootParent(const_cast<Glob*>(this))->ownCanvas_.surface();
+    if (!place.surface) {
+        place.mapped = isShown();
+        return place;
+    }
     place.visible = bounds();
     place.mapped = true;
     Glob const* glob = this;
@@ -523,8 +529,6 @@ CanvasPlace Glob::canvasPlace() const {
             place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
         glob = glob->parent_;
     }
-    place.surface = glob->ownCanvas_.surface();
-    if (!place.surface) return place;
     place.origin += place.surface->contentPlace();
     place.visible = place.visible.translated(place.surface->contentPlace());
     return place;

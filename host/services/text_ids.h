@@ -30,5 +30,7 @@ inline constexpr ResId changeSize = 10303;
 inline constexpr ResId keepOpen = 10304;
 inline constexpr ResId settings = 10305;
 inline constexpr ResId options = 10306;
+inline constexpr ResId linkUnusable = 10401;
+inline constexpr ResId linkNotAllowed = 10402;
 
 } // namespace wainscot::TextId

@@ -45,6 +45,8 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::keepOpen, L"Keep open"},
     {TextId::settings, L"Settings"},
     {TextId::options, L"Options"},
+    {TextId::linkUnusable, L"This is no link that can be opened."},
+    {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };
 
 bool isBlank(char c) {

@@ -1,13 +1,18 @@
 #include "host/services/user_folders.h"
 
+#include "host/services/atomic_file.h"
+
 #include <cstdlib>
-#include <fstream>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 
 namespace wainscot {
 
 namespace {
+
+/// Far more than any desktop writes.
+constexpr std::size_t largestList = 1024 * 1024;
 
 /// A folder that the environment names; what is no absolute path does not count.
 std::string folderFrom(char const* variable) {
@@ -67,8 +72,17 @@ LightweightString<char> getConfigFolder(LightweightString<char> const& programNa
     return LightweightString<char>(root.empty() || name.empty() ? std::string() : root + "/" + name);
 }
 
+LightweightString<char> getUserDataFolder() {
+    std::string named = folderFrom("XDG_DATA_HOME");
+    if (!named.empty()) return LightweightString<char>(named);
+    std::string const home = folderFrom("HOME");
+    return LightweightString<char>(home.empty() ? home : home + "/.local/share");
+}
+
 LightweightString<char> getStandardFolder(char const* name) {
-    std::ifstream list(configRoot() + "/user-dirs.dirs");
+    FileBytes const file =
+        readWholeFile(LightweightString<char>(configRoot() + "/user-dirs.dirs"), largestList);
+    std::istringstream list(std::string(file.bytes.view()));
     for (std::string line; std::getline(list, line);) {
         std::string const folder = folderInLine(line, name);
         if (!folder.empty() && folder.front() == '/' && isFolder(folder))

@@ -13,6 +13,10 @@ WAINSCOT_API LightweightString<char> getHomeFolder();
 /// exist.
 WAINSCOT_API LightweightString<char> getConfigFolder(LightweightString<char> const& programName);
 
+/// Where programs keep data of the user: `XDG_DATA_HOME`, else `.local/share` in the home folder. Empty when
+/// the user has no home. The folder need not exist.
+WAINSCOT_API LightweightString<char> getUserDataFolder();
+
 /// A folder that the desktop has set up for the user's files, by its name in the desktop's list ("DESKTOP",
 /// "DOCUMENTS", "DOWNLOAD", "MUSIC", "PICTURES", "VIDEOS"). Empty when none is named or it does not exist.
 WAINSCOT_API LightweightString<char> getStandardFolder(char const* name);

@@ -8,6 +8,26 @@
 
 namespace wainscot {
 
+namespace {
+
+/// A call of the services, which know no events.
+class ServiceCall final : public EventQueue::Call {
+public:
+    explicit ServiceCall(FolderWatchService::Call call) : call_(std::move(call)) {}
+    void run() override { call_(); }
+
+private:
+    FolderWatchService::Call call_;
+};
+
+FolderWatchService::Deliver through(std::shared_ptr<ThreadInbox> inbox) {
+    return [inbox = std::move(inbox)](FolderWatchService::Call call) {
+        inbox->post(Qv::Ptr<EventQueue::Call>(new ServiceCall(std::move(call))));
+    };
+}
+
+} // namespace
+
 Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
     if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
     openBackend();
@@ -17,6 +37,7 @@ Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
     commands_ = std::make_unique<CommandMap>();
     keyBindings_ = std::make_unique<KeybindingManager>();
     events_ = std::make_unique<EventSystem>([backend = backend_.get()] { backend->wake(); });
+    folders_ = std::make_unique<FolderWatchService>(through(events_->inbox));
     windows_ = std::make_unique<GlobManager>(*backend_);
     loop_ = std::make_unique<EventLoop>(*backend_, *events_, *windows_);
 }
@@ -40,6 +61,7 @@ void Host::openPreferences() {
 Host::~Host() {
     loop_.reset();
     windows_.reset();
+    folders_.reset();
     events_.reset();
     keyBindings_.reset();
     commands_.reset();

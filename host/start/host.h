@@ -3,6 +3,7 @@
 #include "host/base/lightweight_string.h"
 #include "host/events/keybinding_manager.h"
 #include "host/services/command_map.h"
+#include "host/services/folder_watch.h"
 #include "host/services/preferences.h"
 #include "host/windows/event_loop.h"
 
@@ -71,6 +72,7 @@ private:
     std::unique_ptr<CommandMap> commands_;
     std::unique_ptr<KeybindingManager> keyBindings_;
     std::unique_ptr<EventSystem> events_;
+    std::unique_ptr<FolderWatchService> folders_;
     std::unique_ptr<GlobManager> windows_;
     std::unique_ptr<EventLoop> loop_;
 };

@@ -6,6 +6,7 @@
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
 #include "host/services/preferences.h"
+#include "host/services/system_watchdog.h"
 
 #include <algorithm>
 
@@ -62,6 +63,7 @@ void EventLoop::handle(char const* where, Handler handler) {
     int const holds = Drawable::holdCount();
     {
         DispatchScope const scope;
+        SystemWatchdog::Watch const watch(where);
         runHandler(where, handler);
     }
     if (Drawable::holdCount() == holds) return;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/base/object.h"
+
+namespace wainscot {
+
+/// The host's service object. `Qv::Ptr` counts references through it; whoever holds a counted object without
+/// a `Qv::Ptr` does the same. Safe from any thread.
+class WAINSCOT_API OSServices {
+public:
+    /// Objects that belong to somebody else take no notice. Null is ignored.
+    void addReference(iObject const* object) const noexcept {
+        if (object) object->addRef();
+    }
+    /// The last reference takes the object with it.
+    void releaseReference(iObject const* object) const noexcept {
+        if (object) object->release();
+    }
+};
+
+/// The one service object of the process; there before `main` and after it.
+constexpr OSServices OS() {
+    return {};
+}
+
+} // namespace wainscot
