@@ -7,6 +7,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
+#include "host/objects/tree.h"
 #include "host/windows/screen_places.h"
 
 #include <algorithm>
@@ -260,6 +261,8 @@ void GlobManager::rootDying(Glob& root) {
     TopLevelWindow* const window = found->release();
     windows_.erase(found);
     std::erase(stacking_, window);
+    // What was under the pointer is not there any more.
+    Tree::noteChange();
     window->close();
     popUps_.rootDying(root);
     destroyOwned(root);

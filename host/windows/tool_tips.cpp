@@ -69,9 +69,10 @@ bool ToolTips::isCurrent(Subject const& subject) const {
 }
 
 void ToolTips::pointerIsOver(Glob* under) {
+    // The press has sent them away; what it was about is remembered until the release.
+    if (events_.pointer.heldButtons != 0) return;
     Subject now;
-    bool const mayShow = events_.pointer.heldButtons == 0 && events_.focus.applicationHasFocus();
-    bool const found = mayShow && find(under, events_.pointer.place, now);
+    bool const found = events_.focus.applicationHasFocus() && find(under, events_.pointer.place, now);
     if (found && isCurrent(now) && (note_.isShown() || dismissed_)) return;
     if (note_.isShown()) {
         lastShown_ = service_get_msecs();
