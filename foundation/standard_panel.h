@@ -8,6 +8,8 @@
 
 namespace wainscot {
 
+class CanvasRenderer;
+
 /// The standard distances of panels, see `StandardPanel::calcSize`.
 enum eSpacing : int {
     spacingButton = 0,
@@ -227,39 +229,47 @@ private:
 
     void init(Border const& border);
     Extras& extras();
-    bool hasStrip() const { return (layoutFlags() & stripFlags) != 0; }
     /// What was asked for, and whether there is a title.
     int layoutFlags() const;
+    bool hasStrip() const { return (layoutFlags() & stripFlags) != 0; }
+    /// Puts everything that depends on border and strip in its place.
     void layOut();
 
     bool reactToKey(Event const& event);
     bool stepTabFocus(std::uint32_t keyCode);
     bool reactToMessage(Event const& event);
-    /// What an unconsumed message of a standard widget does. False when it is none.
+    /// What a message of a standard widget does when no handler consumed it. False when it is none of theirs.
     bool reactToStandardWidget(Glob const* sender);
     bool reactToMouse(Event const& event);
 
+    void storeTitle(UIString const& title, Glib::FontDesc const* font, eRedrawFlag redraw);
     void makeMissingWidgets();
-    Glob* makeStandardWidget(StandardWidget which);
     void makeTitleBox();
+    void removeTitleBox(bool redraw);
+    void removeStandardWidget(StandardWidget which, bool redraw);
     void recolourWidgets();
-    void flipSize();
+    void resizeWidgetsToMetrics();
+    bool isStatusWidgetShown() const;
+    int chainWidth() const;
+    void tellParent(LightweightString<char> const& message);
+    IntBox titleRow() const;
+
     void hideWidgets();
     void showWidgets();
-    void tellParent(LightweightString<char> const& message);
     void resizeKeepingTop(XY<int> const& size);
 
     // The frame: edges and title strip under the pointer.
     unsigned edgesAt(XY<int> const& place) const;
-    bool gripAt(XY<int> const& place, unsigned char& grip) const;
-    bool reactToFrame(Event const& event);
-    void beginDrag(Event const& event, unsigned char grip);
-    void dragEdges(Event const& event);
-    void dragTitle(Event const& event);
-    void endDrag();
+    bool beginDrag(Event const& event);
+    bool followDrag(Event const& event);
+    void dragEdges(XY<int> const& place);
+    void keepTitleInReach();
+    XY<int> leastFrameSize() const;
 
-    void drawTitle();
+    void drawRoundBorder(CanvasRenderer& renderer, float scale);
+    void drawGroove(CanvasRenderer& renderer, float scale);
     void drawTitleBar();
+    void drawTitle(CanvasRenderer& renderer);
 
     /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
     std::unique_ptr<Extras> extras_;
