@@ -17,6 +17,7 @@ constexpr double shadeOnDark = 0.45;
 constexpr double shadeOnLight = 0.22;
 /// No scale makes borders thicker than this many times.
 constexpr float maxScale = 64.0F;
+constexpr int fadeSteps = 8;
 
 int scaled(int width, float scale) {
     if (width <= 0 || !(scale > 0.0F)) return 0;
@@ -87,7 +88,7 @@ void PanelEdges::drawSquare(CanvasRenderer& renderer, IntBox const& box, unsigne
     for (std::size_t i = 0; i < numRings_; ++i) drawStraight(renderer, box, rings_[i], edges);
 }
 
-/// The light falls on the upper corners; where it changes along the sides can hardly be seen.
+/// Round corners have no mitre at which the light could change: it fades along the sides.
 void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
                            unsigned int radius) {
     IntBox const outer = box.inset(ring.inset);
@@ -95,9 +96,13 @@ void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring con
     unsigned int const corner = radius - std::min(radius, static_cast<unsigned int>(ring.inset));
     Glib::drawRoundedRectOutline(renderer, ring.lower, outer, ring.width, corner);
     if (ring.upper == ring.lower) return;
-    int const upperPart = std::min(outer.height() / 2, std::max(ring.width, static_cast<int>(corner)));
-    renderer.setClipRect({outer.x1, outer.y2 - upperPart, outer.x2, outer.y2});
-    Glib::drawRoundedRectOutline(renderer, ring.upper, outer, ring.width, corner);
+    for (int step = 0; step < fadeSteps; ++step) {
+        IntBox const slice(outer.x1, outer.y2 - outer.height() * (step + 1) / fadeSteps, outer.x2,
+                           outer.y2 - outer.height() * step / fadeSteps);
+        renderer.setClipRect(slice);
+        Glib::drawRoundedRectOutline(renderer, ring.upper, outer, ring.width, corner,
+                                     1.0 - static_cast<double>(step) / (fadeSteps - 1));
+    }
     renderer.clearClipRect();
 }
 

@@ -274,10 +274,10 @@ private:
     /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
     std::unique_ptr<Extras> extras_;
     Border border_;
-    unsigned short standardFlags_ = 0;
     size_state sizeState_ = sizeFull;
     /// The edges that are being dragged, or the title strip.
     unsigned char grip_ = 0;
+    unsigned short standardFlags_ : 9 = 0;
     /// Follows the standard width.
     bool standardBorder_ : 1 = true;
     bool minimisable_ : 1 = false;

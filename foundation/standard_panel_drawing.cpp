@@ -10,14 +10,6 @@
 
 namespace wainscot {
 
-namespace {
-
-int scaledLine(float scale) {
-    return PanelEdges::lineWidth(scale);
-}
-
-} // namespace
-
 void StandardPanel::drawBackground() {
     if (!isOpaque()) return;
     // A window shows through nothing: there the corners are filled.
@@ -107,7 +99,7 @@ void StandardPanel::drawTitleSeparator(float scale) {
     if (bar.isEmpty() || minimised_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
     int const inset = PanelEdges(border_, 1.0F, getCol(), getPalette()).width();
-    int const thick = scaledLine(scale);
+    int const thick = PanelEdges::lineWidth(scale);
     renderer.renderPrimitive(Glib::RectDescription({bar.x1 + inset, bar.y1, bar.x2 - inset, bar.y1 + thick},
                                                    getColoursForWidgets().separator()));
 }

@@ -52,8 +52,7 @@ void StandardPanel::setResizable(bool resizable) {
 
 IntBox StandardPanel::getTitleBar() const {
     if (!hasStrip()) return {};
-    int const below = std::max<int>(border_.getSize(), UifStd::getWidgetGap());
-    int const tall = border_.getSize() + calcSize(spacingButton) + below;
+    int const tall = calcSize(spacingButton) + 2 * border_.getSize();
     return {0, std::max(0, height() - tall), width(), height()};
 }
 

@@ -26,7 +26,7 @@ constexpr Wish wishes[] = {
 };
 
 constexpr int editableFlags = StandardPanel::editableTitle | StandardPanel::editableTitleToo;
-constexpr int allFlags = StandardPanel::stripFlags | StandardPanel::doItWidget;
+constexpr unsigned short allFlags = StandardPanel::stripFlags | StandardPanel::doItWidget;
 
 } // namespace
 
@@ -51,7 +51,7 @@ StandardPanel::Extras::Slot StandardPanel::Extras::slotOf(StandardWidget which) 
 
 void StandardPanel::addStandardWidgets(int flags) {
     Glib::UpdateDeferrer const deferrer(canvas());
-    standardFlags_ = static_cast<unsigned short>(standardFlags_ | (flags & allFlags));
+    standardFlags_ = (standardFlags_ | flags) & allFlags;
     if (standardFlags_ == 0) return;
     LifeGuard const life = guard();
     makeMissingWidgets();
@@ -76,7 +76,7 @@ void StandardPanel::makeMissingWidgets() {
 
 void StandardPanel::removeStandardWidgets(int flags, bool redraw) {
     Glib::UpdateDeferrer const deferrer(canvas());
-    standardFlags_ = static_cast<unsigned short>(standardFlags_ & ~flags);
+    standardFlags_ = standardFlags_ & ~flags & allFlags;
     if (!extras_) return;
     LifeGuard const life = guard();
     for (Wish const& wish : wishes) {

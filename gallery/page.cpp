@@ -8,7 +8,7 @@ std::span<Page const> pages() {
         {"palette", L"Palette", makePalettePage}, {"shapes", L"Shapes", makeShapesPage},
         {"text", L"Text", makeTextPage},          {"symbols", L"Symbols", makeSymbolsPage},
         {"icons", L"Icons", makeIconsPage},       {"longtext", L"Long text", makeLongTextPage},
-        {"windows", L"Windows", makeWindowsPage},
+        {"windows", L"Windows", makeWindowsPage}, {"panel", L"Panels", makePanelPage},
     };
     return list;
 }

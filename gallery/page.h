@@ -34,5 +34,6 @@ std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeIconsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeLongTextPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeWindowsPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makePanelPage(XY<int> size, LogLine log);
 
 } // namespace wainscot::gallery
