@@ -247,6 +247,7 @@ TEST_F(Panel, TheChainRunsFromTheCornerWithoutGaps) {
     panel->setBorder(Border(Border::line));
     EXPECT_EQ(fromTopRight(pin), XY<int>(1, 1));
     EXPECT_EQ(doIt->box().y1, 1);
+    EXPECT_EQ(Driver::describe(*pin).name, resourceStrW(TextId::keepOpen)) << "an icon has a name, too";
     EXPECT_TRUE(panel->isStandardWidget(doIt));
     EXPECT_FALSE(panel->isStandardWidget(panel));
     EXPECT_FALSE(panel->isStandardWidget(nullptr));
