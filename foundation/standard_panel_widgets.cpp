@@ -93,7 +93,7 @@ void StandardPanel::removeStandardWidget(StandardWidget which, bool redraw) {
     Extras::WidgetRef& slot = extras_->slots[Extras::slotOf(which)];
     Glob* widget = slot.get();
     slot = {};
-    if (widget) removeWidget(widget, redraw);
+    if (getWidget(widget)) removeWidget(widget, redraw);
 }
 
 bool StandardPanel::isStandardWidget(Glob const* widget) const {
@@ -272,7 +272,7 @@ void StandardPanel::removeTitleBox(bool redraw) {
     if (!widget) return;
     extras_->titleBox = nullptr;
     extras_->titleWidget = {};
-    removeWidget(widget, redraw);
+    if (getWidget(widget)) removeWidget(widget, redraw);
 }
 
 Glob* StandardPanel::getTitleWidget() const {

@@ -42,7 +42,11 @@ public:
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
         log_(getTitleW() + L"  hears  " + fromUTF8(name));
-        return isStandardWidget(sender) ? 0 : 1;
+        // A click takes no focus by itself; here Tab is to go on from the button that was clicked.
+        if (auto* const button = dynamic_cast<Button*>(sender)) setTabStopFocus(*button);
+        bool const isForPanel = name == pootMsg || sender == getStandardWidget(StandardWidget::pin) ||
+                                sender == getStandardWidget(StandardWidget::size);
+        return isForPanel ? 0 : 1;
     }
     int handleFlipSize() override {
         if (isMinimisable()) log_(getTitleW() + (isMinimised() ? L"  is restored" : L"  is minimised"));
@@ -53,7 +57,7 @@ public:
         StandardPanel::handlePoot();
     }
 
-    /// A row of buttons, each a stop of the panel, the last one first in the tab order.
+    /// A row of buttons, each a stop of the panel.
     void addButtons(std::vector<LightweightString<wchar_t>> const& labels) {
         Glob* before = nullptr;
         for (auto const& label : labels) {
