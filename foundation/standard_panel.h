@@ -285,6 +285,6 @@ private:
     bool resizableEdges_ : 1 = false;
 };
 
-static_assert(sizeof(StandardPanel) <= 280);
+static_assert(sizeof(StandardPanel) <= 272);
 
 } // namespace wainscot

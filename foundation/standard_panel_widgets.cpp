@@ -117,12 +117,11 @@ void StandardPanel::positionStandardWidgets() {
     for (std::size_t slot = 0; slot < Extras::chainLength; ++slot) {
         Glob* const widget = extras_->inSlot(slot);
         if (!getWidget(widget)) continue;
-        if (before)
-            addWidgetRelative(widget, before, 0, WidgetRelativity::leftOf, {}, WidgetAlignment::centre);
-        else
-            addWidget(widget, edge, edge, CoordinateOrigin::topRight);
+        Glob* const placed = before ? addWidgetRelative(widget, before, 0, WidgetRelativity::leftOf, {},
+                                                        WidgetAlignment::centre)
+                                    : addWidget(widget, edge, edge, CoordinateOrigin::topRight);
         if (!life.alive()) return;
-        before = widget;
+        if (placed) before = placed;
     }
     Glob* const doIt = extras_->inSlot(Extras::doItSlot);
     if (getWidget(doIt)) addWidget(doIt, edge, edge, CoordinateOrigin::bottomRight);

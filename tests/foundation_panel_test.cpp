@@ -718,10 +718,5 @@ TEST_F(Panel, AGrooveLeavesOutItsTitle) {
     EXPECT_EQ(driver_.pixel(panel, {100, 75}), body);
 }
 
-TEST_F(Panel, IsSmall) {
-    RecordProperty("bytes", static_cast<int>(sizeof(StandardPanel)));
-    EXPECT_LE(sizeof(StandardPanel), sizeof(rect) + sizeof(TabOrderManager) + 16);
-}
-
 } // namespace
 } // namespace wainscot
