@@ -282,6 +282,8 @@ void Button::describe(GlobDescription& description) const {
     rect::describe(description);
     description.role = "button";
     description.name = shownLabel();
+    TooltipDetails tip;
+    if (description.name.isEmpty() && getTooltipDetails({0, 0}, tip)) description.name = tip.text.text();
     if (isDown()) description.states |= GlobDescription::pressed;
     if (isActive()) description.states |= GlobDescription::focusable;
     description.actions.push_back("press");

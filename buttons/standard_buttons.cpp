@@ -1,6 +1,7 @@
 #include "buttons/standard_buttons.h"
 
 #include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
 #include "host/services/text_ids.h"
 
 namespace wainscot {
@@ -26,6 +27,11 @@ TitleButton::TitleButton(LightweightString<wchar_t> const& icon, LightweightStri
 
 bool TitleButton::isTabStopActive() {
     return false;
+}
+
+void TitleButton::describe(GlobDescription& description) const {
+    Button::describe(description);
+    description.states &= ~GlobDescription::focusable;
 }
 
 PootButton::PootButton(Palette const& palette)

@@ -14,6 +14,7 @@ public:
 
     /// They keep to the pointer: Tab does not stop at them.
     bool isTabStopActive() override;
+    void describe(GlobDescription& description) const override;
 };
 
 /// Closes its panel: sends "poot".

@@ -17,6 +17,10 @@ std::span<Page const> pages() {
         {"pointer", L"Pointer", makePointerPage},
         {"clipboard", L"Clipboard", makeClipboardPage},
         {"dragging", L"Dragging", makeDraggingPage},
+        {"panel", L"Panels", makePanelPage},
+        {"buttons", L"Buttons", makeButtonsPage},
+        {"taborder", L"Tab order", makeTabOrderPage},
+        {"binding", L"Value binding", makeBindingPage},
     };
     return list;
 }

@@ -1,0 +1,129 @@
+#include "foundation/panel_edges_p.h"
+
+#include "host/drawing/shapes.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+// Shares of white and black in the lines that catch the light and those that lie in the shade. Light grounds
+// have little room above them, dark ones little below.
+constexpr double lightOnDark = 0.16;
+constexpr double lightOnLight = 0.75;
+constexpr double shadeOnDark = 0.45;
+constexpr double shadeOnLight = 0.22;
+/// No scale makes borders thicker than this many times.
+constexpr float maxScale = 64.0F;
+constexpr int fadeSteps = 8;
+
+int scaled(int width, float scale) {
+    if (width <= 0 || !(scale > 0.0F)) return 0;
+    return std::max(1, static_cast<int>(std::lround(static_cast<float>(width) * std::min(scale, maxScale))));
+}
+
+} // namespace
+
+int PanelEdges::lineWidth(float scale) {
+    return scaled(1, scale);
+}
+
+bool PanelEdges::hasTitleGround(Border::eType type) {
+    return type != Border::none && type != Border::group && type != Border::sunken;
+}
+
+PanelEdges::PanelEdges(Border const& border, float scale, Colour const& ground, Palette const& palette) {
+    bool const isDark = palette.isDark();
+    Colour const light = Colour::mix(Colour(1, 1, 1), ground, isDark ? lightOnDark : lightOnLight);
+    Colour const shade = Colour::mix(Colour(), ground, isDark ? shadeOnDark : shadeOnLight);
+    Colour const& line = palette.separator();
+    int const full = scaled(border.getSize(), scale);
+    int const thin = std::min(lineWidth(scale), full);
+    if (full == 0) return;
+    switch (border.getType()) {
+    case Border::none:
+        break;
+    case Border::line:
+        add(0, full, line, line);
+        break;
+    case Border::window:
+    case Border::raised:
+        add(0, thin, shade, shade);
+        add(thin, thin, light, Colour::mix(light, ground, 0.25));
+        break;
+    case Border::dialog:
+        add(0, thin, shade, shade);
+        add(thin, thin, light, Colour::mix(light, ground, 0.25));
+        add(full - thin, thin, line, line);
+        break;
+    case Border::sunken:
+        add(0, thin, shade, light);
+        add(thin, thin, Colour::mix(shade, ground, 0.5), ground);
+        break;
+    case Border::group:
+        add(0, thin, shade, shade);
+        add(thin, thin, light, light);
+        break;
+    }
+}
+
+void PanelEdges::add(int inset, int width, Colour const& upper, Colour const& lower) {
+    if (inset >= 0 && width > 0) rings_[numRings_++] = {inset, width, upper, lower};
+}
+
+int PanelEdges::width() const {
+    int reach = 0;
+    for (std::size_t i = 0; i < numRings_; ++i) reach = std::max(reach, rings_[i].inset + rings_[i].width);
+    return reach;
+}
+
+void PanelEdges::draw(CanvasRenderer& renderer, IntBox const& box, unsigned int radius) const {
+    if (radius == 0) return drawSquare(renderer, box, Surround::allEdges);
+    for (std::size_t i = 0; i < numRings_; ++i) drawRound(renderer, box, rings_[i], radius);
+}
+
+void PanelEdges::drawSquare(CanvasRenderer& renderer, IntBox const& box, unsigned int edges) const {
+    for (std::size_t i = 0; i < numRings_; ++i) drawStraight(renderer, box, rings_[i], edges);
+}
+
+/// Round corners have no mitre at which the light could change: it fades along the sides.
+void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
+                           unsigned int radius) {
+    IntBox const outer = box.inset(ring.inset);
+    if (outer.isEmpty()) return;
+    unsigned int const corner = radius - std::min(radius, static_cast<unsigned int>(ring.inset));
+    Glib::drawRoundedRectOutline(renderer, ring.lower, outer, ring.width, corner);
+    if (ring.upper == ring.lower) return;
+    for (int step = 0; step < fadeSteps; ++step) {
+        IntBox const slice(outer.x1, outer.y2 - outer.height() * (step + 1) / fadeSteps, outer.x2,
+                           outer.y2 - outer.height() * step / fadeSteps);
+        renderer.setClipRect(slice);
+        Glib::drawRoundedRectOutline(renderer, ring.upper, outer, ring.width, corner,
+                                     1.0 - static_cast<double>(step) / (fadeSteps - 1));
+    }
+    renderer.clearClipRect();
+}
+
+/// Where an edge is left out, its neighbours run through.
+void PanelEdges::drawStraight(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
+                              unsigned int edges) {
+    auto const insetAt = [&](unsigned edge) { return (edges & edge) != 0 ? ring.inset : 0; };
+    IntBox const outer(box.x1 + insetAt(Surround::left), box.y1 + insetAt(Surround::bottom),
+                       box.x2 - insetAt(Surround::right), box.y2 - insetAt(Surround::top));
+    int const width = std::min({ring.width, outer.width(), outer.height()});
+    if (width <= 0) return;
+    int const low = outer.y1 + ((edges & Surround::bottom) != 0 ? width : 0);
+    int const high = outer.y2 - ((edges & Surround::top) != 0 ? width : 0);
+    auto const paint = [&](unsigned edge, IntBox const& line, Colour const& colour) {
+        if ((edges & edge) != 0 && !line.isEmpty())
+            renderer.renderPrimitive(Glib::RectDescription(line, colour));
+    };
+    paint(Surround::top, {outer.x1, outer.y2 - width, outer.x2, outer.y2}, ring.upper);
+    paint(Surround::left, {outer.x1, low, outer.x1 + width, high}, ring.upper);
+    paint(Surround::bottom, {outer.x1, outer.y1, outer.x2, outer.y1 + width}, ring.lower);
+    paint(Surround::right, {outer.x2 - width, low, outer.x2, high}, ring.lower);
+}
+
+} // namespace wainscot

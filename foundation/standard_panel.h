@@ -1,0 +1,290 @@
+#pragma once
+
+#include "foundation/border.h"
+#include "foundation/makers.h"
+#include "foundation/rect.h"
+#include "foundation/tab_order_manager.h"
+#include "host/objects/surround.h"
+
+namespace wainscot {
+
+class CanvasRenderer;
+
+/// The standard distances of panels, see `StandardPanel::calcSize`.
+enum eSpacing : int {
+    spacingButton = 0,
+    spacingIndent = 1,
+    spacingDoubleIndent = 2,
+    spacingTitleStrip = 3,
+    spacingEdge = 4,
+};
+
+/// What a panel shows of itself.
+enum size_state : unsigned char { sizeFull = 0, sizeMinimised = 1 };
+
+/// A panel: a coloured body with a border, an optional title strip with standard widgets, a context menu and
+/// a tab order of its own. The base of panels that hold widgets, and of most widgets.
+///
+/// Events come to the overridable handlers below; who answers 1 has consumed the event. What is not consumed
+/// is treated as the panel does it, and at last as any `Glob` does.
+///
+/// Messages, to the parent, queued, with the panel as sender: `titleTypedMsg` whenever the text of an
+/// editable title changes, `titleChangedMsg` when editing has ended with another title.
+class WAINSCOT_API StandardPanel : public rect, public TabOrderManager {
+public:
+    /// What the do-it button sends to its panel.
+    static constexpr LightweightString<char> doItMsg{"do_it"};
+    static constexpr LightweightString<char> titleTypedMsg{"StdPanelTitleTyped"};
+    static constexpr LightweightString<char> titleChangedMsg{"StdPanelTitleChanged"};
+
+    /// What a panel can have besides its own widgets; bits, which may be added.
+    enum StandardWidgetFlags : int {
+        closeWidget = 0x01,
+        settingsWidget = 0x02,
+        sizeWidget = 0x04,
+        doItWidget = 0x08,
+        pinWidget = 0x10,
+        editableTitle = 0x20,
+        editableTitleToo = 0x40,
+        /// A latching icon button in the place of the settings button; gives way to that.
+        latchWidget = 0x80,
+        /// Makes no widget: stands for a title in the calculation of sizes.
+        plainTitle = 0x100,
+        /// Each of these brings the title strip.
+        stripFlags = closeWidget | settingsWidget | sizeWidget | pinWidget | editableTitle |
+                     editableTitleToo | latchWidget | plainTitle,
+    };
+
+    /// What border and title take of each side, in pixels.
+    struct UserAreaBorders {
+        int left = 0;
+        int bottom = 0;
+        int right = 0;
+        int top = 0;
+        friend bool operator==(UserAreaBorders const&, UserAreaBorders const&) = default;
+    };
+
+    /// Construction record; those of derived widgets derive from it.
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        InitArgs(unsigned short w, unsigned short h, Border const& frame = Border())
+            : GlobCreationInfo(w, h), border(frame) {}
+        InitArgs(GlobCreationInfo const& info, Border const& frame = Border())
+            : GlobCreationInfo(info), border(frame) {}
+
+        Border border;
+    };
+
+    explicit StandardPanel(InitArgs const& args);
+    StandardPanel(unsigned short width, unsigned short height);
+    StandardPanel(unsigned short width, unsigned short height, Palette const& palette, bool opaque = true,
+                  Canvas* canvas = nullptr);
+    /// Sizes are kept within 0 to 65535.
+    explicit StandardPanel(XY<int> const& size);
+    StandardPanel(XY<int> const& size, Palette const& palette);
+    /// From saved settings; besides those of `rect`: "border" (a kind), "border_size", "title",
+    /// "standard_widgets" (flags). What is no kind or size counts as none.
+    StandardPanel(configb const& settings, unsigned short width, unsigned short height);
+    ~StandardPanel() override;
+
+    // --- Geometry
+    /// A standard distance in pixels: `spacingButton` is the height of a button, `scale` times;
+    /// `spacingIndent` and `spacingEdge` the indent, `spacingDoubleIndent` twice that; `spacingTitleStrip`
+    /// the height of a title strip in that border. 0 for any other number.
+    static int calcSize(eSpacing spacing, float scale = 1.0F, Border const& border = Border());
+    /// The size of a panel with these standard widgets and that border whose user area has a size.
+    static XY<int> calcPanelSize(XY<int> const& userSize, int flags, Border const& border);
+    /// What border and title strip take. The do-it button takes nothing: it lies above the user area.
+    static UserAreaBorders getUserAreaBorders(int flags, Border const& border);
+    /// The standard width of a kind of border.
+    static unsigned short calcBorderSize(Border::eType type) { return Border::calcSize(type); }
+    /// What border, title strip and status area leave, in the panel's coordinates; never less than empty.
+    IntBox getUserArea() const override;
+
+    Border const& getBorder() const { return border_; }
+    /// Lays the panel out again.
+    void setBorder(Border const& border);
+    void setBorderStyle(Border::eType type) { setBorder(Border(type)); }
+
+    // --- Title
+    /// An empty one takes the title away, and with it the strip unless a standard widget stands there.
+    void setTitle(UIString const& title, Glib::FontDesc const& font, eRedrawFlag redraw = eRedrawYes);
+    /// In the standard font for titles.
+    void setTitle(UIString const& title, eRedrawFlag redraw = eRedrawYes);
+    UIString getTitle() const;
+    /// The text that is shown.
+    LightweightString<wchar_t> getTitleW() const;
+    /// The number of the title's resource text; `noResText` when it has none.
+    ResId getTitleResId() const;
+    Glib::FontDesc getTitleFont() const;
+    /// Lets the user edit the title, or no longer. Nothing is edited while no title boxes are registered.
+    void setEditableTitle(bool editable);
+    /// The title box; null when there is none.
+    Glob* getTitleWidget() const;
+    /// The width of a text in the title's font.
+    int calcTitleWidth(UIString const& title) const;
+    /// What the standard widgets leave of the title strip's width.
+    int calcMaxTitleWidgetWidth() const;
+    /// Gives the title box all of that, and calls `handleTitleWidgetResize()`.
+    void resizeTitleWidget();
+    /// The title was changed by the program: shows it in the title box and calls `handleTitleChange()`.
+    void handleTitleChangeInternal(eRedrawFlag redraw);
+    /// Called by the title box: its text has changed, and editing has ended.
+    void handleTitleTyped();
+    void handleTitleEdited();
+
+    // --- Standard widgets
+    /// Asks for widgets by `StandardWidgetFlags` besides those asked for already, and makes those that are
+    /// missing.
+    void addStandardWidgets(int flags);
+    void removeStandardWidgets(int flags, bool redraw = true);
+    /// All that was asked for.
+    int getStandardWidgetFlags() const { return standardFlags_; }
+    /// Whether it is one of the standard widgets or the title box.
+    bool isStandardWidget(Glob const* widget) const;
+    /// The widget in a place; null when there is none.
+    Glob* getStandardWidget(StandardWidget which) const;
+    /// Puts the standard widgets in their places: from the upper right corner to the left close, size, pin
+    /// and settings or latch; in the lower right corner do-it.
+    void positionStandardWidgets();
+    /// Adds a widget, which the panel then owns, behind those in the status area along the lower edge; the
+    /// user area then lies above it. A width of 0 leaves it its own. Null when refused, as by `addChild`.
+    Glob* addStatusWidget(Glob* widget, unsigned short width);
+
+    // --- State
+    /// Whether there is a pin button and it is down.
+    bool isPinned() const;
+    /// The pin button was pressed, down or up: calls `handleAutoClose` with the opposite.
+    void handlePinned(bool pinned);
+    /// Stores the size state; the settings or latch button shows it, down when minimised.
+    void setSizeFlag(size_state state);
+    size_state getSizeFlag() const { return sizeState_; }
+    /// Lets the size button change between the full size and the title strip alone, unless `handleFlipSize`
+    /// consumes the press.
+    void setMinimisable(bool minimisable) { minimisable_ = minimisable; }
+    bool isMinimisable() const { return minimisable_; }
+    /// Shrinks it to its title strip, with its upper edge in place, or brings the former height back. Its own
+    /// widgets are hidden meanwhile.
+    void setMinimised(bool minimised);
+    bool isMinimised() const { return minimised_; }
+    /// Whether its edges can be dragged, for panels that have no frame of the window system; and, as for any
+    /// `Glob`, whether its window is resizable. Edges are fixed until this is called.
+    void setResizable(bool resizable);
+    bool hasResizableEdges() const { return resizableEdges_; }
+
+    // --- For derived classes: each does nothing, and answers 0, unless it is said otherwise. 1 = consumed.
+    // `handleMessageEvent` and `handleDataMessageEvent` are those of `EventHandler`.
+    /// A key press. 0: Tab and Shift+Tab go on to the next stop of the panel. Other answers leave it to
+    /// `Glob`.
+    virtual int handleKeyboardEvent(int keyCode);
+    virtual int handleKeyReleaseEvent(int keyCode);
+    /// Presses, releases, moves and the wheel.
+    virtual int handleMouseEvent(Event const& event);
+    /// Steps of a zoom gesture, positive = in.
+    virtual int handleZoom(int steps);
+    virtual int handleTimerEvent();
+    /// The size button was pressed.
+    virtual int handleFlipSize();
+    /// The title has changed, by the program or by the user.
+    virtual void handleTitleChange();
+    virtual void handleTitleWidgetResize();
+    /// Whether the panel, as a pop-up, is to be closed by presses outside. The base takes the pop-up out of
+    /// its chain, or makes it a chain of its own again.
+    virtual void handleAutoClose(bool closes);
+    /// "poot" was heard and not consumed: destroys the panel, unless `canBeDestroyed` says no.
+    virtual void handlePoot();
+    /// What is handed to the standard widgets, and fit for other children: the palette, or one derived from
+    /// the panel's own colour.
+    virtual Palette getColoursForWidgets() const;
+
+    // --- Drawing
+    /// Draws the border as if it were `scale` times as wide, with round corners where the body has them, and
+    /// the title.
+    virtual void drawBorder(float scale);
+    /// The border alone, with square corners, along these edges (`Surround::Edge`).
+    void drawSquarePanelBorder(float scale, unsigned int edges = Surround::allEdges);
+    /// The line under the title strip, `scale` times as thick as usual.
+    virtual void drawTitleSeparator(float scale);
+    /// Fills a box, in the panel's coordinates, at once.
+    void eraseRectangle(IntBox const& box, Colour const& colour);
+    /// The coloured part of the title strip, in the panel's coordinates; empty without a strip.
+    IntBox getTitleBar() const;
+
+    /// Recolours the standard widgets as well.
+    void setPalette(Palette const& palette) override;
+    void setCol(Colour const& colour, bool redraw = true);
+    void setcol(Colour const& colour, bool redraw) override { setCol(colour, redraw); }
+
+    // Glob
+    bool react(Event const& event) override;
+    void reshape() override;
+    void drawBackground() override;
+    void drawBorder() override;
+    MouseCursorID contextCursor(XY<int> const& place) const override;
+    void handleLookChange() override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    struct Extras;
+
+    void init(Border const& border);
+    Extras& extras();
+    /// What was asked for, and whether there is a title.
+    int layoutFlags() const;
+    bool hasStrip() const { return (layoutFlags() & stripFlags) != 0; }
+    /// Puts everything that depends on border and strip in its place.
+    void layOut();
+
+    bool reactToKey(Event const& event);
+    bool stepTabFocus(std::uint32_t keyCode);
+    bool reactToMessage(Event const& event);
+    /// What a message of a standard widget does when no handler consumed it. False when it is none of theirs.
+    bool reactToStandardWidget(Glob const* sender);
+    bool reactToMouse(Event const& event);
+
+    void storeTitle(UIString const& title, Glib::FontDesc const* font, eRedrawFlag redraw);
+    void makeMissingWidgets();
+    void makeTitleBox();
+    void removeTitleBox(bool redraw);
+    void removeStandardWidget(StandardWidget which, bool redraw);
+    void recolourWidgets();
+    void resizeWidgetsToMetrics();
+    bool isStatusWidgetShown() const;
+    int chainWidth() const;
+    void tellParent(LightweightString<char> const& message);
+    IntBox titleRow() const;
+
+    void hideWidgets();
+    void showWidgets();
+    void resizeKeepingTop(XY<int> const& size);
+
+    // The frame: edges and title strip under the pointer.
+    unsigned edgesAt(XY<int> const& place) const;
+    bool beginDrag(Event const& event);
+    bool followDrag(Event const& event);
+    void dragEdges(XY<int> const& place);
+    void keepTitleInReach();
+    XY<int> leastFrameSize() const;
+
+    void drawRoundBorder(CanvasRenderer& renderer, float scale);
+    void drawGroove(CanvasRenderer& renderer, float scale);
+    void drawTitleBar();
+    void drawTitle(CanvasRenderer& renderer);
+
+    /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
+    std::unique_ptr<Extras> extras_;
+    Border border_;
+    size_state sizeState_ = sizeFull;
+    /// The edges that are being dragged, or the title strip.
+    unsigned char grip_ = 0;
+    unsigned short standardFlags_ : 9 = 0;
+    /// Follows the standard width.
+    bool standardBorder_ : 1 = true;
+    bool minimisable_ : 1 = false;
+    bool minimised_ : 1 = false;
+    bool resizableEdges_ : 1 = false;
+};
+
+static_assert(sizeof(StandardPanel) <= 272);
+
+} // namespace wainscot

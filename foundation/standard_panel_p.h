@@ -1,0 +1,56 @@
+#pragma once
+
+#include "foundation/standard_panel.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace wainscot {
+
+/// What few panels have.
+struct StandardPanel::Extras {
+    /// A widget that may die by itself.
+    struct WidgetRef {
+        Glob* widget = nullptr;
+        IdStamp stamp;
+
+        WidgetRef() = default;
+        explicit WidgetRef(Glob* glob) : widget(glob), stamp(glob ? glob->idStamp() : IdStamp()) {}
+        /// Null once it has died.
+        Glob* get() const { return EventHandler::valid(widget, stamp) ? widget : nullptr; }
+    };
+
+    /// The places of standard widgets; those of the chain first, in its order.
+    enum Slot : std::size_t { closeSlot, sizeSlot, pinSlot, optionSlot, doItSlot, numSlots };
+    static constexpr std::size_t chainLength = doItSlot;
+
+    static Slot slotOf(StandardWidget which);
+    Glob* inSlot(Slot slot) const { return slots[slot].get(); }
+    Glob* inSlot(std::size_t slot) const { return slots[slot].get(); }
+
+    UIString title;
+    /// None = the standard font for titles, whatever that is at the time.
+    std::optional<Glib::FontDesc> titleFont;
+    std::array<WidgetRef, numSlots> slots;
+    /// Whether the option slot holds the latch.
+    bool optionIsLatch = false;
+    /// Lives as long as `titleWidget`.
+    iTitleBox* titleBox = nullptr;
+    WidgetRef titleWidget;
+    std::vector<WidgetRef> status;
+
+    /// While minimised: what was hidden, and the height to come back to.
+    std::vector<WidgetRef> hidden;
+    int fullHeight = 0;
+    /// While an edge is dragged: box and pointer at the press, in root coordinates.
+    IntBox dragBox;
+    XY<int> dragPlace;
+};
+
+namespace PanelGrip {
+/// Beside the bits of edges (`Surround::Edge`).
+inline constexpr unsigned char title = 16;
+} // namespace PanelGrip
+
+} // namespace wainscot
