@@ -60,13 +60,29 @@ Text setSize(Options& options, Text const& value) {
     return {};
 }
 
+Text setNumber(int& number, char const* name, Text const& value) {
+    auto const read = Qv::IntFromWString(fromUTF8(value));
+    if (!read || *read < 0) return Text(name) + " takes a number from 0 up, not \"" + value + "\"";
+    number = *read;
+    return {};
+}
+
+Text setRandom(Options& options, Text const& value) {
+    return setNumber(options.random, "--random", value);
+}
+
+Text setSeed(Options& options, Text const& value) {
+    return setNumber(options.seed, "--seed", value);
+}
+
 struct Option {
     char const* name;
     Text (*set)(Options&, Text const& value);
 };
 
-constexpr Option valueOptions[] = {{"--page", setPage},   {"--shots", setShots}, {"--script", setScript},
-                                   {"--scale", setScale}, {"--theme", setTheme}, {"--size", setSize}};
+constexpr Option valueOptions[] = {{"--page", setPage},     {"--shots", setShots}, {"--script", setScript},
+                                   {"--scale", setScale},   {"--theme", setTheme}, {"--size", setSize},
+                                   {"--random", setRandom}, {"--seed", setSeed}};
 
 struct Switch {
     char const* name;
@@ -95,6 +111,8 @@ char const* Options::usage() {
            "  --page NAME       begin with this page\n"
            "  --shots DIR       write every page, or the one named, as DIR/NAME.png\n"
            "  --script FILE     do what the file says, without a screen\n"
+           "  --random N        do N things at random on every page, or the one named, without a screen\n"
+           "  --seed S          which things\n"
            "  --scale N         device pixels in a pixel, 0.5 to 4\n"
            "  --theme THEME     dark or light\n"
            "  --size WxH        size of the window\n"

@@ -16,6 +16,9 @@ struct Options {
     LightweightString<char> page;
     LightweightString<char> shots;
     LightweightString<char> script;
+    /// Things to do at random on each page, and what decides which.
+    int random = 0;
+    int seed = 1;
     double scale = 1.0;
     bool scaleGiven = false;
     bool light = false;

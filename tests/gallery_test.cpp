@@ -69,6 +69,15 @@ TEST_F(Gallery, RendersEveryPageAtEveryScaleAndTheme) {
     }
 }
 
+TEST_F(Gallery, ARandomUserBreaksNothing) {
+    Outcome const outcome = run("--random 1200 --seed 4");
+    EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.errors;
+    EXPECT_THAT(outcome.out, HasSubstr("buttons: 1200 events"));
+    EXPECT_EQ(run("--random 300 --seed 7 --page pointer").out,
+              run("--random 300 --seed 7 --page pointer").out)
+        << "the same seed does the same";
+}
+
 TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
     std::string const script =
         fileWith("# a comment\n\n"
