@@ -6,9 +6,11 @@
 #include "host/base/convert.h"
 #include "host/start/host.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 namespace wainscot::gallery {
 
@@ -20,6 +22,28 @@ int complain(LightweightString<char> const& problem) {
     std::fprintf(stderr, "wainscot-gallery: %s\n", problem.c_str());
     return wrongUse;
 }
+
+/// Uses up one core for as long as it lives.
+class BusyThread {
+public:
+    explicit BusyThread(bool wanted) {
+        if (wanted)
+            thread_ = std::thread([this] {
+                while (!ended_) {
+                }
+            });
+    }
+    ~BusyThread() {
+        ended_ = true;
+        if (thread_.joinable()) thread_.join();
+    }
+    BusyThread(BusyThread const&) = delete;
+    BusyThread& operator=(BusyThread const&) = delete;
+
+private:
+    std::atomic<bool> ended_ = false;
+    std::thread thread_;
+};
 
 HostSettings settingsFor(Options const& options) {
     HostSettings settings;
@@ -145,6 +169,7 @@ int run(int argc, char** argv, Options const& options) {
     GalleryFrame* const frame =
         openFrame(options, options.page.empty() ? pages().front() : *findPage(options.page));
     if (!frame) return complain("the window system refuses a window");
+    BusyThread const busy(options.busy);
     return options.script.empty() ? host.run() : runScript(host, options, *frame);
 }
 

@@ -92,7 +92,8 @@ struct Switch {
 constexpr Switch switches[] = {{"--help", &Options::help},
                                {"--list", &Options::list},
                                {"--offscreen", &Options::offscreen},
-                               {"--echo", &Options::echo}};
+                               {"--echo", &Options::echo},
+                               {"--busy", &Options::busy}};
 
 Text allowed() {
     Text names("--desktop");
@@ -117,6 +118,7 @@ char const* Options::usage() {
            "  --theme THEME     dark or light\n"
            "  --size WxH        size of the window\n"
            "  --echo            also print each line of the log\n"
+           "  --busy            compute on a second thread all the time, as a program that renders does\n"
            "  --help            print this\n";
 }
 
