@@ -41,16 +41,14 @@ GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.
     setName("Wainscot gallery");
     setMinSize(toSize16(listWidth() * 3), toSize16(UifStd::getButtonHeight() * 16));
     addChild(std::make_unique<Caption>(L"Wainscot", Caption::Kind::heading), TopLeft(margin(), margin()));
-    int y = margin() + UifStd::getButtonHeight() + UifStd::getRowGap();
     for (Page const& page : pages()) {
         auto label = std::make_unique<LabelGlob>(XY<int>(listWidth(), UifStd::getButtonHeight()), page.title);
         label->setFocusable(false);
         label->setAction([this, &page](LabelGlob&) { show(page); });
-        addChild(std::move(label), TopLeft(margin(), y));
-        y += UifStd::getButtonHeight() + UifStd::getWidgetGap();
+        list_.push_back(addChild(std::move(label)));
     }
-    log_ =
-        addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight(size.y))), BottomLeft(margin(), margin()));
+    log_ = addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight(size.y))),
+                    BottomLeft(2 * margin() + listWidth(), margin()));
     reshape();
 }
 
@@ -103,8 +101,24 @@ int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {
     return name == pootMsg ? 0 : 1;
 }
 
+/// The rows draw together where the window is too low for all of them.
+void GalleryFrame::layOutList() {
+    int const top = margin() + UifStd::getButtonHeight() + UifStd::getRowGap();
+    int const room = height() - top - margin();
+    int const usual = UifStd::getButtonHeight() + UifStd::getWidgetGap();
+    int const step = std::clamp(room / std::max(static_cast<int>(list_.size()), 1), 1, usual);
+    int const gap = step == usual ? UifStd::getWidgetGap() : 1;
+    int y = height() - top;
+    for (Glob* row : list_) {
+        row->resize(listWidth(), std::max(step - gap, 1));
+        setWidgetPos(row, {margin(), y - row->height()});
+        y -= step;
+    }
+}
+
 void GalleryFrame::reshape() {
-    log_->resize(std::max(width() - 2 * margin(), 1), logHeight(height()));
+    layOutList();
+    log_->resize(std::max(width() - 3 * margin() - listWidth(), 1), logHeight(height()));
     IntBox const area = pageArea();
     if (valid(page_, pageStamp_)) page_->resize(area.width(), area.height());
     Glob::reshape();

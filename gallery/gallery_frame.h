@@ -28,6 +28,9 @@ private:
     bool enterPage();
     void addLine(LightweightString<wchar_t> const& line);
 
+    void layOutList();
+
+    std::vector<Glob*> list_;
     MessageLog* log_;
     Glob* page_ = nullptr;
     IdStamp pageStamp_;

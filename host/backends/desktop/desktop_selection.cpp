@@ -1,16 +1,17 @@
 #include "host/backends/desktop/desktop_selection_p.h"
 
+#include "host/services/clock.h"
+
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
-#include <chrono>
 #include <poll.h>
 
 namespace wainscot {
 
 namespace {
 
-constexpr auto patience = std::chrono::milliseconds(1000);
+constexpr double patience = 1000.0;
 /// Words of a property read in one step; and what a text may have at most, against owners that never end.
 constexpr long wordsAtOnce = 1 << 16;
 constexpr std::size_t mostBytes = std::size_t{1} << 30;
@@ -50,13 +51,13 @@ unsigned long SelectionReader::owner(char const* selection) {
 }
 
 bool SelectionReader::waitFor(int type, void* event) {
-    auto const end = std::chrono::steady_clock::now() + patience;
+    SystemClock const clock;
+    double const end = clock.msecs() + patience;
     while (!XCheckTypedWindowEvent(display_, window_, type, static_cast<XEvent*>(event))) {
-        auto const left =
-            std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-        if (left.count() <= 0) return false;
+        double const left = end - clock.msecs();
+        if (left <= 0.0) return false;
         pollfd file{ConnectionNumber(display_), POLLIN, 0};
-        poll(&file, 1, static_cast<int>(left.count()));
+        poll(&file, 1, static_cast<int>(left) + 1);
     }
     return true;
 }
