@@ -134,3 +134,31 @@ TEST_F(WindowToolkit, ClosingByThePanelsOwnButton) {
     clickAt(424, 250);
     EXPECT_FALSE(next("Floating  closes").empty());
 }
+
+TEST_F(WindowToolkit, ATipComesWhereThePointerRestsAndGoesWithAPress) {
+    open("pointer");
+    XY<int> const shape = inWindow(240, 42);
+    XY<int> const below = shape + XY<int>{6, 26};
+    ASSERT_TRUE(bench_.movePointer(shape));
+    std::uint32_t const without = bench_.colourAt(below);
+    EXPECT_TRUE(waitUntil([&] { return bench_.colourAt(below) != without; }));
+    EXPECT_TRUE(bench_.isActive(window_)) << "it takes no focus";
+    ASSERT_TRUE(bench_.click());
+    EXPECT_TRUE(bench_.waitForColour(below, without));
+}
+
+TEST_F(WindowToolkit, ADragCrossesTheWindowAndNamesWhatItCarries) {
+    open("dragging");
+    ASSERT_TRUE(bench_.movePointer(inWindow(240, 42)));
+    ASSERT_TRUE(bench_.pressButton());
+    ASSERT_TRUE(bench_.glidePointer(inWindow(240, 42), inWindow(300, 200)));
+    ASSERT_TRUE(bench_.releaseButton());
+    EXPECT_FALSE(next("dropped  Interview").empty());
+    EXPECT_FALSE(next("Interview  was taken").empty());
+    ASSERT_TRUE(bench_.movePointer(inWindow(240, 42)));
+    ASSERT_TRUE(bench_.pressButton());
+    ASSERT_TRUE(bench_.glidePointer(inWindow(240, 42), inWindow(700, 200)));
+    ASSERT_TRUE(bench_.key({"Escape"}));
+    EXPECT_FALSE(next("Interview  came back").empty());
+    ASSERT_TRUE(bench_.releaseButton());
+}
