@@ -1,0 +1,341 @@
+#include "buttons/checkbox.h"
+
+#include "buttons/button_look.h"
+#include "host/base/convert.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/symbols.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/event.h"
+#include "host/events/messages.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+#include "host/objects/tooltip_details.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// The side of the box or light, as a share of a button's height.
+constexpr float tickShare = 0.6F;
+
+int tickSide() {
+    return UifStd::getButtonHeight(tickShare);
+}
+
+XY<int> sizeFor(Checkbox::InitArgs const& args) {
+    bool const bold = (args.font.style & Glib::eFontBold) != 0;
+    int const width =
+        args.width != 0 ? args.width : Checkbox::calcWidth(args.label, args.border, args.appearance, bold);
+    return {width, args.height != 0 ? args.height : UifStd::getButtonHeight()};
+}
+
+StandardPanel::InitArgs panelArgs(Checkbox::InitArgs const& args) {
+    XY<int> const size = sizeFor(args);
+    return {GlobCreationInfo(args, toSize16(size.x), toSize16(size.y)), Border(args.border)};
+}
+
+bool isToggleKey(Event const& event) {
+    return isKeyPressEvent(event) && (event.keyCode() == Key::enter || event.keyCode() == Key::space);
+}
+
+} // namespace
+
+Checkbox* Checkbox::Change::checkbox() const {
+    return EventHandler::valid(checkbox_, stamp_) ? checkbox_ : nullptr;
+}
+
+Checkbox::InitArgs::InitArgs(unsigned short w, unsigned short h)
+    : GlobCreationInfo(w, h), font(UifStd::getFont()) {
+    opaque = false;
+}
+
+Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, unsigned short h)
+    : InitArgs(w, h) {
+    label = std::move(text);
+    ticked = isTicked;
+}
+
+Checkbox::Checkbox(InitArgs const& args)
+    : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
+      ticked_(args.ticked) {}
+
+Checkbox::~Checkbox() = default;
+
+std::unique_ptr<Checkbox> Checkbox::make(unsigned short width, unsigned short height, UIString const& label,
+                                         bool ticked, Palette const& palette, Canvas* canvas) {
+    InitArgs args(label, ticked, width, height);
+    args.palette = palette;
+    args.canvas = canvas;
+    return std::make_unique<Checkbox>(args);
+}
+
+// State
+
+void Checkbox::setState(bool ticked, bool redraw) {
+    if (ticked == ticked_) return;
+    ticked_ = ticked;
+    if (redraw) makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
+void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
+    setState(ticked, redraw == eRedrawYes);
+}
+
+void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
+    if (redraw == eRedrawYes) makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
+void Checkbox::setActive(bool active, eRedrawFlag redraw) {
+    if (!active) pressed_ = false;
+    StandardPanel::setActive(active, redraw);
+}
+
+/// The call out is the last thing in each case: it may destroy this.
+void Checkbox::requestToggleState() {
+    if (userFunction_) return userFunction_(this, userContext_);
+    setState(!ticked_);
+    if (getDataAdaptor() || callback_)
+        tellWithChange();
+    else
+        tellParent();
+}
+
+void Checkbox::tellWithChange() {
+    bool const wanted = ticked_;
+    Qv::Ptr<iObject> const change(new Change(wanted, *this));
+    WidgetCallback::Callback const callback = callback_;
+    LifeGuard const life = guard();
+    if (getDataAdaptor()) {
+        bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
+        if (!life.alive()) return;
+        if (!taken && ticked_ == wanted) setState(!wanted);
+        if (!taken) return;
+    }
+    if (!callback) return;
+    NotifyMsg message(prefix_, change);
+    message.setCode(wanted ? 1 : 0);
+    callback->call(message);
+}
+
+void Checkbox::tellParent() {
+    Event event(EventKind::message);
+    event.setMessage(appendState_ ? prefix_ + (ticked_ ? tickedWord : clearWord) : prefix_);
+    event.setSender(static_cast<Glob*>(this));
+    event.setTarget(parent());
+    event_send(&event, false);
+}
+
+void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
+    prefix_ = std::move(prefix);
+    appendState_ = appendState;
+}
+
+void Checkbox::setUserFunction(UserFunction function, void* context) {
+    userFunction_ = function;
+    userContext_ = context;
+}
+
+// Events
+
+bool Checkbox::react(Event const& event) {
+    if (isActive() && clickable_ && mouse_left_event(event) && !mouse_wheel_event(event) &&
+        !mouse_chord_event(event))
+        return reactToMouse(event);
+    if (isActive() && isToggleKey(event)) {
+        requestToggleState();
+        return true;
+    }
+    return StandardPanel::react(event);
+}
+
+bool Checkbox::reactToMouse(Event const& event) {
+    bool const isPress = mouse_down_event(event);
+    bool const isRelease = mouse_up_event(event);
+    bool const toggles = (generation_ == onPress && isPress) || (generation_ == onRelease && isRelease);
+    if (isPress || isRelease) {
+        pressed_ = isPress;
+        makeDirty();
+    }
+    if (toggles) requestToggleState();
+    return true;
+}
+
+void Checkbox::handlePressCancelled(Event const&) {
+    pressed_ = false;
+    makeDirty();
+}
+
+void Checkbox::handleMouseContainment(bool inside) {
+    if (isActive()) makeDirty();
+    StandardPanel::handleMouseContainment(inside);
+}
+
+bool Checkbox::isTabStopActive() {
+    return isActive() && isShown() && canvas_is_mapped_to_root(canvas());
+}
+
+void Checkbox::handleTabStopFocusReceipt(eDirection) {
+    claimKbdFocus();
+}
+
+void Checkbox::handleTabStopFocusLoss() {
+    if (isReceivingTabStopFocus()) return;
+    if (get_kbd_focus() == this) set_kbd_focus(parent());
+}
+
+void Checkbox::handleKbdFocus() {
+    makeDirty();
+    describeChanged(DescriptionChange::state);
+    if (get_kbd_focus() == this && !isTabStopFocus()) setTabStopFocus();
+}
+
+// Look
+
+void Checkbox::setString(UIString const& label) {
+    label_ = label;
+    makeDirty();
+    describeChanged(DescriptionChange::name);
+}
+
+void Checkbox::setAppearance(eAppearance appearance) {
+    appearance_ = appearance;
+    makeDirty();
+}
+
+void Checkbox::setTickCharacter(char character) {
+    tickCharacter_ = character;
+    makeDirty();
+}
+
+void Checkbox::setFont(Glib::FontDesc const& font) {
+    font_ = font;
+    makeDirty();
+}
+
+void Checkbox::setTextColour(Colour const& colour) {
+    textColour_ = std::make_unique<Colour>(colour);
+    makeDirty();
+}
+
+int Checkbox::calcWidth(UIString const& label, Border::eType border, eAppearance, bool bold) {
+    Glib::FontDesc font = UifStd::getFont();
+    if (bold) font.style |= Glib::eFontBold;
+    LightweightString<wchar_t> const text = label.text();
+    int const textWidth =
+        text.isEmpty() ? 0 : UifStd::getIndentWidth() + Glib::loadFont(font)->textWidth(text);
+    return 2 * (UifStd::getWidgetGap() + Border::calcSize(border)) + tickSide() + textWidth;
+}
+
+IntBox Checkbox::getTickExtents() const {
+    int const inset = UifStd::getWidgetGap() + getBorder().getSize();
+    int const side = std::clamp(tickSide(), 1, std::max(height(), 1));
+    return IntBox::sized({inset, (height() - side) / 2}, {side, side});
+}
+
+Colour Checkbox::getTextColour() const {
+    if (textColour_ && isActive()) return *textColour_;
+    return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
+}
+
+Colour Checkbox::getTickColour() const {
+    return isActive() ? getPalette().mark(eMarkNormal) : getPalette().text(eTextDisabled);
+}
+
+Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
+    if (!ticked_) return Glib::loadIcon(L"led_grey.png");
+    bool const on = isActive();
+    if (appearance_ == redLight) return Glib::loadIcon(on ? L"led_red_on.png" : L"led_red.png");
+    if (appearance_ == greenLight) return Glib::loadIcon(on ? L"led_green_on.png" : L"led_green.png");
+    return Glib::loadIcon(on ? L"led_blue_on.png" : L"led_blue.png");
+}
+
+void Checkbox::draw() {
+    StandardPanel::draw();
+    if (get_kbd_focus() != this || !glib_appHasFocus()) return;
+    CanvasRenderer renderer(canvas(), canvasArea());
+    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+}
+
+void Checkbox::drawBackground() {
+    StandardPanel::drawBackground();
+    drawTickBox();
+    if (ticked_ || isDataMixed()) drawTick(isDataMixed());
+    drawText();
+}
+
+void Checkbox::drawTickBox() {
+    IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
+    CanvasRenderer renderer(canvas(), canvasArea());
+    if (isLight()) {
+        if (Qv::Ptr<Glib::Image> const light = getLEDIcon())
+            renderer.renderPrimitive(Glib::ImageDescription(light, box));
+        return;
+    }
+    Palette const& palette = getPalette();
+    bool const answers = isActive() && (containsPointer() || pressed_);
+    Colour const ground =
+        answers ? palette.scale(palette.window(eWindowRecessed), 1.25) : palette.window(eWindowRecessed);
+    Colour const edge = isActive() ? palette.mark(eMarkEdge) : palette.text(eTextDisabled);
+    unsigned const radius =
+        appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
+    Glib::drawRoundedRect(renderer, ground, edge, box, 1, radius);
+}
+
+void Checkbox::drawTick(bool mixed) {
+    if (isLight()) return;
+    IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
+    CanvasRenderer renderer(canvas(), canvasArea());
+    if (mixed) {
+        int const inset = box.width() / 4;
+        int const middle = box.y1 + box.height() / 2;
+        IntBox const bar(box.x1 + inset, middle - 1, box.x2 - inset, middle + 1);
+        renderer.renderPrimitive(Glib::RectDescription(bar, getTickColour()));
+        return;
+    }
+    LightweightString<wchar_t> const tick =
+        tickCharacter_ != 0
+            ? LightweightString<wchar_t>(1, static_cast<wchar_t>(static_cast<unsigned char>(tickCharacter_)))
+            : wainscot::getString(QvTTF::eTick);
+    Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), toSize16(box.height())});
+    XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
+    renderer.renderPrimitive(Glib::TextDescription(tick, place, font, getTickColour(), eAlignCentre));
+}
+
+LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {
+    int const room = width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
+                     getBorder().getSize();
+    return Glib::fitTextToWidth(Glib::loadFont(font_), label_.text(), toSize16(room), wasCut);
+}
+
+void Checkbox::drawText() {
+    Qv::Ptr<iFont> const font = Glib::loadFont(font_);
+    XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getIndentWidth(),
+                                                              getFontYOffset(height(), font)};
+    CanvasRenderer renderer(canvas(), canvasArea());
+    renderer.renderPrimitive(Glib::TextDescription(fittedLabel(), place, font, getTextColour()));
+}
+
+bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
+    if (StandardPanel::getTooltipDetails(place, details)) return true;
+    bool wasCut = false;
+    fittedLabel(&wasCut);
+    if (!wasCut) return false;
+    details.text = label_;
+    details.area = bounds();
+    return true;
+}
+
+void Checkbox::describe(GlobDescription& description) const {
+    StandardPanel::describe(description);
+    description.role = "checkbox";
+    description.name = label_.text();
+    if (ticked_) description.states |= GlobDescription::checked;
+    if (isActive()) description.states |= GlobDescription::focusable;
+    description.actions.push_back("toggle");
+}
+
+} // namespace wainscot

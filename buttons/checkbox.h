@@ -1,0 +1,162 @@
+#pragma once
+
+#include "foundation/standard_panel.h"
+#include "foundation/tab_orderable.h"
+#include "foundation/val_widget.h"
+#include "foundation/widget_callback.h"
+#include "host/drawing/image.h"
+
+#include <memory>
+
+namespace wainscot {
+
+/// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is
+/// ticked.
+///
+/// When the user toggles it, the state changes first; then an adaptor or a callback is told with a `Change`,
+/// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
+/// adaptor that refuses takes the state back. A user function replaces all of that.
+class WAINSCOT_API Checkbox : public StandardPanel, public ValWidget<bool>, public TabOrderable {
+public:
+    static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
+    static constexpr LightweightString<char> tickedWord{"TICKED"};
+    static constexpr LightweightString<char> clearWord{"CLEAR"};
+
+    enum eAppearance : unsigned char {
+        tickBox = 0,
+        /// A box with round corners.
+        roundTickBox = 1,
+        blueLight = 4,
+        redLight = 5,
+        greenLight = 6,
+    };
+    /// On what a click toggles it. With any other value clicks do nothing.
+    enum eMsgGeneration : unsigned char { onPress = 0, onRelease = 1, onNothing = 2 };
+
+    using UserFunction = void (*)(Checkbox* checkbox, void* context);
+
+    /// What adaptors of changes and callbacks are told.
+    class WAINSCOT_API Change final : public Qv::InternalRefCount {
+    public:
+        Change(bool state, Checkbox& checkbox)
+            : state_(state), checkbox_(&checkbox), stamp_(checkbox.idStamp()) {}
+        bool state() const { return state_; }
+        /// Null when it has died.
+        Checkbox* checkbox() const;
+
+    private:
+        bool state_;
+        Checkbox* checkbox_;
+        IdStamp stamp_;
+    };
+
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        InitArgs(unsigned short w, unsigned short h);
+        explicit InitArgs(UIString text, bool isTicked = false, unsigned short w = 0, unsigned short h = 0);
+
+        UIString label;
+        bool ticked = false;
+        eAppearance appearance = tickBox;
+        Border::eType border = Border::none;
+        Glib::FontDesc font;
+    };
+
+    /// A width of 0 becomes what the label needs, a height of 0 that of a button.
+    explicit Checkbox(InitArgs const& args);
+    ~Checkbox() override;
+    static std::unique_ptr<Checkbox> make(unsigned short width, unsigned short height, UIString const& label,
+                                          bool ticked, Palette const& palette = Palette(),
+                                          Canvas* canvas = nullptr);
+
+    // --- State
+    bool isTicked() const { return ticked_; }
+    /// Nobody is told.
+    void setState(bool ticked) { setState(ticked, true); }
+    void setState(bool ticked, bool redraw);
+    /// Stores the state, and does nothing else.
+    void setStateInternal(bool ticked) { ticked_ = ticked; }
+    bool getWidgetValue() const override { return ticked_; }
+    void setNewWidgetValue(bool& ticked, eRedrawFlag redraw) override;
+    /// What a click by the user does.
+    void requestToggleState();
+    void setEnabledState(bool enabled) override { setActive(enabled, eRedrawYes); }
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+
+    // --- Reporting
+    void setMessageGeneration(eMsgGeneration generation) { generation_ = generation; }
+    void setMsgPrefix(LightweightString<char> prefix, bool appendState);
+    /// Called instead of everything that a toggle does; null takes it away.
+    void setUserFunction(UserFunction function, void* context);
+    bool hasUserFunction() const { return userFunction_ != nullptr; }
+    /// Told instead of the parent, with a `Change` as payload.
+    void setCallback(WidgetCallback const& callback) { callback_ = callback.getCallback(); }
+    /// Clicks pass through it when false.
+    void setClickable(bool clickable) { clickable_ = clickable; }
+
+    // --- Look
+    UIString const& getString() const { return label_; }
+    void setString(UIString const& label);
+    void setAppearance(eAppearance appearance);
+    eAppearance getAppearance() const { return appearance_; }
+    bool isLight() const { return appearance_ >= blueLight; }
+    /// The character that is drawn as the tick; 0 = the tick of the symbols.
+    void setTickCharacter(char character);
+    void setFont(Glib::FontDesc const& font);
+    Glib::FontDesc const& getFont() const { return font_; }
+    void setTextColour(Colour const& colour);
+    /// The width that a label needs, in a bold font or not.
+    static int calcWidth(UIString const& label, Border::eType border, eAppearance appearance = tickBox,
+                         bool bold = false);
+    /// The box or the light, in the checkbox's coordinates.
+    IntBox getTickExtents() const;
+
+    // TabOrderable
+    using TabOrderable::isTabStopFocus;
+    using TabOrderable::setTabStopFocus;
+    bool isTabStopActive() override;
+    void handleTabStopFocusReceipt(eDirection direction) override;
+    void handleTabStopFocusLoss() override;
+
+    // Glob
+    bool react(Event const& event) override;
+    void draw() override;
+    void drawBackground() override;
+    void handleKbdFocus() override;
+    void handleMouseContainment(bool inside) override;
+    void handlePressCancelled(Event const& press) override;
+    void describe(GlobDescription& description) const override;
+    bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
+
+protected:
+    virtual void drawTickBox();
+    virtual void drawText();
+    virtual void drawTick(bool mixed);
+    virtual Colour getTextColour() const;
+    virtual Colour getTickColour() const;
+    Qv::Ptr<Glib::Image> getLEDIcon() const;
+    void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+
+private:
+    bool reactToMouse(Event const& event);
+    void tellParent();
+    void tellWithChange();
+    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+
+    UIString label_;
+    Glib::FontDesc font_;
+    LightweightString<char> prefix_{defaultPrefix};
+    WidgetCallback::Callback callback_;
+    UserFunction userFunction_ = nullptr;
+    void* userContext_ = nullptr;
+    std::unique_ptr<Colour> textColour_;
+    eAppearance appearance_;
+    eMsgGeneration generation_ = onPress;
+    char tickCharacter_ = 0;
+    bool ticked_;
+    bool appendState_ = true;
+    bool clickable_ = true;
+    bool pressed_ = false;
+};
+
+} // namespace wainscot

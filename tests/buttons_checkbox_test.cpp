@@ -1,0 +1,217 @@
+#include "tests/host_fixture.h"
+
+#include "buttons/checkbox.h"
+#include "foundation/val_server.h"
+#include "foundation/val_server_adaptor.h"
+#include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
+
+#include <gmock/gmock.h>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+
+class Checkboxes : public HostTest {
+protected:
+    Checkboxes() : root_(openWindow(400, 300)) {}
+
+    Checkbox* add(wchar_t const* label = L"Loop", bool ticked = false) {
+        auto* const box = root_->addChild(Checkbox::make(0, 0, label, ticked), BottomLeft(20, 20));
+        driver_.settle();
+        root_->forgetMessages();
+        return box;
+    }
+    std::string sent() { return root_->names().c_str(); }
+
+    RecordingParent* root_;
+};
+
+/// Writes down what it is asked, and answers what it is told to.
+class Asked final : public ValAdaptorBase<bool> {
+public:
+    bool getDataValue() const override { return value; }
+    bool requestSetNewDataValue(bool const& wanted, DataChangeType) override {
+        log.push_back(wanted);
+        if (onAsk) onAsk();
+        if (accepts) value = wanted;
+        return accepts;
+    }
+    bool isMixed() const override { return mixed; }
+
+    bool value = false;
+    bool accepts = true;
+    bool mixed = false;
+    std::function<void()> onAsk;
+    std::vector<bool> log;
+};
+
+TEST_F(Checkboxes, TheGenerationDecidesWhichClicksToggleAndKeysAlwaysDo) {
+    Checkbox* const box = add();
+    ASSERT_TRUE(box->claimKbdFocus());
+    driver_.press(box);
+    EXPECT_TRUE(box->isTicked());
+    driver_.release();
+    EXPECT_EQ(sent(), "Checkbox TICKED");
+    box->setMessageGeneration(Checkbox::onRelease);
+    driver_.press(box);
+    EXPECT_TRUE(box->isTicked());
+    driver_.moveTo({390, 390});
+    driver_.release();
+    EXPECT_FALSE(box->isTicked()) << "wherever it is released";
+    box->setMessageGeneration(Checkbox::onNothing);
+    driver_.click(box);
+    EXPECT_FALSE(box->isTicked());
+    driver_.key(Key::space);
+    driver_.key(Key::enter);
+    driver_.key(Key::shift | Key::space);
+    EXPECT_EQ(sent(), "Checkbox TICKED Checkbox CLEAR Checkbox TICKED Checkbox CLEAR");
+    box->setMsgPrefix("Loop", true);
+    driver_.key(Key::space);
+    box->setMsgPrefix("Loop", false);
+    driver_.key(Key::space);
+    EXPECT_THAT(sent(), testing::EndsWith("LoopTICKED Loop"));
+    root_->forgetMessages();
+    box->setState(true);
+    EXPECT_EQ(sent(), "") << "the program tells nobody";
+}
+
+TEST_F(Checkboxes, AnInactiveOneLetsEverythingPass) {
+    Checkbox* const box = add();
+    ASSERT_TRUE(box->claimKbdFocus());
+    box->setEnabledState(false);
+    EXPECT_FALSE(box->isTabStopActive());
+    driver_.click(box);
+    driver_.key(Key::space);
+    EXPECT_FALSE(box->isTicked());
+    box->setEnabledState(true);
+    box->setClickable(false);
+    driver_.click(box);
+    EXPECT_FALSE(box->isTicked());
+}
+
+TEST_F(Checkboxes, AUserFunctionReplacesEverything) {
+    Checkbox* const box = add();
+    auto const adaptor = Qv::makePtr<Asked>();
+    box->setDataAdaptor(adaptor);
+    Checkbox* called = nullptr;
+    box->setUserFunction([](Checkbox* which, void* context) { *static_cast<Checkbox**>(context) = which; },
+                         &called);
+    driver_.click(box);
+    EXPECT_EQ(called, box);
+    EXPECT_FALSE(box->isTicked());
+    EXPECT_TRUE(adaptor->log.empty());
+    EXPECT_EQ(sent(), "");
+}
+
+TEST_F(Checkboxes, AdaptorAndCallbackAreToldInsteadOfTheParent) {
+    Checkbox* const box = add();
+    auto const adaptor = Qv::makePtr<Asked>();
+    box->setDataAdaptor(adaptor);
+    driver_.click(box);
+    EXPECT_THAT(adaptor->log, ElementsAre(true));
+    EXPECT_TRUE(box->isTicked());
+    adaptor->accepts = false;
+    driver_.click(box);
+    EXPECT_TRUE(box->isTicked()) << "refused: taken back";
+    adaptor->value = false;
+    adaptor->forceWidgetUpdate(eRedrawYes);
+    EXPECT_FALSE(box->isTicked());
+    box->setDataAdaptor({});
+    bool state = false;
+    Checkbox* from = nullptr;
+    box->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
+                                        auto* const change =
+                                            dynamic_cast<Checkbox::Change*>(message.payload().get());
+                                        state = change->state();
+                                        from = change->checkbox();
+                                        return 1;
+                                    }),
+                                    ""));
+    driver_.click(box);
+    EXPECT_TRUE(state);
+    EXPECT_EQ(from, box);
+    EXPECT_EQ(sent(), "");
+}
+
+TEST_F(Checkboxes, TwoShowOneValue) {
+    ValServer<bool> value(false);
+    Checkbox* const one = add();
+    auto* const two = root_->addChild(Checkbox::make(0, 0, L"Other", false), BottomLeft(20, 80));
+    for (Checkbox* box : {one, two}) box->setDataAdaptor(Qv::makePtr<ValServerAdaptor<bool>>(value));
+    driver_.click(one);
+    EXPECT_TRUE(two->isTicked() && value.value());
+    value = false;
+    EXPECT_FALSE(one->isTicked() || two->isTicked());
+}
+
+TEST_F(Checkboxes, WhoIsToldMayDestroyIt) {
+    for (int way = 0; way < 3; ++way) {
+        Checkbox* box = add();
+        auto const adaptor = Qv::makePtr<Asked>();
+        adaptor->accepts = false;
+        adaptor->onAsk = [&] { destroy(box); };
+        if (way == 0) box->setDataAdaptor(adaptor);
+        if (way == 1)
+            box->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
+                                                destroy(box);
+                                                return 1;
+                                            }),
+                                            ""));
+        if (way == 2) box->setUserFunction([](Checkbox* which, void*) { destroy(which); }, nullptr);
+        driver_.click(box);
+        EXPECT_EQ(root_->numChildren(), 0u);
+    }
+}
+
+TEST_F(Checkboxes, BoxesAndLightsShowTheirStates) {
+    Checkbox* const box = add(L"");
+    XY<int> const middle = box->getTickExtents().centre();
+    driver_.moveTo({390, 390});
+    auto const look = [&] {
+        driver_.settle();
+        return driver_.pixel(box, middle + XY<int>{0, -2});
+    };
+    std::uint32_t const clear = look();
+    box->setState(true);
+    std::uint32_t const ticked = look();
+    EXPECT_NE(clear, ticked);
+    std::set<std::uint32_t> lights;
+    for (auto appearance : {Checkbox::blueLight, Checkbox::redLight, Checkbox::greenLight}) {
+        box->setAppearance(appearance);
+        lights.insert(look());
+        box->setActive(false);
+        lights.insert(look());
+        box->setActive(true);
+    }
+    EXPECT_EQ(lights.size(), 6u) << "three colours, on and off";
+    box->setState(false);
+    std::uint32_t const grey = look();
+    box->setAppearance(Checkbox::redLight);
+    EXPECT_EQ(look(), grey) << "grey whatever its colour";
+    box->setAppearance(Checkbox::tickBox);
+    auto const adaptor = Qv::makePtr<Asked>();
+    adaptor->mixed = true;
+    box->setDataAdaptor(adaptor);
+    adaptor->forceWidgetUpdate(eRedrawYes);
+    driver_.settle();
+    EXPECT_NE(driver_.pixel(box, middle), driver_.pixel(box, middle + XY<int>{0, 4}));
+    EXPECT_EQ(Driver::describe(*box).role, LightweightString<char>("checkbox"));
+}
+
+TEST_F(Checkboxes, WidthsFitTheLabel) {
+    int const plain = Checkbox::calcWidth(L"Loop", Border::none);
+    Checkbox* const box = add(L"Loop");
+    EXPECT_EQ(box->size(), (XY<int>{plain, UifStd::getButtonHeight()}));
+    EXPECT_EQ(Checkbox::calcWidth(L"Loop", Border::line), plain + 2);
+    EXPECT_GT(Checkbox::calcWidth(L"Loop", Border::none, Checkbox::tickBox, true), plain);
+    EXPECT_LT(Checkbox::calcWidth(L"", Border::none), plain);
+    for (XY<int> const size : {XY<int>{0, 0}, XY<int>{1, 1}, XY<int>{65535, 3}}) {
+        box->resize(size.x, size.y);
+        driver_.settle();
+    }
+}
+
+} // namespace
+} // namespace wainscot
