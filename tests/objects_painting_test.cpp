@@ -56,6 +56,29 @@ TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
     EXPECT_EQ(at(root, 5, 5), root->getCol().getAsLong());
 }
 
+TEST_F(Paint, SeveralDamagedPlacesVisitEachChildOnceAndInOrder) {
+    RecordingParent* const root = openWindow();
+    std::vector<ProbeGlob*> tiles;
+    for (int i = 0; i < 400; ++i)
+        tiles.push_back(coloured(root, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), red));
+    // Lies over many tiles, and over many cells of the grid.
+    ProbeGlob* const above = coloured(root, {0, 0, 390, 13}, blue);
+    driver_.settle();
+    std::uint64_t const before = Painting::numDrawn();
+    tiles[0]->makeDirty();
+    tiles[19]->makeDirty();
+    tiles[399]->makeDirty();
+    driver_.settle();
+    EXPECT_EQ(Painting::numDrawn() - before, 5u) << "the root, three tiles and what lies above two of them";
+    EXPECT_EQ(above->drawn, 2);
+    EXPECT_EQ(at(root, 5, 5), 0x0000FFu) << "the later child lies above";
+    EXPECT_EQ(at(root, 385, 5), 0x0000FFu);
+    root->makeDirty();
+    delete tiles[200];
+    driver_.settle();
+    EXPECT_EQ(Painting::numDrawn() - before, 5u + 1 + 400) << "all but the one that has gone";
+}
+
 TEST_F(Paint, ChildrenAreClippedToTheirParentsAndLaterSiblingsLieAbove) {
     RecordingParent* const root = openWindow();
     ProbeGlob* const parent = coloured(root, IntBox(100, 100, 200, 200), red);

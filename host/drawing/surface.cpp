@@ -42,8 +42,9 @@ void Surface::resize(XY<int> size, double scale) {
 void Surface::allocate() {
     deviceSize_ = {std::max(1, deviceEdge(size_.x, scale_)), std::max(1, deviceEdge(size_.y, scale_))};
     image_.reset();
-    pixels_ = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(deviceSize_.x) *
-                                                static_cast<std::size_t>(deviceSize_.y));
+    pixels_.reset();
+    pixels_ =
+        makePixelMemory(static_cast<std::size_t>(deviceSize_.x) * static_cast<std::size_t>(deviceSize_.y));
     image_ = std::make_unique<SurfaceImage>(pixels_.get(), deviceSize_);
     toPaint_.clear();
     toPresent_.clear();

@@ -2,6 +2,7 @@
 
 #include "host/base/life.h"
 #include "host/drawing/damage.h"
+#include "host/drawing/pixel_memory.h"
 
 #include <cstdint>
 #include <memory>
@@ -71,7 +72,7 @@ private:
     XY<int> deviceSize_;
     XY<int> contentPlace_;
     bool translucent_ = false;
-    std::unique_ptr<std::uint32_t[]> pixels_;
+    PixelMemory pixels_;
     std::unique_ptr<SurfaceImage> image_;
     Damage toPaint_;
     Damage toPresent_;

@@ -90,20 +90,37 @@ void ChildGrid::unlink(std::uint32_t number) {
         for (int x = range.x1; x <= range.x2; ++x) erase(cells_[cellNumber(x, y)], number);
 }
 
-void ChildGrid::find(IntBox const& area, std::vector<Glob*>& found) const {
-    if (area.isEmpty()) return;
+void ChildGrid::addMeeting(Entry const& entry, std::span<IntBox const> areas,
+                           std::vector<Glob*>& found) const {
+    if (!entry.child) return;
+    for (IntBox const& area : areas)
+        if (entry.box.intersects(area)) return found.push_back(entry.child);
+}
+
+void ChildGrid::find(std::span<IntBox const> areas, std::vector<Glob*>& found) const {
+    std::size_t numCells = 0;
+    for (IntBox const& area : areas)
+        if (!area.isEmpty()) numCells += static_cast<std::size_t>(cellsOf(area).count());
+    if (numCells == 0) return;
+    // Where much is wanted, going through all in their order is cheaper than bringing them into it.
+    if (numCells * 4 > cells_.size()) {
+        for (Entry const& entry : entries_) addMeeting(entry, areas, found);
+        return;
+    }
     std::vector<std::uint32_t> numbers = large_;
-    CellRange const range = cellsOf(area);
-    for (int y = range.y1; y <= range.y2; ++y) {
-        for (int x = range.x1; x <= range.x2; ++x) {
-            auto const& cell = cells_[cellNumber(x, y)];
-            numbers.insert(numbers.end(), cell.begin(), cell.end());
+    for (IntBox const& area : areas) {
+        if (area.isEmpty()) continue;
+        CellRange const range = cellsOf(area);
+        for (int y = range.y1; y <= range.y2; ++y) {
+            for (int x = range.x1; x <= range.x2; ++x) {
+                auto const& cell = cells_[cellNumber(x, y)];
+                numbers.insert(numbers.end(), cell.begin(), cell.end());
+            }
         }
     }
     std::sort(numbers.begin(), numbers.end());
     numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
-    for (std::uint32_t const number : numbers)
-        if (entries_[number].box.intersects(area)) found.push_back(entries_[number].child);
+    for (std::uint32_t const number : numbers) addMeeting(entries_[number], areas, found);
 }
 
 } // namespace wainscot

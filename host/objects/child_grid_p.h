@@ -3,6 +3,7 @@
 #include "host/base/box.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace wainscot {
@@ -35,8 +36,8 @@ public:
     /// for, or many lie outside what it was made for.
     bool isWorn() const { return (gone_ + outside_) * 2 > entries_.size() || entries_.size() > built_ * 2; }
 
-    /// Appends the children that meet `area`, from below to above.
-    void find(IntBox const& area, std::vector<Glob*>& found) const;
+    /// Appends the children that meet one of the areas, from below to above, each once.
+    void find(std::span<IntBox const> areas, std::vector<Glob*>& found) const;
 
 private:
     struct Entry {
@@ -53,6 +54,7 @@ private:
     std::size_t cellNumber(int x, int y) const;
     void link(std::uint32_t number);
     void unlink(std::uint32_t number);
+    void addMeeting(Entry const& entry, std::span<IntBox const> areas, std::vector<Glob*>& found) const;
 
     std::vector<Entry> entries_;
     std::vector<std::vector<std::uint32_t>> cells_;

@@ -55,6 +55,7 @@ private:
     PaintPhase& phase_;
     Visit* outer_;
     std::vector<Item> stack_;
+    std::vector<IntBox> reach_;
     std::vector<Glob*> found_;
     Item const* drawing_ = nullptr;
     bool childrenDrawn_ = false;
@@ -141,8 +142,13 @@ void Visit::drawItem(Item const& item) {
 
 void Visit::pushChildren(Item const& item) {
     found_.clear();
-    IntBox const reach = item.clip.inset(-Surround::maxExtent).translated(XY<int>() - item.origin);
-    Tree::childrenMeeting(*item.glob, reach, found_);
+    reach_.clear();
+    for (IntBox const& damaged : phase_.damage()) {
+        IntBox const part = damaged.intersection(item.clip);
+        if (!part.isEmpty())
+            reach_.push_back(part.inset(-Surround::maxExtent).translated(XY<int>() - item.origin));
+    }
+    Tree::childrenMeeting(*item.glob, reach_, found_);
     XY<int> const origin = canvasOrigin(item);
     for (auto child = found_.rbegin(); child != found_.rend(); ++child) {
         IntBox const box = (*child)->box().translated(item.origin);

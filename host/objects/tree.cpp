@@ -2,6 +2,8 @@
 
 #include "host/objects/glob_side_p.h"
 
+#include <algorithm>
+
 namespace wainscot {
 
 namespace {
@@ -95,12 +97,19 @@ void Tree::dropGrid(Glob& parent) {
 }
 
 void Tree::childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found) {
+    childrenMeeting(parent, std::span(&area, 1), found);
+}
+
+void Tree::childrenMeeting(Glob& parent, std::span<IntBox const> areas, std::vector<Glob*>& found) {
     if (ChildGrid const* cells = grid(parent)) {
-        cells->find(area, found);
+        cells->find(areas, found);
         return;
     }
-    for (Glob* child = parent.firstChild_; child; child = child->next_)
-        if (child->box().intersects(area)) found.push_back(child);
+    for (Glob* child = parent.firstChild_; child; child = child->next_) {
+        IntBox const box = child->box();
+        auto const meets = [&](IntBox const& area) { return box.intersects(area); };
+        if (std::any_of(areas.begin(), areas.end(), meets)) found.push_back(child);
+    }
 }
 
 void Tree::childBoxChanged(Glob& child) {

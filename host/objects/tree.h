@@ -2,6 +2,8 @@
 
 #include "host/objects/glob.h"
 
+#include <span>
+
 namespace wainscot {
 
 class ChildGrid;
@@ -26,6 +28,8 @@ public:
     static void scatter(std::vector<Glob*> const& globs);
     /// Appends the children whose boxes meet `area` (in the parent's coordinates), from below to above.
     static void childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found);
+    /// The same for those that meet one of several areas, each once.
+    static void childrenMeeting(Glob& parent, std::span<IntBox const> areas, std::vector<Glob*>& found);
     /// To be called after a child's box has changed.
     static void childBoxChanged(Glob& child);
     /// The topmost shown descendant at a place (in `top`'s coordinates), or `top` itself; null outside it.

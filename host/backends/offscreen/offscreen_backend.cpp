@@ -141,14 +141,16 @@ void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const&
     scale_ = surface.scale();
     if (deviceSize_ != surface.deviceSize()) {
         deviceSize_ = surface.deviceSize();
-        pixels_.assign(static_cast<std::size_t>(deviceSize_.x) * static_cast<std::size_t>(deviceSize_.y), 0);
+        pixels_.reset();
+        pixels_ = makePixelMemory(static_cast<std::size_t>(deviceSize_.x) *
+                                  static_cast<std::size_t>(deviceSize_.y));
     }
     for (IntBox const& box : boxes) {
         IntBox const part = surface.deviceBox(box);
         for (int y = part.y1; y < part.y2; ++y) {
             auto const row = static_cast<std::ptrdiff_t>(y) * deviceSize_.x;
             std::copy(surface.pixels() + row + part.x1, surface.pixels() + row + part.x2,
-                      pixels_.begin() + row + part.x1);
+                      pixels_.get() + row + part.x1);
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/drawing/pixel_memory.h"
 #include "host/windows/backend.h"
 
 #include <cstdint>
@@ -131,7 +132,7 @@ private:
     std::uint64_t numPresented_ = 0;
     double scale_ = 1.0;
     XY<int> deviceSize_;
-    std::vector<std::uint32_t> pixels_;
+    PixelMemory pixels_;
 };
 
 } // namespace wainscot
