@@ -180,5 +180,76 @@ TEST_F(Notes, WhatIsDraggedIsNamedBesideThePointer) {
     driver_.release();
 }
 
+TEST_F(Notes, ATipNeverStandsOverOtherPrograms) {
+    probe_->setContextString(L"tip");
+    moveIn(probe_, 10, 10);
+    driver_.advance(700);
+    ASSERT_EQ(note(), L"tip");
+    host_->offscreen()->deactivateAll();
+    EXPECT_EQ(note(), L"");
+    host_->offscreen()->activate(nativeOf(root_)->id());
+    moveIn(root_, 200, 200);
+    driver_.advance(2000);
+    moveIn(probe_, 10, 10);
+    host_->offscreen()->deactivateAll();
+    driver_.settle();
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    driver_.advance(2000);
+    EXPECT_EQ(note(), L"") << "nor one that was awaited";
+}
+
+TEST_F(Notes, WhatChangesElsewhereDoesNotKeepATipAway) {
+    probe_->setContextString(L"tip");
+    auto* const runner = new ProbeGlob(5, 5);
+    root_->addChild(runner, BottomLeft(200, 200));
+    moveIn(probe_, 10, 10);
+    for (int i = 0; i < 8; ++i) {
+        root_->setWidgetPos(runner, {200 + i, 200});
+        driver_.advance(100);
+    }
+    EXPECT_EQ(note(), L"tip");
+}
+
+TEST_F(Notes, ATipThatTheWindowSystemRefusesIsNotTriedAgain) {
+    probe_->setContextString(L"tip");
+    host_->offscreen()->refuseWindows(true);
+    moveIn(probe_, 10, 10);
+    driver_.advance(700);
+    EXPECT_EQ(note(), L"");
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    host_->offscreen()->refuseWindows(false);
+}
+
+TEST_F(Notes, ATipIsNeverLargerThanItsMonitor) {
+    LightweightString<wchar_t> lines;
+    for (int i = 0; i < 3000; ++i) lines = lines + L"line\n";
+    probe_->setContextString(UIString(lines));
+    moveIn(probe_, 10, 10);
+    driver_.advance(700);
+    Glob* const shown = driver_.find("note", L"");
+    ASSERT_TRUE(shown);
+    EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(shown->screenBox()));
+}
+
+TEST_F(Notes, ACompositionStaysWithItsCaretAndItsHolder) {
+    auto* const next = new HalvesGlob(60, 40);
+    root_->addChild(next, BottomLeft(200, 50));
+    probe_->caret = next->caret = IntBox(10, 5, 11, 25);
+    ASSERT_TRUE(probe_->claimKbdFocus());
+    compose(L"ni", 2);
+    ASSERT_EQ(note(), L"ni");
+    XY<int> const before = driver_.find("note", L"")->screenBox().bottomLeft();
+    root_->setScreenPos({140, 120});
+    driver_.settle();
+    ASSERT_EQ(note(), L"ni");
+    EXPECT_EQ(driver_.find("note", L"")->screenBox().bottomLeft(), before + (XY<int>{40, 20}));
+    ASSERT_TRUE(next->claimKbdFocus());
+    EXPECT_EQ(note(), L"") << "it was not meant for the next one";
+    compose(L"ni", 2);
+    ASSERT_EQ(note(), L"ni");
+    host_->offscreen()->deactivateAll();
+    EXPECT_EQ(note(), L"") << "another program has the keys";
+}
+
 } // namespace
 } // namespace wainscot

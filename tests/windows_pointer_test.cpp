@@ -135,6 +135,39 @@ TEST_F(Pointer, EscapeTakesBackWhatThePressBegan) {
     EXPECT_EQ(escapes, 2) << "press and release";
 }
 
+TEST_F(Pointer, EscapeReleasesAButtonThatIsStillHeld) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> log;
+    auto* const probe = add(root, new ProbeGlob(60, 40, &log), 10, 10);
+    probe->onReact = [&](Event const& event) {
+        if (mouse_up_event(event)) probe->note(mouse_left_event(event) ? "left up" : "right up");
+        return mouse_event(event);
+    };
+    driver_.press(probe);
+    driver_.press(Driver::Button::right);
+    driver_.release();
+    log.clear();
+    driver_.key(Key::escape);
+    EXPECT_THAT(log, ElementsAre("right up"));
+    driver_.release(Driver::Button::right);
+    EXPECT_THAT(log, ElementsAre("right up"));
+}
+
+TEST_F(Pointer, UnboundedMotionEntersNothingOnItsWay) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> log;
+    auto* const probe = add(root, new WishfulGlob(60, 40, &log, "probe"), 10, 10);
+    add(root, new ProbeGlob(60, 40, &log, "other"), 200, 10);
+    probe->onReact = [](Event const& event) { return mouse_event(event); };
+    probe->unbounded = true;
+    driver_.press(probe);
+    driver_.moveTo(root->globXYToScreenXY({220, 20}));
+    log.clear();
+    driver_.release();
+    EXPECT_TRUE(probe->containsPointer());
+    EXPECT_THAT(log, testing::Not(testing::Contains("other entered")));
+}
+
 TEST_F(Pointer, EscapeMayEndInTheDeathOfTheHolder) {
     RecordingParent* const root = openWindow();
     auto* const probe = add(root, new ProbeGlob(60, 40), 10, 10);
@@ -324,6 +357,22 @@ TEST_F(Dragging, AnybodyMayDieInAnyNotice) {
     driver_.release();
     EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
         << "nothing is held";
+}
+
+TEST_F(Dragging, AModalWindowKeepsItemsFromWhatItBlocks) {
+    open();
+    auto* const dialog = new RecordingParent(100, 60);
+    ASSERT_TRUE(host_->globManager().addModalGlob(dialog, root_));
+    driver_.settle();
+    dialog->setScreenPos({900, 500});
+    auto* const inside = add(dialog, new DropGlob(60, 40, &log_, "inside"), 10, 10);
+    moveIn(target_, 60, 10);
+    EXPECT_EQ(screen().cursor(), forbiddenCursor);
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("source not taken"));
+    EXPECT_FALSE(isDragging());
+    EXPECT_FALSE(DragDropManager::instance().dropFiles({L"/a"}, target_->globXYToScreenXY({60, 10})));
+    static_cast<void>(inside);
 }
 
 TEST_F(Dragging, FilesFromOutsideArriveAsAnItem) {

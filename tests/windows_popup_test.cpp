@@ -326,6 +326,64 @@ TEST_F(PopUps, APressCanBeDraggedFromTheOpenerOntoAPopUpAndLetGoThere) {
     EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
 }
 
+TEST_F(PopUps, EscapeTakesBackAPressThatWasDraggedOntoAPopUp) {
+    opener_->onReact = [this](Event const& event) {
+        if (mouse_down_event(event)) first_ = open("first", {120, 600});
+        return true;
+    };
+    driver_.press(opener_);
+    driver_.moveTo({150, 650});
+    log_.clear();
+    driver_.key(Key::escape);
+    driver_.moveTo({152, 640});
+    driver_.release();
+    EXPECT_EQ(takeLog(), Lines{}) << "nothing is chosen in it";
+    driver_.moveTo({150, 650});
+    EXPECT_TRUE(first_->containsPointer());
+    delete first_;
+}
+
+TEST_F(PopUps, ASpentPressOnAWindowThatDiesLeavesThePointerFree) {
+    for (bool atOnce : {true, false}) {
+        RecordingParent* const doomed = openWindow(100, 100, {1000, 100});
+        host_->offscreen()->activate(nativeOf(window_)->id());
+        driver_.settle();
+        first_ = open("first", {130, 600});
+        first_->onMessage = [&](auto const&, Glob*) {
+            if (atOnce) delete doomed;
+            delete first_;
+            return 1;
+        };
+        driver_.moveTo({1050, 150});
+        driver_.press();
+        if (!atOnce) delete doomed;
+        driver_.settle();
+        log_.clear();
+        driver_.moveTo(outside_);
+        driver_.press();
+        EXPECT_EQ(takeLog(), (Lines{"outside entered", "outside down"})) << atOnce;
+        driver_.release();
+        driver_.moveTo({1050, 150});
+    }
+}
+
+TEST_F(PopUps, OneThatIsOpenedWhileItIsBeingOpenedIsOpenOnce) {
+    first_ = open("first", {130, 600});
+    auto* const next = makePopUp("next");
+    first_->onMessage = [&](auto const&, Glob*) {
+        EXPECT_TRUE(manager().openPopUp(next, {}));
+        delete first_;
+        return 1;
+    };
+    EXPECT_TRUE(manager().openPopUp(next, {}));
+    driver_.settle();
+    EXPECT_EQ(chain().size(), 1u);
+    EXPECT_EQ(manager().numWindows(), 2u);
+    delete next;
+    driver_.settle();
+    EXPECT_FALSE(chain().isOpen());
+}
+
 TEST_F(PopUps, AClickWithATremblingHandChoosesNothingInAPopUpUnderIt) {
     opener_->onReact = [this](Event const& event) {
         if (mouse_down_event(event)) first_ = open("first", {100, 680});

@@ -8,8 +8,10 @@ namespace {
 
 /// In root coordinates; nothing where no text can be entered.
 std::optional<IntBox> caretOf(Glob* holder) {
-    std::optional<IntBox> const inside = holder ? holder->textCaret() : std::nullopt;
-    if (!inside) return {};
+    if (!holder) return {};
+    LifeGuard const life = holder->guard();
+    std::optional<IntBox> const inside = holder->textCaret();
+    if (!inside || !life.alive()) return {};
     return inside->translated(holder->globXYToScreenXY({0, 0}));
 }
 
@@ -18,15 +20,22 @@ std::optional<IntBox> caretOf(Glob* holder) {
 void Composition::show(Glob* holder, LightweightString<wchar_t> const& text, int caret) {
     std::optional<IntBox> const place = caretOf(holder);
     if (!place || text.isEmpty()) return end();
-    note_.showOn(*place, {text, {}, UifStd::getFont(), caret}, *holder);
+    holder_ = holder->idStamp();
+    text_ = {text, {}, UifStd::getFont(), caret};
+    note_.showOn(*place, text_, *holder);
 }
 
 void Composition::follow(Glob* holder) {
     std::optional<IntBox> const place = caretOf(holder);
-    if (place == caret_) return;
+    bool const isIts = place && holder->idStamp() == holder_;
+    bool const wasInterrupted = note_.isShown() && !isIts;
+    if (wasInterrupted) end();
+    if (place == caret_ && !wasInterrupted) return;
     caret_ = place;
-    if (!place) end();
+    // The window system drops what it was composing.
+    if (wasInterrupted && place) backend_.setTextCaret(std::nullopt);
     backend_.setTextCaret(place);
+    if (note_.isShown()) note_.showOn(*place, text_, *holder);
 }
 
 } // namespace wainscot

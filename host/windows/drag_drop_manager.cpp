@@ -54,6 +54,7 @@ Glob* DragDropManager::destinationFor(DragDropItem const& item, XY<int> const& p
     TopLevelWindow* const window = windows_.windowAt(place);
     if (!window || !window->root().isShown()) return nullptr;
     Glob* glob = Tree::globAt(window->root(), window->root().screenXYToGlobXY(place));
+    if (glob && windows_.modality().blockerOf(*glob)) return nullptr;
     XY<int> inside = glob ? glob->screenXYToGlobXY(place) : XY<int>();
     DispatchScope const scope;
     while (glob) {

@@ -8,6 +8,7 @@
 #include "host/drawing/word_wrapping_text_renderer.h"
 #include "host/objects/description.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/screen.h"
 #include "host/windows/screen_places.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ public:
 private:
     void drawComposition(CanvasRenderer& renderer, IntBox const& area) const;
     XY<int> neededSize();
+    static XY<int> largestSize();
 
     NoteText text_;
     Palette const look_;
@@ -59,7 +61,17 @@ XY<int> NoteGlob::neededSize() {
         size = {std::max(size.x, moreLines_.size().x), size.y + moreLines_.size().y};
     }
     // Room for a caret behind the last character.
-    return size + XY<int>{2 * padding() + 1, 2 * padding()};
+    size += XY<int>{2 * padding() + 1, 2 * padding()};
+    XY<int> const most = largestSize();
+    return {std::min(size.x, most.x), std::min(size.y, most.y)};
+}
+
+/// What fits on every monitor.
+XY<int> NoteGlob::largestSize() {
+    XY<int> size{glib_getRootWindowWidth(), glib_getRootWindowHeight()};
+    for (IntBox const& monitor : GlobManager::instance().monitors())
+        size = {std::min(size.x, monitor.width()), std::min(size.y, monitor.height())};
+    return size;
 }
 
 void NoteGlob::draw() {

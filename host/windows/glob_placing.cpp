@@ -152,6 +152,8 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(anchor), wanted).bottomLeft();
     LifeGuard const life = root->guard();
     if (!popUps_.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
+    // What had to be closed for it may have opened it.
+    if (windowOf(root)) return true;
     if (context && contextLife.alive()) modality_.setContext(*root, *context);
     TopLevelWindow const* const ownerNow = windowOfStamp(ownerStamp);
     if (open(*root, {corner, ownerNow, TopLevelWindow::Kind::popUp})) return true;

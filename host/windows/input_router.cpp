@@ -143,11 +143,15 @@ Event InputRouter::pointerEvent(int kind, InputEvent const& input) const {
     return event;
 }
 
-/// The release of a press on nobody's window may never be reported: no button counts as held then.
+/// The release of a press on nobody's window, or on one that has gone, may never be reported: no button
+/// counts as held then.
 bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under) {
     Glob* const blocker = blockerOf(is_good_glob_ptr(under) ? under : nullptr);
     if (press != PopUpChain::Press::spent && !blocker) return false;
-    if (input.window != 0) events_.pointer.heldButtons |= buttonBit(input.button);
+    if (TopLevelWindow const* const window = windows_.windowOf(input.window)) {
+        events_.pointer.heldButtons |= buttonBit(input.button);
+        events_.pointer.pressedWindow = window->rootStamp();
+    }
     if (press != PopUpChain::Press::spent) windows_.showModal(*blocker);
     return true;
 }
@@ -196,6 +200,7 @@ void InputRouter::routeRelease(InputEvent const& input) {
     pointer.heldButtons &= ~bit;
     bool const last = pointer.heldButtons == 0;
     Glob* const target = shownOrNull(captureHolder());
+    if (pointer.pressButton == bit && !last) pointer.pressButton = pointer.heldButtons & -pointer.heldButtons;
     Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
     LifeGuard const targetLife = target ? target->guard() : LifeGuard(nullptr, IdStamp());
     DispatchScope const scope;
@@ -206,7 +211,10 @@ void InputRouter::routeRelease(InputEvent const& input) {
     if (targetLife.alive()) dispatchUpwards(target, event);
     if (Glob* popUp = handOver_.present()) dispatchUpwards(popUp, event);
     if (last) handOver_.end();
-    if (last && pointer.heldButtons == 0) updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
+    if (!last || pointer.heldButtons != 0) return;
+    // Puts the pointer back when its motion was unbounded.
+    wishes_.updateMotion(captureHolder());
+    updateContainment(pointerIsInside_ ? globUnderPointer() : nullptr);
 }
 
 void InputRouter::routeMove(InputEvent const& input) {
@@ -248,10 +256,10 @@ void InputRouter::refreshContainment() {
 void InputRouter::updatePointerWishes() {
     // The window of the press may have gone, and with it the release.
     if (drags_.isDragging() && events_.pointer.heldButtons == 0) drags_.cancel();
-    Glob* const holder = captureHolder();
+    wishes_.updateMotion(captureHolder());
     Glob* const under = pointerIsInside_ ? globUnderPointer() : nullptr;
     tips_.pointerIsOver(under);
-    wishes_.updateMotion(holder);
+    Glob* const holder = captureHolder();
     wishes_.updateCursor(holder ? holder : is_good_glob_ptr(under) ? under : nullptr, drags_.cursor());
 }
 
@@ -367,6 +375,7 @@ bool InputRouter::cancelPress(Event const& key) {
     Event const press = pointerEvent(EventKind::mouse | pointer.pressButton | EventKind::down, input);
     // The buttons are still down; their releases go to nobody.
     pointer.releaseCapture();
+    handOver_.end();
     holder->handlePressCancelled(press);
     refreshContainment();
     return true;
@@ -460,7 +469,11 @@ void InputRouter::redrawFocusMark(TopLevelWindow& window) {
 
 void InputRouter::deactivated(TopLevelWindow& window) {
     bool const wasActive = events_.focus.activeWindow() == window.rootStamp();
-    if (wasActive) events_.focus.setApplicationHasFocus(false);
+    if (wasActive) {
+        events_.focus.setApplicationHasFocus(false);
+        composition_.end();
+        updatePointerWishes();
+    }
     redrawFocusMark(window);
     if (wasActive) windows_.popUps().closeAll();
 }

@@ -91,6 +91,7 @@ bool PopUpChain::add(Glob& popUp, Glob* parent, Glob* opener, Glob* owner) {
     LifeGuard const ownerLife = owner ? owner->guard() : life;
     closeFrom(index == links_.size() ? 0 : index + 1);
     if (!life.alive()) return false;
+    if (contains(&popUp)) return true;
     if (links_.empty()) begin(openerLife.alive() ? opener : nullptr, ownerLife.alive() ? owner : nullptr);
     int const priority = lowestPriority + 2 + static_cast<int>(links_.size());
     links_.push_back({&popUp, popUp.idStamp(), EventSystem::live().intercepts.push(&popUp, priority)});

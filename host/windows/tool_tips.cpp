@@ -73,7 +73,8 @@ void ToolTips::pointerIsOver(Glob* under) {
     if (events_.pointer.heldButtons != 0) return;
     Subject now;
     bool const found = events_.focus.applicationHasFocus() && find(under, events_.pointer.place, now);
-    if (found && isCurrent(now) && (note_.isShown() || dismissed_)) return;
+    bool const rests = rest_ && restPlace_ == events_.pointer.place;
+    if (found && isCurrent(now) && (note_.isShown() || dismissed_ || rests)) return;
     if (note_.isShown()) {
         lastShown_ = service_get_msecs();
         note_.hide();
@@ -84,6 +85,7 @@ void ToolTips::pointerIsOver(Glob* under) {
     if (!found) return;
     bool const isReading = service_get_msecs() - lastShown_ < readingMs;
     rest_ = std::make_unique<Rest>(*this, isReading ? readingRestMs : restMs);
+    restPlace_ = events_.pointer.place;
 }
 
 void ToolTips::dismiss() {
@@ -99,6 +101,7 @@ void ToolTips::show() {
     XY<int> const place = events_.pointer.place;
     IntBox const pointer(place.x, place.y - pointerExtent, place.x + 1, place.y + 1);
     note_.showBeside(pointer, subject_.text, *subject_.glob);
+    dismissed_ = !note_.isShown();
 }
 
 } // namespace wainscot

@@ -44,8 +44,10 @@ private:
     Subject subject_;
     /// Lives while the pointer's rest is awaited.
     std::unique_ptr<Rest> rest_;
+    /// Where it rests.
+    XY<int> restPlace_;
     double lastShown_ = -readingMs;
-    /// It was dismissed over this subject, and comes again only over another one.
+    /// It was dismissed over this subject, or could not be shown, and comes again only over another one.
     bool dismissed_ = false;
 };
 

@@ -150,6 +150,7 @@ void DesktopInput::endOfInput(std::vector<InputEvent>& input) {
 }
 
 void DesktopInput::forget(NativeWindowId window) {
+    if (composingWindow_ == window) isComposing_ = false;
     if (pointerWindow_ != window) return;
     pointerWindow_ = 0;
     pointerMayHaveLeft_ = true;
@@ -222,6 +223,7 @@ void DesktopInput::updateCapture() const {
 
 void DesktopInput::composing(SDL_TextEditingEvent const& event, std::vector<InputEvent>& input) {
     isComposing_ = event.text[0] != 0;
+    composingWindow_ = event.windowID;
     InputEvent made;
     made.kind = Kind::composing;
     made.window = event.windowID;

@@ -63,6 +63,7 @@ private:
     bool rightAltIsAltGr_ = false;
     bool usesInputMethod_;
     bool isComposing_ = false;
+    NativeWindowId composingWindow_ = 0;
     double lastKeyTime_ = 0.0;
     bool outsidePresses_ = false;
     std::vector<LightweightString<wchar_t>> dropped_;
