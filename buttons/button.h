@@ -80,6 +80,7 @@ public:
     void setMessageOnDrag(bool report);
     /// From now on clicks go on to what lies behind.
     void setIgnoreMouseClicks(bool ignore) { ignoresClicks_ = ignore; }
+    bool ignoresMouseClicks() const { return ignoresClicks_; }
     /// Reports a message with a code to the callback, else to the parent.
     void informParent(LightweightString<char> name, unsigned int code);
     /// Sends the message to the parent; without one to the nearest object of the screen that this lies on.

@@ -93,6 +93,9 @@ public:
     void setCallback(WidgetCallback const& callback) { callback_ = callback.getCallback(); }
     /// Clicks pass through it when false.
     void setClickable(bool clickable) { clickable_ = clickable; }
+    /// Written by a set of which it is a member: another member is the chosen one.
+    void setNotChosen(bool notChosen) { notChosen_ = notChosen; }
+    bool isNotChosen() const { return notChosen_; }
 
     // --- Look
     UIString const& getString() const { return label_; }
@@ -157,6 +160,7 @@ private:
     bool appendState_ = true;
     bool clickable_ = true;
     bool pressed_ = false;
+    bool notChosen_ = false;
 };
 
 } // namespace wainscot

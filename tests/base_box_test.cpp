@@ -78,5 +78,14 @@ TEST(NumRange, ClampsAndOrders) {
     EXPECT_EQ(part.clamp(std::numeric_limits<double>::infinity()), 0.75);
 }
 
+TEST(Box, CornersSizesAndPoints) {
+    IntBox const box = makeBox({5, 9}, {2, 3});
+    EXPECT_EQ(box, IntBox(2, 3, 5, 9));
+    EXPECT_EQ(getDimensions(box), (XY<int>{3, 6}));
+    EXPECT_EQ(getDimensions(IntBox(5, 5, 2, 9)), (XY<int>{0, 4}));
+    EXPECT_TRUE(point_in_box({2, 8}, box));
+    EXPECT_FALSE(point_in_box({5, 8}, box));
+}
+
 } // namespace
 } // namespace wainscot

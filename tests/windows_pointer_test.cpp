@@ -228,6 +228,32 @@ TEST_F(Pointer, UnwantedClipboardKeysBecomeMessagesToTheFocusAndItsAncestors) {
     EXPECT_THAT(log, IsEmpty()) << "who takes the key itself gets no message";
 }
 
+TEST_F(Pointer, MouseListenersHearOfEverythingFirstAndConsumeNothing) {
+    RecordingParent* const root = openWindow();
+    std::vector<std::string> log;
+    auto* const probe = add(root, new ProbeGlob(60, 40), 10, 10);
+    probe->onReact = [&](Event const& event) {
+        if (mouse_down_event(event)) log.push_back("widget");
+        return mouse_event(event);
+    };
+    driver_.moveTo(probe);
+    Glib::MouseListener listener = Glib::addMouseListener([&](Event const& event) {
+        log.push_back(mouse_down_event(event) ? "down" : mouse_up_event(event) ? "up" : "other");
+    });
+    driver_.press();
+    driver_.release();
+    driver_.wheelAt(glib_getMousePos(), 2);
+    EXPECT_THAT(log, ElementsAre("down", "widget", "up", "other"));
+    Glib::MouseListener const killer = Glib::addMouseListener([&](Event const&) {
+        listener.end();
+        destroy(probe);
+    });
+    driver_.press();
+    driver_.release();
+    EXPECT_EQ(log.size(), 5u) << "one ends the other";
+    EXPECT_EQ(ProbeGlob::alive, 0);
+}
+
 TEST_F(Pointer, TheClipboardKeepsAnyText) {
     LightweightString<wchar_t> const text = L"a\r\nb\t\u05D0\U0001F600\u0301";
     EXPECT_TRUE(WindowsClipboard::addText(text));

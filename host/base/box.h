@@ -73,4 +73,17 @@ namespace wainscot {
 /// The box of everything on the screen: logical integer pixels, y upwards.
 using IntBox = Qv::Box<int, Qv::BottomUpTraits>;
 
+/// The box between two corners, in any order.
+constexpr IntBox makeBox(XY<int> const& corner, XY<int> const& opposite) {
+    return {corner, opposite};
+}
+/// Width and height; 0 where the box is empty.
+constexpr XY<int> getDimensions(IntBox const& box) {
+    return {std::max(box.width(), 0), std::max(box.height(), 0)};
+}
+/// Whether the point's pixel lies in the box.
+constexpr bool point_in_box(XY<int> const& point, IntBox const& box) {
+    return box.contains(point);
+}
+
 } // namespace wainscot

@@ -4,6 +4,7 @@
 #include "host/events/event_time_server.h"
 #include "host/events/filter_stack.h"
 #include "host/events/focus_holders.h"
+#include "host/events/mouse_listeners.h"
 #include "host/events/pointer_state.h"
 #include "host/events/thread_inbox.h"
 
@@ -36,6 +37,7 @@ public:
     FilterStack<Event> intercepts;
     FocusHolders focus;
     PointerState pointer;
+    MouseListeners mouseListeners;
     std::shared_ptr<ThreadInbox> inbox;
 
 private:

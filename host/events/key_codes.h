@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/base/export.h"
+
 #include <cstdint>
 
 namespace wainscot {
@@ -54,4 +56,11 @@ constexpr bool isSpecial(std::uint32_t code) {
 }
 
 } // namespace Key
+
+namespace Glib {
+/// A character without Ctrl, Alt or Meta, or one of the plain control characters (Backspace, Tab, Return,
+/// Escape).
+WAINSCOT_API bool isPlainKey(unsigned int code);
+} // namespace Glib
+
 } // namespace wainscot

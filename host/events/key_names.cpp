@@ -122,4 +122,9 @@ std::optional<std::uint32_t> keyFromString(LightweightString<char> const& text) 
     return modifiers | (isSmallLetter && isCommand ? *key - 'a' + 'A' : *key);
 }
 
+bool Glib::isPlainKey(unsigned int code) {
+    constexpr unsigned int command = Key::ctrl | Key::alt | Key::meta;
+    return (code & command) == 0 && !Key::isSpecial(code);
+}
+
 } // namespace wainscot

@@ -181,8 +181,7 @@ bool Glob::repeatsReturnAndSpace() const {
 }
 
 bool Glob::isPlainKey(unsigned int code) {
-    constexpr unsigned int command = Key::ctrl | Key::alt | Key::meta;
-    return (code & command) == 0 && !Key::isSpecial(code);
+    return Glib::isPlainKey(code);
 }
 
 bool Glob::sendMsg(Glob* target, char const* name) {

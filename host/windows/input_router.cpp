@@ -58,6 +58,7 @@ void InputRouter::route(InputEvent const& reported) {
     InputEvent input = reported;
     input.place = {std::clamp(input.place.x, -maxPlace, maxPlace),
                    std::clamp(input.place.y, -maxPlace, maxPlace)};
+    tellMouseListeners(input);
     switch (input.kind) {
     case Kind::pointerPressed:
         routePress(input);
@@ -141,6 +142,24 @@ Event InputRouter::pointerEvent(int kind, InputEvent const& input) const {
     event.setPressPlace(pointer.pressPlace);
     event.setTime(input.time);
     return event;
+}
+
+void InputRouter::tellMouseListeners(InputEvent const& input) {
+    using Kind = InputEvent::Kind;
+    if (events_.mouseListeners.empty()) return;
+    int const bit = buttonBit(input.button);
+    int const kind = input.kind == Kind::pointerPressed    ? EventKind::mouse | bit | EventKind::down
+                     : input.kind == Kind::pointerReleased ? EventKind::mouse | bit | EventKind::up
+                     : input.kind == Kind::pointerMoved ? EventKind::mouseMove | events_.pointer.heldButtons
+                     : input.kind == Kind::wheel        ? EventKind::mouseWheel
+                                                        : 0;
+    if (kind == 0) return;
+    Event event = pointerEvent(kind, input);
+    event.setAmount(input.amount);
+    event.setClicks(input.clicks);
+    DispatchScope const scope(event);
+    events_.mouseListeners.walk(
+        [&](auto const& listener) { runHandler("mouse listener", [&] { listener(event); }); });
 }
 
 /// The release of a press on nobody's window, or on one that has gone, may never be reported: no button

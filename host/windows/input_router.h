@@ -43,6 +43,8 @@ private:
     void redrawFocusMark(TopLevelWindow& window);
 
     Event pointerEvent(int kind, InputEvent const& input) const;
+    /// Tells those who hear of everything that the pointer does.
+    void tellMouseListeners(InputEvent const& input);
     /// The modal object that keeps input from `target`; null when it is free.
     Glob* blockerOf(Glob const* target) const;
     /// A press that somebody other than what lies under it has use for, or that is refused.

@@ -1,0 +1,140 @@
+#include "buttons/radio_button.h"
+
+#include "host/base/convert.h"
+#include "host/base/diagnostics.h"
+#include "host/events/event.h"
+#include "host/events/messages.h"
+#include "host/objects/description.h"
+
+namespace wainscot {
+
+namespace {
+
+constexpr LightweightString<char> onWord{"on"};
+constexpr LightweightString<char> offWord{"off"};
+
+int directionOf(std::uint32_t key) {
+    if (key == Key::right || key == Key::down) return 1;
+    return key == Key::left || key == Key::up ? -1 : 0;
+}
+
+} // namespace
+
+radio_set::~radio_set() = default;
+
+void radio_set::switchMember(Button& member, bool on, bool notify) {
+    member.switchState(on ? buttonDown : buttonUp, notify);
+}
+
+int radio_set::nextActive(int from, int direction) const {
+    int const size = static_cast<int>(count());
+    for (int i = 1; i <= size; ++i) {
+        int const index = ((from + direction * i) % size + size) % size;
+        Button const* const button = member(index);
+        if (button && button->isActive() && button->isShown()) return index;
+    }
+    return -1;
+}
+
+int radio_set::tabStopIndex() const {
+    return getCurrent() >= 0 ? getCurrent() : nextActive(-1, 1);
+}
+
+radio_button::radio_button(InitArgs const& args) : Button(args) {
+    init(args.set);
+}
+
+radio_button::radio_button(LightweightString<wchar_t> const& label, char const* message, radio_set* set,
+                           unsigned short width, unsigned short height, bool opaque, Canvas* canvas)
+    : Button(UIString(label), message, width, height, opaque, canvas) {
+    init(set);
+}
+
+radio_button::~radio_button() {
+    if (radio_set* const known = set()) known->forgetMember(*this);
+}
+
+void radio_button::init(radio_set* set) {
+    setLatching(true, false);
+    checkMessage();
+    if (!set) return;
+    set_ = set;
+    setStamp_ = set->radioSetLife().stamp();
+    std::uint32_t const added = set->addMember(*this);
+    index_ = added == radio_set::refused ? -1 : static_cast<int>(added);
+}
+
+radio_set* radio_button::set() const {
+    return set_ && LifeGuard(&set_->radioSetLife(), setStamp_).alive() ? set_ : nullptr;
+}
+
+void radio_button::setMessage(char const* message) {
+    Button::setMessage(message);
+    checkMessage();
+}
+
+void radio_button::checkMessage() const {
+    if (getMessage().size() + 1 + offWord.size() > maxText)
+        Diagnostics::count("radio button's message too long", getMessage().c_str());
+}
+
+void radio_button::setState(button_state, eRedrawFlag) {
+    if (radio_set* const known = set()) known->set_current(index_, false);
+}
+
+void radio_button::switchState(button_state, bool notify) {
+    bool const on = !isDown();
+    Button::setState(on ? buttonDown : buttonUp, eRedrawYes);
+    if (notify) report(on);
+}
+
+void radio_button::report(bool on) {
+    LightweightString<char> text = getMessage() + " " + (on ? onWord : offWord);
+    if (text.size() > maxText) text = text.substr(0, maxText);
+    Glob* target = parent();
+    if (!target) {
+        target = findNearestGlob([](Glob*) { return true; });
+        if (!target || !(glob_pseudo_distance(this, target) < 0.0)) target = this;
+    }
+    sendMsg(target, text.c_str());
+}
+
+bool radio_button::isTabStopActive() {
+    radio_set const* const known = set();
+    return Button::isTabStopActive() && (!known || index_ < 0 || known->tabStopIndex() == index_);
+}
+
+bool radio_button::stepBy(int direction) {
+    radio_set* const known = set();
+    int const next = known && index_ >= 0 ? known->nextActive(index_, direction) : -1;
+    if (next < 0) return false;
+    LifeGuard const life(known->radioSetLife());
+    known->set_current(next, false);
+    if (!life.alive()) return true;
+    if (Button* const chosen = known->member(next)) static_cast<TabOrderable*>(chosen)->setTabStopFocus();
+    return true;
+}
+
+bool radio_button::react(Event const& event) {
+    bool const isArrow = isKeyPressEvent(event) && isActive() && directionOf(event.keyCode()) != 0;
+    if (isArrow && stepBy(directionOf(event.keyCode()))) return true;
+    if (!mouse_left_event(event) || mouse_wheel_event(event)) return Button::react(event);
+    if (!mouse_down_event(event)) return isActive() || Button::react(event);
+    if (!isActive() || ignoresMouseClicks()) return Button::react(event);
+    if (radio_set* const known = set()) known->set_current(index_, false);
+    return true;
+}
+
+void radio_button::describe(GlobDescription& description) const {
+    Button::describe(description);
+    description.role = "radiobutton";
+    if (isDown()) description.states |= GlobDescription::checked;
+}
+
+StdRadioButton::StdRadioButton(radio_set* set, LightweightString<wchar_t> const& label, char const* message,
+                               Colour const& colour, Canvas* canvas, XY<int> const& size)
+    : radio_button(label, message, set, toSize16(size.x), toSize16(size.y), true, canvas) {
+    setCols(getPalette().text(eTextEnabled), colour);
+}
+
+} // namespace wainscot

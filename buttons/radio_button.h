@@ -1,0 +1,80 @@
+#pragma once
+
+#include "buttons/button.h"
+#include "buttons/radio_set_base.h"
+
+namespace wainscot {
+
+class radio_button;
+
+/// A set of radio buttons.
+class WAINSCOT_API radio_set final : public RadioSetBase<Button> {
+public:
+    ~radio_set() override;
+
+    /// The chosen member, or the first active one when none is chosen: where Tab stops. -1 when there is
+    /// none.
+    int tabStopIndex() const;
+    /// The next active member from an index on, in that direction (1 or -1) and round the ends; -1 when there
+    /// is none.
+    int nextActive(int from, int direction) const;
+
+protected:
+    void switchMember(Button& member, bool on, bool notify) override;
+};
+
+/// One of several buttons of which one is down. A left press chooses it; so do Return and space, and the
+/// arrow keys step through the set. Clicking the chosen one changes nothing.
+///
+/// Sends to its parent the message's name, a blank and "on" or "off"; the one that goes up reports first.
+class WAINSCOT_API radio_button : public Button {
+public:
+    /// With its suffix a message has at most so many characters; what is longer is cut.
+    static constexpr std::size_t maxText = 99;
+
+    class WAINSCOT_API InitArgs : public Button::InitArgs {
+    public:
+        using Button::InitArgs::InitArgs;
+        /// Not owned; it may go first.
+        radio_set* set = nullptr;
+    };
+
+    explicit radio_button(InitArgs const& args);
+    radio_button(LightweightString<wchar_t> const& label, char const* message, radio_set* set,
+                 unsigned short width, unsigned short height, bool opaque = true, Canvas* canvas = nullptr);
+    ~radio_button() override;
+
+    /// -1 when the set had no room for it.
+    int index() const { return index_; }
+    /// Null when it has none, or that has gone.
+    radio_set* set() const;
+    /// Chooses it, whatever state is asked for, and reports.
+    void setState(button_state state, eRedrawFlag redraw);
+    /// Turns the state round; the state that is asked for does not count.
+    void switchState(button_state state, bool notify) override;
+    /// Counts in the diagnostics when it leaves no room for the suffix.
+    void setMessage(char const* message);
+
+    bool isTabStopActive() override;
+    bool react(Event const& event) override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    void init(radio_set* set);
+    void checkMessage() const;
+    bool stepBy(int direction);
+    void report(bool on);
+
+    radio_set* set_ = nullptr;
+    IdStamp setStamp_;
+    int index_ = -1;
+};
+
+/// A radio button in a colour of its own.
+class WAINSCOT_API StdRadioButton : public radio_button {
+public:
+    StdRadioButton(radio_set* set, LightweightString<wchar_t> const& label, char const* message,
+                   Colour const& colour, Canvas* canvas, XY<int> const& size);
+};
+
+} // namespace wainscot

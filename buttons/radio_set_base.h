@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/base/export.h"
+#include "host/base/life.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace wainscot {
+
+class Button;
+class Checkbox;
+
+/// Keeps at most one of its members chosen. The members tell it when they were clicked; they are not owned,
+/// and may die before it. `T` is `Button` or `Checkbox`.
+template <class T>
+class WAINSCOT_API RadioSetBase {
+public:
+    static constexpr std::size_t maxMembers = 1024;
+    /// The index of what could not be added.
+    static constexpr std::uint32_t refused = 0xFFFFFFFF;
+
+    RadioSetBase() = default;
+    RadioSetBase(RadioSetBase const&) = delete;
+    RadioSetBase& operator=(RadioSetBase const&) = delete;
+    virtual ~RadioSetBase();
+
+    /// Chooses a member: the one chosen before is released first, both report unless `quiet`. A negative
+    /// index leaves none chosen. Nothing happens for the chosen one, and from the number of members on.
+    virtual void set_current(int index, bool quiet);
+    /// -1 when none is chosen.
+    int getCurrent() const { return current_; }
+    std::size_t count() const { return members_.size(); }
+    /// Null for a member that has died, and out of range.
+    T* member(int index) const;
+
+    /// Gives the member's index; `refused`, with a diagnostic, when there are too many.
+    std::uint32_t addMember(T& member);
+    /// Its slot stays, empty; the others keep their indices.
+    void forgetMember(T const& member);
+    LifeToken const& radioSetLife() const { return life_; }
+
+protected:
+    /// What choosing and releasing a member means.
+    virtual void switchMember(T& member, bool on, bool notify) = 0;
+    void storeCurrent(int index) { current_ = index; }
+
+private:
+    std::vector<T*> members_;
+    int current_ = -1;
+    /// Tells one choice from those made while it is being told.
+    unsigned int choice_ = 0;
+    LifeToken life_;
+};
+
+extern template class RadioSetBase<Button>;
+extern template class RadioSetBase<Checkbox>;
+
+} // namespace wainscot
