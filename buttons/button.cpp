@@ -245,7 +245,8 @@ void Button::autoResize() {
 // Focus
 
 bool Button::isTabStopActive() {
-    return isActive() && isShown() && canvas_is_mapped_to_root(canvas());
+    // It may lie on a canvas that lives longer.
+    return isActive() && !isDying() && isShown() && canvas_is_mapped_to_root(canvas());
 }
 
 void Button::handleTabStopFocusReceipt(eDirection) {
@@ -264,6 +265,8 @@ void Button::handleKbdFocus() {
 }
 
 void Button::handleMouseContainment(bool inside) {
+    // With its panel hidden, or in another panel, it never hears of the release.
+    if (!inside && !isHeld()) abandonPress();
     if (isActive()) makeDirty();
     rect::handleMouseContainment(inside);
 }

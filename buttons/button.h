@@ -174,6 +174,7 @@ private:
     Extras& extras();
     bool isHovered() const;
     bool isInside(XY<int> const& place) const;
+    bool isHeld() const;
     bool reactToMouse(Event const& event);
     void press(Event const& event);
     void moveTo(Event const& event);
