@@ -7,6 +7,8 @@
 #include "host/drawing/image.h"
 #include "host/services/ui_string.h"
 
+#include <string_view>
+
 namespace wainscot {
 
 enum button_state : unsigned char { buttonUp = 0, buttonDown = 1 };
@@ -39,6 +41,11 @@ public:
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
     static constexpr int codeRepeat = 4098;
+    /// What it tells others: the ends of its message, and its callbacks. The tests destroy everything in
+    /// each.
+    static constexpr std::string_view sentNotifications[] = {
+        "released", "pressed", "on", "off", "drag", "repeat", "callback", "message callback",
+    };
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
     /// What is appended to the message.
