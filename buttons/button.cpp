@@ -79,6 +79,11 @@ void Button::setMessageOnDrag(bool report) {
     callbackEvents_ = static_cast<unsigned char>(report ? others | onDrag : others);
 }
 
+void Button::setIgnoreMouseClicks(bool ignore) {
+    if (ignore) abandonPress();
+    ignoresClicks_ = ignore;
+}
+
 void Button::informParent(LightweightString<char> name, unsigned int code) {
     NotifyMsg message(std::move(name), extras_ ? extras_->payload : Qv::Ptr<iObject>());
     message.setCode(static_cast<int>(code));

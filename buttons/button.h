@@ -85,8 +85,8 @@ public:
     /// Report on release (true) or on press, and nothing else.
     void setMessageOnMouseUp(bool onRelease) { callbackEvents_ = onRelease ? onMouseUp : onMouseDown; }
     void setMessageOnDrag(bool report);
-    /// From now on clicks go on to what lies behind.
-    void setIgnoreMouseClicks(bool ignore) { ignoresClicks_ = ignore; }
+    /// From now on clicks go on to what lies behind; a press that is under way ends, and nobody is told.
+    void setIgnoreMouseClicks(bool ignore);
     /// Reports a message with a code to the callback, else to the parent.
     void informParent(LightweightString<char> name, unsigned int code);
     /// Sends the message to the parent; without one to the nearest object of the screen that this lies on.

@@ -144,6 +144,17 @@ TEST_F(RoughButtons, ASharedCanvasChangesNothing) {
     EXPECT_FALSE(button->isTabStopActive()) << "gone, though its memory waits";
 }
 
+TEST_F(RoughButtons, AButtonThatIgnoresClicksFromItsPressOnIsUp) {
+    Button* const button = add(root_, Button::onMouseDown);
+    onReport(button, [&] { button->setIgnoreMouseClicks(true); });
+    driver_.click(button);
+    EXPECT_FALSE(button->isDown());
+    button->setIgnoreMouseClicks(false);
+    driver_.press(button);
+    EXPECT_FALSE(button->isDown());
+    driver_.release();
+}
+
 TEST_F(RoughButtons, SettersInsideTheReportTakeEffect) {
     Button* const button = add(root_, 3);
     int reports = 0;
