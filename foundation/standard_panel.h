@@ -259,6 +259,8 @@ private:
     void tellParent(LightweightString<char> const& message);
     IntBox titleRow() const;
 
+    int titleBarHeight() const { return calcSize(spacingButton) + 2 * border_.getSize(); }
+    void keepMinimised();
     void hideWidgets();
     void showWidgets();
     void resizeKeepingTop(XY<int> const& size);
