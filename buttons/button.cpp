@@ -79,6 +79,11 @@ void Button::setMessageOnDrag(bool report) {
     callbackEvents_ = static_cast<unsigned char>(report ? others | onDrag : others);
 }
 
+void Button::setIgnoreMouseClicks(bool ignore) {
+    if (ignore) abandonPress();
+    ignoresClicks_ = ignore;
+}
+
 void Button::informParent(LightweightString<char> name, unsigned int code) {
     NotifyMsg message(std::move(name), extras_ ? extras_->payload : Qv::Ptr<iObject>());
     message.setCode(static_cast<int>(code));
@@ -245,7 +250,8 @@ void Button::autoResize() {
 // Focus
 
 bool Button::isTabStopActive() {
-    return isActive() && isShown() && canvas_is_mapped_to_root(canvas());
+    // It may lie on a canvas that lives longer.
+    return isActive() && !isDying() && isShown() && canvas_is_mapped_to_root(canvas());
 }
 
 void Button::handleTabStopFocusReceipt(eDirection) {
@@ -264,6 +270,8 @@ void Button::handleKbdFocus() {
 }
 
 void Button::handleMouseContainment(bool inside) {
+    // With its panel hidden, or in another panel, it never hears of the release.
+    if (!inside && !isHeld()) abandonPress();
     if (isActive()) makeDirty();
     rect::handleMouseContainment(inside);
 }

@@ -7,6 +7,8 @@
 #include "host/drawing/image.h"
 #include "host/services/ui_string.h"
 
+#include <string_view>
+
 namespace wainscot {
 
 enum button_state : unsigned char { buttonUp = 0, buttonDown = 1 };
@@ -39,6 +41,11 @@ public:
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
     static constexpr int codeRepeat = 4098;
+    /// What it tells others: the ends of its message, and its callbacks. The tests destroy everything in
+    /// each.
+    static constexpr std::string_view sentNotifications[] = {
+        "released", "pressed", "on", "off", "drag", "repeat", "callback", "message callback",
+    };
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
     /// What is appended to the message.
@@ -78,8 +85,8 @@ public:
     /// Report on release (true) or on press, and nothing else.
     void setMessageOnMouseUp(bool onRelease) { callbackEvents_ = onRelease ? onMouseUp : onMouseDown; }
     void setMessageOnDrag(bool report);
-    /// From now on clicks go on to what lies behind.
-    void setIgnoreMouseClicks(bool ignore) { ignoresClicks_ = ignore; }
+    /// From now on clicks go on to what lies behind; a press that is under way ends, and nobody is told.
+    void setIgnoreMouseClicks(bool ignore);
     bool ignoresMouseClicks() const { return ignoresClicks_; }
     /// Reports a message with a code to the callback, else to the parent.
     void informParent(LightweightString<char> name, unsigned int code);
@@ -175,6 +182,7 @@ private:
     Extras& extras();
     bool isHovered() const;
     bool isInside(XY<int> const& place) const;
+    bool isHeld() const;
     bool reactToMouse(Event const& event);
     void press(Event const& event);
     void moveTo(Event const& event);

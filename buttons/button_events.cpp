@@ -1,5 +1,6 @@
 #include "buttons/button_extras_p.h"
 #include "host/events/event.h"
+#include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/services/clock.h"
 
@@ -57,6 +58,7 @@ void Button::press(Event const& event) {
     LifeGuard const life = guard();
     switchState(isDown() ? buttonUp : buttonDown, (callbackEvents_ & onMouseDown) != 0);
     if (!life.alive() || !pressed_ || number != pressNumber_ || !isActive()) return;
+    if (!isShown()) return abandonPress();
     if (!extras_ || extras_->repeat.interval == 0) return;
     setInterest(EventKind::timer);
     setNextRepeat();
@@ -93,15 +95,25 @@ void Button::endPress() {
     if (extras_) clearInterest(EventKind::timer);
 }
 
+// What a latching button has come to is known to its owner already.
 void Button::abandonPress() {
     if (!pressed_) return;
     endPress();
     ++pressNumber_;
-    setState(latching_ != 0 ? stateBeforePress_ : buttonUp, eRedrawYes);
+    if (latching_ == 0) setState(buttonUp, eRedrawYes);
 }
 
 void Button::handlePressCancelled(Event const&) {
+    if (!pressed_) return;
     abandonPress();
+    if (latching_ != 0) setState(stateBeforePress_, eRedrawYes);
+}
+
+/// Whether the release of the press will still come to it.
+bool Button::isHeld() const {
+    if (!isShown()) return false;
+    EventSystem const* const system = EventSystem::current();
+    return staysDownAfterRelease() || !system || system->pointer.isCapturedBy(this);
 }
 
 // Repeating

@@ -20,6 +20,7 @@ public:
 /// Closes its panel: sends "poot".
 class WAINSCOT_API PootButton final : public TitleButton {
 public:
+    static constexpr std::string_view sentNotifications[] = {"poot"};
     explicit PootButton(Palette const& palette);
 };
 
@@ -27,6 +28,7 @@ public:
 class WAINSCOT_API SizeButton final : public TitleButton {
 public:
     static constexpr LightweightString<char> flipSizeMsg{"freeze_flip"};
+    static constexpr std::string_view sentNotifications[] = {"freeze_flip"};
     explicit SizeButton(Palette const& palette);
 };
 
@@ -45,6 +47,7 @@ public:
 class WAINSCOT_API PinButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> pinMsg{"pin"};
+    static constexpr std::string_view sentNotifications[] = {"pin on", "pin off"};
     explicit PinButton(Palette const& palette);
 };
 
@@ -52,6 +55,7 @@ public:
 class WAINSCOT_API SettingsButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> settingsMsg{"settings"};
+    static constexpr std::string_view sentNotifications[] = {"settings on", "settings off"};
     explicit SettingsButton(Palette const& palette);
 };
 

@@ -127,7 +127,8 @@ void StandardPanel::setBorder(Border const& border) {
 void StandardPanel::layOut() {
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
-    positionStandardWidgets();
+    keepMinimised();
+    if (life.alive()) positionStandardWidgets();
     if (life.alive()) resizeTitleWidget();
     if (life.alive()) positionChildWidgets();
     if (life.alive()) makeDirty();

@@ -6,6 +6,8 @@
 #include "foundation/tab_order_manager.h"
 #include "host/objects/surround.h"
 
+#include <string_view>
+
 namespace wainscot {
 
 class CanvasRenderer;
@@ -36,6 +38,9 @@ public:
     static constexpr LightweightString<char> doItMsg{"do_it"};
     static constexpr LightweightString<char> titleTypedMsg{"StdPanelTitleTyped"};
     static constexpr LightweightString<char> titleChangedMsg{"StdPanelTitleChanged"};
+
+    /// What it tells its parent. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"StdPanelTitleTyped", "StdPanelTitleChanged"};
 
     /// What a panel can have besides its own widgets; bits, which may be added.
     enum StandardWidgetFlags : int {
@@ -254,6 +259,8 @@ private:
     void tellParent(LightweightString<char> const& message);
     IntBox titleRow() const;
 
+    int titleBarHeight() const { return calcSize(spacingButton) + 2 * border_.getSize(); }
+    void keepMinimised();
     void hideWidgets();
     void showWidgets();
     void resizeKeepingTop(XY<int> const& size);

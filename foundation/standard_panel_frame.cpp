@@ -52,8 +52,7 @@ void StandardPanel::setResizable(bool resizable) {
 
 IntBox StandardPanel::getTitleBar() const {
     if (!hasStrip()) return {};
-    int const tall = calcSize(spacingButton) + 2 * border_.getSize();
-    return {0, std::max(0, height() - tall), width(), height()};
+    return {0, std::max(0, height() - titleBarHeight()), width(), height()};
 }
 
 // The pointer on the frame
@@ -162,6 +161,13 @@ void StandardPanel::setMinimised(bool minimised) {
     if (!life.alive()) return;
     makeDirty();
     describeChanged(DescriptionChange::state);
+}
+
+/// The strip has become higher or lower, or has gone.
+void StandardPanel::keepMinimised() {
+    if (!minimised_) return;
+    if (!hasStrip()) return setMinimised(false);
+    if (height() != titleBarHeight()) resizeKeepingTop({width(), titleBarHeight()});
 }
 
 /// What belongs to the strip stays; do-it stands below it.

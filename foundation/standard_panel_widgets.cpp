@@ -137,9 +137,11 @@ int StandardPanel::chainWidth() const {
 void StandardPanel::recolourWidgets() {
     if (!extras_) return;
     auto const slots = extras_->slots;
+    Extras::WidgetRef const titleBox = extras_->titleWidget;
     Palette const palette = getColoursForWidgets();
     for (Extras::WidgetRef const& ref : slots)
         if (Glob* const widget = ref.get()) widget->setPalette(palette);
+    if (Glob* const box = titleBox.get()) box->setPalette(palette);
 }
 
 /// They were made for the metrics of their time; their proportions stay.

@@ -679,6 +679,19 @@ TEST_F(Panel, ColoursReachTheStandardWidgets) {
     EXPECT_EQ(panel->getStandardWidget(StandardWidget::pin)->getPalette(), panel->getColoursForWidgets());
 }
 
+TEST_F(Panel, ColoursReachTheTitleBox) {
+    Registry::instance().makeTitleBox = [](StandardPanel& owner, LightweightString<wchar_t> const& title,
+                                           Glib::FontDesc const&) -> iTitleBox* {
+        return new FakeTitleBox(owner, title);
+    };
+    ProbePanel* const panel = add(Border::window, editableTitle);
+    Palette const light(Colour::fromLong(0xF0E0D0));
+    panel->setPalette(light);
+    EXPECT_EQ(panel->getTitleWidget()->getPalette(), panel->getColoursForWidgets());
+    panel->setCol(Colour::fromLong(0x102030));
+    EXPECT_EQ(panel->getTitleWidget()->getPalette(), panel->getColoursForWidgets());
+}
+
 TEST_F(Panel, EveryBorderIsSeenAndLeavesTheMiddleAlone) {
     for (double const radius : {0.0, 8.0})
         for (double const scale : {1.0, 1.5, 2.0})
