@@ -1,7 +1,5 @@
 #include "buttons/radio_set_base.h"
 
-#include "buttons/button.h"
-#include "buttons/checkbox.h"
 #include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "host/base/export.h"
+#include "buttons/button.h"
+#include "buttons/checkbox.h"
 #include "host/base/life.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace wainscot {
-
-class Button;
-class Checkbox;
 
 /// Keeps at most one of its members chosen. The members tell it when they were clicked; they are not owned,
 /// and may die before it. `T` is `Button` or `Checkbox`.
