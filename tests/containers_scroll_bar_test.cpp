@@ -337,6 +337,12 @@ TEST_F(ScrollBars, DisablingOrHidingEndsADragSilently) {
         EXPECT_FALSE(bar->isDragging()) << how;
         EXPECT_EQ(sent(), "") << how;
     }
+    listen(bar);
+    onReport_ = [&] { bar->setActive(false); };
+    pressAt(bar, 200, 10);
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u) << "disabled by the first page: no second one";
+    driver_.release();
+    EXPECT_THAT(heard_, ElementsAre(0));
 }
 
 TEST_F(ScrollBars, TheReleaseIsReportedBeforeTheDragEndsAndTheHandlerMaySetTheBar) {
