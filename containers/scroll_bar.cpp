@@ -1,0 +1,155 @@
+#include "containers/scroll_bar.h"
+
+#include "buttons/button.h"
+#include "host/base/convert.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/messages.h"
+#include "host/objects/description.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+/// Changes of position or size below this are none.
+constexpr double tolerance = 1e-6;
+constexpr LightweightString<char> messagePrefix{"ScrollBar::"};
+constexpr std::array<LightweightString<char>, 6> messages{
+    ScrollBar::thumbMovedMsg,        ScrollBar::thumbReleasedMsg,     ScrollBar::upButtonPressedMsg,
+    ScrollBar::downButtonPressedMsg, ScrollBar::leftButtonPressedMsg, ScrollBar::rightButtonPressedMsg};
+
+unsigned short usualThickness() {
+    return toSize16(ScrollBar::thickness());
+}
+
+double validSize(double size) {
+    return size > 0 && size < 1 ? size : 1.0;
+}
+
+double validPosition(double position, double size) {
+    return position > 0 ? std::min(position, 1 - size) : 0.0;
+}
+
+} // namespace
+
+ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short length)
+    : InitArgs(lie, lie == eVertical ? usualThickness() : length,
+               lie == eVertical ? length : usualThickness()) {}
+
+ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short h)
+    : GlobCreationInfo(w, h), orientation(lie) {}
+
+ScrollBar::ScrollBar(InitArgs const& args)
+    : StandardPanel(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
+      orientation_(args.orientation), resizable_(args.resizable), listener_(args.listener) {
+    position_ = validPosition(args.thumb.position, size_);
+    if (args.arrowButtons) addArrowButtons();
+}
+
+ScrollBar::~ScrollBar() = default;
+
+bool ScrollBar::isScrollBarMsg(LightweightString<char> const& name) {
+    return name.startsWith(messagePrefix.view());
+}
+
+// Value
+
+bool ScrollBar::setThumbPos(double position) {
+    if (std::isnan(position) || std::abs(position - position_) < tolerance) return false;
+    storeThumb({validPosition(position, size_), size_}, eRedrawYes);
+    return true;
+}
+
+bool ScrollBar::setThumbSize(double size) {
+    if (std::abs(size - size_) < tolerance) return false;
+    double const valid = validSize(size);
+    storeThumb({validPosition(position_, valid), valid}, eRedrawYes);
+    return true;
+}
+
+void ScrollBar::setNewWidgetValue(ThumbSettings& value, eRedrawFlag redraw) {
+    double const size = validSize(value.size);
+    double const position = std::isnan(value.position) ? position_ : value.position;
+    storeThumb({validPosition(position, size), size}, redraw);
+    value = getWidgetValue();
+}
+
+void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
+    if (thumb == getWidgetValue()) return;
+    if (redraw == eRedrawYes) redrawThumb();
+    position_ = thumb.position;
+    size_ = thumb.size;
+    if (redraw == eRedrawYes) redrawThumb();
+    updateButtonStates(redraw);
+    describeChanged(DescriptionChange::value);
+}
+
+bool ScrollBar::tellData(ThumbSettings const& before, DataChangeType why) {
+    ThumbSettings const wanted = getWidgetValue();
+    LifeGuard const life = guard();
+    bool const taken = requestSetNewDataValue(wanted, why);
+    if (!life.alive()) return false;
+    if (!taken && getWidgetValue() == wanted) storeThumb(before, eRedrawYes);
+    return true;
+}
+
+// State
+
+void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
+    if (!active) endPress();
+    StandardPanel::setActive(active, redraw);
+    updateButtonStates(redraw);
+    if (redraw == eRedrawYes) makeDirty();
+}
+
+void ScrollBar::setVisible(bool visible) {
+    if (!visible) endPress();
+    StandardPanel::setVisible(visible);
+}
+
+// Reporting
+
+void ScrollBar::informParent(eEventType type) {
+    Glib::UpdateDeferrer const deferrer(canvas());
+    auto const index = static_cast<std::size_t>(type);
+    if (index >= messages.size()) return;
+    if (WidgetCallback::Callback const listener = listener_)
+        listener->call(NotifyMsg(messages[index], Qv::Ptr<iObject>(new Event(type))));
+    else
+        sendMessage(messages[index], parent(), static_cast<Glob*>(this));
+}
+
+bool ScrollBar::report(eEventType type) {
+    LifeGuard const life = guard();
+    informParent(type);
+    if (!life.alive()) return false;
+    showThumbPosition();
+    return true;
+}
+
+void ScrollBar::showThumbPosition() {
+    updateButtonStates(eRedrawYes);
+    redrawThumb();
+}
+
+int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
+    if (!sender || (sender != firstButton_ && sender != lastButton_)) return 0;
+    auto const found = std::find(messages.begin(), messages.end(), name);
+    if (found == messages.end()) return 0;
+    report(static_cast<eEventType>(found - messages.begin()));
+    return 1;
+}
+
+void ScrollBar::describe(GlobDescription& description) const {
+    StandardPanel::describe(description);
+    description.role = "scrollbar";
+    description.value = Qv::WStringFromFloat(position_);
+    if (isDragging()) description.states |= GlobDescription::pressed;
+    description.actions.push_back("drag");
+}
+
+} // namespace wainscot

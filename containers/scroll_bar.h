@@ -1,0 +1,198 @@
+#pragma once
+
+#include "containers/orientation.h"
+#include "foundation/standard_panel.h"
+#include "foundation/val_widget.h"
+#include "foundation/widget_callback.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace wainscot {
+
+class Button;
+
+/// A scroll bar: a track with a thumb whose length and place are fractions of the track, and an arrow button
+/// at each end. The thumb can be dragged; a left press in the track beside it moves it by its own length, and
+/// again while the button is held. The thumb of a resizable bar (a zoom bar) can be dragged at its ends too.
+/// Its value is position and size of the thumb.
+///
+/// Position 0 is the left end, or the top. Wheel and arrow buttons do not move the thumb: they are reported,
+/// and the owner of what is scrolled sets the thumb. Notches of the wheel are reported as the up and down
+/// buttons, on horizontal bars too.
+///
+/// Messages, to the parent, queued, with the bar as sender: those named below. A listener gets them instead,
+/// each as a `NotifyMsg` with a `ScrollBar::Event` as payload.
+class WAINSCOT_API ScrollBar : public StandardPanel, public ValWidget<ThumbSettings> {
+public:
+    enum eEventType : std::int32_t {
+        thumbMoved = 0,
+        thumbReleased = 1,
+        upButtonPressed = 2,
+        downButtonPressed = 3,
+        leftButtonPressed = 4,
+        rightButtonPressed = 5,
+    };
+
+    static constexpr LightweightString<char> thumbMovedMsg{"ScrollBar::thumbMoved"};
+    static constexpr LightweightString<char> thumbReleasedMsg{"ScrollBar::thumbReleased"};
+    static constexpr LightweightString<char> upButtonPressedMsg{"ScrollBar::upButtonPressed"};
+    static constexpr LightweightString<char> downButtonPressedMsg{"ScrollBar::downButtonPressed"};
+    static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
+    static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
+
+    /// What a listener is told.
+    class WAINSCOT_API Event final : public Qv::InternalRefCount {
+    public:
+        explicit Event(eEventType eventType) : type_(eventType) {}
+        eEventType type() const { return type_; }
+
+    private:
+        eEventType type_;
+    };
+
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        /// A bar of the usual thickness.
+        explicit InitArgs(Orientation lie = eVertical, unsigned short length = 0);
+        InitArgs(Orientation lie, unsigned short w, unsigned short h);
+
+        Orientation orientation;
+        /// Whether the ends of the thumb can be dragged.
+        bool resizable = false;
+        bool arrowButtons = true;
+        ThumbSettings thumb;
+        WidgetCallback::Callback listener;
+    };
+
+    explicit ScrollBar(InitArgs const& args);
+    ~ScrollBar() override;
+
+    /// Whether a message is one of those that scroll bars send.
+    static bool isScrollBarMsg(LightweightString<char> const& name);
+    /// How thick bars are, in pixels.
+    static int thickness();
+    /// No thumb is shorter than this, in pixels, unless its track is.
+    static int getMinThumbSize();
+
+    // --- Value. The setters tell nobody. Positions and sizes are fractions of the track.
+    double getThumbPos() const { return position_; }
+    double getThumbSize() const { return size_; }
+    /// Kept within 0 to 1 - size. False when the wish is the present position already (within a millionth),
+    /// or no number.
+    bool setThumbPos(double position);
+    bool setThumbPosDelta(double change) { return setThumbPos(position_ + change); }
+    /// What is not above 0 and below 1 counts as 1, and so does what is no number; the position is brought
+    /// within its new limits. False when the wish is the present size already (within a millionth).
+    bool setThumbSize(double size);
+    ThumbSettings getWidgetValue() const override { return {position_, size_}; }
+    /// Size and position together.
+    void setNewWidgetValue(ThumbSettings& value, eRedrawFlag redraw) override;
+
+    // --- State
+    Orientation getOrientation() const { return orientation_; }
+    bool isVertical() const { return orientation_ == eVertical; }
+    bool isThumbResizable() const { return resizable_; }
+    /// The thumb, or one of its ends, is held.
+    bool isDragging() const { return dragging_ || resizingEnd_ != 0; }
+    /// An inactive bar ignores presses; what is under way ends, and nobody is told.
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setEnabledState(bool enabled) override { setActive(enabled); }
+    void setVisible(bool visible) override;
+    /// Told instead of the parent; null = the parent again.
+    void setListener(WidgetCallback::Callback listener) { listener_ = std::move(listener); }
+
+    // --- Look
+    void setThumbCol(Colour const& colour);
+    /// The face of the arrow buttons.
+    void setButtonCol(Colour const& colour);
+    void setPalette(Palette const& palette) override;
+
+    // --- Geometry, in the bar's coordinates
+    IntBox getThumbArea() const;
+    /// The track, without the arrow buttons.
+    IntBox getThumbBgArea() const;
+    /// How many pixels a change of the position by 1 is.
+    int getThumbRangePixels() const;
+    /// Where the thumb begins and ends along the bar: x, or y, of its lower and its upper edge.
+    XY<int> getThumbPixelExtents() const;
+    /// Which end of a resizable thumb lies at a place: 1 the right or lower one, -1 the other; 0 = none.
+    int inResizingArea(XY<int> const& place) const;
+
+    // --- Reporting and showing
+    void informParent(eEventType type);
+    /// Brings arrow buttons, picture and description in line with the thumb.
+    void showThumbPosition();
+    void redrawThumb();
+    /// An arrow button is active while the thumb can go its way.
+    void updateButtonStates(eRedrawFlag redraw);
+
+    // --- Repeating while the track is pressed, on the processor clock
+    void startTimer();
+    void stopTimer();
+
+    int handleMouseEvent(wainscot::Event const& event) override;
+    int handleTimerEvent() override;
+    /// Takes the messages of its arrow buttons.
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void handlePressCancelled(wainscot::Event const& press) override;
+    void handleMouseContainment(bool inside) override;
+    void handleLookChange() override;
+    bool isAutoRepeating() const override;
+    MouseCursorID contextCursor(XY<int> const& place) const override;
+    void reshape() override;
+    void drawBackground() override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    /// The track without its margins, in which the thumb goes.
+    IntBox thumbTrack() const;
+    int alongBar(XY<int> const& place) const { return isVertical() ? place.y : place.x; }
+    int buttonLength() const;
+    void addArrowButtons();
+    void layOutButtons();
+
+    void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
+    /// Hands what the user did to the data. False when the bar has gone.
+    bool tellData(ThumbSettings const& before, DataChangeType why);
+    /// False when the bar has gone.
+    bool report(eEventType type);
+
+    int turnWheel(int notches);
+    int press(wainscot::Event const& event);
+    int page(XY<int> const& place);
+    bool pageOnce();
+    bool isBeyondThumb() const;
+    int follow(wainscot::Event const& event);
+    void resizeBy(double change);
+    int letGo();
+    void endPress();
+    void setOverThumb(bool over);
+    void setNextRepeat();
+
+    Colour thumbColour() const;
+    void drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& face);
+
+    double position_ = 0;
+    double size_ = 1;
+    Orientation orientation_;
+    std::int32_t resizingEnd_ = 0;
+    bool resizable_;
+    bool dragging_ = false;
+    bool paging_ = false;
+    bool overThumb_ = false;
+    bool movedWhileHeld_ = false;
+    /// The pointer at the last press or move.
+    XY<int> anchor_;
+    ThumbSettings thumbAtPress_;
+    double pagingStep_ = 0;
+    std::int64_t lastRepeat_ = 0;
+    std::int64_t repeatInterval_ = 0;
+    WidgetCallback::Callback listener_;
+    std::optional<Colour> thumbColour_;
+    /// At the left or upper end, and at the other; null without arrow buttons.
+    Button* firstButton_ = nullptr;
+    Button* lastButton_ = nullptr;
+};
+
+} // namespace wainscot

@@ -1,0 +1,125 @@
+#include "buttons/button.h"
+#include "buttons/button_look.h"
+#include "containers/scroll_bar.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/symbols.h"
+#include "host/drawing/uif_std.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// Arrow buttons report at once, again after 0.3 s, and then ten times a second.
+constexpr int repeatsPerHalfSecond = 5;
+constexpr double repeatDelay = 0.6;
+/// How much of the track a thumb lets through that cannot be used.
+constexpr double inactiveShare = 0.35;
+constexpr int gripLines = 3;
+
+template <QvTTF::eGlyph glyph>
+void drawArrow(Button const& button) {
+    IntBox const box = button.canvasArea();
+    auto const size = static_cast<unsigned short>(std::max(1, std::min(box.width(), box.height()) * 3 / 4));
+    Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), size});
+    Colour const colour =
+        button.isActive() ? button.getPalette().mark(eMarkNormal) : button.getPalette().text(eTextDisabled);
+    XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
+    CanvasRenderer renderer(button.canvas(), box);
+    renderer.renderPrimitive(Glib::TextDescription(getString(glyph), place, font, colour, eAlignCentre));
+}
+
+Button* makeArrowButton(LightweightString<char> const& message, void (*draw)(Button const&)) {
+    unsigned short const side = static_cast<unsigned short>(ScrollBar::thickness());
+    auto* const button = new Button(Button::InitArgs(UIString(), message, side, side));
+    button->setMessageOnMouseUp(false);
+    button->setRepeating(repeatsPerHalfSecond, repeatDelay);
+    button->setCustomDrawFn(draw);
+    button->setStyle(eButtonFlat);
+    return button;
+}
+
+} // namespace
+
+void ScrollBar::addArrowButtons() {
+    firstButton_ = isVertical() ? makeArrowButton(upButtonPressedMsg, drawArrow<QvTTF::eArrowUp>)
+                                : makeArrowButton(leftButtonPressedMsg, drawArrow<QvTTF::eArrowLeft>);
+    lastButton_ = isVertical() ? makeArrowButton(downButtonPressedMsg, drawArrow<QvTTF::eArrowDown>)
+                               : makeArrowButton(rightButtonPressedMsg, drawArrow<QvTTF::eArrowRight>);
+    addChild(firstButton_);
+    addChild(lastButton_);
+    firstButton_->setPalette(getPalette());
+    lastButton_->setPalette(getPalette());
+    layOutButtons();
+    updateButtonStates(eRedrawNo);
+}
+
+void ScrollBar::updateButtonStates(eRedrawFlag redraw) {
+    if (!firstButton_) return;
+    bool const towardsFirst = isActive() && position_ > 0;
+    bool const towardsLast = isActive() && position_ < 1 - size_;
+    if (firstButton_->isActive() != towardsFirst) firstButton_->setActive(towardsFirst, redraw);
+    if (lastButton_->isActive() != towardsLast) lastButton_->setActive(towardsLast, redraw);
+}
+
+void ScrollBar::setThumbCol(Colour const& colour) {
+    thumbColour_ = colour;
+    redrawThumb();
+}
+
+void ScrollBar::setButtonCol(Colour const& colour) {
+    for (Button* const button : {firstButton_, lastButton_})
+        if (button) button->setCols(button->getPalette().text(eTextEnabled), colour);
+}
+
+void ScrollBar::setPalette(Palette const& palette) {
+    StandardPanel::setPalette(palette);
+    for (Button* const button : {firstButton_, lastButton_})
+        if (button) button->setPalette(palette);
+}
+
+void ScrollBar::redrawThumb() {
+    damage(getThumbArea());
+}
+
+Colour ScrollBar::thumbColour() const {
+    Palette const& palette = getPalette();
+    return thumbColour_ ? *thumbColour_ : palette.button();
+}
+
+void ScrollBar::drawBackground() {
+    Palette const& palette = getPalette();
+    XY<int> const corner = canvasArea().bottomLeft();
+    CanvasRenderer renderer(canvas(), canvasArea());
+    if (isOpaque()) renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getCol()));
+    IntBox const track = getThumbBgArea().translated(corner);
+    Glib::drawIndentBox(renderer, palette.window(eWindowRecessed), track);
+    IntBox const thumb = getThumbArea().translated(corner);
+    // A thumb that fills the track has nothing to say.
+    if (size_ >= 1 || thumb.isEmpty()) return;
+    bool const isActiveThumb = isActive();
+    Colour const edge =
+        isActiveThumb ? palette.mark(eMarkEdge)
+                      : Colour::mix(palette.mark(eMarkEdge), palette.window(eWindowRecessed), inactiveShare);
+    ButtonLook::Face const face{thumb, thumbColour(), isDragging(), overThumb_, isActiveThumb, &edge};
+    ButtonLook::drawFace(renderer, face, palette);
+    ButtonLook::drawEdge(renderer, face, palette);
+    if (resizable_) drawGrips(renderer, thumb, edge);
+}
+
+/// Lines across both ends, where the thumb can be taken by them.
+void ScrollBar::drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& colour) {
+    int const margin = std::max(2, (isVertical() ? thumb.width() : thumb.height()) / 4);
+    XY<int> const extents = isVertical() ? XY<int>{thumb.y1, thumb.y2} : XY<int>{thumb.x1, thumb.x2};
+    if (extents.y - extents.x < 4 * 2 * gripLines) return;
+    for (int line = 1; line <= gripLines - 1; ++line) {
+        for (int const at : {extents.x + 2 * line + 1, extents.y - 2 * line - 2}) {
+            IntBox const box = isVertical() ? IntBox(thumb.x1 + margin, at, thumb.x2 - margin, at + 1)
+                                            : IntBox(at, thumb.y1 + margin, at + 1, thumb.y2 - margin);
+            renderer.renderPrimitive(Glib::RectDescription(box, colour));
+        }
+    }
+}
+
+} // namespace wainscot

@@ -1,0 +1,117 @@
+#include "buttons/button.h"
+#include "containers/scroll_bar.h"
+#include "host/drawing/uif_std.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// How far from its end a resizable thumb is held by the end.
+constexpr int gripLength = 8;
+
+int rounded(double value) {
+    return static_cast<int>(value + 0.5);
+}
+
+} // namespace
+
+int ScrollBar::thickness() {
+    return 3 * UifStd::getWidgetGap();
+}
+
+/// Where the measures leave hardly anything between the margins, thumbs are still half as long as bars are
+/// thick.
+int ScrollBar::getMinThumbSize() {
+    return std::max(thickness() - 2 * UifStd::getIndentWidth(), thickness() / 2);
+}
+
+int ScrollBar::buttonLength() const {
+    return firstButton_ && firstButton_->isVisible() ? std::min(width(), height()) : 0;
+}
+
+IntBox ScrollBar::getThumbBgArea() const {
+    IntBox area = bounds();
+    (isVertical() ? area.y1 : area.x1) += buttonLength();
+    (isVertical() ? area.y2 : area.x2) -= buttonLength();
+    return area;
+}
+
+/// The margins take at most half of the thickness, so that there always is a thumb to hold.
+IntBox ScrollBar::thumbTrack() const {
+    int const across = isVertical() ? width() : height();
+    IntBox track = getThumbBgArea().inset(std::min<int>(UifStd::getIndentWidth(), across / 4));
+    track.x2 = std::max(track.x1, track.x2);
+    track.y2 = std::max(track.y1, track.y2);
+    return track;
+}
+
+int ScrollBar::getThumbRangePixels() const {
+    IntBox const track = thumbTrack();
+    return isVertical() ? track.height() : track.width();
+}
+
+IntBox ScrollBar::getThumbArea() const {
+    IntBox area = thumbTrack();
+    int const range = getThumbRangePixels();
+    int const least = getMinThumbSize();
+    int length = rounded(range * size_);
+    int offset = rounded(range * position_);
+    if (length < least) {
+        length = std::min(least, range);
+        bool const hasWay = range > least && size_ < 1;
+        offset = hasWay ? rounded((range - least) * position_ / (1 - size_)) : 0;
+    }
+    if (isVertical()) {
+        area.y2 -= offset;
+        area.y1 = area.y2 - length;
+    } else {
+        area.x1 += offset;
+        area.x2 = area.x1 + length;
+    }
+    return area;
+}
+
+XY<int> ScrollBar::getThumbPixelExtents() const {
+    IntBox const thumb = getThumbArea();
+    return isVertical() ? XY<int>{thumb.y1, thumb.y2} : XY<int>{thumb.x1, thumb.x2};
+}
+
+int ScrollBar::inResizingArea(XY<int> const& place) const {
+    if (!resizable_ || !getThumbArea().contains(place)) return 0;
+    XY<int> const extents = getThumbPixelExtents();
+    bool const nearLower = alongBar(place) - extents.x <= gripLength;
+    bool const nearUpper = extents.y - alongBar(place) <= gripLength;
+    bool const atFarEnd = isVertical() ? nearLower : nearUpper;
+    if (atFarEnd) return 1;
+    return nearLower || nearUpper ? -1 : 0;
+}
+
+// Arrow buttons
+
+void ScrollBar::reshape() {
+    StandardPanel::reshape();
+    layOutButtons();
+}
+
+void ScrollBar::handleLookChange() {
+    StandardPanel::handleLookChange();
+    layOutButtons();
+}
+
+/// Squares at both ends, as long as they leave room for a thumb that can move.
+void ScrollBar::layOutButtons() {
+    if (!firstButton_) return;
+    int const side = std::min(width(), height());
+    int const length = isVertical() ? height() : width();
+    bool const fit = length >= 2 * side + 2 * UifStd::getIndentWidth() + 2 * getMinThumbSize();
+    XY<int> const lower{0, 0};
+    XY<int> const upper = isVertical() ? XY<int>{0, length - side} : XY<int>{length - side, 0};
+    reshapeWidgetAt(firstButton_, isVertical() ? upper : lower, {side, side});
+    reshapeWidgetAt(lastButton_, isVertical() ? lower : upper, {side, side});
+    firstButton_->setVisible(fit);
+    lastButton_->setVisible(fit);
+}
+
+} // namespace wainscot

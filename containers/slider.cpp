@@ -1,0 +1,273 @@
+#include "containers/slider.h"
+
+#include "buttons/button_look.h"
+#include "host/base/convert.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+namespace {
+
+/// Nudges from one end to the other.
+constexpr double nudgesInRange = 500;
+constexpr double roundingSteps = 1000;
+/// As many as the "%lf" of formatted output.
+constexpr int reportedDecimals = 6;
+
+GlobCreationInfo withSize(Slider::InitArgs const& args) {
+    return {args, args.width, args.height};
+}
+
+} // namespace
+
+Slider::InitArgs::InitArgs(Colour const& thumb, unsigned short length, Orientation lie)
+    : GlobCreationInfo(lie == eVertical ? UifStd::getButtonHeight() : length,
+                       lie == eVertical ? length : UifStd::getButtonHeight()),
+      thumbColour(thumb), orientation(lie) {
+    opaque = false;
+}
+
+Slider::Slider(InitArgs const& args)
+    : Glob(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    recalculateStartAndEnd();
+    setValueRange(args.minimum, args.maximum);
+    value_ = clamped(args.value);
+}
+
+Slider::~Slider() = default;
+
+// Value
+
+double Slider::clamped(double value) const {
+    double const low = std::min(minimum_, maximum_);
+    double const high = std::max(minimum_, maximum_);
+    return value > high ? high : value >= low ? value : low;
+}
+
+bool Slider::setValueRange(double minimum, double maximum) {
+    if (!std::isfinite(minimum) || !std::isfinite(maximum)) return false;
+    minimum_ = minimum;
+    maximum_ = maximum;
+    value_ = clamped(value_);
+    makeDirty();
+    describeChanged(DescriptionChange::value);
+    return true;
+}
+
+void Slider::setPosition(double value) {
+    if (!std::isnan(value)) storeValue(clamped(value), eRedrawYes);
+}
+
+void Slider::setNewWidgetValue(double& value, eRedrawFlag redraw) {
+    if (!std::isnan(value)) storeValue(clamped(value), redraw);
+    value = value_;
+}
+
+void Slider::storeValue(double value, eRedrawFlag redraw) {
+    if (value == value_) return;
+    if (redraw == eRedrawYes) damage(getThumbArea());
+    value_ = value;
+    if (redraw == eRedrawYes) damage(getThumbArea());
+    describeChanged(DescriptionChange::value);
+}
+
+bool Slider::tellData(double before, DataChangeType why) {
+    double const wanted = value_;
+    LifeGuard const life = guard();
+    bool const taken = requestSetNewDataValue(wanted, why);
+    if (!life.alive()) return false;
+    if (!taken && value_ == wanted) storeValue(clamped(before), eRedrawYes);
+    return true;
+}
+
+bool Slider::changePosition(double value) {
+    if (std::isnan(value) || clamped(value) == value_) return false;
+    double const before = value_;
+    storeValue(clamped(value), eRedrawYes);
+    if (!tellData(before, DataChangeType::single)) return true;
+    if (value_ == before) return false;
+    if (report(sliderMoved)) report(sliderReleased);
+    return true;
+}
+
+bool Slider::nudge(bool up) {
+    double const step = maximum_ / nudgesInRange - minimum_ / nudgesInRange;
+    return changePosition(value_ + (up ? step : -step));
+}
+
+// Pixels
+
+/// Halves, so that the length of no range is too large.
+double Slider::v2x(double value) const {
+    double const share = (value / 2 - minimum_ / 2) / (maximum_ / 2 - minimum_ / 2);
+    return std::isfinite(share) ? share * (endX_ - startX_) + startX_ : startX_;
+}
+
+double Slider::valueAt(double x) const {
+    double const share = (x - startX_) / (endX_ - startX_);
+    return std::isfinite(share) ? std::lerp(minimum_, maximum_, share) : minimum_;
+}
+
+double Slider::x2v(double x) const {
+    if (!rounds_) return valueAt(x);
+    if (!(x > startX_)) return minimum_;
+    if (x >= endX_) return maximum_;
+    double const here = valueAt(x);
+    double const next = valueAt(std::min(x + 1, endX_));
+    double const round = std::floor(std::max(here, next) * roundingSteps) / roundingSteps;
+    return std::max(round, std::min(here, next));
+}
+
+void Slider::recalculateStartAndEnd() {
+    endX_ = isVertical() ? height() : width();
+    startX_ = std::min<double>(UifStd::getIndentWidth(), endX_);
+}
+
+void Slider::reshape() {
+    Glob::reshape();
+    recalculateStartAndEnd();
+}
+
+void Slider::handleLookChange() {
+    Glob::handleLookChange();
+    recalculateStartAndEnd();
+}
+
+/// The thumb's middle is where its value is; at the ends it stays within the slider.
+IntBox Slider::getThumbArea() const {
+    if (!thumbVisible_) return {};
+    int const extent = isVertical() ? height() : width();
+    int const length = std::min<int>(UifStd::getButtonHeight() / 2, extent);
+    int const from = std::clamp(static_cast<int>(std::lround(v2x(value_))) - length / 2, 0, extent - length);
+    return alongBox(from, from + length, UifStd::getButtonHeight() / 8);
+}
+
+IntBox Slider::alongBox(int from, int to, int margin) const {
+    return isVertical() ? IntBox(margin, from, width() - margin, to)
+                        : IntBox(from, margin, to, height() - margin);
+}
+
+// Points of interest, state and look
+
+void Slider::setPointOfInterest(double value) {
+    if (!std::isfinite(value)) return;
+    pointOfInterest_ = value;
+    makeDirty();
+}
+
+void Slider::removePointOfInterest() {
+    pointOfInterest_.reset();
+    makeDirty();
+}
+
+void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
+    std::erase_if(points, [](PointOfInterest const& point) { return !std::isfinite(point.value); });
+    points_ = std::move(points);
+    makeDirty();
+}
+
+void Slider::setOrientation(Orientation orientation) {
+    if (orientation == orientation_) return;
+    dropThumb();
+    orientation_ = orientation;
+    recalculateStartAndEnd();
+    makeDirty();
+}
+
+void Slider::setThumbVisibility(bool visible) {
+    if (!visible) dropThumb();
+    thumbVisible_ = visible;
+    makeDirty();
+}
+
+void Slider::setThumbColour(Colour const& colour) {
+    thumbColour_ = colour;
+    makeDirty();
+}
+
+void Slider::setActive(bool active, eRedrawFlag redraw) {
+    if (!active) dropThumb();
+    Glob::setActive(active, redraw);
+}
+
+void Slider::setVisible(bool visible) {
+    if (!visible) dropThumb();
+    Glob::setVisible(visible);
+}
+
+void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
+    if (redraw == eRedrawYes) makeDirty();
+    describeChanged(DescriptionChange::value);
+}
+
+// Reporting
+
+void Slider::informParent(eEventType type) {
+    Glib::UpdateDeferrer const deferrer(canvas());
+    char const* const word = type == sliderReleased ? "slider_released " : "slider ";
+    LightweightString<char> const text = word + StringFromFloat(value_, reportedDecimals, false);
+    if (synchronous_)
+        callMsg(parent(), text.c_str());
+    else
+        sendMsg(parent(), text.c_str());
+}
+
+bool Slider::report(eEventType type) {
+    LifeGuard const life = guard();
+    informParent(type);
+    return life.alive();
+}
+
+void Slider::describe(GlobDescription& description) const {
+    Glob::describe(description);
+    description.role = "slider";
+    if (!isDataMixed()) description.value = Qv::WStringFromFloat(value_);
+    if (isActive()) description.states |= GlobDescription::focusable;
+    if (held_) description.states |= GlobDescription::pressed;
+    description.actions.push_back("drag");
+}
+
+// Drawing
+
+void Slider::drawBackground() {
+    Palette const& palette = getPalette();
+    CanvasRenderer renderer(canvas(), canvasArea());
+    if (isOpaque()) renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getCol()));
+    drawChannel(renderer);
+    for (PointOfInterest const& point : points_) drawPoint(renderer, point.value, point.colour);
+    if (pointOfInterest_) drawPoint(renderer, *pointOfInterest_, palette.mark(eMarkNormal));
+    if (thumbVisible_) {
+        bool const answers = isActive() && !isDataMixed();
+        Colour const edge = palette.mark(eMarkEdge);
+        IntBox const box = getThumbArea().translated(canvasArea().bottomLeft());
+        ButtonLook::Face const face{
+            box, thumbColour_, held_, isActive() && containsPointer(), answers, answers ? &edge : nullptr};
+        ButtonLook::drawFace(renderer, face, palette);
+        ButtonLook::drawEdge(renderer, face, palette);
+    }
+    if (get_kbd_focus() == this && glib_appHasFocus()) ButtonLook::drawFocus(renderer, canvasArea(), palette);
+}
+
+void Slider::drawChannel(CanvasRenderer& renderer) {
+    int const across = isVertical() ? width() : height();
+    int const margin = std::max(0, (across - UifStd::getWidgetGap()) / 2);
+    IntBox const box = alongBox(static_cast<int>(startX_), static_cast<int>(endX_), margin);
+    Glib::drawIndentBox(renderer, getPalette().window(eWindowRecessed),
+                        box.translated(canvasArea().bottomLeft()));
+}
+
+void Slider::drawPoint(CanvasRenderer& renderer, double value, Colour const& colour) {
+    if (clamped(value) != value) return;
+    int const x = std::min(static_cast<int>(std::lround(v2x(value))), static_cast<int>(endX_) - 1);
+    IntBox const box = alongBox(x, x + 1, 0).translated(canvasArea().bottomLeft());
+    renderer.renderPrimitive(Glib::RectDescription(box, colour));
+}
+
+} // namespace wainscot

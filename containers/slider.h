@@ -1,0 +1,153 @@
+#pragma once
+
+#include "containers/orientation.h"
+#include "foundation/val_widget.h"
+#include "host/objects/glob.h"
+
+#include <optional>
+#include <vector>
+
+namespace wainscot {
+
+class CanvasRenderer;
+
+/// Sets a number within a range: a thumb on a channel, which is dragged. Its value is that number.
+///
+/// The channel runs from left to right, or from below upwards, from the minimum to the maximum; a range may
+/// fall. A press beside the thumb does nothing, but for one on a point of interest, which takes the thumb
+/// there. With the keyboard focus, arrow keys `nudge` it, Home and End take it to the ends; a `GlobTabStop`
+/// makes a tab stop of it.
+///
+/// Messages, to the parent, with this as sender, queued unless `setSynchronousMessages` says otherwise: the
+/// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and
+/// the value whenever the thumb is let go; after a change by a key, or to a point of interest, both. The
+/// adaptor is asked first.
+class WAINSCOT_API Slider : public Glob, public ValWidget<double> {
+public:
+    enum eEventType { sliderMoved = 0, sliderReleased = 1 };
+
+    /// A mark on the channel that the thumb can be taken to.
+    struct PointOfInterest {
+        double value = 0;
+        Colour colour;
+    };
+
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        /// `length` goes along the channel; across it the slider is as high as a button. A width or height
+        /// that is set afterwards counts instead.
+        InitArgs(Colour const& thumb, unsigned short length, Orientation lie = eHorizontal);
+
+        Colour thumbColour;
+        Orientation orientation;
+        double minimum = 0;
+        double maximum = 1;
+        double value = 0;
+    };
+
+    explicit Slider(InitArgs const& args);
+    ~Slider() override;
+
+    // --- Value. The setters tell nobody; what is not finite is ignored, or refused with false.
+    /// The value is brought within the new range.
+    bool setValueRange(double minimum, double maximum);
+    double getMinimum() const { return minimum_; }
+    double getMaximum() const { return maximum_; }
+    /// Brought within the range.
+    void setPosition(double value);
+    double getWidgetValue() const override { return value_; }
+    void setNewWidgetValue(double& value, eRedrawFlag redraw) override;
+    /// Changes the value as the user does, with all reports. False when it stays as it is.
+    bool changePosition(double value);
+    /// By a 500th of the range towards the maximum, or towards the minimum.
+    bool nudge(bool up);
+
+    // --- Pixels along the channel, from the left or lower edge
+    double v2x(double value) const;
+    double x2v(double x) const;
+    double getStartX() const { return startX_; }
+    double getEndX() const { return endX_; }
+    /// Whether `x2v` answers thousandths where pixels are further apart than that.
+    void setRounding(bool rounds) { rounds_ = rounds; }
+    /// In the slider's coordinates; empty while the thumb is not shown.
+    IntBox getThumbArea() const;
+
+    // --- Points of interest; values that are no number are not kept
+    void setPointOfInterest(double value);
+    std::optional<double> getPointOfInterest() const { return pointOfInterest_; }
+    void removePointOfInterest();
+    void setPointsOfInterest(std::vector<PointOfInterest> points);
+    std::vector<PointOfInterest> const& getPointsOfInterest() const { return points_; }
+
+    // --- State and look
+    void setOrientation(Orientation orientation);
+    Orientation getOrientation() const { return orientation_; }
+    /// Without a thumb it only shows its channel, and cannot be dragged.
+    void setThumbVisibility(bool visible);
+    void setThumbColour(Colour const& colour);
+    /// Messages are delivered before the change goes on, instead of being queued.
+    void setSynchronousMessages(bool synchronous) { synchronous_ = synchronous; }
+    bool isThumbHeld() const { return held_; }
+    /// What is under way ends when it becomes inactive or hidden, and nobody is told.
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setEnabledState(bool enabled) override { setActive(enabled); }
+    void setVisible(bool visible) override;
+
+    void informParent(eEventType type);
+
+    bool react(Event const& event) override;
+    void handlePressCancelled(Event const& press) override;
+    void handleMouseContainment(bool inside) override;
+    void handleKbdFocus() override;
+    void handleLookChange() override;
+    void reshape() override;
+    void drawBackground() override;
+    void describe(GlobDescription& description) const override;
+
+protected:
+    void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+
+private:
+    bool isVertical() const { return orientation_ == eVertical; }
+    int alongChannel(XY<int> const& place) const { return isVertical() ? place.y : place.x; }
+    double clamped(double value) const;
+    double valueAt(double x) const;
+    void recalculateStartAndEnd();
+    void storeValue(double value, eRedrawFlag redraw);
+    /// False when the slider has gone.
+    bool tellData(double before, DataChangeType why);
+    bool report(eEventType type);
+
+    bool reactToKey(Event const& event);
+    bool press(Event const& event);
+    bool pressPointOfInterest(int x);
+    void pickUpThumb(int x);
+    bool follow(Event const& event);
+    void setSliderFromPixelPos(double x);
+    bool letGo();
+    void dropThumb();
+
+    void drawChannel(CanvasRenderer& renderer);
+    void drawPoint(CanvasRenderer& renderer, double value, Colour const& colour);
+    IntBox alongBox(int from, int to, int margin) const;
+
+    double startX_ = 0;
+    double endX_ = 0;
+    double minimum_ = 0;
+    double maximum_ = 1;
+    double value_ = 0;
+    double valueAtPress_ = 0;
+    std::optional<double> pointOfInterest_;
+    std::vector<PointOfInterest> points_;
+    Colour thumbColour_;
+    Orientation orientation_;
+    /// From the thumb's place to the pointer when it was picked up.
+    int grip_ = 0;
+    bool thumbVisible_ = true;
+    bool rounds_ = false;
+    bool synchronous_ = false;
+    bool held_ = false;
+    bool movedWhileHeld_ = false;
+};
+
+} // namespace wainscot

@@ -1,0 +1,501 @@
+#include "tests/host_fixture.h"
+
+#include "containers/scroll_bar.h"
+#include "foundation/val_server_adaptor.h"
+#include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// What the user does, as the data behind the bar hears it.
+class ThumbAdaptor final : public ValAdaptorBase<ThumbSettings> {
+public:
+    ThumbSettings getDataValue() const override { return {}; }
+    bool requestSetNewDataValue(ThumbSettings const& value, DataChangeType why) override {
+        log.push_back(std::to_string(static_cast<int>(value.position * 1000 + 0.5)) + " " +
+                      std::to_string(static_cast<int>(why)));
+        auto const answer = onRequest;
+        return !answer || answer();
+    }
+    std::vector<std::string> log;
+    std::function<bool()> onRequest;
+};
+
+/// Bars of 24 pixels with margins of 4, so that thumbs are at least 16 long, with a track of 200.
+class ScrollBars : public HostTest {
+protected:
+    ScrollBars() {
+        UifStd::Metrics metrics;
+        metrics.widgetGap = 8;
+        metrics.indentWidth = 4;
+        UifStd::setMetrics(metrics);
+        root_ = openWindow(400, 300);
+    }
+    ~ScrollBars() override { UifStd::setMetrics({}); }
+
+    ScrollBar* add(Orientation orientation, ThumbSettings thumb, bool resizable = false,
+                   bool arrows = false) {
+        ScrollBar::InitArgs args(orientation, 208);
+        args.thumb = thumb;
+        args.resizable = resizable;
+        args.arrowButtons = arrows;
+        auto* const bar = new ScrollBar(args);
+        root_->addChild(bar, BottomLeft(20, 20));
+        driver_.settle();
+        root_->forgetMessages();
+        return bar;
+    }
+    /// Writes down the types of all reports instead of sending them.
+    void listen(ScrollBar* bar) {
+        bar->setListener(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {
+            auto const* const event = dynamic_cast<ScrollBar::Event const*>(message.payload().get());
+            heard_.push_back(event ? static_cast<int>(event->type()) : -1);
+            auto const handler = onReport_;
+            if (handler) handler();
+            return 1;
+        }));
+    }
+    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+    void pressAt(Glob* glob, int x, int y, Driver::Button button = Driver::Button::left) {
+        moveIn(glob, x, y);
+        driver_.press(button);
+    }
+    /// What was sent since it was last asked, without the prefix.
+    std::string sent() {
+        std::string names;
+        for (auto const& message : root_->messages()) {
+            EXPECT_TRUE(ScrollBar::isScrollBarMsg(message.name));
+            names += (names.empty() ? "" : " ") + std::string(message.name.c_str()).substr(11);
+        }
+        root_->forgetMessages();
+        return names;
+    }
+
+    RecordingParent* root_;
+    std::vector<int> heard_;
+    std::function<void()> onReport_;
+};
+
+TEST_F(ScrollBars, PositionAndSizeAreKeptWithinTheTrack) {
+    ScrollBar* const bar = add(eHorizontal, {0.5, 0.25});
+    EXPECT_TRUE(bar->setThumbPos(2)) << "the wish differs";
+    EXPECT_EQ(bar->getThumbPos(), 0.75);
+    EXPECT_TRUE(bar->setThumbPos(2)) << "it still does, though nothing moves";
+    EXPECT_FALSE(bar->setThumbPos(0.7500005));
+    EXPECT_FALSE(bar->setThumbPos(noNumber));
+    EXPECT_TRUE(bar->setThumbPos(-infinity));
+    EXPECT_EQ(bar->getThumbPos(), 0.0);
+    EXPECT_TRUE(bar->setThumbPos(infinity));
+    EXPECT_TRUE(bar->setThumbSize(0.5)) << "and the position follows";
+    EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.5, 0.5}));
+    EXPECT_FALSE(bar->setThumbSize(0.5000005));
+    for (double const full : {0.0, 2.0, 1.0, -0.5, noNumber, infinity}) {
+        bar->setThumbSize(0.5);
+        EXPECT_TRUE(bar->setThumbSize(full)) << full;
+        EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0, 1})) << full;
+        EXPECT_EQ(bar->getThumbArea(), IntBox(4, 4, 204, 20)) << full;
+    }
+    ThumbSettings wild{7, 0.25};
+    bar->setNewWidgetValue(wild, eRedrawYes);
+    EXPECT_EQ(wild, (ThumbSettings{0.75, 0.25})) << "what was made of it is handed back";
+    EXPECT_EQ(sent(), "");
+    EXPECT_FALSE(ScrollBar::isScrollBarMsg("Scroll"));
+}
+
+TEST_F(ScrollBars, TheThumbLiesInProportionAndASmallOneGoesAllTheWay) {
+    ScrollBar* const flat = add(eHorizontal, {0.25, 0.3});
+    EXPECT_EQ(flat->getThumbRangePixels(), 200);
+    EXPECT_EQ(flat->getThumbArea(), IntBox(54, 4, 114, 20));
+    ScrollBar* const tall = add(eVertical, {0.25, 0.3});
+    EXPECT_EQ(tall->getThumbArea(), IntBox(4, 94, 20, 154));
+    EXPECT_EQ(tall->getThumbPixelExtents(), (XY<int>{94, 154}));
+    for (ScrollBar* const bar : {flat, tall}) {
+        bar->setThumbSize(0.01);
+        bar->setThumbPos(0);
+        EXPECT_EQ(bar->getThumbPixelExtents(), (bar == flat ? XY<int>{4, 20} : XY<int>{188, 204}));
+        bar->setThumbPos(0.99);
+        EXPECT_EQ(bar->getThumbPixelExtents(), (bar == flat ? XY<int>{188, 204} : XY<int>{4, 20}));
+    }
+    for (double const length : {0, 3, 9, 15, 23, 24}) {
+        flat->resize(length, 24);
+        IntBox const thumb = flat->getThumbArea();
+        EXPECT_LE(thumb.width(), flat->getThumbRangePixels()) << length;
+        EXPECT_GE(thumb.width(), 0) << length;
+    }
+    UifStd::setMetrics({});
+    flat->resize(200, ScrollBar::thickness());
+    EXPECT_GE(flat->getThumbArea().height(), ScrollBar::thickness() / 2) << "wide margins leave a thumb";
+    EXPECT_GE(flat->getThumbArea().width(), ScrollBar::thickness() / 2);
+}
+
+TEST_F(ScrollBars, DraggingMovesTheThumbUnderThePointer) {
+    ScrollBar* const flat = add(eHorizontal, {0.25, 0.25});
+    for (auto const button : {Driver::Button::left, Driver::Button::right}) {
+        flat->setThumbPos(0.25);
+        pressAt(flat, 60, 10, button);
+        EXPECT_EQ(sent(), "");
+        EXPECT_TRUE(flat->isDragging());
+        moveIn(flat, 80, 40);
+        EXPECT_DOUBLE_EQ(flat->getThumbPos(), 0.35);
+        moveIn(flat, 80, 50);
+        EXPECT_EQ(sent(), "thumbMoved") << "nothing for a move across the bar";
+        moveIn(flat, 390, 10);
+        EXPECT_EQ(flat->getThumbPos(), 0.75);
+        driver_.release(button);
+        EXPECT_EQ(sent(), "thumbMoved thumbReleased");
+        EXPECT_FALSE(flat->isDragging());
+        moveIn(flat, 100, 10);
+        EXPECT_EQ(flat->getThumbPos(), 0.75) << "let go";
+    }
+    ScrollBar* const tall = add(eVertical, {0.25, 0.25});
+    pressAt(tall, 10, 120);
+    moveIn(tall, 10, 100);
+    EXPECT_DOUBLE_EQ(tall->getThumbPos(), 0.35) << "down is further";
+    driver_.release();
+}
+
+TEST_F(ScrollBars, EscapeTakesTheThumbBackAndEndsTheDrag) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25}, true);
+    for (int const x : {80, 102}) {
+        pressAt(bar, x, 10);
+        moveIn(bar, x + 20, 10);
+        EXPECT_NE(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
+        sent();
+        driver_.key(Key::escape);
+        EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
+        EXPECT_EQ(sent(), "thumbMoved thumbReleased");
+        moveIn(bar, x + 40, 10);
+        driver_.release();
+        EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
+        EXPECT_EQ(sent(), "");
+    }
+}
+
+TEST_F(ScrollBars, PagingRepeatsOnTheProcessorClockUntilTheThumbIsThere) {
+    ScrollBar* const bar = add(eHorizontal, {0, 0.1});
+    listen(bar);
+    pressAt(bar, 100, 10);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.1);
+    driver_.advance(300);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.1) << "more than 0.3 s";
+    driver_.advance(2);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.2);
+    driver_.advance(99);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.2);
+    driver_.advance(3);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.3);
+    driver_.advance(2000);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.4) << "under the pointer now";
+    moveIn(bar, 130, 10);
+    driver_.advance(200);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.6) << "the pointer has gone on";
+    driver_.release();
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    EXPECT_EQ(heard_, std::vector<int>(6, 0)) << "no release is reported";
+    pressAt(bar, 10, 10);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.5);
+    driver_.key(Key::escape);
+    driver_.advance(1000);
+    EXPECT_DOUBLE_EQ(bar->getThumbPos(), 0.5);
+    driver_.release();
+
+    ScrollBar* const tall = add(eVertical, {0.5, 0.1});
+    for (auto const& [y, place] : {std::pair{200, 0.4}, std::pair{10, 0.5}}) {
+        pressAt(tall, 10, y);
+        EXPECT_DOUBLE_EQ(tall->getThumbPos(), place);
+        driver_.release();
+    }
+}
+
+TEST_F(ScrollBars, PressesThatAreNotForItGoOn) {
+    auto* const parent = new ProbeGlob(300, 200);
+    root_->addChild(parent, BottomLeft(0, 0));
+    ScrollBar* const bar = add(eHorizontal, {0, 0.1});
+    parent->addChild(bar, BottomLeft(20, 20));
+    int passed = 0;
+    parent->onReact = [&](Event const& event) {
+        if (mouse_down_event(event)) ++passed;
+        return true;
+    };
+    driver_.settle();
+    auto const clickAndCount = [&](int x, Driver::Button button) {
+        passed = 0;
+        pressAt(bar, x, 10, button);
+        driver_.release(button);
+        return passed;
+    };
+    EXPECT_EQ(clickAndCount(100, Driver::Button::right), 1) << "only the left button pages";
+    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 0);
+    bar->setActive(false);
+    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 1);
+    bar->setActive(true);
+    bar->setThumbSize(1);
+    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 1);
+    EXPECT_EQ(bar->getThumbPos(), 0);
+}
+
+TEST_F(ScrollBars, TheWheelReportsButtonsForEachNotch) {
+    for (Orientation const orientation : {eHorizontal, eVertical}) {
+        ScrollBar* const bar = add(orientation, {0, 1});
+        bar->setActive(false);
+        driver_.wheel(bar, 1);
+        EXPECT_EQ(sent(), "upButtonPressed");
+        driver_.wheel(bar, -3);
+        EXPECT_EQ(sent(), "downButtonPressed downButtonPressed downButtonPressed");
+        root_->removeWidget(*std::make_unique<Glob*>(bar));
+    }
+}
+
+TEST_F(ScrollBars, ArrowButtonsReportAndRepeatWhileThereIsAWayToGo) {
+    for (Orientation const orientation : {eHorizontal, eVertical}) {
+        ScrollBar* const bar = add(orientation, {0, 0.5}, false, true);
+        bool const flat = orientation == eHorizontal;
+        EXPECT_EQ(bar->getThumbRangePixels(), 152);
+        pressAt(bar, flat ? 195 : 10, flat ? 10 : 10);
+        EXPECT_EQ(sent(), flat ? "rightButtonPressed" : "downButtonPressed");
+        driver_.advance(305);
+        EXPECT_EQ(sent(), flat ? "rightButtonPressed" : "downButtonPressed");
+        driver_.release();
+        pressAt(bar, flat ? 5 : 10, flat ? 10 : 200);
+        EXPECT_EQ(sent(), "") << "nothing lies before the beginning";
+        driver_.release();
+        bar->setThumbPos(0.5);
+        driver_.press();
+        EXPECT_EQ(sent(), flat ? "leftButtonPressed" : "upButtonPressed");
+        driver_.release();
+        bar->resize(flat ? 60 : 24, flat ? 24 : 60);
+        EXPECT_EQ(bar->getThumbRangePixels(), 52) << "no room for arrows";
+        destroy(bar);
+    }
+}
+
+TEST_F(ScrollBars, TheEndsOfAResizableThumbCanBeDragged) {
+    ScrollBar* const fixed = add(eHorizontal, {0.25, 0.5});
+    EXPECT_EQ(fixed->inResizingArea({150, 10}), 0);
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.5}, true);
+    EXPECT_THAT((std::vector<int>{bar->inResizingArea({53, 10}), bar->inResizingArea({54, 10}),
+                                  bar->inResizingArea({62, 10}), bar->inResizingArea({63, 10}),
+                                  bar->inResizingArea({145, 10}), bar->inResizingArea({146, 10}),
+                                  bar->inResizingArea({154, 10})}),
+                ElementsAre(0, -1, -1, 0, 0, 1, 0));
+    ScrollBar* const tall = add(eVertical, {0.25, 0.5}, true);
+    EXPECT_EQ(tall->inResizingArea({10, 55}), 1) << "the lower end is the far one";
+    EXPECT_EQ(tall->inResizingArea({10, 150}), -1);
+    destroy(tall);
+    driver_.settle();
+
+    pressAt(bar, 150, 10);
+    moveIn(bar, 170, 10);
+    EXPECT_NEAR(bar->getThumbPos(), 0.15, 1e-9);
+    EXPECT_NEAR(bar->getThumbSize(), 0.7, 1e-9) << "both ends go apart";
+    moveIn(bar, 190, 10);
+    moveIn(bar, 200, 10);
+    EXPECT_NEAR(bar->getThumbPos(), 0.0, 1e-9);
+    EXPECT_GT(bar->getThumbSize(), 0.9);
+    sent();
+    moveIn(bar, 20, 10);
+    EXPECT_GT(bar->getThumbSize(), 0.9) << "an end does not pass the middle";
+    EXPECT_EQ(sent(), "thumbMoved") << "reported all the same";
+    driver_.release();
+    EXPECT_EQ(sent(), "thumbReleased");
+
+    ThumbSettings thumb{0.25, 0.5};
+    bar->setNewWidgetValue(thumb, eRedrawYes);
+    pressAt(bar, 56, 10);
+    moveIn(bar, 76, 10);
+    EXPECT_NEAR(bar->getThumbPos(), 0.35, 1e-9);
+    EXPECT_NEAR(bar->getThumbSize(), 0.3, 1e-9);
+    driver_.release();
+}
+
+TEST_F(ScrollBars, DisablingOrHidingEndsADragSilently) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    for (int how = 0; how < 3; ++how) {
+        bar->setThumbPos(0.25);
+        pressAt(bar, 70, 10);
+        if (how == 0) bar->setActive(false);
+        if (how == 1) bar->setVisible(false);
+        if (how == 2) root_->setVisible(false);
+        root_->setVisible(true);
+        bar->setVisible(true);
+        bar->setActive(true);
+        driver_.settle();
+        driver_.release();
+        moveIn(bar, 120, 10);
+        EXPECT_EQ(bar->getThumbPos(), 0.25) << how;
+        EXPECT_FALSE(bar->isDragging()) << how;
+        EXPECT_EQ(sent(), "") << how;
+    }
+    listen(bar);
+    onReport_ = [&] { bar->setActive(false); };
+    pressAt(bar, 200, 10);
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u) << "disabled by the first page: no second one";
+    driver_.release();
+    EXPECT_THAT(heard_, ElementsAre(0));
+}
+
+TEST_F(ScrollBars, TheReleaseIsReportedBeforeTheDragEndsAndTheHandlerMaySetTheBar) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    listen(bar);
+    bool wasDragging = false;
+    onReport_ = [&] {
+        if (heard_.back() != ScrollBar::thumbReleased) return;
+        wasDragging = bar->isDragging();
+        bar->setThumbPos(0.1);
+        bar->setActive(false);
+    };
+    pressAt(bar, 70, 10);
+    driver_.release();
+    EXPECT_TRUE(wasDragging);
+    EXPECT_FALSE(bar->isDragging());
+    EXPECT_EQ(bar->getThumbPos(), 0.1);
+    EXPECT_THAT(heard_, ElementsAre(1));
+    EXPECT_EQ(sent(), "") << "the listener hears it instead of the parent";
+}
+
+TEST_F(ScrollBars, TheThumbIsBoundToDataBothWays) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    Qv::Ptr<ThumbAdaptor> const adaptor(new ThumbAdaptor);
+    bar->setDataAdaptor(adaptor);
+    pressAt(bar, 70, 10);
+    moveIn(bar, 80, 10);
+    moveIn(bar, 90, 10);
+    driver_.release();
+    EXPECT_THAT(adaptor->log, ElementsAre("300 0", "350 1", "350 2"));
+    adaptor->onRequest = [] { return false; };
+    pressAt(bar, 200, 10);
+    driver_.release();
+    EXPECT_EQ(adaptor->log.back(), "600 3");
+    EXPECT_NEAR(bar->getThumbPos(), 0.35, 1e-9) << "refused: it goes back";
+
+    ValServer<ThumbSettings> server;
+    bar->setDataAdaptor(Qv::Ptr<ValAdaptorBase<ThumbSettings>>(new ValServerAdaptor<ThumbSettings>(server)));
+    server.updateAndNotify({0.1, 0.2});
+    EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.1, 0.2}));
+    pressAt(bar, 150, 10);
+    driver_.release();
+    EXPECT_NEAR(server.value().position, 0.3, 1e-9);
+}
+
+TEST_F(ScrollBars, EveryReportMayDestroyTheBar) {
+    struct Case {
+        char const* name;
+        int victimReport;
+        std::function<void(ScrollBar*)> act;
+    };
+    std::vector<Case> const cases{
+        {"wheel", 2, [&](ScrollBar* b) { driver_.wheel(b, 3); }},
+        {"page", 0, [&](ScrollBar* b) { pressAt(b, 170, 10); }},
+        {"drag", 0,
+         [&](ScrollBar* b) {
+             pressAt(b, 90, 10);
+             driver_.moveTo(b->globXYToScreenXY({100, 10}));
+         }},
+        {"release", 1, [&](ScrollBar* b) { pressAt(b, 90, 10); }},
+        {"escape", 0,
+         [&](ScrollBar* b) {
+             pressAt(b, 90, 10);
+             b->setThumbPos(0.5);
+             driver_.key(Key::escape);
+         }},
+        {"arrow", 5, [&](ScrollBar* b) { pressAt(b, 200, 10); }},
+    };
+    for (Case const& test : cases) {
+        for (int victim = 0; victim < 4; ++victim) {
+            auto* const panel = new Glob(300, 100);
+            root_->addChild(panel, BottomLeft(0, 0));
+            ScrollBar* const bar = add(eHorizontal, {0.25, 0.25}, false, true);
+            panel->addChild(bar, BottomLeft(20, 20));
+            driver_.settle();
+            listen(bar);
+            heard_.clear();
+            auto const kill = [&, target = victim % 2 == 0 ? static_cast<Glob*>(bar) : panel] {
+                onReport_ = nullptr;
+                destroy(target);
+            };
+            Qv::Ptr<ThumbAdaptor> const adaptor(new ThumbAdaptor);
+            if (victim < 2)
+                onReport_ = kill;
+            else
+                adaptor->onRequest = [&] { return kill(), true; };
+            if (victim >= 2) bar->setDataAdaptor(adaptor);
+            IdStamp const stamp = bar->idStamp();
+            test.act(bar);
+            driver_.release();
+            driver_.settle();
+            driver_.advance(400);
+            if (victim < 2) {
+                EXPECT_THAT(heard_, ElementsAre(test.victimReport)) << test.name;
+            }
+            bool const dataIsTold = victim < 2 || test.victimReport == 0;
+            EXPECT_EQ(EventHandler::valid(bar, stamp), !dataIsTold) << test.name;
+            EXPECT_EQ(EventSystem::live().timers.size(), 0u) << test.name;
+            onReport_ = nullptr;
+            if (EventHandler::valid(bar, stamp)) destroy(panel);
+            driver_.moveTo({5, 5});
+        }
+    }
+    // In the second page.
+    ScrollBar* const bar = add(eHorizontal, {0, 0.1});
+    listen(bar);
+    heard_.clear();
+    onReport_ = [&] {
+        if (heard_.size() == 2) destroy(bar);
+    };
+    pressAt(bar, 150, 10);
+    driver_.advance(1000);
+    EXPECT_EQ(heard_.size(), 2u);
+    driver_.release();
+}
+
+TEST_F(ScrollBars, ItsStateCanBeSeenInBothThemes) {
+    for (eTheme const theme : {eThemeDark, eThemeLight}) {
+        Palette::setCurrentTheme(theme);
+        ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+        driver_.moveTo({5, 5});
+        XY<int> const inThumb{80, 8};
+        auto const look = [&] {
+            driver_.settle();
+            return driver_.pixel(bar, inThumb);
+        };
+        std::uint32_t const atRest = look();
+        EXPECT_NE(atRest, driver_.pixel(bar, {150, 8})) << "thumb and track";
+        EXPECT_GE(contrastRatio(Colour::fromLong(driver_.pixel(bar, {80, 4})),
+                                Colour::fromLong(driver_.pixel(bar, {150, 8}))),
+                  3.0)
+            << "its edge";
+        moveIn(bar, 70, 10);
+        std::uint32_t const hovered = look();
+        EXPECT_NE(hovered, atRest);
+        driver_.press();
+        EXPECT_NE(look(), hovered);
+        EXPECT_NE(look(), atRest);
+        driver_.release();
+        driver_.moveTo({5, 5});
+        EXPECT_EQ(look(), atRest);
+        bar->setActive(false);
+        EXPECT_NE(look(), atRest);
+        bar->setActive(true);
+        bar->setThumbPos(0.75);
+        EXPECT_NE(look(), atRest) << "it has gone from there";
+        EXPECT_EQ(driver_.pixel(bar, {180, 8}), atRest);
+        EXPECT_EQ(Driver::describe(*bar).role, "scrollbar");
+        EXPECT_EQ(Driver::describe(*bar).value, L"0.75");
+        destroy(bar);
+    }
+    Palette::setCurrentTheme(eThemeDark);
+}
+
+} // namespace
+} // namespace wainscot
