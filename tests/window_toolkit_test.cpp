@@ -139,8 +139,10 @@ TEST_F(WindowToolkit, ATipComesWhereThePointerRestsAndGoesWithAPress) {
     open("pointer");
     XY<int> const shape = inWindow(240, 42);
     XY<int> const below = shape + XY<int>{6, 26};
-    ASSERT_TRUE(bench_.movePointer(shape));
+    XY<int> const face = inWindow(190, 42);
+    ASSERT_TRUE(waitUntil([&] { return bench_.colourAt(face) != bench_.colourAt(below); })) << "painted";
     std::uint32_t const without = bench_.colourAt(below);
+    ASSERT_TRUE(bench_.movePointer(shape));
     EXPECT_TRUE(waitUntil([&] { return bench_.colourAt(below) != without; }));
     EXPECT_TRUE(bench_.isActive(window_)) << "it takes no focus";
     ASSERT_TRUE(bench_.click());
