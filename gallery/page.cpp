@@ -19,6 +19,7 @@ std::span<Page const> pages() {
         {"dragging", L"Dragging", makeDraggingPage},
         {"panel", L"Panels", makePanelPage},
         {"buttons", L"Buttons", makeButtonsPage},
+        {"scroll", L"Scrolling", makeScrollPage},
         {"taborder", L"Tab order", makeTabOrderPage},
         {"binding", L"Value binding", makeBindingPage},
     };
