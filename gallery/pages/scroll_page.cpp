@@ -44,20 +44,19 @@ private:
     static unsigned short length() { return toSize16(2 * buttonSize().x); }
     template <class W>
     W* addAt(W* widget, int x, int row) {
-        int const rowHeight = UifStd::getButtonHeight() + UifStd::getRowGap();
-        addChild(widget, UserTopLeft(x, UifStd::getRowGap() + row * rowHeight));
+        addChild(widget, UserTopLeft(x, rowTop(row)));
         return widget;
     }
     ScrollBar* addBar(ThumbSettings thumb, int row) {
         ScrollBar::InitArgs args(eHorizontal, length());
         args.thumb = thumb;
         args.resizable = row == 3;
-        return addAt(new ScrollBar(args), UifStd::getRowGap(), row);
+        return addAt(new ScrollBar(args), cell(0), row);
     }
     Slider* addSlider(double value, int row) {
         Slider::InitArgs args(getPalette().button(), length());
         args.value = value;
-        auto* const slider = addAt(new Slider(args), UifStd::getRowGap(), row);
+        auto* const slider = addAt(new Slider(args), cell(0), row);
         stops_.push_back(std::make_unique<GlobTabStop>(*slider));
         addTabStop(*stops_.back());
         return slider;
