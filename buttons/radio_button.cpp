@@ -59,13 +59,13 @@ void radio_button::init(radio_set* set) {
     checkMessage();
     if (!set) return;
     set_ = set;
-    setStamp_ = set->radioSetLife().stamp();
+    setLife_ = LifeGuard(set->radioSetLife());
     std::uint32_t const added = set->addMember(*this);
     index_ = added == radio_set::refused ? -1 : static_cast<int>(added);
 }
 
 radio_set* radio_button::set() const {
-    return set_ && LifeGuard(&set_->radioSetLife(), setStamp_).alive() ? set_ : nullptr;
+    return set_ && setLife_.alive() ? set_ : nullptr;
 }
 
 void radio_button::setMessage(char const* message) {

@@ -66,7 +66,7 @@ private:
     void report(bool on);
 
     radio_set* set_ = nullptr;
-    IdStamp setStamp_;
+    LifeGuard setLife_{nullptr, IdStamp()};
     int index_ = -1;
 };
 

@@ -41,7 +41,9 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short length)
                lie == eVertical ? length : usualThickness()) {}
 
 ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short h)
-    : GlobCreationInfo(w, h), orientation(lie) {}
+    : GlobCreationInfo(w, h), orientation(lie) {
+    opaque = false;
+}
 
 ScrollBar::ScrollBar(InitArgs const& args)
     : StandardPanel(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),

@@ -53,7 +53,7 @@ public:
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
-        /// A bar of the usual thickness.
+        /// A bar of the usual thickness; behind its arrow buttons the ground shows what lies below.
         explicit InitArgs(Orientation lie = eVertical, unsigned short length = 0);
         InitArgs(Orientation lie, unsigned short w, unsigned short h);
 

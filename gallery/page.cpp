@@ -20,6 +20,7 @@ std::span<Page const> pages() {
         {"panel", L"Panels", makePanelPage},
         {"buttons", L"Buttons", makeButtonsPage},
         {"choices", L"Choices", makeChoicesPage},
+        {"scroll", L"Scrolling", makeScrollPage},
         {"taborder", L"Tab order", makeTabOrderPage},
         {"binding", L"Value binding", makeBindingPage},
     };

@@ -30,11 +30,11 @@ public:
 
 protected:
     void say(LightweightString<wchar_t> const& line) const { log_(line); }
-
-private:
+    /// Where a column begins, from the left, and a row, from above.
     static int cell(int column);
     static int rowTop(int row);
 
+private:
     LogLine log_;
 };
 

@@ -1,0 +1,87 @@
+#include "containers/scroll_bar.h"
+#include "containers/slider.h"
+#include "foundation/glob_tab_stop.h"
+#include "gallery/pages/cell_panel.h"
+
+namespace wainscot::gallery {
+
+namespace {
+
+constexpr double arrowStep = 0.05;
+
+/// Scroll bars and sliders in all their looks. The page is the owner that bars need: it answers arrow buttons
+/// and wheel by setting the thumb.
+class ScrollPage : public CellPanel {
+public:
+    ScrollPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
+        addNote(L"scroll bar", 0, 0);
+        addBar({0.2, 0.3}, 1);
+        addNote(L"zoom bar", 0, 2);
+        addBar({0.3, 0.4}, 3)->setName("zoom");
+        addNote(L"disabled", 0, 4);
+        addBar({0.2, 0.3}, 5)->setActive(false);
+        addNote(L"much to scroll", 0, 6);
+        addBar({0.5, 0.005}, 7);
+        addNote(L"slider", 0, 8);
+        addSlider(0.4, 9);
+        addNote(L"points of interest", 0, 10);
+        addSlider(0.8, 11)->setPointsOfInterest(
+            {{0.25, getPalette().warning()}, {0.5, getPalette().mark(eMarkFocus)}});
+        addTallBars();
+    }
+
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
+        auto* const bar = dynamic_cast<ScrollBar*>(sender);
+        if (bar && (name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg))
+            bar->setThumbPosDelta(-arrowStep);
+        if (bar && (name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg))
+            bar->setThumbPosDelta(arrowStep);
+        CellPanel::handleMessageEvent(name, sender);
+        return 1;
+    }
+
+private:
+    static unsigned short length() { return toSize16(2 * buttonSize().x); }
+    template <class W>
+    W* addAt(W* widget, int x, int row) {
+        addChild(widget, UserTopLeft(x, rowTop(row)));
+        return widget;
+    }
+    ScrollBar* addBar(ThumbSettings thumb, int row) {
+        ScrollBar::InitArgs args(eHorizontal, length());
+        args.thumb = thumb;
+        args.resizable = row == 3;
+        return addAt(new ScrollBar(args), cell(0), row);
+    }
+    Slider* addSlider(double value, int row) {
+        Slider::InitArgs args(getPalette().button(), length());
+        args.value = value;
+        auto* const slider = addAt(new Slider(args), cell(0), row);
+        stops_.push_back(std::make_unique<GlobTabStop>(*slider));
+        addTabStop(*stops_.back());
+        return slider;
+    }
+    void addTallBars() {
+        int x = length() + 2 * UifStd::getButtonHeight();
+        for (double const size : {0.6, 0.2, 0.01, 1.0}) {
+            ScrollBar::InitArgs args(eVertical, length());
+            args.thumb = {0.1, size};
+            args.resizable = size > 0.5;
+            addAt(new ScrollBar(args), x, 1);
+            x += 2 * ScrollBar::thickness();
+        }
+        Slider::InitArgs args(getPalette().button(), length(), eVertical);
+        args.value = 0.7;
+        addAt(new Slider(args), x, 1);
+    }
+
+    std::vector<std::unique_ptr<GlobTabStop>> stops_;
+};
+
+} // namespace
+
+std::unique_ptr<Glob> makeScrollPage(XY<int> size, LogLine log) {
+    return std::make_unique<ScrollPage>(size, std::move(log));
+}
+
+} // namespace wainscot::gallery
