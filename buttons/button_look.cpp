@@ -41,7 +41,7 @@ void readPreferences() {
 
 Colour faceColour(Face const& face, Palette const& palette) {
     if (!face.isActive) return Colour::mix(face.colour, palette.window(eWindowNormal), inactiveShare);
-    if (face.isDown) return palette.scale(face.colour, downFactor);
+    if (face.isDown) return Colour::scale(face.colour, downFactor);
     return face.isHovered ? palette.scale(face.colour, hoverFactor) : face.colour;
 }
 
