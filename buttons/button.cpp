@@ -265,7 +265,9 @@ void Button::handleTabStopFocusLoss() {
 
 void Button::handleKbdFocus() {
     makeDirty();
+    LifeGuard const life = guard();
     describeChanged(DescriptionChange::state);
+    if (!life.alive()) return;
     if (get_kbd_focus() == this && !isTabStopFocus()) setTabStopFocus();
 }
 

@@ -189,7 +189,9 @@ void Checkbox::handleTabStopFocusLoss() {
 
 void Checkbox::handleKbdFocus() {
     makeDirty();
+    LifeGuard const life = guard();
     describeChanged(DescriptionChange::state);
+    if (!life.alive()) return;
     if (get_kbd_focus() == this && !isTabStopFocus()) setTabStopFocus();
 }
 
