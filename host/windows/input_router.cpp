@@ -42,6 +42,12 @@ Glob* shownOrNull(Glob* glob) {
     return glob && glob->isShown() ? glob : nullptr;
 }
 
+/// The number of the command that a key runs; `CommandMap::none` when it runs none.
+unsigned long boundCommand(std::uint32_t key) {
+    LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key);
+    return command.empty() ? CommandMap::none : CommandMap::instance().findCommand(command.c_str());
+}
+
 bool isReturnOrSpace(std::uint32_t code) {
     return Key::base(code) == Key::enter || Key::base(code) == Key::space;
 }
@@ -405,12 +411,10 @@ bool InputRouter::runTransportCommand(Event const& key) {
     if (!isKeyPressEvent(key)) return false;
     Glob const* const holder = keyTarget();
     if (windows_.popUps().isOpen() || (holder && holder->textCaret())) return false;
-    LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key.keyCode());
-    CommandMap& commands = CommandMap::instance();
-    unsigned long const number = command.empty() ? CommandMap::none : commands.findCommand(command.c_str());
-    CommandMapRec const* const known = commands.getCommand(number);
+    unsigned long const number = boundCommand(key.keyCode());
+    CommandMapRec const* const known = CommandMap::instance().getCommand(number);
     if (!known || !known->isTransport()) return false;
-    commands.callCommand(number, Cmd::Context());
+    CommandMap::instance().callCommand(number, Cmd::Context());
     return true;
 }
 
@@ -432,9 +436,7 @@ bool InputRouter::sendClipboardMessage(std::uint32_t key) {
 
 /// Keys that are bound to commands run them when nobody else wanted the key.
 void InputRouter::runBoundCommand(std::uint32_t key) {
-    LightweightString<char> const command = KeybindingManager::instance().getCommandForKey(key);
-    if (command.empty()) return;
-    unsigned long const number = CommandMap::instance().findCommand(command.c_str());
+    unsigned long const number = boundCommand(key);
     if (number != CommandMap::none) CommandMap::instance().callCommand(number, Cmd::Context());
 }
 
