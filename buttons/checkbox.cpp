@@ -227,13 +227,12 @@ int Checkbox::calcWidth(UIString const& label, Border::eType border, eAppearance
     Glib::FontDesc font = UifStd::getFont();
     if (bold) font.style |= Glib::eFontBold;
     LightweightString<wchar_t> const text = label.text();
-    int const textWidth =
-        text.isEmpty() ? 0 : UifStd::getIndentWidth() + Glib::loadFont(font)->textWidth(text);
-    return 2 * (UifStd::getWidgetGap() + Border::calcSize(border)) + tickSide() + textWidth;
+    int const textWidth = text.isEmpty() ? 0 : UifStd::getWidgetGap() + Glib::loadFont(font)->textWidth(text);
+    return 2 * (UifStd::getIndentWidth() + Border::calcSize(border)) + tickSide() + textWidth;
 }
 
 IntBox Checkbox::getTickExtents() const {
-    int const inset = UifStd::getWidgetGap() + getBorder().getSize();
+    int const inset = UifStd::getIndentWidth() + getBorder().getSize();
     int const side = std::clamp(tickSide(), 1, std::max(height(), 1));
     return IntBox::sized({inset, (height() - side) / 2}, {side, side});
 }
@@ -315,7 +314,7 @@ LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {
 
 void Checkbox::drawText() {
     Qv::Ptr<iFont> const font = Glib::loadFont(font_);
-    XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getIndentWidth(),
+    XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getWidgetGap(),
                                                               getFontYOffset(height(), font)};
     CanvasRenderer renderer(canvas(), canvasArea());
     renderer.renderPrimitive(Glib::TextDescription(fittedLabel(), place, font, getTextColour()));

@@ -81,6 +81,16 @@ struct Script::Command {
 
 namespace {
 
+/// Place and size from the window's upper left corner.
+Text placeInWindow(Glob& glob) {
+    IntBox const box = glob.screenBox();
+    IntBox const window = Glob::getRootParent(&glob)->screenBox();
+    Text line = "place";
+    for (int const measure : {box.x1 - window.x1, window.y2 - box.y2, box.width(), box.height()})
+        line += " " + number(measure);
+    return line + "\n";
+}
+
 Text outcome(Driver const& driver, bool done) {
     if (done) return {};
     return driver.problem().empty() ? Text("it cannot be done") : driver.problem();
@@ -195,6 +205,13 @@ std::span<Script::Command const> Script::commands() {
              return s.onWindow(w, [&](Glob& root) { return s.driver_.snapshot(&root, path); });
          }},
         {"expect", "ROLE \"NAME\"", [](S& s, W& w) { return s.widget(w) ? Text() : w.problem; }},
+        {"place", "ROLE \"NAME\"",
+         [](S& s, W& w) {
+             return s.onWidget(w, [&](Glob& glob) {
+                 s.print_(placeInWindow(glob));
+                 return true;
+             });
+         }},
         {"resize", "W H",
          [](S& s, W& w) {
              int const width = w.takeNumber("W");

@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using enum StandardPanel::StandardWidgetFlags;
 
-constexpr int B = 24, I = 6, edge = 4; // the standard metrics
+constexpr int B = 24, I = 4, edge = 4; // the standard metrics
 
 /// A panel that writes down what it hears, answers as told, and can die of each of its handlers.
 class ProbePanel : public StandardPanel {
@@ -186,7 +186,7 @@ TEST_F(Panel, AnEmptyPanelHasNoAreaAndDoesNoHarm) {
             EXPECT_GE(panel->getUserArea().width(), 0);
             EXPECT_GE(panel->getUserArea().height(), 0);
             EXPECT_EQ(panel->calcMaxTitleWidgetWidth(),
-                      std::max(0, size.x - 2 * panel->getBorder().getSize() - 12 - 96));
+                      std::max(0, size.x - 2 * panel->getBorder().getSize() - 2 * I - 4 * B));
             driver_.clickAt(panel->globXYToScreenXY({0, 0}));
             delete panel;
         }

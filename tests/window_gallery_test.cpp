@@ -1,4 +1,4 @@
-#include "tests/window_bench.h"
+#include "tests/gallery_window.h"
 
 #include <gmock/gmock.h>
 
@@ -9,45 +9,23 @@ using testing::HasSubstr;
 
 namespace {
 
-/// The gallery in a real window, with a real pointer and real keys. Places in the page are those of the
-/// labels of its first page, from the window's upper-left corner.
-class WindowGallery : public testing::Test {
+/// The gallery's first page in a real window.
+class WindowGallery : public GalleryWindow {
 protected:
-    static constexpr XY<int> plain{250, 96};
-    static constexpr XY<int> destroysItself{400, 96};
-    static constexpr XY<int> destroysTheWindow{696, 200};
-    static constexpr XY<int> nowhere{900, 300};
-
     void SetUp() override {
-        ASSERT_EQ(bench_.problem(), "");
-        gallery_ = bench_.start({"wainscot-gallery", "--echo", "--desktop"});
-        window_ = bench_.findWindow("Wainscot gallery");
-        ASSERT_NE(window_, 0u) << bench_.errors();
-        ASSERT_TRUE(bench_.waitForColour(window_, destroysItself + XY<int>(-70, 0), faceColour));
+        GalleryWindow::SetUp();
+        open("globs");
         ASSERT_TRUE(bench_.movePointer(at(nowhere)));
     }
-    void TearDown() override {
-        if (HasFailure())
-            std::printf("unread lines:\n%serrors:\n%s\n", gallery_->unreadLines().c_str(),
-                        bench_.errors().c_str());
-    }
 
-    XY<int> at(XY<int> place) { return bench_.placeOf(window_) + place; }
-    void expectLines(std::vector<std::string> const& lines) {
-        for (std::string const& line : lines) EXPECT_FALSE(gallery_->waitForLine(line).empty()) << line;
-    }
-    static constexpr std::uint32_t faceColour = 0x44474D;
-
-    WindowBench bench_;
-    std::unique_ptr<ChildProcess> gallery_;
-    WindowBench::WindowId window_ = 0;
+    static constexpr XY<int> nowhere{900, 450};
+    std::string const plain_ = "label \"Plain\"";
 };
 
 } // namespace
 
 TEST_F(WindowGallery, APressReachesItsWidgetAndItsMessageTheOwner) {
-    bench_.movePointer(at(plain));
-    bench_.click();
+    clickOn(plain_);
     expectLines({"entered  Plain", "focused  Plain", "pressed  Plain", "released  Plain", "clicked  Plain"});
     bench_.key({"Tab"});
     expectLines({"unfocused  Plain", "focused  Destroys itself"});
@@ -58,29 +36,26 @@ TEST_F(WindowGallery, APressReachesItsWidgetAndItsMessageTheOwner) {
 }
 
 TEST_F(WindowGallery, APressIsHeldOutOfTheWindowAndBack) {
-    bench_.movePointer(at(plain));
-    bench_.pressButton();
+    XY<int> const plain = middleOf(plain_);
+    pressAt(plain);
     expectLines({"pressed  Plain"});
-    bench_.glidePointer(at(plain), XY<int>(3, 3));
+    bench_.glidePointer(plain, XY<int>(3, 3));
     expectLines({"left  Plain"});
     bench_.releaseButton();
     expectLines({"released  Plain"});
-    bench_.movePointer(at(plain));
-    bench_.pressButton();
-    bench_.glidePointer(at(plain), at(nowhere));
-    bench_.glidePointer(at(nowhere), at(plain));
+    pressAt(plain);
+    bench_.glidePointer(plain, at(nowhere));
+    bench_.glidePointer(at(nowhere), plain);
     bench_.releaseButton();
-    std::string const click = gallery_->waitForLine("clicked");
-    EXPECT_EQ(click, "clicked  Plain") << "the first release was outside";
+    EXPECT_EQ(next("clicked"), "clicked  Plain") << "the first release was outside";
 }
 
 TEST_F(WindowGallery, HandlersDestroyTheirWidgetAndTheWindow) {
-    bench_.movePointer(at(destroysItself));
-    bench_.click();
+    XY<int> const destroysItself = areaOf("label \"Destroys itself\"").middle();
+    clickAt(at(destroysItself));
     expectLines({"clicked  (sender has gone)"});
     EXPECT_TRUE(bench_.waitForColour(window_, destroysItself, 0x313337)) << "the page shows where it was";
-    bench_.movePointer(at(destroysTheWindow));
-    bench_.click();
+    clickOn("label \"Destroys the window\"");
     EXPECT_EQ(gallery_->waitForExit(), 0);
 }
 
@@ -98,7 +73,7 @@ TEST_F(WindowGallery, TheContentsFollowTheWindowsSizeAndItClosesByItsButton) {
 }
 
 TEST_F(WindowGallery, AtRestItDoesNotWakeUp) {
-    bench_.movePointer(at(plain));
+    bench_.movePointer(middleOf(plain_));
     expectLines({"entered  Plain"});
     // Whatever the window manager still has to say is over when nothing was heard for a while.
     long before = gallery_->wakeUps();

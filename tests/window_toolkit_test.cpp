@@ -1,4 +1,4 @@
-#include "tests/window_bench.h"
+#include "tests/gallery_window.h"
 
 #include <gmock/gmock.h>
 
@@ -16,30 +16,12 @@ int millisecondsIn(std::string const& line) {
     return at == std::string::npos ? -1 : std::atoi(line.c_str() + at + 6);
 }
 
-/// The gallery in a real window, used with the real pointer and keys.
-class WindowToolkit : public testing::Test {
+/// What the widgets of the gallery do in a real window.
+class WindowToolkit : public GalleryWindow {
 protected:
-    void SetUp() override { ASSERT_EQ(bench_.problem(), ""); }
-    void TearDown() override {
-        if (HasFailure() && gallery_)
-            std::printf("unread lines:\n%serrors:\n%s\n", gallery_->unreadLines().c_str(),
-                        bench_.errors().c_str());
-    }
-
-    void open(std::string const& page, std::vector<std::string> const& more = {}) {
-        std::vector<std::string> words{"wainscot-gallery", "--echo",  "--desktop", "--page", page,
-                                       "--size",           "1000x700"};
-        words.insert(words.end(), more.begin(), more.end());
-        gallery_ = bench_.start(words);
-        window_ = bench_.findWindow("Wainscot gallery");
-        ASSERT_NE(window_, 0u);
-        ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
-        ASSERT_TRUE(bench_.waitForColour(window_, {4, 4}, bench_.colourAt(inWindow(4, 4))));
-    }
     /// Holds the repeating box until it has reported six times.
     void expectRepeats() {
-        ASSERT_TRUE(bench_.movePointer(inWindow(repeatBox.x, repeatBox.y)));
-        ASSERT_TRUE(bench_.pressButton());
+        pressAt(middleOf("text \"Hold: counts after 0.3 s, then every 0.1 s\""));
         int const first = millisecondsIn(next("repeat 1 "));
         int const sixth = millisecondsIn(next("repeat 6 "));
         ASSERT_TRUE(bench_.releaseButton());
@@ -50,29 +32,15 @@ protected:
         EXPECT_LE(sixth - first, 12000);
         std::printf("first repeat after %d ms, the next five after %d ms each\n", first, (sixth - first) / 5);
     }
-    XY<int> inWindow(int x, int y) { return bench_.placeOf(window_) + XY<int>{x, y}; }
-    void clickAt(int x, int y) {
-        ASSERT_TRUE(bench_.movePointer(inWindow(x, y)));
-        ASSERT_TRUE(bench_.click());
-    }
-    std::string next(std::string_view line) { return gallery_->waitForLine(line); }
 
-    // Places in a window of that size, from its upper left corner.
-    static constexpr XY<int> apply{240, 72};
-    static constexpr XY<int> press{372, 144};
-    static constexpr XY<int> hold{636, 144};
-    static constexpr XY<int> repeatBox{370, 320};
-
-    WindowBench bench_;
-    std::unique_ptr<ChildProcess> gallery_;
-    WindowBench::WindowId window_ = 0;
+    std::string const apply_ = "button \"Apply\"";
 };
 
 } // namespace
 
 TEST_F(WindowToolkit, ButtonsAreClickedTabbedToAndPressedByKeys) {
     open("buttons");
-    clickAt(apply.x, apply.y);
+    clickOn(apply_);
     EXPECT_FALSE(next("Apply  sends  clicked").empty());
     ASSERT_TRUE(bench_.key({"space"}));
     EXPECT_FALSE(next("Apply  sends  clicked").empty()) << "the click made it the current stop";
@@ -86,21 +54,20 @@ TEST_F(WindowToolkit, ButtonsAreClickedTabbedToAndPressedByKeys) {
 
 TEST_F(WindowToolkit, SlidingOffReleasesAndBackPressesAgain) {
     open("buttons");
-    ASSERT_TRUE(bench_.movePointer(inWindow(apply.x, apply.y)));
-    ASSERT_TRUE(bench_.pressButton());
-    XY<int> const face = inWindow(apply.x - 50, apply.y + 3);
-    ASSERT_TRUE(bench_.movePointer(inWindow(apply.x, apply.y + 100)));
+    Area const apply = areaOf(apply_);
+    XY<int> const outside = at(apply.middle() + XY<int>{0, 100});
+    XY<int> const face = at(apply.corner + XY<int>{10, 15});
+    pressAt(at(apply.middle()));
+    ASSERT_TRUE(bench_.movePointer(outside));
     ASSERT_TRUE(bench_.releaseButton());
-    clickAt(press.x, press.y);
+    clickOn("button \"Press\"");
     EXPECT_FALSE(next("Press  sends  pressed").empty());
-    for (std::string const& line : gallery_->lines())
-        EXPECT_THAT(line, testing::Not(HasSubstr("Apply"))) << "released outside";
-    ASSERT_TRUE(bench_.movePointer(inWindow(apply.x, apply.y)));
-    ASSERT_TRUE(bench_.pressButton());
+    expectNothingOf("Apply");
+    pressAt(at(apply.middle()));
     std::uint32_t const down = bench_.colourAt(face);
-    ASSERT_TRUE(bench_.movePointer(inWindow(apply.x, apply.y + 100)));
+    ASSERT_TRUE(bench_.movePointer(outside));
     EXPECT_TRUE(waitUntil([&] { return bench_.colourAt(face) != down; }));
-    ASSERT_TRUE(bench_.movePointer(inWindow(apply.x, apply.y)));
+    ASSERT_TRUE(bench_.movePointer(at(apply.middle())));
     EXPECT_TRUE(bench_.waitForColour(face, down));
     ASSERT_TRUE(bench_.releaseButton());
     EXPECT_FALSE(next("Apply  sends  clicked").empty());
@@ -116,14 +83,13 @@ TEST_F(WindowToolkit, AHeldRepeaterKeepsItsTimes) {
 }
 
 TEST_F(WindowToolkit, ABusyThreadDoesNotHurryIt) {
-    open("pointer", {"--busy"});
+    open("pointer", {1000, 700}, {"--busy"});
     expectRepeats();
 }
 
 TEST_F(WindowToolkit, AHeldButtonReportsUntilItIsReleased) {
     open("buttons");
-    ASSERT_TRUE(bench_.movePointer(inWindow(hold.x, hold.y)));
-    ASSERT_TRUE(bench_.pressButton());
+    pressAt(middleOf("button \"Hold\""));
     for (int i = 0; i < 3; ++i) EXPECT_FALSE(next("Hold  sends  held").empty());
     ASSERT_TRUE(bench_.releaseButton());
     EXPECT_FALSE(next("Hold  sends  held").empty());
@@ -131,16 +97,16 @@ TEST_F(WindowToolkit, AHeldButtonReportsUntilItIsReleased) {
 
 TEST_F(WindowToolkit, ClosingByThePanelsOwnButton) {
     open("panel");
-    clickAt(424, 250);
-    EXPECT_FALSE(next("Floating  closes").empty());
+    // Three panels have one; the last in the page lies at the left.
+    clickOn("button \"Close\"");
+    EXPECT_FALSE(next("A dialogue with a long title  closes").empty());
 }
 
 TEST_F(WindowToolkit, ATipComesWhereThePointerRestsAndGoesWithAPress) {
     open("pointer");
-    XY<int> const shape = inWindow(240, 42);
-    XY<int> const below = shape + XY<int>{6, 26};
-    XY<int> const face = inWindow(190, 42);
-    ASSERT_TRUE(waitUntil([&] { return bench_.colourAt(face) != bench_.colourAt(below); })) << "painted";
+    Area const arrow = areaOf("label \"arrow\"");
+    XY<int> const shape = at(arrow.middle());
+    XY<int> const below = shape + XY<int>{6, 36};
     std::uint32_t const without = bench_.colourAt(below);
     ASSERT_TRUE(bench_.movePointer(shape));
     EXPECT_TRUE(waitUntil([&] { return bench_.colourAt(below) != without; }));
@@ -151,15 +117,14 @@ TEST_F(WindowToolkit, ATipComesWhereThePointerRestsAndGoesWithAPress) {
 
 TEST_F(WindowToolkit, ADragCrossesTheWindowAndNamesWhatItCarries) {
     open("dragging");
-    ASSERT_TRUE(bench_.movePointer(inWindow(240, 42)));
-    ASSERT_TRUE(bench_.pressButton());
-    ASSERT_TRUE(bench_.glidePointer(inWindow(240, 42), inWindow(300, 200)));
+    XY<int> const clip = middleOf("label \"Interview\"");
+    pressAt(clip);
+    ASSERT_TRUE(bench_.glidePointer(clip, middleOf("text \"Takes clips, and files from other programs\"")));
     ASSERT_TRUE(bench_.releaseButton());
     EXPECT_FALSE(next("dropped  Interview").empty());
     EXPECT_FALSE(next("Interview  was taken").empty());
-    ASSERT_TRUE(bench_.movePointer(inWindow(240, 42)));
-    ASSERT_TRUE(bench_.pressButton());
-    ASSERT_TRUE(bench_.glidePointer(inWindow(240, 42), inWindow(700, 200)));
+    pressAt(clip);
+    ASSERT_TRUE(bench_.glidePointer(clip, middleOf("text \"Takes markers, and files\"")));
     ASSERT_TRUE(bench_.key({"Escape"}));
     EXPECT_FALSE(next("Interview  came back").empty());
     ASSERT_TRUE(bench_.releaseButton());

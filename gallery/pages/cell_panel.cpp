@@ -26,7 +26,10 @@ int CellPanel::rowTop(int row) {
 }
 
 void CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row) {
-    addChild(std::make_unique<Caption>(text, Caption::Kind::note), UserTopLeft(cell(column), rowTop(row)));
+    auto note = std::make_unique<Caption>(text, Caption::Kind::note);
+    // Nearer to the row below, to which it belongs.
+    int const down = rowTop(row + 1) - note->height() - UifStd::getIndentWidth();
+    addChild(std::move(note), UserTopLeft(cell(column), down));
 }
 
 } // namespace wainscot::gallery

@@ -13,8 +13,8 @@ public:
     /// The measures before scaling; every one is taken as at least 1.
     struct Metrics {
         double buttonHeight = 24;
-        double widgetGap = 4;
-        double indentWidth = 6;
+        double widgetGap = 8;
+        double indentWidth = 4;
         double rowGap = 6;
         double border = 4;
         double tableRowHeight = 22;
