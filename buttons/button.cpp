@@ -1,6 +1,7 @@
 #include "buttons/button.h"
 
 #include "buttons/button_extras_p.h"
+#include "foundation/focus_stop.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
 #include "host/events/messages.h"
@@ -250,8 +251,7 @@ void Button::autoResize() {
 // Focus
 
 bool Button::isTabStopActive() {
-    // It may lie on a canvas that lives longer.
-    return isActive() && !isDying() && isShown() && canvas_is_mapped_to_root(canvas());
+    return FocusStop::canTake(*this);
 }
 
 void Button::handleTabStopFocusReceipt(eDirection) {
@@ -259,16 +259,11 @@ void Button::handleTabStopFocusReceipt(eDirection) {
 }
 
 void Button::handleTabStopFocusLoss() {
-    if (isReceivingTabStopFocus()) return;
-    if (get_kbd_focus() == this) set_kbd_focus(parent());
+    FocusStop::handleLoss(*this, *this);
 }
 
 void Button::handleKbdFocus() {
-    makeDirty();
-    LifeGuard const life = guard();
-    describeChanged(DescriptionChange::state);
-    if (!life.alive()) return;
-    if (get_kbd_focus() == this && !isTabStopFocus()) setTabStopFocus();
+    FocusStop::handleKbdFocus(*this, *this);
 }
 
 void Button::handleMouseContainment(bool inside) {

@@ -60,8 +60,9 @@ void Button::draw() {
 void Button::drawBackground() {
     if (style_ == eButtonFlat && !isDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawFace(renderer, {canvasArea(), getBackCol(), isDown(), isHovered(), isActive()},
-                         getPalette());
+    ButtonLook::Face const face{canvasArea(), getBackCol(), isDown(), isHovered(), isActive()};
+    ButtonLook::drawFace(renderer, face, getPalette());
+    if (isLatching() && isDown()) ButtonLook::drawLatchMark(renderer, face, getPalette());
 }
 
 void Button::drawBorder() {

@@ -4,6 +4,8 @@
 #include "host/drawing/uif_std.h"
 #include "host/services/preferences.h"
 
+#include <algorithm>
+
 namespace wainscot::ButtonLook {
 
 namespace {
@@ -55,6 +57,16 @@ void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette
 void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
     Colour const derived = Colour::scale(faceColour(face, palette), shadeFactor);
     Glib::drawRoundedRectOutline(renderer, face.edge ? *face.edge : derived, face.box, 1, radius());
+}
+
+/// A bar along the lower edge, so that what is latched does not merely look darker.
+void drawLatchMark(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
+    int const inset = static_cast<int>(UifStd::getCornerRadius()) + 1;
+    int const thickness = std::max(2, face.box.height() / 12);
+    IntBox const bar(face.box.x1 + inset, face.box.y1 + 2, face.box.x2 - inset, face.box.y1 + 2 + thickness);
+    if (bar.isEmpty() || face.box.height() < 4 * thickness) return;
+    Colour const colour = face.isActive ? palette.mark(eMarkFocus) : palette.text(eTextDisabled);
+    renderer.renderPrimitive(Glib::RectDescription(bar, colour));
 }
 
 void drawFocus(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) {

@@ -1,6 +1,8 @@
 #include "buttons/checkbox.h"
 
 #include "buttons/button_look.h"
+#include "buttons/choice_steps_p.h"
+#include "foundation/focus_stop.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
@@ -41,6 +43,8 @@ bool isToggleKey(Event const& event) {
 }
 
 } // namespace
+
+iCheckboxSet::~iCheckboxSet() = default;
 
 Checkbox* Checkbox::Change::checkbox() const {
     return EventHandler::valid(checkbox_, stamp_) ? checkbox_ : nullptr;
@@ -149,7 +153,13 @@ bool Checkbox::react(Event const& event) {
         requestToggleState();
         return true;
     }
+    if (set_ && isActive() && isKeyPressEvent(event) && reactToArrow(event)) return true;
     return StandardPanel::react(event);
+}
+
+bool Checkbox::reactToArrow(Event const& event) {
+    auto const direction = ChoiceSteps::directionOf(event.keyCode());
+    return direction && set_->stepFrom(*this, *direction);
 }
 
 bool Checkbox::reactToMouse(Event const& event) {
@@ -175,7 +185,7 @@ void Checkbox::handleMouseContainment(bool inside) {
 }
 
 bool Checkbox::isTabStopActive() {
-    return isActive() && isShown() && canvas_is_mapped_to_root(canvas());
+    return FocusStop::canTake(*this) && (!set_ || set_->isTabStop(*this));
 }
 
 void Checkbox::handleTabStopFocusReceipt(eDirection) {
@@ -183,16 +193,11 @@ void Checkbox::handleTabStopFocusReceipt(eDirection) {
 }
 
 void Checkbox::handleTabStopFocusLoss() {
-    if (isReceivingTabStopFocus()) return;
-    if (get_kbd_focus() == this) set_kbd_focus(parent());
+    FocusStop::handleLoss(*this, *this);
 }
 
 void Checkbox::handleKbdFocus() {
-    makeDirty();
-    LifeGuard const life = guard();
-    describeChanged(DescriptionChange::state);
-    if (!life.alive()) return;
-    if (get_kbd_focus() == this && !isTabStopFocus()) setTabStopFocus();
+    FocusStop::handleKbdFocus(*this, *this);
 }
 
 // Look
@@ -297,6 +302,7 @@ void Checkbox::drawTick(bool mixed) {
         renderer.renderPrimitive(Glib::RectDescription(bar, getTickColour()));
         return;
     }
+    if (appearance_ == roundTickBox && tickCharacter_ == 0) return drawDot(renderer, box);
     LightweightString<wchar_t> const tick =
         tickCharacter_ != 0
             ? LightweightString<wchar_t>(1, static_cast<wchar_t>(static_cast<unsigned char>(tickCharacter_)))
@@ -306,14 +312,19 @@ void Checkbox::drawTick(bool mixed) {
     renderer.renderPrimitive(Glib::TextDescription(tick, place, font, getTickColour(), eAlignCentre));
 }
 
+void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
+    IntBox const dot = box.inset(box.width() / 4);
+    Glib::drawRoundedRectFilled(renderer, getTickColour(), dot, static_cast<unsigned>(dot.width() / 2));
+}
+
 LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {
     int const room = width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
                      getBorder().getSize();
-    return Glib::fitTextToWidth(Glib::loadFont(font_), label_.text(), toSize16(room), wasCut);
+    return Glib::fitTextToWidth(Glib::loadFont(getTextFont()), label_.text(), toSize16(room), wasCut);
 }
 
 void Checkbox::drawText() {
-    Qv::Ptr<iFont> const font = Glib::loadFont(font_);
+    Qv::Ptr<iFont> const font = Glib::loadFont(getTextFont());
     XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getWidgetGap(),
                                                               getFontYOffset(height(), font)};
     CanvasRenderer renderer(canvas(), canvasArea());

@@ -7,8 +7,22 @@
 #include "host/drawing/image.h"
 
 #include <memory>
+#include <string_view>
 
 namespace wainscot {
+
+class Checkbox;
+
+/// A set of checkboxes of which one is chosen, as its members see it.
+class WAINSCOT_API iCheckboxSet {
+public:
+    virtual ~iCheckboxSet();
+    /// Whether Tab stops at this member; the set is one stop.
+    virtual bool isTabStop(Checkbox const& member) const = 0;
+    /// An arrow key was pressed on a member: chooses the next one that way (y downwards). Whether there was
+    /// any; everything may be gone then.
+    virtual bool stepFrom(Checkbox& member, XY<int> direction) = 0;
+};
 
 /// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is
 /// ticked.
@@ -24,7 +38,7 @@ public:
 
     enum eAppearance : unsigned char {
         tickBox = 0,
-        /// A box with round corners.
+        /// A round box with a dot, for members of sets.
         roundTickBox = 1,
         blueLight = 4,
         redLight = 5,
@@ -32,6 +46,10 @@ public:
     };
     /// On what a click toggles it. With any other value clicks do nothing.
     enum eMsgGeneration : unsigned char { onPress = 0, onRelease = 1, onNothing = 2 };
+
+    /// What it tells others. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"ticked", "clear", "callback", "user function",
+                                                             "adaptor"};
 
     using UserFunction = void (*)(Checkbox* checkbox, void* context);
 
@@ -89,6 +107,7 @@ public:
     /// Called instead of everything that a toggle does; null takes it away.
     void setUserFunction(UserFunction function, void* context);
     bool hasUserFunction() const { return userFunction_ != nullptr; }
+    void* getUserContext() const { return userContext_; }
     /// Told instead of the parent, with a `Change` as payload.
     void setCallback(WidgetCallback const& callback) { callback_ = callback.getCallback(); }
     /// Clicks pass through it when false.
@@ -96,6 +115,10 @@ public:
     /// Written by a set of which it is a member: another member is the chosen one.
     void setNotChosen(bool notChosen) { notChosen_ = notChosen; }
     bool isNotChosen() const { return notChosen_; }
+    /// The set of which it is a member, told by the set itself, which takes itself away before it dies; null
+    /// = none.
+    void setMembership(iCheckboxSet* set) { set_ = set; }
+    iCheckboxSet* getMembership() const { return set_; }
 
     // --- Look
     UIString const& getString() const { return label_; }
@@ -137,11 +160,14 @@ protected:
     virtual void drawTick(bool mixed);
     virtual Colour getTextColour() const;
     virtual Colour getTickColour() const;
+    virtual Glib::FontDesc getTextFont() const { return font_; }
     Qv::Ptr<Glib::Image> getLEDIcon() const;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
 
 private:
     bool reactToMouse(Event const& event);
+    bool reactToArrow(Event const& event);
+    void drawDot(CanvasRenderer& renderer, IntBox const& box);
     void tellParent();
     void tellWithChange();
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
@@ -152,6 +178,7 @@ private:
     WidgetCallback::Callback callback_;
     UserFunction userFunction_ = nullptr;
     void* userContext_ = nullptr;
+    iCheckboxSet* set_ = nullptr;
     std::unique_ptr<Colour> textColour_;
     eAppearance appearance_;
     eMsgGeneration generation_ = onPress;

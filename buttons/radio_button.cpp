@@ -1,5 +1,7 @@
 #include "buttons/radio_button.h"
 
+#include "buttons/choice_steps_p.h"
+#include "foundation/focus_stop.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/events/event.h"
@@ -13,9 +15,8 @@ namespace {
 constexpr LightweightString<char> onWord{"on"};
 constexpr LightweightString<char> offWord{"off"};
 
-int directionOf(std::uint32_t key) {
-    if (key == Key::right || key == Key::down) return 1;
-    return key == Key::left || key == Key::up ? -1 : 0;
+bool isUsable(Button const* button) {
+    return button && button->isActive() && button->isShown();
 }
 
 } // namespace
@@ -26,18 +27,13 @@ void radio_set::switchMember(Button& member, bool on, bool notify) {
     member.switchState(on ? buttonDown : buttonUp, notify);
 }
 
-int radio_set::nextActive(int from, int direction) const {
-    int const size = static_cast<int>(count());
-    for (int i = 1; i <= size; ++i) {
-        int const index = ((from + direction * i) % size + size) % size;
-        Button const* const button = member(index);
-        if (button && button->isActive() && button->isShown()) return index;
-    }
-    return -1;
+int radio_set::nextActive(int from, XY<int> direction) const {
+    return ChoiceSteps::next(from, direction, static_cast<int>(count()), 1,
+                             [this](int index) { return isUsable(member(index)); });
 }
 
 int radio_set::tabStopIndex() const {
-    return getCurrent() >= 0 ? getCurrent() : nextActive(-1, 1);
+    return isUsable(member(getCurrent())) ? getCurrent() : nextActive(-1, {1, 0});
 }
 
 radio_button::radio_button(InitArgs const& args) : Button(args) {
@@ -50,9 +46,7 @@ radio_button::radio_button(LightweightString<wchar_t> const& label, char const* 
     init(set);
 }
 
-radio_button::~radio_button() {
-    if (radio_set* const known = set()) known->forgetMember(*this);
-}
+radio_button::~radio_button() = default;
 
 void radio_button::init(radio_set* set) {
     setLatching(true, false);
@@ -104,20 +98,21 @@ bool radio_button::isTabStopActive() {
     return Button::isTabStopActive() && (!known || index_ < 0 || known->tabStopIndex() == index_);
 }
 
-bool radio_button::stepBy(int direction) {
+bool radio_button::stepBy(XY<int> direction) {
     radio_set* const known = set();
     int const next = known && index_ >= 0 ? known->nextActive(index_, direction) : -1;
     if (next < 0) return false;
     LifeGuard const life(known->radioSetLife());
     known->set_current(next, false);
     if (!life.alive()) return true;
-    if (Button* const chosen = known->member(next)) static_cast<TabOrderable*>(chosen)->setTabStopFocus();
+    if (Button* const chosen = known->member(next)) FocusStop::giveFocus(*chosen, *chosen);
     return true;
 }
 
 bool radio_button::react(Event const& event) {
-    bool const isArrow = isKeyPressEvent(event) && isActive() && directionOf(event.keyCode()) != 0;
-    if (isArrow && stepBy(directionOf(event.keyCode()))) return true;
+    auto const direction =
+        isActive() && isKeyPressEvent(event) ? ChoiceSteps::directionOf(event.keyCode()) : std::nullopt;
+    if (direction && stepBy(*direction)) return true;
     if (!mouse_left_event(event) || mouse_wheel_event(event)) return Button::react(event);
     if (!mouse_down_event(event)) return isActive() || Button::react(event);
     if (!isActive() || ignoresMouseClicks()) return Button::react(event);

@@ -12,12 +12,11 @@ class WAINSCOT_API radio_set final : public RadioSetBase<Button> {
 public:
     ~radio_set() override;
 
-    /// The chosen member, or the first active one when none is chosen: where Tab stops. -1 when there is
-    /// none.
+    /// Where Tab stops: the chosen member, or the first active one when that cannot be used or none is
+    /// chosen. -1 when there is none.
     int tabStopIndex() const;
-    /// The next active member from an index on, in that direction (1 or -1) and round the ends; -1 when there
-    /// is none.
-    int nextActive(int from, int direction) const;
+    /// The next active member from an index on, as arrow keys go; -1 when there is none.
+    int nextActive(int from, XY<int> direction) const;
 
 protected:
     void switchMember(Button& member, bool on, bool notify) override;
@@ -44,6 +43,9 @@ public:
                  unsigned short width, unsigned short height, bool opaque = true, Canvas* canvas = nullptr);
     ~radio_button() override;
 
+    /// What it tells its parent. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"on", "off"};
+
     /// -1 when the set had no room for it.
     int index() const { return index_; }
     /// Null when it has none, or that has gone.
@@ -62,7 +64,7 @@ public:
 private:
     void init(radio_set* set);
     void checkMessage() const;
-    bool stepBy(int direction);
+    bool stepBy(XY<int> direction);
     void report(bool on);
 
     radio_set* set_ = nullptr;

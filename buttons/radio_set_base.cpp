@@ -13,7 +13,7 @@ RadioSetBase<T>::~RadioSetBase() = default;
 template <class T>
 T* RadioSetBase<T>::member(int index) const {
     bool const exists = index >= 0 && static_cast<std::size_t>(index) < members_.size();
-    return exists ? members_[static_cast<std::size_t>(index)] : nullptr;
+    return exists ? members_[static_cast<std::size_t>(index)].get() : nullptr;
 }
 
 template <class T>
@@ -22,14 +22,15 @@ std::uint32_t RadioSetBase<T>::addMember(T& added) {
         vex_printf("RadioSetBase:: attempt to exceed max no of radio buttons");
         return refused;
     }
-    members_.push_back(&added);
+    members_.push_back(GlobRef<T>(&added));
     return static_cast<std::uint32_t>(members_.size() - 1);
 }
 
 template <class T>
-void RadioSetBase<T>::forgetMember(T const& gone) {
-    for (T*& slot : members_)
-        if (slot == &gone) slot = nullptr;
+void RadioSetBase<T>::removeMembers() {
+    members_.clear();
+    current_ = -1;
+    ++choice_;
 }
 
 template <class T>

@@ -2,7 +2,7 @@
 
 #include "buttons/button.h"
 #include "buttons/checkbox.h"
-#include "host/base/life.h"
+#include "host/objects/glob_ref.h"
 
 #include <cstdint>
 #include <vector>
@@ -34,17 +34,18 @@ public:
 
     /// Gives the member's index; `refused`, with a diagnostic, when there are too many.
     std::uint32_t addMember(T& member);
-    /// Its slot stays, empty; the others keep their indices.
-    void forgetMember(T const& member);
     LifeToken const& radioSetLife() const { return life_; }
 
 protected:
     /// What choosing and releasing a member means.
     virtual void switchMember(T& member, bool on, bool notify) = 0;
     void storeCurrent(int index) { current_ = index; }
+    /// Leaves the set without members and without a choice.
+    void removeMembers();
 
 private:
-    std::vector<T*> members_;
+    /// The slots of those that have died stay; the others keep their indices.
+    std::vector<GlobRef<T>> members_;
     int current_ = -1;
     /// Tells one choice from those made while it is being told.
     unsigned int choice_ = 0;

@@ -1,0 +1,47 @@
+#include "buttons/checkbox_group.h"
+
+#include "host/objects/description.h"
+
+namespace wainscot {
+
+CheckboxGroup::InitArgs::InitArgs(UIString const& heading, std::vector<UIString> texts, unsigned short w,
+                                  unsigned short h)
+    : CheckboxPanel::InitArgs(std::move(texts), w, h) {
+    title = heading;
+    border = Border::group;
+}
+
+CheckboxGroup::CheckboxGroup(InitArgs const& args) : CheckboxPanel(args) {
+    for (UIString const& label : args.labels) {
+        Checkbox::InitArgs boxArgs(label);
+        boxArgs.appearance = args.appearance;
+        addBox(std::make_unique<Checkbox>(boxArgs));
+    }
+    layOutBoxes();
+}
+
+CheckboxGroup::~CheckboxGroup() = default;
+
+bool CheckboxGroup::isTicked(int index) const {
+    Checkbox const* const box = getCheckbox(index);
+    return box && box->isTicked();
+}
+
+void CheckboxGroup::setTicked(int index, bool ticked) {
+    if (Checkbox* const box = getCheckbox(index)) box->setState(ticked);
+}
+
+int CheckboxGroup::handleMessageEvent(LightweightString<char> name, Glob* sender) {
+    int const index = name.startsWith(Checkbox::defaultPrefix.view()) ? indexOf(sender) : -1;
+    if (index < 0) return CheckboxPanel::handleMessageEvent(name, sender);
+    lastClicked_ = index;
+    sendMsg(parent(), clickedMsg.c_str());
+    return 1;
+}
+
+void CheckboxGroup::describe(GlobDescription& description) const {
+    CheckboxPanel::describe(description);
+    description.role = "group";
+}
+
+} // namespace wainscot

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "buttons/checkbox_panel.h"
+
+namespace wainscot {
+
+/// A framed panel of checkboxes that are ticked independently of each other.
+///
+/// Sends `clickedMsg` to its parent, queued, with this as sender, whenever the user has toggled one.
+class WAINSCOT_API CheckboxGroup : public CheckboxPanel {
+public:
+    static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
+
+    /// What it tells its parent. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"CheckboxGroupClicked"};
+
+    class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
+    public:
+        /// In a frame with the title on it.
+        InitArgs(UIString const& heading, std::vector<UIString> texts, unsigned short w = 0,
+                 unsigned short h = 0);
+    };
+
+    explicit CheckboxGroup(InitArgs const& args);
+    ~CheckboxGroup() override;
+
+    /// False for one that is not there.
+    bool isTicked(int index) const;
+    /// Nobody is told.
+    void setTicked(int index, bool ticked);
+    /// The one that the user toggled last; -1 = none yet.
+    int getLastClicked() const { return lastClicked_; }
+
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    int lastClicked_ = -1;
+};
+
+} // namespace wainscot

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "buttons/checkbox.h"
+#include "host/objects/glob_ref.h"
+
+#include <vector>
+
+namespace wainscot {
+
+/// A panel of checkboxes in rows and columns, which it owns; the base of groups and sets of them. Row by row,
+/// from the upper left corner.
+///
+/// It is no tab stop: whoever holds it adds its checkboxes to its own order, with `addTabStopsFrom`.
+class WAINSCOT_API CheckboxPanel : public StandardPanel, public TabOrderableHost {
+public:
+    /// A width or height of 0 becomes what the checkboxes need.
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        explicit InitArgs(std::vector<UIString> texts = {}, unsigned short w = 0, unsigned short h = 0);
+
+        std::vector<UIString> labels;
+        unsigned char columns = 1;
+        Checkbox::eAppearance appearance = Checkbox::tickBox;
+        Border::eType border = Border::none;
+        UIString title;
+        /// Leaves room for bold labels.
+        bool bold = false;
+    };
+
+    ~CheckboxPanel() override;
+
+    /// The height of so many rows, without border and title; a row height of 0 is that of a button.
+    static unsigned short calcHeightForRows(unsigned char rows, unsigned short rowHeight = 0);
+
+    /// Counts those that have died: the others keep their indices.
+    int getNumCheckboxes() const { return static_cast<int>(boxes_.size()); }
+    /// Null when it has died, and out of range.
+    Checkbox* getCheckbox(int index) const;
+    int getColumns() const { return columns_; }
+    void setAppearance(Checkbox::eAppearance appearance);
+
+    /// All checkboxes with it.
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setPalette(Palette const& palette) override;
+    void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
+    void reshape() override;
+    void handleLookChange() override;
+
+protected:
+    explicit CheckboxPanel(InitArgs const& args);
+    /// Takes it over as the last one.
+    void addBox(std::unique_ptr<Checkbox> box);
+    /// -1 for what is none of the checkboxes.
+    int indexOf(Glob const* glob) const;
+    void layOutBoxes();
+
+private:
+    static StandardPanel::InitArgs panelArgs(InitArgs const& args);
+
+    std::vector<GlobRef<Checkbox>> boxes_;
+    int columns_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,113 @@
+#include "buttons/checkbox_radio_set.h"
+
+#include "host/base/convert.h"
+#include "host/drawing/drawable.h"
+#include "host/objects/description.h"
+
+namespace wainscot {
+
+namespace {
+
+CheckboxRadioSet::InitArgs argsFor(std::vector<UIString> const& labels, Palette const& palette, int width,
+                                   int height, Canvas* canvas) {
+    CheckboxRadioSet::InitArgs args(labels, toSize16(width), toSize16(height));
+    args.palette = palette;
+    args.canvas = canvas;
+    return args;
+}
+
+} // namespace
+
+CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : CheckboxPanel(args), known_(args.selected) {
+    for (UIString const& label : args.labels) {
+        Checkbox::InitArgs boxArgs(label, static_cast<int>(numCheckboxes()) == args.selected);
+        boxArgs.appearance = args.appearance;
+        addBox(std::make_unique<RadioSetCheckbox>(boxArgs, *this));
+    }
+    setChoiceColumns(getColumns());
+    tickOnly(static_cast<unsigned int>(getWidgetValue()));
+    known_ = getWidgetValue();
+    layOutBoxes();
+}
+
+CheckboxRadioSet::CheckboxRadioSet(std::vector<UIString> const& labels, Palette const& palette, int width,
+                                   int height, Canvas* canvas)
+    : CheckboxRadioSet(argsFor(labels, palette, width, height, canvas)) {}
+
+CheckboxRadioSet::~CheckboxRadioSet() = default;
+
+// Value
+
+int CheckboxRadioSet::getWidgetValue() const {
+    unsigned int const index = getSelectedCheckbox();
+    return index == noCheckbox ? -1 : static_cast<int>(index);
+}
+
+void CheckboxRadioSet::setSelectedItem(int index) {
+    if (index == toSize16(index)) CheckboxRadioSetBase::setSelectedItem(toSize16(index));
+}
+
+void CheckboxRadioSet::setNewWidgetValue(int& index, eRedrawFlag redraw) {
+    LifeGuard const life = guard();
+    if (!getCheckbox(index)) index = -1;
+    known_ = index;
+    if (index == getWidgetValue()) return;
+    tickOnly(static_cast<unsigned int>(index));
+    if (life.alive() && redraw == eRedrawYes) makeDirty();
+}
+
+void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
+    int const wanted = getWidgetValue();
+    int const before = known_;
+    LifeGuard const life = guard();
+    known_ = wanted;
+    bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
+    if (!life.alive()) return;
+    if (!taken) {
+        int back = before;
+        if (getWidgetValue() == wanted) setNewWidgetValue(back, eRedrawYes);
+        return;
+    }
+    callMsg(parent(), selectionChangedMsg.c_str());
+}
+
+/// Members report to the set itself; this serves those whose user function was taken by somebody else.
+int CheckboxRadioSet::handleMessageEvent(LightweightString<char> name, Glob* sender) {
+    if (!name.startsWith(Checkbox::defaultPrefix.view()))
+        return CheckboxPanel::handleMessageEvent(name, sender);
+    LifeGuard const life = guard();
+    clearOther(sender);
+    if (life.alive()) callMsg(parent(), selectionChangedMsg.c_str());
+    return 1;
+}
+
+void CheckboxRadioSet::clearOther(Glob const* sender) {
+    for (int i = 0; i < getNumCheckboxes(); ++i) {
+        Checkbox* const box = getCheckbox(i);
+        if (!box || box == sender || !box->isTicked()) continue;
+        return box->setState(false);
+    }
+}
+
+// Look
+
+void CheckboxRadioSet::setBoldWhenTicked(bool bold) {
+    for (int i = 0; i < getNumCheckboxes(); ++i)
+        if (Checkbox* const box = getCheckbox(i))
+            static_cast<RadioSetCheckbox*>(box)->setBoldWhenTicked(bold);
+}
+
+void CheckboxRadioSet::setTextColourWhenTicked(Colour const& colour) {
+    for (int i = 0; i < getNumCheckboxes(); ++i)
+        if (Checkbox* const box = getCheckbox(i))
+            static_cast<RadioSetCheckbox*>(box)->setTextColourWhenTicked(colour);
+}
+
+void CheckboxRadioSet::describe(GlobDescription& description) const {
+    CheckboxPanel::describe(description);
+    description.role = "radiogroup";
+    Checkbox const* const chosen = getCheckbox(getWidgetValue());
+    if (chosen) description.value = chosen->getString().text();
+}
+
+} // namespace wainscot

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "buttons/checkbox_panel.h"
+#include "buttons/radio_set_checkbox.h"
+
+namespace wainscot {
+
+/// A panel of round checkboxes of which one is chosen. Its value is the index of the chosen one, counted row
+/// by row; -1 while none is.
+///
+/// A choice by the user goes to the adaptor; one that it refuses is taken back. Then the parent is called
+/// with `selectionChangedMsg`, with this as sender, during the click: it may destroy everything.
+class WAINSCOT_API CheckboxRadioSet : public CheckboxPanel,
+                                      public CheckboxRadioSetBase,
+                                      public ValWidget<int> {
+public:
+    static constexpr LightweightString<char> selectionChangedMsg{"CRSChanged"};
+
+    /// What it tells others. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"CRSChanged", "adaptor"};
+
+    class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
+    public:
+        using CheckboxPanel::InitArgs::InitArgs;
+        /// The one that is chosen at first; -1 = none.
+        int selected = -1;
+    };
+
+    explicit CheckboxRadioSet(InitArgs const& args);
+    /// In one column; a width or height of 0 becomes what the checkboxes need.
+    CheckboxRadioSet(std::vector<UIString> const& labels, Palette const& palette, int width, int height,
+                     Canvas* canvas);
+    ~CheckboxRadioSet() override;
+
+    /// As a click does, with all reports; nothing for the chosen one, and out of range.
+    void setSelectedItem(int index);
+    int getSelectedItem() const { return getWidgetValue(); }
+    int getWidgetValue() const override;
+    /// What is no index chooses none.
+    void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
+    void setEnabledState(bool enabled) override { setActive(enabled); }
+
+    void setBoldWhenTicked(bool bold);
+    void setTextColourWhenTicked(Colour const& colour);
+
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void describe(GlobDescription& description) const override;
+
+protected:
+    void handleCheckboxClick(Checkbox* clicked) override;
+
+private:
+    void clearOther(Glob const* sender);
+
+    /// The choice that was told last.
+    int known_ = -1;
+};
+
+} // namespace wainscot

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "buttons/checkbox.h"
+#include "host/objects/glob_ref.h"
+
+#include <vector>
+
+namespace wainscot {
+
+/// Keeps one of several checkboxes ticked: a click on one ticks it and clears all others, a click on the
+/// ticked one changes nothing. The checkboxes are not owned, and may die before it. None is ticked until one
+/// is clicked.
+class WAINSCOT_API CheckboxRadioSetBase : public iCheckboxSet {
+public:
+    /// The index of what is not there.
+    static constexpr unsigned int noCheckbox = 0xFFFFFFFF;
+
+    CheckboxRadioSetBase() = default;
+    CheckboxRadioSetBase(CheckboxRadioSetBase const&) = delete;
+    CheckboxRadioSetBase& operator=(CheckboxRadioSetBase const&) = delete;
+    /// Lets go of the checkboxes, which keep their state.
+    ~CheckboxRadioSetBase() override;
+
+    /// Takes the checkbox's user function for itself. Null is ignored.
+    void addCheckbox(Checkbox* checkbox);
+    /// Lets go of all checkboxes.
+    void clear();
+    /// `noCheckbox` when it is no member.
+    unsigned int findCheckbox(Checkbox const* checkbox) const;
+    /// Members that have died are counted: the others keep their indices.
+    unsigned int numCheckboxes() const { return static_cast<unsigned int>(members_.size()); }
+    /// Null for a member that has died, and out of range.
+    Checkbox* checkbox(unsigned int index) const;
+
+    /// The index of the first ticked member; `noCheckbox` when none is ticked.
+    unsigned int getSelectedCheckbox() const;
+    unsigned int getSelectedItem() const { return getSelectedCheckbox(); }
+    /// As a click does. Nothing from the number of members on.
+    void setSelectedItem(unsigned short index);
+
+    /// The user function of the members; `set` is a `CheckboxRadioSetBase`.
+    static void checkboxClickCallback(Checkbox* clicked, void* set);
+
+    // iCheckboxSet
+    bool isTabStop(Checkbox const& member) const override;
+    bool stepFrom(Checkbox& member, XY<int> direction) override;
+
+protected:
+    /// A member was clicked, and is ticked now. It may destroy everything. Does nothing here.
+    virtual void handleCheckboxClick(Checkbox* clicked);
+    /// How the members lie, for arrow keys.
+    void setChoiceColumns(int columns) { columns_ = columns; }
+    /// Ticks one member, or none at `noCheckbox`, and tells nobody. False when somebody who was shown it
+    /// destroyed the set, or chose otherwise.
+    bool tickOnly(unsigned int index);
+
+private:
+    void handleCheckboxClickInternal(Checkbox* clicked);
+    int nextUsable(int from, XY<int> direction) const;
+
+    std::vector<GlobRef<Checkbox>> members_;
+    int columns_ = 1;
+    /// Tells one choice from those made while it is being shown.
+    unsigned int choice_ = 0;
+    LifeToken life_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "buttons/radio_button.h"
+#include "foundation/standard_panel.h"
+#include "host/base/lightweight_vector.h"
+
+#include <optional>
+
+namespace wainscot {
+
+/// A panel of radio buttons made from a list of labels, side by side or one below the other, of equal size.
+///
+/// Calls its parent with `radioSetMessage()`, with this as sender, when the user has made a choice; the owner
+/// reads it with `getSelectedItem()`, and may destroy everything.
+///
+/// It is no tab stop: whoever holds it adds its buttons to its own order, with `addTabStopsFrom`.
+class WAINSCOT_API RadioSet : public StandardPanel, public TabOrderableHost {
+public:
+    /// What it tells its parent. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {"radio_set_message"};
+
+    /// A width or height of 0 becomes what the labels need.
+    class WAINSCOT_API InitArgs : public GlobCreationInfo {
+    public:
+        explicit InitArgs(Vector<LightweightString<wchar_t>> texts = {}, unsigned short w = 0,
+                          unsigned short h = 0);
+
+        Vector<LightweightString<wchar_t>> labels;
+        bool vertical = false;
+        /// The colour of the faces; nothing = that of the palette.
+        std::optional<Colour> faceColour;
+    };
+
+    explicit RadioSet(InitArgs const& args);
+    /// A colour of null is that of the palette.
+    RadioSet(Vector<LightweightString<wchar_t>> const& labels, Palette const& palette, int width, int height,
+             bool vertical, Canvas* canvas, Colour* faceColour);
+    ~RadioSet() override;
+
+    static LightweightString<char> radioSetMessage() { return "radio_set_message"; }
+
+    /// -1 when none is chosen.
+    int getSelectedItem() const { return set_.getCurrent(); }
+    /// Nobody is told. A negative index leaves none chosen; nothing happens out of range.
+    void setSelectedItem(int index) { set_.set_current(index, true); }
+    int getNumItems() const { return static_cast<int>(set_.count()); }
+    /// Null when it has died, and out of range.
+    Button* getButton(int index) const { return set_.member(index); }
+    bool isVertical() const { return vertical_; }
+
+    /// All buttons with it.
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setPalette(Palette const& palette) override;
+    void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
+    bool react(Event const& event) override;
+    void reshape() override;
+    void handleLookChange() override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    static StandardPanel::InitArgs panelArgs(InitArgs const& args);
+    bool isButton(Glob const* glob) const;
+    void layOutButtons();
+
+    radio_set set_;
+    bool vertical_;
+};
+
+} // namespace wainscot

@@ -1,0 +1,49 @@
+#include "buttons/radio_set_checkbox.h"
+
+#include "host/objects/description.h"
+
+namespace wainscot {
+
+namespace {
+
+Checkbox::InitArgs withDot(Checkbox::InitArgs args) {
+    if (args.appearance == Checkbox::tickBox) args.appearance = Checkbox::roundTickBox;
+    return args;
+}
+
+} // namespace
+
+RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args) : Checkbox(withDot(args)) {}
+
+RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set) : RadioSetCheckbox(args) {
+    set.addCheckbox(this);
+}
+
+RadioSetCheckbox::~RadioSetCheckbox() = default;
+
+void RadioSetCheckbox::setBoldWhenTicked(bool bold) {
+    boldWhenTicked_ = bold;
+    makeDirty();
+}
+
+void RadioSetCheckbox::setTextColourWhenTicked(Colour const& colour) {
+    colourWhenTicked_ = colour;
+    makeDirty();
+}
+
+Colour RadioSetCheckbox::getTextColour() const {
+    return colourWhenTicked_ && isTicked() && isActive() ? *colourWhenTicked_ : Checkbox::getTextColour();
+}
+
+Glib::FontDesc RadioSetCheckbox::getTextFont() const {
+    Glib::FontDesc font = Checkbox::getTextFont();
+    if (boldWhenTicked_ && isTicked()) font.style |= Glib::eFontBold;
+    return font;
+}
+
+void RadioSetCheckbox::describe(GlobDescription& description) const {
+    Checkbox::describe(description);
+    description.role = "radiobutton";
+}
+
+} // namespace wainscot

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "buttons/checkbox_radio_set_base.h"
+
+#include <optional>
+
+namespace wainscot {
+
+/// A member of a set of which one is chosen: a round box with a dot, whose label can be bold or of another
+/// colour while it is the chosen one. Arrow keys choose the next one that way.
+class WAINSCOT_API RadioSetCheckbox : public Checkbox {
+public:
+    explicit RadioSetCheckbox(InitArgs const& args);
+    /// A member of a set from the start.
+    RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set);
+    ~RadioSetCheckbox() override;
+
+    void setBoldWhenTicked(bool bold);
+    void setTextColourWhenTicked(Colour const& colour);
+
+    void describe(GlobDescription& description) const override;
+
+protected:
+    Colour getTextColour() const override;
+    Glib::FontDesc getTextFont() const override;
+
+private:
+    std::optional<Colour> colourWhenTicked_;
+    bool boldWhenTicked_ = false;
+};
+
+} // namespace wainscot

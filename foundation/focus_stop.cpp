@@ -1,0 +1,35 @@
+#include "foundation/focus_stop.h"
+
+#include "foundation/tab_orderable.h"
+#include "host/objects/description.h"
+#include "host/objects/glob.h"
+#include "host/objects/kbd_focus.h"
+
+namespace wainscot::FocusStop {
+
+bool canTake(Glob const& control) {
+    // It may lie on a canvas that lives longer.
+    return control.isActive() && !control.isDying() && control.isShown() &&
+           canvas_is_mapped_to_root(control.canvas());
+}
+
+void handleLoss(Glob& control, TabOrderable const& stop) {
+    // Then it is the loss that follows the receipt of a stop that was the current one already.
+    if (stop.isReceivingTabStopFocus()) return;
+    if (get_kbd_focus() == &control) set_kbd_focus(control.parent());
+}
+
+void handleKbdFocus(Glob& control, TabOrderable& stop) {
+    control.makeDirty();
+    LifeGuard const life = control.guard();
+    control.describeChanged(DescriptionChange::state);
+    if (!life.alive()) return;
+    if (get_kbd_focus() == &control && !stop.isTabStopFocus()) stop.setTabStopFocus();
+}
+
+void giveFocus(Glob& control, TabOrderable& stop) {
+    LifeGuard const life = control.guard();
+    if (!stop.setTabStopFocus() && life.alive()) control.claimKbdFocus();
+}
+
+} // namespace wainscot::FocusStop

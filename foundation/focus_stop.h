@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/base/export.h"
+
+namespace wainscot {
+
+class Glob;
+class TabOrderable;
+
+/// What controls with one tab stop do about it: the stop and the keyboard focus go together.
+namespace FocusStop {
+
+/// Whether a control can take the focus now: it is active and to be seen.
+WAINSCOT_API bool canTake(Glob const& control);
+/// The control is the current stop no more: hands the keyboard focus to its parent.
+WAINSCOT_API void handleLoss(Glob& control, TabOrderable const& stop);
+/// The keyboard focus came or went: shows and tells it, and makes the control the current stop.
+WAINSCOT_API void handleKbdFocus(Glob& control, TabOrderable& stop);
+/// Gives it the focus, as a stop where it is one.
+WAINSCOT_API void giveFocus(Glob& control, TabOrderable& stop);
+
+} // namespace FocusStop
+
+} // namespace wainscot
