@@ -1,5 +1,10 @@
 #include "bench/measuring.h"
+#include "buttons/checkbox_group.h"
+#include "buttons/checkbox_radio_set.h"
+#include "buttons/radio_set.h"
 #include "buttons/standard_buttons.h"
+#include "containers/scroll_bar.h"
+#include "containers/slider.h"
 #include "host/drawing/surface.h"
 #include "host/start/host.h"
 
@@ -42,29 +47,29 @@ void add(Glob& panel, std::unique_ptr<Widget> widget) {
 /// Twelve widgets of different kinds.
 Glob* makePanel() {
     auto* const panel = new rect(600, 400);
-    Palette const palette;
     add(*panel, std::make_unique<Button>(L"Import", "import", 120, 24));
-    for (eButtonStyle const style : {eButtonFlat, eButtonFolding, eButtonDropDown}) {
-        Button::InitArgs args(L"Styled", "styled", 120, 24);
-        args.style = style;
-        add(*panel, std::make_unique<Button>(args));
-    }
     Button::InitArgs latching(L"Loop", "loop", 120, 24);
     latching.latching = true;
     add(*panel, std::make_unique<Button>(latching));
-    auto usual = std::make_unique<Button>(L"Render", "render", 120, 24);
-    usual->setDefaultAction(true);
-    add(*panel, std::move(usual));
     auto withIcon = std::make_unique<Button>(L"Open", "open", 120, 24);
     withIcon->setIcons(L"folder.png", L"");
     add(*panel, std::move(withIcon));
-    auto inactive = std::make_unique<Button>(L"Export", "export", 120, 24);
-    inactive->setActive(false);
-    add(*panel, std::move(inactive));
-    add(*panel, std::make_unique<PootButton>(palette));
-    add(*panel, std::make_unique<SizeButton>(palette));
-    add(*panel, std::make_unique<PinButton>(palette));
-    add(*panel, std::make_unique<SettingsButton>(palette));
+    add(*panel, Checkbox::make(120, 24, L"Snap", true));
+    auto light = Checkbox::make(120, 24, L"Record", true);
+    light->setAppearance(Checkbox::redLight);
+    add(*panel, std::move(light));
+    add(*panel, std::make_unique<PinButton>(Palette()));
+    CheckboxRadioSet::InitArgs quality({L"Draft", L"Best"}, 120);
+    quality.selected = 1;
+    add(*panel, std::make_unique<CheckboxRadioSet>(quality));
+    add(*panel, std::make_unique<RadioSet>(RadioSet::InitArgs({L"Fit", L"Fill"}, 120)));
+    add(*panel, std::make_unique<CheckboxGroup>(CheckboxGroup::InitArgs(L"Tracks", {L"Video"}, 120)));
+    ScrollBar::InitArgs bar(eHorizontal, 160);
+    bar.thumb = {0.2, 0.3};
+    add(*panel, std::make_unique<ScrollBar>(bar));
+    bar.resizable = true;
+    add(*panel, std::make_unique<ScrollBar>(bar));
+    add(*panel, std::make_unique<Slider>(Slider::InitArgs(panel->getPalette().button(), 160)));
     return panel;
 }
 
