@@ -267,8 +267,6 @@ void Button::handleKbdFocus() {
 }
 
 void Button::handleMouseContainment(bool inside) {
-    // With its panel hidden, or in another panel, it never hears of the release.
-    if (!inside && !isHeld()) abandonPress();
     if (isActive()) makeDirty();
     rect::handleMouseContainment(inside);
 }

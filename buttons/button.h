@@ -151,6 +151,7 @@ public:
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
     void handlePressCancelled(Event const& press) override;
+    void handleCaptureLost() override;
     bool isAutoRepeating() const override;
     void draw() override;
     void drawBackground() override;
@@ -182,7 +183,6 @@ private:
     Extras& extras();
     bool isHovered() const;
     bool isInside(XY<int> const& place) const;
-    bool isHeld() const;
     bool reactToMouse(Event const& event);
     void press(Event const& event);
     void moveTo(Event const& event);

@@ -109,11 +109,9 @@ void Button::handlePressCancelled(Event const&) {
     if (latching_ != 0) setState(stateBeforePress_, eRedrawYes);
 }
 
-/// Whether the release of the press will still come to it.
-bool Button::isHeld() const {
-    if (!isShown()) return false;
-    EventSystem const* const system = EventSystem::current();
-    return staysDownAfterRelease() || !system || system->pointer.isCapturedBy(this);
+void Button::handleCaptureLost() {
+    abandonPress();
+    rect::handleCaptureLost();
 }
 
 // Repeating

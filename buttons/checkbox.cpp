@@ -179,6 +179,11 @@ void Checkbox::handlePressCancelled(Event const&) {
     makeDirty();
 }
 
+void Checkbox::handleCaptureLost() {
+    pressed_ = false;
+    StandardPanel::handleCaptureLost();
+}
+
 void Checkbox::handleMouseContainment(bool inside) {
     if (isActive()) makeDirty();
     StandardPanel::handleMouseContainment(inside);

@@ -151,6 +151,7 @@ public:
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
     void handlePressCancelled(Event const& press) override;
+    void handleCaptureLost() override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 

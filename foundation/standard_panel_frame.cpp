@@ -90,6 +90,11 @@ bool StandardPanel::beginDrag(Event const& event) {
 }
 
 /// A drag that was ended by something else (the panel was hidden) is found out here.
+void StandardPanel::handleCaptureLost() {
+    grip_ = 0;
+    rect::handleCaptureLost();
+}
+
 bool StandardPanel::followDrag(Event const& event) {
     if (mouse_wheel_event(event)) return false;
     bool const isTitle = grip_ == PanelGrip::title;

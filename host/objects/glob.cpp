@@ -176,7 +176,7 @@ std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
     Glob* const taken = getWidget(child);
     if (!taken || taken->isDying()) return nullptr;
     taken->damageWithSurround();
-    taken->loseInput();
+    if (!taken->loseInput()) return nullptr;
     Tree::unlink(*taken);
     describeChanged(DescriptionChange::children);
     return std::unique_ptr<Glob>(taken);
@@ -402,7 +402,7 @@ void Glob::setVisible(bool visible) {
     if (isVisible() == visible) return;
     if (!visible) {
         damageWithSurround();
-        loseInput();
+        if (!loseInput()) return;
     }
     setFlag(visibleFlag, visible);
     Tree::noteChange();
@@ -448,7 +448,7 @@ void Glob::mapCanvas() {
 void Glob::unmapCanvas() {
     if (!canvas_->isMapped()) return;
     damageWithSurround();
-    loseInput();
+    if (!loseInput()) return;
     canvas_->setMapped(false);
     Tree::noteChange();
 }

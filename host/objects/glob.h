@@ -311,6 +311,10 @@ public:
     /// Escape was pressed while it holds the pointer: what the press began is to be undone. It holds the
     /// pointer no more. The base sends itself a move back to the place of the press and the release.
     virtual void handlePressCancelled(Event const& press);
+    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, or
+    /// another took the pointer: no release will come. What is held is to be let go of; nobody is to be told,
+    /// since the tree is being changed. The base stops moving.
+    virtual void handleCaptureLost();
 
     // --- Text entry
     /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
@@ -401,8 +405,9 @@ private:
     void setFlag(Flag flag, bool on) { flags_ = on ? flags_ | flag : flags_ & ~flag; }
     Side& side();
     void init(XY<int> size, Canvas* canvas, bool opaque);
-    /// Takes focus and captured pointer away from it and all below it, and tells nobody.
-    void loseInput();
+    /// Takes focus and captured pointer away from it and all below it; only the holder of the pointer is
+    /// told. False when it has gone.
+    bool loseInput();
     void surroundChanged();
     /// It is the root of a window.
     bool isWindow() const;

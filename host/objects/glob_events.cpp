@@ -121,7 +121,10 @@ void Glob::startMoving() {
     if (!system || !isMovable() || isMoving()) return;
     side().grip = screenXYToGlobXY(system->pointer.place);
     setFlag(movingFlag, true);
-    if (system->pointer.heldButtons != 0) system->pointer.capture(this);
+    EventHandler* const captured = system->pointer.captureHolder();
+    if (system->pointer.heldButtons == 0 || captured == this) return;
+    system->pointer.capture(this);
+    if (Glob* const before = captured ? captured->asGlob() : nullptr) before->handleCaptureLost();
 }
 
 void Glob::stopMoving() {
@@ -131,14 +134,20 @@ void Glob::stopMoving() {
     if (parent_) Placement::setRule(*this, WidgetPosition(CoordinateOrigin::bottomLeft, position_));
 }
 
-void Glob::loseInput() {
+bool Glob::loseInput() {
     KbdFocus::leave(*this);
     EventSystem* const system = EventSystem::current();
     EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
-    Glob const* const holder = captured ? captured->asGlob() : nullptr;
-    if (!holder || (holder != this && !isParentedTo(holder, this))) return;
+    Glob* const holder = captured ? captured->asGlob() : nullptr;
+    if (!holder || (holder != this && !isParentedTo(holder, this))) return true;
+    LifeGuard const life = guard();
     system->pointer.releaseCapture();
-    captured->asGlob()->stopMoving();
+    holder->handleCaptureLost();
+    return life.alive();
+}
+
+void Glob::handleCaptureLost() {
+    stopMoving();
 }
 
 void Glob::setInterest(int kinds) {
