@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace wainscot {
 
@@ -41,6 +42,11 @@ public:
     static constexpr LightweightString<char> downButtonPressedMsg{"ScrollBar::downButtonPressed"};
     static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
+
+    /// What it tells others. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {
+        "drag",       "resize",       "page",  "repeat",   "jump", "release",
+        "taken back", "arrow button", "wheel", "listener", "data"};
 
     /// The name of the user's preference for what a press beside the thumb does, off from the start. Asked at
     /// each press.
