@@ -149,6 +149,7 @@ int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
 void ScrollBar::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
     description.role = "scrollbar";
+    description.name = fromUTF8(name());
     description.value = Qv::WStringFromFloat(position_);
     if (isDragging()) description.states |= GlobDescription::pressed;
     description.actions.push_back("drag");

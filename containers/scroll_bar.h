@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace wainscot {
 
@@ -14,8 +15,9 @@ class Button;
 
 /// A scroll bar: a track with a thumb whose length and place are fractions of the track, and an arrow button
 /// at each end. The thumb can be dragged; a left press in the track beside it moves it by its own length, and
-/// again while the button is held. The thumb of a resizable bar (a zoom bar) can be dragged at its ends too.
-/// Its value is position and size of the thumb.
+/// again while the button is held. With the preference `trackPressJumps` the thumb comes under the pointer
+/// instead and is dragged on from there. The thumb of a resizable bar (a zoom bar) can be dragged at its ends
+/// too. Its value is position and size of the thumb.
 ///
 /// Position 0 is the left end, or the top. Wheel and arrow buttons do not move the thumb: they are reported,
 /// and the owner of what is scrolled sets the thumb. Notches of the wheel are reported as the up and down
@@ -40,6 +42,15 @@ public:
     static constexpr LightweightString<char> downButtonPressedMsg{"ScrollBar::downButtonPressed"};
     static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
+
+    /// What it tells others. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {
+        "drag",       "resize",       "page",  "repeat",   "jump", "release",
+        "taken back", "arrow button", "wheel", "listener", "data"};
+
+    /// The name of the user's preference for what a press beside the thumb does, off from the start. Asked at
+    /// each press.
+    static constexpr char const* trackPressJumps = "track_press_jumps";
 
     /// What a listener is told.
     class WAINSCOT_API Event final : public Qv::InternalRefCount {
@@ -160,10 +171,14 @@ private:
 
     int turnWheel(int notches);
     int press(wainscot::Event const& event);
+    /// The position that brings the thumb's middle to a place along the bar, where there is room for it.
+    double positionAt(int along) const;
+    int jump(XY<int> const& place);
     int page(XY<int> const& place);
     bool pageOnce();
     bool isBeyondThumb() const;
     int follow(wainscot::Event const& event);
+    void tellMoved(ThumbSettings const& before);
     void resizeBy(double change);
     int letGo();
     void endPress();

@@ -4,6 +4,7 @@
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
 
 #include <algorithm>
 
@@ -30,9 +31,19 @@ void drawArrow(Button const& button) {
     renderer.renderPrimitive(Glib::TextDescription(getString(glyph), place, font, colour, eAlignCentre));
 }
 
+/// For the pointer only: keys scroll in what the bar belongs to.
+class ArrowButton final : public Button {
+public:
+    using Button::Button;
+    void describe(GlobDescription& description) const override {
+        Button::describe(description);
+        description.states &= ~static_cast<std::uint32_t>(GlobDescription::focusable);
+    }
+};
+
 Button* makeArrowButton(LightweightString<char> const& message, void (*draw)(Button const&)) {
     unsigned short const side = static_cast<unsigned short>(ScrollBar::thickness());
-    auto* const button = new Button(Button::InitArgs(UIString(), message, side, side));
+    auto* const button = new ArrowButton(Button::InitArgs(UIString(), message, side, side));
     button->setMessageOnMouseUp(false);
     button->setRepeating(repeatsPerHalfSecond, repeatDelay);
     button->setCustomDrawFn(draw);

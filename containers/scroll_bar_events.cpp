@@ -2,6 +2,7 @@
 #include "containers/scroll_bar.h"
 #include "host/events/event.h"
 #include "host/services/clock.h"
+#include "host/services/preferences.h"
 
 #include <algorithm>
 
@@ -46,7 +47,10 @@ int ScrollBar::press(wainscot::Event const& event) {
     anchor_ = place;
     movedWhileHeld_ = false;
     thumbAtPress_ = getWidgetValue();
-    if (!getThumbArea().contains(place)) return mouse_left_event(event) ? page(place) : 0;
+    if (!getThumbArea().contains(place)) {
+        if (!mouse_left_event(event)) return 0;
+        return config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
+    }
     resizingEnd_ = inResizingArea(place);
     dragging_ = resizingEnd_ == 0;
     redrawThumb();
@@ -103,9 +107,22 @@ int ScrollBar::follow(wainscot::Event const& event) {
         setThumbPosDelta(share);
     else
         resizeBy(share);
+    tellMoved(before);
+    return 1;
+}
+
+void ScrollBar::tellMoved(ThumbSettings const& before) {
     DataChangeType const why = movedWhileHeld_ ? DataChangeType::continued : DataChangeType::started;
     movedWhileHeld_ = true;
     if (tellData(before, why)) report(thumbMoved);
+}
+
+/// The thumb is held from now on, also where it had no way to go.
+int ScrollBar::jump(XY<int> const& place) {
+    dragging_ = true;
+    setThumbPos(positionAt(alongBar(place)));
+    redrawThumb();
+    if (getWidgetValue() != thumbAtPress_) tellMoved(thumbAtPress_);
     return 1;
 }
 

@@ -78,6 +78,15 @@ XY<int> ScrollBar::getThumbPixelExtents() const {
     return isVertical() ? XY<int>{thumb.y1, thumb.y2} : XY<int>{thumb.x1, thumb.x2};
 }
 
+double ScrollBar::positionAt(int along) const {
+    IntBox const track = thumbTrack();
+    XY<int> const extents = getThumbPixelExtents();
+    int const length = extents.y - extents.x;
+    int const room = getThumbRangePixels() - length;
+    int const way = isVertical() ? track.y2 - along : along - track.x1;
+    return room > 0 ? (way - length / 2.0) / room * (1 - size_) : 0;
+}
+
 int ScrollBar::inResizingArea(XY<int> const& place) const {
     if (!resizable_ || !getThumbArea().contains(place)) return 0;
     XY<int> const extents = getThumbPixelExtents();

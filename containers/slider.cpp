@@ -228,6 +228,7 @@ bool Slider::report(eEventType type) {
 void Slider::describe(GlobDescription& description) const {
     Glob::describe(description);
     description.role = "slider";
+    description.name = fromUTF8(name());
     if (!isDataMixed()) description.value = Qv::WStringFromFloat(value_);
     if (isActive()) description.states |= GlobDescription::focusable;
     if (held_) description.states |= GlobDescription::pressed;

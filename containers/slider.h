@@ -5,6 +5,7 @@
 #include "host/objects/glob.h"
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace wainscot {
@@ -25,6 +26,10 @@ class CanvasRenderer;
 class WAINSCOT_API Slider : public Glob, public ValWidget<double> {
 public:
     enum eEventType { sliderMoved = 0, sliderReleased = 1 };
+
+    /// What it tells others. The tests destroy everything in each.
+    static constexpr std::string_view sentNotifications[] = {
+        "move", "release", "key", "point of interest", "taken back", "data"};
 
     /// A mark on the channel that the thumb can be taken to.
     struct PointOfInterest {

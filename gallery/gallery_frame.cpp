@@ -3,6 +3,7 @@
 #include "gallery/caption.h"
 #include "gallery/label_glob.h"
 
+#include "foundation/tab_order_manager.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -88,6 +89,8 @@ bool GalleryFrame::react(Event const& event) {
 
 bool GalleryFrame::enterPage() {
     if (!valid(page_, pageStamp_)) return false;
+    auto* const stops = dynamic_cast<TabOrderManager*>(page_);
+    if (stops && stops->numTabStops() > 0) return stops->incrementTabStop() != TabOrderManager::noTabStop;
     Glob* first = nullptr;
     page_->visitSubtree([&](Glob& glob) {
         if (glob.isActive() && glob.isShown() && isFocusable(glob)) first = &glob;

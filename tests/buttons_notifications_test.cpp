@@ -1,111 +1,25 @@
-#include "tests/host_fixture.h"
+#include "tests/sent_notifications.h"
 
 #include "buttons/standard_buttons.h"
 #include "foundation/standard_panel.h"
 
-#include <algorithm>
-
 namespace wainscot {
 namespace {
 
-/// Everything that buttons and panels tell others, and in each the widget, its parent, its window or its
-/// listener destroyed. What a class declares (`sentNotifications`) and no row sends fails the test.
-class SentNotifications : public HostTest {
+class ButtonNotifications : public SentNotifications {
 protected:
-    enum Victim { sender, parent, window, listener, numVictims };
-
-    struct Row {
-        std::string_view notification;
-        /// The message that the parent hears; empty for callbacks, which call `react()` themselves.
-        std::string_view message;
-        /// Leads to the notification.
-        std::function<void()> act;
-    };
-
-    /// Destroys in the message that is waited for.
-    class Listener : public Glob {
-    public:
-        explicit Listener(SentNotifications& test) : Glob(300, 200), test_(test) {}
-        int handleMessageEvent(LightweightString<char> name, Glob*) override { return hear(name); }
-        int handleDataMessageEvent(LightweightString<char> name, Glob*, Qv::Ptr<iObject>) override {
-            return hear(name);
-        }
-
-    private:
-        int hear(LightweightString<char> const& name) {
-            if (test_.message_ == name.c_str()) test_.react();
-            return 1;
-        }
-        SentNotifications& test_;
-    };
-
-    void react() {
-        ++heard_;
-        if (victim_ == sender) destroy(widget_);
-        if (victim_ == parent || (victim_ == listener && !message_.empty())) destroy(parent_);
-        if (victim_ == window) destroy(root_);
-        if (victim_ != listener || !message_.empty()) return;
-        static_cast<Button*>(widget_)->setCallback(WidgetCallback("gone"));
-        static_cast<Button*>(widget_)->setMessageCallback({});
-    }
-
-    WidgetCallback::Callback reaction() {
-        return makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
-            react();
-            return 0;
-        });
-    }
-
-    void run(Row const& row, std::function<Glob*()> const& make, Victim victim) {
-        root_ = openWindow();
-        root_->addChild(parent_ = new Listener(*this), BottomLeft(10, 10));
-        parent_->addChild(widget_ = make(), BottomLeft(20, 20));
-        driver_.settle();
-        victim_ = victim;
-        message_ = row.message;
-        heard_ = 0;
-        row.act();
-        driver_.settle();
-        EXPECT_EQ(heard_, 1) << row.notification << ", victim " << victim;
-        EXPECT_EQ(is_good_glob_ptr(widget_), victim == listener && row.message.empty()) << row.notification;
-        driver_.release();
-        destroy(root_);
-        driver_.settle();
-    }
-
-    /// All rows of a class; `T` declares what they are about.
-    template <class T>
-    void runAll(std::vector<Row> const& rows, std::function<Glob*()> const& make) {
-        auto const rowFor = [&](std::string_view name) {
-            return std::ranges::find(rows, name, &Row::notification) != rows.end();
-        };
-        for (std::string_view const declared : T::sentNotifications)
-            EXPECT_TRUE(rowFor(declared)) << declared << " is declared, and has no row";
-        for (Row const& row : rows) {
-            EXPECT_NE(std::ranges::find(T::sentNotifications, row.notification),
-                      std::end(T::sentNotifications))
-                << row.notification << " is not declared";
-            for (int victim = sender; victim < numVictims; ++victim)
-                run(row, make, static_cast<Victim>(victim));
-        }
-    }
-
     Button& button() { return *static_cast<Button*>(widget_); }
-    void click() { driver_.click(widget_); }
     void drag() {
         driver_.press(widget_);
         driver_.moveTo({130, 380});
     }
-
-    RecordingParent* root_ = nullptr;
-    Glob* parent_ = nullptr;
-    Glob* widget_ = nullptr;
-    std::string_view message_;
-    Victim victim_ = sender;
-    int heard_ = 0;
+    void dropListeners() override {
+        button().setCallback(WidgetCallback("gone"));
+        button().setMessageCallback({});
+    }
 };
 
-TEST_F(SentNotifications, OfButtons) {
+TEST_F(ButtonNotifications, OfButtons) {
     auto const latch = [this] {
         button().setLatching(true, false);
         click();
@@ -152,7 +66,7 @@ TEST_F(SentNotifications, OfButtons) {
         });
 }
 
-TEST_F(SentNotifications, OfTitleButtons) {
+TEST_F(ButtonNotifications, OfTitleButtons) {
     auto const once = [this] { click(); };
     auto const twice = [this] {
         click();
@@ -184,7 +98,7 @@ private:
     LightweightString<wchar_t> text_;
 };
 
-TEST_F(SentNotifications, OfPanels) {
+TEST_F(ButtonNotifications, OfPanels) {
     static TitleBox* box = nullptr;
     auto const before = Registry::instance().makeTitleBox;
     Registry::instance().makeTitleBox = [](StandardPanel& panel, LightweightString<wchar_t> const&,

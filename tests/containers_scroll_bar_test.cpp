@@ -4,6 +4,7 @@
 #include "foundation/val_server_adaptor.h"
 #include "host/drawing/uif_std.h"
 #include "host/objects/description.h"
+#include "host/services/preferences.h"
 
 #include <gmock/gmock.h>
 
@@ -216,6 +217,60 @@ TEST_F(ScrollBars, PagingRepeatsOnTheProcessorClockUntilTheThumbIsThere) {
         EXPECT_DOUBLE_EQ(tall->getThumbPos(), place);
         driver_.release();
     }
+}
+
+TEST_F(ScrollBars, APressInTheTrackTakesTheThumbWhereTheUserPrefersThat) {
+    prefs().setPreference(ScrollBar::trackPressJumps, true);
+    for (Orientation const orientation : {eHorizontal, eVertical}) {
+        for (double const size : {0.25, 0.01}) {
+            ScrollBar* const bar = add(orientation, {0, size}, true);
+            auto const put = [&](int along) {
+                moveIn(bar, orientation == eHorizontal ? along : 12,
+                       orientation == eHorizontal ? 12 : 208 - along);
+            };
+            auto const middle = [&] {
+                XY<int> const extents = bar->getThumbPixelExtents();
+                int const along = (extents.x + extents.y) / 2;
+                return orientation == eHorizontal ? along : 208 - along;
+            };
+            put(124);
+            driver_.press();
+            EXPECT_NEAR(middle(), 124, 1);
+            EXPECT_EQ(sent(), "thumbMoved");
+            driver_.advance(1000);
+            EXPECT_EQ(sent(), "") << "nothing repeats";
+            put(144);
+            EXPECT_NEAR(middle(), 144, 2) << "and on with the pointer";
+            driver_.release();
+            EXPECT_EQ(sent(), "thumbMoved thumbReleased");
+            EXPECT_EQ(bar->getThumbSize(), size);
+
+            bar->setThumbPos(0);
+            put(124);
+            driver_.press();
+            driver_.key(Key::escape);
+            EXPECT_EQ(bar->getThumbPos(), 0) << "back to where it was before the press";
+            EXPECT_EQ(sent(), "thumbMoved thumbMoved thumbReleased");
+            driver_.release();
+            put(203);
+            driver_.press();
+            EXPECT_EQ(bar->getThumbPos(), 1 - size);
+            driver_.release();
+            destroy(bar);
+            driver_.settle();
+            sent();
+        }
+    }
+    ScrollBar* const bar = add(eHorizontal, {0, 0.25});
+    Qv::Ptr<ThumbAdaptor> const adaptor(new ThumbAdaptor);
+    bar->setDataAdaptor(adaptor);
+    pressAt(bar, 104, 10);
+    moveIn(bar, 124, 10);
+    driver_.release();
+    EXPECT_THAT(adaptor->log, ElementsAre("375 0", "475 1", "475 2")) << "all one change";
+    pressAt(bar, 10, 10, Driver::Button::right);
+    driver_.release(Driver::Button::right);
+    EXPECT_NEAR(bar->getThumbPos(), 0.475, 1e-9) << "only the left button";
 }
 
 TEST_F(ScrollBars, PressesThatAreNotForItGoOn) {

@@ -123,6 +123,27 @@ TEST_F(Gallery, ALongTextIsScrolledFromEndToEnd) {
     EXPECT_EQ(shown[4].first, 1);
 }
 
+TEST_F(Gallery, ATimelineDrawsOnlyWhatIsInSight) {
+    Outcome const outcome = run("--offscreen --page timeline --script " +
+                                fileWith("tree\nwheel drawing \"Timeline\" -9\ntree\n"));
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    std::vector<int> drawn;
+    std::istringstream lines(outcome.out);
+    for (std::string line; std::getline(lines, line);) {
+        int count = 0;
+        int all = 0;
+        std::size_t const at = line.find("drawing");
+        if (at == std::string::npos ||
+            std::sscanf(line.c_str() + at, "drawing \"Timeline\" = \"%d of %d clips\"", &count, &all) != 2)
+            continue;
+        drawn.push_back(count);
+        EXPECT_GT(all, 5000);
+    }
+    ASSERT_EQ(drawn.size(), 2u);
+    EXPECT_THAT(drawn, testing::Each(testing::AllOf(testing::Gt(20), testing::Lt(300))));
+    EXPECT_NE(drawn[0], drawn[1]) << "other tracks";
+}
+
 TEST_F(Gallery, WhatIsWrongIsSaidWithWhatIsAllowed) {
     auto const script = [this](std::string const& line) {
         return "--script " + fileWith("tree\n" + line + "\n");

@@ -9,24 +9,33 @@ namespace {
 
 constexpr double arrowStep = 0.05;
 
+struct TallBar {
+    char const* name;
+    double size;
+};
+constexpr TallBar tallBars[] = {{"tall zoom", 0.6}, {"tall", 0.2}, {"tall much", 0.01}, {"tall full", 1.0}};
+
 /// Scroll bars and sliders in all their looks. The page is the owner that bars need: it answers arrow buttons
 /// and wheel by setting the thumb.
 class ScrollPage : public CellPanel {
 public:
     ScrollPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
         addNote(L"scroll bar", 0, 0);
-        addBar({0.2, 0.3}, 1);
+        addBar({0.2, 0.3}, 1)->setName("bar");
         addNote(L"zoom bar", 0, 2);
         addBar({0.3, 0.4}, 3)->setName("zoom");
         addNote(L"disabled", 0, 4);
-        addBar({0.2, 0.3}, 5)->setActive(false);
+        ScrollBar* const disabled = addBar({0.2, 0.3}, 5);
+        disabled->setName("disabled");
+        disabled->setActive(false);
         addNote(L"much to scroll", 0, 6);
-        addBar({0.5, 0.005}, 7);
+        addBar({0.5, 0.005}, 7)->setName("much");
         addNote(L"slider", 0, 8);
-        addSlider(0.4, 9);
+        addSlider(0.4, 9)->setName("slider");
         addNote(L"points of interest", 0, 10);
-        addSlider(0.8, 11)->setPointsOfInterest(
-            {{0.25, getPalette().warning()}, {0.5, getPalette().mark(eMarkFocus)}});
+        Slider* const marked = addSlider(0.8, 11);
+        marked->setName("marked");
+        marked->setPointsOfInterest({{0.25, getPalette().warning()}, {0.5, getPalette().mark(eMarkFocus)}});
         addTallBars();
     }
 
@@ -36,11 +45,18 @@ public:
             bar->setThumbPosDelta(-arrowStep);
         if (bar && (name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg))
             bar->setThumbPosDelta(arrowStep);
-        CellPanel::handleMessageEvent(name, sender);
+        if (bar)
+            say(nameOf(*bar) + fromUTF8(name) + L"  " + Qv::WStringFromFloat(bar->getThumbPos(), 3, false) +
+                L"  " + Qv::WStringFromFloat(bar->getThumbSize(), 3, false));
+        else if (dynamic_cast<Slider*>(sender))
+            say(nameOf(*sender) + fromUTF8(name));
+        else
+            CellPanel::handleMessageEvent(name, sender);
         return 1;
     }
 
 private:
+    static LightweightString<wchar_t> nameOf(Glob const& glob) { return fromUTF8(glob.name()) + L"  "; }
     static unsigned short length() { return toSize16(2 * buttonSize().x); }
     template <class W>
     W* addAt(W* widget, int x, int row) {
@@ -63,16 +79,16 @@ private:
     }
     void addTallBars() {
         int x = length() + 2 * UifStd::getButtonHeight();
-        for (double const size : {0.6, 0.2, 0.01, 1.0}) {
+        for (auto const& [name, size] : tallBars) {
             ScrollBar::InitArgs args(eVertical, length());
             args.thumb = {0.1, size};
             args.resizable = size > 0.5;
-            addAt(new ScrollBar(args), x, 1);
+            addAt(new ScrollBar(args), x, 1)->setName(name);
             x += 2 * ScrollBar::thickness();
         }
         Slider::InitArgs args(getPalette().button(), length(), eVertical);
         args.value = 0.7;
-        addAt(new Slider(args), x, 1);
+        addAt(new Slider(args), x, 1)->setName("tall slider");
     }
 
     std::vector<std::unique_ptr<GlobTabStop>> stops_;
