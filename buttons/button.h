@@ -192,7 +192,6 @@ private:
     bool reactToMessage(Event const& event);
     void endPress();
     void startRepeating();
-    void setNextRepeat();
     void drawIndicator();
     LightweightString<wchar_t> shownLabel() const;
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;

@@ -17,10 +17,6 @@ bool isClickKey(Event const& event) {
     return isKeyPressEvent(event) && (event.keyCode() == Key::enter || event.keyCode() == Key::space);
 }
 
-std::int64_t processorClock() {
-    return iClock::current().processor();
-}
-
 } // namespace
 
 bool Button::react(Event const& event) {
@@ -61,7 +57,7 @@ void Button::press(Event const& event) {
     if (!isShown()) return abandonPress();
     if (!extras_ || extras_->repeat.interval == 0) return;
     setInterest(EventKind::timer);
-    setNextRepeat();
+    setNextTimer(extras_->repeat.clock.msToNext());
 }
 
 void Button::moveTo(Event const& event) {
@@ -121,18 +117,7 @@ bool Button::isAutoRepeating() const {
 }
 
 void Button::startRepeating() {
-    if (!extras_) return;
-    extras_->repeat.isFirst = true;
-    extras_->repeat.lastReport = processorClock();
-}
-
-/// The processor clock never runs ahead of a sleeping or busy program by itself, but threads can drive it:
-/// the tick is asked for in wall time, and the clock is looked at then.
-void Button::setNextRepeat() {
-    Extras::Repeat const& repeat = extras_->repeat;
-    std::int64_t const wanted = repeat.isFirst ? repeat.delay : repeat.interval;
-    std::int64_t const left = wanted - (processorClock() - repeat.lastReport);
-    setNextTimer(std::max(1.0, static_cast<double>(left) * 1000.0 / iClock::processorPerSecond));
+    if (extras_) extras_->repeat.clock.start(extras_->repeat.delay, extras_->repeat.interval);
 }
 
 bool Button::reactToTimer() {
@@ -145,14 +130,9 @@ bool Button::reactToTimer() {
         abandonPress();
         return true;
     }
-    Extras::Repeat& repeat = extras_->repeat;
-    std::int64_t const now = processorClock();
-    bool const isDue = now - repeat.lastReport > (repeat.isFirst ? repeat.delay : repeat.interval);
-    if (isDue) {
-        repeat.lastReport = now;
-        repeat.isFirst = false;
-    }
-    setNextRepeat();
+    RepeatClock& clock = extras_->repeat.clock;
+    bool const isDue = clock.isDue();
+    setNextTimer(clock.msToNext());
     if (isDue) informParent(message_, codeRepeat);
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "buttons/button.h"
+#include "foundation/repeat_clock.h"
 
 #include <optional>
 
@@ -16,8 +17,7 @@ struct Button::Extras {
         /// In units of the processor clock; 0 = not repeating.
         std::int64_t interval = 0;
         std::int64_t delay = 0;
-        std::int64_t lastReport = 0;
-        bool isFirst = true;
+        RepeatClock clock;
     };
 
     Qv::Ptr<iObject> payload;

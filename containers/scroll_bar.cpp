@@ -2,6 +2,7 @@
 
 #include "buttons/button.h"
 #include "host/base/convert.h"
+#include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/messages.h"
@@ -61,6 +62,7 @@ bool ScrollBar::isScrollBarMsg(LightweightString<char> const& name) {
 // Value
 
 bool ScrollBar::setThumbPos(double position) {
+    if (std::isnan(position)) Diagnostics::count("no number", "ScrollBar::setThumbPos");
     if (std::isnan(position) || std::abs(position - position_) < tolerance) return false;
     storeThumb({validPosition(position, size_), size_}, eRedrawYes);
     return true;
@@ -86,31 +88,37 @@ void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
     position_ = thumb.position;
     size_ = thumb.size;
     if (redraw == eRedrawYes) redrawThumb();
+    updateHover();
+    LifeGuard const life = guard();
     updateButtonStates(redraw);
-    describeChanged(DescriptionChange::value);
+    if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
-bool ScrollBar::tellData(ThumbSettings const& before, DataChangeType why) {
+DataAnswer ScrollBar::tellData(ThumbSettings const& fallback, DataChangeType why) {
     ThumbSettings const wanted = getWidgetValue();
     LifeGuard const life = guard();
     bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return false;
-    if (!taken && getWidgetValue() == wanted) storeThumb(before, eRedrawYes);
-    return true;
+    if (!life.alive()) return DataAnswer::widgetHasGone;
+    if (taken) {
+        held_.accept(getWidgetValue());
+        return DataAnswer::taken;
+    }
+    if (getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
+    return life.alive() ? DataAnswer::refused : DataAnswer::widgetHasGone;
 }
 
 // State
 
 void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
-    if (!active) endPress();
+    LifeGuard const life = guard();
+    if (!active && !endPress()) return;
     StandardPanel::setActive(active, redraw);
-    updateButtonStates(redraw);
-    if (redraw == eRedrawYes) makeDirty();
+    if (life.alive()) updateButtonStates(redraw);
+    if (life.alive() && redraw == eRedrawYes) makeDirty();
 }
 
 void ScrollBar::setVisible(bool visible) {
-    if (!visible) endPress();
-    StandardPanel::setVisible(visible);
+    if (visible || endPress()) StandardPanel::setVisible(visible);
 }
 
 // Reporting
@@ -128,14 +136,14 @@ void ScrollBar::informParent(eEventType type) {
 bool ScrollBar::report(eEventType type) {
     LifeGuard const life = guard();
     informParent(type);
-    if (!life.alive()) return false;
-    showThumbPosition();
-    return true;
+    if (life.alive()) showThumbPosition();
+    return life.alive();
 }
 
 void ScrollBar::showThumbPosition() {
-    updateButtonStates(eRedrawYes);
     redrawThumb();
+    updateHover();
+    updateButtonStates(eRedrawYes);
 }
 
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {

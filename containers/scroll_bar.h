@@ -1,6 +1,8 @@
 #pragma once
 
+#include "containers/held_value.h"
 #include "containers/orientation.h"
+#include "foundation/repeat_clock.h"
 #include "foundation/standard_panel.h"
 #include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
@@ -106,7 +108,7 @@ public:
     bool isThumbResizable() const { return resizable_; }
     /// The thumb, or one of its ends, is held.
     bool isDragging() const { return dragging_ || resizingEnd_ != 0; }
-    /// An inactive bar ignores presses; what is under way ends, and nobody is told.
+    /// An inactive bar ignores presses; what is under way ends, and only the data is told.
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
     void setVisible(bool visible) override;
@@ -147,6 +149,7 @@ public:
     /// Takes the messages of its arrow buttons.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void handlePressCancelled(wainscot::Event const& press) override;
+    void handleCaptureLost() override;
     void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
     bool isAutoRepeating() const override;
@@ -164,8 +167,8 @@ private:
     void layOutButtons();
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
-    /// Hands what the user did to the data. False when the bar has gone.
-    bool tellData(ThumbSettings const& before, DataChangeType why);
+    /// Hands what the user did to the data, and goes back to another thumb where that refuses.
+    DataAnswer tellData(ThumbSettings const& fallback, DataChangeType why);
     /// False when the bar has gone.
     bool report(eEventType type);
 
@@ -178,12 +181,17 @@ private:
     bool pageOnce();
     bool isBeyondThumb() const;
     int follow(wainscot::Event const& event);
-    void tellMoved(ThumbSettings const& before);
+    void tellMoved();
     void resizeBy(double change);
+    /// The same end of the press; a release of another button changes nothing.
+    int release(wainscot::Event const& event);
     int letGo();
-    void endPress();
-    void setOverThumb(bool over);
-    void setNextRepeat();
+    /// Ends what is held; only the data is told. False when the bar has gone.
+    bool endPress();
+    void tellDataOfEnd();
+    bool isOnThumb(XY<int> const& place) const;
+    /// Brings the look in line with where the pointer is.
+    void updateHover();
 
     Colour thumbColour() const;
     void drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& face);
@@ -196,13 +204,13 @@ private:
     bool dragging_ = false;
     bool paging_ = false;
     bool overThumb_ = false;
-    bool movedWhileHeld_ = false;
     /// The pointer at the last press or move.
     XY<int> anchor_;
-    ThumbSettings thumbAtPress_;
+    /// The button that holds it.
+    int heldButton_ = 0;
+    HeldValue<ThumbSettings> held_;
     double pagingStep_ = 0;
-    std::int64_t lastRepeat_ = 0;
-    std::int64_t repeatInterval_ = 0;
+    RepeatClock clock_;
     WidgetCallback::Callback listener_;
     std::optional<Colour> thumbColour_;
     /// At the left or upper end, and at the other; null without arrow buttons.

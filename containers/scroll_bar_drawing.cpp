@@ -70,8 +70,9 @@ void ScrollBar::updateButtonStates(eRedrawFlag redraw) {
     if (!firstButton_) return;
     bool const towardsFirst = isActive() && position_ > 0;
     bool const towardsLast = isActive() && position_ < 1 - size_;
+    LifeGuard const life = guard();
     if (firstButton_->isActive() != towardsFirst) firstButton_->setActive(towardsFirst, redraw);
-    if (lastButton_->isActive() != towardsLast) lastButton_->setActive(towardsLast, redraw);
+    if (life.alive() && lastButton_->isActive() != towardsLast) lastButton_->setActive(towardsLast, redraw);
 }
 
 void ScrollBar::setThumbCol(Colour const& colour) {
@@ -80,8 +81,12 @@ void ScrollBar::setThumbCol(Colour const& colour) {
 }
 
 void ScrollBar::setButtonCol(Colour const& colour) {
-    for (Button* const button : {firstButton_, lastButton_})
-        if (button) button->setCols(button->getPalette().text(eTextEnabled), colour);
+    for (Button* const button : {firstButton_, lastButton_}) {
+        if (!button) continue;
+        button->setCols(button->getPalette().text(eTextEnabled), colour);
+        // Flat ones have no face at rest.
+        button->setStyle(eButtonStandard);
+    }
 }
 
 void ScrollBar::setPalette(Palette const& palette) {

@@ -1,6 +1,7 @@
 #include "buttons/button.h"
 #include "containers/scroll_bar.h"
 #include "host/events/event.h"
+#include "host/events/event_system.h"
 #include "host/services/clock.h"
 #include "host/services/preferences.h"
 
@@ -13,13 +14,17 @@ namespace {
 /// In units of the processor clock.
 constexpr std::int64_t firstInterval = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t nextInterval = iClock::processorPerSecond / 10;
+/// Of one event: a broken wheel is not to hold up the program.
+constexpr int maxNotches = 100;
+/// No zoom bar is made shorter than this share of its track.
+constexpr double leastShare = 1e-6;
 
 } // namespace
 
 int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
     if (mouse_wheel_event(event)) return turnWheel(event.amount());
-    if (mouse_down_event(event) && (mouse_left_event(event) || mouse_right_event(event))) return press(event);
-    if (mouse_up_event(event)) return letGo();
+    if (mouse_down_event(event)) return press(event);
+    if (mouse_up_event(event)) return release(event);
     if (mouse_move_event(event)) return follow(event);
     return 0;
 }
@@ -28,7 +33,7 @@ int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
 int ScrollBar::turnWheel(int notches) {
     eEventType const type = notches < 1 ? downButtonPressed : upButtonPressed;
     LifeGuard const life = guard();
-    for (int left = std::abs(notches); left > 0; --left) {
+    for (int left = std::abs(std::clamp(notches, -maxNotches, maxNotches)); left > 0; --left) {
         informParent(type);
         if (!life.alive()) return 1;
     }
@@ -39,16 +44,17 @@ int ScrollBar::turnWheel(int notches) {
 // Pressing
 
 int ScrollBar::press(wainscot::Event const& event) {
-    if (!isActive() || size_ >= 1) return 0;
     if (mouse_chord_event(event) && (isDragging() || paging_)) return 1;
-    endPress();
+    if (!endPress()) return 1;
+    bool const isLeft = mouse_left_event(event);
+    if (!isActive() || size_ >= 1 || !(isLeft || mouse_right_event(event))) return 0;
     XY<int> const place = eventXYToGlobXY(event, *this);
     if (!getThumbBgArea().contains(place)) return 0;
     anchor_ = place;
-    movedWhileHeld_ = false;
-    thumbAtPress_ = getWidgetValue();
-    if (!getThumbArea().contains(place)) {
-        if (!mouse_left_event(event)) return 0;
+    heldButton_ = isLeft ? EventKind::left : EventKind::right;
+    held_.begin(getWidgetValue());
+    if (!isOnThumb(place)) {
+        if (!isLeft) return 0;
         return config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
     }
     resizingEnd_ = inResizingArea(place);
@@ -57,30 +63,62 @@ int ScrollBar::press(wainscot::Event const& event) {
     return 1;
 }
 
+/// The margins on both sides belong to the thumb, so that it can be taken at the edge of the screen.
+bool ScrollBar::isOnThumb(XY<int> const& place) const {
+    XY<int> const extents = getThumbPixelExtents();
+    return alongBar(place) >= extents.x && alongBar(place) < extents.y;
+}
+
+int ScrollBar::release(wainscot::Event const& event) {
+    bool const isHeld = (isDragging() || paging_) && (event.heldButtons() & heldButton_) != 0;
+    return isHeld ? 1 : letGo();
+}
+
 int ScrollBar::letGo() {
     bool const wasDragging = isDragging();
     paging_ = false;
     stopTimer();
     if (!wasDragging) return 0;
-    if (movedWhileHeld_ && !tellData(thumbAtPress_, DataChangeType::finished)) return 1;
-    if (report(thumbReleased)) endPress();
+    LifeGuard const life = guard();
+    tellDataOfEnd();
+    if (life.alive() && isDragging() && report(thumbReleased)) endPress();
     return 1;
 }
 
-void ScrollBar::endPress() {
+void ScrollBar::tellDataOfEnd() {
+    if (held_.end()) tellData(held_.accepted(), DataChangeType::finished);
+}
+
+bool ScrollBar::endPress() {
     bool const wasHeld = isDragging();
     dragging_ = false;
     resizingEnd_ = 0;
     if (paging_) stopTimer();
     paging_ = false;
-    if (wasHeld) redrawThumb();
+    if (!wasHeld) return true;
+    redrawThumb();
+    LifeGuard const life = guard();
+    tellDataOfEnd();
+    return life.alive();
 }
 
-/// What was dragged goes back to where it was; pages that were turned stay turned.
+void ScrollBar::handleCaptureLost() {
+    if (endPress()) StandardPanel::handleCaptureLost();
+}
+
+/// What was dragged goes back to where it was; pages that were turned stay turned. A size that the owner has
+/// set during a drag is the owner's.
 void ScrollBar::handlePressCancelled(wainscot::Event const&) {
-    if (isDragging() && getWidgetValue() != thumbAtPress_) {
-        storeThumb(thumbAtPress_, eRedrawYes);
-        if (!tellData(thumbAtPress_, DataChangeType::continued) || !report(thumbMoved)) return;
+    double const size = dragging_ ? size_ : held_.atPress().size;
+    ThumbSettings const back{std::min(held_.atPress().position, 1 - size), size};
+    if (isDragging() && getWidgetValue() != back) {
+        LifeGuard const life = guard();
+        storeThumb(back, eRedrawYes);
+        if (!life.alive()) return;
+        DataAnswer const answer = tellData(held_.accepted(), held_.isChanging() ? DataChangeType::continued
+                                                                                : DataChangeType::single);
+        if (answer == DataAnswer::widgetHasGone) return;
+        if (answer == DataAnswer::taken && isDragging() && !report(thumbMoved)) return;
     }
     letGo();
 }
@@ -88,41 +126,40 @@ void ScrollBar::handlePressCancelled(wainscot::Event const&) {
 // Dragging
 
 int ScrollBar::follow(wainscot::Event const& event) {
-    XY<int> const place = eventXYToGlobXY(event, *this);
     if (event.heldButtons() == 0) {
-        // The release went astray: the bar was out of sight.
-        endPress();
-        setOverThumb(getThumbArea().contains(place));
+        // The release went astray.
+        if (endPress()) updateHover();
         return 0;
     }
     if (!isActive() || !(isDragging() || paging_)) return 0;
+    XY<int> const place = eventXYToGlobXY(event, *this);
     XY<int> const way = place - anchor_;
     int const change = isVertical() ? -way.y : way.x;
     anchor_ = place;
     int const range = getThumbRangePixels();
     if (paging_ || change == 0 || range <= 0) return 1;
-    ThumbSettings const before = getWidgetValue();
     double const share = static_cast<double>(change) / range;
+    LifeGuard const life = guard();
     if (dragging_)
         setThumbPosDelta(share);
     else
         resizeBy(share);
-    tellMoved(before);
+    if (life.alive() && isDragging()) tellMoved();
     return 1;
 }
 
-void ScrollBar::tellMoved(ThumbSettings const& before) {
-    DataChangeType const why = movedWhileHeld_ ? DataChangeType::continued : DataChangeType::started;
-    movedWhileHeld_ = true;
-    if (tellData(before, why)) report(thumbMoved);
+void ScrollBar::tellMoved() {
+    if (tellData(held_.accepted(), held_.nextChange()) == DataAnswer::taken && isDragging())
+        report(thumbMoved);
 }
 
 /// The thumb is held from now on, also where it had no way to go.
 int ScrollBar::jump(XY<int> const& place) {
     dragging_ = true;
-    setThumbPos(positionAt(alongBar(place)));
     redrawThumb();
-    if (getWidgetValue() != thumbAtPress_) tellMoved(thumbAtPress_);
+    LifeGuard const life = guard();
+    setThumbPos(positionAt(alongBar(place)));
+    if (life.alive() && isDragging() && getWidgetValue() != held_.atPress()) tellMoved();
     return 1;
 }
 
@@ -133,9 +170,10 @@ void ScrollBar::resizeBy(double change) {
     bool const hasRoom = position >= 0 && size_ + position + 2 * growth <= 1;
     double const size = size_ + (hasRoom ? 2 : 1) * growth;
     double const middle = position_ + size_ / 2;
-    if (resizingEnd_ > 0 ? position + size <= middle : position >= middle) return;
+    if (size < leastShare || (resizingEnd_ > 0 ? position + size <= middle : position >= middle)) return;
+    LifeGuard const life = guard();
     setThumbSize(size);
-    setThumbPos(position);
+    if (life.alive()) setThumbPos(position);
 }
 
 // Paging
@@ -151,14 +189,19 @@ int ScrollBar::page(XY<int> const& place) {
 
 bool ScrollBar::pageOnce() {
     ThumbSettings const before = getWidgetValue();
+    LifeGuard const life = guard();
     setThumbPosDelta(pagingStep_);
-    return tellData(before, DataChangeType::single) && report(thumbMoved);
+    if (!life.alive()) return false;
+    DataAnswer const answer = tellData(before, DataChangeType::single);
+    return answer == DataAnswer::taken && isActive() ? report(thumbMoved) : answer == DataAnswer::refused;
 }
 
+/// And has somewhere to go.
 bool ScrollBar::isBeyondThumb() const {
+    bool const hasWay = pagingStep_ < 0 ? position_ > 0 : position_ < 1 - size_;
     XY<int> const extents = getThumbPixelExtents();
     bool const towardsUpper = isVertical() == (pagingStep_ < 0);
-    return towardsUpper ? alongBar(anchor_) >= extents.y : alongBar(anchor_) < extents.x;
+    return hasWay && (towardsUpper ? alongBar(anchor_) >= extents.y : alongBar(anchor_) < extents.x);
 }
 
 bool ScrollBar::isAutoRepeating() const {
@@ -166,36 +209,23 @@ bool ScrollBar::isAutoRepeating() const {
 }
 
 void ScrollBar::startTimer() {
-    lastRepeat_ = iClock::current().processor();
-    repeatInterval_ = firstInterval;
+    clock_.start(firstInterval, nextInterval);
     setInterest(EventKind::timer);
-    setNextRepeat();
+    setNextTimer(clock_.msToNext());
 }
 
 void ScrollBar::stopTimer() {
     clearInterest(EventKind::timer);
 }
 
-/// When the interval may be over at the earliest: processor time is not more than wall time, but for that of
-/// other threads.
-void ScrollBar::setNextRepeat() {
-    std::int64_t const left = repeatInterval_ - (iClock::current().processor() - lastRepeat_);
-    setNextTimer(std::max(1.0, static_cast<double>(left) * 1000.0 / iClock::processorPerSecond));
-}
-
 int ScrollBar::handleTimerEvent() {
-    if (!paging_ || !isShown()) {
+    if (!paging_ || !isShown() || size_ >= 1) {
         paging_ = false;
         stopTimer();
         return 1;
     }
-    std::int64_t const now = iClock::current().processor();
-    bool const isDue = now - lastRepeat_ > repeatInterval_;
-    if (isDue) {
-        lastRepeat_ = now;
-        repeatInterval_ = nextInterval;
-    }
-    setNextRepeat();
+    bool const isDue = clock_.isDue();
+    setNextTimer(clock_.msToNext());
     if (isDue && isBeyondThumb()) pageOnce();
     return 1;
 }
@@ -203,11 +233,15 @@ int ScrollBar::handleTimerEvent() {
 // The pointer over it
 
 void ScrollBar::handleMouseContainment(bool inside) {
-    if (!inside) setOverThumb(false);
+    updateHover();
     StandardPanel::handleMouseContainment(inside);
 }
 
-void ScrollBar::setOverThumb(bool over) {
+void ScrollBar::updateHover() {
+    EventSystem const* const system = EventSystem::current();
+    bool const over = system && containsPointer() &&
+                      getThumbBgArea().contains(screenXYToGlobXY(system->pointer.place)) &&
+                      isOnThumb(screenXYToGlobXY(system->pointer.place));
     if (over == overThumb_) return;
     overThumb_ = over;
     redrawThumb();

@@ -21,10 +21,8 @@ int ScrollBar::thickness() {
     return 3 * UifStd::getWidgetGap();
 }
 
-/// Where the measures leave hardly anything between the margins, thumbs are still half as long as bars are
-/// thick.
 int ScrollBar::getMinThumbSize() {
-    return std::max(thickness() - 2 * UifStd::getIndentWidth(), thickness() / 2);
+    return std::max(thickness() - 2 * UifStd::getIndentWidth(), 1);
 }
 
 int ScrollBar::buttonLength() const {
@@ -100,13 +98,15 @@ int ScrollBar::inResizingArea(XY<int> const& place) const {
 // Arrow buttons
 
 void ScrollBar::reshape() {
+    LifeGuard const life = guard();
     StandardPanel::reshape();
-    layOutButtons();
+    if (life.alive()) layOutButtons();
 }
 
 void ScrollBar::handleLookChange() {
+    LifeGuard const life = guard();
     StandardPanel::handleLookChange();
-    layOutButtons();
+    if (life.alive()) layOutButtons();
 }
 
 /// Squares at both ends, as long as they leave room for a thumb that can move.
@@ -117,10 +117,11 @@ void ScrollBar::layOutButtons() {
     bool const fit = length >= 2 * side + 2 * UifStd::getIndentWidth() + 2 * getMinThumbSize();
     XY<int> const lower{0, 0};
     XY<int> const upper = isVertical() ? XY<int>{0, length - side} : XY<int>{length - side, 0};
+    LifeGuard const life = guard();
     reshapeWidgetAt(firstButton_, isVertical() ? upper : lower, {side, side});
-    reshapeWidgetAt(lastButton_, isVertical() ? lower : upper, {side, side});
-    firstButton_->setVisible(fit);
-    lastButton_->setVisible(fit);
+    if (life.alive()) reshapeWidgetAt(lastButton_, isVertical() ? lower : upper, {side, side});
+    if (life.alive()) firstButton_->setVisible(fit);
+    if (life.alive()) lastButton_->setVisible(fit);
 }
 
 } // namespace wainscot

@@ -2,6 +2,7 @@
 
 #include "buttons/button_look.h"
 #include "host/base/convert.h"
+#include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
@@ -20,6 +21,24 @@ constexpr double nudgesInRange = 500;
 constexpr double roundingSteps = 1000;
 /// As many as the "%lf" of formatted output.
 constexpr int reportedDecimals = 6;
+
+/// The largest thousandths that are not further apart than one.
+constexpr double mostRoundable = 9e15 / roundingSteps;
+/// What a value may miss its thousandth by, as a share of one, and still be it.
+constexpr double missing = 1e-6;
+
+bool counted(bool isRight, char const* asked) {
+    if (!isRight) Diagnostics::count("no number", asked);
+    return isRight;
+}
+
+bool isNumber(double value, char const* asked) {
+    return counted(!std::isnan(value), asked);
+}
+
+bool isFinite(double value, char const* asked) {
+    return counted(std::isfinite(value), asked);
+}
 
 GlobCreationInfo withSize(Slider::InitArgs const& args) {
     return {args, args.width, args.height};
@@ -52,7 +71,8 @@ double Slider::clamped(double value) const {
 }
 
 bool Slider::setValueRange(double minimum, double maximum) {
-    if (!std::isfinite(minimum) || !std::isfinite(maximum)) return false;
+    if (!isFinite(minimum, "Slider::setValueRange") || !isFinite(maximum, "Slider::setValueRange"))
+        return false;
     minimum_ = minimum;
     maximum_ = maximum;
     value_ = clamped(value_);
@@ -62,11 +82,11 @@ bool Slider::setValueRange(double minimum, double maximum) {
 }
 
 void Slider::setPosition(double value) {
-    if (!std::isnan(value)) storeValue(clamped(value), eRedrawYes);
+    if (isNumber(value, "Slider::setPosition")) storeValue(clamped(value), eRedrawYes);
 }
 
 void Slider::setNewWidgetValue(double& value, eRedrawFlag redraw) {
-    if (!std::isnan(value)) storeValue(clamped(value), redraw);
+    if (isNumber(value, "Slider::setNewWidgetValue")) storeValue(clamped(value), redraw);
     value = value_;
 }
 
@@ -78,23 +98,28 @@ void Slider::storeValue(double value, eRedrawFlag redraw) {
     describeChanged(DescriptionChange::value);
 }
 
-bool Slider::tellData(double before, DataChangeType why) {
+DataAnswer Slider::tellData(double fallback, DataChangeType why) {
     double const wanted = value_;
     LifeGuard const life = guard();
     bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return false;
-    if (!taken && value_ == wanted) storeValue(clamped(before), eRedrawYes);
-    return true;
+    if (!life.alive()) return DataAnswer::widgetHasGone;
+    if (taken) {
+        heldValue_.accept(value_);
+        return DataAnswer::taken;
+    }
+    if (value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
+    return life.alive() ? DataAnswer::refused : DataAnswer::widgetHasGone;
 }
 
 bool Slider::changePosition(double value) {
-    if (std::isnan(value) || clamped(value) == value_) return false;
+    if (!isNumber(value, "Slider::changePosition") || clamped(value) == value_) return false;
     double const before = value_;
+    LifeGuard const life = guard();
     storeValue(clamped(value), eRedrawYes);
-    if (!tellData(before, DataChangeType::single)) return true;
-    if (value_ == before) return false;
-    if (report(sliderMoved)) report(sliderReleased);
-    return true;
+    if (!life.alive()) return true;
+    DataAnswer const answer = tellData(before, DataChangeType::single);
+    if (answer == DataAnswer::taken && report(sliderMoved)) report(sliderReleased);
+    return answer != DataAnswer::refused;
 }
 
 bool Slider::nudge(bool up) {
@@ -112,7 +137,8 @@ double Slider::v2x(double value) const {
 
 double Slider::valueAt(double x) const {
     double const share = (x - startX_) / (endX_ - startX_);
-    return std::isfinite(share) ? std::lerp(minimum_, maximum_, share) : minimum_;
+    double const value = std::isfinite(share) ? std::lerp(minimum_, maximum_, share) : minimum_;
+    return std::isfinite(value) ? value : share < 0.5 ? minimum_ : maximum_;
 }
 
 double Slider::x2v(double x) const {
@@ -121,7 +147,9 @@ double Slider::x2v(double x) const {
     if (x >= endX_) return maximum_;
     double const here = valueAt(x);
     double const next = valueAt(std::min(x + 1, endX_));
-    double const round = std::floor(std::max(here, next) * roundingSteps) / roundingSteps;
+    double const most = std::max(here, next);
+    if (std::abs(most) > mostRoundable) return here;
+    double const round = std::floor(most * roundingSteps + missing) / roundingSteps;
     return std::max(round, std::min(here, next));
 }
 
@@ -146,7 +174,8 @@ IntBox Slider::getThumbArea() const {
     int const extent = isVertical() ? height() : width();
     int const length = std::min<int>(UifStd::getButtonHeight() / 2, extent);
     int const from = std::clamp(static_cast<int>(std::lround(v2x(value_))) - length / 2, 0, extent - length);
-    return alongBox(from, from + length, UifStd::getButtonHeight() / 8);
+    int const across = isVertical() ? width() : height();
+    return alongBox(from, from + length, std::min(UifStd::getButtonHeight() / 8, across / 4));
 }
 
 IntBox Slider::alongBox(int from, int to, int margin) const {
@@ -157,7 +186,7 @@ IntBox Slider::alongBox(int from, int to, int margin) const {
 // Points of interest, state and look
 
 void Slider::setPointOfInterest(double value) {
-    if (!std::isfinite(value)) return;
+    if (!isFinite(value, "Slider::setPointOfInterest")) return;
     pointOfInterest_ = value;
     makeDirty();
 }
@@ -168,21 +197,22 @@ void Slider::removePointOfInterest() {
 }
 
 void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
-    std::erase_if(points, [](PointOfInterest const& point) { return !std::isfinite(point.value); });
+    std::erase_if(points, [](PointOfInterest const& point) {
+        return !isFinite(point.value, "Slider::setPointsOfInterest");
+    });
     points_ = std::move(points);
     makeDirty();
 }
 
 void Slider::setOrientation(Orientation orientation) {
-    if (orientation == orientation_) return;
-    dropThumb();
+    if (orientation == orientation_ || !dropThumb()) return;
     orientation_ = orientation;
     recalculateStartAndEnd();
     makeDirty();
 }
 
 void Slider::setThumbVisibility(bool visible) {
-    if (!visible) dropThumb();
+    if (!visible && !dropThumb()) return;
     thumbVisible_ = visible;
     makeDirty();
 }
@@ -193,13 +223,11 @@ void Slider::setThumbColour(Colour const& colour) {
 }
 
 void Slider::setActive(bool active, eRedrawFlag redraw) {
-    if (!active) dropThumb();
-    Glob::setActive(active, redraw);
+    if (active || dropThumb()) Glob::setActive(active, redraw);
 }
 
 void Slider::setVisible(bool visible) {
-    if (!visible) dropThumb();
-    Glob::setVisible(visible);
+    if (visible || dropThumb()) Glob::setVisible(visible);
 }
 
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "containers/held_value.h"
 #include "containers/orientation.h"
 #include "foundation/val_widget.h"
 #include "host/objects/glob.h"
@@ -16,8 +17,8 @@ class CanvasRenderer;
 ///
 /// The channel runs from left to right, or from below upwards, from the minimum to the maximum; a range may
 /// fall. A press beside the thumb does nothing, but for one on a point of interest, which takes the thumb
-/// there. With the keyboard focus, arrow keys `nudge` it, Home and End take it to the ends; a `GlobTabStop`
-/// makes a tab stop of it.
+/// there. With the keyboard focus, arrow keys `nudge` it, Page Up and Page Down take it a tenth of the range
+/// further, Home and End to the ends; a `GlobTabStop` makes a tab stop of it.
 ///
 /// Messages, to the parent, with this as sender, queued unless `setSynchronousMessages` says otherwise: the
 /// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and
@@ -53,8 +54,10 @@ public:
     explicit Slider(InitArgs const& args);
     ~Slider() override;
 
-    // --- Value. The setters tell nobody; what is not finite is ignored, or refused with false.
+    // --- Value. The setters tell nobody. What is no number is ignored, or refused with false, and counted in
+    // the diagnostics.
     /// The value is brought within the new range.
+    /// Both ends are to be finite.
     bool setValueRange(double minimum, double maximum);
     double getMinimum() const { return minimum_; }
     double getMaximum() const { return maximum_; }
@@ -93,7 +96,7 @@ public:
     /// Messages are delivered before the change goes on, instead of being queued.
     void setSynchronousMessages(bool synchronous) { synchronous_ = synchronous; }
     bool isThumbHeld() const { return held_; }
-    /// What is under way ends when it becomes inactive or hidden, and nobody is told.
+    /// What is under way ends when it becomes inactive or hidden, and only the data is told.
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
     void setVisible(bool visible) override;
@@ -102,6 +105,7 @@ public:
 
     bool react(Event const& event) override;
     void handlePressCancelled(Event const& press) override;
+    void handleCaptureLost() override;
     void handleMouseContainment(bool inside) override;
     void handleKbdFocus() override;
     void handleLookChange() override;
@@ -119,8 +123,8 @@ private:
     double valueAt(double x) const;
     void recalculateStartAndEnd();
     void storeValue(double value, eRedrawFlag redraw);
-    /// False when the slider has gone.
-    bool tellData(double before, DataChangeType why);
+    /// Hands what the user did to the data, and goes back to another value where that refuses.
+    DataAnswer tellData(double fallback, DataChangeType why);
     bool report(eEventType type);
 
     bool reactToKey(Event const& event);
@@ -129,8 +133,10 @@ private:
     void pickUpThumb(int x);
     bool follow(Event const& event);
     void setSliderFromPixelPos(double x);
+    bool release(Event const& event);
     bool letGo();
-    void dropThumb();
+    /// Ends what is held; only the data is told. False when the slider has gone.
+    bool dropThumb();
 
     void drawChannel(CanvasRenderer& renderer);
     void drawPoint(CanvasRenderer& renderer, double value, Colour const& colour);
@@ -141,7 +147,7 @@ private:
     double minimum_ = 0;
     double maximum_ = 1;
     double value_ = 0;
-    double valueAtPress_ = 0;
+    HeldValue<double> heldValue_;
     std::optional<double> pointOfInterest_;
     std::vector<PointOfInterest> points_;
     Colour thumbColour_;
@@ -152,7 +158,8 @@ private:
     bool rounds_ = false;
     bool synchronous_ = false;
     bool held_ = false;
-    bool movedWhileHeld_ = false;
+    /// The button that holds it.
+    int heldButton_ = 0;
 };
 
 } // namespace wainscot

@@ -8,13 +8,20 @@
 
 namespace wainscot {
 
+namespace {
+
+/// Steps of Page Up from one end to the other.
+constexpr double pagesInRange = 10;
+
+} // namespace
+
 bool Slider::react(Event const& event) {
     if (isActive() && isKeyPressEvent(event)) return reactToKey(event) || Glob::react(event);
     bool isUsed = false;
-    if (mouse_down_event(event) && (mouse_left_event(event) || mouse_right_event(event)))
+    if (mouse_down_event(event))
         isUsed = press(event);
     else if (mouse_up_event(event))
-        isUsed = letGo();
+        isUsed = release(event);
     else if (mouse_move_event(event))
         isUsed = follow(event);
     return isUsed || Glob::react(event);
@@ -22,6 +29,7 @@ bool Slider::react(Event const& event) {
 
 /// Keys that take it no further are used all the same: they mean nothing else while it has the focus.
 bool Slider::reactToKey(Event const& event) {
+    double const page = maximum_ / pagesInRange - minimum_ / pagesInRange;
     switch (event.keyCode()) {
     case Key::right:
     case Key::up:
@@ -30,6 +38,12 @@ bool Slider::reactToKey(Event const& event) {
     case Key::left:
     case Key::down:
         nudge(false);
+        return true;
+    case Key::pageUp:
+        changePosition(value_ + page);
+        return true;
+    case Key::pageDown:
+        changePosition(value_ - page);
         return true;
     case Key::home:
         changePosition(minimum_);
@@ -45,18 +59,19 @@ bool Slider::reactToKey(Event const& event) {
 bool Slider::press(Event const& event) {
     if (!isActive()) return false;
     if (held_ && mouse_chord_event(event)) return true;
-    dropThumb();
+    if (!dropThumb()) return true;
+    bool const isLeft = mouse_left_event(event);
+    if (!isLeft && !mouse_right_event(event)) return false;
     XY<int> const place = eventXYToGlobXY(event, *this);
-    if (!getThumbArea().contains(place))
-        return mouse_left_event(event) && pressPointOfInterest(alongChannel(place));
+    if (!getThumbArea().contains(place)) return isLeft && pressPointOfInterest(alongChannel(place));
+    heldButton_ = isLeft ? EventKind::left : EventKind::right;
     pickUpThumb(alongChannel(place));
     return true;
 }
 
 void Slider::pickUpThumb(int x) {
     held_ = true;
-    movedWhileHeld_ = false;
-    valueAtPress_ = value_;
+    heldValue_.begin(value_);
     grip_ = x - static_cast<int>(std::lround(v2x(value_)));
     makeDirty();
 }
@@ -81,7 +96,7 @@ bool Slider::pressPointOfInterest(int x) {
 bool Slider::follow(Event const& event) {
     if (!held_) return false;
     if (event.heldButtons() == 0) {
-        // The release went astray: the slider was out of sight.
+        // The release went astray.
         dropThumb();
         return false;
     }
@@ -90,34 +105,51 @@ bool Slider::follow(Event const& event) {
 }
 
 void Slider::setSliderFromPixelPos(double x) {
+    if (endX_ <= startX_) return;
     double const before = value_;
+    LifeGuard const life = guard();
     storeValue(clamped(x2v(std::clamp(x, startX_, endX_))), eRedrawYes);
-    if (value_ == before) return;
-    DataChangeType const why = movedWhileHeld_ ? DataChangeType::continued : DataChangeType::started;
-    movedWhileHeld_ = true;
-    if (tellData(before, why)) report(sliderMoved);
+    if (!life.alive() || !held_ || value_ == before) return;
+    if (tellData(heldValue_.accepted(), heldValue_.nextChange()) == DataAnswer::taken && held_)
+        report(sliderMoved);
+}
+
+/// The release of another button changes nothing.
+bool Slider::release(Event const& event) {
+    return held_ && (event.heldButtons() & heldButton_) != 0 ? true : letGo();
 }
 
 bool Slider::letGo() {
     if (!held_) return false;
-    bool const moved = movedWhileHeld_;
-    dropThumb();
-    if (!moved || tellData(valueAtPress_, DataChangeType::finished)) report(sliderReleased);
+    if (dropThumb()) report(sliderReleased);
     return true;
 }
 
-void Slider::dropThumb() {
-    if (!held_) return;
+bool Slider::dropThumb() {
+    if (!held_) return true;
     held_ = false;
     makeDirty();
+    LifeGuard const life = guard();
+    if (heldValue_.end()) tellData(heldValue_.accepted(), DataChangeType::finished);
+    return life.alive();
+}
+
+void Slider::handleCaptureLost() {
+    if (dropThumb()) Glob::handleCaptureLost();
 }
 
 void Slider::handlePressCancelled(Event const&) {
     if (!held_) return;
-    double const before = clamped(valueAtPress_);
+    double const before = clamped(heldValue_.atPress());
     if (value_ != before) {
+        LifeGuard const life = guard();
         storeValue(before, eRedrawYes);
-        if (!tellData(before, DataChangeType::continued) || !report(sliderMoved)) return;
+        if (!life.alive()) return;
+        DataAnswer const answer =
+            tellData(heldValue_.accepted(),
+                     heldValue_.isChanging() ? DataChangeType::continued : DataChangeType::single);
+        if (answer == DataAnswer::widgetHasGone) return;
+        if (answer == DataAnswer::taken && held_ && !report(sliderMoved)) return;
     }
     letGo();
 }

@@ -31,7 +31,7 @@ void GlobTabStop::handleTabStopFocusReceipt(eDirection) {
 
 void GlobTabStop::handleTabStopFocusLoss() {
     if (isReceivingTabStopFocus()) return;
-    if (Glob* const holder = focusHolderInside()) holder->relinquishKbdFocus(nullptr);
+    if (Glob* const holder = focusHolderInside()) holder->relinquishKbdFocus(widget()->parent());
 }
 
 Glob* GlobTabStop::focusHolderInside() const {

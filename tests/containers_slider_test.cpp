@@ -71,6 +71,7 @@ protected:
 };
 
 TEST_F(Sliders, PixelsAndValuesMapBothWaysOnAnyRange) {
+    expectDiagnostic("no number");
     Slider* const slider = add(10, 30, 20);
     EXPECT_EQ(slider->v2x(10), margin_);
     EXPECT_EQ(slider->v2x(30), margin_ + 200);
@@ -221,6 +222,7 @@ TEST_F(Sliders, KeysNudgeItWhileItIsTheTabStop) {
 }
 
 TEST_F(Sliders, PointsOfInterestTakeTheThumb) {
+    expectDiagnostic("no number");
     Slider* const slider = add(0, 1, 0.5);
     slider->setPointsOfInterest(
         {{0.1, Colour(1, 0, 0)}, {noNumber, Colour()}, {0.11, Colour(1, 0, 0)}, {9, Colour()}});

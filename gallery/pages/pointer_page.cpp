@@ -1,3 +1,4 @@
+#include "foundation/repeat_clock.h"
 #include "gallery/label_glob.h"
 #include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
@@ -132,42 +133,31 @@ public:
     void handlePressCancelled(Event const&) override { end(); }
 
 private:
-    static std::int64_t now() { return iClock::current().processor(); }
-
     void begin() {
         began_ = service_get_msecs();
         count_ = 0;
-        last_ = now();
-        interval_ = firstRepeat;
+        clock_.start(firstRepeat, laterRepeat);
         setInterest(EventKind::timer);
-        waitForRest();
+        setNextTimer(clock_.msToNext());
         show();
     }
     void end() { clearInterest(EventKind::timer); }
 
-    void waitForRest() {
-        std::int64_t const left = interval_ - (now() - last_);
-        setNextTimer(std::max(1.0, static_cast<double>(left) * 1000.0 / iClock::processorPerSecond));
-    }
-
     bool tick() {
-        if (now() - last_ > interval_) {
-            last_ = now();
-            interval_ = laterRepeat;
+        if (clock_.isDue()) {
             ++count_;
             log_(LightweightString<wchar_t>(L"repeat ") + number(count_) + L" after " +
                  number(static_cast<int>(std::lround(service_get_msecs() - began_))) + L" ms");
             show();
         }
-        waitForRest();
+        setNextTimer(clock_.msToNext());
         return true;
     }
     void show() { setText(LightweightString<wchar_t>(L"count ") + number(count_)); }
 
     LogLine log_;
     double began_ = 0.0;
-    std::int64_t last_ = 0;
-    std::int64_t interval_ = firstRepeat;
+    RepeatClock clock_;
     int count_ = 0;
 };
 

@@ -425,7 +425,7 @@ void Glob::setActive(bool active, eRedrawFlag redraw) {
     setFlag(activeFlag, active);
     if (redraw) makeDirty();
     LifeGuard const life = guard();
-    if (!active) relinquishKbdFocus(nullptr);
+    if (!active) relinquishKbdFocus(KbdFocus::heirOf(*this));
     if (life.alive()) describeChanged(DescriptionChange::state);
 }
 

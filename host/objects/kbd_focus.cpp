@@ -2,6 +2,7 @@
 
 #include "host/base/diagnostics.h"
 #include "host/base/ui_thread.h"
+#include "host/drawing/canvas.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/glob.h"
@@ -91,13 +92,27 @@ Glob* KbdFocus::holderIn(Glob const& root) {
     return system ? asGlob(system->focus.holder(root.idStamp())) : nullptr;
 }
 
+Glob* KbdFocus::heirOf(Glob const& leaving) {
+    Glob* heir = nullptr;
+    Glob* top = nullptr;
+    for (Glob* glob = leaving.parent(); glob; glob = glob->parent()) {
+        top = glob;
+        if (!glob->isVisible() || !glob->canvas()->isMapped())
+            heir = nullptr;
+        else if (!heir && glob->isActive())
+            heir = glob;
+    }
+    return heir ? heir : top;
+}
+
 void KbdFocus::leave(Glob& top) {
     EventSystem* const system = EventSystem::current();
     if (!system) return;
     Glob* const root = Glob::getRootParent(&top);
     Glob* const holder = holderIn(*root);
-    if (holder && (holder == &top || Glob::isParentedTo(holder, &top)))
-        system->focus.setHolder(root->idStamp(), root);
+    if (!holder || (holder != &top && !Glob::isParentedTo(holder, &top))) return;
+    Glob* const heir = heirOf(top);
+    system->focus.setHolder(root->idStamp(), heir ? heir : root);
 }
 
 void KbdFocus::joinTree(Glob& child) {

@@ -21,7 +21,10 @@ class WAINSCOT_API KbdFocus {
 public:
     /// The holder in the window of a root; null when there is none.
     static Glob* holderIn(Glob const& root);
-    /// When the holder is `top` or below it: the root gets the focus, and nobody is told.
+    /// The nearest ancestor that can take keys, so that Tab goes on from near the place; else the root. Null
+    /// for a root.
+    static Glob* heirOf(Glob const& leaving);
+    /// When the holder is `top` or below it: its heir gets the focus, and nobody is told.
     static void leave(Glob& top);
     /// A root is about to become a child: it has no focus of its own any more.
     static void joinTree(Glob& child);
