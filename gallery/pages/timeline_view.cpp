@@ -23,6 +23,8 @@ constexpr double clipHue = 0.45;
 constexpr double edgeShare = 0.3;
 constexpr double waveShare = 0.35;
 constexpr double tickShare = 0.6;
+/// In pixels.
+constexpr int narrowClip = 16;
 /// Pixels from one line of a wave form to the next.
 constexpr int waveStep = 3;
 
@@ -172,8 +174,10 @@ void TimelineView::drawClips(CanvasRenderer& renderer, TimelineModel::Track cons
 void TimelineView::drawClip(CanvasRenderer& renderer, TimelineModel::Clip const& clip, Colour const& colour,
                             IntBox const& box) const {
     int const gap = UifStd::getIndentWidth();
-    if (box.width() < 2 * gap) {
-        renderer.renderPrimitive(Glib::RectDescription(box, colour));
+    if (box.width() < narrowClip) {
+        // Edges would be more than what they are round: a pixel of ground tells clips apart.
+        IntBox const inner(box.x1, box.y1, std::max(box.x2 - 1, box.x1 + 1), box.y2);
+        renderer.renderPrimitive(Glib::RectDescription(inner, colour));
         return;
     }
     Palette const& palette = getPalette();
@@ -196,7 +200,7 @@ void TimelineView::addWave(std::vector<IntBox>& wave, IntBox const& box) const {
     int const gap = UifStd::getIndentWidth();
     int const strip = Glib::loadFont(UifStd::getFont())->lineHeight() + gap;
     int const height = box.height() - strip - gap;
-    if (height < gap || box.width() < 2 * gap) return;
+    if (height < gap || box.width() < narrowClip) return;
     IntBox const lanes = clipsArea().translated(canvasArea().bottomLeft());
     double const secondsPerStep = times_.length * waveStep / lanes.width();
     int const middle = box.y1 + gap + height / 2;
@@ -274,7 +278,7 @@ void TimelineView::drawCorner(CanvasRenderer& renderer) const {
     int const gap = UifStd::getIndentWidth();
     renderer.renderPrimitive(Glib::TextDescription(
         Glib::fitTextToWidth(font, countText(), toSize16(box.width() - 2 * gap)),
-        {box.x1 + 2 * gap, box.y1 + getFontYOffset(box.height(), font)}, font, palette.text(eTextSecondary)));
+        {box.x1 + gap, box.y1 + getFontYOffset(box.height(), font)}, font, palette.text(eTextSecondary)));
 }
 
 Colour TimelineView::colourOf(TimelineModel::Kind kind) const {
