@@ -2,6 +2,7 @@
 
 #include "foundation/focus_stop.h"
 #include "host/drawing/drawable.h"
+#include "host/objects/kbd_focus.h"
 
 namespace wainscot {
 
@@ -11,9 +12,10 @@ BoolRadioSet::~BoolRadioSet() {
 
 void BoolRadioSet::letGo() {
     for (int i = 0; i < static_cast<int>(count()); ++i) {
-        Checkbox* const box = member(i);
-        if (!box || box->getMembership() != this) continue;
-        box->setUserFunction(nullptr, nullptr);
+        Checkbox* const box = side(i);
+        if (!box) continue;
+        // Somebody else may have taken the function since.
+        if (box->getUserContext() == this) box->setUserFunction(nullptr, nullptr);
         box->setMembership(nullptr);
         box->setNotChosen(false);
     }
@@ -22,7 +24,7 @@ void BoolRadioSet::letGo() {
 
 bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTrue) {
     letGo();
-    if (!first || !second) return false;
+    if (!first || !second || first == second) return false;
     for (Checkbox* const box : {first, second}) {
         if (addMember(*box) == refused) return false;
         box->setUserFunction(checkboxCallback, this);
@@ -39,8 +41,10 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
 void BoolRadioSet::setState(bool value) {
     if (value == value_) return;
     LifeGuard const life(radioSetLife());
+    show(value);
+    if (!life.alive() || value_ != value) return;
     bool const taken = requestSetNewDataValue(value, DataChangeType::single);
-    if (life.alive() && taken) show(value);
+    if (life.alive() && !taken && value_ == value) show(!value);
 }
 
 void BoolRadioSet::setNewWidgetValue(bool& value, eRedrawFlag) {
@@ -50,7 +54,7 @@ void BoolRadioSet::setNewWidgetValue(bool& value, eRedrawFlag) {
 void BoolRadioSet::setEnabledState(bool enabled) {
     LifeGuard const life(radioSetLife());
     for (int i = 0; life.alive() && i < static_cast<int>(count()); ++i)
-        if (Checkbox* const box = member(i)) box->setActive(enabled);
+        if (Checkbox* const box = side(i)) box->setActive(enabled);
 }
 
 void BoolRadioSet::show(bool value) {
@@ -59,7 +63,7 @@ void BoolRadioSet::show(bool value) {
     storeCurrent(chosen);
     LifeGuard const life(radioSetLife());
     for (int i = 0; i < static_cast<int>(count()); ++i) {
-        Checkbox* const box = member(i);
+        Checkbox* const box = side(i);
         if (!box) continue;
         Glib::UpdateDeferrer const deferrer(box->canvas());
         box->setNotChosen(i != chosen);
@@ -67,6 +71,20 @@ void BoolRadioSet::show(bool value) {
         // Whoever was shown it may have chosen otherwise.
         if (!life.alive() || value_ != value || getCurrent() != chosen) return;
     }
+    takeFocusAlong();
+}
+
+/// The pair is one stop: the focus does not stay behind on the side that is not ticked.
+void BoolRadioSet::takeFocusAlong() {
+    auto const* const holder = dynamic_cast<Checkbox*>(get_kbd_focus());
+    if (!holder || holder->getMembership() != this || holder->isTicked()) return;
+    Checkbox* const chosen = side(getCurrent());
+    if (chosen && chosen->isTicked() && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
+}
+
+Checkbox* BoolRadioSet::side(int index) const {
+    Checkbox* const box = member(index);
+    return box && box->getMembership() == this ? box : nullptr;
 }
 
 // Choosing
@@ -90,27 +108,37 @@ void BoolRadioSet::checkboxCallback(Checkbox* clicked, void* set) {
 
 void BoolRadioSet::click(Checkbox const* clicked) {
     if (!clicked || clicked->isTicked()) return;
-    for (int i = 0; i < static_cast<int>(count()); ++i)
-        if (member(i) == clicked) return set_current(i, false);
+    for (int i = 0; i < static_cast<int>(count()); ++i) {
+        if (side(i) != clicked) continue;
+        // The program may have cleared the chosen one.
+        return i == getCurrent() ? show(value_) : set_current(i, false);
+    }
+}
+
+// Mixed values
+
+void BoolRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
+    LifeGuard const life(radioSetLife());
+    for (int i = 0; life.alive() && i < static_cast<int>(count()); ++i)
+        if (Checkbox* const box = side(i)) box->setShownMixed(mixed);
 }
 
 // Keys
 
 bool BoolRadioSet::isTabStop(Checkbox const& stop) const {
     if (stop.isTicked()) return true;
-    Checkbox const* const other = member(0) == &stop ? member(1) : member(0);
+    Checkbox const* const other = side(0) == &stop ? side(1) : side(0);
     bool const otherTakesIt = other && FocusStop::canTake(*other);
-    return !otherTakesIt || (!other->isTicked() && member(0) == &stop);
+    return !otherTakesIt || (!other->isTicked() && side(0) == &stop);
 }
 
 bool BoolRadioSet::stepFrom(Checkbox& from, XY<int>) {
-    int const next = member(0) == &from ? 1 : 0;
-    GlobRef<Checkbox> const chosen(member(next));
-    if (!chosen.get() || !FocusStop::canTake(*chosen.get())) return false;
-    set_current(next, false);
-    Checkbox* const box = chosen.get();
-    // Where the data refused, the focus stays with the choice.
-    if (box && box->isTicked()) FocusStop::giveFocus(*box, *box);
+    Checkbox* const next = side(side(0) == &from ? 1 : 0);
+    if (!next || !FocusStop::canTake(*next)) return false;
+    if (next->isTicked())
+        takeFocusAlong();
+    else
+        click(next);
     return true;
 }
 

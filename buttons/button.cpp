@@ -217,6 +217,12 @@ void Button::setCols(Colour const& text, Colour const& face) {
     setDownCols(text, face);
 }
 
+void Button::setFaceColour(Colour const& face) {
+    extras().up = {std::nullopt, face};
+    extras().down = {std::nullopt, face};
+    makeDirty();
+}
+
 void Button::setUpCols(Colour const& text, Colour const& face) {
     extras().up = {text, face};
     makeDirty();

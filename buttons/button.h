@@ -130,6 +130,8 @@ public:
     bool isDefaultAction() const { return defaultAction_; }
     /// Text and face of both states.
     void setCols(Colour const& text, Colour const& face);
+    /// The label keeps the palette's colour.
+    void setFaceColour(Colour const& face);
     void setUpCols(Colour const& text, Colour const& face);
     void setDownCols(Colour const& text, Colour const& face);
     /// Bare names of icons: while it is down, and while it is up (the first one where that is empty).

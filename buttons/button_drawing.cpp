@@ -31,8 +31,8 @@ Colour Button::getForeCol() const {
                             : isDown() && extras_->down ? &*extras_->down
                             : !isDown() && extras_->up  ? &*extras_->up
                                                         : nullptr;
-    if (!own) return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
-    return isActive() ? own->text : Colour::mix(own->text, own->face, 0.5);
+    if (!own || !own->text) return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
+    return isActive() ? *own->text : Colour::mix(*own->text, own->face, 0.5);
 }
 
 Colour const* Button::borderColour() const {

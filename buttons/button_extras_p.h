@@ -10,7 +10,8 @@ namespace wainscot {
 /// What only few buttons have; made when first needed.
 struct Button::Extras {
     struct Colours {
-        Colour text;
+        /// Nothing = that of the palette.
+        std::optional<Colour> text;
         Colour face;
     };
     struct Repeat {

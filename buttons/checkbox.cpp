@@ -27,9 +27,7 @@ int tickSide() {
 }
 
 XY<int> sizeFor(Checkbox::InitArgs const& args) {
-    bool const bold = (args.font.style & Glib::eFontBold) != 0;
-    int const width =
-        args.width != 0 ? args.width : Checkbox::calcWidth(args.label, args.border, args.appearance, bold);
+    int const width = args.width != 0 ? args.width : Checkbox::calcWidth(args.label, args.border, args.font);
     return {width, args.height != 0 ? args.height : UifStd::getButtonHeight()};
 }
 
@@ -63,7 +61,7 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 
 Checkbox::Checkbox(InitArgs const& args)
     : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
-      ticked_(args.ticked) {}
+      ticked_(args.ticked), automaticWidth_(args.width == 0), automaticHeight_(args.height == 0) {}
 
 Checkbox::~Checkbox() = default;
 
@@ -94,7 +92,7 @@ void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
 }
 
 void Checkbox::setActive(bool active, eRedrawFlag redraw) {
-    if (!active) pressed_ = false;
+    if (!active) setPressed(false);
     StandardPanel::setActive(active, redraw);
 }
 
@@ -138,6 +136,18 @@ void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
     appendState_ = appendState;
 }
 
+void Checkbox::setMembership(iCheckboxSet* set, unsigned int index) {
+    set_ = set;
+    memberIndex_ = index;
+}
+
+void Checkbox::setShownMixed(bool mixed) {
+    if (mixed == shownMixed_) return;
+    shownMixed_ = mixed;
+    makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
 void Checkbox::setUserFunction(UserFunction function, void* context) {
     userFunction_ = function;
     userContext_ = context;
@@ -146,6 +156,8 @@ void Checkbox::setUserFunction(UserFunction function, void* context) {
 // Events
 
 bool Checkbox::react(Event const& event) {
+    // Another button may still be held, then the panel gets the release.
+    if (mouse_up_event(event) && mouse_left_event(event)) setPressed(false);
     if (isActive() && clickable_ && mouse_left_event(event) && !mouse_wheel_event(event) &&
         !mouse_chord_event(event))
         return reactToMouse(event);
@@ -166,21 +178,28 @@ bool Checkbox::reactToMouse(Event const& event) {
     bool const isPress = mouse_down_event(event);
     bool const isRelease = mouse_up_event(event);
     bool const toggles = (generation_ == onPress && isPress) || (generation_ == onRelease && isRelease);
-    if (isPress || isRelease) {
-        pressed_ = isPress;
-        makeDirty();
-    }
+    if (isPress) setPressed(true);
     if (toggles) requestToggleState();
     return true;
 }
 
-void Checkbox::handlePressCancelled(Event const&) {
-    pressed_ = false;
+void Checkbox::setPressed(bool pressed) {
+    if (pressed == pressed_) return;
+    pressed_ = pressed;
     makeDirty();
 }
 
+void Checkbox::setClickable(bool clickable) {
+    clickable_ = clickable;
+    if (!clickable) setPressed(false);
+}
+
+void Checkbox::handlePressCancelled(Event const&) {
+    setPressed(false);
+}
+
 void Checkbox::handleCaptureLost() {
-    pressed_ = false;
+    setPressed(false);
     StandardPanel::handleCaptureLost();
 }
 
@@ -236,6 +255,10 @@ void Checkbox::setTextColour(Colour const& colour) {
 int Checkbox::calcWidth(UIString const& label, Border::eType border, eAppearance, bool bold) {
     Glib::FontDesc font = UifStd::getFont();
     if (bold) font.style |= Glib::eFontBold;
+    return calcWidth(label, border, font);
+}
+
+int Checkbox::calcWidth(UIString const& label, Border::eType border, Glib::FontDesc const& font) {
     LightweightString<wchar_t> const text = label.text();
     int const textWidth = text.isEmpty() ? 0 : UifStd::getWidgetGap() + Glib::loadFont(font)->textWidth(text);
     return 2 * (UifStd::getIndentWidth() + Border::calcSize(border)) + tickSide() + textWidth;
@@ -264,6 +287,14 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
     return Glib::loadIcon(on ? L"led_blue_on.png" : L"led_blue.png");
 }
 
+void Checkbox::handleLookChange() {
+    StandardPanel::handleLookChange();
+    int const wide =
+        automaticWidth_ ? calcWidth(label_, getBorder().getType(), getTextFont()) : static_cast<int>(width());
+    int const high = automaticHeight_ ? UifStd::getButtonHeight() : static_cast<int>(height());
+    if (wide != width() || high != height()) resize(wide, high);
+}
+
 void Checkbox::draw() {
     StandardPanel::draw();
     if (get_kbd_focus() != this || !glib_appHasFocus()) return;
@@ -274,39 +305,37 @@ void Checkbox::draw() {
 void Checkbox::drawBackground() {
     StandardPanel::drawBackground();
     drawTickBox();
-    if (ticked_ || isDataMixed()) drawTick(isDataMixed());
+    if (ticked_ || showsMixed()) drawTick(showsMixed());
     drawText();
 }
 
 void Checkbox::drawTickBox() {
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
+    Palette const& palette = getPalette();
+    bool const answers = isActive() && (containsPointer() || pressed_);
+    unsigned const radius = appearance_ == roundTickBox || isLight() ? static_cast<unsigned>(box.width() / 2)
+                                                                     : UifStd::getCornerRadius() / 2U;
+    Colour const hover = palette.mark(eMarkFocus);
     if (isLight()) {
         if (Qv::Ptr<Glib::Image> const light = getLEDIcon())
             renderer.renderPrimitive(Glib::ImageDescription(light, box));
+        if (answers) Glib::drawRoundedRectOutline(renderer, hover, box, 1, radius);
         return;
     }
-    Palette const& palette = getPalette();
-    bool const answers = isActive() && (containsPointer() || pressed_);
-    Colour const ground =
-        answers ? palette.scale(palette.window(eWindowRecessed), 1.25) : palette.window(eWindowRecessed);
-    Colour const edge = isActive() ? palette.mark(eMarkEdge) : palette.text(eTextDisabled);
-    unsigned const radius =
-        appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
+    Colour const ground = palette.window(!isActive() ? eWindowNormal
+                                         : pressed_  ? eWindowRaised
+                                                     : eWindowRecessed);
+    Colour const edge = !isActive() ? palette.text(eTextDisabled) : answers ? hover : palette.mark(eMarkEdge);
     Glib::drawRoundedRect(renderer, ground, edge, box, 1, radius);
 }
 
 void Checkbox::drawTick(bool mixed) {
-    if (isLight()) return;
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
-    if (mixed) {
-        int const inset = box.width() / 4;
-        int const middle = box.y1 + box.height() / 2;
-        IntBox const bar(box.x1 + inset, middle - 1, box.x2 - inset, middle + 1);
-        renderer.renderPrimitive(Glib::RectDescription(bar, getTickColour()));
-        return;
-    }
+    // On a light it stands out from every colour.
+    if (mixed) return drawBar(renderer, box, isLight() ? getPalette().text(eTextEnabled) : getTickColour());
+    if (isLight()) return;
     if (appearance_ == roundTickBox && tickCharacter_ == 0) return drawDot(renderer, box);
     LightweightString<wchar_t> const tick =
         tickCharacter_ != 0
@@ -315,6 +344,14 @@ void Checkbox::drawTick(bool mixed) {
     Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), toSize16(box.height())});
     XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
     renderer.renderPrimitive(Glib::TextDescription(tick, place, font, getTickColour(), eAlignCentre));
+}
+
+/// Neither ticked nor clear.
+void Checkbox::drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour) {
+    int const inset = box.width() / 4;
+    int const middle = box.y1 + box.height() / 2;
+    IntBox const bar(box.x1 + inset, middle - 1, box.x2 - inset, middle + 1);
+    renderer.renderPrimitive(Glib::RectDescription(bar, colour));
 }
 
 void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
@@ -351,6 +388,7 @@ void Checkbox::describe(GlobDescription& description) const {
     description.role = "checkbox";
     description.name = label_.text();
     if (ticked_) description.states |= GlobDescription::checked;
+    if (showsMixed()) description.states |= GlobDescription::mixed;
     if (isActive()) description.states |= GlobDescription::focusable;
     description.actions.push_back("toggle");
 }

@@ -111,14 +111,17 @@ public:
     /// Told instead of the parent, with a `Change` as payload.
     void setCallback(WidgetCallback const& callback) { callback_ = callback.getCallback(); }
     /// Clicks pass through it when false.
-    void setClickable(bool clickable) { clickable_ = clickable; }
+    void setClickable(bool clickable);
     /// Written by a set of which it is a member: another member is the chosen one.
     void setNotChosen(bool notChosen) { notChosen_ = notChosen; }
     bool isNotChosen() const { return notChosen_; }
-    /// The set of which it is a member, told by the set itself, which takes itself away before it dies; null
-    /// = none.
-    void setMembership(iCheckboxSet* set) { set_ = set; }
+    /// The set of which it is a member and its index there, told by the set itself, which takes itself away
+    /// before it dies; null = none. Who has gone to another set is no member of the former one.
+    void setMembership(iCheckboxSet* set, unsigned int index = 0);
     iCheckboxSet* getMembership() const { return set_; }
+    unsigned int getMemberIndex() const { return memberIndex_; }
+    /// Shows it as mixed, for sets whose data is.
+    void setShownMixed(bool mixed);
 
     // --- Look
     UIString const& getString() const { return label_; }
@@ -134,6 +137,7 @@ public:
     /// The width that a label needs, in a bold font or not.
     static int calcWidth(UIString const& label, Border::eType border, eAppearance appearance = tickBox,
                          bool bold = false);
+    static int calcWidth(UIString const& label, Border::eType border, Glib::FontDesc const& font);
     /// The box or the light, in the checkbox's coordinates.
     IntBox getTickExtents() const;
 
@@ -150,6 +154,7 @@ public:
     void drawBackground() override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
+    void handleLookChange() override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void describe(GlobDescription& description) const override;
@@ -168,6 +173,9 @@ protected:
 private:
     bool reactToMouse(Event const& event);
     bool reactToArrow(Event const& event);
+    void setPressed(bool pressed);
+    bool showsMixed() const { return isDataMixed() || shownMixed_; }
+    void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
     void tellParent();
     void tellWithChange();
@@ -180,6 +188,7 @@ private:
     UserFunction userFunction_ = nullptr;
     void* userContext_ = nullptr;
     iCheckboxSet* set_ = nullptr;
+    unsigned int memberIndex_ = 0;
     std::unique_ptr<Colour> textColour_;
     eAppearance appearance_;
     eMsgGeneration generation_ = onPress;
@@ -189,6 +198,10 @@ private:
     bool clickable_ = true;
     bool pressed_ = false;
     bool notChosen_ = false;
+    bool shownMixed_ = false;
+    /// Its size follows label and metrics.
+    bool automaticWidth_;
+    bool automaticHeight_;
 };
 
 } // namespace wainscot

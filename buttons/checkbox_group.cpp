@@ -17,6 +17,7 @@ CheckboxGroup::CheckboxGroup(InitArgs const& args) : CheckboxPanel(args) {
         boxArgs.appearance = args.appearance;
         addBox(std::make_unique<Checkbox>(boxArgs));
     }
+    setBoldRoom(args.bold);
     layOutBoxes();
 }
 

@@ -1,5 +1,6 @@
 #include "buttons/checkbox_panel.h"
 
+#include "buttons/member_switch_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 
@@ -17,19 +18,16 @@ int heightFor(int rows, int rowHeight) {
     return rows <= 0 ? 0 : rows * rowHeight + (rows - 1) * UifStd::getRowGap();
 }
 
-int flagsFor(CheckboxPanel::InitArgs const& args) {
-    return args.title.isEmpty() ? 0 : StandardPanel::plainTitle;
+/// The title as it is drawn, with room at both ends.
+int titleWidth(UIString const& title) {
+    return title.isEmpty() ? 0
+                           : Glib::loadFont(UifStd::getTitleFont())->textWidth(title.text()) +
+                                 4 * UifStd::getIndentWidth();
 }
 
-/// What all checkboxes need, in columns that are as wide as the widest of them.
-XY<int> neededSize(CheckboxPanel::InitArgs const& args) {
-    int widest = 0;
-    for (UIString const& label : args.labels)
-        widest = std::max(widest, Checkbox::calcWidth(label, Border::none, args.appearance, args.bold));
-    int const columns = std::max<int>(args.columns, 1);
-    int const rows = rowsFor(static_cast<int>(args.labels.size()), columns);
-    XY<int> const user{columns * widest, heightFor(rows, UifStd::getButtonHeight())};
-    return StandardPanel::calcPanelSize(user, flagsFor(args), Border(args.border));
+XY<int> panelSize(XY<int> user, UIString const& title, Border const& border) {
+    int const flags = title.isEmpty() ? 0 : StandardPanel::plainTitle;
+    return StandardPanel::calcPanelSize({std::max(user.x, titleWidth(title)), user.y}, flags, border);
 }
 
 } // namespace
@@ -39,16 +37,15 @@ CheckboxPanel::InitArgs::InitArgs(std::vector<UIString> texts, unsigned short w,
     opaque = false;
 }
 
+/// What sizes itself does so when it has its checkboxes.
 StandardPanel::InitArgs CheckboxPanel::panelArgs(InitArgs const& args) {
-    bool const isGiven = args.width != 0 && args.height != 0;
-    XY<int> const needed = isGiven ? XY<int>() : neededSize(args);
-    return {GlobCreationInfo(args, args.width != 0 ? args.width : toSize16(needed.x),
-                             args.height != 0 ? args.height : toSize16(needed.y)),
-            Border(args.border)};
+    return {args, Border(args.border)};
 }
 
 CheckboxPanel::CheckboxPanel(InitArgs const& args)
-    : StandardPanel(panelArgs(args)), columns_(std::max<int>(args.columns, 1)) {
+    : StandardPanel(panelArgs(args)), switch_(std::make_unique<MemberSwitch>()),
+      columns_(std::max<int>(args.columns, 1)), bold_(args.bold), automaticWidth_(args.width == 0),
+      automaticHeight_(args.height == 0) {
     if (!args.title.isEmpty()) setTitle(args.title, eRedrawNo);
 }
 
@@ -56,7 +53,6 @@ CheckboxPanel::~CheckboxPanel() = default;
 
 void CheckboxPanel::addBox(std::unique_ptr<Checkbox> box) {
     box->setPalette(getPalette());
-    if (!isActive()) box->setActive(false, eRedrawNo);
     boxes_.emplace_back(addChild(std::move(box)));
 }
 
@@ -71,7 +67,36 @@ int CheckboxPanel::indexOf(Glob const* glob) const {
     return -1;
 }
 
+Checkbox* CheckboxPanel::childBox(int index) const {
+    Checkbox* const box = getCheckbox(index);
+    return box && box->parent() == this ? box : nullptr;
+}
+
 // Layout
+
+XY<int> CheckboxPanel::neededSize() const {
+    int widest = 0;
+    for (int i = 0; i < getNumCheckboxes(); ++i)
+        if (Checkbox const* const box = getCheckbox(i))
+            widest = std::max(
+                widest, Checkbox::calcWidth(box->getString(), Border::none, box->getAppearance(), bold_));
+    int const rows = rowsFor(getNumCheckboxes(), columns_);
+    return panelSize({columns_ * widest, heightFor(rows, UifStd::getButtonHeight())}, getTitle(),
+                     getBorder());
+}
+
+void CheckboxPanel::resizeToFit() {
+    if (!automaticWidth_ && !automaticHeight_) return;
+    XY<int> const needed = neededSize();
+    int const wide = automaticWidth_ ? needed.x : static_cast<int>(width());
+    int const high = automaticHeight_ ? needed.y : static_cast<int>(height());
+    if (XY<int>{wide, high} != size()) resize(wide, high);
+}
+
+void CheckboxPanel::setBoldRoom(bool bold) {
+    bold_ = bold;
+    resizeToFit();
+}
 
 unsigned short CheckboxPanel::calcHeightForRows(unsigned char rows, unsigned short rowHeight) {
     return toSize16(heightFor(rows, rowHeight != 0 ? rowHeight : UifStd::getButtonHeight()));
@@ -86,7 +111,7 @@ void CheckboxPanel::layOutBoxes() {
                               rows > 1 ? std::max(area.height() - usual, 0) / (rows - 1) : usual);
     int const rowHeight = std::clamp(rows > 1 ? step : area.height(), 0, usual);
     for (int i = 0; i < getNumCheckboxes(); ++i) {
-        Checkbox* const box = getCheckbox(i);
+        Checkbox* const box = childBox(i);
         if (!box) continue;
         int const column = i % columns_;
         int const left = area.width() * column / columns_;
@@ -103,6 +128,7 @@ void CheckboxPanel::reshape() {
 
 void CheckboxPanel::handleLookChange() {
     StandardPanel::handleLookChange();
+    resizeToFit();
     layOutBoxes();
 }
 
@@ -114,10 +140,11 @@ void CheckboxPanel::setAppearance(Checkbox::eAppearance appearance) {
 }
 
 void CheckboxPanel::setActive(bool active, eRedrawFlag redraw) {
+    if (active == isActive()) return;
     LifeGuard const life = guard();
     StandardPanel::setActive(active, redraw);
-    for (std::size_t i = 0; life.alive() && i < boxes_.size(); ++i)
-        if (Checkbox* const box = boxes_[i].get()) box->setActive(active, redraw);
+    if (life.alive())
+        switch_->setActive(active, redraw, life, getNumCheckboxes(), [this](int i) { return childBox(i); });
 }
 
 void CheckboxPanel::setPalette(Palette const& palette) {

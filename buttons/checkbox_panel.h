@@ -7,6 +7,8 @@
 
 namespace wainscot {
 
+class MemberSwitch;
+
 /// A panel of checkboxes in rows and columns, which it owns; the base of groups and sets of them. Row by row,
 /// from the upper left corner.
 ///
@@ -39,7 +41,7 @@ public:
     int getColumns() const { return columns_; }
     void setAppearance(Checkbox::eAppearance appearance);
 
-    /// All checkboxes with it.
+    /// All checkboxes with it; those that were disabled before it stay so.
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
@@ -53,12 +55,23 @@ protected:
     /// -1 for what is none of the checkboxes.
     int indexOf(Glob const* glob) const;
     void layOutBoxes();
+    /// Makes room for bold labels, or no longer, where it sizes itself.
+    void setBoldRoom(bool bold);
 
 private:
     static StandardPanel::InitArgs panelArgs(InitArgs const& args);
+    /// Null also for one that has gone to another parent.
+    Checkbox* childBox(int index) const;
+    /// What the checkboxes need, in columns that are as wide as the widest of them.
+    XY<int> neededSize() const;
+    void resizeToFit();
 
     std::vector<GlobRef<Checkbox>> boxes_;
+    std::unique_ptr<MemberSwitch> switch_;
     int columns_;
+    bool bold_;
+    bool automaticWidth_;
+    bool automaticHeight_;
 };
 
 } // namespace wainscot

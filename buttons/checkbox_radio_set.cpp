@@ -18,15 +18,20 @@ CheckboxRadioSet::InitArgs argsFor(std::vector<UIString> const& labels, Palette 
 
 } // namespace
 
-CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : CheckboxPanel(args), known_(args.selected) {
+CheckboxRadioSet::InitArgs::InitArgs(std::vector<UIString> texts, unsigned short w, unsigned short h)
+    : CheckboxPanel::InitArgs(std::move(texts), w, h) {
+    appearance = Checkbox::roundTickBox;
+}
+
+CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : CheckboxPanel(args) {
     for (UIString const& label : args.labels) {
-        Checkbox::InitArgs boxArgs(label, static_cast<int>(numCheckboxes()) == args.selected);
+        RadioSetCheckbox::InitArgs boxArgs(label, static_cast<int>(numCheckboxes()) == args.selected);
         boxArgs.appearance = args.appearance;
         addBox(std::make_unique<RadioSetCheckbox>(boxArgs, *this));
     }
     setChoiceColumns(getColumns());
-    tickOnly(static_cast<unsigned int>(getWidgetValue()));
-    known_ = getWidgetValue();
+    tickOnly(getSelectedCheckbox());
+    setBoldWhenTicked(args.bold);
     layOutBoxes();
 }
 
@@ -48,27 +53,26 @@ void CheckboxRadioSet::setSelectedItem(int index) {
 }
 
 void CheckboxRadioSet::setNewWidgetValue(int& index, eRedrawFlag redraw) {
-    LifeGuard const life = guard();
     if (!getCheckbox(index)) index = -1;
-    known_ = index;
     if (index == getWidgetValue()) return;
+    LifeGuard const life = guard();
     tickOnly(static_cast<unsigned int>(index));
     if (life.alive() && redraw == eRedrawYes) makeDirty();
 }
 
 void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
     int const wanted = getWidgetValue();
-    int const before = known_;
+    int const before = static_cast<int>(getPreviousSelection());
     LifeGuard const life = guard();
-    known_ = wanted;
     bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
     if (!life.alive()) return;
-    if (!taken) {
-        int back = before;
-        if (getWidgetValue() == wanted) setNewWidgetValue(back, eRedrawYes);
-        return;
-    }
-    callMsg(parent(), selectionChangedMsg.c_str());
+    if (!taken && getWidgetValue() == wanted) tickOnly(static_cast<unsigned int>(before));
+    // The data may have made something else of it.
+    if (life.alive() && getWidgetValue() != before) callMsg(parent(), selectionChangedMsg.c_str());
+}
+
+void CheckboxRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
+    showMixed(mixed);
 }
 
 /// Members report to the set itself; this serves those whose user function was taken by somebody else.
@@ -95,6 +99,7 @@ void CheckboxRadioSet::setBoldWhenTicked(bool bold) {
     for (int i = 0; i < getNumCheckboxes(); ++i)
         if (Checkbox* const box = getCheckbox(i))
             static_cast<RadioSetCheckbox*>(box)->setBoldWhenTicked(bold);
+    setBoldRoom(bold);
 }
 
 void CheckboxRadioSet::setTextColourWhenTicked(Colour const& colour) {

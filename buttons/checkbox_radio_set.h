@@ -21,7 +21,7 @@ public:
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
-        using CheckboxPanel::InitArgs::InitArgs;
+        explicit InitArgs(std::vector<UIString> texts = {}, unsigned short w = 0, unsigned short h = 0);
         /// The one that is chosen at first; -1 = none.
         int selected = -1;
     };
@@ -40,6 +40,7 @@ public:
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
 
+    /// `InitArgs::bold` does so from the start.
     void setBoldWhenTicked(bool bold);
     void setTextColourWhenTicked(Colour const& colour);
 
@@ -48,12 +49,10 @@ public:
 
 protected:
     void handleCheckboxClick(Checkbox* clicked) override;
+    void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
 
 private:
     void clearOther(Glob const* sender);
-
-    /// The choice that was told last.
-    int known_ = -1;
 };
 
 } // namespace wainscot

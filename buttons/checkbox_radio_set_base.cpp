@@ -3,6 +3,9 @@
 #include "buttons/choice_steps_p.h"
 #include "foundation/focus_stop.h"
 #include "host/drawing/drawable.h"
+#include "host/objects/kbd_focus.h"
+
+#include <algorithm>
 
 namespace wainscot {
 
@@ -13,18 +16,18 @@ CheckboxRadioSetBase::~CheckboxRadioSetBase() {
 // Members
 
 void CheckboxRadioSetBase::addCheckbox(Checkbox* checkbox) {
-    if (!checkbox) return;
+    if (!checkbox || checkbox->getMembership() == this) return;
     checkbox->setUserFunction(checkboxClickCallback, this);
-    checkbox->setMembership(this);
+    checkbox->setMembership(this, numCheckboxes());
     members_.emplace_back(checkbox);
 }
 
 void CheckboxRadioSetBase::clear() {
-    for (GlobRef<Checkbox> const& member : members_) {
-        Checkbox* const box = member.get();
-        // It may have gone to another set since.
-        if (!box || box->getMembership() != this) continue;
-        box->setUserFunction(nullptr, nullptr);
+    for (unsigned int i = 0; i < numCheckboxes(); ++i) {
+        Checkbox* const box = checkbox(i);
+        if (!box) continue;
+        // Somebody else may have taken the function since.
+        if (box->getUserContext() == this) box->setUserFunction(nullptr, nullptr);
         box->setMembership(nullptr);
         box->setNotChosen(false);
     }
@@ -32,18 +35,19 @@ void CheckboxRadioSetBase::clear() {
 }
 
 Checkbox* CheckboxRadioSetBase::checkbox(unsigned int index) const {
-    return index < members_.size() ? members_[index].get() : nullptr;
+    Checkbox* const box = index < members_.size() ? members_[index].get() : nullptr;
+    return box && box->getMembership() == this ? box : nullptr;
 }
 
-unsigned int CheckboxRadioSetBase::findCheckbox(Checkbox const* checkbox) const {
-    for (unsigned int i = 0; checkbox && i < members_.size(); ++i)
-        if (members_[i].get() == checkbox) return i;
+unsigned int CheckboxRadioSetBase::findCheckbox(Checkbox const* sought) const {
+    for (unsigned int i = 0; sought && i < numCheckboxes(); ++i)
+        if (checkbox(i) == sought) return i;
     return noCheckbox;
 }
 
 unsigned int CheckboxRadioSetBase::getSelectedCheckbox() const {
-    for (unsigned int i = 0; i < members_.size(); ++i) {
-        Checkbox const* const box = members_[i].get();
+    for (unsigned int i = 0; i < numCheckboxes(); ++i) {
+        Checkbox const* const box = checkbox(i);
         if (box && box->isTicked()) return i;
     }
     return noCheckbox;
@@ -61,8 +65,11 @@ void CheckboxRadioSetBase::checkboxClickCallback(Checkbox* clicked, void* set) {
 
 void CheckboxRadioSetBase::handleCheckboxClickInternal(Checkbox* clicked) {
     if (!clicked || clicked->isTicked()) return;
+    unsigned int const index = findCheckbox(clicked);
+    if (index == noCheckbox) return;
     GlobRef<Checkbox> const ref(clicked);
-    if (tickOnly(findCheckbox(clicked))) handleCheckboxClick(ref.get());
+    previous_ = getSelectedCheckbox();
+    if (tickOnly(index)) handleCheckboxClick(ref.get());
 }
 
 void CheckboxRadioSetBase::handleCheckboxClick(Checkbox*) {}
@@ -73,13 +80,28 @@ bool CheckboxRadioSetBase::tickOnly(unsigned int index) {
     Checkbox const* const chosen = checkbox(index);
     Glib::UpdateDeferrer const deferrer(chosen ? chosen->canvas() : nullptr);
     for (unsigned int i = 0; i < members_.size(); ++i) {
-        Checkbox* const box = members_[i].get();
+        Checkbox* const box = checkbox(i);
         if (!box) continue;
         box->setNotChosen(index != noCheckbox && i != index);
         box->setState(i == index);
         if (!life.alive() || choice != choice_) return false;
     }
-    return true;
+    takeFocusAlong();
+    return life.alive() && choice == choice_;
+}
+
+/// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
+void CheckboxRadioSetBase::takeFocusAlong() {
+    auto const* const holder = dynamic_cast<Checkbox*>(get_kbd_focus());
+    if (!holder || holder->getMembership() != this || holder->isTicked()) return;
+    Checkbox* const chosen = checkbox(getSelectedCheckbox());
+    if (chosen && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
+}
+
+void CheckboxRadioSetBase::showMixed(bool mixed) {
+    LifeGuard const life(life_);
+    for (unsigned int i = 0; life.alive() && i < numCheckboxes(); ++i)
+        if (Checkbox* const box = checkbox(i)) box->setShownMixed(mixed);
 }
 
 // Keys
@@ -91,10 +113,19 @@ int CheckboxRadioSetBase::nextUsable(int from, XY<int> direction) const {
     });
 }
 
+/// Looks back to the nearest other one only, so that asking all members takes linear time.
+template <class Test>
+bool CheckboxRadioSetBase::isFirst(Checkbox const& member, Test test) const {
+    for (unsigned int i = std::min(member.getMemberIndex(), numCheckboxes()); i-- > 0;) {
+        Checkbox const* const box = checkbox(i);
+        if (box && test(*box)) return false;
+    }
+    return true;
+}
+
 bool CheckboxRadioSetBase::isTabStop(Checkbox const& member) const {
-    if (member.isTicked()) return true;
-    // Asked first, since that is quick: then only one member looks for the chosen one.
-    if (checkbox(static_cast<unsigned int>(nextUsable(-1, {1, 0}))) != &member) return false;
+    if (member.isTicked()) return isFirst(member, [](Checkbox const& box) { return box.isTicked(); });
+    if (!isFirst(member, [](Checkbox const& box) { return FocusStop::canTake(box); })) return false;
     Checkbox const* const chosen = checkbox(getSelectedCheckbox());
     return !chosen || !FocusStop::canTake(*chosen);
 }
@@ -103,9 +134,11 @@ bool CheckboxRadioSetBase::stepFrom(Checkbox& member, XY<int> direction) {
     unsigned int const from = findCheckbox(&member);
     int const next = from == noCheckbox ? -1 : nextUsable(static_cast<int>(from), direction);
     if (next < 0) return false;
-    GlobRef<Checkbox> const chosen(checkbox(static_cast<unsigned int>(next)));
-    handleCheckboxClickInternal(chosen.get());
-    if (Checkbox* const box = chosen.get()) FocusStop::giveFocus(*box, *box);
+    Checkbox* const chosen = checkbox(static_cast<unsigned int>(next));
+    if (chosen->isTicked())
+        takeFocusAlong();
+    else
+        handleCheckboxClickInternal(chosen);
     return true;
 }
 

@@ -21,7 +21,7 @@ public:
     /// Lets go of the checkboxes, which keep their state.
     ~CheckboxRadioSetBase() override;
 
-    /// Takes the checkbox's user function for itself. Null is ignored.
+    /// Takes the checkbox's user function for itself. Null and members are ignored.
     void addCheckbox(Checkbox* checkbox);
     /// Lets go of all checkboxes.
     void clear();
@@ -29,7 +29,7 @@ public:
     unsigned int findCheckbox(Checkbox const* checkbox) const;
     /// Members that have died are counted: the others keep their indices.
     unsigned int numCheckboxes() const { return static_cast<unsigned int>(members_.size()); }
-    /// Null for a member that has died, and out of range.
+    /// Null for a member that has died or gone to another set, and out of range.
     Checkbox* checkbox(unsigned int index) const;
 
     /// The index of the first ticked member; `noCheckbox` when none is ticked.
@@ -53,13 +53,21 @@ protected:
     /// Ticks one member, or none at `noCheckbox`, and tells nobody. False when somebody who was shown it
     /// destroyed the set, or chose otherwise.
     bool tickOnly(unsigned int index);
+    /// What was ticked before the click that is being handled.
+    unsigned int getPreviousSelection() const { return previous_; }
+    /// Shows all members as standing for several values, or no longer.
+    void showMixed(bool mixed);
 
 private:
     void handleCheckboxClickInternal(Checkbox* clicked);
     int nextUsable(int from, XY<int> direction) const;
+    template <class Test>
+    bool isFirst(Checkbox const& member, Test test) const;
+    void takeFocusAlong();
 
     std::vector<GlobRef<Checkbox>> members_;
     int columns_ = 1;
+    unsigned int previous_ = noCheckbox;
     /// Tells one choice from those made while it is being shown.
     unsigned int choice_ = 0;
     LifeToken life_;

@@ -7,6 +7,7 @@
 #include "host/events/event.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
 
 namespace wainscot {
 
@@ -30,6 +31,20 @@ void radio_set::switchMember(Button& member, bool on, bool notify) {
 int radio_set::nextActive(int from, XY<int> direction) const {
     return ChoiceSteps::next(from, direction, static_cast<int>(count()), 1,
                              [this](int index) { return isUsable(member(index)); });
+}
+
+void radio_set::set_current(int index, bool quiet) {
+    LifeGuard const life(radioSetLife());
+    RadioSetBase::set_current(index, quiet);
+    if (life.alive()) takeFocusAlong();
+}
+
+/// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
+void radio_set::takeFocusAlong() {
+    auto const* const holder = dynamic_cast<radio_button*>(get_kbd_focus());
+    if (!holder || holder->set() != this || holder->index() == getCurrent()) return;
+    Button* const chosen = member(getCurrent());
+    if (chosen && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
 }
 
 int radio_set::tabStopIndex() const {
@@ -102,10 +117,7 @@ bool radio_button::stepBy(XY<int> direction) {
     radio_set* const known = set();
     int const next = known && index_ >= 0 ? known->nextActive(index_, direction) : -1;
     if (next < 0) return false;
-    LifeGuard const life(known->radioSetLife());
     known->set_current(next, false);
-    if (!life.alive()) return true;
-    if (Button* const chosen = known->member(next)) FocusStop::giveFocus(*chosen, *chosen);
     return true;
 }
 
@@ -129,7 +141,7 @@ void radio_button::describe(GlobDescription& description) const {
 StdRadioButton::StdRadioButton(radio_set* set, LightweightString<wchar_t> const& label, char const* message,
                                Colour const& colour, Canvas* canvas, XY<int> const& size)
     : radio_button(label, message, set, toSize16(size.x), toSize16(size.y), true, canvas) {
-    setCols(getPalette().text(eTextEnabled), colour);
+    setFaceColour(colour);
 }
 
 } // namespace wainscot

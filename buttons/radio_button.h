@@ -12,6 +12,8 @@ class WAINSCOT_API radio_set final : public RadioSetBase<Button> {
 public:
     ~radio_set() override;
 
+    /// Where the keyboard focus lies on a member, it goes to the chosen one.
+    void set_current(int index, bool quiet) override;
     /// Where Tab stops: the chosen member, or the first active one when that cannot be used or none is
     /// chosen. -1 when there is none.
     int tabStopIndex() const;
@@ -20,6 +22,9 @@ public:
 
 protected:
     void switchMember(Button& member, bool on, bool notify) override;
+
+private:
+    void takeFocusAlong();
 };
 
 /// One of several buttons of which one is down. A left press chooses it; so do Return and space, and the

@@ -1,5 +1,6 @@
 #include "buttons/radio_set.h"
 
+#include "buttons/member_switch_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -24,35 +25,30 @@ RadioSet::InitArgs argsFor(Vector<LightweightString<wchar_t>> const& labels, Pal
     return args;
 }
 
-XY<int> neededSize(RadioSet::InitArgs const& args) {
-    int widest = 0;
-    for (LightweightString<wchar_t> const& label : args.labels)
-        widest = std::max(widest, Button::calcSizeFor(label, UifStd::getFont()).x);
-    int const count = static_cast<int>(args.labels.size());
-    int const height = UifStd::getButtonHeight();
-    return args.vertical ? XY<int>{widest, count * height} : XY<int>{count * widest, height};
-}
-
 } // namespace
 
 RadioSet::InitArgs::InitArgs(Vector<LightweightString<wchar_t>> texts, unsigned short w, unsigned short h)
     : GlobCreationInfo(w, h), labels(std::move(texts)) {}
 
-StandardPanel::InitArgs RadioSet::panelArgs(InitArgs const& args) {
-    XY<int> const needed = neededSize(args);
-    return {GlobCreationInfo(args, args.width != 0 ? args.width : toSize16(needed.x),
-                             args.height != 0 ? args.height : toSize16(needed.y))};
+RadioSet::RadioSet(InitArgs const& args)
+    : StandardPanel(StandardPanel::InitArgs(args)), switch_(std::make_unique<MemberSwitch>()),
+      vertical_(args.vertical), automaticWidth_(args.width == 0), automaticHeight_(args.height == 0) {
+    for (LightweightString<wchar_t> const& label : args.labels)
+        if (!addItem(label, args.faceColour)) break;
+    resizeToFit();
+    layOutButtons();
 }
 
-RadioSet::RadioSet(InitArgs const& args) : StandardPanel(panelArgs(args)), vertical_(args.vertical) {
-    for (LightweightString<wchar_t> const& label : args.labels) {
-        radio_button::InitArgs buttonArgs(label, buttonMessage, 1, UifStd::getButtonHeight());
-        buttonArgs.set = &set_;
-        buttonArgs.palette = getPalette();
-        auto* const button = addChild(std::make_unique<radio_button>(buttonArgs));
-        if (args.faceColour) button->setCols(getPalette().text(eTextEnabled), *args.faceColour);
-    }
-    layOutButtons();
+/// False when the set has no room for more.
+bool RadioSet::addItem(LightweightString<wchar_t> const& label, std::optional<Colour> const& faceColour) {
+    radio_button::InitArgs args(label, buttonMessage, 1, UifStd::getButtonHeight());
+    args.set = &set_;
+    args.palette = getPalette();
+    auto button = std::make_unique<radio_button>(args);
+    if (button->index() < 0) return false;
+    if (faceColour) button->setFaceColour(*faceColour);
+    addChild(std::move(button));
+    return true;
 }
 
 RadioSet::RadioSet(Vector<LightweightString<wchar_t>> const& labels, Palette const& palette, int width,
@@ -72,14 +68,41 @@ bool RadioSet::react(Event const& event) {
     return true;
 }
 
+int RadioSet::getSelectedItem() const {
+    return set_.member(set_.getCurrent()) ? set_.getCurrent() : -1;
+}
+
+Button* RadioSet::childButton(int index) const {
+    Button* const button = getButton(index);
+    return button && button->parent() == this ? button : nullptr;
+}
+
 // Layout
+
+XY<int> RadioSet::neededSize() const {
+    int widest = 0;
+    for (int i = 0; i < getNumItems(); ++i)
+        if (Button const* const button = getButton(i))
+            widest = std::max(widest, Button::calcSizeFor(button->getWidgetValue(), UifStd::getFont()).x);
+    int const count = getNumItems();
+    int const height = UifStd::getButtonHeight();
+    return vertical_ ? XY<int>{widest, count * height} : XY<int>{count * widest, height};
+}
+
+void RadioSet::resizeToFit() {
+    if (!automaticWidth_ && !automaticHeight_) return;
+    XY<int> const needed = neededSize();
+    int const wide = automaticWidth_ ? needed.x : static_cast<int>(width());
+    int const high = automaticHeight_ ? needed.y : static_cast<int>(height());
+    if (XY<int>{wide, high} != size()) resize(wide, high);
+}
 
 void RadioSet::layOutButtons() {
     IntBox const area = getUserArea();
     int const count = getNumItems();
     int const extent = vertical_ ? area.height() : area.width();
     for (int i = 0; i < count; ++i) {
-        Button* const button = getButton(i);
+        Button* const button = childButton(i);
         if (!button) continue;
         int const from = extent * i / count;
         int const length = extent * (i + 1) / count - from;
@@ -95,16 +118,18 @@ void RadioSet::reshape() {
 
 void RadioSet::handleLookChange() {
     StandardPanel::handleLookChange();
+    resizeToFit();
     layOutButtons();
 }
 
 // State and look
 
 void RadioSet::setActive(bool active, eRedrawFlag redraw) {
+    if (active == isActive()) return;
     LifeGuard const life = guard();
     StandardPanel::setActive(active, redraw);
-    for (int i = 0; life.alive() && i < getNumItems(); ++i)
-        if (Button* const button = getButton(i)) button->setActive(active, redraw);
+    if (life.alive())
+        switch_->setActive(active, redraw, life, getNumItems(), [this](int i) { return childButton(i); });
 }
 
 void RadioSet::setPalette(Palette const& palette) {

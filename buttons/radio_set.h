@@ -8,6 +8,8 @@
 
 namespace wainscot {
 
+class MemberSwitch;
+
 /// A panel of radio buttons made from a list of labels, side by side or one below the other, of equal size.
 ///
 /// Calls its parent with `radioSetMessage()`, with this as sender, when the user has made a choice; the owner
@@ -19,7 +21,8 @@ public:
     /// What it tells its parent. The tests destroy everything in each.
     static constexpr std::string_view sentNotifications[] = {"radio_set_message"};
 
-    /// A width or height of 0 becomes what the labels need.
+    /// A width or height of 0 becomes what the labels need. Labels beyond `radio_set::maxMembers` are left
+    /// out, with a diagnostic.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         explicit InitArgs(Vector<LightweightString<wchar_t>> texts = {}, unsigned short w = 0,
@@ -40,7 +43,7 @@ public:
     static LightweightString<char> radioSetMessage() { return "radio_set_message"; }
 
     /// -1 when none is chosen.
-    int getSelectedItem() const { return set_.getCurrent(); }
+    int getSelectedItem() const;
     /// Nobody is told. A negative index leaves none chosen; nothing happens out of range.
     void setSelectedItem(int index) { set_.set_current(index, true); }
     int getNumItems() const { return static_cast<int>(set_.count()); }
@@ -48,7 +51,7 @@ public:
     Button* getButton(int index) const { return set_.member(index); }
     bool isVertical() const { return vertical_; }
 
-    /// All buttons with it.
+    /// All buttons with it; those that were disabled before it stay so.
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
@@ -58,12 +61,20 @@ public:
     void describe(GlobDescription& description) const override;
 
 private:
-    static StandardPanel::InitArgs panelArgs(InitArgs const& args);
+    bool addItem(LightweightString<wchar_t> const& label, std::optional<Colour> const& faceColour);
+    /// Null also for one that has gone to another parent.
+    Button* childButton(int index) const;
+    /// What the labels need, with all buttons as wide as the widest.
+    XY<int> neededSize() const;
+    void resizeToFit();
     bool isButton(Glob const* glob) const;
     void layOutButtons();
 
     radio_set set_;
+    std::unique_ptr<MemberSwitch> switch_;
     bool vertical_;
+    bool automaticWidth_;
+    bool automaticHeight_;
 };
 
 } // namespace wainscot

@@ -4,16 +4,12 @@
 
 namespace wainscot {
 
-namespace {
-
-Checkbox::InitArgs withDot(Checkbox::InitArgs args) {
-    if (args.appearance == Checkbox::tickBox) args.appearance = Checkbox::roundTickBox;
-    return args;
+RadioSetCheckbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, unsigned short h)
+    : Checkbox::InitArgs(std::move(text), isTicked, w, h) {
+    appearance = roundTickBox;
 }
 
-} // namespace
-
-RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args) : Checkbox(withDot(args)) {}
+RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args) : Checkbox(args) {}
 
 RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set) : RadioSetCheckbox(args) {
     set.addCheckbox(this);

@@ -10,6 +10,11 @@ namespace wainscot {
 /// colour while it is the chosen one. Arrow keys choose the next one that way.
 class WAINSCOT_API RadioSetCheckbox : public Checkbox {
 public:
+    class WAINSCOT_API InitArgs : public Checkbox::InitArgs {
+    public:
+        explicit InitArgs(UIString text, bool isTicked = false, unsigned short w = 0, unsigned short h = 0);
+    };
+
     explicit RadioSetCheckbox(InitArgs const& args);
     /// A member of a set from the start.
     RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set);

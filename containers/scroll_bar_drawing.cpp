@@ -83,7 +83,7 @@ void ScrollBar::setThumbCol(Colour const& colour) {
 void ScrollBar::setButtonCol(Colour const& colour) {
     for (Button* const button : {firstButton_, lastButton_}) {
         if (!button) continue;
-        button->setCols(button->getPalette().text(eTextEnabled), colour);
+        button->setFaceColour(colour);
         // Flat ones have no face at rest.
         button->setStyle(eButtonStandard);
     }

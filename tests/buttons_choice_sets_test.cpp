@@ -298,7 +298,7 @@ TEST_F(ChoiceSets, ATruthValueHasTwoSides) {
     EXPECT_EQ(get_kbd_focus(), first);
     judge->onAsk = [&] { pair.reset(); };
     driver_.click(second);
-    EXPECT_TRUE(first->isTicked() && !first->hasUserFunction() && !second->hasUserFunction());
+    EXPECT_TRUE(second->isTicked() && !first->hasUserFunction() && !second->hasUserFunction());
     EXPECT_FALSE(BoolRadioSet().setWidgets(first, nullptr, true));
 }
 

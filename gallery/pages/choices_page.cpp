@@ -1,4 +1,5 @@
 #include "gallery/pages/cell_panel.h"
+#include "host/objects/description.h"
 
 #include "buttons/bool_radio_set.h"
 #include "buttons/checkbox_group.h"
@@ -27,13 +28,18 @@ public:
         }
         if (auto const* const group = dynamic_cast<CheckboxGroup*>(sender)) return sayOf(*group, name);
         if (auto const* const set = dynamic_cast<CheckboxRadioSet*>(sender))
-            return sayChoice(name, set->getCheckbox(set->getSelectedItem())->getString().text());
-        if (auto const* const set = dynamic_cast<RadioSet*>(sender))
-            return sayChoice(name, set->getButton(set->getSelectedItem())->getWidgetValue());
+            return sayChoice(name, valueOf(*set));
+        if (auto const* const set = dynamic_cast<RadioSet*>(sender)) return sayChoice(name, valueOf(*set));
         return CellPanel::handleMessageEvent(name, sender);
     }
 
 private:
+    /// The label of the chosen one; empty where there is none.
+    static LightweightString<wchar_t> valueOf(Glob const& set) {
+        GlobDescription description;
+        set.describe(description);
+        return description.value;
+    }
     int sayOf(CheckboxGroup const& group, LightweightString<char> const& name) {
         int const index = group.getLastClicked();
         return sayChoice(name, group.getCheckbox(index)->getString().text() +

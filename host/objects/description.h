@@ -20,6 +20,8 @@ struct GlobDescription {
         expanded = 64,
         selected = 128,
         editable = 256,
+        /// Its value stands for several that differ.
+        mixed = 512,
     };
 
     /// What kind of thing it is: "panel", "button", "textbox" ...
