@@ -13,9 +13,6 @@ class WAINSCOT_API BoolRadioSet final : public RadioSetBase<Checkbox>,
                                         public ValWidget<bool>,
                                         public iCheckboxSet {
 public:
-    /// What it tells others. The tests destroy everything in it.
-    static constexpr std::string_view sentNotifications[] = {"adaptor"};
-
     BoolRadioSet() = default;
     /// Lets go of the checkboxes, which keep their state.
     ~BoolRadioSet() override;

@@ -162,28 +162,6 @@ TEST_F(ChoiceSets, ASetIsOneStopAndArrowsGoAsTheMembersLie) {
     EXPECT_EQ(set->getSelectedItem(), 4);
 }
 
-TEST_F(ChoiceSets, TheOwnerMayDestroyTheSetInItsMessage) {
-    class Owner : public Glob {
-    public:
-        Owner() : Glob(300, 300) {}
-        int handleMessageEvent(LightweightString<char>, Glob* sender) override {
-            destroy(sender);
-            return 1;
-        }
-    };
-    auto* const owner = root_->addChild(std::make_unique<Owner>(), BottomLeft(0, 0));
-    auto* const set =
-        owner->addChild(std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"a", L"b"})));
-    driver_.settle();
-    set->getCheckbox(0)->claimKbdFocus();
-    driver_.key(Key::down);
-    EXPECT_FALSE(is_good_glob_ptr(set));
-    auto* const buttons = owner->addChild(std::make_unique<RadioSet>(RadioSet::InitArgs({L"a", L"b"})));
-    driver_.settle();
-    driver_.click(buttons->getButton(1));
-    EXPECT_FALSE(is_good_glob_ptr(buttons));
-}
-
 TEST_F(ChoiceSets, MembersThatAreNoChildrenMayDieAndSoMayTheSet) {
     auto set = std::make_unique<CheckboxRadioSetBase>();
     Checkbox* const first = addBox(20);

@@ -8,22 +8,6 @@
 namespace wainscot {
 namespace {
 
-/// Calls the test in each request.
-template <class T>
-class ReactingAdaptor final : public ValAdaptorBase<T> {
-public:
-    explicit ReactingAdaptor(std::function<void()> react) : react_(std::move(react)) {}
-    T getDataValue() const override { return {}; }
-    bool requestSetNewDataValue(T const&, DataChangeType) override {
-        auto const handler = react_;
-        handler();
-        return true;
-    }
-
-private:
-    std::function<void()> react_;
-};
-
 class ContainerNotifications : public SentNotifications {
 protected:
     ScrollBar& bar() { return *static_cast<ScrollBar*>(widget_); }
@@ -47,10 +31,6 @@ protected:
         XY<int> const way = widget_->globXYToScreenXY({x + 20, widget_->height() / 2});
         pressAt(x);
         driver_.moveTo(way);
-    }
-    template <class T>
-    void bind(ValWidget<T>& widget) {
-        widget.setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>>(new ReactingAdaptor<T>([this] { react(); })));
     }
     /// The act of a row with everything that is told bound to the listener, or to the data.
     std::function<void()> listening(std::function<void()> act) {

@@ -2,11 +2,28 @@
 
 #include "tests/host_fixture.h"
 
+#include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
 
 #include <algorithm>
 
 namespace wainscot {
+
+/// Calls the test in each request.
+template <class T>
+class ReactingAdaptor final : public ValAdaptorBase<T> {
+public:
+    explicit ReactingAdaptor(std::function<void()> react) : react_(std::move(react)) {}
+    T getDataValue() const override { return {}; }
+    bool requestSetNewDataValue(T const&, DataChangeType) override {
+        auto const handler = react_;
+        handler();
+        return true;
+    }
+
+private:
+    std::function<void()> react_;
+};
 
 /// Everything that a class of widgets tells others, and in each the widget, its parent, its window or its
 /// listener destroyed. What a class declares (`sentNotifications`) and no row sends fails the test.
@@ -51,6 +68,11 @@ protected:
         if (victim_ == parent || (victim_ == listener && !message_.empty())) destroy(parent_);
         if (victim_ == window) destroy(root_);
         if (victim_ == listener && message_.empty()) dropListeners();
+    }
+
+    template <class T>
+    void bind(ValWidget<T>& widget) {
+        widget.setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>>(new ReactingAdaptor<T>([this] { react(); })));
     }
 
     WidgetCallback::Callback reaction() {

@@ -1,0 +1,329 @@
+#include "tests/host_fixture.h"
+
+#include "buttons/button.h"
+#include "containers/scroll_bar.h"
+#include "containers/slider.h"
+#include "foundation/val_adaptor.h"
+#include "host/events/event.h"
+#include "host/objects/glob_notices.h"
+
+#include <gmock/gmock.h>
+
+#include <climits>
+#include <cmath>
+
+namespace wainscot {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Thumbs that are held while something else happens.
+class HeldThumbs : public HostTest {
+protected:
+    static constexpr int middle = 12;
+
+    HeldThumbs() : root_(openWindow(500, 400)) {}
+
+    /// A flat bar with a track of 200 pixels from 4 on.
+    ScrollBar* addBar(ThumbSettings thumb, bool resizable = false, bool arrows = false) {
+        ScrollBar::InitArgs args(eHorizontal, 208);
+        args.thumb = thumb;
+        args.resizable = resizable;
+        args.arrowButtons = arrows;
+        return add(new ScrollBar(args), 20);
+    }
+    /// A flat slider with a channel of 200 pixels from 4 on.
+    Slider* addSlider(double value) {
+        Slider::InitArgs args(Colour(0.4, 0.5, 0.6), 204);
+        args.value = value;
+        return add(new Slider(args), 120);
+    }
+    template <class W>
+    W* add(W* widget, int y) {
+        root_->addChild(widget, BottomLeft(20, y));
+        driver_.settle();
+        return widget;
+    }
+    void moveIn(Glob* glob, int x) { driver_.moveTo(glob->globXYToScreenXY({x, middle})); }
+    void pressAt(Glob* glob, int x) {
+        moveIn(glob, x);
+        driver_.press();
+    }
+    std::string sent() {
+        driver_.settle();
+        std::string const names = root_->names().c_str();
+        root_->forgetMessages();
+        return names;
+    }
+
+    RecordingParent* root_;
+};
+
+/// Writes down how it is told of changes, and answers what it is told to.
+template <class T>
+class Data final : public ValAdaptorBase<T> {
+public:
+    T getDataValue() const override { return T(); }
+    bool requestSetNewDataValue(T const& value, DataChangeType why) override {
+        whys.push_back(static_cast<int>(why));
+        if (onAsk) onAsk();
+        if (accepts) last = value;
+        return accepts;
+    }
+    std::vector<int> whys;
+    bool accepts = true;
+    T last{};
+    std::function<void()> onAsk;
+};
+
+TEST_F(HeldThumbs, TheReleaseOfAnotherButtonEndsNothing) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    Slider* const slider = addSlider(0.5);
+    for (auto const second : {Driver::Button::right, Driver::Button::middle}) {
+        bar->setThumbPos(0.25);
+        pressAt(bar, 70);
+        driver_.press(second);
+        driver_.release(second);
+        moveIn(bar, 90);
+        EXPECT_NEAR(bar->getThumbPos(), 0.35, 1e-9);
+        driver_.release();
+        EXPECT_FALSE(bar->isDragging());
+        slider->setPosition(0.5);
+        pressAt(slider, 104);
+        driver_.press(second);
+        driver_.release(second);
+        moveIn(slider, 124);
+        EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
+        driver_.release();
+        EXPECT_FALSE(slider->isThumbHeld());
+    }
+}
+
+TEST_F(HeldThumbs, DataThatHearsOfAStartHearsOfTheEnd) {
+    expectDiagnostic("message not handled");
+    for (int how = 0; how < 4; ++how) {
+        Glob* const ground = add(new Glob(400, 300), 0);
+        auto const end = [&](Glob* glob) {
+            if (how == 0) glob->setActive(false);
+            if (how == 1) glob->setVisible(false);
+            if (how == 2) ground->setVisible(false);
+            if (how == 3) root_->addChild(glob, BottomLeft(0, 0));
+            driver_.settle();
+            ground->setVisible(true);
+        };
+        ScrollBar* const bar = addBar({0.25, 0.25});
+        Slider* const slider = addSlider(0.5);
+        ground->addChild(bar, BottomLeft(0, 0));
+        ground->addChild(slider, BottomLeft(0, 100));
+        auto const ofBar = Qv::makePtr<Data<ThumbSettings>>();
+        auto const ofSlider = Qv::makePtr<Data<double>>();
+        bar->setDataAdaptor(ofBar);
+        slider->setDataAdaptor(ofSlider);
+        driver_.settle();
+        pressAt(bar, 70);
+        moveIn(bar, 90);
+        end(bar);
+        EXPECT_FALSE(bar->isDragging()) << how;
+        driver_.release();
+        EXPECT_THAT(ofBar->whys, ElementsAre(0, 2)) << how;
+        pressAt(slider, 104);
+        moveIn(slider, 124);
+        end(slider);
+        EXPECT_FALSE(slider->isThumbHeld()) << how;
+        driver_.release();
+        EXPECT_THAT(ofSlider->whys, ElementsAre(0, 2)) << how;
+        destroy(bar);
+        destroy(slider);
+        destroy(ground);
+    }
+}
+
+TEST_F(HeldThumbs, WhatTheDataRefusesIsNotReported) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    auto const ofBar = Qv::makePtr<Data<ThumbSettings>>();
+    bar->setDataAdaptor(ofBar);
+    Slider* const slider = addSlider(0.5);
+    auto const ofSlider = Qv::makePtr<Data<double>>();
+    slider->setDataAdaptor(ofSlider);
+    pressAt(bar, 70);
+    moveIn(bar, 80);
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    ofBar->accepts = false;
+    moveIn(bar, 100);
+    EXPECT_EQ(bar->getThumbPos(), ofBar->last.position) << "what was taken last";
+    EXPECT_EQ(sent(), "");
+    driver_.key(Key::escape);
+    EXPECT_EQ(bar->getThumbPos(), ofBar->last.position) << "that was refused, too";
+    driver_.release();
+    EXPECT_EQ(sent(), "ScrollBar::thumbReleased");
+    pressAt(slider, 104);
+    moveIn(slider, 124);
+    ofSlider->accepts = false;
+    moveIn(slider, 144);
+    driver_.release();
+    EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
+    EXPECT_EQ(slider->getWidgetValue(), ofSlider->last);
+    EXPECT_EQ(sent(), "slider 0.600000 slider_released 0.600000");
+}
+
+TEST_F(HeldThumbs, DataMayDisableTheBarInItsRequest) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    auto const data = Qv::makePtr<Data<ThumbSettings>>();
+    bar->setDataAdaptor(data);
+    data->onAsk = [bar] { bar->setActive(false); };
+    pressAt(bar, 70);
+    moveIn(bar, 90);
+    driver_.release();
+    EXPECT_EQ(sent(), "") << "what was under way has ended";
+    EXPECT_FALSE(bar->isDragging());
+}
+
+TEST_F(HeldThumbs, EscapeKeepsASizeThatTheOwnerHasSet) {
+    ScrollBar* const bar = addBar({0.25, 0.5});
+    pressAt(bar, 90);
+    moveIn(bar, 100);
+    bar->setThumbSize(0.25);
+    driver_.key(Key::escape);
+    EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
+    driver_.release();
+}
+
+TEST_F(HeldThumbs, NothingPagesByItselfWhenThePressHasGone) {
+    expectDiagnostic("message not handled");
+    for (int how = 0; how < 3; ++how) {
+        ScrollBar* const bar = addBar({0, 0.1});
+        Glob* const other = add(new Glob(300, 100), 200);
+        pressAt(bar, 180);
+        if (how == 0) other->addChild(bar, BottomLeft(20, 20));
+        if (how == 1) root_->setVisible(false);
+        if (how == 2) bar->setThumbSize(1);
+        root_->setVisible(true);
+        driver_.advance(500);
+        sent();
+        bar->setThumbPos(0);
+        driver_.advance(3000);
+        EXPECT_EQ(bar->getThumbPos(), 0) << how;
+        EXPECT_EQ(sent(), "") << how;
+        driver_.release();
+        destroy(bar);
+        destroy(other);
+        driver_.settle();
+    }
+}
+
+TEST_F(HeldThumbs, ATrackPressBeyondTheEndOfTheWayReportsOnce) {
+    ScrollBar* const bar = addBar({0.9, 0.1});
+    pressAt(bar, 206);
+    driver_.advance(3000);
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    driver_.release();
+    // The margin beside the thumb belongs to it.
+    driver_.moveTo(bar->globXYToScreenXY({190, 1}));
+    driver_.press();
+    EXPECT_TRUE(bar->isDragging());
+    driver_.release();
+}
+
+TEST_F(HeldThumbs, AZoomBarMadeShortNeverFillsItsTrack) {
+    ScrollBar* const bar = addBar({0.35, 0.35}, true);
+    int const end = bar->getThumbPixelExtents().y - 3;
+    pressAt(bar, end);
+    moveIn(bar, end - 14);
+    moveIn(bar, end - 35);
+    EXPECT_LT(bar->getThumbSize(), 0.3);
+    EXPECT_GT(bar->getThumbSize(), 1e-7);
+    driver_.release();
+}
+
+TEST_F(HeldThumbs, WhoeverHearsOfTheFocusOrOfAMoveMayDestroyTheBar) {
+    for (bool const byFocus : {true, false}) {
+        auto* const probe = new ProbeGlob(400, 300);
+        ASSERT_TRUE(host_->globManager().realize(probe, XY<int>{600, 100}));
+        ScrollBar::InitArgs args(eHorizontal, 208);
+        args.thumb = {0.25, 0.25};
+        auto* const bar = new ScrollBar(args);
+        probe->addChild(bar, BottomLeft(20, 20));
+        host_->globManager().rootToTop(*probe, true);
+        driver_.settle();
+        auto const kill = [&] {
+            if (is_good_glob_ptr(bar)) destroy(bar);
+        };
+        bar->claimKbdFocus();
+        probe->onFocus = kill;
+        NotifierSubscription watch;
+        if (!byFocus)
+            watch = GlobNotices::watchMoves(*bar->firstChild()->nextSibling(),
+                                            makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
+                                                kill();
+                                                return 0;
+                                            }));
+        if (byFocus)
+            bar->setActive(false);
+        else
+            bar->resize(300, 30);
+        EXPECT_FALSE(is_good_glob_ptr(bar)) << byFocus;
+        watch = {};
+        destroy(probe);
+        driver_.settle();
+    }
+}
+
+TEST_F(HeldThumbs, AThumbThatItsOwnerMovesAwayIsNoLongerLit) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    driver_.moveTo({490, 390});
+    driver_.settle();
+    std::uint32_t const rest = driver_.pixel(bar, {70, middle});
+    moveIn(bar, 64);
+    driver_.settle();
+    EXPECT_NE(driver_.pixel(bar, {70, middle}), rest);
+    bar->setThumbPos(0.32);
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(bar, {70, middle}), rest);
+}
+
+TEST_F(HeldThumbs, BrokenWheelsDoNotHoldUpTheProgram) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    for (int const notches : {INT_MIN, INT_MAX}) {
+        Event event(EventKind::mouseWheel);
+        event.setAmount(notches);
+        bar->handleMouseEvent(event);
+        driver_.settle();
+        EXPECT_EQ(root_->messages().size(), 100u);
+        root_->forgetMessages();
+    }
+}
+
+TEST_F(HeldThumbs, DraggedValuesComeOutRound) {
+    Slider* const slider = addSlider(0);
+    slider->setRounding(true);
+    for (auto const& [low, high] : {std::pair{0.0, 1.0}, {-1.0, 1.0}, {0.0, 100.0}, {-60.0, 12.0}}) {
+        slider->setValueRange(low, high);
+        for (int x = 1; x < 199; ++x) {
+            double const exact = low + (high - low) * (x + 1) / 200;
+            double const round = std::round(exact * 1000) / 1000;
+            if (std::abs(exact - round) > 1e-9) continue;
+            EXPECT_NEAR(slider->x2v(4 + x), round, 1e-9) << low << " to " << high;
+        }
+    }
+    slider->setValueRange(-1e307, 1e307);
+    EXPECT_TRUE(std::isfinite(slider->x2v(60)));
+}
+
+TEST_F(HeldThumbs, ThinSlidersAreHeldAndPagesGoATenth) {
+    Slider* const slider = addSlider(0.5);
+    slider->claimKbdFocus();
+    driver_.key(Key::pageUp);
+    EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
+    driver_.key(Key::pageDown);
+    driver_.key(Key::pageDown);
+    EXPECT_NEAR(slider->getWidgetValue(), 0.4, 1e-9);
+    for (int const height : {1, 2, 5, 6}) {
+        slider->resize(204, height);
+        EXPECT_FALSE(slider->getThumbArea().isEmpty()) << height;
+        EXPECT_TRUE(slider->bounds().contains(slider->getThumbArea())) << height;
+    }
+}
+
+} // namespace
+} // namespace wainscot
