@@ -69,7 +69,7 @@ Glob* makePanel() {
     add(*panel, std::make_unique<ScrollBar>(bar));
     bar.resizable = true;
     add(*panel, std::make_unique<ScrollBar>(bar));
-    add(*panel, std::make_unique<Slider>(Slider::InitArgs(panel->getPalette().button(), 160)));
+    add(*panel, std::make_unique<Slider>(Slider::InitArgs(160)));
     return panel;
 }
 

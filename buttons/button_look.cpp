@@ -17,6 +17,9 @@ constexpr double shadeFactor = 0.62;
 /// What an inactive face keeps of itself; the rest is the ground behind it.
 constexpr double inactiveShare = 0.45;
 
+/// What a thumb's face has of the colour of edges.
+constexpr double thumbEdgeShare = 0.3;
+
 constinit bool curved = true;
 
 unsigned int radius() {
@@ -45,6 +48,10 @@ Colour faceColour(Face const& face, Palette const& palette) {
     if (!face.isActive) return Colour::mix(face.colour, palette.window(eWindowNormal), inactiveShare);
     if (face.isDown) return Colour::scale(face.colour, downFactor);
     return face.isHovered ? palette.scale(face.colour, hoverFactor) : face.colour;
+}
+
+Colour thumbColour(Palette const& palette) {
+    return Colour::mix(palette.mark(eMarkEdge), palette.button(), thumbEdgeShare);
 }
 
 void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette) {

@@ -26,6 +26,8 @@ WAINSCOT_API void readPreferences();
 
 /// The colour in which a face shows its state.
 WAINSCOT_API Colour faceColour(Face const& face, Palette const& palette);
+/// The usual colour of the face of a thumb, which is to stand out from its track.
+WAINSCOT_API Colour thumbColour(Palette const& palette);
 WAINSCOT_API void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette);
 WAINSCOT_API void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette);
 /// The mark of a face that stays down until it is pressed again.

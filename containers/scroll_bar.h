@@ -19,7 +19,7 @@ class Button;
 /// at each end. The thumb can be dragged; a left press in the track beside it moves it by its own length, and
 /// again while the button is held. With the preference `trackPressJumps` the thumb comes under the pointer
 /// instead and is dragged on from there. The thumb of a resizable bar (a zoom bar) can be dragged at its ends
-/// too. Its value is position and size of the thumb.
+/// too; with Shift it is moved as a whole. Its value is position and size of the thumb.
 ///
 /// Position 0 is the left end, or the top. Wheel and arrow buttons do not move the thumb: they are reported,
 /// and the owner of what is scrolled sets the thumb. Notches of the wheel are reported as the up and down

@@ -15,8 +15,8 @@ namespace {
 /// Arrow buttons report at once, again after 0.3 s, and then ten times a second.
 constexpr int repeatsPerHalfSecond = 5;
 constexpr double repeatDelay = 0.6;
-/// How much of the track a thumb lets through that cannot be used.
-constexpr double inactiveShare = 0.35;
+/// What the edge of a thumb that cannot be used keeps of its colour.
+constexpr double inactiveShare = 0.6;
 constexpr int gripLines = 3;
 
 template <QvTTF::eGlyph glyph>
@@ -100,8 +100,7 @@ void ScrollBar::redrawThumb() {
 }
 
 Colour ScrollBar::thumbColour() const {
-    Palette const& palette = getPalette();
-    return thumbColour_ ? *thumbColour_ : palette.button();
+    return thumbColour_ ? *thumbColour_ : ButtonLook::thumbColour(getPalette());
 }
 
 void ScrollBar::drawBackground() {

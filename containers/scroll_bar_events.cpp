@@ -57,7 +57,8 @@ int ScrollBar::press(wainscot::Event const& event) {
         if (!isLeft) return 0;
         return config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
     }
-    resizingEnd_ = inResizingArea(place);
+    // A short thumb is nothing but ends: with Shift it is moved all the same.
+    resizingEnd_ = (event.modifiers() & Key::shift) != 0 ? 0 : inResizingArea(place);
     dragging_ = resizingEnd_ == 0;
     redrawThumb();
     return 1;

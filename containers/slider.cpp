@@ -19,6 +19,8 @@ namespace {
 /// Nudges from one end to the other.
 constexpr double nudgesInRange = 500;
 constexpr double roundingSteps = 1000;
+/// What channel and points keep of their colours while it is inactive.
+constexpr double inactiveShare = 0.45;
 /// As many as the "%lf" of formatted output.
 constexpr int reportedDecimals = 6;
 
@@ -47,9 +49,14 @@ GlobCreationInfo withSize(Slider::InitArgs const& args) {
 } // namespace
 
 Slider::InitArgs::InitArgs(Colour const& thumb, unsigned short length, Orientation lie)
+    : InitArgs(length, lie) {
+    thumbColour = thumb;
+}
+
+Slider::InitArgs::InitArgs(unsigned short length, Orientation lie)
     : GlobCreationInfo(lie == eVertical ? UifStd::getButtonHeight() : length,
                        lie == eVertical ? length : UifStd::getButtonHeight()),
-      thumbColour(thumb), orientation(lie) {
+      orientation(lie) {
     opaque = false;
 }
 
@@ -276,8 +283,9 @@ void Slider::drawBackground() {
         bool const answers = isActive() && !isDataMixed();
         Colour const edge = palette.mark(eMarkEdge);
         IntBox const box = getThumbArea().translated(canvasArea().bottomLeft());
-        ButtonLook::Face const face{
-            box, thumbColour_, held_, isActive() && containsPointer(), answers, answers ? &edge : nullptr};
+        ButtonLook::Face const face{box,     thumbColour_.value_or(ButtonLook::thumbColour(palette)),
+                                    held_,   isActive() && containsPointer(),
+                                    answers, answers ? &edge : nullptr};
         ButtonLook::drawFace(renderer, face, palette);
         ButtonLook::drawEdge(renderer, face, palette);
     }
@@ -288,7 +296,7 @@ void Slider::drawChannel(CanvasRenderer& renderer) {
     int const across = isVertical() ? width() : height();
     int const margin = std::max(0, (across - UifStd::getWidgetGap()) / 2);
     IntBox const box = alongBox(static_cast<int>(startX_), static_cast<int>(endX_), margin);
-    Glib::drawIndentBox(renderer, getPalette().window(eWindowRecessed),
+    Glib::drawIndentBox(renderer, shownColour(getPalette().window(eWindowRecessed)),
                         box.translated(canvasArea().bottomLeft()));
 }
 
@@ -296,7 +304,11 @@ void Slider::drawPoint(CanvasRenderer& renderer, double value, Colour const& col
     if (clamped(value) != value) return;
     int const x = std::min(static_cast<int>(std::lround(v2x(value))), static_cast<int>(endX_) - 1);
     IntBox const box = alongBox(x, x + 1, 0).translated(canvasArea().bottomLeft());
-    renderer.renderPrimitive(Glib::RectDescription(box, colour));
+    renderer.renderPrimitive(Glib::RectDescription(box, shownColour(colour)));
+}
+
+Colour Slider::shownColour(Colour const& colour) const {
+    return isActive() ? colour : Colour::mix(colour, getPalette().window(eWindowNormal), inactiveShare);
 }
 
 } // namespace wainscot

@@ -41,10 +41,11 @@ public:
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         /// `length` goes along the channel; across it the slider is as high as a button. A width or height
-        /// that is set afterwards counts instead.
+        /// that is set afterwards counts instead. Without a colour the thumb has that of the palette.
+        explicit InitArgs(unsigned short length, Orientation lie = eHorizontal);
         InitArgs(Colour const& thumb, unsigned short length, Orientation lie = eHorizontal);
 
-        Colour thumbColour;
+        std::optional<Colour> thumbColour;
         Orientation orientation;
         double minimum = 0;
         double maximum = 1;
@@ -139,6 +140,8 @@ private:
     bool dropThumb();
 
     void drawChannel(CanvasRenderer& renderer);
+    /// A colour as it is shown: weaker while it is inactive.
+    Colour shownColour(Colour const& colour) const;
     void drawPoint(CanvasRenderer& renderer, double value, Colour const& colour);
     IntBox alongBox(int from, int to, int margin) const;
 
@@ -150,7 +153,7 @@ private:
     HeldValue<double> heldValue_;
     std::optional<double> pointOfInterest_;
     std::vector<PointOfInterest> points_;
-    Colour thumbColour_;
+    std::optional<Colour> thumbColour_;
     Orientation orientation_;
     /// From the thumb's place to the pointer when it was picked up.
     int grip_ = 0;

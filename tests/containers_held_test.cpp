@@ -234,6 +234,17 @@ TEST_F(HeldThumbs, AZoomBarMadeShortNeverFillsItsTrack) {
     EXPECT_LT(bar->getThumbSize(), 0.3);
     EXPECT_GT(bar->getThumbSize(), 1e-7);
     driver_.release();
+    bar->setThumbPos(0.2);
+    bar->setThumbSize(0.05);
+    XY<int> const thumb = bar->getThumbPixelExtents();
+    moveIn(bar, thumb.x + 8);
+    driver_.holdModifiers(Key::shift);
+    driver_.press();
+    driver_.holdModifiers(0);
+    moveIn(bar, thumb.x + 28);
+    EXPECT_NEAR(bar->getThumbPos(), 0.3, 1e-9) << "all ends, and moved all the same";
+    EXPECT_NEAR(bar->getThumbSize(), 0.05, 1e-9);
+    driver_.release();
 }
 
 TEST_F(HeldThumbs, WhoeverHearsOfTheFocusOrOfAMoveMayDestroyTheBar) {

@@ -13,7 +13,8 @@ struct TallBar {
     char const* name;
     double size;
 };
-constexpr TallBar tallBars[] = {{"tall zoom", 0.6}, {"tall", 0.2}, {"tall much", 0.01}, {"tall full", 1.0}};
+constexpr TallBar tallBars[] = {
+    {"tall zoom", 0.6}, {"tall", 0.2}, {"tall much", 0.01}, {"tall full", 1.0}, {"tall disabled", 0.3}};
 
 /// Scroll bars and sliders in all their looks. The page is the owner that bars need: it answers arrow buttons
 /// and wheel by setting the thumb.
@@ -35,7 +36,10 @@ public:
         addNote(L"points of interest", 0, 10);
         Slider* const marked = addSlider(0.8, 11);
         marked->setName("marked");
-        marked->setPointsOfInterest({{0.25, getPalette().warning()}, {0.5, getPalette().mark(eMarkFocus)}});
+        marked->setPointsOfInterest(
+            {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkFocus)}});
+        addNote(L"disabled", 0, 12);
+        addSlider(0.3, 13)->setActive(false);
         addTallBars();
     }
 
@@ -70,7 +74,7 @@ private:
         return addAt(new ScrollBar(args), cell(0), row);
     }
     Slider* addSlider(double value, int row) {
-        Slider::InitArgs args(getPalette().button(), length());
+        Slider::InitArgs args(length());
         args.value = value;
         auto* const slider = addAt(new Slider(args), cell(0), row);
         stops_.push_back(std::make_unique<GlobTabStop>(*slider));
@@ -83,10 +87,12 @@ private:
             ScrollBar::InitArgs args(eVertical, length());
             args.thumb = {0.1, size};
             args.resizable = size > 0.5;
-            addAt(new ScrollBar(args), x, 1)->setName(name);
+            ScrollBar* const bar = addAt(new ScrollBar(args), x, 1);
+            bar->setName(name);
+            if (LightweightString<char>(name).endsWith("disabled")) bar->setActive(false);
             x += 2 * ScrollBar::thickness();
         }
-        Slider::InitArgs args(getPalette().button(), length(), eVertical);
+        Slider::InitArgs args(length(), eVertical);
         args.value = 0.7;
         addAt(new Slider(args), x, 1)->setName("tall slider");
     }
