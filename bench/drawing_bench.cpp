@@ -1,12 +1,11 @@
+#include "bench/driving.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/long_text.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/surface.h"
 #include "host/drawing/uif_std.h"
-#include "host/services/clock.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -16,13 +15,9 @@
 namespace {
 
 using namespace wainscot;
+using namespace wainscot::Measuring;
 
 constexpr int repetitions = 7;
-
-double now() {
-    static SystemClock const clock;
-    return clock.msecs();
-}
 
 class Window : public CanvasClient {
 public:
@@ -48,26 +43,6 @@ private:
     std::vector<IntBox> damage_;
 };
 
-struct Picture {
-    std::size_t colours;
-    std::size_t inkPermille;
-};
-
-Picture look(Surface const& surface) {
-    auto const count =
-        static_cast<std::size_t>(surface.deviceSize().x) * static_cast<std::size_t>(surface.deviceSize().y);
-    std::vector<std::uint32_t> sorted(surface.pixels(), surface.pixels() + count);
-    std::sort(sorted.begin(), sorted.end());
-    std::size_t colours = 0;
-    std::size_t commonest = 0;
-    for (std::size_t i = 0; i < count; ++colours) {
-        std::size_t const start = i;
-        while (i < count && sorted[i] == sorted[start]) ++i;
-        commonest = std::max(commonest, i - start);
-    }
-    return {colours, 1000 * (count - commonest) / count};
-}
-
 /// The median time of one call, from some repetitions of as many calls as fill a tenth of a second.
 double microsecondsPerCall(std::function<void()> const& call) {
     call();
@@ -81,22 +56,16 @@ double microsecondsPerCall(std::function<void()> const& call) {
         for (int i = 0; i < calls; ++i) call();
         times.push_back((now() - begin) * 1000.0 / calls);
     }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return median(times);
 }
 
-bool failed = false;
-
 void report(char const* workload, char const* metric, double value, Surface const* painted) {
-    if (!painted) {
-        std::printf("{\"workload\":\"%s\",\"metrics\":{\"%s\":%.3f}}\n", workload, metric, value);
-        return;
-    }
-    Picture const picture = look(*painted);
-    failed = failed || picture.colours < 2;
-    std::printf(
-        "{\"workload\":\"%s\",\"metrics\":{\"%s\":%.3f,\"px_colours\":%zu,\"px_ink_permille\":%zu}}\n",
-        workload, metric, value, picture.colours, picture.inkPermille);
+    Report line(workload, 1);
+    line.add(metric, value);
+    if (painted)
+        line.addPicture(look(painted->pixels(), static_cast<std::size_t>(painted->stride()) *
+                                                    static_cast<std::size_t>(painted->deviceSize().y)));
+    line.print();
 }
 
 LightweightString<wchar_t> cellText(int row, int column) {
@@ -213,7 +182,7 @@ void benchMeasuring() {
     double const start = now();
     for (auto const& text : fresh) sum += font->textWidth(text);
     report("measure 200,000 new texts", "us", (now() - start) * 1000 / 200000, nullptr);
-    failed = failed || sum <= 0;
+    check(sum > 0, "nothing was measured");
 }
 
 void benchLongText() {
@@ -242,13 +211,9 @@ void benchLongText() {
 
 /// Without arguments all groups; else those named: cells, shapes, measuring, long.
 int main(int count, char** names) {
-    auto const isWanted = [&](char const* group) {
-        return count < 2 ||
-               std::any_of(names + 1, names + count, [&](char const* n) { return std::string(n) == group; });
-    };
-    if (isWanted("cells")) benchCells();
-    if (isWanted("shapes")) benchShapes();
-    if (isWanted("measuring")) benchMeasuring();
-    if (isWanted("long")) benchLongText();
-    return failed ? 1 : 0;
+    return runWorkloads(count, names,
+                        {{"cells", benchCells},
+                         {"shapes", benchShapes},
+                         {"measuring", benchMeasuring},
+                         {"long", benchLongText}});
 }

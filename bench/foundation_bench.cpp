@@ -1,57 +1,26 @@
+#include "bench/driving.h"
 #include "foundation/tab_order_manager.h"
 #include "foundation/val_observer.h"
-#include "host/services/clock.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <memory>
-#include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 /// What telling observers and keeping a tab order cost, without any widget.
 namespace {
 
 using namespace wainscot;
+using namespace wainscot::Measuring;
 
 constexpr int repetitions = 3;
 constexpr int numObservers = 100000;
 constexpr int numChanges = 101;
 
-double now() {
-    static SystemClock const clock;
-    return clock.msecs();
-}
-
 double nanosecondsEach(int count, std::function<void()> const& work) {
     double const start = now();
     work();
     return (now() - start) * 1e6 / count;
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double residentBytes() {
-    long pages = 0;
-    long resident = 0;
-    FILE* const file = std::fopen("/proc/self/statm", "r");
-    if (!file) return 0;
-    if (std::fscanf(file, "%ld %ld", &pages, &resident) != 2) resident = 0;
-    std::fclose(file);
-    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
-
-bool failed = false;
-
-void check(bool right, char const* what) {
-    if (right) return;
-    failed = true;
-    std::fprintf(stderr, "foundation bench: %s\n", what);
 }
 
 /// A listener of its own kind, and one that passes on to a client.
@@ -109,11 +78,12 @@ void notifyOnce(ValServer<int>& server, long& sum, NotifyFigures& figures, Make 
 }
 
 void report(char const* workload, NotifyFigures const& figures) {
-    std::printf(
-        "{\"workload\":\"%s\",\"n\":%d,\"metrics\":{\"notify_ns_per_observer\":%.2f,"
-        "\"attach_ns_per_observer\":%.2f,\"detach_ns_per_observer\":%.2f,\"rss_bytes_per_observer\":%.1f}}\n",
-        workload, numObservers, median(figures.notify), median(figures.attach), median(figures.detach),
-        figures.bytes.front());
+    Report line(workload, numObservers);
+    line.addRuns("notify_ns_per_observer", figures.notify);
+    line.addRuns("attach_ns_per_observer", figures.attach);
+    line.addRuns("detach_ns_per_observer", figures.detach);
+    line.add("rss_bytes_per_observer", figures.bytes.front());
+    line.print();
 }
 
 void benchObservers() {
@@ -167,36 +137,27 @@ void benchTabOrder(int count) {
         removals.push_back(nanosecondsEach(count, [&] { stops.reset(); }));
         check(pushed.numTabStops() == 0, "stops are left");
     }
-    std::printf(
-        "{\"workload\":\"tab order\",\"n\":%d,\"metrics\":{\"append_ns\":%.0f,\"add_in_front_ns\":%.0f,"
-        "\"step_ns\":%.0f,\"leave_two_managers_ns\":%.0f,\"rss_bytes_per_stop\":%.0f}}\n",
-        count, median(atEnd), median(inFront), median(steps), median(removals), bytes.front());
+    Report line("tab order", count);
+    line.addRuns("append_ns", atEnd);
+    line.addRuns("add_in_front_ns", inFront);
+    line.addRuns("step_ns", steps);
+    line.addRuns("leave_two_managers_ns", removals);
+    line.add("rss_bytes_per_stop", bytes.front());
+    line.print();
 }
 
-/// In a process of its own: memory that one workload has freed would hide what the next one takes.
-void runApart(std::function<void()> const& workload) {
-    pid_t const child = fork();
-    if (child == 0) {
-        workload();
-        std::fflush(stdout);
-        _exit(failed ? 1 : 0);
-    }
-    int status = 0;
-    check(child > 0 && waitpid(child, &status, 0) == child && status == 0, "a workload failed");
+template <int count>
+void benchTabOrderOf() {
+    benchTabOrder(count);
 }
 
 } // namespace
 
 int main(int count, char** names) {
-    auto const isWanted = [&](char const* group) {
-        return count < 2 ||
-               std::any_of(names + 1, names + count, [&](char const* n) { return std::string(n) == group; });
-    };
-    if (isWanted("notify")) {
-        runApart(benchObservers);
-        runApart(benchObserverClients);
-    }
-    if (isWanted("taborder"))
-        for (int const stops : {1000, 10000, 100000}) runApart([stops] { benchTabOrder(stops); });
-    return failed ? 1 : 0;
+    return runWorkloads(count, names,
+                        {{"notify", benchObservers},
+                         {"notify", benchObserverClients},
+                         {"taborder", benchTabOrderOf<1000>},
+                         {"taborder", benchTabOrderOf<10000>},
+                         {"taborder", benchTabOrderOf<100000>}});
 }

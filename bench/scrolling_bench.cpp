@@ -1,16 +1,11 @@
-#include "bench/measuring.h"
+#include "bench/driving.h"
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
-#include "host/backends/offscreen/offscreen_backend.h"
 #include "host/base/convert.h"
 #include "host/drawing/canvas_renderer.h"
-#include "host/drawing/surface.h"
 #include "host/drawing/uif_std.h"
-#include "host/start/host.h"
 
 #include <cmath>
-#include <cstring>
-#include <string>
 
 /// Thumbs dragged with the pointer, with everything that follows: the bar alone, a bar that scrolls a list of
 /// a thousand rows, and a slider.
@@ -95,20 +90,14 @@ public:
 
 class Bench {
 public:
-    explicit Bench(char const* workload) : report_(workload, numSteps) {
-        HostSettings settings;
-        settings.name = "bench";
-        settings.screen = HostSettings::Screen::offscreen;
-        host_ = std::make_unique<Host>(0, nullptr, settings);
-        ground_ = new Ground;
-    }
+    explicit Bench(char const* workload)
+        : report_(workload, numSteps), host_(makeHost()), ground_(new Ground) {}
 
     Ground& ground() { return *ground_; }
 
     void show() {
         host_->globManager().realize(ground_, XY<int>(0, 0));
         host_->loop().settle();
-        window_ = host_->offscreen()->window(host_->globManager().windowOf(ground_)->native().id());
     }
 
     /// Drags the thumb of a widget to and fro. `thumb` tells its box, `isShown` whether the pixels are right.
@@ -124,10 +113,10 @@ public:
             if (!leavesRoom(widget, before.translated(way))) way = {-way.x, -way.y};
             // The line that the thumb leaves: its edge before, its track afterwards.
             XY<int> const left = place(widget, trailingEdge(before, way));
-            std::uint32_t const edge = window_->pixelAt(left);
+            std::uint32_t const edge = pixelAt(*host_, ground_, left);
             times.push_back(inject(InputEvent::Kind::pointerMoved, place_ + way));
             check(widget.getThumbArea() != before, "the thumb did not move");
-            check(window_->pixelAt(left) != edge, "the thumb is still to be seen where it was");
+            check(pixelAt(*host_, ground_, left) != edge, "the thumb is still to be seen where it was");
             check(isShown(), "what is painted is wrong");
         }
         inject(InputEvent::Kind::pointerReleased, place_);
@@ -137,7 +126,7 @@ public:
     }
 
     std::uint32_t pixelOf(Glob const& widget, XY<int> inWidget) {
-        return window_->pixelAt(place(widget, inWidget)) & 0xFFFFFF;
+        return pixelAt(*host_, ground_, place(widget, inWidget)) & 0xFFFFFF;
     }
 
 private:
@@ -155,24 +144,13 @@ private:
         return {centre.x, way.y > 0 ? thumb.y1 : thumb.y2 - 1};
     }
 
-    /// One piece of input and all that the loop owes for it, in microseconds.
     double inject(InputEvent::Kind kind, XY<int> where) {
         place_ = where;
-        InputEvent input;
-        input.kind = kind;
-        input.place = where;
-        if (kind != InputEvent::Kind::pointerMoved) input.button = InputEvent::Button::left;
-        double const start = now();
-        host_->loop().inject(std::move(input));
-        do host_->loop().turn();
-        while (!host_->loop().isIdle());
-        return (now() - start) * 1000;
+        return timeInput(*host_, pointerInput(kind, where));
     }
 
     void finish() {
-        Surface& surface = host_->globManager().windowOf(ground_)->surface();
-        report_.addPicture(look(surface.pixels(), static_cast<std::size_t>(surface.stride()) *
-                                                      static_cast<std::size_t>(surface.deviceSize().y)));
+        addPicture(report_, ground_);
         report_.print();
         destroy(ground_);
     }
@@ -180,7 +158,6 @@ private:
     Report report_;
     std::unique_ptr<Host> host_;
     Ground* ground_;
-    OffscreenWindow* window_ = nullptr;
     XY<int> place_;
 };
 
@@ -214,7 +191,7 @@ void benchList() {
 
 void benchSlider() {
     Bench bench("slider");
-    Slider::InitArgs args(Palette().button(), 800);
+    Slider::InitArgs args(800);
     args.value = 0.5;
     auto* const slider = new Slider(args);
     bench.ground().addChild(slider, BottomLeft(200, 400));
@@ -224,16 +201,6 @@ void benchSlider() {
 
 } // namespace
 
-/// Without arguments all workloads; else those named: bar, list, slider.
 int main(int count, char** names) {
-    limitTime();
-    auto const isWanted = [&](char const* group) {
-        for (int i = 1; i < count; ++i)
-            if (std::strcmp(names[i], group) == 0) return true;
-        return count < 2;
-    };
-    if (isWanted("bar")) benchBar();
-    if (isWanted("list")) benchList();
-    if (isWanted("slider")) benchSlider();
-    return exitCode();
+    return runWorkloads(count, names, {{"bar", benchBar}, {"list", benchList}, {"slider", benchSlider}});
 }
