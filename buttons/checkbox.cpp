@@ -385,7 +385,7 @@ bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) 
 
 void Checkbox::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
-    description.role = "checkbox";
+    description.role = set_ ? "radiobutton" : "checkbox";
     description.name = label_.text();
     if (ticked_) description.states |= GlobDescription::checked;
     if (showsMixed()) description.states |= GlobDescription::mixed;

@@ -1,7 +1,5 @@
 #include "buttons/radio_set_checkbox.h"
 
-#include "host/objects/description.h"
-
 namespace wainscot {
 
 RadioSetCheckbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, unsigned short h)
@@ -35,11 +33,6 @@ Glib::FontDesc RadioSetCheckbox::getTextFont() const {
     Glib::FontDesc font = Checkbox::getTextFont();
     if (boldWhenTicked_ && isTicked()) font.style |= Glib::eFontBold;
     return font;
-}
-
-void RadioSetCheckbox::describe(GlobDescription& description) const {
-    Checkbox::describe(description);
-    description.role = "radiobutton";
 }
 
 } // namespace wainscot

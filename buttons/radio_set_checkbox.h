@@ -23,8 +23,6 @@ public:
     void setBoldWhenTicked(bool bold);
     void setTextColourWhenTicked(Colour const& colour);
 
-    void describe(GlobDescription& description) const override;
-
 protected:
     Colour getTextColour() const override;
     Glib::FontDesc getTextFont() const override;

@@ -129,3 +129,23 @@ TEST_F(WindowToolkit, ADragCrossesTheWindowAndNamesWhatItCarries) {
     EXPECT_FALSE(next("Interview  came back").empty());
     ASSERT_TRUE(bench_.releaseButton());
 }
+
+TEST_F(WindowToolkit, ChoicesAreMadeByClicksAndByKeysAlone) {
+    open("choices");
+    clickOn("checkbox \"Snap\"");
+    EXPECT_FALSE(next("Snap  sends  Checkbox TICKED").empty());
+    clickOn("radiobutton \"30 fps\"");
+    expectLines({"25 fps  sends  rate off", "30 fps  sends  rate on"});
+    clickOn("radiobutton \"Fill\"");
+    EXPECT_FALSE(next("radio_set_message  Fill").empty());
+    clickOn("radiobutton \"Stereo\"");
+    clickOn("radiobutton \"Mono\"");
+    ASSERT_TRUE(bench_.movePointer(at({990, 690})));
+    // The click on a button of the page had made it the current stop.
+    ASSERT_TRUE(bench_.key({"Right"}));
+    expectLines({"30 fps  sends  rate off", "60 fps  sends  rate on"});
+    ASSERT_TRUE(bench_.key({"Tab", "Tab", "space"}));
+    EXPECT_FALSE(next("CheckboxGroupClicked  Titles on").empty());
+    ASSERT_TRUE(bench_.key({"Tab", "Tab", "Tab", "Up", "Left"}));
+    expectLines({"CRSChanged  Preview", "CRSChanged  Draft"});
+}
