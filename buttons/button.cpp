@@ -52,7 +52,9 @@ Button::Button(UIString const& label, LightweightString<char> message, GlobCreat
 Button::~Button() = default;
 
 void Button::init(unsigned short width) {
-    if (width == 0 && !label_.text().isEmpty()) autoResize();
+    standardFont_ = font_ == UifStd::getFont();
+    automaticWidth_ = width == 0 && !label_.text().isEmpty();
+    if (automaticWidth_) autoResize();
 }
 
 Button::Extras& Button::extras() {
@@ -181,6 +183,7 @@ void Button::setSecondString(UIString const& label) {
 
 void Button::setFont(Glib::FontDesc const& font) {
     font_ = font;
+    standardFont_ = false;
     makeDirty();
 }
 
@@ -270,6 +273,12 @@ void Button::handleTabStopFocusLoss() {
 
 void Button::handleKbdFocus() {
     FocusStop::handleKbdFocus(*this, *this);
+}
+
+void Button::handleLookChange() {
+    rect::handleLookChange();
+    if (standardFont_) font_ = UifStd::getFont();
+    if (automaticWidth_) autoResize();
 }
 
 void Button::handleMouseContainment(bool inside) {

@@ -152,6 +152,7 @@ public:
     bool react(Event const& event) override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
+    void handleLookChange() override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     bool isAutoRepeating() const override;
@@ -221,6 +222,9 @@ private:
     bool ignoresClicks_ = false;
     bool pressed_ = false;
     bool defaultAction_ = false;
+    /// Its width, and its font, follow the user's size preference.
+    bool automaticWidth_ = false;
+    bool standardFont_;
 };
 
 static_assert(sizeof(Button) <= 600);

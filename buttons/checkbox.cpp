@@ -61,7 +61,8 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 
 Checkbox::Checkbox(InitArgs const& args)
     : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
-      ticked_(args.ticked), automaticWidth_(args.width == 0), automaticHeight_(args.height == 0) {}
+      ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()), automaticWidth_(args.width == 0),
+      automaticHeight_(args.height == 0) {}
 
 Checkbox::~Checkbox() = default;
 
@@ -244,6 +245,7 @@ void Checkbox::setTickCharacter(char character) {
 
 void Checkbox::setFont(Glib::FontDesc const& font) {
     font_ = font;
+    standardFont_ = false;
     makeDirty();
 }
 
@@ -289,6 +291,7 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
 
 void Checkbox::handleLookChange() {
     StandardPanel::handleLookChange();
+    if (standardFont_) font_ = UifStd::getFont();
     int const wide =
         automaticWidth_ ? calcWidth(label_, getBorder().getType(), getTextFont()) : static_cast<int>(width());
     int const high = automaticHeight_ ? UifStd::getButtonHeight() : static_cast<int>(height());

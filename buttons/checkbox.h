@@ -200,6 +200,7 @@ private:
     bool notChosen_ = false;
     bool shownMixed_ = false;
     /// Its size follows label and metrics.
+    bool standardFont_;
     bool automaticWidth_;
     bool automaticHeight_;
 };

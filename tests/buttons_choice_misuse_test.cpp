@@ -241,6 +241,22 @@ TEST_F(ChoicesMisused, BoldLabelsAndTitlesHaveRoom) {
     EXPECT_GT(group->width(), Glib::loadFont(UifStd::getFont())->textWidth(args.title.text()));
 }
 
+TEST_F(ChoicesMisused, LabelsAndSizesFollowTheUsersSize) {
+    CheckboxRadioSet* const set = addSet({L"Chosen", L"Other"});
+    auto* const button = add(std::make_unique<Button>(L"Apply", "apply", 0, 0), 200);
+    auto* const buttons = add(std::make_unique<RadioSet>(RadioSet::InitArgs({L"Fit", L"Fill"})), 20, 200);
+    std::vector<Glob*> const globs{set, set->getCheckbox(0), button, buttons};
+    std::vector<int> before;
+    for (Glob const* glob : globs) before.push_back(glob->width());
+    Look::setSize(2);
+    for (std::size_t i = 0; i < globs.size(); ++i)
+        EXPECT_NEAR(globs[i]->width(), 2 * before[i], before[i] / 4);
+    TooltipDetails details;
+    EXPECT_FALSE(set->getCheckbox(0)->getTooltipDetails({2, 2}, details)) << "it is cut";
+    Look::setSize(1);
+    for (std::size_t i = 0; i < globs.size(); ++i) EXPECT_EQ(globs[i]->width(), before[i]);
+}
+
 TEST_F(ChoicesMisused, TwoSetsShowOneValueAndOnlyTheClickedOneReports) {
     ValServer<int> value(0);
     CheckboxRadioSet* const three = addSet({L"a", L"b", L"c"});
