@@ -179,6 +179,23 @@ TEST_F(HeldThumbs, DataMayDisableTheBarInItsRequest) {
     EXPECT_FALSE(bar->isDragging());
 }
 
+TEST_F(HeldThumbs, APressAfterALostReleaseBeginsAnew) {
+    ScrollBar* const bar = addBar({0.25, 0.25});
+    Slider* const slider = addSlider(0.5);
+    pressAt(bar, 70);
+    moveIn(slider, 104);
+    InputEvent press;
+    press.kind = InputEvent::Kind::pointerPressed;
+    press.button = InputEvent::Button::left;
+    press.place = slider->globXYToScreenXY({104, middle});
+    host_->loop().inject(press);
+    driver_.settle();
+    EXPECT_FALSE(bar->isDragging());
+    EXPECT_TRUE(slider->isThumbHeld());
+    driver_.release();
+    EXPECT_FALSE(slider->isThumbHeld());
+}
+
 TEST_F(HeldThumbs, EscapeKeepsASizeThatTheOwnerHasSet) {
     ScrollBar* const bar = addBar({0.25, 0.5});
     pressAt(bar, 90);

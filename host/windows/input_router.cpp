@@ -181,10 +181,22 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
     return true;
 }
 
+/// A button that is pressed again was let go of where nobody told: over a window that was closed, for example.
+void InputRouter::forgetLostRelease() {
+    Glob* const holder = captureHolder();
+    events_.pointer.heldButtons = 0;
+    events_.pointer.chord = false;
+    events_.pointer.releaseCapture();
+    handOver_.end();
+    drags_.cancel();
+    if (is_good_glob_ptr(holder)) holder->handleCaptureLost();
+}
+
 void InputRouter::routePress(InputEvent const& input) {
     PointerState& pointer = events_.pointer;
     int const bit = buttonBit(input.button);
-    if (bit == 0 || (pointer.heldButtons & bit) != 0) return;
+    if (bit == 0) return;
+    if ((pointer.heldButtons & bit) != 0) forgetLostRelease();
     endWheelGesture();
     approach_.drop();
     tips_.dismiss();

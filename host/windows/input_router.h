@@ -31,6 +31,7 @@ public:
 
 private:
     void routePress(InputEvent const& input);
+    void forgetLostRelease();
     void routeRelease(InputEvent const& input);
     void routeMove(InputEvent const& input);
     void routeWheel(InputEvent const& input);
