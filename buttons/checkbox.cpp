@@ -317,8 +317,8 @@ void Checkbox::drawTickBox() {
     CanvasRenderer renderer(canvas(), canvasArea());
     Palette const& palette = getPalette();
     bool const answers = isActive() && (containsPointer() || pressed_);
-    unsigned const radius = appearance_ == roundTickBox || isLight() ? static_cast<unsigned>(box.width() / 2)
-                                                                     : UifStd::getCornerRadius() / 2U;
+    unsigned const radius =
+        appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
     Colour const hover = palette.mark(eMarkFocus);
     if (isLight()) {
         if (Qv::Ptr<Glib::Image> const light = getLEDIcon())

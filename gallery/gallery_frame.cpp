@@ -30,6 +30,11 @@ int logHeight(int frameHeight) {
     return std::min(UifStd::getButtonHeight() * 7, frameHeight / 4);
 }
 
+/// What the larger pages need to show all that they have.
+XY<int> leastPage() {
+    return {UifStd::getButtonHeight() * 34, UifStd::getButtonHeight() * 21};
+}
+
 bool isFocusable(Glob const& glob) {
     GlobDescription description;
     glob.describe(description);
@@ -48,6 +53,8 @@ GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.
         label->setAction([this, &page](LabelGlob&) { show(page); });
         list_.push_back(addChild(std::move(label)));
     }
+    IntBox const area = pageArea();
+    area_ = addChild(std::make_unique<ScrolledArea>(area.size()), BottomLeft(area.x1, area.y1));
     log_ = addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight(size.y))),
                     BottomLeft(2 * margin() + listWidth(), margin()));
     reshape();
@@ -60,17 +67,16 @@ IntBox GalleryFrame::pageArea() const {
 }
 
 void GalleryFrame::show(Page const& page) {
-    if (valid(page_, pageStamp_)) destroy(page_);
     visitChildren([&](Glob& child) {
         if (auto* label = dynamic_cast<LabelGlob*>(&child)) label->setChosen(label->label() == page.title);
         return true;
     });
-    IntBox const area = pageArea();
-    std::unique_ptr<Glob> made = page.make(area.size(), [this, life = guard()](auto const& line) {
+    area_->setLeastSize(page.fitsAnywhere ? XY<int>() : leastPage());
+    std::unique_ptr<Glob> made = page.make(area_->contentsSize(), [this, life = guard()](auto const& line) {
         if (life.alive()) addLine(line);
     });
     made->setPalette(getPalette().makeChildPalette());
-    page_ = addChild(std::move(made), BottomLeft(area.x1, area.y1));
+    page_ = area_->setContents(std::move(made));
     pageStamp_ = page_->idStamp();
 }
 
@@ -123,7 +129,7 @@ void GalleryFrame::reshape() {
     layOutList();
     log_->resize(std::max(width() - 3 * margin() - listWidth(), 1), logHeight(height()));
     IntBox const area = pageArea();
-    if (valid(page_, pageStamp_)) page_->resize(area.width(), area.height());
+    reshapeWidgetAt(area_, area.bottomLeft(), area.size());
     Glob::reshape();
 }
 

@@ -2,6 +2,7 @@
 
 #include "gallery/message_log.h"
 #include "gallery/page.h"
+#include "gallery/scrolled_area.h"
 
 namespace wainscot::gallery {
 
@@ -32,6 +33,7 @@ private:
 
     std::vector<Glob*> list_;
     MessageLog* log_;
+    ScrolledArea* area_;
     Glob* page_ = nullptr;
     IdStamp pageStamp_;
     bool echo_ = false;

@@ -21,7 +21,7 @@ std::span<Page const> pages() {
         {"buttons", L"Buttons", makeButtonsPage},
         {"choices", L"Choices", makeChoicesPage},
         {"scroll", L"Scrolling", makeScrollPage},
-        {"timeline", L"Timeline", makeTimelinePage},
+        {"timeline", L"Timeline", makeTimelinePage, true},
         {"taborder", L"Tab order", makeTabOrderPage},
         {"binding", L"Value binding", makeBindingPage},
     };

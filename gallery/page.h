@@ -18,6 +18,8 @@ struct Page {
     wchar_t const* title;
     /// Makes the contents for an area of that size; they may keep `log` for as long as they live.
     std::unique_ptr<Glob> (*make)(XY<int> size, LogLine log);
+    /// Whether it fits itself into any room, and need not be scrolled.
+    bool fitsAnywhere = false;
 };
 
 /// All pages, in the order in which they are listed.

@@ -181,3 +181,18 @@ TEST_F(Gallery, WhatIsWrongIsSaidWithWhatIsAllowed) {
         EXPECT_THAT(outcome.errors, HasSubstr(said));
     }
 }
+
+TEST_F(Gallery, PagesAreScrolledWhereTheWindowIsTooSmall) {
+    std::string const script = fileWith("place radiobutton \"Mono\"\nwheel caption \"ticks\" -2\n"
+                                        "place radiobutton \"Mono\"\nresize 1000 700\n"
+                                        "place caption \"ticks\"\nexpect checkbox \"Own tick\"\n");
+    Outcome const outcome = run("--offscreen --page choices --size 700x500 --script " + script);
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    std::istringstream lines(outcome.out);
+    std::string word;
+    int x[3], y[3], width, height;
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(lines >> word >> x[i] >> y[i] >> width >> height) << outcome.out;
+    EXPECT_LT(y[1], y[0] - 50);
+    EXPECT_EQ(x[1], x[0]);
+    EXPECT_LT(y[2], 60) << "back at the top where there is room";
+}

@@ -181,7 +181,8 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
     return true;
 }
 
-/// A button that is pressed again was let go of where nobody told: over a window that was closed, for example.
+/// A button that is pressed again was let go of where nobody told: over a window that was closed, for
+/// example.
 void InputRouter::forgetLostRelease() {
     Glob* const holder = captureHolder();
     events_.pointer.heldButtons = 0;

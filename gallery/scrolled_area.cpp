@@ -1,0 +1,129 @@
+#include "gallery/scrolled_area.h"
+
+#include "containers/scroll_bar.h"
+#include "host/base/convert.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/event.h"
+#include "host/objects/description.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot::gallery {
+
+namespace {
+
+/// How far an arrow button or a notch of the wheel goes.
+int step() {
+    return 2 * UifStd::getButtonHeight();
+}
+
+void showPart(ScrollBar& bar, int offset, int shown, int all) {
+    ThumbSettings thumb{static_cast<double>(offset) / std::max(all, 1),
+                        static_cast<double>(shown) / std::max(all, 1)};
+    bar.setNewWidgetValue(thumb, eRedrawYes);
+}
+
+} // namespace
+
+ScrolledArea::ScrolledArea(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y), Palette(), false) {
+    view_ = addChild(std::make_unique<Glob>(1, 1, Palette(), false));
+    across_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eHorizontal)));
+    down_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eVertical)));
+    across_->setName("page across");
+    down_->setName("page down");
+    layOut();
+}
+
+// Sizes
+
+void ScrolledArea::setLeastSize(XY<int> least) {
+    least_ = least;
+    layOut();
+}
+
+XY<int> ScrolledArea::viewSize() const {
+    int const thick = ScrollBar::thickness();
+    bool const isLow = height() < least_.y;
+    bool const isNarrow = width() - (isLow ? thick : 0) < least_.x;
+    bool const needsDown = isLow || (isNarrow && height() - thick < least_.y);
+    return {std::max(width() - (needsDown ? thick : 0), 1), std::max(height() - (isNarrow ? thick : 0), 1)};
+}
+
+XY<int> ScrolledArea::contentsSize() const {
+    XY<int> const view = viewSize();
+    return {std::max(view.x, least_.x), std::max(view.y, least_.y)};
+}
+
+XY<int> ScrolledArea::range() const {
+    return contentsSize() - viewSize();
+}
+
+void ScrolledArea::layOut() {
+    XY<int> const view = viewSize();
+    int const thick = ScrollBar::thickness();
+    reshapeWidgetAt(view_, {0, height() - view.y}, view);
+    reshapeWidgetAt(across_, {0, 0}, {view.x, thick});
+    reshapeWidgetAt(down_, {width() - thick, height() - view.y}, {thick, view.y});
+    across_->setVisible(range().x > 0);
+    down_->setVisible(range().y > 0);
+    XY<int> const size = contentsSize();
+    if (valid(contents_, contentsStamp_) && contents_->size() != size) contents_->resize(size.x, size.y);
+    scrollTo(offset_);
+}
+
+void ScrolledArea::scrollTo(XY<int> offset) {
+    XY<int> const most = range();
+    XY<int> const size = contentsSize();
+    XY<int> const view = viewSize();
+    offset_ = {std::clamp(offset.x, 0, most.x), std::clamp(offset.y, 0, most.y)};
+    if (valid(contents_, contentsStamp_))
+        view_->setWidgetPos(contents_, {-offset_.x, view.y - size.y + offset_.y});
+    showPart(*across_, offset_.x, view.x, size.x);
+    showPart(*down_, offset_.y, view.y, size.y);
+}
+
+Glob* ScrolledArea::setContents(std::unique_ptr<Glob> contents) {
+    if (valid(contents_, contentsStamp_)) destroy(contents_);
+    contents_ = view_->addChild(std::move(contents));
+    contentsStamp_ = contents_->idStamp();
+    offset_ = {};
+    layOut();
+    return contents_;
+}
+
+void ScrolledArea::reshape() {
+    Glob::reshape();
+    if (down_) layOut();
+}
+
+// What the user does
+
+bool ScrolledArea::react(Event const& event) {
+    if (!mouse_wheel_event(event) || range() == XY<int>()) return Glob::react(event);
+    bool const isAcross = (event.modifiers() & Key::shift) != 0 || range().y == 0;
+    int const way = -event.amount() * step();
+    scrollTo(offset_ + (isAcross ? XY<int>{way, 0} : XY<int>{0, way}));
+    return true;
+}
+
+int ScrolledArea::handleMessageEvent(LightweightString<char> name, Glob* sender) {
+    if (!ScrollBar::isScrollBarMsg(name) || (sender != across_ && sender != down_)) return 0;
+    bool const isAcross = sender == across_;
+    XY<int> to = offset_;
+    int& along = isAcross ? to.x : to.y;
+    if (name == ScrollBar::thumbMovedMsg)
+        along = static_cast<int>(std::lround((isAcross ? across_ : down_)->getThumbPos() *
+                                             (isAcross ? contentsSize().x : contentsSize().y)));
+    if (name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg) along -= step();
+    if (name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg) along += step();
+    if (to != offset_) scrollTo(to);
+    return 1;
+}
+
+void ScrolledArea::describe(GlobDescription& description) const {
+    Glob::describe(description);
+    description.role = "scrollarea";
+}
+
+} // namespace wainscot::gallery

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/objects/glob.h"
+
+namespace wainscot {
+
+class ScrollBar;
+
+namespace gallery {
+
+/// Shows contents that need a certain size, and lets the user scroll them where there is not so much room.
+class ScrolledArea final : public Glob {
+public:
+    explicit ScrolledArea(XY<int> size);
+
+    /// The contents are never smaller than that.
+    void setLeastSize(XY<int> least);
+
+    /// What the contents are to be made for.
+    XY<int> contentsSize() const;
+    /// Takes it over, in the place of what was there.
+    Glob* setContents(std::unique_ptr<Glob> contents);
+
+    /// Turns of the wheel that nothing in the contents has used.
+    bool react(Event const& event) override;
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void reshape() override;
+    void describe(GlobDescription& description) const override;
+
+private:
+    /// What the bars leave.
+    XY<int> viewSize() const;
+    XY<int> range() const;
+    void layOut();
+    void scrollTo(XY<int> offset);
+
+    XY<int> least_;
+    /// How far the contents are moved up and to the left.
+    XY<int> offset_;
+    Glob* view_ = nullptr;
+    Glob* contents_ = nullptr;
+    IdStamp contentsStamp_;
+    ScrollBar* across_ = nullptr;
+    ScrollBar* down_ = nullptr;
+};
+
+} // namespace gallery
+} // namespace wainscot
