@@ -2,14 +2,11 @@
 
 #include "host/base/configb.h"
 #include "host/base/diagnostics.h"
-#include "host/drawing/canvas_renderer.h"
-#include "host/drawing/surface.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/lifetime.h"
-#include "host/objects/painting.h"
 #include "host/objects/placement.h"
 #include "host/objects/root_host.h"
 #include "host/objects/tree.h"
@@ -451,103 +448,6 @@ void Glob::unmapCanvas() {
     if (!loseInput()) return;
     canvas_->setMapped(false);
     Tree::noteChange();
-}
-
-// Drawing
-
-void Glob::draw() {
-    drawBackground();
-    drawBorder();
-}
-
-void Glob::drawBackground() {
-    if (!isOpaque()) return;
-    CanvasRenderer renderer(canvas(), canvasArea());
-    renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getCol()));
-}
-
-void Glob::drawBorder() {}
-
-void Glob::drawWidgets() {
-    Painting::drawChildrenNow(*this);
-}
-
-bool Glob::canDraw() {
-    return width_ > 0 && height_ > 0;
-}
-
-void Glob::reshapeCanvas() {}
-
-IntBox Glob::canvasArea() const {
-    return ownsCanvas() ? bounds() : IntBox::sized(placeOnCanvas(), size());
-}
-
-void Glob::makeDirty() {
-    setFlag(dirtyFlag, true);
-    damage(bounds());
-}
-
-void Glob::damage(IntBox const& part) {
-    if (part.isEmpty() || !isVisible()) return;
-    canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
-}
-
-void Glob::setPalette(Palette const& palette) {
-    palette_ = palette;
-    makeDirty();
-}
-
-void Glob::handleLookChange() {}
-
-Colour Glob::getCol() const {
-    return side_ && side_->colour ? *side_->colour : palette_.window(eWindowNormal);
-}
-
-void Glob::setCol(Colour const& colour, bool redraw) {
-    side().colour = colour;
-    if (redraw) makeDirty();
-}
-
-CanvasPlace Glob::canvasPlace() const {
-    CanvasPlace place;
-    // Trees are mostly built before they are shown; a look at the root is cheaper than the whole way.
-    place.surface = getRootParent(const_cast<Glob*>(this))->ownCanvas_.surface();
-    if (!place.surface) {
-        place.mapped = isShown();
-        return place;
-    }
-    place.visible = bounds();
-    place.mapped = true;
-    Glob const* glob = this;
-    while (true) {
-        place.mapped = place.mapped && glob->isVisible() && glob->canvas_->isMapped();
-        if (glob->ownsCanvas() && glob->parent_) place.opacity *= glob->canvas_->opacity();
-        if (!glob->parent_) break;
-        place.origin = Placement::clampPlace(place.origin) + glob->position_;
-        // What cannot be seen stays so; its box must not travel on to where sums overflow.
-        if (!place.visible.isEmpty())
-            place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
-        glob = glob->parent_;
-    }
-    place.origin += place.surface->contentPlace();
-    place.visible = place.visible.translated(place.surface->contentPlace());
-    return place;
-}
-
-void Glob::damageAbove(IntBox const& area) {
-    std::vector<Glob*> above;
-    Tree::childrenMeeting(*this, area, above);
-    for (Glob* child : above) child->damage(area.translated(XY<int>() - child->position_));
-    IntBox inParent = area.intersection(bounds());
-    for (Glob* glob = this; glob->parent_ && !inParent.isEmpty(); glob = glob->parent_) {
-        inParent = inParent.translated(glob->position_).intersection(glob->parent_->bounds());
-        if (!glob->next_) continue;
-        above.clear();
-        Tree::childrenMeeting(*glob->parent_, inParent, above);
-        auto const own = std::find(above.begin(), above.end(), glob);
-        for (auto later = own == above.end() ? own : own + 1; later != above.end(); ++later)
-            (*later)->damage(inParent.translated(XY<int>() - (*later)->position_));
-    }
 }
 
 // Self-description
