@@ -41,7 +41,8 @@ TEST(WordWrapping, LosesNoCharacterAndKeepsTheWidth) {
     for (int round = 0; round < 100; ++round) {
         std::wstring text;
         for (auto i = random() % 400; i > 0; --i)
-            text += random() % 7 ? static_cast<wchar_t>(L'a' + random() % 26) : L' ';
+            text +=
+                random() % 7 ? static_cast<wchar_t>((round % 2 ? L'a' : L'\u05D0') + random() % 26) : L' ';
         int const width = 1 + static_cast<int>(random() % 150);
         std::wstring shown;
         for (std::wstring const& line : wrapped(Text(std::wstring_view(text)), width)) {

@@ -190,6 +190,50 @@ TEST(Text, RightToLeftTextRunsTheOtherWay) {
     EXPECT_EQ(font->prefixWidth(mixed, 9), font->textWidth(mixed));
 }
 
+/// Hebrew words; only the first letter reaches below the line.
+Text longHebrewText() {
+    Text text(L"\u05E7");
+    for (int i = 1; i < 500; ++i) text.push_back(i % 6 ? L'\u05D0' : L' ');
+    return text;
+}
+
+TEST(Text, ALongRightToLeftTextBeginsAtItsRightEnd) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const hebrew = longHebrewText();
+    int const width = font->textWidth(hebrew);
+    EXPECT_EQ(font->prefixWidth(hebrew, 0), width);
+    EXPECT_EQ(font->prefixWidth(hebrew, 500), 0);
+    for (int i = 1; i <= 500; ++i) {
+        ASSERT_LT(font->prefixWidth(hebrew, i), font->prefixWidth(hebrew, i - 1)) << i;
+        ASSERT_EQ(font->characterAtX(hebrew, font->prefixWidth(hebrew, i)), i);
+    }
+    EXPECT_EQ(font->characterAtX(hebrew, width + 50), 0);
+    EXPECT_EQ(font->characterAtX(hebrew, -50), 500);
+    PaintedWindow window({width + 20, 30});
+    draw(window, Glib::TextDescription(hebrew, {10, 10}, font, Colour()));
+    EXPECT_NEAR(window.inkBox().width(), width, 3);
+    int leftmost = width;
+    for (int y = 20; y < 30; ++y)
+        for (int x = width + 19; x >= 0; --x)
+            if (window.device(x, y) != white) leftmost = std::min(leftmost, x);
+    EXPECT_NEAR(leftmost, width + 5, 6);
+}
+
+TEST(Text, DirectionsMeetAcrossTheBlocksOfALongText) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const hebrew = longHebrewText();
+    Text const mixed = L"abc " + hebrew + L" (123) xyz";
+    int const start = font->textWidth(L"abc ");
+    int const end = start + font->textWidth(hebrew);
+    // The line runs from left to right, and all the Hebrew in it the other way.
+    EXPECT_NEAR(font->prefixWidth(mixed, 2), font->textWidth(L"ab"), 1);
+    EXPECT_NEAR(font->prefixWidth(mixed, 4), end + font->textWidth(L" (123)"), 10);
+    EXPECT_LT(font->prefixWidth(mixed, 300), font->prefixWidth(mixed, 200));
+    EXPECT_EQ(font->prefixWidth(mixed, 514), font->textWidth(mixed));
+    EXPECT_EQ(font->characterAtX(mixed, font->textWidth(mixed) - 1), 514);
+    EXPECT_EQ(font->characterAtX(mixed, 0), 0);
+}
+
 TEST(FittedText, IsTheLongestBeginningThatFits) {
     Qv::Ptr<iFont> const font = standardFont();
     Text const text(L"Import selected clips, e\u0301tude");
@@ -221,6 +265,25 @@ TEST(FittedText, DropsControlCharactersAndIsQuickOnLongTexts) {
     EXPECT_NEAR(static_cast<double>(fitted.size()), 100.0 / font->textWidth(L"xxxxxxxxxx") * 10, 3);
     EXPECT_NEAR(static_cast<double>(clipStringToFit(text, 100, true, font).size()),
                 static_cast<double>(fitted.size()), 1);
+}
+
+TEST(FittedText, KnowsLongRightToLeftTexts) {
+    Qv::Ptr<iFont> const font = standardFont();
+    Text const text = longHebrewText();
+    int const full = font->textWidth(text);
+    for (int const limit : {60, full / 2, full - 1}) {
+        auto const width = static_cast<unsigned short>(limit);
+        for (bool const keepEnd : {false, true}) {
+            Text const fitted = clipStringToFit(text, width, keepEnd, font);
+            EXPECT_LE(font->textWidth(fitted), width);
+            EXPECT_GT(font->textWidth(fitted), width - 20);
+            // Where the text goes on: at the left of a beginning, at the right of an end.
+            int const at = static_cast<int>(keepEnd ? 0 : fitted.size() - 1);
+            EXPECT_EQ(fitted[static_cast<std::size_t>(at)], Glib::ellipsis);
+            EXPECT_EQ(font->prefixWidth(fitted, at + 1) < 2, !keepEnd);
+        }
+    }
+    EXPECT_EQ(Glib::fitTextToWidth(font, text, static_cast<unsigned short>(full)), text);
 }
 
 TEST(Symbols, AreOneSizeWideAndDrawnInAnyFont) {

@@ -7,6 +7,8 @@
 #include "host/drawing/uif_std.h"
 #include "host/drawing/word_wrapping_text_renderer.h"
 
+#include <string>
+
 namespace wainscot::gallery {
 
 namespace {
@@ -45,6 +47,24 @@ void drawScripts(SheetCursor& cursor) {
         line(cursor, font, sample.text, row.x1 + UifStd::getButtonHeight() * 4, row,
              palette.text(eTextEnabled));
     }
+}
+
+/// More than a row holds, from right to left: what begins it stands at the right, and its end is cut off.
+void drawLongRightToLeftText(SheetCursor& cursor) {
+    std::wstring text;
+    for (int number = 1; text.size() < 600; ++number) {
+        text += L"[" + std::to_wstring(number) + L"] ";
+        text += number % 2
+                    ? L"\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd, "
+                    : L"\u0627\u0644\u0633\u0644\u0627\u0645 \u0639\u0644\u064a\u0643\u0645 (clip 4:2) ";
+    }
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    IntBox const row = cursor.row(font->lineHeight());
+    cursor.renderer().setClipRect(row);
+    cursor.renderer().renderPrimitive(Glib::TextDescription(
+        LightweightString<wchar_t>(std::wstring_view(text)), {row.x2, row.y1 + font->descent()}, font,
+        cursor.palette().text(eTextEnabled), eAlignRight));
+    cursor.renderer().clearClipRect();
 }
 
 void drawStyles(SheetCursor& cursor) {
@@ -90,6 +110,7 @@ void drawText(CanvasRenderer& renderer, IntBox const& area, Palette const& palet
     SheetCursor cursor(renderer, area, palette);
     cursor.note(L"Many scripts, with fonts that are installed");
     drawScripts(cursor);
+    drawLongRightToLeftText(cursor);
     cursor.note(L"Styles and sizes");
     drawStyles(cursor);
     cursor.note(L"Wrapped, rich and highlighted text");

@@ -1,7 +1,9 @@
 #include "host/drawing/font_p.h"
 
+#include "host/drawing/bidi_levels_p.h"
 #include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
+#include "host/drawing/text_line_p.h"
 #include "host/drawing/text_shaper_p.h"
 
 #include <algorithm>
@@ -93,21 +95,27 @@ std::uint16_t Font::faceFor(std::uint32_t character) const {
     return fallbacks_[character] = index;
 }
 
-double Font::blockWidth(std::wstring_view block) const {
+std::optional<double> Font::widthByPairs(std::wstring_view block) const {
     std::int32_t const width = pairs_ ? pairs_->width(block) : PairAdvances::entangled;
-    if (width != PairAdvances::entangled) return static_cast<double>(width) / fractions;
+    if (width == PairAdvances::entangled) return std::nullopt;
+    return static_cast<double>(width) / fractions;
+}
+
+double Font::blockWidth(std::wstring_view block) const {
+    if (std::optional<double> const width = widthByPairs(block)) return *width;
+    return static_cast<double>(TextShaper(*this, block).shape()->width());
+}
+
+std::optional<double> Font::plainWidth(std::wstring_view block) const {
+    // No character of a pair can turn its line.
+    if (std::optional<double> const width = widthByPairs(block)) return width;
+    if (Bidi::mayTurn(block)) return std::nullopt;
     return static_cast<double>(TextShaper(*this, block).shape()->width());
 }
 
 double Font::exactWidth(std::wstring_view text) const {
-    if (text.size() <= TextLayout::maxLength)
-        return text.empty() ? 0 : static_cast<double>(TextLayouts::get(*this, text)->width());
-    double width = 0;
-    forEachBlock(text, [&](std::wstring_view block, std::size_t) {
-        width += blockWidth(block);
-        return true;
-    });
-    return width;
+    if (text.size() > TextLayout::maxLength) return TextLine(*this, text).width();
+    return text.empty() ? 0 : static_cast<double>(TextLayouts::get(*this, text)->width());
 }
 
 int Font::textWidth(LightweightString<wchar_t> const& text) const {
@@ -115,33 +123,11 @@ int Font::textWidth(LightweightString<wchar_t> const& text) const {
 }
 
 int Font::prefixWidth(LightweightString<wchar_t> const& text, int index) const {
-    std::size_t const wanted = clampedIndex(index, text.size());
-    double x = 0;
-    forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        bool const isLast = wanted < start + block.size() || start + block.size() == text.size();
-        x += isLast ? static_cast<double>(TextLayouts::get(*this, block)->gap(wanted - start))
-                    : blockWidth(block);
-        return !isLast;
-    });
-    return rounded(x);
+    return rounded(TextLine::gap(*this, text.view(), clampedIndex(index, text.size())));
 }
 
 int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
-    double left = 0;
-    std::size_t found = 0;
-    forEachBlock(text.view(), [&](std::wstring_view block, std::size_t start) {
-        // The only block of a short text need not be measured to find its layout.
-        bool const endsText = start + block.size() == text.size();
-        double const right = endsText ? left : left + blockWidth(block);
-        bool const isLast = endsText || x < right;
-        if (isLast) {
-            TextLayoutPtr const layout = TextLayouts::get(*this, block);
-            found = start + layout->nearestStop(static_cast<float>(x - left));
-        }
-        left = right;
-        return !isLast;
-    });
-    return static_cast<int>(found);
+    return static_cast<int>(TextLine::nearestStop(*this, text.view(), x));
 }
 
 int Font::seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method, int index) const {

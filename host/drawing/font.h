@@ -58,7 +58,7 @@ public:
 
     /// The width of a text, rounded.
     virtual int textWidth(LightweightString<wchar_t> const& text) const = 0;
-    /// The x of the gap before character `index` (clamped to the text), from the start of the text. Equals
+    /// The x of the gap before character `index` (clamped to the text), from the left end of it all. Equals
     /// the place at which the text is drawn, so that carets and selections meet the characters.
     virtual int prefixWidth(LightweightString<wchar_t> const& text, int index) const = 0;
     /// The gap nearest to `x`: 0 to the length of the text, never inside a grapheme cluster.

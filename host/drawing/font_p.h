@@ -5,6 +5,7 @@
 #include "host/drawing/pair_advances_p.h"
 #include "host/drawing/text_layout_p.h"
 
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 
@@ -35,6 +36,8 @@ public:
     /// The exact width of one block; unlike its layout it is not kept, so that long texts drive nothing else
     /// out of the cache.
     double blockWidth(std::wstring_view block) const;
+    /// The same for a block that runs from left to right only; nothing for one that may not.
+    std::optional<double> plainWidth(std::wstring_view block) const;
     /// Null when the face must always be shaped.
     PairAdvances* pairs() const { return pairs_.get(); }
 
@@ -49,6 +52,7 @@ public:
     std::uint16_t faceFor(std::uint32_t character) const;
 
 private:
+    std::optional<double> widthByPairs(std::wstring_view block) const;
     std::uint16_t addFace(FontFace* face) const;
 
     Glib::FontDesc desc_;

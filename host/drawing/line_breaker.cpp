@@ -1,5 +1,6 @@
 #include "host/drawing/line_breaker_p.h"
 
+#include "host/drawing/bidi_levels_p.h"
 #include "host/drawing/font_p.h"
 #include "host/drawing/text_boundaries_p.h"
 
@@ -92,16 +93,36 @@ void LineBreaker::addPiece(std::size_t span, std::size_t start, std::size_t leng
     line_.descent = std::max(line_.descent, spans_[span].font->descent());
 }
 
+/// How much of a block fits on the line; one layout tells it for all its beginnings.
+std::size_t LineBreaker::fittingPlain(Font const& font, std::wstring_view piece) const {
+    TextLayoutPtr const layout = TextLayouts::get(font, piece);
+    std::size_t fitting = 0;
+    for (std::size_t i = 1; i <= piece.size(); ++i)
+        if (layout->isStop(i) && fits(x_ + static_cast<double>(layout->gap(i)))) fitting = i;
+    return fitting;
+}
+
+/// The same where the gaps do not run from left to right: beginnings are laid out by themselves.
+std::size_t LineBreaker::fittingTurned(Font const& font, std::wstring_view piece) const {
+    std::size_t low = 0;
+    std::size_t high = piece.size();
+    while (low < high) {
+        std::size_t const middle = (low + high + 1) / 2;
+        if (fits(x_ + font.blockWidth(piece.substr(0, middle))))
+            low = middle;
+        else
+            high = middle - 1;
+    }
+    while (!TextBoundaries::isStop(piece, low)) --low;
+    return low;
+}
+
 void LineBreaker::cutWord(std::size_t span, std::size_t start, std::size_t length) {
     Font const& font = Font::of(*spans_[span].font);
     std::wstring_view const word = spans_[span].text.substr(start, length);
     for (std::size_t at = 0; at < word.size();) {
-        // One layout of what may fit at most serves for the whole line.
         std::wstring_view const piece = word.substr(at, firstBlock(word.substr(at)));
-        TextLayoutPtr const layout = TextLayouts::get(font, piece);
-        std::size_t fitting = 0;
-        for (std::size_t i = 1; i <= piece.size(); ++i)
-            if (layout->isStop(i) && fits(x_ + static_cast<double>(layout->gap(i)))) fitting = i;
+        std::size_t fitting = Bidi::mayTurn(piece) ? fittingTurned(font, piece) : fittingPlain(font, piece);
         if (fitting == 0 && x_ == 0) fitting = TextBoundaries::nextStop(piece, 0);
         addPiece(span, start + at, fitting, font.blockWidth(piece.substr(0, fitting)));
         line_.width = x_;

@@ -8,6 +8,8 @@
 
 namespace wainscot {
 
+class Font;
+
 /// Breaks styled text into lines of a given width: after blanks, and inside a word only where it is wider
 /// than a line. Every line takes at least one grapheme cluster. Cost is proportional to the text.
 class LineBreaker {
@@ -46,6 +48,8 @@ private:
     void addWord(std::size_t span, std::size_t start, std::size_t length, std::size_t blanks);
     double continuationWidth(std::size_t span) const;
     void addPiece(std::size_t span, std::size_t start, std::size_t length, double width);
+    std::size_t fittingPlain(Font const& font, std::wstring_view piece) const;
+    std::size_t fittingTurned(Font const& font, std::wstring_view piece) const;
     void cutWord(std::size_t span, std::size_t start, std::size_t length);
     void endLine(bool endsParagraph);
     bool isLimited() const { return limit_ > 0; }

@@ -1,5 +1,6 @@
 #include "host/drawing/long_text.h"
 
+#include "host/drawing/bidi_line_p.h"
 #include "host/drawing/font_p.h"
 #include "host/drawing/text_boundaries_p.h"
 #include "host/drawing/text_painter_p.h"
@@ -33,15 +34,18 @@ std::size_t nextLength(std::wstring_view text, std::size_t target) {
 
 } // namespace
 
-double LongText::widthOf(std::wstring_view text) const {
-    return font_ ? Font::of(*font_).blockWidth(text) : 0;
+/// The width of a block that runs from left to right only; another is counted, and measured with its line.
+double LongText::measure(std::wstring_view piece) {
+    std::optional<double> const width = font_ ? Font::of(*font_).plainWidth(piece) : std::nullopt;
+    if (!width && Bidi::mayTurn(piece)) ++turning_;
+    return width.value_or(0);
 }
 
-std::vector<LongText::Block> LongText::cut(std::wstring_view text, std::size_t target) const {
+std::vector<LongText::Block> LongText::cut(std::wstring_view text, std::size_t target) {
     std::vector<Block> blocks;
     for (std::size_t start = 0; start < text.size();) {
         std::wstring_view const piece = text.substr(start, nextLength(text.substr(start), target));
-        blocks.push_back({std::wstring(piece), widthOf(piece)});
+        blocks.push_back({std::wstring(piece), measure(piece)});
         start += piece.size();
     }
     return blocks;
@@ -62,16 +66,42 @@ void LongText::sumFrom(std::size_t block) {
     width_ = left;
 }
 
+/// Orders a line that does not run from left to right only, after blocks were exchanged.
+void LongText::order(std::size_t first, std::size_t removed, std::size_t added) {
+    if (turning_ == 0 || !font_) return line_.reset();
+    std::vector<BidiBlockPtr> known;
+    if (line_) {
+        known = line_->blocks();
+        auto const at = known.begin() + static_cast<std::ptrdiff_t>(first);
+        known.insert(known.erase(at, at + static_cast<std::ptrdiff_t>(removed)), added, nullptr);
+    }
+    std::vector<std::size_t> lengths;
+    std::wstring text;
+    text.reserve(length_);
+    for (Block const& block : blocks_) {
+        lengths.push_back(block.text.size());
+        text += block.text;
+    }
+    line_ = std::make_shared<BidiLine const>(Font::of(*font_), std::move(text), lengths, known);
+    width_ = line_->width();
+}
+
 void LongText::setText(std::wstring_view text) {
+    turning_ = 0;
+    line_.reset();
     blocks_ = cut(text, TextLayout::maxLength);
     sumFrom(0);
+    order(0, 0, 0);
 }
 
 void LongText::setFont(Qv::Ptr<iFont> font) {
     if (font == font_) return;
+    line_.reset();
     font_ = std::move(font);
-    for (Block& block : blocks_) block.width = widthOf(block.text);
+    turning_ = 0;
+    for (Block& block : blocks_) block.width = measure(block.text);
     sumFrom(0);
+    order(0, 0, 0);
 }
 
 LongText::Place LongText::placeOf(std::size_t index) const {
@@ -99,17 +129,25 @@ void LongText::replace(std::size_t index, std::size_t count, std::wstring_view t
     merged.replace(index - starts_[from], count, text);
     if (merged.size() < shortLength && last + 1 < blocks_.size()) merged += blocks_[++last].text;
 
-    std::vector<Block> fresh = cut(merged, roomyLength);
-    std::size_t const kept = std::min(fresh.size(), last + 1 - from);
-    auto const at = blocks_.begin() + static_cast<std::ptrdiff_t>(from);
-    std::move(fresh.begin(), fresh.begin() + static_cast<std::ptrdiff_t>(kept), at);
-    auto const rest = at + static_cast<std::ptrdiff_t>(kept);
-    if (kept < fresh.size())
-        blocks_.insert(rest, std::make_move_iterator(fresh.begin() + static_cast<std::ptrdiff_t>(kept)),
+    exchange(from, last + 1 - from, cut(merged, roomyLength));
+}
+
+void LongText::exchange(std::size_t first, std::size_t count, std::vector<Block> fresh) {
+    auto const at = blocks_.begin() + static_cast<std::ptrdiff_t>(first);
+    auto const end = at + static_cast<std::ptrdiff_t>(count);
+    if (turning_ > 0)
+        turning_ -= static_cast<std::size_t>(
+            std::count_if(at, end, [](Block const& block) { return Bidi::mayTurn(block.text); }));
+    std::size_t const added = fresh.size();
+    auto const kept = static_cast<std::ptrdiff_t>(std::min(added, count));
+    std::move(fresh.begin(), fresh.begin() + kept, at);
+    if (added > count)
+        blocks_.insert(end, std::make_move_iterator(fresh.begin() + kept),
                        std::make_move_iterator(fresh.end()));
     else
-        blocks_.erase(rest, blocks_.begin() + static_cast<std::ptrdiff_t>(last + 1));
-    sumFrom(from);
+        blocks_.erase(at + kept, end);
+    sumFrom(first);
+    order(first, count, added);
 }
 
 std::wstring LongText::substr(std::size_t index, std::size_t count) const {
@@ -124,9 +162,14 @@ std::wstring LongText::substr(std::size_t index, std::size_t count) const {
     return part;
 }
 
+int LongText::width() const {
+    return rounded(width_);
+}
+
 int LongText::gapX(std::size_t index) const {
     if (blocks_.empty() || !font_) return 0;
     index = std::min(index, length_);
+    if (line_) return rounded(line_->gap(index));
     Place const at = placeOf(index);
     TextLayoutPtr const layout = TextLayouts::get(Font::of(*font_), blocks_[at.block].text);
     return rounded(lefts_[at.block] + static_cast<double>(layout->gap(index - at.start)));
@@ -134,6 +177,7 @@ int LongText::gapX(std::size_t index) const {
 
 std::size_t LongText::indexAt(int x) const {
     if (blocks_.empty() || !font_) return 0;
+    if (line_) return line_->nearestStop(x);
     auto const after = std::upper_bound(lefts_.begin(), lefts_.end(), static_cast<double>(x));
     std::size_t const block =
         after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
@@ -151,12 +195,19 @@ void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour co
     if (!renderer.isVisible(line)) return;
     auto const leftmost = static_cast<double>(seen.x1) - margin - position.x;
     auto const rightmost = static_cast<double>(seen.x2) + margin - position.x;
+    TextRunPainter painter(target, *font_, colour, 1.0);
+    if (line_) {
+        line_->forEachVisible(leftmost, rightmost, [&](std::span<PlacedGlyph const> glyphs, double x) {
+            painter.add(glyphs, position, x);
+        });
+        return target.painted(line);
+    }
     auto const after = std::upper_bound(lefts_.begin(), lefts_.end(), leftmost);
     std::size_t block = after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
-    TextRunPainter painter(target, *font_, colour, 1.0);
     for (; block < blocks_.size() && lefts_[block] <= rightmost; ++block)
         if (lefts_[block] + blocks_[block].width >= leftmost)
-            painter.add(*TextLayouts::get(Font::of(*font_), blocks_[block].text), position, lefts_[block]);
+            painter.add(TextLayouts::get(Font::of(*font_), blocks_[block].text)->glyphs(), position,
+                        lefts_[block]);
     target.painted(line);
 }
 

@@ -3,15 +3,20 @@
 #include "host/drawing/canvas_renderer.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace wainscot {
+class BidiLine;
+}
+
 namespace wainscot::Glib {
 
 /// One line of text of any length that is measured and drawn while it is edited: a change costs what it
-/// changes, not what there is. Keeps the text in blocks with their widths; right-to-left text is ordered
-/// within a block.
+/// changes, not what there is. Keeps the text in blocks with their widths. Where any of it runs from right to
+/// left, a change costs a pass over the line, which is ordered as a whole.
 class WAINSCOT_API LongText {
 public:
     LongText() = default;
@@ -28,8 +33,8 @@ public:
     std::wstring substr(std::size_t index, std::size_t count) const;
 
     /// The width of all the text, rounded; cut to 2^30.
-    int width() const { return gapX(length_); }
-    /// The x of the gap before character `index`, from the start of the text.
+    int width() const;
+    /// The x of the gap before character `index`, from the left end of the text.
     int gapX(std::size_t index) const;
     /// The gap nearest to `x`, never inside a grapheme cluster.
     std::size_t indexAt(int x) const;
@@ -50,9 +55,13 @@ private:
     };
 
     Place placeOf(std::size_t index) const;
-    double widthOf(std::wstring_view text) const;
-    std::vector<Block> cut(std::wstring_view text, std::size_t target) const;
+    double measure(std::wstring_view piece);
+    std::vector<Block> cut(std::wstring_view text, std::size_t target);
+    /// Puts blocks in the place of `count` others.
+    void exchange(std::size_t first, std::size_t count, std::vector<Block> fresh);
     void sumFrom(std::size_t block);
+    /// `added` blocks stand where `removed` ones stood before.
+    void order(std::size_t first, std::size_t removed, std::size_t added);
 
     Qv::Ptr<iFont> font_;
     std::vector<Block> blocks_;
@@ -61,6 +70,10 @@ private:
     std::vector<double> lefts_;
     std::size_t length_ = 0;
     double width_ = 0;
+    /// How many blocks may make the line run from right to left, in whole or in part.
+    std::size_t turning_ = 0;
+    /// Where the line stands then; shared by copies.
+    std::shared_ptr<BidiLine const> line_;
 };
 
 } // namespace wainscot::Glib

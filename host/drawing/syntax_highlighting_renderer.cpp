@@ -20,20 +20,14 @@ std::size_t endOfStretch(std::wstring_view text, std::size_t start) {
     return end;
 }
 
-/// At an exact distance from the start of the line, as a line of one colour would be drawn.
-void draw(CanvasRenderer& renderer, std::wstring_view stretch, Qv::Ptr<iFont> const& font,
-          XY<int> const& position, double x, Colour const& colour) {
+/// Draws at an exact distance from the start of the line, as a line of one colour would be drawn. Returns the
+/// width of the stretch.
+double draw(CanvasRenderer& renderer, std::wstring_view stretch, Qv::Ptr<iFont> const& font,
+            XY<int> const& position, double x, Colour const& colour) {
     RenderTarget const target(renderer);
-    Font const& shaped = Font::of(*font);
-    IntBox const seen = target.visibleBox().inset(-font->size());
-    TextRunPainter painter(target, *font, colour, 1.0);
-    forEachBlock(stretch, [&](std::wstring_view block, std::size_t) {
-        double const left = position.x + x;
-        x += shaped.blockWidth(block);
-        if (position.x + x >= seen.x1 && left <= seen.x2)
-            painter.add(*TextLayouts::get(shaped, block), position, left - position.x);
-        return left <= seen.x2;
-    });
+    TextLine const line(Font::of(*font), stretch);
+    TextRunPainter(target, *font, colour, 1.0).add(line, position, x);
+    return line.width();
 }
 
 } // namespace
@@ -69,8 +63,7 @@ void SyntaxHighightingRenderer::render(CanvasRenderer& renderer, LightweightStri
             }
         }
         std::wstring_view const stretch = text.substr(start, end - start);
-        draw(renderer, stretch, font_, position, x, known == words_.end() ? colour : known->second);
-        x += Font::of(*font_).exactWidth(stretch);
+        x += draw(renderer, stretch, font_, position, x, known == words_.end() ? colour : known->second);
         start = end;
     }
     auto const length = static_cast<int>(std::min<double>(x, 1 << 30));

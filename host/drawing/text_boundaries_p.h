@@ -13,6 +13,14 @@ constexpr std::uint32_t validCodePoint(std::uint32_t c) {
     return c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? 0xFFFD : c;
 }
 
+/// The character in whose place a code point is laid out, so that every text can be shaped.
+constexpr std::uint32_t shapedAs(std::uint32_t c) {
+    if (c == '\t') return ' ';
+    // Control characters take part with no width and no ink.
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return 0x200B;
+    return validCodePoint(c);
+}
+
 constexpr bool isBlank(wchar_t c) {
     return c == L' ' || (c >= L'\t' && c <= L'\r') || c == 0xA0 || (c >= 0x2000 && c <= 0x200A) ||
            c == 0x3000;

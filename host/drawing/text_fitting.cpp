@@ -24,7 +24,10 @@ std::size_t enoughFor(Font const& font, std::wstring_view text, double width) {
     double reached = 0;
     std::size_t length = 0;
     forEachBlock(text, [&](std::wstring_view block, std::size_t start) {
-        reached += static_cast<double>(TextLayouts::get(font, block)->width());
+        TextLayoutPtr const layout = TextLayouts::get(font, block);
+        reached += static_cast<double>(layout->width());
+        // By themselves such blocks may be a little wider than they are in their line.
+        if (layout->mayTurn() && block.size() < text.size()) reached -= 2.0 * font.size();
         length = start + block.size();
         return reached <= width;
     });

@@ -26,7 +26,7 @@ std::size_t TextLayout::nearestStop(float x) const {
 
 std::size_t TextLayout::bytes() const {
     return sizeof *this + glyphs_.capacity() * sizeof(PlacedGlyph) + gaps_.capacity() * sizeof(float) +
-           inside_.capacity() / 8;
+           parts_.capacity() * sizeof(Part) + inside_.capacity() / 8;
 }
 
 namespace {
@@ -35,31 +35,52 @@ constexpr std::size_t cacheLimit = 4 * 1024 * 1024;
 /// What the lists and tables of the cache take for one entry, roughly.
 constexpr std::size_t entryOverhead = 160;
 
-struct Entry {
-    std::uint32_t font;
-    std::wstring text;
-    TextLayoutPtr layout;
-    std::size_t bytes;
-};
-
 struct Key {
     std::uint32_t font;
     std::wstring_view text;
+    BlockContext const* context;
 
-    bool operator==(Key const&) const = default;
+    bool operator==(Key const& other) const {
+        return font == other.font && text == other.text &&
+               (context && other.context ? *context == *other.context : context == other.context);
+    }
 };
+
+struct Entry {
+    std::uint32_t font;
+    std::wstring text;
+    std::unique_ptr<BlockContext const> context;
+    TextLayoutPtr layout;
+    std::size_t bytes;
+
+    Key key() const { return {font, text, context.get()}; }
+};
+
+std::size_t bytesOf(BlockContext const& context) {
+    return sizeof context + context.stretches.size() * sizeof(BlockContext::Stretch);
+}
 
 struct KeyHash {
     std::size_t operator()(Key const& key) const {
-        return std::hash<std::wstring_view>()(key.text) ^ (key.font * 0x9E3779B97F4A7C15ULL);
+        std::size_t const hash =
+            std::hash<std::wstring_view>()(key.text) ^ (key.font * 0x9E3779B97F4A7C15ULL);
+        return key.context ? hash ^ hashOf(*key.context) : hash;
+    }
+
+private:
+    static std::size_t hashOf(BlockContext const& context) {
+        std::size_t hash = context.script;
+        for (BlockContext::Stretch const& stretch : context.stretches)
+            hash = hash * 0x100000001B3ULL + stretch.length * 2 + (stretch.rightToLeft ? 1 : 0);
+        return hash;
     }
 };
 
 class LayoutCache {
 public:
-    TextLayoutPtr get(Font const& font, std::wstring_view text) {
-        auto const known = index_.find({font.id(), text});
-        if (known == index_.end()) return add(font, text);
+    TextLayoutPtr get(Font const& font, std::wstring_view text, BlockContext const* context) {
+        auto const known = index_.find({font.id(), text, context});
+        if (known == index_.end()) return add(font, text, context);
         ++statistics_.hits;
         entries_.splice(entries_.begin(), entries_, known->second);
         return known->second->layout;
@@ -74,12 +95,14 @@ public:
     }
 
 private:
-    TextLayoutPtr add(Font const& font, std::wstring_view text) {
+    TextLayoutPtr add(Font const& font, std::wstring_view text, BlockContext const* context) {
         ++statistics_.misses;
-        TextLayoutPtr layout = TextShaper(font, text).shape();
-        std::size_t const bytes = layout->bytes() + (text.size() + 1) * sizeof(wchar_t) + entryOverhead;
-        entries_.push_front({font.id(), std::wstring(text), layout, bytes});
-        index_.emplace(Key{font.id(), entries_.front().text}, entries_.begin());
+        TextLayoutPtr layout = TextShaper(font, text, context).shape();
+        std::size_t const bytes = layout->bytes() + (text.size() + 1) * sizeof(wchar_t) +
+                                  (context ? bytesOf(*context) : 0) + entryOverhead;
+        entries_.push_front({font.id(), std::wstring(text),
+                             context ? std::make_unique<BlockContext>(*context) : nullptr, layout, bytes});
+        index_.emplace(entries_.front().key(), entries_.begin());
         statistics_.bytes += bytes;
         trim();
         return layout;
@@ -89,7 +112,7 @@ private:
         while (statistics_.bytes > cacheLimit) {
             Entry const& oldest = entries_.back();
             statistics_.bytes -= oldest.bytes;
-            index_.erase({oldest.font, oldest.text});
+            index_.erase(oldest.key());
             entries_.pop_back();
         }
     }
@@ -108,8 +131,8 @@ LayoutCache& cache() {
 
 namespace TextLayouts {
 
-TextLayoutPtr get(Font const& font, std::wstring_view text) {
-    return cache().get(font, text);
+TextLayoutPtr get(Font const& font, std::wstring_view text, BlockContext const* context) {
+    return cache().get(font, text, context);
 }
 
 Statistics statistics() {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,27 @@ struct PlacedGlyph {
     float y;
 };
 
+/// What the layout of a block takes from its line, where that has text of both directions.
+struct BlockContext {
+    /// Characters that run together.
+    struct Stretch {
+        std::uint32_t length;
+        bool rightToLeft;
+
+        bool operator==(Stretch const&) const = default;
+    };
+
+    /// All of the block, in reading order.
+    std::vector<Stretch> stretches;
+    /// The script of the last letter before the block, as the shaper knows it.
+    std::uint32_t script = 0;
+    /// The letters beside the block that may join with its own.
+    std::wstring before;
+    std::wstring after;
+
+    bool operator==(BlockContext const&) const = default;
+};
+
 /// A shaped piece of text: where its glyphs and the gaps between its characters lie, in logical pixels
 /// that no rounding has touched. Never changes; shared with the cache.
 class TextLayout {
@@ -25,9 +47,22 @@ public:
     /// Longer texts are cut into blocks.
     static constexpr std::size_t maxLength = 256;
 
+    /// What lies in a stretch of the context. Stretches stand in reading order, left to right; the line
+    /// takes each to its own place.
+    struct Part {
+        float left;
+        float width;
+        std::uint32_t firstGlyph;
+        std::uint32_t endGlyph;
+    };
+
     float width() const { return width_; }
     std::vector<PlacedGlyph> const& glyphs() const { return glyphs_; }
     std::size_t length() const { return gaps_.size() - 1; }
+    /// False for a text that runs from left to right whatever stands beside it.
+    bool mayTurn() const { return mayTurn_; }
+    /// One for each stretch of the context; none without a context.
+    std::vector<Part> const& parts() const { return parts_; }
     /// The gap before character `index`; `length()` gives the end.
     float gap(std::size_t index) const { return gaps_[index]; }
     /// False inside a grapheme cluster.
@@ -42,9 +77,11 @@ private:
 
     std::vector<PlacedGlyph> glyphs_;
     std::vector<float> gaps_;
+    std::vector<Part> parts_;
     /// True for the gaps inside clusters; empty when there are none.
     std::vector<bool> inside_;
     float width_ = 0;
+    bool mayTurn_ = false;
 };
 
 using TextLayoutPtr = std::shared_ptr<TextLayout const>;
@@ -52,8 +89,9 @@ using TextLayoutPtr = std::shared_ptr<TextLayout const>;
 /// The shaped runs of late: least recently used ones go when they take more than 4 MB.
 namespace TextLayouts {
 
-/// The layout of a text of at most `TextLayout::maxLength` characters.
-TextLayoutPtr get(Font const& font, std::wstring_view text);
+/// The layout of a text of at most `TextLayout::maxLength` characters: a line of its own, or with a context
+/// the block of one.
+TextLayoutPtr get(Font const& font, std::wstring_view text, BlockContext const* context = nullptr);
 
 struct Statistics {
     std::size_t hits = 0;

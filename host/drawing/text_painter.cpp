@@ -51,19 +51,27 @@ GlyphRasters::DeviceFace& TextRunPainter::deviceFace(std::uint32_t index) {
     return *current_;
 }
 
-void TextRunPainter::add(TextLayout const& layout, XY<int> const& position, double x) {
+void TextRunPainter::add(std::span<PlacedGlyph const> glyphs, XY<int> const& position, double x) {
     double const scale = target_.scale();
     // The exact distance stays apart from the place: a long text begins far away.
     XY<long long> const place = target_.exactOnSurface(position);
     double const left = (static_cast<double>(place.x) + x) * scale;
     double const baseline =
         target_.surface().deviceSize().y - std::floor(static_cast<double>(place.y) * scale + 0.5);
-    for (PlacedGlyph const& glyph : layout.glyphs()) {
+    for (PlacedGlyph const& glyph : glyphs) {
         GlyphPicture const& picture = GlyphRasters::instance().picture(deviceFace(glyph.face), glyph.index);
         if (picture.width == 0) continue;
         drawGlyph(picture, {nearestPixel(left + static_cast<double>(glyph.x) * scale) + picture.left,
                             nearestPixel(baseline - static_cast<double>(glyph.y) * scale) - picture.top});
     }
+}
+
+void TextRunPainter::add(TextLine const& line, XY<int> const& position, double x) {
+    IntBox const seen = target_.visibleBox().inset(-font_.size());
+    double const start = position.x + x;
+    line.forEachVisible(
+        seen.x1 - start, seen.x2 - start,
+        [&](std::span<PlacedGlyph const> glyphs, double left) { add(glyphs, position, x + left); });
 }
 
 void TextRunPainter::drawGlyph(GlyphPicture const& picture, XY<int> const& place) {
@@ -97,25 +105,18 @@ IntBox drawShortText(RenderTarget const& target, Glib::TextDescription const& te
     IntBox const ink = bounds.inset(-text.font->size());
     if (!target.isVisible(target.deviceBox(ink))) return {};
     TextRunPainter(target, *text.font, text.colour, text.opacity)
-        .add(*layout, {bounds.x1, text.position.y}, 0);
+        .add(layout->glyphs(), {bounds.x1, text.position.y}, 0);
     return ink;
 }
 
 /// Only the blocks that can be seen are laid out.
 IntBox drawLongText(RenderTarget const& target, Glib::TextDescription const& text) {
-    Font const& font = Font::of(*text.font);
-    IntBox const bounds = text.calcBounds();
-    IntBox const seen = target.visibleBox().inset(-font.size());
-    TextRunPainter painter(target, font, text.colour, text.opacity);
-    double x = bounds.x1;
-    forEachBlock(text.text.view(), [&](std::wstring_view block, std::size_t) {
-        double const left = x;
-        x += font.blockWidth(block);
-        if (x >= seen.x1 && left <= seen.x2)
-            painter.add(*TextLayouts::get(font, block), {bounds.x1, text.position.y}, left - bounds.x1);
-        return left <= seen.x2;
-    });
-    return bounds.inset(-font.size());
+    TextLine const line(Font::of(*text.font), text.text.view());
+    constexpr double most = 1 << 30;
+    int const width = static_cast<int>(std::lround(std::min(line.width(), most)));
+    IntBox const bounds = text.boundsOfWidth(text.position, width);
+    TextRunPainter(target, *text.font, text.colour, text.opacity).add(line, {bounds.x1, text.position.y}, 0);
+    return bounds.inset(-text.font->size());
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "host/drawing/text_shaper_p.h"
 
+#include "host/drawing/bidi_levels_p.h"
 #include "host/drawing/symbols_p.h"
 #include "host/drawing/text_boundaries_p.h"
 
 #include <algorithm>
 #include <string>
-#include <unicode/ubidi.h>
 #include <utility>
 
 namespace wainscot {
@@ -16,16 +16,6 @@ constexpr float pixels(hb_position_t position) {
     return static_cast<float>(position) / 64.0F;
 }
 
-constexpr std::uint32_t firstRightToLeft = 0x590;
-
-/// Characters that are laid out as another one, so that every text can be shaped.
-std::uint32_t shapedAs(std::uint32_t character) {
-    if (character == '\t') return ' ';
-    // Control characters take part with no width and no ink.
-    if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return 0x200B;
-    return TextBoundaries::validCodePoint(character);
-}
-
 bool isSimple(std::uint32_t c) {
     return (c >= 0x20 && c < 0x7F) || (c >= 0xA0 && c < 0x250 && c != 0xAD);
 }
@@ -34,24 +24,25 @@ bool hasInk(std::uint32_t c) {
     return c != ' ' && c != 0xA0 && c != 0x200B;
 }
 
-hb_script_t scriptOf(std::uint32_t c) {
-    return hb_unicode_script(hb_unicode_funcs_get_default(), c);
-}
-
-bool takesPartInAnyScript(hb_script_t script) {
-    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
-}
-
 /// Characters that stay in the face of what they follow.
 bool followsItsBase(std::uint32_t c) {
-    return scriptOf(c) == HB_SCRIPT_INHERITED || c == 0x200D || (c >= 0xFE00 && c <= 0xFE0F) || c == 0x200B;
+    return TextShaper::scriptOf(c) == HB_SCRIPT_INHERITED || c == 0x200D || (c >= 0xFE00 && c <= 0xFE0F) ||
+           c == 0x200B;
 }
 
 } // namespace
 
-TextShaper::TextShaper(Font const& font, std::wstring_view text)
-    : font_(font), layout_(std::make_shared<TextLayout>()) {
-    sanitise(text);
+hb_script_t TextShaper::scriptOf(std::uint32_t character) {
+    return hb_unicode_script(hb_unicode_funcs_get_default(), character);
+}
+
+bool TextShaper::takesPartInAnyScript(hb_script_t script) {
+    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
+}
+
+TextShaper::TextShaper(Font const& font, std::wstring_view text, BlockContext const* context)
+    : font_(font), source_(text), context_(context), layout_(std::make_shared<TextLayout>()) {
+    sanitise();
     layout_->inside_ = TextBoundaries::gapsInsideClusters(text);
 }
 
@@ -59,28 +50,28 @@ TextShaper::~TextShaper() {
     hb_buffer_destroy(buffer_);
 }
 
-void TextShaper::sanitise(std::wstring_view text) {
-    text_.reserve(text.size());
-    for (wchar_t const c : text) {
-        std::uint32_t const character = shapedAs(static_cast<std::uint32_t>(c));
+void TextShaper::sanitise() {
+    text_.reserve(source_.size());
+    simple_ = context_ == nullptr;
+    for (wchar_t const c : source_) {
+        std::uint32_t const character = TextBoundaries::shapedAs(static_cast<std::uint32_t>(c));
         // What the pairs know needs no look into the face.
         bool const known = font_.pairs() && PairAdvances::takesPart(character);
         simple_ = simple_ && (known || (isSimple(character) && font_.faceFor(character) == 0));
-        mayTurn_ = mayTurn_ || character >= firstRightToLeft;
+        mayTurn_ = mayTurn_ || Bidi::mayTurn(character);
         text_.push_back(character);
     }
 }
 
 TextLayoutPtr TextShaper::shape() {
     begin();
-    if (!shapeByPairs())
-        for (Run const& run : runs_) shapeRun(run);
+    if (!shapeByPairs()) shapeRuns();
     return finish();
 }
 
 TextLayoutPtr TextShaper::shapeInFull() {
     begin();
-    for (Run const& run : runs_) shapeRun(run);
+    shapeRuns();
     return finish();
 }
 
@@ -88,20 +79,31 @@ void TextShaper::begin() {
     layout_->gaps_.assign(text_.size() + 1, 0.0F);
     layout_->glyphs_.reserve(text_.size());
     if (simple_)
-        runs_.push_back({0, text_.size(), 0, HB_SCRIPT_LATIN, false});
+        runs_.push_back({0, text_.size(), 0, HB_SCRIPT_LATIN, false, false});
     else
         findRuns();
-    if (mayTurn_) orderRuns();
+    if (context_)
+        splitRunsAsInContext();
+    else if (mayTurn_)
+        orderRuns();
+}
+
+void TextShaper::shapeRuns() {
+    for (Run const& run : runs_) {
+        shapeRun(run);
+        if (context_ && run.endsPart) endPart();
+    }
 }
 
 TextLayoutPtr TextShaper::finish() {
+    layout_->mayTurn_ = mayTurn_;
     layout_->width_ = static_cast<float>(x_);
     layout_->gaps_.back() = paragraphTurned_ ? 0.0F : layout_->width_;
     return layout_;
 }
 
 void TextShaper::findRuns() {
-    hb_script_t script = HB_SCRIPT_LATIN;
+    hb_script_t script = context_ ? static_cast<hb_script_t>(context_->script) : HB_SCRIPT_LATIN;
     std::uint16_t face = 0;
     for (std::size_t i = 0; i < text_.size(); ++i) {
         std::uint32_t const c = text_[i];
@@ -112,42 +114,53 @@ void TextShaper::findRuns() {
         if (continues)
             runs_.back().end = i + 1;
         else
-            runs_.push_back({i, i + 1, face, script, false});
+            runs_.push_back({i, i + 1, face, script, false, false});
     }
 }
 
 /// Splits the runs by direction and brings them into the order in which they stand on the line.
 void TextShaper::orderRuns() {
-    std::u16string units;
-    for (std::size_t i = 0; i < text_.size(); ++i) {
-        std::uint32_t const c = text_[i];
-        // Supplementary characters stand for themselves by one unit of a script with their direction.
-        bool const turned = c > 0xFFFF && u_charDirection(static_cast<UChar32>(c)) == U_RIGHT_TO_LEFT;
-        units.push_back(c <= 0xFFFF ? static_cast<char16_t>(c) : turned ? u'\u05D0' : u'\u4E00');
-    }
-    UErrorCode status = U_ZERO_ERROR;
-    UBiDi* bidi = ubidi_open();
-    ubidi_setPara(bidi, units.data(), static_cast<int32_t>(units.size()), UBIDI_DEFAULT_LTR, nullptr,
-                  &status);
+    BidiLevels const levels(source_);
+    paragraphTurned_ = levels.isRightToLeft();
+    std::vector<std::uint8_t> embedding;
+    for (BidiLevels::Run const& run : levels.runs()) embedding.push_back(run.level);
     std::vector<Run> ordered;
-    int32_t const count = U_SUCCESS(status) ? ubidi_countRuns(bidi, &status) : 0;
-    paragraphTurned_ = U_SUCCESS(status) && (ubidi_getParaLevel(bidi) & 1);
-    for (int32_t i = 0; i < count; ++i) {
-        int32_t start = 0;
-        int32_t length = 0;
-        bool const turned = ubidi_getVisualRun(bidi, i, &start, &length) == UBIDI_RTL;
-        auto const first = static_cast<std::size_t>(start);
-        auto const last = first + static_cast<std::size_t>(length);
-        std::size_t const place = ordered.size();
-        for (Run const& run : runs_) {
-            if (run.end <= first || run.start >= last) continue;
-            ordered.push_back(
-                {std::max(run.start, first), std::min(run.end, last), run.face, run.script, turned});
-        }
-        if (turned) std::reverse(ordered.begin() + static_cast<std::ptrdiff_t>(place), ordered.end());
+    for (std::int32_t const i : BidiLevels::fromLeftToRight(embedding)) {
+        BidiLevels::Run const& run = levels.runs()[static_cast<std::size_t>(i)];
+        addRuns(ordered, run.start, run.end, run.isRightToLeft());
     }
-    ubidi_close(bidi);
-    if (!ordered.empty()) runs_ = std::move(ordered);
+    runs_ = std::move(ordered);
+}
+
+/// The line orders the parts of a block, with those of others among them.
+void TextShaper::splitRunsAsInContext() {
+    std::vector<Run> split;
+    std::size_t start = 0;
+    for (BlockContext::Stretch const& stretch : context_->stretches) {
+        addRuns(split, start, start + stretch.length, stretch.rightToLeft);
+        split.back().endsPart = true;
+        start += stretch.length;
+    }
+    runs_ = std::move(split);
+}
+
+/// Adds what lies in a stretch of one direction, from left to right.
+void TextShaper::addRuns(std::vector<Run>& ordered, std::size_t start, std::size_t end,
+                         bool rightToLeft) const {
+    auto const place = static_cast<std::ptrdiff_t>(ordered.size());
+    auto run = std::partition_point(runs_.begin(), runs_.end(), [&](Run const& r) { return r.end <= start; });
+    for (; run != runs_.end() && run->start < end; ++run)
+        ordered.push_back({std::max(run->start, start), std::min(run->end, end), run->face, run->script,
+                           rightToLeft, false});
+    if (rightToLeft) std::reverse(ordered.begin() + place, ordered.end());
+}
+
+void TextShaper::endPart() {
+    std::vector<TextLayout::Part>& parts = layout_->parts_;
+    float const left = parts.empty() ? 0 : parts.back().left + parts.back().width;
+    std::uint32_t const firstGlyph = parts.empty() ? 0 : parts.back().endGlyph;
+    parts.push_back({left, static_cast<float>(x_) - left, firstGlyph,
+                     static_cast<std::uint32_t>(layout_->glyphs_.size())});
 }
 
 /// Lays plain text out from what is known about its pairs; only stretches whose characters change each other
@@ -167,7 +180,7 @@ bool TextShaper::shapeByPairs() {
         if (end > i) {
             // The one after it is shaped along, to see what it does to the stretch, and placed afterwards.
             std::size_t const shown = std::min(end + 1, text_.size());
-            shapeStretch({i, std::min(shown + 1, text_.size()), 0, HB_SCRIPT_LATIN, false}, shown);
+            shapeStretch({i, std::min(shown + 1, text_.size()), 0, HB_SCRIPT_LATIN, false, false}, shown);
             i = shown;
             continue;
         }
@@ -200,13 +213,29 @@ void TextShaper::shapeStretch(Run const& run, std::size_t shown) {
     hb_font_t* shaper = font_.sizedFace(run.face).shaper;
     if (!buffer_) buffer_ = hb_buffer_create();
     hb_buffer_clear_contents(buffer_);
-    hb_buffer_add_utf32(buffer_, text_.data(), static_cast<int>(text_.size()),
-                        static_cast<unsigned>(run.start), static_cast<int>(run.end - run.start));
+    addToBuffer(run);
     hb_buffer_set_direction(buffer_, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(buffer_, run.script);
     hb_buffer_set_language(buffer_, hb_language_get_default());
     hb_shape(shaper, buffer_, nullptr, 0);
     placeGlyphs(run, shown);
+}
+
+/// With what stands beside the run, since letters may join across its ends.
+void TextShaper::addToBuffer(Run const& run) {
+    auto const add = [&](std::vector<std::uint32_t> const& text, std::size_t start) {
+        hb_buffer_add_utf32(buffer_, text.data(), static_cast<int>(text.size()), static_cast<unsigned>(start),
+                            static_cast<int>(run.end - run.start));
+    };
+    if (!context_ || (context_->before.empty() && context_->after.empty())) return add(text_, run.start);
+    std::vector<std::uint32_t> text(context_->before.begin(), context_->before.end());
+    text.insert(text.end(), text_.begin(), text_.end());
+    text.insert(text.end(), context_->after.begin(), context_->after.end());
+    add(text, context_->before.size() + run.start);
+    unsigned count = 0;
+    hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer_, &count);
+    for (unsigned i = 0; i < count; ++i)
+        infos[i].cluster -= static_cast<std::uint32_t>(context_->before.size());
 }
 
 void TextShaper::placeGlyphs(Run const& run, std::size_t shown) {

@@ -1,0 +1,213 @@
+#include "host/drawing/bidi_levels_p.h"
+#include "host/drawing/long_text.h"
+#include "host/drawing/text_line_p.h"
+#include "host/drawing/text_shaper_p.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <tuple>
+
+namespace wainscot {
+namespace {
+
+using Text = LightweightString<wchar_t>;
+
+constexpr double tolerance = 0.02;
+
+Qv::Ptr<iFont> standardFont() {
+    return Glib::loadFont({"DejaVu Sans", 12});
+}
+
+/// All of a text as one block, whatever its length.
+TextLayoutPtr oneBlock(std::wstring_view text) {
+    return TextShaper(Font::of(*standardFont()), text).shape();
+}
+
+/// Words of both directions, numbers, brackets, marks, controls of direction, blanks.
+std::wstring mixedText(std::mt19937& random, std::size_t length) {
+    static std::vector<std::wstring> const alphabets = {
+        L"abcdefgh",
+        L"\u05D0\u05D1\u05D2\u05E9\u05DC\u05DD",
+        L"\u0628\u0627\u0644\u0645\u0633\u0639\u064E",
+        L"0123456789",
+        L"\u0660\u0661\u0662",
+        L"()[]<>.,:;-+/%\u20AC",
+        L"a\u0301\u05D0\u05B8",
+        L"\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069\u200E\u200F",
+        L"\U0001F600\u0416"};
+    // Some texts have a few kinds of words only, as texts do.
+    std::size_t const kinds = 2 + random() % (alphabets.size() - 1);
+    std::size_t const first = random() % alphabets.size();
+    std::wstring text;
+    while (text.size() < length) {
+        std::wstring const& letters = alphabets[(first + random() % kinds) % alphabets.size()];
+        for (auto i = 1 + random() % 7; i > 0; --i) text += letters[random() % letters.size()];
+        if (random() % 2 ||
+            text.find(L' ', text.size() - std::min<std::size_t>(text.size(), 20)) == text.npos)
+            text += L' ';
+    }
+    return text;
+}
+
+using Glyph = std::tuple<double, double, std::uint32_t, std::uint32_t>;
+
+std::vector<Glyph> sorted(std::vector<Glyph> glyphs) {
+    std::sort(glyphs.begin(), glyphs.end(), [](Glyph const& a, Glyph const& b) {
+        auto const key = [](Glyph const& g) {
+            return std::tuple(std::get<3>(g), std::get<2>(g), std::lround(std::get<0>(g) * 8),
+                              std::get<1>(g));
+        };
+        return key(a) < key(b);
+    });
+    return glyphs;
+}
+
+std::vector<Glyph> glyphsOf(TextLayout const& layout) {
+    std::vector<Glyph> all;
+    for (PlacedGlyph const& glyph : layout.glyphs())
+        all.emplace_back(double(glyph.x), double(glyph.y), glyph.index, glyph.face);
+    return all;
+}
+
+std::vector<Glyph> glyphsOf(TextLine const& line, double left, double right) {
+    std::vector<Glyph> all;
+    line.forEachVisible(left, right, [&](std::span<PlacedGlyph const> glyphs, double x) {
+        for (PlacedGlyph const& glyph : glyphs)
+            all.emplace_back(x + double(glyph.x), double(glyph.y), glyph.index, glyph.face);
+    });
+    return all;
+}
+
+/// Each glyph of `found` is one of `expected`, at its place.
+void expectSameGlyphs(std::vector<Glyph> found, std::vector<Glyph> expected) {
+    ASSERT_EQ(found.size(), expected.size());
+    found = sorted(found);
+    expected = sorted(expected);
+    double difference = 0;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        ASSERT_EQ(std::get<2>(found[i]), std::get<2>(expected[i]));
+        difference = std::max(difference, std::abs(std::get<0>(found[i]) - std::get<0>(expected[i])));
+    }
+    EXPECT_LE(difference, tolerance);
+}
+
+/// How far the nearest stop of a layout is.
+double nearestDistance(TextLayout const& layout, double x) {
+    return std::abs(double(layout.gap(layout.nearestStop(static_cast<float>(x)))) - x);
+}
+
+void expectLineLikeOneBlock(std::wstring const& text, std::mt19937& random) {
+    Font const& font = Font::of(*standardFont());
+    TextLayoutPtr const whole = oneBlock(text);
+    TextLine const line(font, text);
+    ASSERT_NEAR(line.width(), double(whole->width()), tolerance);
+    for (std::size_t i = random() % 9; i <= text.size(); i += 1 + random() % 17)
+        ASSERT_NEAR(TextLine::gap(font, text, i), double(whole->gap(i)), tolerance) << i;
+    for (int probe = 0; probe < 12; ++probe) {
+        double const x = static_cast<double>(random() % 1200) / 1000 * line.width() - 20;
+        std::size_t const found = TextLine::nearestStop(font, text, x);
+        ASSERT_TRUE(whole->isStop(found));
+        ASSERT_NEAR(std::abs(double(whole->gap(found)) - x), nearestDistance(*whole, x), tolerance) << x;
+    }
+    expectSameGlyphs(glyphsOf(line, -1e9, 1e9), glyphsOf(*whole));
+}
+
+TEST(Bidi, OnlyCertainCharactersTurnALine) {
+    for (std::uint32_t c = 1; c < 0x110000; c += c < 0x3000 || (c > 0xF000 && c < 0x20000) ? 1 : 97) {
+        std::wstring const text{L'(', static_cast<wchar_t>(c), L')'};
+        BidiLevels const levels(text);
+        bool const turns = levels.runs().size() > 1 || levels.runs()[0].level > 0;
+        ASSERT_TRUE(!turns || Bidi::mayTurn(text)) << std::hex << c;
+    }
+    for (wchar_t const* plain : {L"abc", L"\u2019\u2026\u6F22\u0416\uFEFF\u200E", L"\U0001F600"})
+        EXPECT_FALSE(Bidi::mayTurn(plain));
+    for (wchar_t const* turning : {L"abc\u05D0", L"\u0627", L"a\u202E", L"\u200F", L"\u2067", L"\U00010900"})
+        EXPECT_TRUE(Bidi::mayTurn(turning));
+    EXPECT_TRUE(Bidi::startsPlainly(L"12 a \u05D0", 4));
+    EXPECT_FALSE(Bidi::startsPlainly(L"12 a \u05D0", 3));
+    EXPECT_TRUE(Bidi::startsPlainly(L"12 a b", 3));
+}
+
+TEST(Bidi, LinesOfSeveralBlocksAreThoseOfOne) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 60; ++round) {
+        expectLineLikeOneBlock(mixedText(random, 200 + random() % 1200), random);
+        ASSERT_FALSE(testing::Test::HasFailure()) << round;
+    }
+}
+
+TEST(Bidi, LettersJoinAcrossBlocks) {
+    std::mt19937 random(12);
+    expectLineLikeOneBlock(std::wstring(700, L'\u0628'), random);
+    std::wstring withMarks;
+    while (withMarks.size() < 700) withMarks += L"\u0633\u064E\u0651";
+    expectLineLikeOneBlock(withMarks, random);
+}
+
+TEST(Bidi, WhatComesLaterMayTurnABeginningWithoutLetters) {
+    std::mt19937 random(13);
+    std::wstring const numbers(600, L'7');
+    for (wchar_t const* end : {L"", L"abc", L" \u05D0", L"a\u05D0", L"\u0627 abc"})
+        expectLineLikeOneBlock(L"12 (" + numbers + L") 5 " + end, random);
+}
+
+TEST(Bidi, OnlyWhatIsSeenIsVisited) {
+    std::wstring text;
+    for (int i = 0; i < 3000; ++i) text += i % 7 ? L'\u05D0' : L' ';
+    TextLine const line(Font::of(*standardFont()), text);
+    std::vector<Glyph> const seen = glyphsOf(line, 5000, 5100);
+    EXPECT_GT(seen.size(), 10U);
+    EXPECT_LT(seen.size(), 600U);
+    auto const inside = [](Glyph const& g) { return std::get<0>(g) >= 5000 && std::get<0>(g) <= 5100; };
+    std::vector<Glyph> const all = glyphsOf(line, -1e9, 1e9);
+    EXPECT_EQ(std::count_if(seen.begin(), seen.end(), inside), std::count_if(all.begin(), all.end(), inside));
+}
+
+TEST(Bidi, EditedTextsStandAsOneBlock) {
+    std::mt19937 random(14);
+    Glib::LongText text(standardFont());
+    std::wstring reference;
+    for (int round = 0; round < 150; ++round) {
+        std::size_t const index = random() % (reference.size() + 1);
+        std::size_t const count = random() % 3 ? random() % 4 : random() % 300;
+        std::wstring const added = mixedText(random, random() % (round % 10 ? 8 : 900));
+        text.replace(index, count, added);
+        reference.replace(index, std::min(count, reference.size() - index), added);
+        TextLayoutPtr const whole = oneBlock(reference);
+        ASSERT_EQ(text.substr(0, text.length()), reference);
+        ASSERT_NEAR(text.width(), double(whole->width()), 1) << round;
+        for (std::size_t i = 0; i <= reference.size(); i += 1 + random() % 3)
+            ASSERT_NEAR(text.gapX(i), double(whole->gap(i)), 1) << round << " " << i;
+        int const x = static_cast<int>(random() % 4000);
+        ASSERT_NEAR(std::abs(double(whole->gap(text.indexAt(x))) - x), nearestDistance(*whole, x), 1);
+    }
+    Glib::LongText const copy = text;
+    text.setFont(Glib::loadFont({"DejaVu Sans", 24}));
+    EXPECT_NEAR(text.width(), 2.0 * copy.width(), copy.width() * 0.05);
+    text.setText(L"plain");
+    EXPECT_EQ(text.gapX(5), text.width());
+    EXPECT_EQ(copy.length(), reference.size());
+}
+
+TEST(Bidi, ALineIsPlainAgainWithoutWhatTurnedIt) {
+    std::wstring plain;
+    for (int i = 0; i < 2000; ++i) plain += i % 6 == 5 ? L' ' : static_cast<wchar_t>(L'a' + i * 7 % 26);
+    Glib::LongText text(standardFont());
+    text.setText(plain);
+    int const middle = text.gapX(1000);
+    int const end = text.width();
+    text.replace(500, 0, L"\u05D0\u05D1\u05D2");
+    EXPECT_GT(text.gapX(500), text.gapX(502));
+    EXPECT_GT(text.gapX(1003), middle + 15);
+    EXPECT_GT(text.width(), end + 15);
+    text.replace(500, 3, L"");
+    EXPECT_NEAR(text.gapX(1000), middle, 1);
+    EXPECT_NEAR(text.width(), end, 1);
+    EXPECT_EQ(text.indexAt(text.gapX(1000)), 1000U);
+}
+
+} // namespace
+} // namespace wainscot
