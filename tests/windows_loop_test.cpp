@@ -201,7 +201,6 @@ protected:
 TEST_F(Timers, TickOnAGridWhileWantedAndNeverElse) {
     auto* const ticker = addTo(root_, new Ticker);
     double const start = virtualClock().msecs();
-    EXPECT_EQ(service_get_msecs(), start);
     driver_.advance(100);
     EXPECT_TRUE(ticker->ticks.empty());
     EXPECT_FALSE(EventTimeServer::theEventTimeServer()->nextDue());
@@ -255,6 +254,23 @@ TEST_F(Timers, WhatIsAddedInATickIsNotCalledInItWhatIsRemovedNever) {
     EXPECT_TRUE(added->ticks.empty());
     driver_.advance(10);
     EXPECT_EQ(added->ticks.size(), 1u);
+}
+
+TEST_F(Timers, AllThreeClocksMoveTogetherOrOneByOne) {
+    iClock const& now = iClock::current();
+    double const msecs = now.msecs();
+    std::int64_t const processor = now.processor();
+    std::int64_t const calendar = now.calendar();
+    driver_.advance(2500.5);
+    EXPECT_EQ(now.msecs(), msecs + 2500.5);
+    EXPECT_EQ(now.processor(), processor + 2500500);
+    EXPECT_EQ(now.calendar(), calendar + 2);
+    virtualClock().advanceProcessor(300);
+    EXPECT_EQ(now.processor(), processor + 2500800);
+    virtualClock().setCalendar(86400);
+    EXPECT_EQ(now.calendar(), 86400);
+    EXPECT_EQ(now.msecs(), msecs + 2500.5);
+    EXPECT_EQ(service_get_msecs(), now.msecs());
 }
 
 } // namespace

@@ -245,24 +245,31 @@ public:
     }
     bool acceptDrop(DragDropItem& item, XY<int> const& place, eDropReason) override {
         note("drop " + std::string(item.type().c_str()) + " " + std::to_string(place.x));
+        if (onDrop) onDrop();
         return takes;
     }
     MouseCursorID getDropCursor(DragDropItem const&, XY<int> const&) const override { return dropCursor; }
     void handleDragHover(DragDropItem const&, XY<int> const&, bool inside) override {
         note(inside ? "hover" : "out");
+        auto const handler = onHover;
+        if (handler) handler(inside);
     }
     void handleMouseContainment(bool) override {}
     void handleDragEnd(DragDropItem&, bool taken) override { note(taken ? "taken" : "not taken"); }
 
     bool takes = true;
     MouseCursorID dropCursor = inheritCursor;
+    std::function<void()> onDrop;
+    std::function<void(bool)> onHover;
 };
 
 class Dragging : public Pointer {
 protected:
-    void open() {
-        source_ = add(root_, new DropGlob(60, 40, &log_, "source"), 10, 10);
-        target_ = add(root_, new DropGlob(100, 40, &log_, "target"), 200, 10);
+    /// Drags an item out of the source. Gives the window of both, which is new.
+    RecordingParent* open() {
+        RecordingParent* const window = openWindow();
+        source_ = add(window, new DropGlob(60, 40, &log_, "source"), 10, 10);
+        target_ = add(window, new DropGlob(100, 40, &log_, "target"), 200, 10);
         source_->onReact = [this](Event const& event) {
             bool const begins = mouse_move_event(event) && event.heldButtons() != 0;
             if (begins)
@@ -273,6 +280,7 @@ protected:
         driver_.press(source_);
         moveIn(source_, 35, 25);
         log_.clear();
+        return window;
     }
     bool isDragging() const { return DragDropManager::instance().isDragging(); }
 
@@ -317,20 +325,38 @@ TEST_F(Dragging, EscapeOrAnUnwillingTargetEndItWithoutADrop) {
     EXPECT_THAT(log_, ElementsAre("target out", "target drop clip 60", "source not taken"));
 }
 
-TEST_F(Dragging, OnlyOneAtATimeAndOnlyWhileAButtonIsHeld) {
+TEST_F(Dragging, AnybodyMayDieInAnyNotice) {
+    for (int what = 0; what < 6; ++what) {
+        RecordingParent* const window = open();
+        auto const kill = [this, window, what] {
+            if (what % 3 == 0) destroy(target_);
+            if (what % 3 == 1) destroy(source_);
+            if (what % 3 == 2) destroy(window);
+        };
+        if (what < 3)
+            target_->onHover = [kill](bool) { kill(); };
+        else
+            target_->onDrop = kill;
+        moveIn(target_, 60, 10);
+        driver_.release();
+        driver_.settle();
+        EXPECT_FALSE(isDragging()) << what;
+        if (what % 3 != 2) destroy(window);
+        driver_.settle();
+    }
     open();
-    EXPECT_FALSE(
-        DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr));
+    EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
+        << "one at a time";
     DragDropManager::instance().cancel();
     driver_.release();
-    EXPECT_FALSE(
-        DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr));
+    EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
+        << "nothing is held";
 }
 
 TEST_F(Dragging, AModalWindowKeepsItemsFromWhatItBlocks) {
-    open();
+    RecordingParent* const window = open();
     auto* const dialog = new RecordingParent(100, 60);
-    ASSERT_TRUE(host_->globManager().addModalGlob(dialog, root_));
+    ASSERT_TRUE(host_->globManager().addModalGlob(dialog, window));
     driver_.settle();
     dialog->setScreenPos({900, 500});
     add(dialog, new DropGlob(60, 40, &log_, "inside"), 10, 10);

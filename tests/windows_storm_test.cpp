@@ -147,10 +147,10 @@ TEST_F(Storm, AnyAnswerMayDestroyCloseOrOpenAnything) {
                 HostileGlob::deed = deed;
                 use();
                 HostileGlob::deed = nullptr;
-                EXPECT_FALSE(DragDropManager::instance().isDragging()) << trigger;
                 host_->offscreen()->refuseWindows(false);
                 host_->globManager().closeAll();
                 driver_.settle();
+                EXPECT_FALSE(DragDropManager::instance().isDragging());
                 EXPECT_EQ(EventSystem::live().timers.size(), 0u) << trigger;
                 EXPECT_EQ(EventSystem::live().pointer.heldButtons, 0) << trigger;
                 host_->offscreen()->setMonitors({{0, 0, 1920, 1080}});
