@@ -12,9 +12,14 @@ TEST(Box, KnowsItsEdgesHoweverItWasMade) {
     IntBox const box(XY<int>(10, 2), XY<int>(4, 8));
     EXPECT_EQ(box, IntBox(4, 2, 10, 8));
     EXPECT_EQ(box, IntBox::sized({4, 2}, {6, 6}));
+    EXPECT_EQ(box, makeBox({4, 8}, {10, 2}));
+    EXPECT_EQ(getDimensions(makeBox({5, 9}, {2, 3})), (XY<int>{3, 6}));
+    EXPECT_EQ(getDimensions(IntBox(5, 5, 2, 9)), (XY<int>{0, 4}));
     EXPECT_TRUE(box.contains({4, 2}));
     EXPECT_FALSE(box.contains({10, 2}));
     EXPECT_FALSE(box.contains({4, 8}));
+    EXPECT_TRUE(point_in_box({4, 2}, box));
+    EXPECT_FALSE(point_in_box({10, 2}, box));
 }
 
 TEST(Box, EmptyOnesMeetAndAddNothing) {
@@ -76,15 +81,6 @@ TEST(NumRange, ClampsAndOrders) {
     NumRange<double> const part(0.25, 0.75);
     EXPECT_EQ(part.clamp(std::numeric_limits<double>::quiet_NaN()), 0.25);
     EXPECT_EQ(part.clamp(std::numeric_limits<double>::infinity()), 0.75);
-}
-
-TEST(Box, CornersSizesAndPoints) {
-    IntBox const box = makeBox({5, 9}, {2, 3});
-    EXPECT_EQ(box, IntBox(2, 3, 5, 9));
-    EXPECT_EQ(getDimensions(box), (XY<int>{3, 6}));
-    EXPECT_EQ(getDimensions(IntBox(5, 5, 2, 9)), (XY<int>{0, 4}));
-    EXPECT_TRUE(point_in_box({2, 8}, box));
-    EXPECT_FALSE(point_in_box({5, 8}, box));
 }
 
 } // namespace

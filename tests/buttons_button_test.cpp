@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "buttons/button.h"
 #include "buttons/button_look.h"
@@ -12,45 +12,22 @@
 #include "host/objects/tooltip_details.h"
 #include "host/services/command_map.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-using Names = std::vector<std::string>;
-
-class Buttons : public HostTest {
+class Buttons : public WidgetTest {
 protected:
-    Buttons() : root_(openWindow(400, 300)) {}
-
-    template <class T>
-    T* add(T* button, int x = 20, int y = 20) {
-        root_->addChild(button, BottomLeft(x, y));
-        driver_.settle();
-        root_->forgetMessages();
-        return button;
-    }
     Button* addButton(wchar_t const* label = L"Apply", int x = 20, int y = 20) {
-        return add(new Button(label, "apply", 80, 24), x, y);
+        return show(new Button(label, "apply", 80, 24), x, y);
     }
     /// Writes down name and code of every report, instead of sending it.
     void record(Button* button) {
-        button->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {
-                                               log_.push_back(std::string(message.name().c_str()) + " " +
-                                                              std::to_string(message.code()));
-                                               if (onReport_) onReport_();
-                                               return 1;
-                                           }),
-                                           ""));
+        button->setCallback(calling([this](NotifyMsg const& message) {
+            log_.push_back(std::string(message.name().c_str()) + " " + std::to_string(message.code()));
+            if (onReport_) onReport_();
+        }));
     }
-    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
-    std::string sent() { return root_->names().c_str(); }
 
-    RecordingParent* root_;
-    Names log_;
     std::function<void()> onReport_;
 };
 
@@ -60,8 +37,7 @@ TEST_F(Buttons, AClickInsideReportsAndOneThatEndsOutsideDoesNot) {
     driver_.holdModifiers(Key::ctrl);
     driver_.click(button);
     driver_.holdModifiers(0);
-    ASSERT_EQ(root_->messages().size(), 1u);
-    EXPECT_EQ(sent(), "apply");
+    ASSERT_EQ(sent(), "apply");
     EXPECT_EQ(root_->messages()[0].sender, button);
     EXPECT_EQ(*unwrapData<int>(root_->messages()[0].data), 7);
     EXPECT_EQ(root_->messages()[0].modifiers, Key::ctrl);
@@ -88,13 +64,11 @@ TEST_F(Buttons, WhatIsReportedFollowsTheCallbackEvents) {
     driver_.press(button);
     EXPECT_THAT(log_, ElementsAre("apply 2"));
     driver_.release();
-    EXPECT_THAT(log_, ElementsAre("apply 2"));
+    EXPECT_THAT(takeLog(), ElementsAre("apply 2"));
     EXPECT_FALSE(button->isDown());
-    log_.clear();
     button->setCallbackEvents(Button::onMouseUp | Button::onMouseDown);
     driver_.click(button);
-    EXPECT_THAT(log_, ElementsAre("apply 2", "apply 1"));
-    log_.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("apply 2", "apply 1"));
     button->setMessageOnDrag(true);
     EXPECT_EQ(button->getCallbackEvents(), 7u);
     button->setMessageOnMouseUp(true);
@@ -227,9 +201,8 @@ TEST_F(Buttons, TheReportMayDestroyAnyone) {
     expectDiagnostic("message not handled");
     for (Case const& test : cases) {
         for (int victim = 0; victim < 3; ++victim) {
-            auto* const panel = add(new Glob(200, 100), 10, 10);
-            auto* const button = new Button(L"b", "b", 60, 24);
-            panel->addChild(button, BottomLeft(5, 5));
+            auto* const panel = show(new Glob(200, 100), 10, 10);
+            auto* const button = addTo(panel, new Button(L"b", "b", 60, 24), BottomLeft(5, 5));
             driver_.settle();
             record(button);
             test.prepare(button);
@@ -251,7 +224,7 @@ TEST_F(Buttons, TheReportMayDestroyAnyone) {
 
 TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     Button* const button = addButton();
-    add(new Glob(80, 24), 20, 20);
+    show(new Glob(80, 24), 20, 20);
     ASSERT_TRUE(button->claimKbdFocus());
     driver_.keyDown(Key::enter);
     EXPECT_EQ(sent(), "apply");
@@ -266,9 +239,8 @@ TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
 }
 
 TEST_F(Buttons, AnInactiveButtonLetsEverythingPass) {
-    auto* const probe = add(new ProbeGlob(200, 100), 10, 10);
-    auto* const button = new Button(L"b", "b", 60, 24);
-    probe->addChild(button, BottomLeft(5, 5));
+    auto* const probe = show(new ProbeGlob(200, 100), 10, 10);
+    auto* const button = addTo(probe, new Button(L"b", "b", 60, 24), BottomLeft(5, 5));
     int heard = 0;
     probe->onReact = [&](Event const& event) { return mouse_event(event) && ++heard > 0; };
     button->setEnabledState(false);
@@ -305,15 +277,15 @@ TEST_F(Buttons, TabFocusIsTheKeyboardFocus) {
 TEST_F(Buttons, SizesFollowTheMetricsAndTheLabel) {
     int const text = Glib::loadFont(UifStd::getFont())->textWidth(L"ab");
     int const height = UifStd::getButtonHeight();
-    Button* const button = add(new Button(L"ab", "m", 0, 0));
+    Button* const button = show(new Button(L"ab", "m", 0, 0));
     EXPECT_EQ(button->size(), (XY<int>{text + height, height}));
-    Button* const tall = add(new Button(L"ab", "m", 0, 50));
+    Button* const tall = show(new Button(L"ab", "m", 0, 50));
     EXPECT_EQ(tall->size(), (XY<int>{text + height, 50}));
-    Button* const empty = add(new Button(L"", "m", 0, 0));
+    Button* const empty = show(new Button(L"", "m", 0, 0));
     EXPECT_EQ(empty->width(), 0);
     button->setString(L"abcdef");
     EXPECT_EQ(button->width(), text + height) << "a new label does not resize it";
-    Button* const resource = add(new Button(UIString(ResId(10001)), "m", 0, 0));
+    Button* const resource = show(new Button(UIString(ResId(10001)), "m", 0, 0));
     EXPECT_EQ(resource->width(), Glib::loadFont(UifStd::getFont())->textWidth(L"Off") + height);
 }
 
@@ -335,7 +307,7 @@ TEST_F(Buttons, MessagesThatArriveGoToTheValueFaceFirst) {
     Button* const button = addButton();
     expectDiagnostic("message not handled");
     int answer = 1;
-    Names heard;
+    Lines heard;
     button->setMessageCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
         heard.push_back(message.name().c_str());
         return answer;
@@ -393,10 +365,10 @@ TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {
     button->setState(buttonDown, eRedrawYes);
     EXPECT_EQ(Driver::describe(*button).name, LightweightString<wchar_t>(L"Down"));
     EXPECT_TRUE(Driver::describe(*button).states & GlobDescription::pressed);
-    Button* const flat = add(new Button(L"x", "m", 40, 7), 20, 100);
+    Button* const flat = show(new Button(L"x", "m", 40, 7), 20, 100);
     EXPECT_FALSE(driver_.painted(flat) &&
                  driver_.pixel(flat, {20, 3}) == flat->getPalette().text(eTextEnabled).getAsLong());
-    Button* const huge = add(
+    Button* const huge = show(
         new Button(LightweightString<wchar_t>(std::wstring(1000000, L'x').c_str()), "m", 100, 24), 20, 150);
     EXPECT_TRUE(driver_.painted(huge));
 }
@@ -404,7 +376,7 @@ TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {
 TEST_F(Buttons, StylesIconsAndCustomDrawing) {
     for (eButtonStyle style : {eButtonFlat, eButtonStandard, eButtonFolding, eButtonDropDown}) {
         for (TextAlignment alignment : {eAlignLeft, eAlignRight, eAlignCentre}) {
-            Button* const button = add(new Button(L"Style", "m", 100, 24));
+            Button* const button = show(new Button(L"Style", "m", 100, 24));
             button->setStyle(style);
             button->setAlignment(alignment);
             button->setIcons(L"led_red_on.png", L"led_red.png");
@@ -418,7 +390,7 @@ TEST_F(Buttons, StylesIconsAndCustomDrawing) {
     button->setCustomDrawFn([](Button const& which) { drawn = &which; });
     driver_.settle();
     EXPECT_EQ(drawn, button);
-    auto* const edged = add(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
+    auto* const edged = show(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
     edged->setCustomBorderColours(Colour::fromLong(0xFF0000), Colour::fromLong(0x00FF00));
     driver_.settle();
     EXPECT_EQ(driver_.pixel(edged, {30, 0}), 0xFF0000u);
@@ -435,21 +407,21 @@ TEST_F(Buttons, CommandsAndTitleButtons) {
     int runs = 0;
     CommandRegistrar const save("save", L"Save all", [&](Cmd::Context const&) { ++runs; });
     KeybindingManager::instance().assignKey(Key::ctrl | 'S', "save");
-    auto* const command = add(new CommandButton("save", 0, 24));
+    auto* const command = show(new CommandButton("save", 0, 24));
     EXPECT_EQ(command->getString().text(), LightweightString<wchar_t>(L"Save all"));
     driver_.click(command);
     EXPECT_EQ(runs, 1);
     TooltipDetails details;
     ASSERT_TRUE(command->getTooltipDetails({1, 1}, details));
     EXPECT_EQ(details.more.text(), LightweightString<wchar_t>(L"Ctrl+S"));
-    auto* const unknown = add(new CommandButton("nothing", 60, 24, L"x"), 20, 60);
+    auto* const unknown = show(new CommandButton("nothing", 60, 24, L"x"), 20, 60);
     driver_.click(unknown);
     EXPECT_EQ(runs, 1);
 
-    auto* const pin = add(new PinButton(Palette()), 20, 100);
+    auto* const pin = show(new PinButton(Palette()), 20, 100);
     driver_.click(pin);
     EXPECT_TRUE(static_cast<iStateButton*>(pin)->isDown());
-    driver_.click(add(new PootButton(Palette()), 60, 100));
+    driver_.click(show(new PootButton(Palette()), 60, 100));
     EXPECT_EQ(sent(), "poot");
 }
 

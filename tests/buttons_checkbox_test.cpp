@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "buttons/checkbox.h"
 #include "foundation/val_server.h"
@@ -6,26 +6,14 @@
 #include "host/drawing/uif_std.h"
 #include "host/objects/description.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-
-class Checkboxes : public HostTest {
+class Checkboxes : public WidgetTest {
 protected:
-    Checkboxes() : root_(openWindow(400, 300)) {}
-
     Checkbox* add(wchar_t const* label = L"Loop", bool ticked = false) {
-        auto* const box = root_->addChild(Checkbox::make(0, 0, label, ticked), BottomLeft(20, 20));
-        driver_.settle();
-        root_->forgetMessages();
-        return box;
+        return show(Checkbox::make(0, 0, label, ticked).release());
     }
-    std::string sent() { return root_->names().c_str(); }
-
-    RecordingParent* root_;
 };
 
 /// Writes down what it is asked, and answers what it is told to.
@@ -121,14 +109,11 @@ TEST_F(Checkboxes, AdaptorAndCallbackAreToldInsteadOfTheParent) {
     box->setDataAdaptor({});
     bool state = false;
     Checkbox* from = nullptr;
-    box->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
-                                        auto* const change =
-                                            dynamic_cast<Checkbox::Change*>(message.payload().get());
-                                        state = change->state();
-                                        from = change->checkbox();
-                                        return 1;
-                                    }),
-                                    ""));
+    box->setCallback(calling([&](NotifyMsg const& message) {
+        auto* const change = dynamic_cast<Checkbox::Change*>(message.payload().get());
+        state = change->state();
+        from = change->checkbox();
+    }));
     driver_.click(box);
     EXPECT_TRUE(state);
     EXPECT_EQ(from, box);
@@ -146,23 +131,14 @@ TEST_F(Checkboxes, TwoShowOneValue) {
     EXPECT_FALSE(one->isTicked() || two->isTicked());
 }
 
-TEST_F(Checkboxes, WhoIsToldMayDestroyIt) {
-    for (int way = 0; way < 3; ++way) {
-        Checkbox* box = add();
-        auto const adaptor = Qv::makePtr<Asked>();
-        adaptor->accepts = false;
-        adaptor->onAsk = [&] { destroy(box); };
-        if (way == 0) box->setDataAdaptor(adaptor);
-        if (way == 1)
-            box->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
-                                                destroy(box);
-                                                return 1;
-                                            }),
-                                            ""));
-        if (way == 2) box->setUserFunction([](Checkbox* which, void*) { destroy(which); }, nullptr);
-        driver_.click(box);
-        EXPECT_EQ(root_->numChildren(), 0u);
-    }
+TEST_F(Checkboxes, AnAdaptorMayDestroyItAndRefuse) {
+    Checkbox* box = add();
+    auto const adaptor = Qv::makePtr<Asked>();
+    adaptor->accepts = false;
+    adaptor->onAsk = [&] { destroy(box); };
+    box->setDataAdaptor(adaptor);
+    driver_.click(box);
+    EXPECT_EQ(root_->numChildren(), 0u);
 }
 
 TEST_F(Checkboxes, BoxesAndLightsShowTheirStates) {

@@ -4,19 +4,16 @@
 #include "foundation/tab_order_manager.h"
 #include "host/objects/description.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-class RadioButtons : public HostTest {
+class RadioButtons : public OneWindowTest {
 protected:
-    RadioButtons() : root_(openWindow(400, 300)), set_(std::make_unique<radio_set>()) {}
     ~RadioButtons() override { set_.reset(); }
 
     radio_button* add(char const* message) {
-        auto* const button = new radio_button(L"x", message, set_.get(), 60, 24);
-        root_->addChild(button, BottomLeft(10 + 70 * static_cast<int>(buttons_.size() % 5), 10));
+        auto* const button = addTo(root_, new radio_button(L"x", message, set_.get(), 60, 24),
+                                   BottomLeft(10 + 70 * static_cast<int>(buttons_.size() % 5), 10));
         driver_.settle();
         buttons_.push_back(button);
         return button;
@@ -33,8 +30,7 @@ protected:
         return names;
     }
 
-    RecordingParent* root_;
-    std::unique_ptr<radio_set> set_;
+    std::unique_ptr<radio_set> set_ = std::make_unique<radio_set>();
     std::vector<radio_button*> buttons_;
 };
 

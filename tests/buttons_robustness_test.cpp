@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "buttons/button.h"
 #include "buttons/standard_buttons.h"
@@ -8,26 +8,17 @@
 namespace wainscot {
 namespace {
 
-class RoughButtons : public HostTest {
+class RoughButtons : public WidgetTest {
 protected:
-    RoughButtons() : root_(openWindow(400, 300)) {}
-
     Button* add(Glob* parent, int events = Button::onMouseUp) {
-        auto* const button = new Button(L"Apply", "apply", 80, 24);
+        auto* const button = addTo(parent, new Button(L"Apply", "apply", 80, 24), BottomLeft(20, 20));
         button->setCallbackEvents(static_cast<unsigned>(events));
-        parent->addChild(button, BottomLeft(20, 20));
         driver_.settle();
         return button;
     }
     void onReport(Button* button, std::function<void()> act) {
-        button->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([act](NotifyMsg const&) {
-                                               act();
-                                               return 1;
-                                           }),
-                                           ""));
+        button->setCallback(calling([act](NotifyMsg const&) { act(); }));
     }
-
-    RecordingParent* root_;
 };
 
 TEST_F(RoughButtons, WhatALatchingButtonHasReportedStaysWhenItIsDisabledOrHidden) {
@@ -50,8 +41,7 @@ TEST_F(RoughButtons, WhatALatchingButtonHasReportedStaysWhenItIsDisabledOrHidden
 TEST_F(RoughButtons, AButtonWhosePanelIsHiddenInThePressIsUpWhenItComesBack) {
     enum Way { inReport, inReportOfKey, later, laterAsDragged };
     for (Way const way : {inReport, inReportOfKey, later, laterAsDragged}) {
-        auto* const panel = new RecordingParent(200, 100);
-        root_->addChild(panel, BottomLeft(10, 10));
+        auto* const panel = addTo(root_, new RecordingParent(200, 100), BottomLeft(10, 10));
         Button* const button = add(panel, way == laterAsDragged ? 5 : 2);
         if (way == inReport || way == inReportOfKey) onReport(button, [&] { panel->setVisible(false); });
         if (way == inReportOfKey) {
@@ -71,10 +61,8 @@ TEST_F(RoughButtons, AButtonWhosePanelIsHiddenInThePressIsUpWhenItComesBack) {
 }
 
 TEST_F(RoughButtons, APressedButtonThatMovesToAnotherParentIsUpAndWorksThere) {
-    auto* const before = new Glob(200, 100);
-    auto* const after = new RecordingParent(200, 100);
-    root_->addChild(before, BottomLeft(0, 0));
-    root_->addChild(after, BottomLeft(0, 150));
+    auto* const before = addTo(root_, new Glob(200, 100), BottomLeft(0, 0));
+    auto* const after = addTo(root_, new RecordingParent(200, 100), BottomLeft(0, 150));
     Button* const button = add(before);
     driver_.press(button);
     after->addChild(before->takeWidget(button).release(), BottomLeft(20, 20));
@@ -113,10 +101,9 @@ TEST_F(RoughButtons, AnySizeAndAnyLabelIsDrawn) {
 }
 
 TEST_F(RoughButtons, ASharedCanvasChangesNothing) {
-    auto* const panel = new RecordingParent(200, 100);
-    root_->addChild(panel, BottomLeft(30, 40));
-    auto* const button = new Button(L"b", "shared", 60, 24, true, panel->canvas());
-    panel->addChild(button, BottomLeft(100, 50));
+    auto* const panel = addTo(root_, new RecordingParent(200, 100), BottomLeft(30, 40));
+    auto* const button =
+        addTo(panel, new Button(L"b", "shared", 60, 24, true, panel->canvas()), BottomLeft(100, 50));
     driver_.settle();
     driver_.click(button);
     EXPECT_EQ(panel->names(), "shared");

@@ -51,6 +51,10 @@ public:
         return ink;
     }
     CanvasRenderer renderer() { return CanvasRenderer(&canvas, surface.bounds()); }
+    template <class Primitive>
+    void draw(Primitive const& primitive) {
+        renderer().renderPrimitive(primitive);
+    }
 
     Surface surface;
     CanvasPlace place;

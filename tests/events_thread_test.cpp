@@ -39,8 +39,7 @@ TEST_F(ThreadMessages, CallsArriveInOrderOnTheUserInterfaceThread) {
 
 TEST_F(ThreadMessages, NothingIsDeliveredAfterTheReceiverOrTheCallbackHasDied) {
     RecordingParent* const root = openWindow();
-    auto* const receiver = new ProbeGlob;
-    root->addChild(receiver);
+    auto* const receiver = addTo(root, new ProbeGlob);
     std::atomic<int> calls{0};
     auto const count = makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++calls; });
     auto forReceiver = std::make_unique<UIThreadCallback<NotifyMsg>>(count, receiver);
@@ -94,20 +93,6 @@ TEST_F(ThreadMessages, EverythingElseIsRefusedOnOtherThreads) {
     RecordingParent* const root = openWindow();
     EXPECT_DEATH(std::thread([&] { sendMessage("wrong", root); }).join(), "");
 #endif
-}
-
-TEST(ThreadStamps, AreUniqueAcrossThreads) {
-    constexpr std::size_t perThread = 2000;
-    std::vector<std::vector<IdStamp>> stamps(4, std::vector<IdStamp>(perThread));
-    std::vector<std::thread> threads;
-    for (auto& own : stamps)
-        threads.emplace_back([&own] {
-            for (IdStamp& stamp : own) stamp = IdStamp::make();
-        });
-    for (std::thread& thread : threads) thread.join();
-    std::set<IdStamp> all;
-    for (auto const& own : stamps) all.insert(own.begin(), own.end());
-    EXPECT_EQ(all.size(), perThread * stamps.size());
 }
 
 // Listener lists

@@ -9,13 +9,9 @@
 #include "host/services/text_ids.h"
 #include "host/windows/look.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using enum StandardPanel::StandardWidgetFlags;
 
 constexpr int B = 24, I = 4, edge = 4; // the standard metrics
@@ -98,7 +94,7 @@ public:
 
 class Panel : public HostTest {
 protected:
-    Panel() : root_(openWindow(500, 400)) { ProbePanel::died = 0; }
+    Panel() { ProbePanel::died = 0; }
     ~Panel() override { Registry::instance().makeTitleBox = nullptr; }
 
     ProbePanel* add(Border::eType border = Border::window, int flags = 0, XY<int> size = {200, 150}) {
@@ -113,7 +109,6 @@ protected:
         driver_.settle();
         root_->forgetMessages();
     }
-    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
     void dragIn(Glob* glob, XY<int> from, XY<int> way) {
         moveIn(glob, from.x, from.y);
         XY<int> const start = glob->globXYToScreenXY(from);
@@ -123,7 +118,26 @@ protected:
     }
     std::string sent() { return root_->names().c_str(); }
 
-    RecordingParent* root_;
+    /// It destroys itself when it hears that, which it does in the act.
+    void expectDeath(char const* heard, int flags, std::function<void(ProbePanel*)> const& act) {
+        ProbePanel::died = 0;
+        ProbePanel* const panel = add(Border::window, flags);
+        panel->setMovable(true);
+        panel->setMinimisable(true);
+        panel->dieAt = heard;
+        act(panel);
+        EXPECT_EQ(ProbePanel::died, 1) << heard;
+    }
+    void useTitleBoxes() {
+        Registry::instance().makeTitleBox = [](StandardPanel& owner, LightweightString<wchar_t> const& title,
+                                               Glib::FontDesc const&) -> iTitleBox* {
+            return titleBox_ = new FakeTitleBox(owner, title);
+        };
+    }
+
+    RecordingParent* const root_ = openWindow(500, 400);
+    /// The last one that was made.
+    static inline FakeTitleBox* titleBox_ = nullptr;
 };
 
 /// The corner of a child from the upper right corner of its panel.
@@ -170,26 +184,6 @@ TEST_F(Panel, TheUserAreaIsWhatThePanelWasCalculatedFor) {
     }
     EXPECT_EQ(StandardPanel::calcPanelSize({0, 0}, closeWidget, Border(Border::sunken)),
               XY<int>(2 * edge, 2 * edge + B + 2 * I));
-}
-
-TEST_F(Panel, AnEmptyPanelHasNoAreaAndDoesNoHarm) {
-    expectDiagnostic("message not handled");
-    for (int kind = Border::none; kind <= Border::group; ++kind)
-        for (XY<int> const size : {XY<int>(0, 0), XY<int>(1, 1), XY<int>(3, 200), XY<int>(200, 3)}) {
-            ProbePanel* const panel = add(static_cast<Border::eType>(kind), 0x1F | editableTitle, size);
-            panel->setTitle(L"Title");
-            panel->set_radius(8);
-            panel->setMovable(true);
-            panel->setResizable(true);
-            driver_.settle();
-            EXPECT_TRUE(panel->bounds().contains(panel->getUserArea()));
-            EXPECT_GE(panel->getUserArea().width(), 0);
-            EXPECT_GE(panel->getUserArea().height(), 0);
-            EXPECT_EQ(panel->calcMaxTitleWidgetWidth(),
-                      std::max(0, size.x - 2 * panel->getBorder().getSize() - 2 * I - 4 * B));
-            driver_.clickAt(panel->globXYToScreenXY({0, 0}));
-            delete panel;
-        }
 }
 
 TEST_F(Panel, ConstructorsStartEmpty) {
@@ -361,8 +355,7 @@ TEST_F(Panel, TabStepsThroughThePanelUnlessTheHandlerSaysOtherwise) {
 
     // A control that is a panel, with no stops of its own, lets Tab through to the panel round it.
     panel->answers.clear();
-    auto* const inner = new ProbePanel(30, 30);
-    panel->addChild(inner, BottomLeft(50, 10));
+    auto* const inner = addTo(panel, new ProbePanel(30, 30), BottomLeft(50, 10));
     inner->claimKbdFocus();
     driver_.key(Key::tab);
     EXPECT_EQ(two->steps, ">>");
@@ -428,14 +421,9 @@ TEST_F(Panel, EachOfItsWidgetsMayDestroyIt) {
         {StandardWidget::latch, latchWidget, "message option on"},
         {StandardWidget::doIt, doItWidget, "message do_it"},
     };
-    for (Case const& c : cases) {
-        ProbePanel::died = 0;
-        ProbePanel* const panel = add(Border::window, c.flag);
-        panel->setMinimisable(true);
-        panel->dieAt = c.heard;
-        driver_.click(panel->getStandardWidget(c.which));
-        EXPECT_EQ(ProbePanel::died, 1) << c.heard;
-    }
+    for (Case const& c : cases)
+        expectDeath(c.heard, c.flag,
+                    [&](ProbePanel* panel) { driver_.click(panel->getStandardWidget(c.which)); });
 }
 
 TEST_F(Panel, EachOfItsHandlersMayDestroyIt) {
@@ -450,29 +438,14 @@ TEST_F(Panel, EachOfItsHandlersMayDestroyIt) {
         {"wheel", Event(EventKind::mouseWheel)},
         {"press", press},
     };
-    for (auto const& [heard, event] : cases) {
-        ProbePanel::died = 0;
-        ProbePanel* const panel = add(Border::window, closeWidget);
-        panel->setMovable(true);
-        panel->dieAt = heard;
-        EXPECT_TRUE(panel->handleEvent(event)) << heard;
-        EXPECT_EQ(ProbePanel::died, 1) << heard;
-    }
-    for (char const* heard : {"message go", "data go"}) {
-        ProbePanel::died = 0;
-        ProbePanel* const panel = add();
-        panel->dieAt = heard;
-        if (heard[0] == 'm')
-            EXPECT_TRUE(callMessage("go", panel));
-        else
-            EXPECT_TRUE(callMessageWithData("go", panel, wrapData(1)));
-        EXPECT_EQ(ProbePanel::died, 1) << heard;
-    }
-    ProbePanel::died = 0;
-    ProbePanel* const panel = add();
-    panel->dieAt = "title";
-    panel->setTitle(L"The end");
-    EXPECT_EQ(ProbePanel::died, 1);
+    for (auto const& [heard, event] : cases)
+        expectDeath(heard, closeWidget, [&event = event](ProbePanel* panel) {
+            EXPECT_TRUE(panel->handleEvent(event)) << event.kind();
+        });
+    expectDeath("message go", 0, [](ProbePanel* panel) { EXPECT_TRUE(callMessage("go", panel)); });
+    expectDeath("data go", 0,
+                [](ProbePanel* panel) { EXPECT_TRUE(callMessageWithData("go", panel, wrapData(1))); });
+    expectDeath("title", 0, [](ProbePanel* panel) { panel->setTitle(L"The end"); });
 }
 
 TEST_F(Panel, AWidgetMayBeRemovedInItsOwnMessage) {
@@ -521,13 +494,10 @@ TEST_F(Panel, AnEditableTitleReportsToTheParent) {
     panel->setTitle(L"Reel");
     panel->setEditableTitle(true);
     EXPECT_EQ(panel->getTitleWidget(), nullptr) << "nobody makes title boxes yet";
-    static FakeTitleBox* made = nullptr;
-    Registry::instance().makeTitleBox = [](StandardPanel& owner, LightweightString<wchar_t> const& title,
-                                           Glib::FontDesc const&) -> iTitleBox* {
-        return made = new FakeTitleBox(owner, title);
-    };
+    useTitleBoxes();
     panel->log.clear();
     panel->addStandardWidgets(editableTitleToo);
+    FakeTitleBox*& made = titleBox_;
     ASSERT_EQ(panel->getTitleWidget(), made);
     EXPECT_TRUE(panel->isStandardWidget(made));
     EXPECT_EQ(made->text, L"Reel");
@@ -677,16 +647,9 @@ TEST_F(Panel, ColoursReachTheStandardWidgets) {
     EXPECT_EQ(close->getPalette().window(eWindowNormal), Colour(0.9, 0.9, 0.4));
     panel->addStandardWidgets(pinWidget);
     EXPECT_EQ(panel->getStandardWidget(StandardWidget::pin)->getPalette(), panel->getColoursForWidgets());
-}
-
-TEST_F(Panel, ColoursReachTheTitleBox) {
-    Registry::instance().makeTitleBox = [](StandardPanel& owner, LightweightString<wchar_t> const& title,
-                                           Glib::FontDesc const&) -> iTitleBox* {
-        return new FakeTitleBox(owner, title);
-    };
-    ProbePanel* const panel = add(Border::window, editableTitle);
-    Palette const light(Colour::fromLong(0xF0E0D0));
-    panel->setPalette(light);
+    useTitleBoxes();
+    panel->addStandardWidgets(editableTitle);
+    panel->setPalette(Palette(Colour::fromLong(0xF0E0D0)));
     EXPECT_EQ(panel->getTitleWidget()->getPalette(), panel->getColoursForWidgets());
     panel->setCol(Colour::fromLong(0x102030));
     EXPECT_EQ(panel->getTitleWidget()->getPalette(), panel->getColoursForWidgets());

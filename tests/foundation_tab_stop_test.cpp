@@ -25,11 +25,10 @@ public:
     bool isTabStopActive() override { return isActive() && isShown() && !bounds().isEmpty(); }
 };
 
-using GlobTabStopTest = HostTest;
+using GlobTabStopTest = OneWindowTest;
 
 TEST_F(GlobTabStopTest, PanelsMayBeStopsOfPanels) {
-    RecordingParent* const root = openWindow();
-    auto* const outer = root->addChild(std::make_unique<StopPanel>());
+    auto* const outer = root_->addChild(std::make_unique<StopPanel>());
     auto* const inner = outer->addChild(std::make_unique<StopPanel>());
     EXPECT_TRUE(outer->addTabStop(*inner));
     EXPECT_EQ(inner->incrementTabStop(), noTabStop) << "it has no stops of its own";
@@ -39,12 +38,10 @@ TEST_F(GlobTabStopTest, PanelsMayBeStopsOfPanels) {
 }
 
 TEST_F(GlobTabStopTest, GivesTheWidgetTheKeyboardFocus) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const slider = root->addChild(std::make_unique<ProbeGlob>(60, 20, &log, "slider"));
-    auto* const table = root->addChild(std::make_unique<ProbeGlob>(60, 20, &log, "table"));
+    auto* const slider = root_->addChild(std::make_unique<ProbeGlob>(60, 20, &log_, "slider"));
+    auto* const table = root_->addChild(std::make_unique<ProbeGlob>(60, 20, &log_, "table"));
     slider->onReact = [&](Event const& event) {
-        if (isKeyPressEvent(event)) log.push_back("key " + std::to_string(event.keyCode()));
+        if (isKeyPressEvent(event)) log_.push_back("key " + std::to_string(event.keyCode()));
         return false;
     };
     GlobTabStop first(*slider), second(*table);
@@ -54,18 +51,17 @@ TEST_F(GlobTabStopTest, GivesTheWidgetTheKeyboardFocus) {
     EXPECT_EQ(manager.incrementTabStop(), 0u);
     driver_.key(Key::left);
     EXPECT_EQ(manager.incrementTabStop(), 1u);
-    EXPECT_EQ(log, (std::vector<std::string>{"slider gained", "key " + std::to_string(int(Key::left)),
-                                             "slider lost", "table gained"}));
+    EXPECT_EQ(log_, (std::vector<std::string>{"slider gained", "key " + std::to_string(int(Key::left)),
+                                              "slider lost", "table gained"}));
     // Again on the same one: its own loss does not take the focus away.
     EXPECT_TRUE(second.setTabStopFocus());
     EXPECT_EQ(get_kbd_focus(), table);
     second.relinquishTabStopFocus();
-    EXPECT_EQ(get_kbd_focus(), root);
+    EXPECT_EQ(get_kbd_focus(), root_);
 }
 
 TEST_F(GlobTabStopTest, IsActiveOnlyWhileTheWidgetIs) {
-    RecordingParent* const root = openWindow();
-    auto* const slider = root->addChild(std::make_unique<ProbeGlob>());
+    auto* const slider = root_->addChild(std::make_unique<ProbeGlob>());
     GlobTabStop stop(*slider);
     TabOrderManager manager(false);
     manager.addTabStop(stop);
@@ -85,8 +81,7 @@ TEST_F(GlobTabStopTest, IsActiveOnlyWhileTheWidgetIs) {
 
 /// A panel that keeps the keyboard focus and passes keys on.
 TEST_F(GlobTabStopTest, PassesKeysOnOnce) {
-    RecordingParent* const root = openWindow();
-    auto* const panel = root->addChild(std::make_unique<ProbeGlob>(200, 100));
+    auto* const panel = root_->addChild(std::make_unique<ProbeGlob>(200, 100));
     auto* slider = panel->addChild(std::make_unique<ProbeGlob>());
     auto stop = std::make_unique<GlobTabStop>(*slider);
     TabOrderManager manager(false);

@@ -10,13 +10,19 @@
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <functional>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace wainscot {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Lines = std::vector<std::string>;
 
 /// A host without a screen for each test. After the test nothing may be left: no widget, timer interest,
 /// focus, capture, intercept entry or hold; and no diagnostics that the test did not expect.
@@ -63,6 +69,30 @@ protected:
 
     VirtualClock& virtualClock() { return host_->offscreen()->virtualClock(); }
 
+    /// Adds a new child and gives it back.
+    template <class T>
+    T* addTo(Glob* parent, T* child, WidgetPosition const& place = {}) {
+        EXPECT_TRUE(parent->addChild(static_cast<Glob*>(child), place));
+        return child;
+    }
+    /// As the window system reports it.
+    void inject(InputEvent const& input) {
+        host_->loop().inject(input);
+        driver_.settle();
+    }
+    void activate(Glob* root) {
+        host_->offscreen()->activate(nativeOf(root)->id());
+        driver_.settle();
+    }
+    /// Another program becomes the active one.
+    void deactivate() {
+        host_->offscreen()->deactivateAll();
+        driver_.settle();
+    }
+    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+    /// What has been written into the log since the last call.
+    Lines takeLog() { return std::exchange(log_, {}); }
+
 private:
     static std::unique_ptr<Host> makeHost() {
         HostSettings settings;
@@ -77,6 +107,14 @@ private:
 protected:
     std::unique_ptr<Host> host_;
     Driver driver_;
+    /// Whatever the test and its probes write down.
+    Lines log_;
+};
+
+/// The same with a window that is open from the beginning.
+class OneWindowTest : public HostTest {
+protected:
+    RecordingParent* const root_ = openWindow();
 };
 
 /// A widget whose handlers are given by the test, and which writes down what happens to it.
@@ -136,6 +174,19 @@ public:
         if (handler) handler();
     }
 
+    /// From now on writes down each mouse event with its place in the widget.
+    void noteMouse(bool consume = true) {
+        onReact = [this, consume](Event const& event) {
+            if (!mouse_event(event)) return false;
+            XY<int> const at = eventXYToGlobXY(event, *this);
+            char const* const what = mouse_down_event(event)    ? "down "
+                                     : mouse_up_event(event)    ? "up "
+                                     : mouse_wheel_event(event) ? "wheel "
+                                                                : "move ";
+            note(what + std::to_string(at.x) + "," + std::to_string(at.y));
+            return consume;
+        };
+    }
     void note(std::string const& what) {
         if (log_) log_->push_back(name_.empty() ? what : name_ + " " + what);
     }

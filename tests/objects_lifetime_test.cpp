@@ -8,7 +8,7 @@
 namespace wainscot {
 namespace {
 
-class Lifetimes : public HostTest {};
+using Lifetimes = OneWindowTest;
 
 /// What a handler destroys.
 enum class Victim { self, parent, root, sibling, child };
@@ -48,83 +48,76 @@ Scene makeScene(RecordingParent* root) {
     return scene;
 }
 
+using Deed = std::function<void()>;
+
 struct Way {
     char const* name;
-    /// Sets the handler that destroys.
-    void (*prepare)(Scene& scene, Victim victim);
+    /// Sets the handler that does it.
+    std::function<void(ProbeGlob& target, Deed const& deed)> prepare;
     /// Makes it run.
-    void (*trigger)(Driver& driver, Scene& scene);
+    std::function<void(Driver& driver, Scene& scene)> trigger;
 };
 
-void onEvent(Scene& scene, Victim victim, bool (*wanted)(Event const&)) {
-    scene.target->onReact = [target = scene.target, victim, wanted](Event const& event) {
-        if (!wanted(event)) return false;
-        delete choose(victim, target);
-        return true;
+auto inEvents(bool (*wanted)(Event const&)) {
+    return [wanted](ProbeGlob& target, Deed const& deed) {
+        target.onReact = [wanted, deed](Event const& event) {
+            if (wanted(event)) deed();
+            return wanted(event);
+        };
     };
+}
+void inMessages(ProbeGlob& target, Deed const& deed) {
+    target.onMessage = [deed](auto const&, Glob*) {
+        deed();
+        return 1;
+    };
+}
+void click(Driver& driver, Scene& scene) {
+    driver.clickAt(scene.target->screenBox().centre());
+}
+void point(Driver& driver, Scene& scene) {
+    driver.moveTo(scene.target->screenBox().centre());
 }
 
 Way const ways[] = {
-    {"press", [](Scene& s, Victim v) { onEvent(s, v, mouse_down_event); },
-     [](Driver& d, Scene& s) { d.clickAt(s.target->screenBox().centre()); }},
-    {"release", [](Scene& s, Victim v) { onEvent(s, v, mouse_up_event); },
+    {"press", inEvents(mouse_down_event), click},
+    {"release", inEvents(mouse_up_event),
      [](Driver& d, Scene& s) {
          s.target->onReact = [inner = s.target->onReact](Event const& e) {
              return inner(e) || mouse_down_event(e);
          };
-         d.clickAt(s.target->screenBox().centre());
+         click(d, s);
      }},
-    {"move", [](Scene& s, Victim v) { onEvent(s, v, mouse_move_event); },
-     [](Driver& d, Scene& s) { d.moveTo(s.target->screenBox().centre()); }},
-    {"wheel", [](Scene& s, Victim v) { onEvent(s, v, mouse_wheel_event); },
+    {"move", inEvents(mouse_move_event), point},
+    {"wheel", inEvents(mouse_wheel_event),
      [](Driver& d, Scene& s) { d.wheelAt(s.target->screenBox().centre(), 1); }},
-    {"key", [](Scene& s, Victim v) { onEvent(s, v, isKeyPressEvent); },
+    {"key", inEvents(isKeyPressEvent),
      [](Driver& d, Scene& s) {
          set_kbd_focus(s.target);
          d.key('A');
      }},
-    {"timer", [](Scene& s, Victim v) { onEvent(s, v, isTimerEvent); },
+    {"timer", inEvents(isTimerEvent),
      [](Driver& d, Scene& s) {
          s.target->setInterest(EventKind::timer);
          s.sibling->setInterest(EventKind::timer);
          d.advance(35);
      }},
-    {"containment",
-     [](Scene& s, Victim v) { s.target->onContainment = [t = s.target, v](bool) { delete choose(v, t); }; },
-     [](Driver& d, Scene& s) { d.moveTo(s.target->screenBox().centre()); }},
-    {"focus", [](Scene& s, Victim v) { s.target->onFocus = [t = s.target, v] { delete choose(v, t); }; },
-     [](Driver& d, Scene& s) {
-         set_kbd_focus(s.target);
-         d.settle();
-     }},
-    {"queued message",
-     [](Scene& s, Victim v) {
-         s.target->onMessage = [t = s.target, v](auto const&, Glob*) {
-             delete choose(v, t);
-             return 1;
-         };
-     },
-     [](Driver& d, Scene& s) {
+    {"containment", [](ProbeGlob& t, Deed const& deed) { t.onContainment = [deed](bool) { deed(); }; },
+     point},
+    {"focus", [](ProbeGlob& t, Deed const& deed) { t.onFocus = deed; },
+     [](Driver&, Scene& s) { set_kbd_focus(s.target); }},
+    {"queued message", inMessages,
+     [](Driver&, Scene& s) {
          sendMessage("first", s.target, s.sibling);
          sendMessage("second", s.target, s.sibling);
          sendMessage("third", s.panel, s.target);
-         d.settle();
      }},
-    {"direct message",
-     [](Scene& s, Victim v) {
-         s.target->onMessage = [t = s.target, v](auto const&, Glob*) {
-             delete choose(v, t);
-             return 1;
-         };
-     },
-     [](Driver& d, Scene& s) {
-         EXPECT_TRUE(callMessage("now", s.target, s.sibling));
-         d.settle();
-     }},
+    {"direct message", inMessages,
+     [](Driver&, Scene& s) { EXPECT_TRUE(callMessage("now", s.target, s.sibling)); }},
     {"interception",
-     [](Scene& s, Victim v) {
-         s.target->onIntercept = [t = s.target, v](Event const&) {
-             delete choose(v, t);
+     [](ProbeGlob& t, Deed const& deed) {
+         t.onIntercept = [deed](Event const&) {
+             deed();
              return true;
          };
      },
@@ -132,16 +125,10 @@ Way const ways[] = {
          getEventInterceptStack().push(s.target, 1536);
          d.key('A');
      }},
-    {"drawing", [](Scene& s, Victim v) { s.target->onDraw = [t = s.target, v] { delete choose(v, t); }; },
-     [](Driver& d, Scene& s) {
-         s.target->makeDirty();
-         d.settle();
-     }},
-    {"resize", [](Scene& s, Victim v) { s.target->onReshape = [t = s.target, v] { delete choose(v, t); }; },
-     [](Driver& d, Scene& s) {
-         s.target->resize(30, 30);
-         d.settle();
-     }},
+    {"drawing", [](ProbeGlob& t, Deed const& deed) { t.onDraw = deed; },
+     [](Driver&, Scene& s) { s.target->makeDirty(); }},
+    {"resize", [](ProbeGlob& t, Deed const& deed) { t.onReshape = deed; },
+     [](Driver&, Scene& s) { s.target->resize(30, 30); }},
 };
 
 /// Any handler may destroy itself, its parent, its window, its sibling, its child: nothing of the dead is
@@ -158,8 +145,9 @@ TEST_F(Lifetimes, HandlersMayDestroyAnything) {
             IdStamp const rootStamp = root->idStamp();
             driver_.moveTo({0, 0});
             driver_.settle();
-            way.prepare(scene, victim);
+            way.prepare(*scene.target, [victim, target = scene.target] { delete choose(victim, target); });
             way.trigger(driver_, scene);
+            driver_.settle();
             EXPECT_FALSE(EventHandler::valid(doomed, stamp));
             driver_.clickAt({230, 180});
             driver_.key('B');
@@ -172,9 +160,7 @@ TEST_F(Lifetimes, HandlersMayDestroyAnything) {
 }
 
 TEST_F(Lifetimes, TheDeadAreGoneAtOnceButTheirMemoryStaysUntilTheHandlerReturns) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     IdStamp const stamp = probe->idStamp();
     int const before = ProbeGlob::alive;
     probe->onReact = [&, probe](Event const& event) {
@@ -182,7 +168,7 @@ TEST_F(Lifetimes, TheDeadAreGoneAtOnceButTheirMemoryStaysUntilTheHandlerReturns)
         delete probe;
         EXPECT_FALSE(is_good_glob_ptr(probe));
         EXPECT_FALSE(EventHandler::valid(probe, stamp));
-        EXPECT_EQ(root->numChildren(), 0u);
+        EXPECT_EQ(root_->numChildren(), 0u);
         EXPECT_EQ(ProbeGlob::alive, before) << "freed while its handler runs";
         delete probe;
         return true;
@@ -192,12 +178,10 @@ TEST_F(Lifetimes, TheDeadAreGoneAtOnceButTheirMemoryStaysUntilTheHandlerReturns)
 }
 
 TEST_F(Lifetimes, EveryFormOfDestructionIsTheSame) {
-    RecordingParent* const root = openWindow();
     int notices = 0;
     std::vector<NotifierSubscription> watches;
     auto const add = [&] {
-        auto* const probe = new ProbeGlob;
-        root->addChild(probe);
+        auto* const probe = addTo(root_, new ProbeGlob);
         watches.push_back(GlobNotices::watchDeletion(
             *probe, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++notices; })));
         return probe;
@@ -209,25 +193,22 @@ TEST_F(Lifetimes, EveryFormOfDestructionIsTheSame) {
     CanvasClient* const asClient = add();
     delete asClient;
     Glob* removed = add();
-    root->removeWidget(removed);
+    root_->removeWidget(removed);
     EXPECT_EQ(removed, nullptr);
-    root->takeWidget(add());
+    root_->takeWidget(add());
     EXPECT_EQ(notices, 6);
     ProbeGlob* const kept = add();
     EXPECT_TRUE(is_good_glob_ptr(kept));
     destroy(nullptr);
-    delete root;
+    delete root_;
     EXPECT_EQ(notices, 7);
     EXPECT_FALSE(is_good_glob_ptr(kept));
     destroy(kept);
 }
 
 TEST_F(Lifetimes, NoticesComeBeforeAnythingIsTakenDown) {
-    RecordingParent* const root = openWindow();
-    auto* const parent = new ProbeGlob;
-    auto* const child = new ProbeGlob;
-    root->addChild(parent);
-    parent->addChild(child);
+    auto* const parent = addTo(root_, new ProbeGlob);
+    auto* const child = addTo(parent, new ProbeGlob);
     NotifierSubscription watch;
     bool told = false;
     watch = GlobNotices::watchDeletion(*child, makeCallback<int, NotifyMsg>([&](NotifyMsg const& notice) {
@@ -244,49 +225,45 @@ TEST_F(Lifetimes, NoticesComeBeforeAnythingIsTakenDown) {
     expectDiagnostic("tree operation refused");
     delete parent;
     EXPECT_TRUE(told);
-    EXPECT_EQ(root->numChildren(), 0u);
+    EXPECT_EQ(root_->numChildren(), 0u);
 }
 
 TEST_F(Lifetimes, SendersAndTargetsMayDieBeforeDelivery) {
-    RecordingParent* const root = openWindow();
-    auto* const sender = new ProbeGlob;
-    auto* const target = new ProbeGlob;
-    root->addChild(sender);
-    root->addChild(target);
+    auto* const sender = addTo(root_, new ProbeGlob);
+    auto* const target = addTo(root_, new ProbeGlob);
     struct Payload : Qv::InternalRefCount {
         explicit Payload(bool& flag) : gone(flag) {}
         ~Payload() override { gone = true; }
         bool& gone;
     };
     bool released = false;
-    sendMessage("from the dead", root, sender);
-    sendMessageWithData("to the dead", target, Qv::Ptr<iObject>(new Payload(released)), root);
+    sendMessage("from the dead", root_, sender);
+    sendMessageWithData("to the dead", target, Qv::Ptr<iObject>(new Payload(released)), root_);
     delete sender;
     delete target;
     driver_.settle();
-    ASSERT_EQ(root->messages().size(), 1u);
-    EXPECT_EQ(root->messages()[0].sender, nullptr);
+    ASSERT_EQ(root_->messages().size(), 1u);
+    EXPECT_EQ(root_->messages()[0].sender, nullptr);
     EXPECT_TRUE(released);
 }
 
 TEST_F(Lifetimes, ADeepTreeNeedsNoCallStack) {
     constexpr int depth = 200000;
-    RecordingParent* const root = openWindow();
     auto* chain = new Glob(4, 4);
     for (int i = 1; i < depth; ++i) {
         auto* const outer = new Glob(4, 4);
         outer->addChild(chain);
         chain = outer;
     }
-    root->addChild(chain);
+    root_->addChild(chain);
     driver_.settle();
     driver_.clickAt(chain->screenBox().centre());
     driver_.key('A');
     std::size_t visited = 0;
-    root->visitPostOrder([&](Glob&) { return ++visited > 0; });
+    root_->visitPostOrder([&](Glob&) { return ++visited > 0; });
     EXPECT_EQ(visited, depth + 1u);
-    delete root->firstChild();
-    EXPECT_EQ(root->numChildren(), 0u);
+    delete root_->firstChild();
+    EXPECT_EQ(root_->numChildren(), 0u);
 }
 
 TEST_F(Lifetimes, AnObjectWhoseConstructorThrowsLeavesNothingBehind) {
@@ -308,45 +285,40 @@ TEST_F(Lifetimes, AParentsDestructorMayDeleteItsOwnChildren) {
         std::unique_ptr<ProbeGlob> owned;
     };
     int const before = ProbeGlob::alive;
-    RecordingParent* const root = openWindow();
-    root->addChild(new Owner);
-    delete root->firstChild();
+    root_->addChild(new Owner);
+    delete root_->firstChild();
     EXPECT_EQ(ProbeGlob::alive, before);
 }
 
 TEST_F(Lifetimes, RefusedAdoptionsChangeNothing) {
     expectDiagnostic("tree operation refused");
     expectDiagnostic("window refused");
-    RecordingParent* const root = openWindow();
-    auto* const outer = new ProbeGlob;
-    auto* const inner = new ProbeGlob;
-    root->addChild(outer);
-    outer->addChild(inner);
-    EXPECT_FALSE(root->addChild(static_cast<Glob*>(nullptr)));
+    auto* const outer = addTo(root_, new ProbeGlob);
+    auto* const inner = addTo(outer, new ProbeGlob);
+    EXPECT_FALSE(root_->addChild(static_cast<Glob*>(nullptr)));
     EXPECT_FALSE(outer->addChild(outer));
     EXPECT_FALSE(inner->addChild(outer)) << "a cycle";
-    EXPECT_FALSE(inner->addChild(root)) << "a window";
+    EXPECT_FALSE(inner->addChild(root_)) << "a window";
     auto const loose = std::make_unique<ProbeGlob>();
-    EXPECT_FALSE(root->addWidgetRelative(loose.get(), inner, 4, WidgetRelativity::above)) << "not a sibling";
+    EXPECT_FALSE(root_->addWidgetRelative(loose.get(), inner, 4, WidgetRelativity::above)) << "not a sibling";
     EXPECT_FALSE(inner->reparentTo(nullptr));
     inner->setReparentable(false);
-    EXPECT_FALSE(inner->reparentTo(root));
+    EXPECT_FALSE(inner->reparentTo(root_));
     EXPECT_FALSE(host_->globManager().realize(inner));
     EXPECT_FALSE(host_->globManager().realize(nullptr));
     Glob* stranger = inner;
-    root->removeWidget(stranger);
+    root_->removeWidget(stranger);
     EXPECT_EQ(stranger, nullptr);
     EXPECT_EQ(inner->parent(), outer);
-    EXPECT_EQ(root->numChildren(), 1u);
+    EXPECT_EQ(root_->numChildren(), 1u);
 }
 
 /// Random changes of the tree against a plain model of parents and orders.
 TEST_F(Lifetimes, RandomTreesMatchAModel) {
     expectDiagnostic("tree operation refused");
-    RecordingParent* const root = openWindow();
     std::mt19937 random(7);
-    std::map<Glob*, std::vector<Glob*>> model{{root, {}}};
-    std::vector<Glob*> all{root};
+    std::map<Glob*, std::vector<Glob*>> model{{root_, {}}};
+    std::vector<Glob*> all{root_};
     auto const isBelow = [](Glob* glob, Glob* above) {
         return glob == above || Glob::isParentedTo(glob, above);
     };
@@ -365,7 +337,7 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
         }
         case 2: {
             Glob* const to = all[random() % all.size()];
-            if (at == root) break;
+            if (at == root_) break;
             Glob* const from = at->parent();
             if (at->reparentTo(to) == isBelow(to, at)) FAIL() << "cycle check";
             if (at->parent() != from) {
@@ -375,7 +347,7 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
             break;
         }
         case 3: {
-            if (at == root) break;
+            if (at == root_) break;
             auto& siblings = model[at->parent()];
             std::erase(siblings, at);
             siblings.push_back(at);
@@ -383,7 +355,7 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
             break;
         }
         default: {
-            if (at == root || random() % 3 != 0) break;
+            if (at == root_ || random() % 3 != 0) break;
             std::erase(model[at->parent()], at);
             std::vector<Glob*> doomed;
             at->visitSubtree([&](Glob& glob) {

@@ -7,20 +7,16 @@
 #include "host/objects/painting.h"
 #include "host/objects/surround.h"
 
-#include <gmock/gmock.h>
-
 #include <random>
 
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-
 Colour const red(1, 0, 0);
 Colour const green(0, 1, 0);
 Colour const blue(0, 0, 1);
 
-class Paint : public HostTest {
+class Paint : public OneWindowTest {
 protected:
     ProbeGlob* coloured(Glob* parent, IntBox const& box, Colour const& colour) {
         auto* const probe = new ProbeGlob(box.width(), box.height());
@@ -29,15 +25,18 @@ protected:
         return probe;
     }
     Surface& surfaceOf(Glob* root) { return host_->globManager().windowOf(root)->surface(); }
-    std::uint32_t at(Glob* root, int x, int y) { return driver_.pixel(root, {x, y}); }
+    /// A pixel of the window, when everything has been painted.
+    std::uint32_t at(int x, int y) {
+        driver_.settle();
+        return driver_.pixel(root_, {x, y});
+    }
 };
 
 TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
-    RecordingParent* const root = openWindow();
     std::vector<ProbeGlob*> tiles;
     for (int i = 0; i < 400; ++i)
         tiles.push_back(
-            coloured(root, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), i % 2 ? red : green));
+            coloured(root_, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), i % 2 ? red : green));
     driver_.settle();
     std::uint64_t const before = Painting::numDrawn();
     tiles[137]->makeDirty();
@@ -45,24 +44,21 @@ TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
     EXPECT_EQ(Painting::numDrawn() - before, 2u) << "the root and the tile";
     EXPECT_EQ(tiles[137]->drawn, 2);
     EXPECT_EQ(tiles[138]->drawn, 1);
-    EXPECT_THAT(nativeOf(root)->lastPresented(), ElementsAre(tiles[137]->box()));
+    EXPECT_THAT(nativeOf(root_)->lastPresented(), ElementsAre(tiles[137]->box()));
     EXPECT_FALSE(tiles[137]->isDirty());
     delete tiles[1];
-    driver_.settle();
-    EXPECT_EQ(at(root, 25, 5), root->getCol().getAsLong()) << "the grid follows removals";
-    root->setWidgetPos(tiles[0], {20, 0});
-    driver_.settle();
-    EXPECT_EQ(at(root, 25, 5), 0x00FF00u) << "and moves";
-    EXPECT_EQ(at(root, 5, 5), root->getCol().getAsLong());
+    EXPECT_EQ(at(25, 5), root_->getCol().getAsLong()) << "the grid follows removals";
+    root_->setWidgetPos(tiles[0], {20, 0});
+    EXPECT_EQ(at(25, 5), 0x00FF00u) << "and moves";
+    EXPECT_EQ(at(5, 5), root_->getCol().getAsLong());
 }
 
 TEST_F(Paint, SeveralDamagedPlacesVisitEachChildOnceAndInOrder) {
-    RecordingParent* const root = openWindow();
     std::vector<ProbeGlob*> tiles;
     for (int i = 0; i < 400; ++i)
-        tiles.push_back(coloured(root, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), red));
+        tiles.push_back(coloured(root_, IntBox::sized({i % 20 * 20, i / 20 * 15}, {18, 13}), red));
     // Lies over many tiles, and over many cells of the grid.
-    ProbeGlob* const above = coloured(root, {0, 0, 390, 13}, blue);
+    ProbeGlob* const above = coloured(root_, {0, 0, 390, 13}, blue);
     driver_.settle();
     std::uint64_t const before = Painting::numDrawn();
     tiles[0]->makeDirty();
@@ -71,43 +67,37 @@ TEST_F(Paint, SeveralDamagedPlacesVisitEachChildOnceAndInOrder) {
     driver_.settle();
     EXPECT_EQ(Painting::numDrawn() - before, 5u) << "the root, three tiles and what lies above two of them";
     EXPECT_EQ(above->drawn, 2);
-    EXPECT_EQ(at(root, 5, 5), 0x0000FFu) << "the later child lies above";
-    EXPECT_EQ(at(root, 385, 5), 0x0000FFu);
-    root->makeDirty();
+    EXPECT_EQ(at(5, 5), 0x0000FFu) << "the later child lies above";
+    EXPECT_EQ(at(385, 5), 0x0000FFu);
+    root_->makeDirty();
     delete tiles[200];
     driver_.settle();
     EXPECT_EQ(Painting::numDrawn() - before, 5u + 1 + 400) << "all but the one that has gone";
 }
 
 TEST_F(Paint, ChildrenAreClippedToTheirParentsAndLaterSiblingsLieAbove) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const parent = coloured(root, IntBox(100, 100, 200, 200), red);
+    ProbeGlob* const parent = coloured(root_, IntBox(100, 100, 200, 200), red);
     ProbeGlob* const child = coloured(parent, IntBox(50, 50, 150, 150), green);
-    ProbeGlob* const sibling = coloured(root, IntBox(180, 100, 220, 140), blue);
-    driver_.settle();
-    EXPECT_EQ(at(root, 149, 149), 0xFF0000u);
-    EXPECT_EQ(at(root, 150, 150), 0x00FF00u);
-    EXPECT_EQ(at(root, 199, 199), 0x00FF00u);
-    EXPECT_EQ(at(root, 200, 200), root->getCol().getAsLong()) << "clipped";
-    EXPECT_EQ(at(root, 190, 110), 0x0000FFu);
+    ProbeGlob* const sibling = coloured(root_, IntBox(180, 100, 220, 140), blue);
+    EXPECT_EQ(at(149, 149), 0xFF0000u);
+    EXPECT_EQ(at(150, 150), 0x00FF00u);
+    EXPECT_EQ(at(199, 199), 0x00FF00u);
+    EXPECT_EQ(at(200, 200), root_->getCol().getAsLong()) << "clipped";
+    EXPECT_EQ(at(190, 110), 0x0000FFu);
     parent->moveToTop();
-    driver_.settle();
-    EXPECT_EQ(at(root, 190, 110), 0xFF0000u);
+    EXPECT_EQ(at(190, 110), 0xFF0000u);
     parent->moveToBottom();
     child->setOpacity(0.5);
-    driver_.settle();
-    EXPECT_EQ(at(root, 190, 110), 0x0000FFu);
-    EXPECT_NEAR(static_cast<int>(at(root, 160, 160) >> 16), 128, 2);
+    EXPECT_EQ(at(190, 110), 0x0000FFu);
+    EXPECT_NEAR(static_cast<int>(at(160, 160) >> 16), 128, 2);
     child->setOpacity(0);
     sibling->unmapCanvas();
-    driver_.settle();
-    EXPECT_EQ(at(root, 160, 160), 0xFF0000u);
-    EXPECT_EQ(at(root, 210, 110), root->getCol().getAsLong());
+    EXPECT_EQ(at(160, 160), 0xFF0000u);
+    EXPECT_EQ(at(210, 110), root_->getCol().getAsLong());
 }
 
 TEST_F(Paint, HoldsDelayPaintingButLoseNoDamage) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 50, 50), red);
+    ProbeGlob* const tile = coloured(root_, IntBox(10, 10, 50, 50), red);
     driver_.settle();
     int const drawn = tile->drawn;
     {
@@ -123,16 +113,14 @@ TEST_F(Paint, HoldsDelayPaintingButLoseNoDamage) {
     }
     Drawable::update();
     EXPECT_EQ(tile->drawn, drawn + 1) << "painted at once";
-    EXPECT_EQ(at(root, 20, 20), 0x00FF00u);
+    EXPECT_EQ(driver_.pixel(root_, {20, 20}), 0x00FF00u);
     tile->setCol(blue, true);
     Drawable::clearPendingRedraws();
-    driver_.settle();
-    EXPECT_EQ(at(root, 20, 20), 0x00FF00u);
+    EXPECT_EQ(at(20, 20), 0x00FF00u);
 }
 
 TEST_F(Paint, ADeferrerOutlivesItsCanvasAndWindow) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 50, 50), red);
+    ProbeGlob* const tile = coloured(root_, IntBox(10, 10, 50, 50), red);
     driver_.settle();
     RecordingParent* const other = openWindow(100, 100, {600, 100});
     ProbeGlob* const elsewhere = coloured(other, IntBox(10, 10, 50, 50), red);
@@ -140,21 +128,20 @@ TEST_F(Paint, ADeferrerOutlivesItsCanvasAndWindow) {
     {
         Glib::UpdateDeferrer const deferrer(tile->canvas());
         Glib::UpdateDeferrer const onNothing(nullptr);
+        { Glib::UpdateDeferrer const inner(tile->canvas()); }
         tile->setCol(green, true);
         elsewhere->setCol(green, true);
-        driver_.settle();
-        EXPECT_EQ(at(root, 20, 20), 0xFF0000u);
-        EXPECT_EQ(at(other, 20, 20), 0x00FF00u) << "another window is not held";
-        delete root;
+        EXPECT_EQ(at(20, 20), 0xFF0000u);
+        EXPECT_EQ(driver_.pixel(other, {20, 20}), 0x00FF00u) << "another window is not held";
+        delete root_;
     }
     driver_.settle();
 }
 
 TEST_F(Paint, DrawingOutsideAVisitShowsAtOnceAndRepaintsWhatLiesAbove) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const tile = coloured(root, IntBox(10, 10, 60, 60), red);
+    ProbeGlob* const tile = coloured(root_, IntBox(10, 10, 60, 60), red);
     ProbeGlob* const child = coloured(tile, IntBox(0, 0, 10, 10), green);
-    ProbeGlob* const above = coloured(root, IntBox(50, 50, 90, 90), green);
+    ProbeGlob* const above = coloured(root_, IntBox(50, 50, 90, 90), green);
     driver_.settle();
     int const childDrawn = child->drawn;
     int const aboveDrawn = above->drawn;
@@ -163,19 +150,17 @@ TEST_F(Paint, DrawingOutsideAVisitShowsAtOnceAndRepaintsWhatLiesAbove) {
         renderer.renderPrimitive(Glib::RectDescription(tile->bounds(), blue));
         renderer.addModifiedArea(tile->bounds());
     }
-    EXPECT_EQ(at(root, 30, 30), 0x0000FFu);
-    EXPECT_EQ(at(root, 65, 65), 0x00FF00u) << "clipped to its box";
+    EXPECT_EQ(driver_.pixel(root_, {30, 30}), 0x0000FFu);
+    EXPECT_EQ(driver_.pixel(root_, {65, 65}), 0x00FF00u) << "clipped to its box";
     int const tileDrawn = tile->drawn;
-    driver_.settle();
-    EXPECT_EQ(at(root, 15, 15), 0x00FF00u);
-    EXPECT_EQ(at(root, 55, 55), 0x00FF00u);
+    EXPECT_EQ(at(15, 15), 0x00FF00u);
+    EXPECT_EQ(at(55, 55), 0x00FF00u);
     EXPECT_GT(child->drawn, childDrawn);
     EXPECT_GT(above->drawn, aboveDrawn);
     EXPECT_GE(tile->drawn, tileDrawn);
-    EXPECT_EQ(nativeOf(root)->pixelAt({30, 30}) & 0xFFFFFF, 0x0000FFu) << "it reached the screen";
+    EXPECT_EQ(nativeOf(root_)->pixelAt({30, 30}) & 0xFFFFFF, 0x0000FFu) << "it reached the screen";
     tile->makeDirty();
-    driver_.settle();
-    EXPECT_EQ(at(root, 30, 30), 0xFF0000u) << "the next drawing overwrites it";
+    EXPECT_EQ(at(30, 30), 0xFF0000u) << "the next drawing overwrites it";
     tile->setVisible(false);
     CanvasRenderer hidden(tile->canvas(), tile->bounds());
     EXPECT_FALSE(hidden.isDrawing());
@@ -187,8 +172,7 @@ TEST_F(Paint, DrawingOutsideAVisitShowsAtOnceAndRepaintsWhatLiesAbove) {
 
 TEST_F(Paint, DrawWidgetsPutsTheRestOfADrawingAboveTheChildren) {
     expectDiagnostic("children drawn outside draw()");
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const parent = coloured(root, IntBox(0, 0, 100, 100), red);
+    ProbeGlob* const parent = coloured(root_, IntBox(0, 0, 100, 100), red);
     ProbeGlob* const child = coloured(parent, IntBox(0, 0, 100, 100), green);
     ProbeGlob* const grandchild = coloured(child, IntBox(60, 60, 80, 80), red);
     parent->onDraw = [&] {
@@ -197,10 +181,9 @@ TEST_F(Paint, DrawWidgetsPutsTheRestOfADrawingAboveTheChildren) {
         CanvasRenderer renderer(parent->canvas(), parent->canvasArea());
         renderer.renderPrimitive(Glib::RectDescription(IntBox(0, 0, 50, 50), blue));
     };
-    driver_.settle();
-    EXPECT_EQ(at(root, 20, 20), 0x0000FFu);
-    EXPECT_EQ(at(root, 90, 90), 0x00FF00u);
-    EXPECT_EQ(at(root, 70, 70), 0xFF0000u);
+    EXPECT_EQ(at(20, 20), 0x0000FFu);
+    EXPECT_EQ(at(90, 90), 0x00FF00u);
+    EXPECT_EQ(at(70, 70), 0xFF0000u);
     EXPECT_EQ(child->drawn, 1) << "and only once";
     EXPECT_EQ(grandchild->drawn, 1);
     parent->drawWidgets();
@@ -208,10 +191,9 @@ TEST_F(Paint, DrawWidgetsPutsTheRestOfADrawingAboveTheChildren) {
 }
 
 TEST_F(Paint, AChildThatSharesACanvasDrawsInItsOwnersCoordinates) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const owner = coloured(root, IntBox(100, 100, 200, 200), red);
-    auto* const middle = new Glob(50, 50, Palette(), false, owner->canvas());
-    owner->addChild(middle, BottomLeft(20, 20));
+    ProbeGlob* const owner = coloured(root_, IntBox(100, 100, 200, 200), red);
+    auto* const middle =
+        addTo(owner, new Glob(50, 50, Palette(), false, owner->canvas()), BottomLeft(20, 20));
     struct Sharing : Glob {
         using Glob::Glob;
         void draw() override {
@@ -219,108 +201,96 @@ TEST_F(Paint, AChildThatSharesACanvasDrawsInItsOwnersCoordinates) {
             renderer.renderPrimitive(Glib::RectDescription(canvasArea().inset(-30), blue));
         }
     };
-    auto* const caret = new Sharing(4, 10, Palette(), true, owner->canvas());
-    middle->addChild(caret, BottomLeft(5, 5));
+    auto* const caret = addTo(middle, new Sharing(4, 10, Palette(), true, owner->canvas()), BottomLeft(5, 5));
     driver_.settle();
     EXPECT_FALSE(caret->ownsCanvas());
     EXPECT_EQ(XY<int>(caret->getX(), caret->getY()), XY<int>(25, 25));
     EXPECT_EQ(XY<int>(middle->getX(), middle->getY()), XY<int>(20, 20));
     EXPECT_EQ(XY<int>(owner->getX(), owner->getY()), XY<int>(100, 100));
-    EXPECT_EQ(at(root, 125, 125), 0x0000FFu);
-    EXPECT_EQ(at(root, 128, 134), 0x0000FFu);
-    EXPECT_EQ(at(root, 130, 125), 0xFF0000u) << "clipped to its own box";
+    EXPECT_EQ(at(125, 125), 0x0000FFu);
+    EXPECT_EQ(at(128, 134), 0x0000FFu);
+    EXPECT_EQ(at(130, 125), 0xFF0000u) << "clipped to its own box";
     caret->setVisible(false);
-    driver_.settle();
-    EXPECT_EQ(at(root, 125, 125), 0xFF0000u) << "what lies below comes back";
+    EXPECT_EQ(at(125, 125), 0xFF0000u) << "what lies below comes back";
 }
 
 TEST_F(Paint, SurroundsLieOutsideTheBoxAndComeAndGoWithIt) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const tile = coloured(root, IntBox(100, 100, 150, 150), red);
-    ProbeGlob* const above = coloured(root, IntBox(152, 100, 180, 150), green);
+    ProbeGlob* const tile = coloured(root_, IntBox(100, 100, 150, 150), red);
+    ProbeGlob* const above = coloured(root_, IntBox(152, 100, 180, 150), green);
     driver_.settle();
-    std::uint32_t const ground = root->getCol().getAsLong();
+    std::uint32_t const ground = root_->getCol().getAsLong();
     std::uint32_t const line = tile->getPalette().separator().getAsLong();
     EXPECT_FALSE(tile->hasSurround());
-    root->setWidgetBorderStyle(tile, {WidgetSurround::Style::line, 3});
+    root_->setWidgetBorderStyle(tile, {WidgetSurround::Style::line, 3});
     driver_.settle();
     EXPECT_TRUE(tile->hasSurround());
-    EXPECT_EQ(at(root, 98, 120), line);
-    EXPECT_EQ(at(root, 97, 97), line);
-    EXPECT_EQ(at(root, 96, 120), ground);
-    EXPECT_EQ(at(root, 151, 120), line);
-    EXPECT_EQ(at(root, 152, 120), 0x00FF00u) << "below the later sibling";
-    root->setWidgetPos(tile, {200, 200});
-    driver_.settle();
-    EXPECT_EQ(at(root, 98, 120), ground);
-    EXPECT_EQ(at(root, 198, 220), line);
+    EXPECT_EQ(at(98, 120), line);
+    EXPECT_EQ(at(97, 97), line);
+    EXPECT_EQ(at(96, 120), ground);
+    EXPECT_EQ(at(151, 120), line);
+    EXPECT_EQ(at(152, 120), 0x00FF00u) << "below the later sibling";
+    root_->setWidgetPos(tile, {200, 200});
+    EXPECT_EQ(at(98, 120), ground);
+    EXPECT_EQ(at(198, 220), line);
     tile->addSurround(Surround({WidgetSurround::Style::line, 2}, Surround::left));
     tile->addShadow(9, 0.5);
-    driver_.settle();
-    EXPECT_EQ(at(root, 199, 220), line);
-    EXPECT_NE(at(root, 220, 195), ground) << "the shadow falls down";
-    EXPECT_NE(at(root, 220, 195), line);
-    EXPECT_EQ(at(root, 220, 180), ground);
+    EXPECT_EQ(at(199, 220), line);
+    EXPECT_NE(at(220, 195), ground) << "the shadow falls down";
+    EXPECT_NE(at(220, 195), line);
+    EXPECT_EQ(at(220, 180), ground);
     tile->addShadow(0, 0);
-    driver_.settle();
-    EXPECT_EQ(at(root, 220, 195), ground);
+    EXPECT_EQ(at(220, 195), ground);
     tile->setVisible(false);
-    driver_.settle();
-    EXPECT_EQ(at(root, 199, 220), ground);
+    EXPECT_EQ(at(199, 220), ground);
     tile->setVisible(true);
     tile->removeSurround();
-    driver_.settle();
-    EXPECT_EQ(at(root, 199, 220), ground);
-    EXPECT_EQ(at(root, 220, 220), 0xFF0000u);
+    EXPECT_EQ(at(199, 220), ground);
+    EXPECT_EQ(at(220, 220), 0xFF0000u);
     EXPECT_FALSE(above->hasSurround());
 }
 
 TEST_F(Paint, AnInsetIsSunkenWithinTheBoxAndLeavesTheRestAlone) {
-    RecordingParent* const root = openWindow();
     Colour const ground(0.5, 0.5, 0.5);
     for (bool const fill : {true, false}) {
-        ProbeGlob* const probe = coloured(root, IntBox(100, 100, 140, 130), green);
+        ProbeGlob* const probe = coloured(root_, IntBox(100, 100, 140, 130), green);
         probe->onDraw = [probe, &ground, fill] {
             probe->drawBackground();
             drawInset(probe, ground, fill);
         };
         driver_.settle();
-        auto const brightness = [&](int x, int y) { return Colour::fromLong(at(root, x, y)).brightness(); };
+        auto const brightness = [&](int x, int y) { return Colour::fromLong(at(x, y)).brightness(); };
         double const recessed = getIndentBoxColour(ground).brightness();
         EXPECT_LT(brightness(120, 129), recessed) << "the upper edge lies in the shade";
         EXPECT_LT(brightness(100, 115), recessed);
         EXPECT_GT(brightness(120, 100), recessed) << "the lower one in the light";
         EXPECT_GT(brightness(139, 115), recessed);
         Colour const within = fill ? getIndentBoxColour(ground) : green;
-        EXPECT_EQ(at(root, 101, 101), within.getAsLong());
-        EXPECT_EQ(at(root, 138, 128), within.getAsLong());
+        EXPECT_EQ(at(101, 101), within.getAsLong());
+        EXPECT_EQ(at(138, 128), within.getAsLong());
         for (XY<int> const outside :
              {XY<int>(99, 115), XY<int>(140, 115), XY<int>(120, 99), XY<int>(120, 130)})
-            EXPECT_EQ(at(root, outside.x, outside.y), root->getCol().getAsLong());
+            EXPECT_EQ(at(outside.x, outside.y), root_->getCol().getAsLong());
         destroy(probe);
         driver_.settle();
         drawInset(probe, ground, fill);
     }
     drawInset(nullptr, ground, true);
-    driver_.settle();
-    EXPECT_EQ(at(root, 120, 115), root->getCol().getAsLong()) << "nothing is drawn for the dead";
+    EXPECT_EQ(at(120, 115), root_->getCol().getAsLong()) << "nothing is drawn for the dead";
 }
 
 TEST_F(Paint, TheRootCanvasIsThatOfTheActiveWindowUntilItGoes) {
+    destroy(root_);
     EXPECT_EQ(glib_rootcanvas(), nullptr);
     RecordingParent* const left = openWindow(200, 200, {0, 0});
     EXPECT_EQ(glib_rootcanvas(), left->canvas());
     RecordingParent* const right = openWindow(200, 200, {300, 0});
     EXPECT_EQ(glib_rootcanvas(), right->canvas()) << "a new window becomes the active one";
-    host_->offscreen()->activate(nativeOf(left)->id());
-    driver_.settle();
+    activate(left);
     EXPECT_EQ(glib_rootcanvas(), left->canvas());
-    host_->offscreen()->deactivateAll();
-    driver_.settle();
+    deactivate();
     EXPECT_EQ(glib_rootcanvas(), left->canvas()) << "the last active one while none is";
     right->setCanBeIt(false);
-    host_->offscreen()->activate(nativeOf(right)->id());
-    driver_.settle();
+    activate(right);
     EXPECT_EQ(glib_rootcanvas(), left->canvas());
     {
         DispatchScope const keepsTheMemory;
@@ -336,10 +306,10 @@ TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {
     ProbeGlob* const corner = coloured(root, IntBox(0, 0, 20, 20), red);
     root->setWidgetDetails({corner, TopRight(0, 0), {}});
     driver_.settle();
-    EXPECT_EQ(at(root, 190, 90), 0xFF0000u);
+    EXPECT_EQ(driver_.pixel(root, {190, 90}), 0xFF0000u);
     driver_.resizeWindow(root, {300, 150});
     EXPECT_EQ(root->size(), XY<int>(300, 150));
-    EXPECT_EQ(at(root, 290, 140), 0xFF0000u);
+    EXPECT_EQ(driver_.pixel(root, {290, 140}), 0xFF0000u);
     EXPECT_EQ(XY<int>(root->oldWidth(), root->oldHeight()), XY<int>(200, 100));
     root->setMinSize(80, 60);
     root->resize(120, 80);
@@ -356,21 +326,18 @@ TEST_F(Paint, AWindowFollowsItsRootAndTheOtherWayRound) {
     InputEvent hidden;
     hidden.kind = InputEvent::Kind::windowHidden;
     hidden.window = nativeOf(root)->id();
-    host_->loop().inject(hidden);
-    driver_.settle();
+    inject(hidden);
     std::uint64_t const presented = nativeOf(root)->numPresented();
     corner->setCol(blue, true);
     EXPECT_TRUE(driver_.settle()) << "a hidden window has nothing to paint";
     EXPECT_EQ(nativeOf(root)->numPresented(), presented);
     hidden.kind = InputEvent::Kind::windowShown;
-    host_->loop().inject(hidden);
-    driver_.settle();
+    inject(hidden);
     EXPECT_EQ(nativeOf(root)->pixelAt({110, 70}) & 0xFFFFFF, 0x0000FFu);
 }
 
 TEST_F(Paint, SizesOfEveryKindAreSurvived) {
-    RecordingParent* const root = openWindow();
-    ProbeGlob* const probe = coloured(root, IntBox(0, 0, 10, 10), red);
+    ProbeGlob* const probe = coloured(root_, IntBox(0, 0, 10, 10), red);
     std::vector<std::pair<double, int>> const sizes = {{0.0, 0},          {-5.0, 0},       {1e300, 65535},
                                                        {std::nan(""), 0}, {12.49, 12},     {65535.4, 65535},
                                                        {0.5, 1},          {70000.0, 65535}};
@@ -381,11 +348,11 @@ TEST_F(Paint, SizesOfEveryKindAreSurvived) {
     }
     probe->resize(2.5, 3.4);
     EXPECT_EQ(probe->size(), XY<int>(3, 3));
-    root->setWidgetPos(probe, {2147483647, -2147483647});
+    root_->setWidgetPos(probe, {2147483647, -2147483647});
     driver_.settle();
     for (XY<int> size : {XY<int>(0, 0), XY<int>(-3, 10), XY<int>(70000, 5)}) {
-        driver_.resizeWindow(root, size);
-        EXPECT_TRUE(is_good_glob_ptr(root));
+        driver_.resizeWindow(root_, size);
+        EXPECT_TRUE(is_good_glob_ptr(root_));
     }
     auto* const empty = new Glob(0, 0);
     EXPECT_TRUE(host_->globManager().realize(empty));

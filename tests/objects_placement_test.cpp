@@ -3,14 +3,10 @@
 #include "host/base/configb.h"
 #include "host/objects/glob_notices.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-
-class Placing : public HostTest {
+class Placing : public OneWindowTest {
 protected:
     static XY<int> cornerOf(Glob const* glob) { return glob->box().bottomLeft(); }
 };
@@ -56,57 +52,48 @@ TEST_F(Placing, CornersAndEdgesHoldWhenTheParentIsResized) {
 }
 
 TEST_F(Placing, SiblingsFollowEachOtherInAnyOrderAndRingsEnd) {
-    RecordingParent* const root = openWindow(400, 300);
-    auto* const first = new Glob(100, 50);
-    auto* const second = new Glob(40, 20);
-    auto* const third = new Glob(20, 10);
-    root->addChild(first, BottomLeft(50, 50));
-    root->addChild(second, Above(5, first, WidgetAlignment::end));
-    root->addChild(third, LeftOf(5, second, WidgetAlignment::centre));
+    auto* const first = addTo(root_, new Glob(100, 50), BottomLeft(50, 50));
+    auto* const second = addTo(root_, new Glob(40, 20), Above(5, first, WidgetAlignment::end));
+    auto* const third = addTo(root_, new Glob(20, 10), LeftOf(5, second, WidgetAlignment::centre));
     EXPECT_EQ(cornerOf(second), XY<int>(110, 105));
     EXPECT_EQ(cornerOf(third), XY<int>(85, 110));
     first->moveToTop();
-    root->setWidgetDetails({first, TopLeft(0, 0), {}});
-    root->positionChildWidgets();
+    root_->setWidgetDetails({first, TopLeft(0, 0), {}});
+    root_->positionChildWidgets();
     EXPECT_EQ(cornerOf(first), XY<int>(0, 250));
     EXPECT_EQ(cornerOf(second), XY<int>(60, 305));
     EXPECT_EQ(cornerOf(third), XY<int>(35, 310)) << "a chain whose first link comes last";
-    EXPECT_NE(root->addWidgetRelative(new Glob(10, 10), first, 3, WidgetRelativity::below), nullptr);
-    EXPECT_EQ(cornerOf(root->lastChild()), XY<int>(0, 237));
-    root->setWidgetDetails({first, RightOf(1, third), {}});
-    driver_.resizeWindow(root, {410, 310});
-    EXPECT_EQ(root->numChildren(), 4u) << "a ring of siblings ends";
+    EXPECT_NE(root_->addWidgetRelative(new Glob(10, 10), first, 3, WidgetRelativity::below), nullptr);
+    EXPECT_EQ(cornerOf(root_->lastChild()), XY<int>(0, 237));
+    root_->setWidgetDetails({first, RightOf(1, third), {}});
+    driver_.resizeWindow(root_, {410, 310});
+    EXPECT_EQ(root_->numChildren(), 4u) << "a ring of siblings ends";
     XY<int> const before = cornerOf(third);
     delete second;
-    root->positionChildWidgets();
+    root_->positionChildWidgets();
     EXPECT_EQ(cornerOf(third), before) << "without its sibling it stays";
 }
 
 TEST_F(Placing, MovesAndChangesOfSizeAreNoticed) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe, TopRight(0, 0));
+    auto* const probe = addTo(root_, new ProbeGlob, TopRight(0, 0));
     int moves = 0;
     auto const watch = GlobNotices::watchMoves(
         *probe, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++moves; }));
-    root->resize(500, 300);
+    root_->resize(500, 300);
     EXPECT_EQ(moves, 1);
-    root->resize(500, 300);
+    root_->resize(500, 300);
     EXPECT_EQ(moves, 1);
     probe->resize(61, 40);
     EXPECT_EQ(moves, 2);
-    root->setWidgetPos(probe, {1, 1});
+    root_->setWidgetPos(probe, {1, 1});
     EXPECT_EQ(moves, 3);
     EXPECT_EQ(probe->screenXYToGlobXY({111, 121}), XY<int>(10, 20));
     EXPECT_EQ(probe->globXYToScreenXY({10, 20}), XY<int>(111, 121));
 }
 
 TEST_F(Placing, DraggedObjectsFollowThePointerUntilTheRelease) {
-    RecordingParent* const root = openWindow();
-    auto* const panel = new ProbeGlob(300, 200);
-    auto* const probe = new ProbeGlob;
-    root->addChild(panel, BottomLeft(10, 10));
-    panel->addChild(probe, BottomLeft(20, 20));
+    auto* const panel = addTo(root_, new ProbeGlob(300, 200), BottomLeft(10, 10));
+    auto* const probe = addTo(panel, new ProbeGlob, BottomLeft(20, 20));
     probe->setMovable(true);
     probe->onReact = [&](Event const& event) {
         if (!mouse_down_event(event)) return probe->Glob::react(event);
@@ -124,29 +111,28 @@ TEST_F(Placing, DraggedObjectsFollowThePointerUntilTheRelease) {
 }
 
 TEST_F(Placing, WalkersGoInTheirOrderAndEndWhenTold) {
-    RecordingParent* const root = openWindow();
     std::vector<std::string> names;
     auto const add = [](Glob* parent, char const* name) {
         auto* const glob = new Glob(10, 10);
         glob->setName(name);
         return parent->addChild(glob);
     };
-    Glob* const a = add(root, "a");
-    Glob* const b = add(root, "b");
-    Glob* const c = add(root, "c");
+    Glob* const a = add(root_, "a");
+    Glob* const b = add(root_, "b");
+    Glob* const c = add(root_, "c");
     Glob* const b1 = add(b, "b1");
     add(b, "b2");
-    root->setName("root");
+    root_->setName("root");
     auto const collect = [&](Glob& glob) {
         names.push_back(glob.name().c_str());
         return glob.name() != "c";
     };
     auto const taken = [&] { return std::exchange(names, {}); };
-    root->visitChildren(collect);
+    root_->visitChildren(collect);
     EXPECT_THAT(taken(), ElementsAre("a", "b", "c"));
-    root->visitSubtree(collect);
+    root_->visitSubtree(collect);
     EXPECT_THAT(taken(), ElementsAre("root", "a", "b", "b1", "b2", "c"));
-    root->visitPostOrder(collect);
+    root_->visitPostOrder(collect);
     EXPECT_THAT(taken(), ElementsAre("a", "b1", "b2", "b", "c"));
     b1->visitAncestors(collect);
     EXPECT_THAT(taken(), ElementsAre("b", "root"));
@@ -156,27 +142,25 @@ TEST_F(Placing, WalkersGoInTheirOrderAndEndWhenTold) {
     EXPECT_THAT(taken(), ElementsAre("a", "b"));
     a->visitYoungerSiblings(collect);
     EXPECT_THAT(taken(), ElementsAre("b", "c"));
-    root->visitChildren([&](Glob& glob) {
+    root_->visitChildren([&](Glob& glob) {
         if (&glob == a) delete b;
         names.push_back(glob.name().c_str());
         return true;
     });
     EXPECT_THAT(taken(), ElementsAre("a", "c")) << "the dead are skipped";
-    EXPECT_EQ(root->getWidget(static_cast<unsigned short>(1)), c);
-    EXPECT_EQ(root->getWidget(static_cast<unsigned short>(2)), nullptr);
+    EXPECT_EQ(root_->getWidget(static_cast<unsigned short>(1)), c);
+    EXPECT_EQ(root_->getWidget(static_cast<unsigned short>(2)), nullptr);
     EXPECT_EQ(host_->globManager().find("c"), c);
     EXPECT_EQ(host_->globManager().find("b1"), nullptr);
 }
 
 TEST_F(Placing, TheNearestIsFoundAcrossWindows) {
+    destroy(root_);
     RecordingParent* const first = openWindow(200, 200, {0, 0});
     RecordingParent* const second = openWindow(100, 100, {300, 0});
-    auto* const asking = new Glob(20, 20);
-    auto* const near = new Glob(20, 20);
-    auto* const overlapping = new Glob(20, 20);
-    first->addChild(asking, BottomLeft(180, 10));
-    second->addChild(near, BottomLeft(0, 10));
-    first->addChild(overlapping, BottomLeft(170, 5));
+    auto* const asking = addTo(first, new Glob(20, 20), BottomLeft(180, 10));
+    auto* const near = addTo(second, new Glob(20, 20), BottomLeft(0, 10));
+    auto* const overlapping = addTo(first, new Glob(20, 20), BottomLeft(170, 5));
     EXPECT_EQ(glob_pseudo_distance(asking, near), 100.0);
     EXPECT_EQ(glob_pseudo_distance(asking, overlapping), -10.0);
     EXPECT_EQ(asking->findNearestGlob([](Glob*) { return true; }), overlapping);

@@ -7,7 +7,7 @@
 namespace wainscot {
 namespace {
 
-class State : public HostTest {};
+using State = OneWindowTest;
 
 TEST_F(State, DrawingIsLaidOutInParts) {
     struct Parts : ProbeGlob {
@@ -21,11 +21,8 @@ TEST_F(State, DrawingIsLaidOutInParts) {
         void reshapeCanvas() override { order += "c"; }
         bool mayDraw = true;
     };
-    RecordingParent* const root = openWindow();
-    auto* const parts = new Parts;
-    auto* const child = new ProbeGlob;
-    root->addChild(parts);
-    parts->addChild(child);
+    auto* const parts = addTo(root_, new Parts);
+    auto* const child = addTo(parts, new ProbeGlob);
     driver_.settle();
     EXPECT_EQ(parts->order, "bf");
     parts->order.clear();
@@ -47,11 +44,8 @@ TEST_F(State, DrawingIsLaidOutInParts) {
 }
 
 TEST_F(State, CanvasesAreMappedFromTheRootDown) {
-    RecordingParent* const root = openWindow();
-    auto* const outer = new ProbeGlob;
-    auto* const inner = new ProbeGlob;
-    root->addChild(outer);
-    outer->addChild(inner);
+    auto* const outer = addTo(root_, new ProbeGlob);
+    auto* const inner = addTo(outer, new ProbeGlob);
     EXPECT_TRUE(canvas_is_mapped_to_root(inner->canvas()));
     outer->unmapCanvas();
     EXPECT_FALSE(canvas_is_mapped_to_root(inner->canvas()));
@@ -66,61 +60,46 @@ TEST_F(State, CanvasesAreMappedFromTheRootDown) {
     EXPECT_EQ(canvas_to_glob(nullptr), nullptr);
 }
 
-TEST_F(State, OldFormsOfHoldsCountWithTheOthers) {
-    expectDiagnostic("redraw hold");
-    refresh_off();
-    Drawable::disableRedraws();
-    EXPECT_EQ(Drawable::holdCount(), 2);
-    refresh_on();
-    Drawable::enableRedraws();
-    EXPECT_EQ(Drawable::holdCount(), 0);
-    refresh_on();
-    EXPECT_EQ(Drawable::holdCount(), 0) << "never below none";
-}
-
 TEST_F(State, LimitsAndPlacesOfChildren) {
-    RecordingParent* const root = openWindow();
     auto* const below = new Glob(40, 20);
     auto* const above = new Glob(40, 20);
-    root->addWidget(above, 5, 6, CoordinateOrigin::topRight, {WidgetSurround::Style::line, 2});
-    EXPECT_NE(root->addWidget(below, 5, 6, CoordinateOrigin::topRight, {}, above), nullptr);
-    EXPECT_EQ(root->firstChild(), below);
-    EXPECT_EQ(root->getWidgetPos(below), XY<int>(355, 274));
-    WidgetDetails details = root->getWidgetDetails(above);
+    root_->addWidget(above, 5, 6, CoordinateOrigin::topRight, {WidgetSurround::Style::line, 2});
+    EXPECT_NE(root_->addWidget(below, 5, 6, CoordinateOrigin::topRight, {}, above), nullptr);
+    EXPECT_EQ(root_->firstChild(), below);
+    EXPECT_EQ(root_->getWidgetPos(below), XY<int>(355, 274));
+    WidgetDetails details = root_->getWidgetDetails(above);
     EXPECT_EQ(details.position.origin(), CoordinateOrigin::topRight);
     EXPECT_EQ(details.surround.width, 2);
-    root->setWidgetBorderStyle(above, {});
-    EXPECT_EQ(root->getWidgetDetails(above).surround, WidgetSurround());
+    root_->setWidgetBorderStyle(above, {});
+    EXPECT_EQ(root_->getWidgetDetails(above).surround, WidgetSurround());
     details.position = BottomLeft(1, 2);
-    root->positionChildWidget(details);
-    EXPECT_EQ(root->getWidgetPos(above), XY<int>(1, 2));
-    root->positionChildWidgets();
-    EXPECT_EQ(root->getWidgetPos(above), XY<int>(355, 274)) << "its rule is as before";
+    root_->positionChildWidget(details);
+    EXPECT_EQ(root_->getWidgetPos(above), XY<int>(1, 2));
+    root_->positionChildWidgets();
+    EXPECT_EQ(root_->getWidgetPos(above), XY<int>(355, 274)) << "its rule is as before";
     above->setMinSize(30, 25);
     EXPECT_EQ(above->sizeConstrain({10, 50}, 0), XY<int>(30, 50));
     Glob* gone = below;
-    root->removeWidget(gone, false);
-    EXPECT_EQ(root->getWidget(below), nullptr);
-    EXPECT_EQ(root->getWidgetPos(below), XY<int>());
+    root_->removeWidget(gone, false);
+    EXPECT_EQ(root_->getWidget(below), nullptr);
+    EXPECT_EQ(root_->getWidgetPos(below), XY<int>());
 }
 
 TEST_F(State, PoliciesAreKeptAndTheWindowManagerRespectsThem) {
-    RecordingParent* const first = openWindow();
-    EXPECT_TRUE(first->isTrashable() && first->canBeIt() && first->isResizable());
-    EXPECT_FALSE(first->isPersistable() || first->isLightweight() || first->isIndestructible());
-    first->setTrashable(false);
-    first->setPersistable(true);
-    first->setLightweight(true);
-    first->setResizable(false);
-    EXPECT_TRUE(!first->isTrashable() && first->isPersistable() && first->isLightweight() &&
-                !first->isResizable());
+    EXPECT_TRUE(root_->isTrashable() && root_->canBeIt() && root_->isResizable());
+    EXPECT_FALSE(root_->isPersistable() || root_->isLightweight() || root_->isIndestructible());
+    root_->setTrashable(false);
+    root_->setPersistable(true);
+    root_->setLightweight(true);
+    root_->setResizable(false);
+    EXPECT_TRUE(root_->isPersistable() && root_->isLightweight());
+    EXPECT_FALSE(root_->isTrashable() || root_->isResizable());
     RecordingParent* const second = openWindow(100, 100, {600, 100});
     host_->globManager().setWindowTitle(*second, L"\u00c4 title");
     EXPECT_EQ(nativeOf(second)->title(), L"\u00c4 title");
     EXPECT_EQ(get_kbd_focus(), second);
-    first->setCanBeIt(false);
-    host_->offscreen()->activate(nativeOf(first)->id());
-    driver_.settle();
+    root_->setCanBeIt(false);
+    activate(root_);
     EXPECT_EQ(get_kbd_focus(), second) << "it may not become the active window";
     EXPECT_FALSE(host_->hasScreen());
     EXPECT_TRUE(host_->problem().empty());
@@ -131,9 +110,7 @@ TEST_F(State, PoliciesAreKeptAndTheWindowManagerRespectsThem) {
 }
 
 TEST_F(State, EventsCarryTheirCircumstances) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     int significant = 0;
     int moves = 0;
     probe->onReact = [&](Event const& event) {
@@ -167,25 +144,23 @@ TEST_F(State, MessagesCarryDataSenderAndModifiers) {
     expectDiagnostic("message to nobody");
     expectDiagnostic("event to nobody");
     expectDiagnostic("message not handled");
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
-    EXPECT_TRUE(callMessageWithData("with data", root, wrapData(42), probe));
-    EXPECT_TRUE(sendMessageWithData("with none", root, nullptr, probe));
+    auto* const probe = addTo(root_, new ProbeGlob);
+    EXPECT_TRUE(callMessageWithData("with data", root_, wrapData(42), probe));
+    EXPECT_TRUE(sendMessageWithData("with none", root_, nullptr, probe));
     probe->onReact = [&](Event const& event) {
-        return mouse_down_event(event) && probe->sendMsg(root, "pressed");
+        return mouse_down_event(event) && probe->sendMsg(root_, "pressed");
     };
     driver_.holdModifiers(Key::shift);
     driver_.press(probe);
     driver_.holdModifiers(0);
     driver_.release();
-    EXPECT_TRUE(probe->callMsg(root, "direct"));
-    ASSERT_EQ(root->names(), "with data with none pressed direct");
-    EXPECT_EQ(*unwrapData<int>(root->messages()[0].data), 42);
-    EXPECT_EQ(unwrapData<float>(root->messages()[0].data), nullptr);
-    EXPECT_EQ(root->messages()[1].sender, probe);
-    EXPECT_EQ(root->messages()[2].modifiers, Key::shift) << "those of the press, though it was queued";
-    EXPECT_EQ(root->messages()[3].modifiers, 0u);
+    EXPECT_TRUE(probe->callMsg(root_, "direct"));
+    ASSERT_EQ(root_->names(), "with data with none pressed direct");
+    EXPECT_EQ(*unwrapData<int>(root_->messages()[0].data), 42);
+    EXPECT_EQ(unwrapData<float>(root_->messages()[0].data), nullptr);
+    EXPECT_EQ(root_->messages()[1].sender, probe);
+    EXPECT_EQ(root_->messages()[2].modifiers, Key::shift) << "those of the press, though it was queued";
+    EXPECT_EQ(root_->messages()[3].modifiers, 0u);
     EXPECT_FALSE(sendMessage("lost", nullptr));
     EXPECT_FALSE(callMessage("lost", nullptr));
     EXPECT_FALSE(probe->sendMsg(nullptr, "lost"));
@@ -202,11 +177,8 @@ TEST_F(State, MessagesCarryDataSenderAndModifiers) {
 
 TEST_F(State, OthersMayBeOfferedAnObjectsEventsFirst) {
     expectDiagnostic("event handler refused");
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    auto* const guard = new ProbeGlob(1, 1);
-    root->addChild(probe);
-    root->addChild(guard, BottomLeft(300, 200));
+    auto* const probe = addTo(root_, new ProbeGlob);
+    auto* const guard = addTo(root_, new ProbeGlob(1, 1), BottomLeft(300, 200));
     int reached = 0, offered = 0;
     bool takes = true;
     probe->onReact = [&](Event const& event) { return mouse_down_event(event) && ++reached > 0; };
@@ -242,11 +214,10 @@ TEST_F(State, WidgetsDescribeThemselvesAndTellOfChanges) {
         std::vector<DescriptionChange> changes;
         void descriptionChanged(Glob&, DescriptionChange what) override { changes.push_back(what); }
     };
-    RecordingParent* const root = openWindow();
     auto* const probe = new ProbeGlob;
     Listener listener;
     DescriptionListener::install(&listener);
-    root->addChild(probe, BottomLeft(10, 20));
+    root_->addChild(probe, BottomLeft(10, 20));
     probe->setActive(false);
     probe->setActive(false);
     probe->setVisible(false);
@@ -257,15 +228,13 @@ TEST_F(State, WidgetsDescribeThemselvesAndTellOfChanges) {
     GlobDescription const description = Driver::describe(*probe);
     EXPECT_EQ(description.box, IntBox(110, 120, 170, 160));
     EXPECT_EQ(description.states, std::uint32_t(GlobDescription::visible));
-    EXPECT_EQ(driver_.find("panel", L""), root);
+    EXPECT_EQ(driver_.find("panel", L""), root_);
     EXPECT_EQ(driver_.find("panel", L"no such name"), nullptr);
     EXPECT_FALSE(driver_.problem().empty());
 }
 
 TEST_F(State, ColoursComeFromThePaletteUntilOneIsSet) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     EXPECT_EQ(probe->getCol(), Palette().window(eWindowNormal));
     Palette const light = Palette::standard(eThemeLight);
     probe->setPalette(light);
@@ -277,7 +246,7 @@ TEST_F(State, ColoursComeFromThePaletteUntilOneIsSet) {
     probe->setOpaque(false);
     probe->makeDirty();
     driver_.settle();
-    EXPECT_EQ(driver_.pixel(probe, {5, 5}), root->getCol().getAsLong());
+    EXPECT_EQ(driver_.pixel(probe, {5, 5}), root_->getCol().getAsLong());
 }
 
 TEST(ObjectSizes, StayWithinTheirBudget) {

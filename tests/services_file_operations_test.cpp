@@ -15,37 +15,33 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Wide = LightweightString<wchar_t>;
 
-Wide wide(std::string const& path) {
-    return fileNameFromBytes(LightweightString<char>(path));
-}
-
 TEST(FileOperations, ChangeWhatIsThereAndReplaceNothing) {
     TemporaryFolder const folder;
-    Wide const made = wide(folder.path("new \xFF"));
+    Wide const made = folder.wide("new \xFF");
     EXPECT_TRUE(createFolder(made).isDone());
     EXPECT_TRUE(folderExists(made));
     FileResult const again = createFolder(made);
     EXPECT_EQ(again.message, L"File exists");
     EXPECT_EQ(again.path, made);
-    EXPECT_EQ(createFolder(wide(folder.path("none/deeper"))).message, L"No such file or directory");
+    EXPECT_EQ(createFolder(folder.wide("none/deeper")).message, L"No such file or directory");
     folder.write("a", "first");
     folder.write("b", "second");
-    EXPECT_EQ(renamePath(wide(folder.path("a")), wide(folder.path("b"))).path, wide(folder.path("b")));
+    EXPECT_EQ(renamePath(folder.wide("a"), folder.wide("b")).path, folder.wide("b"));
     EXPECT_EQ(folder.read("b"), "second");
-    EXPECT_TRUE(renamePath(wide(folder.path("a")), wide(folder.path("c"))).isDone());
-    EXPECT_TRUE(renamePath(wide(folder.path("c")), wide(folder.path("c/"))).isDone());
+    EXPECT_TRUE(renamePath(folder.wide("a"), folder.wide("c")).isDone());
+    EXPECT_TRUE(renamePath(folder.wide("c"), folder.wide("c/")).isDone());
     EXPECT_EQ(folder.read("c"), "first");
-    EXPECT_FALSE(renamePath(wide(folder.path("a")), wide(folder.path("d"))).isDone());
-    EXPECT_TRUE(deleteFile(wide(folder.path("c"))).isDone());
+    EXPECT_FALSE(renamePath(folder.wide("a"), folder.wide("d")).isDone());
+    EXPECT_TRUE(deleteFile(folder.wide("c")).isDone());
     EXPECT_FALSE(folder.has("c"));
     EXPECT_FALSE(deleteFile(made).isDone());
     EXPECT_TRUE(deleteEmptyFolder(made).isDone());
-    for (Wide const& path : {Wide(), Wide(L"/"), Wide(L"."), wide(folder.path("x/..")), Wide(L"//"),
-                             wide(folder.path("b")) + Wide(L"\0x", 2)}) {
+    for (Wide const& path : {Wide(), Wide(L"/"), Wide(L"."), folder.wide("x/.."), Wide(L"//"),
+                             folder.wide("b") + Wide(L"\0x", 2)}) {
         EXPECT_EQ(deleteFolderWithContents(path).message, L"Invalid argument");
         EXPECT_FALSE(deleteFile(path).isDone());
         EXPECT_FALSE(createFolder(path).isDone());
-        EXPECT_FALSE(renamePath(wide(folder.path("b")), path).isDone());
+        EXPECT_FALSE(renamePath(folder.wide("b"), path).isDone());
         EXPECT_FALSE(moveToTrash(path).isDone());
     }
     EXPECT_EQ(folder.read("b"), "second");
@@ -62,12 +58,12 @@ TEST(FileOperations, AFolderGoesWithItsContentsButNotWithWhatLinksLeadTo) {
     std::filesystem::create_symlink(folder.path("none"), folder.path("gone/broken"));
     ASSERT_EQ(mkfifo(folder.path("gone/pipe").c_str(), 0600), 0);
     std::filesystem::create_directory_symlink(folder.path("gone"), folder.path("outer"));
-    EXPECT_FALSE(deleteFolderWithContents(wide(folder.path("outer/"))).isDone());
+    EXPECT_FALSE(deleteFolderWithContents(folder.wide("outer/")).isDone());
     EXPECT_TRUE(folder.has("gone/pipe"));
-    EXPECT_TRUE(deleteFolderWithContents(wide(folder.path("gone//"))).isDone());
+    EXPECT_TRUE(deleteFolderWithContents(folder.wide("gone//")).isDone());
     EXPECT_FALSE(folder.has("gone"));
     EXPECT_EQ(folder.read("kept/file"), "kept");
-    EXPECT_FALSE(deleteFolderWithContents(wide(folder.path("kept/file"))).isDone());
+    EXPECT_FALSE(deleteFolderWithContents(folder.wide("kept/file")).isDone());
     EXPECT_EQ(folder.read("kept/file"), "kept");
 }
 
@@ -78,7 +74,7 @@ TEST(FileOperations, DepthIsNotLimited) {
     ASSERT_EQ(chdir(folder.path().c_str()), 0);
     for (int i = 0; i < 1500; ++i) ASSERT_TRUE(mkdir("deep", 0700) == 0 && chdir("deep") == 0);
     std::filesystem::current_path(before);
-    EXPECT_TRUE(deleteFolderWithContents(wide(folder.path("deep"))).isDone());
+    EXPECT_TRUE(deleteFolderWithContents(folder.wide("deep")).isDone());
     EXPECT_FALSE(folder.has("deep"));
 }
 
@@ -93,8 +89,8 @@ TEST(FileOperations, AFailureNamesThePlaceAndTheReason) {
     TemporaryFolder const folder;
     folder.write("top/locked/file", "x");
     ASSERT_EQ(chmod(folder.path("top/locked").c_str(), 0500), 0);
-    FileResult const refused = deleteFolderWithContents(wide(folder.path("top")));
-    EXPECT_EQ(refused.path, wide(folder.path("top/locked/file")));
+    FileResult const refused = deleteFolderWithContents(folder.wide("top"));
+    EXPECT_EQ(refused.path, folder.wide("top/locked/file"));
     EXPECT_EQ(refused.message, L"Permission denied");
     chmod(folder.path("top/locked").c_str(), 0700);
 }
@@ -108,7 +104,7 @@ TEST(Trash, TakesFilesWithANoteOfWhereTheyCameFrom) {
     iClock::install(&clock);
     for (int i = 0; i < 12; ++i) {
         folder.write("50% of\xC3\xA4", std::to_string(i));
-        EXPECT_TRUE(moveToTrash(wide(folder.path("50% of\xC3\xA4"))).isDone()) << i;
+        EXPECT_TRUE(moveToTrash(folder.wide("50% of\xC3\xA4")).isDone()) << i;
     }
     EXPECT_FALSE(folder.has("50% of\xC3\xA4"));
     EXPECT_EQ(folder.read("data/Trash/files/50% of\xC3\xA4"), "0");
@@ -118,9 +114,9 @@ TEST(Trash, TakesFilesWithANoteOfWhereTheyCameFrom) {
                   "\nDeletionDate=2001-09-09T01:46:40\n");
     std::string const longest(250, 'n');
     folder.write(longest + "/inner", "x");
-    EXPECT_TRUE(moveToTrash(wide(folder.path(longest))).isDone());
+    EXPECT_TRUE(moveToTrash(folder.wide(longest)).isDone());
     EXPECT_FALSE(folder.has(longest));
-    EXPECT_FALSE(moveToTrash(wide(folder.path("none"))).isDone());
+    EXPECT_FALSE(moveToTrash(folder.wide("none")).isDone());
     EXPECT_FALSE(folder.has("data/Trash/info/none.trashinfo"));
     iClock::install(nullptr);
 }

@@ -104,7 +104,7 @@ TEST(Files, FoldersAreListedWithHostileEntries) {
     timespec const times[2] = {{1'000'000'000, 0}, {1'234'567'890, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, folder.path("plain").c_str(), times, 0), 0);
 
-    iFileManager::Contents const contents = getDirectoryContents(wide(folder.path()));
+    iFileManager::Contents const contents = getDirectoryContents(folder.wide());
     EXPECT_EQ(contents.message, L"");
     std::map<Wide, iFileManager::DirectoryItem> items;
     for (auto const& item : contents.items) items[item.name] = item;
@@ -130,15 +130,15 @@ TEST(Files, FoldersAreListedWithHostileEntries) {
 TEST(Files, WhatIsNotThereIsSaid) {
     TemporaryFolder const folder;
     folder.write("plain", "");
-    for (Wide const& path : {wide(folder.path("none")), wide(folder.path("plain")), Wide(),
-                             wide(folder.path()) + Wide(L"\0x", 2), wide(std::string(5000, 'x'))}) {
+    for (Wide const& path : {folder.wide("none"), folder.wide("plain"), Wide(),
+                             folder.wide() + Wide(L"\0x", 2), wide(std::string(5000, 'x'))}) {
         iFileManager::Contents const contents = getDirectoryContents(path);
         EXPECT_NE(contents.message, L"");
         EXPECT_TRUE(contents.items.empty());
     }
-    EXPECT_FALSE(fileExists(wide(folder.path("plain")) + Wide(L"\0x", 2)));
-    EXPECT_TRUE(fileExists(wide(folder.path("plain"))));
-    EXPECT_FALSE(folderExists(wide(folder.path("plain"))));
+    EXPECT_FALSE(fileExists(folder.wide("plain") + Wide(L"\0x", 2)));
+    EXPECT_TRUE(fileExists(folder.wide("plain")));
+    EXPECT_FALSE(folderExists(folder.wide("plain")));
 }
 
 TEST(Places, MountPointsAreThoseForPeople) {
@@ -154,7 +154,7 @@ TEST(Places, MountPointsAreThoseForPeople) {
 TEST(Places, AreThoseOfTheUser) {
     TemporaryFolder const folder;
     TestEnvironment const environment({{"HOME", folder.path() + "/"}, {"XDG_CONFIG_HOME", "relative"}});
-    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path()));
+    EXPECT_EQ(getProjectsBaseDirectory(), folder.wide());
     folder.write("My \"music\"/x", "");
     folder.write("Docs/x", "");
     folder.write(".config/user-dirs.dirs", "# remark\nXDG_MUSIC_DIR=\"$HOME/My \\\"music\\\"\"\n"
@@ -165,13 +165,12 @@ TEST(Places, AreThoseOfTheUser) {
     std::vector<Wide> paths;
     for (DriveItem const& place : places) paths.push_back(place.path);
     paths.resize(4);
-    EXPECT_THAT(paths, ElementsAre(L"/", wide(folder.path()), wide(folder.path("Docs")),
-                                   wide(folder.path("My \"music\""))));
+    EXPECT_THAT(paths, ElementsAre(L"/", folder.wide(), folder.wide("Docs"), folder.wide("My \"music\"")));
     EXPECT_EQ(places[1].kind, DriveItem::Kind::home);
-    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path("Docs")));
+    EXPECT_EQ(getProjectsBaseDirectory(), folder.wide("Docs"));
     EditorPreferences store("", EditorPreferences::Storage::memory);
-    store.setPreference("Projects folder", wide(folder.path("My \"music\"")));
-    EXPECT_EQ(getProjectsBaseDirectory(), wide(folder.path("My \"music\"")));
+    store.setPreference("Projects folder", folder.wide("My \"music\""));
+    EXPECT_EQ(getProjectsBaseDirectory(), folder.wide("My \"music\""));
 }
 
 TEST(RecentPathsTest, TheLatestComesFirst) {

@@ -17,10 +17,6 @@ namespace {
 using Result = iWatchable::Result;
 using Wide = LightweightString<wchar_t>;
 
-Wide wide(std::string const& path) {
-    return fileNameFromBytes(LightweightString<char>(path));
-}
-
 /// Runs under the thread sanitizer, too.
 class ThreadFolderWatch : public HostTest {
 protected:
@@ -49,7 +45,7 @@ protected:
 TEST_F(ThreadFolderWatch, SaysWhatHasComeGoneAndChanged) {
     folder_.write("old", "1");
     folder_.write("there", "1");
-    FolderWatch const watch(wide(folder_.path()), record());
+    FolderWatch const watch(folder_.wide(), record());
     ASSERT_TRUE(watch.isWatching());
     folder_.write("new \xFF", "1");
     folder_.write("there", "22");
@@ -58,14 +54,14 @@ TEST_F(ThreadFolderWatch, SaysWhatHasComeGoneAndChanged) {
     EXPECT_EQ(last_["new \xFF"], iWatchable::Change::added);
     EXPECT_EQ(last_["there"], iWatchable::Change::altered);
     EXPECT_EQ(last_["old"], iWatchable::Change::removed);
-    EXPECT_EQ(results_.front().folder, wide(folder_.path()));
+    EXPECT_EQ(results_.front().folder, folder_.wide());
     EXPECT_FALSE(results_.front().isEmpty());
 }
 
 TEST_F(ThreadFolderWatch, OneWatchServesAllAndEndsWithTheLast) {
     std::filesystem::create_directory_symlink(folder_.path(), folder_.path("link"));
-    auto first = std::make_unique<FolderWatch>(wide(folder_.path()), record());
-    auto second = std::make_unique<FolderWatch>(wide(folder_.path("link")), record());
+    auto first = std::make_unique<FolderWatch>(folder_.wide(), record());
+    auto second = std::make_unique<FolderWatch>(folder_.wide("link"), record());
     EXPECT_EQ(FolderWatchService::current()->numFolders(), 1u);
     folder_.write("a", "");
     ASSERT_TRUE(waitFor([&] { return results_.size() >= 2; }));
@@ -74,7 +70,7 @@ TEST_F(ThreadFolderWatch, OneWatchServesAllAndEndsWithTheLast) {
     results_.clear();
     folder_.write("b", "");
     ASSERT_TRUE(waitFor([&] { return !results_.empty(); }));
-    EXPECT_EQ(results_[0].folder, wide(folder_.path("link")));
+    EXPECT_EQ(results_[0].folder, folder_.wide("link"));
     second.reset();
     EXPECT_EQ(FolderWatchService::current()->numFolders(), 0u);
 }
@@ -83,7 +79,7 @@ TEST_F(ThreadFolderWatch, AWatchMayEndItselfAndOthersInItsHandler) {
     std::unique_ptr<FolderWatch> watches[3];
     int calls = 0;
     for (auto& watch : watches)
-        watch = std::make_unique<FolderWatch>(wide(folder_.path()), [&](Result const& result) {
+        watch = std::make_unique<FolderWatch>(folder_.wide(), [&](Result const& result) {
             ++calls;
             for (auto& each : watches) each.reset();
             EXPECT_FALSE(result.changes.empty());
@@ -97,8 +93,8 @@ TEST_F(ThreadFolderWatch, AWatchMayEndItselfAndOthersInItsHandler) {
 
 TEST_F(ThreadFolderWatch, AFailingHandlerKeepsNothingFromTheOthers) {
     expectDiagnostic("exception in handler");
-    FolderWatch const failing(wide(folder_.path()), [](Result const&) { throw std::runtime_error("x"); });
-    FolderWatch const other(wide(folder_.path()), record());
+    FolderWatch const failing(folder_.wide(), [](Result const&) { throw std::runtime_error("x"); });
+    FolderWatch const other(folder_.wide(), record());
     folder_.write("a", "");
     EXPECT_TRUE(waitFor([&] { return !results_.empty(); }));
 }
@@ -107,11 +103,11 @@ TEST_F(ThreadFolderWatch, AFolderThatGoesIsReportedOnce) {
     for (bool const isMoved : {true, false}) {
         results_.clear();
         std::filesystem::create_directory(folder_.path("inner"));
-        FolderWatch const watch(wide(folder_.path("inner")), record());
+        FolderWatch const watch(folder_.wide("inner"), record());
         if (isMoved)
-            ASSERT_TRUE(renamePath(wide(folder_.path("inner")), wide(folder_.path("elsewhere"))).isDone());
+            ASSERT_TRUE(renamePath(folder_.wide("inner"), folder_.wide("elsewhere")).isDone());
         else
-            ASSERT_TRUE(deleteEmptyFolder(wide(folder_.path("inner"))).isDone());
+            ASSERT_TRUE(deleteEmptyFolder(folder_.wide("inner")).isDone());
         EXPECT_TRUE(waitForKind(iWatchable::eGone));
         EXPECT_FALSE(watch.isWatching());
         EXPECT_EQ(FolderWatchService::current()->numFolders(), 0u);
@@ -121,8 +117,8 @@ TEST_F(ThreadFolderWatch, AFolderThatGoesIsReportedOnce) {
 
 TEST_F(ThreadFolderWatch, WhatCannotBeWatchedSaysWhy) {
     folder_.write("plain", "");
-    for (Wide const& path : {wide(folder_.path("none")), wide(folder_.path("plain")), Wide(),
-                             wide(folder_.path()) + Wide(L"\0x", 2)}) {
+    for (Wide const& path :
+         {folder_.wide("none"), folder_.wide("plain"), Wide(), folder_.wide() + Wide(L"\0x", 2)}) {
         FolderWatch const watch(path, record());
         EXPECT_FALSE(watch.isWatching());
         EXPECT_FALSE(watch.problem().empty());
@@ -131,7 +127,7 @@ TEST_F(ThreadFolderWatch, WhatCannotBeWatchedSaysWhy) {
 
 TEST_F(ThreadFolderWatch, AStormOfFilesIsFewDeliveriesOfBoundedSize) {
     constexpr int numFiles = 20'000;
-    FolderWatch const watch(wide(folder_.path()), record());
+    FolderWatch const watch(folder_.wide(), record());
     for (int i = 0; i < numFiles; ++i) std::ofstream(folder_.path(std::to_string(i)));
     // Nothing was delivered meanwhile: all of it is one result.
     ASSERT_TRUE(waitFor([&] { return !results_.empty(); }));
@@ -150,13 +146,13 @@ TEST_F(ThreadFolderWatch, AStormOfFilesIsFewDeliveriesOfBoundedSize) {
 TEST(FolderWatchLife, AWatchMayOutliveTheHostAndHaveNone) {
     TemporaryFolder const folder;
     int calls = 0;
-    FolderWatch const without(wide(folder.path()), [&](Result const&) { ++calls; });
+    FolderWatch const without(folder.wide(), [&](Result const&) { ++calls; });
     EXPECT_FALSE(without.isWatching());
     EXPECT_FALSE(without.problem().empty());
     std::vector<FolderWatchService::Call> calledLater;
     auto service = std::make_unique<FolderWatchService>(
         [&](FolderWatchService::Call call) { calledLater.push_back(std::move(call)); });
-    FolderWatch const watch(wide(folder.path()), [&](Result const&) { ++calls; });
+    FolderWatch const watch(folder.wide(), [&](Result const&) { ++calls; });
     EXPECT_TRUE(watch.isWatching());
     folder.write("a", "");
     letTimePass(std::chrono::milliseconds(3 * iWatchable::collectMs));
@@ -176,7 +172,7 @@ TEST(FolderWatchLife, WhatCameAndWentIsIgnored) {
         calledLater.push_back(std::move(call));
     });
     std::vector<Result> results;
-    FolderWatch const watch(wide(folder.path()), [&](Result const& result) { results.push_back(result); });
+    FolderWatch const watch(folder.wide(), [&](Result const& result) { results.push_back(result); });
     folder.write("brief", "");
     std::filesystem::remove(folder.path("brief"));
     ASSERT_TRUE(waitUntil([&] {

@@ -73,14 +73,11 @@ TEST_F(PreferencesTest, EveryTypeSurvivesARestart) {
 TEST_F(PreferencesTest, AnotherTypeGivesTheDefault) {
     folder_.write(file, R"({"n": 3000000000, "d": 1.5, "t": "1", "b": true, "p": [1, 2, 3], "q": [1, "2"]})");
     open();
-    EXPECT_EQ(prefs().getPreference("n", 4), 4);
-    EXPECT_EQ(prefs().getPreference("d", 4), 4);
-    EXPECT_EQ(prefs().getPreference("t", 4), 4);
-    EXPECT_EQ(prefs().getPreference("b", 4), 4);
+    for (char const* key : {"n", "d", "t", "b"}) EXPECT_EQ(prefs().getPreference(key, 4), 4) << key;
     EXPECT_EQ(prefs().getPreference("n", true), true);
     EXPECT_EQ(prefs().getPreference("n", L"x"), L"x");
-    EXPECT_EQ(prefs().getPreference("p", XY<int>(8, 9)), XY<int>(8, 9));
-    EXPECT_EQ(prefs().getPreference("q", XY<int>(8, 9)), XY<int>(8, 9));
+    for (char const* key : {"p", "q"})
+        EXPECT_EQ(prefs().getPreference(key, XY<int>(8, 9)), XY<int>(8, 9)) << key;
     EXPECT_EQ(config_int("b", 4), 1);
     EXPECT_EQ(config_int("t", 4), 4);
     EXPECT_EQ(config_double("n", 1), 3e9);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/lightweight_string.h"
+#include "host/services/file_names.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -33,6 +34,10 @@ public:
     LightweightString<char> text(std::string const& name) const {
         return LightweightString<char>(path(name));
     }
+
+    /// The path as the program knows it.
+    LightweightString<wchar_t> wide(std::string const& name) const { return fileNameFromBytes(text(name)); }
+    LightweightString<wchar_t> wide() const { return fileNameFromBytes(LightweightString<char>(path_)); }
 
     void write(std::string const& name, std::string const& contents) const {
         std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());

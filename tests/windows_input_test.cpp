@@ -5,67 +5,36 @@
 #include "host/messages/notify_msg.h"
 #include "host/services/command_map.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-class Input : public HostTest {
-protected:
-    using Log = std::vector<std::string>;
-
-    /// Writes each mouse event with its place in the widget.
-    static void recordMouse(ProbeGlob* probe, bool consume = true) {
-        probe->onReact = [probe, consume](Event const& event) {
-            if (!mouse_event(event)) return false;
-            XY<int> const at = eventXYToGlobXY(event, *probe);
-            char const* what = mouse_down_event(event)    ? "down"
-                               : mouse_up_event(event)    ? "up"
-                               : mouse_wheel_event(event) ? "wheel"
-                                                          : "move";
-            probe->note(std::string(what) + " " + std::to_string(at.x) + "," + std::to_string(at.y));
-            return consume;
-        };
-    }
-};
+using Input = OneWindowTest;
 
 TEST_F(Input, TheReleaseGoesToThePressedWidgetWhereverThePointerIs) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob(60, 40, &log, "a");
-    auto* const other = new ProbeGlob(60, 40, &log, "b");
-    root->addChild(probe, BottomLeft(10, 10));
-    root->addChild(other, BottomLeft(100, 10));
+    auto* const probe = addTo(root_, new ProbeGlob(60, 40, &log_, "a"), BottomLeft(10, 10));
+    auto* const other = addTo(root_, new ProbeGlob(60, 40, &log_, "b"), BottomLeft(100, 10));
     driver_.moveTo({0, 0});
-    recordMouse(probe);
-    recordMouse(other);
+    probe->noteMouse();
+    other->noteMouse();
     driver_.moveTo({115, 115});
     driver_.press();
     driver_.moveTo({230, 130});
     driver_.moveTo({-50, 90});
     driver_.release();
-    EXPECT_THAT(log, ElementsAre("a entered", "a move 5,5", "a down 5,5", "a move 120,20", "a left",
-                                 "a move -160,-20", "a up -160,-20"));
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("a entered", "a move 5,5", "a down 5,5", "a move 120,20", "a left",
+                                       "a move -160,-20", "a up -160,-20"));
     driver_.moveTo({230, 130});
-    EXPECT_THAT(log, ElementsAre("b entered", "b move 30,20")) << "free again after the release";
+    EXPECT_THAT(log_, ElementsAre("b entered", "b move 30,20")) << "free again after the release";
 }
 
 TEST_F(Input, CaptureEndsWithTheDeathOrHidingOfItsHolderAndNobodyElseGetsTheRelease) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const below = new ProbeGlob(300, 200, &log, "below");
-    root->addChild(below);
-    recordMouse(below);
+    auto* const below = addTo(root_, new ProbeGlob(300, 200, &log_, "below"));
+    below->noteMouse();
     for (bool hide : {true, false}) {
-        auto* const probe = new ProbeGlob(60, 40, &log, "a");
-        root->addChild(probe, BottomLeft(10, 10));
-        recordMouse(probe);
+        auto* const probe = addTo(root_, new ProbeGlob(60, 40, &log_, "a"), BottomLeft(10, 10));
+        probe->noteMouse();
         driver_.press(probe);
-        log.clear();
+        log_.clear();
         if (hide)
             probe->setVisible(false);
         else
@@ -73,90 +42,70 @@ TEST_F(Input, CaptureEndsWithTheDeathOrHidingOfItsHolderAndNobodyElseGetsTheRele
         EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
         driver_.moveTo({150, 150});
         driver_.release();
-        EXPECT_THAT(log, testing::Not(testing::Contains(testing::HasSubstr("up"))));
-        EXPECT_THAT(log, testing::Not(testing::Contains(testing::HasSubstr("move"))));
+        EXPECT_THAT(log_, testing::Not(testing::Contains(testing::HasSubstr("up"))));
+        EXPECT_THAT(log_, testing::Not(testing::Contains(testing::HasSubstr("move"))));
         if (hide) delete probe;
         driver_.moveTo({300, 250});
     }
 }
 
 TEST_F(Input, UnconsumedInputGoesUpAndTheConsumerIsCaptured) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const panel = new ProbeGlob(200, 150, &log, "panel");
-    auto* const label = new ProbeGlob(50, 50, &log, "label");
-    root->addChild(panel);
-    panel->addChild(label);
+    auto* const panel = addTo(root_, new ProbeGlob(200, 150, &log_, "panel"));
+    auto* const label = addTo(panel, new ProbeGlob(50, 50, &log_, "label"));
     driver_.moveTo({0, 0});
-    recordMouse(panel);
-    recordMouse(label, false);
+    panel->noteMouse();
+    label->noteMouse(false);
     driver_.press(label);
     EXPECT_TRUE(EventSystem::live().pointer.isCapturedBy(panel));
     delete label;
     driver_.release();
-    EXPECT_THAT(log, testing::Contains("label down 25,25"));
-    EXPECT_EQ(log.back(), "panel up 25,25") << "the panel hears the release although the label has gone";
+    EXPECT_THAT(log_, testing::Contains("label down 25,25"));
+    EXPECT_EQ(log_.back(), "panel up 25,25") << "the panel hears the release although the label has gone";
 }
 
 TEST_F(Input, ContainmentIsToldFromTheOutsideInAndFollowsTheTree) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const outer = new ProbeGlob(200, 150, &log, "outer");
-    auto* const inner = new ProbeGlob(50, 50, &log, "inner");
-    root->addChild(outer, BottomLeft(10, 10));
-    outer->addChild(inner, BottomLeft(10, 10));
+    auto* const outer = addTo(root_, new ProbeGlob(200, 150, &log_, "outer"), BottomLeft(10, 10));
+    auto* const inner = addTo(outer, new ProbeGlob(50, 50, &log_, "inner"), BottomLeft(10, 10));
     driver_.moveTo({130, 130});
-    EXPECT_THAT(log, ElementsAre("outer entered", "inner entered"));
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("outer entered", "inner entered"));
     driver_.moveTo({250, 200});
-    EXPECT_THAT(log, ElementsAre("inner left"));
+    EXPECT_THAT(log_, ElementsAre("inner left"));
     EXPECT_TRUE(outer->containsPointer());
-    log.clear();
+    log_.clear();
     outer->setWidgetPos(inner, {120, 80});
     driver_.settle();
-    EXPECT_THAT(log, ElementsAre("inner entered")) << "the widget came to the pointer";
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("inner entered")) << "the widget came to the pointer";
     InputEvent gone;
     gone.kind = InputEvent::Kind::pointerLeft;
-    host_->loop().inject(gone);
-    driver_.settle();
-    EXPECT_THAT(log, ElementsAre("inner left", "outer left"));
+    inject(gone);
+    EXPECT_THAT(log_, ElementsAre("inner left", "outer left"));
 }
 
 TEST_F(Input, HiddenWidgetsGetNothingAndInactiveOnesThePointerOnly) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const hidden = new ProbeGlob(60, 40, &log, "hidden");
-    auto* const inactive = new ProbeGlob(60, 40, &log, "inactive");
-    root->addChild(hidden, BottomLeft(10, 10));
-    root->addChild(inactive, BottomLeft(100, 10));
+    auto* const hidden = addTo(root_, new ProbeGlob(60, 40, &log_, "hidden"), BottomLeft(10, 10));
+    auto* const inactive = addTo(root_, new ProbeGlob(60, 40, &log_, "inactive"), BottomLeft(100, 10));
     driver_.moveTo({0, 0});
     hidden->setVisible(false);
     inactive->setActive(false);
-    recordMouse(hidden);
-    recordMouse(inactive);
+    hidden->noteMouse();
+    inactive->noteMouse();
     driver_.clickAt({120, 120});
-    EXPECT_THAT(log, IsEmpty());
+    EXPECT_THAT(log_, IsEmpty());
     EXPECT_FALSE(driver_.click(hidden));
     driver_.click(inactive);
-    EXPECT_THAT(log, testing::Contains("inactive down 30,20"));
+    EXPECT_THAT(log_, testing::Contains("inactive down 30,20"));
     expectDiagnostic("keyboard focus refused");
-    EXPECT_FALSE(set_kbd_focus(hidden));
-    EXPECT_FALSE(set_kbd_focus(inactive));
+    for (ProbeGlob* probe : {hidden, inactive}) EXPECT_FALSE(set_kbd_focus(probe));
     Event press(EventKind::leftPress, {120, 120}, hidden);
-    log.clear();
+    log_.clear();
     event_send(&press);
     driver_.settle();
-    EXPECT_THAT(log, IsEmpty()) << "posted input for the unshown is dropped";
+    EXPECT_THAT(log_, IsEmpty()) << "posted input for the unshown is dropped";
 }
 
 TEST_F(Input, AWheelGestureStaysWhereItBegan) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const first = new ProbeGlob(60, 40, &log, "first");
-    auto* const second = new ProbeGlob(60, 40, &log, "second");
-    root->addChild(first, BottomLeft(0, 0));
-    root->addChild(second, BottomLeft(0, 100));
+    auto* const first = addTo(root_, new ProbeGlob(60, 40, &log_, "first"), BottomLeft(0, 0));
+    auto* const second = addTo(root_, new ProbeGlob(60, 40, &log_, "second"), BottomLeft(0, 100));
     driver_.moveTo({300, 300});
     int notches = 0;
     std::vector<ProbeGlob*> wheeled;
@@ -170,8 +119,8 @@ TEST_F(Input, AWheelGestureStaysWhereItBegan) {
     }
     XY<int> const place{120, 120};
     driver_.wheelAt(place, 1);
-    root->setWidgetPos(first, {200, 0});
-    root->setWidgetPos(second, {0, 0});
+    root_->setWidgetPos(first, {200, 0});
+    root_->setWidgetPos(second, {0, 0});
     driver_.wheelAt(place, -250);
     driver_.wheelAt({place.x + 8, place.y}, 1);
     EXPECT_THAT(wheeled, ElementsAre(first, first, first));
@@ -183,16 +132,14 @@ TEST_F(Input, AWheelGestureStaysWhereItBegan) {
     EXPECT_THAT(wheeled, ElementsAre(first, second));
     EXPECT_EQ(notches, -100) << "a broken device is bounded";
     wheeled.clear();
-    root->setWidgetPos(first, {0, 0});
-    root->setWidgetPos(second, {200, 0});
+    root_->setWidgetPos(first, {0, 0});
+    root_->setWidgetPos(second, {200, 0});
     driver_.wheelAt({place.x + 20, place.y}, 1);
     EXPECT_THAT(wheeled, ElementsAre(first)) << "moving the pointer ends it";
 }
 
 TEST_F(Input, ClicksChordsAndModifiersAreTold) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     bool doubled = false, chord = false, plain = false, late = false;
     probe->onReact = [&](Event const& event) {
         if (!mouse_event(event)) return false;
@@ -243,14 +190,10 @@ TEST_F(Input, PostedEventsKeepTheirNumbers) {
 // Keys and focus
 
 TEST_F(Input, KeysGoToTheInterceptStackThenToTheFocusThenUp) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const panel = new ProbeGlob(200, 150, &log, "panel");
-    auto* const field = new ProbeGlob(50, 50, &log, "field");
-    auto* const high = new ProbeGlob(1, 1, &log, "high");
-    auto* const low = new ProbeGlob(1, 1, &log, "low");
-    root->addChild(panel);
-    for (ProbeGlob* glob : {field, high, low}) panel->addChild(glob);
+    auto* const panel = addTo(root_, new ProbeGlob(200, 150, &log_, "panel"));
+    auto* const field = addTo(panel, new ProbeGlob(50, 50, &log_, "field"));
+    auto* const high = addTo(panel, new ProbeGlob(1, 1, &log_, "high"));
+    auto* const low = addTo(panel, new ProbeGlob(1, 1, &log_, "low"));
     auto const onKey = [](ProbeGlob* probe, bool consume) {
         probe->onReact = [probe, consume](Event const& event) {
             if (!isKeyPressEvent(event)) return false;
@@ -272,86 +215,72 @@ TEST_F(Input, KeysGoToTheInterceptStackThenToTheFocusThenUp) {
     IdStamp const lowEntry = getEventInterceptStack().push(low, 100);
     getEventInterceptStack().push(high, 1536);
     set_kbd_focus(field);
-    log.clear();
+    log_.clear();
     driver_.key('A');
-    EXPECT_THAT(log, ElementsAre("high asked", "low asked", "field key offered", "panel key offered"));
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("high asked", "low asked", "field key offered", "panel key offered"));
     highConsumes = true;
     driver_.key('A');
-    EXPECT_THAT(log, ElementsAre("high asked"));
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("high asked"));
     highConsumes = false;
     EXPECT_TRUE(getEventInterceptStack().pop(lowEntry));
     EXPECT_FALSE(getEventInterceptStack().pop(lowEntry));
     delete high;
     driver_.key('A');
-    EXPECT_THAT(log, ElementsAre("field key offered", "panel key offered"));
+    EXPECT_THAT(log_, ElementsAre("field key offered", "panel key offered"));
 }
 
 TEST_F(Input, EachWindowKeepsItsFocus) {
-    Log log;
     RecordingParent* const left = openWindow(200, 200, {0, 0});
-    auto* const inLeft = new ProbeGlob(50, 50, &log, "left");
-    left->addChild(inLeft);
+    auto* const inLeft = addTo(left, new ProbeGlob(50, 50, &log_, "left"));
     EXPECT_EQ(get_kbd_focus(), left) << "a new window's holder is its root";
     EXPECT_TRUE(inLeft->claimKbdFocus());
     RecordingParent* const right = openWindow(200, 200, {300, 0});
-    auto* const inRight = new ProbeGlob(50, 50, &log, "right");
-    right->addChild(inRight);
+    auto* const inRight = addTo(right, new ProbeGlob(50, 50, &log_, "right"));
     EXPECT_EQ(get_kbd_focus(), right);
-    log.clear();
+    log_.clear();
     EXPECT_TRUE(set_kbd_focus(inRight));
-    EXPECT_THAT(log, ElementsAre("right gained"));
-    log.clear();
-    host_->offscreen()->activate(nativeOf(left)->id());
-    driver_.settle();
+    EXPECT_THAT(takeLog(), ElementsAre("right gained"));
+    activate(left);
     EXPECT_EQ(get_kbd_focus(), inLeft);
-    EXPECT_THAT(log, IsEmpty()) << "switching windows tells nobody";
+    EXPECT_THAT(log_, IsEmpty()) << "switching windows tells nobody";
     int keys = 0;
     inLeft->onReact = [&](Event const& event) { return isKeyPressEvent(event) && ++keys > 0; };
     inRight->onIntercept = [&](Event const&) { return true; };
     getEventInterceptStack().push(inRight, 1536);
     driver_.key('A');
     EXPECT_EQ(keys, 1) << "entries of another window are not asked";
-    auto* const second = new ProbeGlob(50, 50, &log, "second");
-    right->addChild(second);
+    auto* const second = addTo(right, new ProbeGlob(50, 50, &log_, "second"));
     EXPECT_TRUE(set_kbd_focus(second));
-    EXPECT_THAT(log, ElementsAre("right lost", "second gained"))
+    EXPECT_THAT(log_, ElementsAre("right lost", "second gained"))
         << "told rightly in the window that is not active";
     EXPECT_EQ(get_kbd_focus(), inLeft);
-    host_->offscreen()->deactivateAll();
-    driver_.settle();
+    deactivate();
     EXPECT_FALSE(glib_appHasFocus());
     EXPECT_EQ(get_kbd_focus(), inLeft) << "losing activation is not losing the focus";
     delete left;
-    host_->offscreen()->activate(nativeOf(right)->id());
-    driver_.settle();
+    activate(right);
     EXPECT_TRUE(glib_appHasFocus());
     EXPECT_EQ(get_kbd_focus(), second);
 }
 
 TEST_F(Input, TheFocusLeavesWhatDiesHidesOrIsDisabled) {
-    Log log;
-    RecordingParent* const root = openWindow();
-    auto* const panel = new ProbeGlob(200, 150, &log, "panel");
-    auto* const field = new ProbeGlob(50, 50, &log, "field");
-    root->addChild(panel);
-    panel->addChild(field);
+    auto* const panel = addTo(root_, new ProbeGlob(200, 150, &log_, "panel"));
+    auto* const field = addTo(panel, new ProbeGlob(50, 50, &log_, "field"));
     set_kbd_focus(field);
-    log.clear();
+    log_.clear();
     panel->setVisible(false);
-    EXPECT_EQ(get_kbd_focus(), root);
-    EXPECT_THAT(log, IsEmpty()) << "the hidden are not told";
+    EXPECT_EQ(get_kbd_focus(), root_);
+    EXPECT_THAT(log_, IsEmpty()) << "the hidden are not told";
     panel->setVisible(true);
     set_kbd_focus(field);
-    log.clear();
+    log_.clear();
     field->setActive(false);
     EXPECT_EQ(get_kbd_focus(), panel) << "so that Tab goes on from there";
     field->setActive(true);
     set_kbd_focus(field);
-    std::unique_ptr<Glob> const taken = root->takeWidget(panel);
-    EXPECT_EQ(get_kbd_focus(), root);
-    root->addChild(taken.get());
+    std::unique_ptr<Glob> const taken = root_->takeWidget(panel);
+    EXPECT_EQ(get_kbd_focus(), root_);
+    root_->addChild(taken.get());
     set_kbd_focus(field);
     delete field;
     EXPECT_EQ(get_kbd_focus(), panel);
@@ -360,11 +289,9 @@ TEST_F(Input, TheFocusLeavesWhatDiesHidesOrIsDisabled) {
 
 TEST_F(Input, NestedChangesOfTheFocusAreBoundedAndTheLastOneHolds) {
     expectDiagnostic("keyboard focus refused");
-    RecordingParent* const root = openWindow();
-    auto* const a = new ProbeGlob;
-    auto* const b = new ProbeGlob;
-    auto* const c = new ProbeGlob;
-    for (ProbeGlob* glob : {a, b, c}) root->addChild(glob);
+    auto* const a = addTo(root_, new ProbeGlob);
+    auto* const b = addTo(root_, new ProbeGlob);
+    auto* const c = addTo(root_, new ProbeGlob);
     set_kbd_focus(a);
     int told = 0;
     a->onFocus = [&] { set_kbd_focus(c); };
@@ -383,10 +310,9 @@ TEST_F(Input, HeldKeysRepeatButReturnAndSpaceOnlyWhereWanted) {
     struct List : ProbeGlob {
         bool repeatsReturnAndSpace() const override { return true; }
     };
-    RecordingParent* const root = openWindow();
     for (bool wanted : {false, true}) {
         ProbeGlob* const probe = wanted ? new List : new ProbeGlob;
-        root->addChild(probe);
+        root_->addChild(probe);
         int presses = 0, repeats = 0;
         probe->onReact = [&](Event const& event) {
             if (!isKeyPressEvent(event)) return false;
@@ -407,9 +333,7 @@ TEST_F(Input, HeldKeysRepeatButReturnAndSpaceOnlyWhereWanted) {
 }
 
 TEST_F(Input, KeysThatNobodyWantsRunTheirCommands) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     set_kbd_focus(probe);
     int runs = 0;
     CommandRegistrar const command("test.run", UIString(L"Run"), [&](Cmd::Context const&) { ++runs; });
@@ -424,9 +348,7 @@ TEST_F(Input, KeysThatNobodyWantsRunTheirCommands) {
 }
 
 TEST_F(Input, TextThatNoKeyCodeHoldsComesAsComposedText) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     LightweightString<wchar_t> text;
     probe->onReact = [&](Event const& event) {
         if (isKeyPressEvent(event)) text += static_cast<wchar_t>(event.keyCode());

@@ -6,16 +6,8 @@ namespace {
 /// A main window, a second one, and a modal dialog over the first.
 class Modal : public HostTest {
 protected:
-    Modal() {
-        other_ = openWindow(200, 100, {1000, 100});
-        inOther_ = probeIn(*other_, "other");
-        main_ = openWindow(400, 300, {100, 500});
-        inMain_ = probeIn(*main_, "main");
-    }
-
     ProbeGlob* probeIn(Glob& parent, std::string const& name) {
-        ProbeGlob* const probe =
-            parent.addChild(std::make_unique<ProbeGlob>(60, 30, nullptr, name), BottomLeft(10, 10));
+        auto* const probe = addTo(&parent, new ProbeGlob(60, 30, nullptr, name), BottomLeft(10, 10));
         hear(*probe, name);
         return probe;
     }
@@ -35,6 +27,16 @@ protected:
         inDialog_->claimKbdFocus();
         log_.clear();
     }
+    ProbeGlob* openPopUp(std::string const& name, XY<int> place, Glob* parent = nullptr) {
+        auto* const popUp = new ProbeGlob(80, 60);
+        hear(*popUp, name);
+        PopUpOptions options;
+        options.place = place;
+        options.opener = inDialog_;
+        options.parent = parent;
+        EXPECT_TRUE(manager().openPopUp(popUp, options));
+        return popUp;
+    }
     void useAll() {
         for (ProbeGlob* probe : {inMain_, inOther_}) {
             driver_.click(probe);
@@ -42,19 +44,15 @@ protected:
         }
         driver_.key('a');
     }
-    std::vector<std::string> takeLog() { return std::exchange(log_, {}); }
     GlobManager& manager() { return host_->globManager(); }
 
-    std::vector<std::string> log_;
-    RecordingParent* main_;
-    RecordingParent* other_;
+    RecordingParent* other_ = openWindow(200, 100, {1000, 100});
+    RecordingParent* main_ = openWindow(400, 300, {100, 500});
     RecordingParent* dialog_ = nullptr;
-    ProbeGlob* inMain_;
-    ProbeGlob* inOther_;
+    ProbeGlob* inMain_ = probeIn(*main_, "main");
+    ProbeGlob* inOther_ = probeIn(*other_, "other");
     ProbeGlob* inDialog_ = nullptr;
 };
-
-using Lines = std::vector<std::string>;
 
 TEST_F(Modal, KeepsInputFromAllOtherWindows) {
     openDialog();
@@ -75,8 +73,7 @@ TEST_F(Modal, KeepsInputFromAllOtherWindows) {
 TEST_F(Modal, APressElsewhereBringsItToTheFrontAndKeysGoToIt) {
     openDialog();
     // The window manager lets a person choose another window.
-    host_->offscreen()->activate(nativeOf(other_)->id());
-    driver_.settle();
+    activate(other_);
     driver_.settle();
     EXPECT_EQ(manager().activeWindow()->rootStamp(), dialog_->idStamp());
     inMain_->claimKbdFocus();
@@ -104,17 +101,7 @@ TEST_F(Modal, InterceptEntriesOfRefusedWindowsAreNotAsked) {
 
 TEST_F(Modal, PopUpsAndContextsBelongToTheChain) {
     openDialog();
-    auto* const popUp = new ProbeGlob(80, 60);
-    hear(*popUp, "menu");
-    PopUpOptions options;
-    options.place = XY<int>{500, 200};
-    options.opener = inDialog_;
-    ASSERT_TRUE(manager().openPopUp(popUp, options));
-    auto* const sub = new ProbeGlob(80, 60);
-    hear(*sub, "sub");
-    options.place = XY<int>{580, 200};
-    options.parent = popUp;
-    ASSERT_TRUE(manager().openPopUp(sub, options));
+    openPopUp("sub", {580, 200}, openPopUp("menu", {500, 200}));
     driver_.settle();
     driver_.clickAt({510, 210});
     driver_.clickAt({590, 210});
@@ -167,7 +154,7 @@ TEST_F(Modal, TheLatestOfSeveralCountsFirst) {
 }
 
 TEST_F(Modal, AChildKeepsInputFromTheRestOfItsWindowOnly) {
-    auto* const panel = main_->addChild(std::make_unique<ProbeGlob>(100, 100), BottomLeft(200, 100));
+    auto* const panel = addTo(main_, new ProbeGlob(100, 100), BottomLeft(200, 100));
     ProbeGlob* const inPanel = probeIn(*panel, "panel");
     inMain_->claimKbdFocus();
     ASSERT_TRUE(manager().addModalGlob(panel, main_));
@@ -175,8 +162,7 @@ TEST_F(Modal, AChildKeepsInputFromTheRestOfItsWindowOnly) {
     driver_.click(inPanel);
     driver_.click(inOther_);
     EXPECT_EQ(takeLog(), (Lines{"panel down", "other down"}));
-    host_->offscreen()->activate(nativeOf(main_)->id());
-    driver_.settle();
+    activate(main_);
     hear(*panel, "panel itself");
     driver_.key('a');
     EXPECT_EQ(takeLog(), Lines{"panel itself key"});

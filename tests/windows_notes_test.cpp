@@ -5,10 +5,10 @@
 #include "host/objects/tooltip_details.h"
 #include "host/windows/drag_drop_manager.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
+
+using Text = LightweightString<wchar_t>;
 
 /// Has a tip of its own for each half, and takes text.
 class HalvesGlob : public ProbeGlob {
@@ -34,14 +34,9 @@ public:
     LightweightString<wchar_t> typed;
 };
 
-class Notes : public HostTest {
+class Notes : public OneWindowTest {
 protected:
-    Notes() : root_(openWindow()) {
-        probe_ = new HalvesGlob(60, 40);
-        root_->addChild(probe_, BottomLeft(50, 50));
-        driver_.moveTo({5, 5});
-        driver_.settle();
-    }
+    Notes() { driver_.moveTo({5, 5}); }
 
     /// The text of the note that is shown; "" when none is.
     std::wstring note() {
@@ -49,30 +44,30 @@ protected:
         Glob* const found = driver_.find("note", L"");
         return found ? std::wstring(Driver::describe(*found).name.c_str()) : std::wstring();
     }
-    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
+    void rest(int ms = 700) {
+        moveIn(probe_, 10, 10);
+        driver_.advance(ms);
+    }
     void compose(wchar_t const* text, int caret) {
         InputEvent event;
         event.kind = InputEvent::Kind::composing;
         event.text = text;
         event.amount = caret;
-        host_->offscreen()->inject(event);
-        driver_.settle();
+        inject(event);
     }
 
-    RecordingParent* root_;
-    HalvesGlob* probe_;
+    HalvesGlob* probe_ = addTo(root_, new HalvesGlob(60, 40), BottomLeft(50, 50));
 };
 
 TEST_F(Notes, ATipComesWhenThePointerRestsAndGoesWhenItLeaves) {
     probe_->setContextString(L"What it does", L"Ctrl+D");
-    moveIn(probe_, 10, 10);
-    driver_.advance(590);
+    rest(590);
     EXPECT_EQ(note(), L"");
     driver_.advance(20);
     EXPECT_EQ(note(), L"What it does");
     Glob* const shown = driver_.find("note", L"");
     EXPECT_TRUE(driver_.painted(shown));
-    EXPECT_EQ(Driver::describe(*shown).value, LightweightString<wchar_t>(L"Ctrl+D"));
+    EXPECT_EQ(Driver::describe(*shown).value, Text(L"Ctrl+D"));
     EXPECT_FALSE(shown->screenBox().contains(glib_getMousePos())) << "the pointer does not cover it";
     EXPECT_EQ(get_kbd_focus(), root_);
     moveIn(probe_, 20, 20);
@@ -88,8 +83,7 @@ TEST_F(Notes, PressKeyWheelAndDeactivationSendATipAway) {
     probe_->setContextString(L"tip");
     for (int how = 0; how < 4; ++how) {
         moveIn(root_, 200, 200);
-        moveIn(probe_, 10, 10);
-        driver_.advance(700);
+        rest();
         ASSERT_EQ(note(), L"tip");
         if (how == 0) driver_.clickAt(glib_getMousePos());
         if (how == 1) driver_.key('x');
@@ -103,8 +97,7 @@ TEST_F(Notes, PressKeyWheelAndDeactivationSendATipAway) {
 
 TEST_F(Notes, ATipBelongsToAPartAndCutsAtItsEdges) {
     probe_->halves = true;
-    moveIn(probe_, 10, 10);
-    driver_.advance(700);
+    rest();
     EXPECT_EQ(note(), L"left");
     moveIn(probe_, 50, 10);
     EXPECT_EQ(note(), L"");
@@ -147,18 +140,16 @@ TEST_F(Notes, ComposedTextAppearsAtTheCaretBeforeItIsFinished) {
     InputEvent done;
     done.kind = InputEvent::Kind::composedText;
     done.text = L"\u4F60";
-    host_->offscreen()->inject(done);
-    driver_.settle();
+    inject(done);
     EXPECT_EQ(note(), L"");
-    EXPECT_EQ(probe_->typed, LightweightString<wchar_t>(L"\u4F60"));
+    EXPECT_EQ(probe_->typed, Text(L"\u4F60"));
     compose(L"x", 1);
     ASSERT_TRUE(root_->claimKbdFocus());
     driver_.settle();
     EXPECT_EQ(note(), L"") << "the focus has gone elsewhere";
     EXPECT_FALSE(host_->offscreen()->textCaret());
     // Nobody has to take it, and that is no fault.
-    host_->offscreen()->inject(done);
-    driver_.settle();
+    inject(done);
 }
 
 TEST_F(Notes, WhatIsDraggedIsNamedBesideThePointer) {
@@ -182,8 +173,7 @@ TEST_F(Notes, WhatIsDraggedIsNamedBesideThePointer) {
 
 TEST_F(Notes, ATipNeverStandsOverOtherPrograms) {
     probe_->setContextString(L"tip");
-    moveIn(probe_, 10, 10);
-    driver_.advance(700);
+    rest();
     ASSERT_EQ(note(), L"tip");
     host_->offscreen()->deactivateAll();
     EXPECT_EQ(note(), L"");
@@ -191,8 +181,7 @@ TEST_F(Notes, ATipNeverStandsOverOtherPrograms) {
     moveIn(root_, 200, 200);
     driver_.advance(2000);
     moveIn(probe_, 10, 10);
-    host_->offscreen()->deactivateAll();
-    driver_.settle();
+    deactivate();
     EXPECT_EQ(EventSystem::live().timers.size(), 0u);
     driver_.advance(2000);
     EXPECT_EQ(note(), L"") << "nor one that was awaited";
@@ -200,8 +189,7 @@ TEST_F(Notes, ATipNeverStandsOverOtherPrograms) {
 
 TEST_F(Notes, WhatChangesElsewhereDoesNotKeepATipAway) {
     probe_->setContextString(L"tip");
-    auto* const runner = new ProbeGlob(5, 5);
-    root_->addChild(runner, BottomLeft(200, 200));
+    auto* const runner = addTo(root_, new ProbeGlob(5, 5), BottomLeft(200, 200));
     moveIn(probe_, 10, 10);
     for (int i = 0; i < 8; ++i) {
         root_->setWidgetPos(runner, {200 + i, 200});
@@ -213,8 +201,7 @@ TEST_F(Notes, WhatChangesElsewhereDoesNotKeepATipAway) {
 TEST_F(Notes, ATipThatTheWindowSystemRefusesIsNotTriedAgain) {
     probe_->setContextString(L"tip");
     host_->offscreen()->refuseWindows(true);
-    moveIn(probe_, 10, 10);
-    driver_.advance(700);
+    rest();
     EXPECT_EQ(note(), L"");
     EXPECT_EQ(EventSystem::live().timers.size(), 0u);
     host_->offscreen()->refuseWindows(false);
@@ -224,16 +211,14 @@ TEST_F(Notes, ATipIsNeverLargerThanItsMonitor) {
     LightweightString<wchar_t> lines;
     for (int i = 0; i < 3000; ++i) lines = lines + L"line\n";
     probe_->setContextString(UIString(lines));
-    moveIn(probe_, 10, 10);
-    driver_.advance(700);
+    rest();
     Glob* const shown = driver_.find("note", L"");
     ASSERT_TRUE(shown);
     EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(shown->screenBox()));
 }
 
 TEST_F(Notes, ACompositionStaysWithItsCaretAndItsHolder) {
-    auto* const next = new HalvesGlob(60, 40);
-    root_->addChild(next, BottomLeft(200, 50));
+    auto* const next = addTo(root_, new HalvesGlob(60, 40), BottomLeft(200, 50));
     probe_->caret = next->caret = IntBox(10, 5, 11, 25);
     ASSERT_TRUE(probe_->claimKbdFocus());
     compose(L"ni", 2);

@@ -6,13 +6,8 @@
 #include "host/services/command_map.h"
 #include "host/windows/drag_drop_manager.h"
 
-#include <gmock/gmock.h>
-
 namespace wainscot {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Wants something of the pointer or the keyboard that plain objects do not.
 class WishfulGlob : public ProbeGlob {
@@ -33,21 +28,19 @@ public:
     std::optional<IntBox> caret;
 };
 
-class Pointer : public HostTest {
+class Pointer : public OneWindowTest {
 protected:
     OffscreenBackend& screen() { return *host_->offscreen(); }
     template <class T>
     T* add(Glob* parent, T* child, int x, int y) {
-        parent->addChild(child, BottomLeft(x, y));
+        addTo(parent, child, BottomLeft(x, y));
         driver_.settle();
         return child;
     }
-    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
 };
 
 TEST_F(Pointer, TheShapeIsThatOfTheInnermostObjectThatHasAWish) {
-    RecordingParent* const root = openWindow();
-    auto* const outer = add(root, new WishfulGlob(100, 100), 10, 10);
+    auto* const outer = add(root_, new WishfulGlob(100, 100), 10, 10);
     auto* const inner = add(outer, new WishfulGlob(40, 40), 40, 10);
     outer->rightCursor = crossCursor;
     moveIn(inner, 5, 5);
@@ -68,9 +61,8 @@ TEST_F(Pointer, TheShapeIsThatOfTheInnermostObjectThatHasAWish) {
 }
 
 TEST_F(Pointer, TheShapeStaysThatOfWhoeverHoldsThePointer) {
-    RecordingParent* const root = openWindow();
-    auto* const held = add(root, new WishfulGlob(60, 40), 10, 10);
-    auto* const other = add(root, new WishfulGlob(60, 40), 200, 10);
+    auto* const held = add(root_, new WishfulGlob(60, 40), 10, 10);
+    auto* const other = add(root_, new WishfulGlob(60, 40), 200, 10);
     held->leftCursor = held->rightCursor = sizeHorizontalCursor;
     held->onReact = [](Event const& event) { return mouse_event(event); };
     driver_.press(held);
@@ -81,9 +73,8 @@ TEST_F(Pointer, TheShapeStaysThatOfWhoeverHoldsThePointer) {
 }
 
 TEST_F(Pointer, FullAndUnboundedMotionHoldFromPressToReleaseOrDeath) {
-    RecordingParent* const root = openWindow();
     for (bool dies : {false, true}) {
-        auto* const probe = add(root, new WishfulGlob(60, 40), 10, 10);
+        auto* const probe = add(root_, new WishfulGlob(60, 40), 10, 10);
         probe->onReact = [](Event const& event) { return mouse_event(event); };
         probe->fullMotion = probe->unbounded = true;
         driver_.moveTo(probe);
@@ -105,29 +96,18 @@ TEST_F(Pointer, FullAndUnboundedMotionHoldFromPressToReleaseOrDeath) {
 }
 
 TEST_F(Pointer, EscapeTakesBackWhatThePressBegan) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const probe = add(root, new ProbeGlob(60, 40, &log), 10, 10);
-    probe->onReact = [&](Event const& event) {
-        if (mouse_event(event)) {
-            XY<int> const at = eventXYToGlobXY(event, *probe);
-            probe->note((mouse_down_event(event) ? "down "
-                         : mouse_up_event(event) ? "up "
-                                                 : "move ") +
-                        std::to_string(at.x) + "," + std::to_string(at.y));
-        }
-        return mouse_event(event);
-    };
+    auto* const probe = add(root_, new ProbeGlob(60, 40, &log_), 10, 10);
+    probe->noteMouse();
     moveIn(probe, 5, 6);
     driver_.press();
     moveIn(probe, 40, 20);
-    log.clear();
+    log_.clear();
     driver_.key(Key::escape);
-    EXPECT_THAT(log, ElementsAre("move 5,6", "up 5,6"));
+    EXPECT_THAT(log_, ElementsAre("move 5,6", "up 5,6"));
     driver_.release();
-    EXPECT_THAT(log, ElementsAre("move 5,6", "up 5,6")) << "the real release is nobody's";
+    EXPECT_THAT(log_, ElementsAre("move 5,6", "up 5,6")) << "the real release is nobody's";
     // Without a held button Escape is a key like any other.
-    log.clear();
+    log_.clear();
     int escapes = 0;
     probe->onReact = [&](Event const& event) { return event.keyCode() == Key::escape && ++escapes > 0; };
     ASSERT_TRUE(probe->claimKbdFocus());
@@ -136,9 +116,7 @@ TEST_F(Pointer, EscapeTakesBackWhatThePressBegan) {
 }
 
 TEST_F(Pointer, EscapeReleasesAButtonThatIsStillHeld) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const probe = add(root, new ProbeGlob(60, 40, &log), 10, 10);
+    auto* const probe = add(root_, new ProbeGlob(60, 40, &log_), 10, 10);
     probe->onReact = [&](Event const& event) {
         if (mouse_up_event(event)) probe->note(mouse_left_event(event) ? "left up" : "right up");
         return mouse_event(event);
@@ -146,31 +124,28 @@ TEST_F(Pointer, EscapeReleasesAButtonThatIsStillHeld) {
     driver_.press(probe);
     driver_.press(Driver::Button::right);
     driver_.release();
-    log.clear();
+    log_.clear();
     driver_.key(Key::escape);
-    EXPECT_THAT(log, ElementsAre("right up"));
+    EXPECT_THAT(log_, ElementsAre("right up"));
     driver_.release(Driver::Button::right);
-    EXPECT_THAT(log, ElementsAre("right up"));
+    EXPECT_THAT(log_, ElementsAre("right up"));
 }
 
 TEST_F(Pointer, UnboundedMotionEntersNothingOnItsWay) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const probe = add(root, new WishfulGlob(60, 40, &log, "probe"), 10, 10);
-    add(root, new ProbeGlob(60, 40, &log, "other"), 200, 10);
+    auto* const probe = add(root_, new WishfulGlob(60, 40, &log_, "probe"), 10, 10);
+    add(root_, new ProbeGlob(60, 40, &log_, "other"), 200, 10);
     probe->onReact = [](Event const& event) { return mouse_event(event); };
     probe->unbounded = true;
     driver_.press(probe);
-    driver_.moveTo(root->globXYToScreenXY({220, 20}));
-    log.clear();
+    driver_.moveTo(root_->globXYToScreenXY({220, 20}));
+    log_.clear();
     driver_.release();
     EXPECT_TRUE(probe->containsPointer());
-    EXPECT_THAT(log, testing::Not(testing::Contains("other entered")));
+    EXPECT_THAT(log_, testing::Not(testing::Contains("other entered")));
 }
 
 TEST_F(Pointer, EscapeMayEndInTheDeathOfTheHolder) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = add(root, new ProbeGlob(60, 40), 10, 10);
+    auto* const probe = add(root_, new ProbeGlob(60, 40), 10, 10);
     probe->onReact = [&](Event const& event) {
         if (mouse_move_event(event)) destroy(probe);
         return mouse_event(event);
@@ -180,11 +155,11 @@ TEST_F(Pointer, EscapeMayEndInTheDeathOfTheHolder) {
     driver_.key(Key::escape);
     driver_.release();
     EXPECT_EQ(ProbeGlob::alive, 0);
-    auto* const moving = add(root, new Glob(60, 40), 100, 10);
+    auto* const moving = add(root_, new Glob(60, 40), 100, 10);
     moving->setMovable(true);
     driver_.press(moving);
     moving->startMoving();
-    driver_.moveTo(root->globXYToScreenXY({300, 200}));
+    driver_.moveTo(root_->globXYToScreenXY({300, 200}));
     EXPECT_NE(moving->box().bottomLeft(), (XY<int>{100, 10}));
     driver_.key(Key::escape);
     EXPECT_EQ(moving->box().bottomLeft(), (XY<int>{100, 10})) << "what was moved is back";
@@ -193,8 +168,7 @@ TEST_F(Pointer, EscapeMayEndInTheDeathOfTheHolder) {
 }
 
 TEST_F(Pointer, TransportKeysComeBeforeTheFocusButNotBeforeText) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = add(root, new WishfulGlob(60, 40), 10, 10);
+    auto* const probe = add(root_, new WishfulGlob(60, 40), 10, 10);
     int keys = 0;
     probe->onReact = [&](Event const& event) { return isKeyPressEvent(event) && ++keys > 0; };
     ASSERT_TRUE(probe->claimKbdFocus());
@@ -212,45 +186,40 @@ TEST_F(Pointer, TransportKeysComeBeforeTheFocusButNotBeforeText) {
 }
 
 TEST_F(Pointer, UnwantedClipboardKeysBecomeMessagesToTheFocusAndItsAncestors) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const table = add(root, new ProbeGlob(200, 100, &log, "table"), 10, 10);
-    auto* const cell = add(table, new ProbeGlob(50, 20, &log, "cell"), 0, 0);
+    auto* const table = add(root_, new ProbeGlob(200, 100, &log_, "table"), 10, 10);
+    auto* const cell = add(table, new ProbeGlob(50, 20, &log_, "cell"), 0, 0);
     cell->onMessage = [](auto const&, Glob*) { return 0; };
     ASSERT_TRUE(cell->claimKbdFocus());
-    log.clear();
+    log_.clear();
     driver_.key(Key::ctrl | 'C');
-    EXPECT_THAT(log, ElementsAre("cell message WindowsClipboard::copyText",
-                                 "table message WindowsClipboard::copyText"));
-    log.clear();
+    EXPECT_THAT(takeLog(), ElementsAre("cell message WindowsClipboard::copyText",
+                                       "table message WindowsClipboard::copyText"));
     cell->onReact = [](Event const& event) { return isKeyPressEvent(event); };
     driver_.key(Key::ctrl | 'V');
-    EXPECT_THAT(log, IsEmpty()) << "who takes the key itself gets no message";
+    EXPECT_THAT(log_, IsEmpty()) << "who takes the key itself gets no message";
 }
 
 TEST_F(Pointer, MouseListenersHearOfEverythingFirstAndConsumeNothing) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const probe = add(root, new ProbeGlob(60, 40), 10, 10);
+    auto* const probe = add(root_, new ProbeGlob(60, 40), 10, 10);
     probe->onReact = [&](Event const& event) {
-        if (mouse_down_event(event)) log.push_back("widget");
+        if (mouse_down_event(event)) log_.push_back("widget");
         return mouse_event(event);
     };
     driver_.moveTo(probe);
     Glib::MouseListener listener = Glib::addMouseListener([&](Event const& event) {
-        log.push_back(mouse_down_event(event) ? "down" : mouse_up_event(event) ? "up" : "other");
+        log_.push_back(mouse_down_event(event) ? "down" : mouse_up_event(event) ? "up" : "other");
     });
     driver_.press();
     driver_.release();
     driver_.wheelAt(glib_getMousePos(), 2);
-    EXPECT_THAT(log, ElementsAre("down", "widget", "up", "other"));
+    EXPECT_THAT(log_, ElementsAre("down", "widget", "up", "other"));
     Glib::MouseListener const killer = Glib::addMouseListener([&](Event const&) {
         listener.end();
         destroy(probe);
     });
     driver_.press();
     driver_.release();
-    EXPECT_EQ(log.size(), 5u) << "one ends the other";
+    EXPECT_EQ(log_.size(), 5u) << "one ends the other";
     EXPECT_EQ(ProbeGlob::alive, 0);
 }
 
@@ -296,10 +265,11 @@ public:
 
 class Dragging : public Pointer {
 protected:
-    void open() {
-        root_ = openWindow();
-        source_ = add(root_, new DropGlob(60, 40, &log_, "source"), 10, 10);
-        target_ = add(root_, new DropGlob(100, 40, &log_, "target"), 200, 10);
+    /// Drags an item out of the source. Gives the window of both, which is new.
+    RecordingParent* open() {
+        RecordingParent* const window = openWindow();
+        source_ = add(window, new DropGlob(60, 40, &log_, "source"), 10, 10);
+        target_ = add(window, new DropGlob(100, 40, &log_, "target"), 200, 10);
         source_->onReact = [this](Event const& event) {
             bool const begins = mouse_move_event(event) && event.heldButtons() != 0;
             if (begins)
@@ -310,11 +280,10 @@ protected:
         driver_.press(source_);
         moveIn(source_, 35, 25);
         log_.clear();
+        return window;
     }
     bool isDragging() const { return DragDropManager::instance().isDragging(); }
 
-    std::vector<std::string> log_;
-    RecordingParent* root_ = nullptr;
     DropGlob* source_ = nullptr;
     DropGlob* target_ = nullptr;
 };
@@ -358,9 +327,8 @@ TEST_F(Dragging, EscapeOrAnUnwillingTargetEndItWithoutADrop) {
 
 TEST_F(Dragging, AnybodyMayDieInAnyNotice) {
     for (int what = 0; what < 6; ++what) {
-        open();
-        RecordingParent* const window = root_;
-        auto const kill = [&, what] {
+        RecordingParent* const window = open();
+        auto const kill = [this, window, what] {
             if (what % 3 == 0) destroy(target_);
             if (what % 3 == 1) destroy(source_);
             if (what % 3 == 2) destroy(window);
@@ -386,23 +354,21 @@ TEST_F(Dragging, AnybodyMayDieInAnyNotice) {
 }
 
 TEST_F(Dragging, AModalWindowKeepsItemsFromWhatItBlocks) {
-    open();
+    RecordingParent* const window = open();
     auto* const dialog = new RecordingParent(100, 60);
-    ASSERT_TRUE(host_->globManager().addModalGlob(dialog, root_));
+    ASSERT_TRUE(host_->globManager().addModalGlob(dialog, window));
     driver_.settle();
     dialog->setScreenPos({900, 500});
-    auto* const inside = add(dialog, new DropGlob(60, 40, &log_, "inside"), 10, 10);
+    add(dialog, new DropGlob(60, 40, &log_, "inside"), 10, 10);
     moveIn(target_, 60, 10);
     EXPECT_EQ(screen().cursor(), forbiddenCursor);
     driver_.release();
     EXPECT_THAT(log_, ElementsAre("source not taken"));
     EXPECT_FALSE(isDragging());
     EXPECT_FALSE(DragDropManager::instance().dropFiles({L"/a"}, target_->globXYToScreenXY({60, 10})));
-    static_cast<void>(inside);
 }
 
 TEST_F(Dragging, FilesFromOutsideArriveAsAnItem) {
-    RecordingParent* const root = openWindow();
     class FileTaker : public Glob {
     public:
         using Glob::Glob;
@@ -415,18 +381,16 @@ TEST_F(Dragging, FilesFromOutsideArriveAsAnItem) {
         }
         std::vector<LightweightString<wchar_t>> paths;
     };
-    auto* const taker = add(root, new FileTaker(100, 100), 0, 0);
+    auto* const taker = add(root_, new FileTaker(100, 100), 0, 0);
     InputEvent event;
     event.kind = InputEvent::Kind::filesDropped;
-    event.window = nativeOf(root)->id();
+    event.window = nativeOf(root_)->id();
     event.place = taker->globXYToScreenXY({5, 5});
     event.files = {L"/a/b.mov", L"/c d"};
-    screen().inject(event);
-    driver_.settle();
+    inject(event);
     EXPECT_THAT(taker->paths, ElementsAre(L"/a/b.mov", L"/c d"));
     event.place = {3000, 3000};
-    screen().inject(event);
-    driver_.settle();
+    inject(event);
 }
 
 } // namespace

@@ -13,13 +13,8 @@ using Kind = InputEvent::Kind;
 class PopUps : public HostTest {
 protected:
     PopUps() {
-        window_ = openWindow(400, 300, {100, 500});
-        opener_ =
-            window_->addChild(std::make_unique<ProbeGlob>(60, 20, &log_, "opener"), BottomLeft(20, 200));
-        outside_ =
-            window_->addChild(std::make_unique<ProbeGlob>(60, 20, &log_, "outside"), BottomLeft(300, 20));
-        for (ProbeGlob* probe : {opener_, outside_})
-            noteButtons(*probe, probe == opener_ ? "opener" : "outside");
+        noteButtons(*opener_, "opener");
+        noteButtons(*outside_, "outside");
     }
 
     void noteButtons(ProbeGlob& probe, std::string const& name) {
@@ -42,8 +37,7 @@ protected:
         noteButtons(*popUp, name);
         return popUp;
     }
-    ProbeGlob* open(std::string const& name, XY<int> place, Glob* parent = nullptr) {
-        ProbeGlob* const popUp = makePopUp(name);
+    ProbeGlob* show(ProbeGlob* popUp, XY<int> place, Glob* parent = nullptr) {
         PopUpOptions options;
         options.place = place;
         options.parent = parent;
@@ -52,6 +46,9 @@ protected:
         if (!DispatchScope::isActive()) driver_.settle();
         return popUp;
     }
+    ProbeGlob* open(std::string const& name, XY<int> place, Glob* parent = nullptr) {
+        return show(makePopUp(name), place, parent);
+    }
     /// First, second and third pop-up, side by side.
     void openThree() {
         first_ = open("first", {130, 600});
@@ -59,20 +56,17 @@ protected:
         third_ = open("third", {330, 600}, second_);
         log_.clear();
     }
-    std::vector<std::string> takeLog() { return std::exchange(log_, {}); }
     GlobManager& manager() { return host_->globManager(); }
     PopUpChain& chain() { return manager().popUps(); }
 
-    std::vector<std::string> log_;
-    RecordingParent* window_;
-    ProbeGlob* opener_;
-    ProbeGlob* outside_;
+    RecordingParent* window_ = openWindow(400, 300, {100, 500});
+    ProbeGlob* opener_ = addTo(window_, new ProbeGlob(60, 20, &log_, "opener"), BottomLeft(20, 200));
+    ProbeGlob* outside_ = addTo(window_, new ProbeGlob(60, 20, &log_, "outside"), BottomLeft(300, 20));
     ProbeGlob* first_ = nullptr;
     ProbeGlob* second_ = nullptr;
     ProbeGlob* third_ = nullptr;
 };
 
-using Lines = std::vector<std::string>;
 Lines const allClosed{"third poot", "second poot", "first poot"};
 
 TEST_F(PopUps, AreAboveAllNeverActiveAndTakeNoFocus) {
@@ -121,8 +115,7 @@ TEST_F(PopUps, APressOnAnotherProgramsWindowClosesToo) {
     press.place = {1500, 50};
     first_ = open("first", {130, 600});
     log_.clear();
-    host_->loop().inject(press);
-    driver_.settle();
+    inject(press);
     EXPECT_EQ(takeLog(), Lines{"first poot"});
     driver_.press(outside_);
     EXPECT_EQ(takeLog(), (Lines{"outside entered", "outside down"}));
@@ -194,12 +187,11 @@ TEST_F(PopUps, EscapeClosesTheLastUnlessAPopUpConsumesIt) {
 
 TEST_F(PopUps, OnlyEntriesOfTheActiveWindowAndOfTheChainAreAsked) {
     RecordingParent* const other = openWindow(200, 100, {1000, 100});
-    auto* const handler = other->addChild(std::make_unique<ProbeGlob>());
+    auto* const handler = addTo(other, new ProbeGlob);
     int asked = 0;
     handler->onIntercept = [&](Event const&) { return ++asked, false; };
     IdStamp const entry = getEventInterceptStack().push(handler, 2000);
-    host_->offscreen()->activate(nativeOf(window_)->id());
-    driver_.settle();
+    activate(window_);
     open("menu", {130, 600});
     driver_.key('a');
     EXPECT_EQ(asked, 0);
@@ -210,23 +202,11 @@ TEST_F(PopUps, DeactivationAndChangesOfTheOwnersWindowCloseAll) {
     OffscreenBackend& screen = *host_->offscreen();
     std::vector<std::pair<char const*, std::function<void()>>> const causes{
         {"another program", [&] { screen.deactivateAll(); }},
-        {"moved",
-         [&] {
-             window_->setScreenPos({window_->box().x1 + 5, 500});
-         }},
-        {"moved by the person",
-         [&] {
-             nativeOf(window_)->moveTo({150, 510});
-         }},
-        {"resized",
-         [&] {
-             driver_.resizeWindow(window_, {450, 310});
-         }},
+        {"moved", [&] { window_->setScreenPos(XY<int>(window_->box().x1 + 5, 500)); }},
+        {"moved by the person", [&] { nativeOf(window_)->moveTo(XY<int>(150, 510)); }},
+        {"resized", [&] { driver_.resizeWindow(window_, XY<int>(450, 310)); }},
         {"hidden", [&] { window_->setVisible(false); }},
-        {"another window of ours",
-         [&] {
-             openWindow(50, 50, {1000, 0});
-         }},
+        {"another window of ours", [&] { openWindow(50, 50, XY<int>(1000, 0)); }},
         {"minimised",
          [&] {
              InputEvent input;
@@ -237,8 +217,7 @@ TEST_F(PopUps, DeactivationAndChangesOfTheOwnersWindowCloseAll) {
     };
     for (auto const& [name, act] : causes) {
         window_->setVisible(true);
-        screen.activate(nativeOf(window_)->id());
-        driver_.settle();
+        activate(window_);
         openThree();
         act();
         driver_.settle();
@@ -248,15 +227,13 @@ TEST_F(PopUps, DeactivationAndChangesOfTheOwnersWindowCloseAll) {
 
 TEST_F(PopUps, OpenOnlyWhileTheApplicationIsActive) {
     expectDiagnostic("pop-up refused");
-    host_->offscreen()->deactivateAll();
-    driver_.settle();
+    deactivate();
     std::unique_ptr<ProbeGlob> popUp(makePopUp("menu"));
     EXPECT_FALSE(manager().openPopUp(popUp.get(), {}));
     EXPECT_FALSE(chain().isOpen());
     expectDiagnostic("window refused");
     EXPECT_FALSE(manager().openPopUp(opener_, {})) << "a child";
-    host_->offscreen()->activate(nativeOf(window_)->id());
-    driver_.settle();
+    activate(window_);
     host_->offscreen()->refuseWindows(true);
     Diagnostics::setSink([](char const*) {});
     EXPECT_FALSE(manager().openPopUp(popUp.get(), {}));
@@ -269,8 +246,7 @@ TEST_F(PopUps, APinnedOneHasLeftTheChain) {
     EXPECT_FALSE(chain().isOpen());
     driver_.click(outside_);
     driver_.key(Key::escape);
-    host_->offscreen()->deactivateAll();
-    driver_.settle();
+    deactivate();
     for (Glob* popUp : {first_, second_, third_}) EXPECT_TRUE(is_good_glob_ptr(popUp));
     EXPECT_EQ(takeLog(), (Lines{"outside entered", "outside down", "outside up"}));
     destroy(window_);
@@ -293,7 +269,7 @@ TEST_F(PopUps, OneOpenedFromAnEarlierOneReplacesThoseBehindIt) {
     EXPECT_EQ(takeLog(), (Lines{"third poot", "second poot"}));
     EXPECT_EQ(chain().parentOf(other), first_);
     // An opener inside a pop-up continues the chain without being told which.
-    auto* const row = first_->addChild(std::make_unique<ProbeGlob>(50, 20));
+    auto* const row = addTo(first_, new ProbeGlob(50, 20));
     ProbeGlob* const fromRow = makePopUp("from row");
     PopUpOptions options;
     options.opener = row;
@@ -346,8 +322,7 @@ TEST_F(PopUps, EscapeTakesBackAPressThatWasDraggedOntoAPopUp) {
 TEST_F(PopUps, ASpentPressOnAWindowThatDiesLeavesThePointerFree) {
     for (bool atOnce : {true, false}) {
         RecordingParent* const doomed = openWindow(100, 100, {1000, 100});
-        host_->offscreen()->activate(nativeOf(window_)->id());
-        driver_.settle();
+        activate(window_);
         first_ = open("first", {130, 600});
         first_->onMessage = [&](auto const&, Glob*) {
             if (atOnce) delete doomed;
@@ -421,12 +396,8 @@ TEST_F(PopUps, AnyHandlerMayDestroyAnything) {
         },
     };
     std::vector<std::function<void()>> const causes{
-        [&] {
-            driver_.clickAt({410, 525});
-        },
-        [&] {
-            driver_.clickAt({1500, 50});
-        },
+        [&] { driver_.clickAt(XY<int>(410, 525)); },
+        [&] { driver_.clickAt(XY<int>(1500, 50)); },
         [&] { driver_.key(Key::escape); },
         [&] { host_->offscreen()->deactivateAll(); },
         [&] { chain().closeAll(); },
@@ -442,9 +413,8 @@ TEST_F(PopUps, AnyHandlerMayDestroyAnything) {
                 opener_ = nullptr;
             }
             if (!is_good_glob_ptr(opener_))
-                opener_ = window_->addChild(std::make_unique<ProbeGlob>(60, 20), BottomLeft(20, 200));
-            host_->offscreen()->activate(nativeOf(window_)->id());
-            driver_.settle();
+                opener_ = addTo(window_, new ProbeGlob(60, 20), BottomLeft(20, 200));
+            activate(window_);
             openThree();
             third_->onMessage = [deed](LightweightString<char> const&, Glob*) { return deed(), 1; };
             cause();
@@ -475,10 +445,7 @@ TEST_F(PopUps, TheStraightWayToASubMenuDisturbsNobodyOnIt) {
         if (mouse_move_event(event)) log_.push_back("menu move");
         return true;
     };
-    PopUpOptions options;
-    options.place = XY<int>{130, 500};
-    options.opener = opener_;
-    ASSERT_TRUE(manager().openPopUp(menu, options));
+    show(menu, {130, 500});
     ProbeGlob* const sub = open("sub", {230, 500}, menu);
     driver_.moveTo({150, 650});
     log_.clear();
@@ -516,10 +483,7 @@ TEST_F(PopUps, TheirSurroundIsPaintedRoundThem) {
     popUp->setCol(Colour(1, 0, 0), false);
     popUp->addSurround(Surround({WidgetSurround::Style::line, 2}));
     popUp->addShadow(12, 0.5, Surround::allEdges & ~Surround::bottom);
-    PopUpOptions options;
-    options.place = XY<int>{130, 600};
-    ASSERT_TRUE(manager().openPopUp(popUp, options));
-    driver_.settle();
+    show(popUp, {130, 600});
     OffscreenWindow* const native = nativeOf(popUp);
     EXPECT_TRUE(native->isTranslucent());
     EXPECT_EQ(native->place(), (XY<int>{116, 598})) << "14 on the left, the frame alone below";
@@ -543,10 +507,7 @@ TEST_F(PopUps, WithoutACompositorTheyHaveAnOpaqueEdge) {
     host_->offscreen()->setComposited(false);
     ProbeGlob* const popUp = makePopUp("menu");
     popUp->addShadow(12, 0.5, 13);
-    PopUpOptions options;
-    options.place = XY<int>{130, 600};
-    ASSERT_TRUE(manager().openPopUp(popUp, options));
-    driver_.settle();
+    show(popUp, {130, 600});
     OffscreenWindow* const native = nativeOf(popUp);
     EXPECT_FALSE(native->isTranslucent());
     EXPECT_EQ(native->size(), (XY<int>{102, 81})) << "no edge where no shadow was wanted";

@@ -9,7 +9,7 @@ namespace wainscot {
 namespace {
 
 /// What callers must survive when those who are told of something destroy what it is about.
-class Robust : public HostTest {
+class Robust : public OneWindowTest {
 protected:
     /// A callback that runs a function and answers 0.
     static GlobNotices::Callback calling(std::function<void()> act) {
@@ -22,8 +22,8 @@ protected:
 
 TEST_F(Robust, NoticesOfDeathMayDestroyAncestorsAndWindows) {
     for (int above : {1, 2, 3}) {
-        RecordingParent* const root = openWindow();
-        Glob* const outer = root->addChild(new ProbeGlob);
+        RecordingParent* const window = openWindow();
+        Glob* const outer = window->addChild(new ProbeGlob);
         Glob* const inner = outer->addChild(new ProbeGlob);
         Glob* const leaf = inner->addChild(new ProbeGlob);
         set_kbd_focus(leaf);
@@ -35,29 +35,26 @@ TEST_F(Robust, NoticesOfDeathMayDestroyAncestorsAndWindows) {
         }));
         delete leaf;
         EXPECT_EQ(ProbeGlob::alive, before - std::min(above, 2) - 1) << above;
-        EXPECT_EQ(is_good_glob_ptr(root), above < 3);
-        if (above < 3) delete root;
+        EXPECT_EQ(is_good_glob_ptr(window), above < 3);
+        if (above < 3) delete window;
         driver_.settle();
     }
-    RecordingParent* const root = openWindow();
-    auto const watch = GlobNotices::watchDeletion(*root, calling([&] { host_->globManager().closeAll(); }));
+    auto const watch = GlobNotices::watchDeletion(*root_, calling([&] { host_->globManager().closeAll(); }));
     openWindow(50, 50, {600, 0});
-    delete root;
+    delete root_;
     EXPECT_EQ(host_->globManager().numWindows(), 0u);
 }
 
 TEST_F(Robust, NoticesOfMovesMayDestroyWhatIsBeingAddedOrShown) {
-    RecordingParent* const root = openWindow();
     auto* child = new ProbeGlob;
     auto watch = GlobNotices::watchMoves(*child, calling([&] { delete child; }));
-    EXPECT_EQ(root->addChild(child, BottomLeft(10, 10)), nullptr);
+    EXPECT_EQ(root_->addChild(child, BottomLeft(10, 10)), nullptr);
     auto owned = std::make_unique<ProbeGlob>();
     child = owned.get();
-    auto* const panel = new ProbeGlob;
-    root->addChild(panel);
+    auto* const panel = addTo(root_, new ProbeGlob);
     watch = GlobNotices::watchMoves(*child, calling([&] { delete panel; }));
     EXPECT_EQ(panel->addChild(std::move(owned), BottomLeft(10, 10)), nullptr);
-    EXPECT_EQ(root->numChildren(), 0u);
+    EXPECT_EQ(root_->numChildren(), 0u);
     auto* const window = new Glob(20, 20);
     watch = GlobNotices::watchMoves(*window, calling([&] { delete window; }));
     EXPECT_FALSE(host_->globManager().realize(window, XY<int>(7, 7)));
@@ -66,36 +63,36 @@ TEST_F(Robust, NoticesOfMovesMayDestroyWhatIsBeingAddedOrShown) {
 
 TEST_F(Robust, ARootThatSharesACanvasIsNoWindow) {
     expectDiagnostic("window refused");
-    RecordingParent* const root = openWindow();
     auto const sharing = std::make_unique<Glob>(
-        static_cast<unsigned short>(5), static_cast<unsigned short>(5), Palette(), true, root->canvas());
+        static_cast<unsigned short>(5), static_cast<unsigned short>(5), Palette(), true, root_->canvas());
     EXPECT_FALSE(host_->globManager().realize(sharing.get()));
     EXPECT_EQ(host_->globManager().numWindows(), 1u);
 }
 
 TEST_F(Robust, TheLoopIsNotRunInsideAHandlerAndAnEarlyQuitCounts) {
     expectDiagnostic("loop run from inside a handler");
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob(60, 40, &log_));
     int answer = -1;
-    probe->onMessage = [&](auto const&, Glob*) {
+    probe->onMessage = [&](LightweightString<char> const& name, Glob*) {
+        if (name != "run") return 1;
+        sendMessage("inner", probe);
+        host_->loop().turn();
         answer = host_->run();
+        EXPECT_EQ(log_.size(), 1u) << "nothing is delivered inside the handler";
         host_->quit(3);
         return 1;
     };
     sendMessage("run", probe);
     driver_.settle();
     EXPECT_EQ(answer, 1);
+    EXPECT_EQ(log_, (Lines{"message run", "message inner"}));
     EXPECT_EQ(host_->run(), 3);
     EXPECT_EQ(host_->run(), 0) << "the quit is spent";
 }
 
 TEST_F(Robust, PostingThatDoublesEndsTheTurnAllTheSame) {
     expectDiagnostic("queue not drained");
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe);
+    auto* const probe = addTo(root_, new ProbeGlob);
     int delivered = 0;
     bool doubling = true;
     probe->onMessage = [&](auto const&, Glob*) {
@@ -130,23 +127,21 @@ TEST_F(Robust, CallbacksThatEndOtherSubscriptionsWhenTheyGo) {
 }
 
 TEST_F(Robust, AHiddenRootComesBackWithItsKeys) {
-    RecordingParent* const root = openWindow();
-    root->setVisible(false);
+    root_->setVisible(false);
     driver_.settle();
-    root->setVisible(true);
+    root_->setVisible(true);
     driver_.settle();
-    EXPECT_EQ(get_kbd_focus(), root);
-    root->unmapCanvas();
-    root->mapCanvas();
-    EXPECT_EQ(get_kbd_focus(), root);
+    EXPECT_EQ(get_kbd_focus(), root_);
+    root_->unmapCanvas();
+    root_->mapCanvas();
+    EXPECT_EQ(get_kbd_focus(), root_);
 }
 
 TEST_F(Robust, AWindowThatDiesUnderAHeldButtonLeavesThePointerFree) {
+    destroy(root_);
     RecordingParent* const first = openWindow(200, 200, {0, 0});
     RecordingParent* const second = openWindow(200, 200, {300, 0});
-    std::vector<std::string> log;
-    auto* const probe = new ProbeGlob(60, 40, &log);
-    first->addChild(probe);
+    auto* const probe = addTo(first, new ProbeGlob(60, 40, &log_));
     int presses = 0;
     probe->onReact = [&](Event const& event) { return mouse_down_event(event) && ++presses > 0; };
     driver_.moveTo({400, 100});
@@ -154,7 +149,7 @@ TEST_F(Robust, AWindowThatDiesUnderAHeldButtonLeavesThePointerFree) {
     delete second;
     driver_.settle();
     driver_.moveTo(probe);
-    EXPECT_EQ(log, std::vector<std::string>{"entered"}) << "hovering works without the release";
+    EXPECT_EQ(log_, Lines{"entered"}) << "hovering works without the release";
     driver_.press();
     EXPECT_EQ(presses, 1);
     driver_.release();
@@ -163,11 +158,8 @@ TEST_F(Robust, AWindowThatDiesUnderAHeldButtonLeavesThePointerFree) {
 }
 
 TEST_F(Robust, TheInactiveHearNoKeysAndPassThemOn) {
-    RecordingParent* const root = openWindow();
-    auto* const panel = new ProbeGlob(200, 200);
-    auto* const field = new ProbeGlob;
-    root->addChild(panel);
-    panel->addChild(field);
+    auto* const panel = addTo(root_, new ProbeGlob(200, 200));
+    auto* const field = addTo(panel, new ProbeGlob);
     int inPanel = 0, inField = 0;
     panel->onReact = [&](Event const& event) { return isKeyPressEvent(event) && ++inPanel > 0; };
     field->onReact = [&](Event const& event) {
@@ -199,9 +191,7 @@ TEST_F(Robust, HandlersOutsideTheTreeAreForgottenToo) {
 }
 
 TEST_F(Robust, MovingEndsWhenHiddenAndTheNewPlaceStays) {
-    RecordingParent* const root = openWindow();
-    auto* const probe = new ProbeGlob;
-    root->addChild(probe, TopRight(0, 0));
+    auto* const probe = addTo(root_, new ProbeGlob, TopRight(0, 0));
     probe->setMovable(true);
     probe->onReact = [&](Event const& event) {
         if (!mouse_down_event(event)) return probe->Glob::react(event);
@@ -210,7 +200,7 @@ TEST_F(Robust, MovingEndsWhenHiddenAndTheNewPlaceStays) {
     };
     driver_.drag(probe, {-100, -50});
     XY<int> const left = probe->box().bottomLeft();
-    driver_.resizeWindow(root, {500, 400});
+    driver_.resizeWindow(root_, {500, 400});
     EXPECT_EQ(probe->box().bottomLeft(), left);
     driver_.press(probe);
     probe->setVisible(false);
@@ -219,12 +209,8 @@ TEST_F(Robust, MovingEndsWhenHiddenAndTheNewPlaceStays) {
 }
 
 TEST_F(Robust, WhatTheLoopPromisesOfTimersAndCapture) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const first = new ProbeGlob(60, 40, &log, "first");
-    auto* const second = new ProbeGlob(60, 40, &log, "second");
-    root->addChild(first);
-    root->addChild(second, BottomLeft(100, 0));
+    auto* const first = addTo(root_, new ProbeGlob(60, 40, &log_, "first"));
+    auto* const second = addTo(root_, new ProbeGlob(60, 40, &log_, "second"), BottomLeft(100, 0));
     for (ProbeGlob* probe : {first, second}) {
         probe->setInterest(EventKind::timer);
         probe->onReact = [probe](Event const& event) {
@@ -238,13 +224,12 @@ TEST_F(Robust, WhatTheLoopPromisesOfTimersAndCapture) {
     }
     virtualClock().advance(10);
     host_->loop().turn();
-    EXPECT_EQ(log, (std::vector<std::string>{"first tick", "first message ticked", "second tick",
-                                             "second message ticked"}));
-    log.clear();
+    EXPECT_EQ(takeLog(),
+              (Lines{"first tick", "first message ticked", "second tick", "second message ticked"}));
     second->clearInterest(EventKind::timer);
     virtualClock().advance(1000);
     for (int i = 0; i < 5; ++i) host_->loop().turn();
-    EXPECT_EQ(log.size(), 2u) << "one tick and its message, although a hundred were missed";
+    EXPECT_EQ(log_.size(), 2u) << "one tick and its message, although a hundred were missed";
     second->onReact = [&](Event const& event) {
         if (mouse_up_event(event)) second->note("up");
         return true;
@@ -258,10 +243,10 @@ TEST_F(Robust, WhatTheLoopPromisesOfTimersAndCapture) {
         return true;
     };
     driver_.press(first);
-    log.clear();
+    log_.clear();
     driver_.release();
-    EXPECT_EQ(log.front(), "second up") << "the handler's own choice of the holder stays";
-    log.clear();
+    EXPECT_EQ(log_.front(), "second up") << "the handler's own choice of the holder stays";
+    log_.clear();
     second->setInterest(EventKind::timer);
     second->onReact = [&](Event const& event) {
         if (isTimerEvent(event)) second->note("tick");
@@ -269,31 +254,27 @@ TEST_F(Robust, WhatTheLoopPromisesOfTimersAndCapture) {
     };
     virtualClock().advance(10);
     host_->loop().turn();
-    EXPECT_TRUE(log.empty()) << "registered anew in the same tick";
+    EXPECT_TRUE(log_.empty()) << "registered anew in the same tick";
     first->clearInterest(EventKind::timer);
     second->clearInterest(EventKind::timer);
 }
 
 TEST_F(Robust, ContainmentFollowsSilentChanges) {
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const below = new ProbeGlob(60, 40, &log, "below");
-    root->addChild(below);
-    Glob* above = root->addChild(new ProbeGlob(60, 40));
+    addTo(root_, new ProbeGlob(60, 40, &log_, "below"));
+    Glob* above = root_->addChild(new ProbeGlob(60, 40));
     driver_.moveTo({110, 110});
-    root->removeWidget(above, false);
+    root_->removeWidget(above, false);
     driver_.settle();
-    EXPECT_EQ(log, std::vector<std::string>{"below entered"});
+    EXPECT_EQ(log_, Lines{"below entered"});
 }
 
 TEST_F(Robust, PlacesAtTheEndsOfTheNumbersDoNotOverflow) {
-    RecordingParent* const root = openWindow();
     constexpr int most = std::numeric_limits<int>::max();
     constexpr int least = std::numeric_limits<int>::min();
-    Glob* deepest = root;
+    Glob* deepest = root_;
     for (int i = 0; i < 20; ++i) deepest = deepest->addChild(new Glob(50, 50), BottomLeft(most, least));
-    for (auto position : {TopRight(least, most), Centre(most, most), RightOf(most, root->firstChild())})
-        root->addChild(new Glob(10, 10), position);
+    for (auto position : {TopRight(least, most), Centre(most, most), RightOf(most, root_->firstChild())})
+        root_->addChild(new Glob(10, 10), position);
     EXPECT_GT(deepest->screenBox().x1, 0);
     EXPECT_LT(deepest->screenXYToGlobXY({least, most}).x, 0);
     for (XY<int> place : {XY<int>(least, least), XY<int>(most, most), XY<int>(most, least)}) {
@@ -308,29 +289,24 @@ TEST_F(Robust, DrawingChildrenByHandNeedsNoCallStackEither) {
         using Glob::Glob;
         void draw() override { drawWidgets(); }
     };
-    RecordingParent* const root = openWindow();
     Glob* chain = new ByHand(4, 4);
     for (int i = 0; i < 50000; ++i) {
         auto* const outer = new ByHand(4, 4);
         outer->addChild(chain);
         chain = outer;
     }
-    root->addChild(chain);
+    root_->addChild(chain);
     driver_.settle();
 }
 
 TEST_F(Robust, AThrowingFocusHolderKeepsNobodyFromBeingTold) {
     expectDiagnostic("exception in handler");
-    RecordingParent* const root = openWindow();
-    std::vector<std::string> log;
-    auto* const thrower = new ProbeGlob;
-    auto* const next = new ProbeGlob(10, 10, &log);
-    root->addChild(thrower);
-    root->addChild(next);
+    auto* const thrower = addTo(root_, new ProbeGlob);
+    auto* const next = addTo(root_, new ProbeGlob(10, 10, &log_));
     set_kbd_focus(thrower);
     thrower->onFocus = [] { throw 1; };
     EXPECT_TRUE(set_kbd_focus(next));
-    EXPECT_EQ(log, std::vector<std::string>{"gained"});
+    EXPECT_EQ(log_, Lines{"gained"});
 }
 
 TEST(RobustHosts, ComeAndGo) {

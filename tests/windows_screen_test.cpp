@@ -79,7 +79,7 @@ TEST_F(Screen, EveryPopUpLiesWhollyOnTheMonitorOfItsAnchor) {
 
 TEST_F(Screen, SafePlacesGoToTheOtherSideWhereThereIsNoRoom) {
     RecordingParent* const window = openWindow(400, 300, {1500, 700});
-    auto* const row = window->addChild(std::make_unique<ProbeGlob>(100, 20), BottomLeft(250, 100));
+    auto* const row = addTo(window, new ProbeGlob(100, 20), BottomLeft(250, 100));
     GlobCreationInfo const menu(300, 200);
     bool opposite = false;
     EXPECT_EQ(manager().getPosForGlob(menu, RightOf(2, row)), (XY<int>{1852, 800}));
@@ -146,7 +146,7 @@ TEST_F(Screen, PlacesOfWindows) {
 
 TEST_F(Screen, WhatLiesUnderThePointerAndUnderAnEvent) {
     RecordingParent* const window = openWindow(400, 300, {100, 100});
-    auto* const child = window->addChild(std::make_unique<ProbeGlob>(60, 40), BottomLeft(10, 10));
+    auto* const child = addTo(window, new ProbeGlob(60, 40), BottomLeft(10, 10));
     EXPECT_EQ(event_to_glob(Event(EventKind::mouseMove, {120, 120})), child);
     EXPECT_EQ(event_to_glob(Event(EventKind::mouseMove, {90, 120})), nullptr);
     driver_.moveTo({300, 300});
@@ -188,9 +188,9 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
     RecordingParent* const second = openWindow(400, 300, {500, 0});
     std::vector<MeasuredGlob*> measured;
     for (RecordingParent* root : {first, second}) {
-        auto* const panel = root->addChild(std::make_unique<ProbeGlob>(200, 200), TopLeft(0, 0));
-        measured.push_back(panel->addChild(std::make_unique<MeasuredGlob>(), TopLeft(0, 0)));
-        panel->addChild(std::make_unique<ProbeGlob>(10, 10), Below(0, measured.back()));
+        auto* const panel = addTo(root, new ProbeGlob(200, 200), TopLeft(0, 0));
+        measured.push_back(addTo(panel, new MeasuredGlob(), TopLeft(0, 0)));
+        addTo(panel, new ProbeGlob(10, 10), Below(0, measured.back()));
     }
     driver_.settle();
     std::uint32_t const dark = driver_.pixel(first, {300, 10});

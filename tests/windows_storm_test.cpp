@@ -57,12 +57,9 @@ protected:
     void open() {
         root_ = openWindow();
         other_ = openWindow(200, 200, {700, 100});
-        probe_ = new HostileGlob(60, 40);
-        target_ = new HostileGlob(60, 40);
-        root_->addChild(probe_, BottomLeft(50, 50));
-        root_->addChild(target_, BottomLeft(150, 50));
-        host_->offscreen()->activate(nativeOf(root_)->id());
-        driver_.settle();
+        probe_ = addTo(root_, new HostileGlob(60, 40), BottomLeft(50, 50));
+        target_ = addTo(root_, new HostileGlob(60, 40), BottomLeft(150, 50));
+        activate(root_);
         probe_->claimKbdFocus();
         probe_->onReact = [this](Event const& event) {
             if (mouse_move_event(event) && event.heldButtons() != 0 && drags_)
@@ -84,8 +81,7 @@ protected:
         event.kind = kind;
         event.text = text;
         event.amount = caret;
-        host_->offscreen()->inject(event);
-        driver_.settle();
+        inject(event);
     }
     /// A person who uses everything.
     void use() {
@@ -107,8 +103,7 @@ protected:
         driver_.moveTo({266, 171});
         driver_.release();
         driver_.moveTo({5, 5});
-        host_->offscreen()->deactivateAll();
-        driver_.settle();
+        deactivate();
     }
 
     bool drags_ = false;
@@ -134,9 +129,7 @@ TEST_F(Storm, AnyAnswerMayDestroyCloseOrOpenAnything) {
             if (host_->globManager().addModalGlob(dialog.get(), root_)) static_cast<void>(dialog.release());
         },
         [&] { host_->offscreen()->refuseWindows(true); },
-        [&] {
-            host_->offscreen()->setMonitors({{0, 0, 300, 200}});
-        },
+        [&] { host_->offscreen()->setMonitors(std::vector<IntBox>(1, IntBox(0, 0, 300, 200))); },
         [&] { root_->setVisible(false); },
         [&] { throw std::runtime_error("x"); },
         [&] { EventSystem::live().pointer.capture(target_); },
