@@ -2,7 +2,6 @@
 
 #include "foundation/focus_stop.h"
 #include "host/drawing/drawable.h"
-#include "host/objects/kbd_focus.h"
 
 namespace wainscot {
 
@@ -29,6 +28,7 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
         if (addMember(*box) == refused) return false;
         box->setUserFunction(checkboxCallback, this);
         box->setMembership(this);
+        box->setShownMixed(isDataMixed());
     }
     firstIsTrue_ = firstIsTrue;
     valueOfFirst_ = firstIsTrue || !value_;
@@ -76,10 +76,11 @@ void BoolRadioSet::show(bool value) {
 
 /// The pair is one stop: the focus does not stay behind on the side that is not ticked.
 void BoolRadioSet::takeFocusAlong() {
-    auto const* const holder = dynamic_cast<Checkbox*>(get_kbd_focus());
-    if (!holder || holder->getMembership() != this || holder->isTicked()) return;
     Checkbox* const chosen = side(getCurrent());
-    if (chosen && chosen->isTicked() && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
+    if (!chosen || !chosen->isTicked() || !FocusStop::canTake(*chosen)) return;
+    auto const* const holder = dynamic_cast<Checkbox*>(FocusStop::holderBeside(*chosen));
+    if (holder && holder->getMembership() == this && !holder->isTicked())
+        FocusStop::giveFocus(*chosen, *chosen);
 }
 
 Checkbox* BoolRadioSet::side(int index) const {

@@ -53,8 +53,9 @@ Button::~Button() = default;
 
 void Button::init(unsigned short width) {
     standardFont_ = font_ == UifStd::getFont();
-    automaticWidth_ = width == 0 && !label_.text().isEmpty();
-    if (automaticWidth_) autoResize();
+    if (width != 0 || label_.text().isEmpty()) return;
+    automatic_ = AutomaticSize(true, height() == 0);
+    automatic_.apply(*this, calcSizeFor(label_, font_));
 }
 
 Button::Extras& Button::extras() {
@@ -278,7 +279,7 @@ void Button::handleKbdFocus() {
 void Button::handleLookChange() {
     rect::handleLookChange();
     if (standardFont_) font_ = UifStd::getFont();
-    if (automaticWidth_) autoResize();
+    automatic_.apply(*this, calcSizeFor(label_, font_));
 }
 
 void Button::handleMouseContainment(bool inside) {

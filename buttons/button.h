@@ -1,6 +1,7 @@
 #pragma once
 
 #include "buttons/button_widget.h"
+#include "foundation/automatic_size.h"
 #include "foundation/rect.h"
 #include "foundation/tab_orderable.h"
 #include "host/drawing/font.h"
@@ -222,8 +223,8 @@ private:
     bool ignoresClicks_ = false;
     bool pressed_ = false;
     bool defaultAction_ = false;
-    /// Its width, and its font, follow the user's size preference.
-    bool automaticWidth_ = false;
+    /// Its size, and its font, follow the user's size preference.
+    AutomaticSize automatic_{false, false};
     bool standardFont_;
 };
 

@@ -26,14 +26,8 @@ int tickSide() {
     return UifStd::getButtonHeight(tickShare);
 }
 
-XY<int> sizeFor(Checkbox::InitArgs const& args) {
-    int const width = args.width != 0 ? args.width : Checkbox::calcWidth(args.label, args.border, args.font);
-    return {width, args.height != 0 ? args.height : UifStd::getButtonHeight()};
-}
-
 StandardPanel::InitArgs panelArgs(Checkbox::InitArgs const& args) {
-    XY<int> const size = sizeFor(args);
-    return {GlobCreationInfo(args, toSize16(size.x), toSize16(size.y)), Border(args.border)};
+    return {args, Border(args.border)};
 }
 
 bool isToggleKey(Event const& event) {
@@ -61,8 +55,10 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 
 Checkbox::Checkbox(InitArgs const& args)
     : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
-      ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()), automaticWidth_(args.width == 0),
-      automaticHeight_(args.height == 0) {}
+      ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()),
+      automatic_(args.width == 0, args.height == 0) {
+    automatic_.apply(*this, neededSize());
+}
 
 Checkbox::~Checkbox() = default;
 
@@ -138,6 +134,7 @@ void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
 }
 
 void Checkbox::setMembership(iCheckboxSet* set, unsigned int index) {
+    if (set != set_) setShownMixed(false);
     set_ = set;
     memberIndex_ = index;
 }
@@ -289,13 +286,14 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
     return Glib::loadIcon(on ? L"led_blue_on.png" : L"led_blue.png");
 }
 
+XY<int> Checkbox::neededSize() const {
+    return {calcWidth(label_, getBorder().getType(), font_), UifStd::getButtonHeight()};
+}
+
 void Checkbox::handleLookChange() {
     StandardPanel::handleLookChange();
     if (standardFont_) font_ = UifStd::getFont();
-    int const wide =
-        automaticWidth_ ? calcWidth(label_, getBorder().getType(), getTextFont()) : static_cast<int>(width());
-    int const high = automaticHeight_ ? UifStd::getButtonHeight() : static_cast<int>(height());
-    if (wide != width() || high != height()) resize(wide, high);
+    automatic_.apply(*this, neededSize());
 }
 
 void Checkbox::draw() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/automatic_size.h"
 #include "foundation/standard_panel.h"
 #include "foundation/tab_orderable.h"
 #include "foundation/val_widget.h"
@@ -174,6 +175,7 @@ private:
     bool reactToMouse(Event const& event);
     bool reactToArrow(Event const& event);
     void setPressed(bool pressed);
+    XY<int> neededSize() const;
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
@@ -201,8 +203,7 @@ private:
     bool shownMixed_ = false;
     /// Its size follows label and metrics.
     bool standardFont_;
-    bool automaticWidth_;
-    bool automaticHeight_;
+    AutomaticSize automatic_;
 };
 
 } // namespace wainscot

@@ -44,8 +44,8 @@ StandardPanel::InitArgs CheckboxPanel::panelArgs(InitArgs const& args) {
 
 CheckboxPanel::CheckboxPanel(InitArgs const& args)
     : StandardPanel(panelArgs(args)), switch_(std::make_unique<MemberSwitch>()),
-      columns_(std::max<int>(args.columns, 1)), bold_(args.bold), automaticWidth_(args.width == 0),
-      automaticHeight_(args.height == 0) {
+      columns_(std::max<int>(args.columns, 1)), bold_(args.bold),
+      automatic_(args.width == 0, args.height == 0) {
     if (!args.title.isEmpty()) setTitle(args.title, eRedrawNo);
 }
 
@@ -86,11 +86,7 @@ XY<int> CheckboxPanel::neededSize() const {
 }
 
 void CheckboxPanel::resizeToFit() {
-    if (!automaticWidth_ && !automaticHeight_) return;
-    XY<int> const needed = neededSize();
-    int const wide = automaticWidth_ ? needed.x : static_cast<int>(width());
-    int const high = automaticHeight_ ? needed.y : static_cast<int>(height());
-    if (XY<int>{wide, high} != size()) resize(wide, high);
+    automatic_.apply(*this, neededSize());
 }
 
 void CheckboxPanel::setBoldRoom(bool bold) {

@@ -70,8 +70,7 @@ private:
     std::unique_ptr<MemberSwitch> switch_;
     int columns_;
     bool bold_;
-    bool automaticWidth_;
-    bool automaticHeight_;
+    AutomaticSize automatic_;
 };
 
 } // namespace wainscot

@@ -3,7 +3,6 @@
 #include "buttons/choice_steps_p.h"
 #include "foundation/focus_stop.h"
 #include "host/drawing/drawable.h"
-#include "host/objects/kbd_focus.h"
 
 #include <algorithm>
 
@@ -19,6 +18,7 @@ void CheckboxRadioSetBase::addCheckbox(Checkbox* checkbox) {
     if (!checkbox || checkbox->getMembership() == this) return;
     checkbox->setUserFunction(checkboxClickCallback, this);
     checkbox->setMembership(this, numCheckboxes());
+    checkbox->setShownMixed(mixed_);
     members_.emplace_back(checkbox);
 }
 
@@ -36,7 +36,7 @@ void CheckboxRadioSetBase::clear() {
 
 Checkbox* CheckboxRadioSetBase::checkbox(unsigned int index) const {
     Checkbox* const box = index < members_.size() ? members_[index].get() : nullptr;
-    return box && box->getMembership() == this ? box : nullptr;
+    return box && box->getMembership() == this && box->getMemberIndex() == index ? box : nullptr;
 }
 
 unsigned int CheckboxRadioSetBase::findCheckbox(Checkbox const* sought) const {
@@ -92,13 +92,15 @@ bool CheckboxRadioSetBase::tickOnly(unsigned int index) {
 
 /// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
 void CheckboxRadioSetBase::takeFocusAlong() {
-    auto const* const holder = dynamic_cast<Checkbox*>(get_kbd_focus());
-    if (!holder || holder->getMembership() != this || holder->isTicked()) return;
     Checkbox* const chosen = checkbox(getSelectedCheckbox());
-    if (chosen && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
+    if (!chosen || !FocusStop::canTake(*chosen)) return;
+    auto const* const holder = dynamic_cast<Checkbox*>(FocusStop::holderBeside(*chosen));
+    if (holder && holder->getMembership() == this && !holder->isTicked())
+        FocusStop::giveFocus(*chosen, *chosen);
 }
 
 void CheckboxRadioSetBase::showMixed(bool mixed) {
+    mixed_ = mixed;
     LifeGuard const life(life_);
     for (unsigned int i = 0; life.alive() && i < numCheckboxes(); ++i)
         if (Checkbox* const box = checkbox(i)) box->setShownMixed(mixed);

@@ -68,6 +68,7 @@ private:
     std::vector<GlobRef<Checkbox>> members_;
     int columns_ = 1;
     unsigned int previous_ = noCheckbox;
+    bool mixed_ = false;
     /// Tells one choice from those made while it is being shown.
     unsigned int choice_ = 0;
     LifeToken life_;

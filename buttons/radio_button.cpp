@@ -7,7 +7,6 @@
 #include "host/events/event.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
-#include "host/objects/kbd_focus.h"
 
 namespace wainscot {
 
@@ -41,10 +40,11 @@ void radio_set::set_current(int index, bool quiet) {
 
 /// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
 void radio_set::takeFocusAlong() {
-    auto const* const holder = dynamic_cast<radio_button*>(get_kbd_focus());
-    if (!holder || holder->set() != this || holder->index() == getCurrent()) return;
     Button* const chosen = member(getCurrent());
-    if (chosen && FocusStop::canTake(*chosen)) FocusStop::giveFocus(*chosen, *chosen);
+    if (!chosen || !FocusStop::canTake(*chosen)) return;
+    auto const* const holder = dynamic_cast<radio_button*>(FocusStop::holderBeside(*chosen));
+    if (holder && holder->set() == this && holder->index() != getCurrent())
+        FocusStop::giveFocus(*chosen, *chosen);
 }
 
 int radio_set::tabStopIndex() const {

@@ -32,7 +32,7 @@ RadioSet::InitArgs::InitArgs(Vector<LightweightString<wchar_t>> texts, unsigned 
 
 RadioSet::RadioSet(InitArgs const& args)
     : StandardPanel(StandardPanel::InitArgs(args)), switch_(std::make_unique<MemberSwitch>()),
-      vertical_(args.vertical), automaticWidth_(args.width == 0), automaticHeight_(args.height == 0) {
+      vertical_(args.vertical), automatic_(args.width == 0, args.height == 0) {
     for (LightweightString<wchar_t> const& label : args.labels)
         if (!addItem(label, args.faceColour)) break;
     resizeToFit();
@@ -90,11 +90,7 @@ XY<int> RadioSet::neededSize() const {
 }
 
 void RadioSet::resizeToFit() {
-    if (!automaticWidth_ && !automaticHeight_) return;
-    XY<int> const needed = neededSize();
-    int const wide = automaticWidth_ ? needed.x : static_cast<int>(width());
-    int const high = automaticHeight_ ? needed.y : static_cast<int>(height());
-    if (XY<int>{wide, high} != size()) resize(wide, high);
+    automatic_.apply(*this, neededSize());
 }
 
 void RadioSet::layOutButtons() {

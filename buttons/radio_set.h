@@ -1,6 +1,7 @@
 #pragma once
 
 #include "buttons/radio_button.h"
+#include "foundation/automatic_size.h"
 #include "foundation/standard_panel.h"
 #include "host/base/lightweight_vector.h"
 
@@ -73,8 +74,7 @@ private:
     radio_set set_;
     std::unique_ptr<MemberSwitch> switch_;
     bool vertical_;
-    bool automaticWidth_;
-    bool automaticHeight_;
+    AutomaticSize automatic_;
 };
 
 } // namespace wainscot

@@ -7,7 +7,7 @@
 namespace wainscot {
 
 /// The value of a thumb while the user holds it: what it was at first, what the data took last, and which
-/// changes the data was told of. Data that hears of a start hears of the end.
+/// changes the data was told of. Data that hears of a start hears of the end, unless the widget dies.
 template <class T>
 class HeldValue {
 public:

@@ -101,6 +101,7 @@ public:
     ThumbSettings getWidgetValue() const override { return {position_, size_}; }
     /// Size and position together.
     void setNewWidgetValue(ThumbSettings& value, eRedrawFlag redraw) override;
+    void handleDataAdaptorChange() override;
 
     // --- State
     Orientation getOrientation() const { return orientation_; }

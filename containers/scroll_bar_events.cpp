@@ -90,6 +90,10 @@ void ScrollBar::tellDataOfEnd() {
     if (held_.end()) tellData(held_.accepted(), DataChangeType::finished);
 }
 
+void ScrollBar::handleDataAdaptorChange() {
+    tellDataOfEnd();
+}
+
 bool ScrollBar::endPress() {
     bool const wasHeld = isDragging();
     dragging_ = false;

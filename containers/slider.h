@@ -66,6 +66,7 @@ public:
     void setPosition(double value);
     double getWidgetValue() const override { return value_; }
     void setNewWidgetValue(double& value, eRedrawFlag redraw) override;
+    void handleDataAdaptorChange() override;
     /// Changes the value as the user does, with all reports. False when it stays as it is.
     bool changePosition(double value);
     /// By a 500th of the range towards the maximum, or towards the minimum.
@@ -136,6 +137,7 @@ private:
     void setSliderFromPixelPos(double x);
     bool release(Event const& event);
     bool letGo();
+    void tellDataOfEnd();
     /// Ends what is held; only the data is told. False when the slider has gone.
     bool dropThumb();
 

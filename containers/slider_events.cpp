@@ -16,7 +16,8 @@ constexpr double pagesInRange = 10;
 } // namespace
 
 bool Slider::react(Event const& event) {
-    if (isActive() && isKeyPressEvent(event)) return reactToKey(event) || Glob::react(event);
+    // What the pointer holds is not to be moved by two hands.
+    if (isActive() && !held_ && isKeyPressEvent(event)) return reactToKey(event) || Glob::react(event);
     bool isUsed = false;
     if (mouse_down_event(event))
         isUsed = press(event);
@@ -130,8 +131,16 @@ bool Slider::dropThumb() {
     held_ = false;
     makeDirty();
     LifeGuard const life = guard();
-    if (heldValue_.end()) tellData(heldValue_.accepted(), DataChangeType::finished);
+    tellDataOfEnd();
     return life.alive();
+}
+
+void Slider::tellDataOfEnd() {
+    if (heldValue_.end()) tellData(heldValue_.accepted(), DataChangeType::finished);
+}
+
+void Slider::handleDataAdaptorChange() {
+    tellDataOfEnd();
 }
 
 void Slider::handleCaptureLost() {

@@ -27,6 +27,10 @@ void handleKbdFocus(Glob& control, TabOrderable& stop) {
     if (get_kbd_focus() == &control && !stop.isTabStopFocus()) stop.setTabStopFocus();
 }
 
+Glob* holderBeside(Glob& control) {
+    return KbdFocus::holderIn(*Glob::getRootParent(&control));
+}
+
 void giveFocus(Glob& control, TabOrderable& stop) {
     LifeGuard const life = control.guard();
     if (!stop.setTabStopFocus() && life.alive()) control.claimKbdFocus();

@@ -16,6 +16,9 @@ WAINSCOT_API bool canTake(Glob const& control);
 WAINSCOT_API void handleLoss(Glob& control, TabOrderable const& stop);
 /// The keyboard focus came or went: shows and tells it, and makes the control the current stop.
 WAINSCOT_API void handleKbdFocus(Glob& control, TabOrderable& stop);
+/// What has the keyboard focus of the control's window, which need not be the active one; null when nothing
+/// has.
+WAINSCOT_API Glob* holderBeside(Glob& control);
 /// Gives it the focus, as a stop where it is one.
 WAINSCOT_API void giveFocus(Glob& control, TabOrderable& stop);
 

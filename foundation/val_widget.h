@@ -43,6 +43,10 @@ public:
     /// That has changed. Does nothing here; widgets that draw it override it, and redraw as the flag says.
     virtual void handleDataMixed(bool mixed, eRedrawFlag redraw);
 
+    /// Another adaptor is about to take the place of the present one: what that was told of and is not
+    /// finished ends now. Does nothing here. It may destroy everything.
+    virtual void handleDataAdaptorChange();
+
     /// Allows or forbids changes by the user. Does nothing here; widgets that can be disabled override it.
     virtual void setEnabledState(bool enabled);
 
@@ -61,6 +65,10 @@ ValWidget<T>::~ValWidget() {
 
 template <class T>
 void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
+    if (Qv::Ptr<ValAdaptorBase<T>> const present = adaptor_) {
+        handleDataAdaptorChange();
+        if (present->getWidget() != this) return;
+    }
     // The old one goes last: what its destructor does may destroy this.
     Qv::Ptr<ValAdaptorBase<T>> const old = std::exchange(adaptor_, std::move(adaptor));
     if (old) old->leaveWidget(*this);
@@ -88,6 +96,9 @@ void ValWidget<T>::setDataMixed(bool mixed, eRedrawFlag redraw) {
 
 template <class T>
 void ValWidget<T>::handleDataMixed(bool, eRedrawFlag) {}
+
+template <class T>
+void ValWidget<T>::handleDataAdaptorChange() {}
 
 template <class T>
 void ValWidget<T>::setEnabledState(bool) {}

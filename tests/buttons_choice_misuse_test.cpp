@@ -88,6 +88,9 @@ TEST_F(ChoicesMisused, AMemberThatWentToAnotherSetIsNoConcernOfTheFormerOne) {
     driver_.click(third);
     former.setSelectedItem(1);
     EXPECT_TRUE(third->isTicked() && !moved->isTicked());
+    former.addCheckbox(moved);
+    driver_.click(moved);
+    EXPECT_TRUE(moved->isTicked() && !stayed->isTicked()) << "back again";
 }
 
 TEST_F(ChoicesMisused, TheSameMemberTwiceCanStillBeChosen) {
@@ -255,6 +258,12 @@ TEST_F(ChoicesMisused, LabelsAndSizesFollowTheUsersSize) {
     EXPECT_FALSE(set->getCheckbox(0)->getTooltipDetails({2, 2}, details)) << "it is cut";
     Look::setSize(1);
     for (std::size_t i = 0; i < globs.size(); ++i) EXPECT_EQ(globs[i]->width(), before[i]);
+    EXPECT_EQ(button->height(), UifStd::getButtonHeight());
+    for (Glob* const glob : globs) glob->resize(200, 40);
+    Look::setTheme(eThemeLight);
+    for (Glob const* glob : {globs[0], globs[2], globs[3]})
+        EXPECT_EQ(glob->size(), XY<int>(200, 40)) << "the owner's sizes stay";
+    Look::setTheme(eThemeDark);
 }
 
 TEST_F(ChoicesMisused, TwoSetsShowOneValueAndOnlyTheClickedOneReports) {

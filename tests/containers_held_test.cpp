@@ -5,7 +5,9 @@
 #include "containers/slider.h"
 #include "foundation/val_adaptor.h"
 #include "host/events/event.h"
+#include "host/objects/drag_drop_item.h"
 #include "host/objects/glob_notices.h"
+#include "host/windows/drag_drop_manager.h"
 
 #include <gmock/gmock.h>
 
@@ -177,6 +179,77 @@ TEST_F(HeldThumbs, DataMayDisableTheBarInItsRequest) {
     driver_.release();
     EXPECT_EQ(sent(), "") << "what was under way has ended";
     EXPECT_FALSE(bar->isDragging());
+}
+
+TEST_F(HeldThumbs, DataMayDestroyAnythingWhenWhatIsHeldIsMovedOrTakenOut) {
+    expectDiagnostic("keyboard focus refused");
+    expectDiagnostic("tree operation refused");
+    expectDiagnostic("message not handled");
+    for (int victim = 0; victim < 5; ++victim) {
+        for (bool const moves : {true, false}) {
+            Glob* const from = add(new Glob(300, 100), 0);
+            Glob* const to = add(new Glob(300, 100), 200);
+            Slider* const slider = addSlider(0.5);
+            from->addChild(slider, BottomLeft(10, 10));
+            driver_.settle();
+            auto const data = Qv::makePtr<Data<double>>();
+            slider->setDataAdaptor(data);
+            pressAt(slider, 104);
+            moveIn(slider, 124);
+            data->onAsk = [&] {
+                if (victim == 0) destroy(slider);
+                if (victim == 1) destroy(from);
+                if (victim == 2) destroy(to);
+                if (victim == 3) root_->addChild(slider, BottomLeft(0, 0));
+                if (victim == 4) slider->claimKbdFocus();
+            };
+            std::unique_ptr<Glob> taken;
+            if (moves)
+                to->addChild(slider, BottomLeft(0, 0));
+            else
+                taken = from->takeWidget(slider);
+            data->onAsk = {};
+            EXPECT_THAT(data->whys, ElementsAre(0, 2));
+            EXPECT_EQ(is_good_glob_ptr(slider), victim != 0 && !(moves && victim == 2)) << victim;
+            EXPECT_FALSE(taken && get_kbd_focus() == slider);
+            driver_.release();
+            taken.reset();
+            for (Glob* const glob : {static_cast<Glob*>(slider), from, to}) destroy(glob);
+            driver_.settle();
+        }
+    }
+}
+
+TEST_F(HeldThumbs, AnotherAdaptorHearsNothingOfAnEarlierStart) {
+    Slider* const slider = addSlider(0.5);
+    auto const first = Qv::makePtr<Data<double>>();
+    auto const second = Qv::makePtr<Data<double>>();
+    slider->setDataAdaptor(first);
+    pressAt(slider, 104);
+    moveIn(slider, 124);
+    slider->setDataAdaptor(second);
+    moveIn(slider, 134);
+    slider->claimKbdFocus();
+    driver_.key(Key::right);
+    driver_.release();
+    EXPECT_THAT(first->whys, ElementsAre(0, 2));
+    EXPECT_THAT(second->whys, ElementsAre(0, 2)) << "a key does nothing to what is held";
+}
+
+TEST_F(HeldThumbs, ADragThatBeginsEndsWhatIsHeld) {
+    Slider* const slider = addSlider(0.5);
+    pressAt(slider, 104);
+    ASSERT_TRUE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), slider));
+    EXPECT_FALSE(slider->isThumbHeld());
+    driver_.release();
+    auto* const button = add(new Button(L"clip", "clip", 80, 24), 200);
+    driver_.press(button);
+    ASSERT_TRUE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), button));
+    driver_.release();
+    EXPECT_FALSE(button->isDown());
+    sent();
+    driver_.click(button);
+    EXPECT_EQ(sent(), "clip");
 }
 
 TEST_F(HeldThumbs, APressAfterALostReleaseBeginsAnew) {

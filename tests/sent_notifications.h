@@ -62,12 +62,15 @@ protected:
     virtual void dropListeners() {}
 
     void react() {
-        if (passing_-- > 0) return;
+        // What is taken away may be told of its end.
+        if (isReacting_ || passing_-- > 0) return;
+        isReacting_ = true;
         ++heard_;
         if (victim_ == sender) destroy(widget_);
         if (victim_ == parent || (victim_ == listener && !message_.empty())) destroy(parent_);
         if (victim_ == window) destroy(root_);
         if (victim_ == listener && message_.empty()) dropListeners();
+        isReacting_ = false;
     }
 
     template <class T>
@@ -126,6 +129,7 @@ protected:
     Victim victim_ = sender;
     int heard_ = 0;
     int passing_ = 0;
+    bool isReacting_ = false;
 };
 
 } // namespace wainscot

@@ -4,6 +4,7 @@
 #include "host/base/diagnostics.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/lifetime.h"
@@ -128,7 +129,7 @@ Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround
     }
     if (child->parent_ != this) {
         KbdFocus::joinTree(*child);
-        if (child->parent_) static_cast<void>(child->parent_->takeWidget(child).release());
+        if (child->parent_ && !moveHere(child)) return nullptr;
         Tree::link(*this, *child);
     }
     LifeGuard const life = guard();
@@ -138,6 +139,15 @@ Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround
     child->makeDirty();
     describeChanged(DescriptionChange::children);
     return child;
+}
+
+/// Takes it out of its parent. False when somebody who was told of it did otherwise.
+bool Glob::moveHere(Glob* child) {
+    LifeGuard const life = guard();
+    std::unique_ptr<Glob> taken = child->parent_->takeWidget(child);
+    if (!taken || !life.alive() || !mayTake(child)) return false;
+    taken.release();
+    return true;
 }
 
 Glob* Glob::addWidget(Glob* child, int x, int y, CoordinateOrigin origin, WidgetSurround surround,
@@ -172,11 +182,13 @@ void Glob::removeWidget(Glob*& child, bool redraw) {
 std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
     Glob* const taken = getWidget(child);
     if (!taken || taken->isDying()) return nullptr;
+    LifeGuard const life = taken->guard();
     taken->damageWithSurround();
-    if (!taken->loseInput()) return nullptr;
+    GlobRef<Glob> const holder = taken->loseInput();
     Tree::unlink(*taken);
     describeChanged(DescriptionChange::children);
-    return std::unique_ptr<Glob>(taken);
+    tellCaptureLost(holder);
+    return std::unique_ptr<Glob>(life.alive() && !taken->parent_ ? taken : nullptr);
 }
 
 void Glob::setWidgetDetails(WidgetDetails const& details) {
@@ -397,9 +409,10 @@ IntBox Glob::screenBox() const {
 
 void Glob::setVisible(bool visible) {
     if (isVisible() == visible) return;
+    GlobRef<Glob> holder;
     if (!visible) {
         damageWithSurround();
-        if (!loseInput()) return;
+        holder = loseInput();
     }
     setFlag(visibleFlag, visible);
     Tree::noteChange();
@@ -407,8 +420,10 @@ void Glob::setVisible(bool visible) {
         makeDirty();
         damageWithSurround();
     }
+    LifeGuard const life = guard();
     if (isWindow()) iRootHost::current()->rootVisibilityChanged(*this);
-    describeChanged(DescriptionChange::state);
+    if (life.alive()) describeChanged(DescriptionChange::state);
+    tellCaptureLost(holder);
 }
 
 bool Glob::isShown() const {
@@ -422,8 +437,15 @@ void Glob::setActive(bool active, eRedrawFlag redraw) {
     setFlag(activeFlag, active);
     if (redraw) makeDirty();
     LifeGuard const life = guard();
-    if (!active) relinquishKbdFocus(KbdFocus::heirOf(*this));
+    if (!active) handOnKbdFocus();
     if (life.alive()) describeChanged(DescriptionChange::state);
+}
+
+void Glob::handOnKbdFocus() {
+    Glob* const heir = KbdFocus::heirOf(*this);
+    if (heir && heir->isActive()) return relinquishKbdFocus(heir);
+    // Nobody can take it: then the root keeps it.
+    if (KbdFocus::holderIn(*getRootParent(this)) == this) KbdFocus::leave(*this);
 }
 
 void Glob::setOpacity(double opacity) {
@@ -445,9 +467,10 @@ void Glob::mapCanvas() {
 void Glob::unmapCanvas() {
     if (!canvas_->isMapped()) return;
     damageWithSurround();
-    if (!loseInput()) return;
+    GlobRef<Glob> const holder = loseInput();
     canvas_->setMapped(false);
     Tree::noteChange();
+    tellCaptureLost(holder);
 }
 
 // Self-description

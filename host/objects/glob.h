@@ -21,6 +21,8 @@ class configb;
 class DragDropItem;
 class Event;
 class Surround;
+template <class T>
+class GlobRef;
 struct GlobDescription;
 struct TooltipDetails;
 enum class DescriptionChange : std::uint8_t;
@@ -312,9 +314,11 @@ public:
     /// pointer no more. The base sends itself a move back to the place of the press and the release.
     virtual void handlePressCancelled(Event const& press);
     /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, or
-    /// another took the pointer: no release will come. What is held is to be let go of; nobody is to be told,
-    /// since the tree is being changed. The base stops moving.
+    /// another took the pointer: no release will come. Told when that change is done. What is held is to be
+    /// let go of without a report. The base stops moving.
     virtual void handleCaptureLost();
+    /// Tells a former holder, where it lives; what it does may destroy anything.
+    static void tellCaptureLost(GlobRef<Glob> const& holder);
 
     // --- Text entry
     /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
@@ -405,9 +409,11 @@ private:
     void setFlag(Flag flag, bool on) { flags_ = on ? flags_ | flag : flags_ & ~flag; }
     Side& side();
     void init(XY<int> size, Canvas* canvas, bool opaque);
-    /// Takes focus and captured pointer away from it and all below it; only the holder of the pointer is
-    /// told. False when it has gone.
-    bool loseInput();
+    /// Takes focus and captured pointer away from it and all below it, and tells nobody: the former holder of
+    /// the pointer, which is given, is told when the change is done that asked for it.
+    GlobRef<Glob> loseInput();
+    void handOnKbdFocus();
+    bool moveHere(Glob* child);
     void surroundChanged();
     /// It is the root of a window.
     bool isWindow() const;

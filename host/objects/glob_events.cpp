@@ -3,6 +3,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/placement.h"
@@ -124,7 +125,7 @@ void Glob::startMoving() {
     EventHandler* const captured = system->pointer.captureHolder();
     if (system->pointer.heldButtons == 0 || captured == this) return;
     system->pointer.capture(this);
-    if (Glob* const before = captured ? captured->asGlob() : nullptr) before->handleCaptureLost();
+    tellCaptureLost(GlobRef<Glob>(captured ? captured->asGlob() : nullptr));
 }
 
 void Glob::stopMoving() {
@@ -134,16 +135,19 @@ void Glob::stopMoving() {
     if (parent_) Placement::setRule(*this, WidgetPosition(CoordinateOrigin::bottomLeft, position_));
 }
 
-bool Glob::loseInput() {
+GlobRef<Glob> Glob::loseInput() {
     KbdFocus::leave(*this);
     EventSystem* const system = EventSystem::current();
     EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
     Glob* const holder = captured ? captured->asGlob() : nullptr;
-    if (!holder || (holder != this && !isParentedTo(holder, this))) return true;
-    LifeGuard const life = guard();
+    if (!holder || (holder != this && !isParentedTo(holder, this))) return {};
     system->pointer.releaseCapture();
-    holder->handleCaptureLost();
-    return life.alive();
+    return GlobRef<Glob>(holder);
+}
+
+void Glob::tellCaptureLost(GlobRef<Glob> const& holder) {
+    DispatchScope const scope;
+    if (Glob* const told = holder.get()) runHandler("handleCaptureLost", [&] { told->handleCaptureLost(); });
 }
 
 void Glob::handleCaptureLost() {

@@ -79,6 +79,7 @@ bool set_kbd_focus(Glob* glob) {
     if (!glob) return giveToRoot(*system);
     if (!is_good_glob_ptr(glob)) return refuse("not a live object");
     if (!glob->isActive() || !glob->isShown()) return refuse("not shown or not active");
+    if (!Glob::getRootParent(glob)->canvas()->surface()) return refuse("in no window");
     return change(*system, *glob, Glob::getRootParent(glob)->idStamp());
 }
 

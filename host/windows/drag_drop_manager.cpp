@@ -3,6 +3,7 @@
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/tree.h"
 #include "host/windows/glob_manager.h"
 
@@ -41,11 +42,14 @@ DragDropManager& DragDropManager::instance() {
 
 bool DragDropManager::beginDrag(Qv::Ptr<DragDropItem> item, Glob* source) {
     if (!item || isDragging() || events_.pointer.heldButtons == 0) return false;
+    EventHandler* const captured = events_.pointer.captureHolder();
     events_.pointer.releaseCapture();
     item_ = std::move(item);
     source_.set(is_good_glob_ptr(source) ? source : nullptr);
     hovered_.set(nullptr);
     cursor_ = forbiddenCursor;
+    // Whoever held the pointer hears nothing of the release.
+    Glob::tellCaptureLost(GlobRef<Glob>(captured ? captured->asGlob() : nullptr));
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "host/events/messages.h"
 #include "host/messages/notify_msg.h"
 #include "host/objects/dispatch.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
 #include "host/services/clipboard.h"
@@ -184,13 +185,13 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
 /// A button that is pressed again was let go of where nobody told: over a window that was closed, for
 /// example.
 void InputRouter::forgetLostRelease() {
-    Glob* const holder = captureHolder();
+    GlobRef<Glob> const holder(captureHolder());
     events_.pointer.heldButtons = 0;
     events_.pointer.chord = false;
     events_.pointer.releaseCapture();
     handOver_.end();
     drags_.cancel();
-    if (is_good_glob_ptr(holder)) holder->handleCaptureLost();
+    Glob::tellCaptureLost(holder);
 }
 
 void InputRouter::routePress(InputEvent const& input) {
