@@ -140,7 +140,7 @@ void CheckboxPanel::setActive(bool active, eRedrawFlag redraw) {
     LifeGuard const life = guard();
     StandardPanel::setActive(active, redraw);
     if (life.alive())
-        switch_->setActive(active, redraw, life, getNumCheckboxes(), [this](int i) { return childBox(i); });
+        switch_->setActive(*this, active, redraw, getNumCheckboxes(), [this](int i) { return childBox(i); });
 }
 
 void CheckboxPanel::setPalette(Palette const& palette) {

@@ -125,7 +125,7 @@ void RadioSet::setActive(bool active, eRedrawFlag redraw) {
     LifeGuard const life = guard();
     StandardPanel::setActive(active, redraw);
     if (life.alive())
-        switch_->setActive(active, redraw, life, getNumItems(), [this](int i) { return childButton(i); });
+        switch_->setActive(*this, active, redraw, getNumItems(), [this](int i) { return childButton(i); });
 }
 
 void RadioSet::setPalette(Palette const& palette) {

@@ -71,13 +71,23 @@ void GalleryFrame::show(Page const& page) {
         if (auto* label = dynamic_cast<LabelGlob*>(&child)) label->setChosen(label->label() == page.title);
         return true;
     });
-    area_->setLeastSize(page.fitsAnywhere ? XY<int>() : leastPage());
+    fitsAnywhere_ = page.fitsAnywhere;
+    fitPage();
     std::unique_ptr<Glob> made = page.make(area_->contentsSize(), [this, life = guard()](auto const& line) {
         if (life.alive()) addLine(line);
     });
     made->setPalette(getPalette().makeChildPalette());
     page_ = area_->setContents(std::move(made));
     pageStamp_ = page_->idStamp();
+}
+
+void GalleryFrame::fitPage() {
+    area_->setLeastSize(fitsAnywhere_ ? XY<int>() : leastPage());
+}
+
+void GalleryFrame::handleLookChange() {
+    Glob::handleLookChange();
+    fitPage();
 }
 
 void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {

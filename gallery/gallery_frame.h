@@ -22,10 +22,12 @@ public:
     bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;
+    void handleLookChange() override;
     void describe(GlobDescription& description) const override;
 
 private:
     IntBox pageArea() const;
+    void fitPage();
     bool enterPage();
     void addLine(LightweightString<wchar_t> const& line);
 
@@ -35,6 +37,7 @@ private:
     MessageLog* log_;
     ScrolledArea* area_;
     Glob* page_ = nullptr;
+    bool fitsAnywhere_ = false;
     IdStamp pageStamp_;
     bool echo_ = false;
 };
