@@ -65,7 +65,9 @@ TEST_F(WindowToolkit, SlidingOffReleasesAndBackPressesAgain) {
     EXPECT_FALSE(next("Press  sends  pressed").empty());
     expectNothingOf("Apply");
     pressAt(at(apply.middle()));
-    std::uint32_t const down = bench_.colourAt(face);
+    // As the button beside it, which is down from the start.
+    std::uint32_t const down = bench_.colourAt(at(areaOf("button \"Down\"").corner + XY<int>{10, 15}));
+    EXPECT_TRUE(bench_.waitForColour(face, down));
     ASSERT_TRUE(bench_.movePointer(outside));
     EXPECT_TRUE(waitUntil([&] { return bench_.colourAt(face) != down; }));
     ASSERT_TRUE(bench_.movePointer(at(apply.middle())));
