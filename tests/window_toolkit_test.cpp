@@ -1,12 +1,9 @@
 #include "tests/gallery_window.h"
 
-#include <gmock/gmock.h>
-
 #include <cstdlib>
 
 using namespace wainscot;
 using namespace std::chrono_literals;
-using testing::HasSubstr;
 
 namespace {
 
