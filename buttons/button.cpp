@@ -167,6 +167,12 @@ void Button::setVisible(bool visible) {
     rect::setVisible(visible);
 }
 
+void Button::handleDetached() {
+    leaveAllManagers();
+    leaveDataAdaptor();
+    rect::handleDetached();
+}
+
 // Label and look
 
 void Button::setString(UIString const& label) {
@@ -273,6 +279,7 @@ void Button::handleTabStopFocusLoss() {
 }
 
 void Button::handleKbdFocus() {
+    keyHeld_ = keyHeld_ && get_kbd_focus() == this;
     FocusStop::handleKbdFocus(*this, *this);
 }
 
@@ -305,6 +312,7 @@ void Button::describe(GlobDescription& description) const {
     if (description.name.isEmpty() && getTooltipDetails({0, 0}, tip)) description.name = tip.text.text();
     if (isDown()) description.states |= GlobDescription::pressed;
     if (isActive()) description.states |= GlobDescription::focusable;
+    if (defaultAction_) description.states |= GlobDescription::isDefault;
     description.actions.push_back("press");
 }
 

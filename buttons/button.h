@@ -156,6 +156,7 @@ public:
     void handleLookChange() override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
+    void handleDetached() override;
     bool isAutoRepeating() const override;
     void draw() override;
     void drawBackground() override;
@@ -186,6 +187,8 @@ private:
     void init(unsigned short width);
     Extras& extras();
     bool isHovered() const;
+    /// Down, or shown so while the key of a click is held.
+    bool looksDown() const { return isDown() || (keyHeld_ && isActive()); }
     bool isInside(XY<int> const& place) const;
     bool reactToMouse(Event const& event);
     void press(Event const& event);
@@ -193,6 +196,7 @@ private:
     void releaseAt(Event const& event);
     bool reactToTimer();
     bool reactToKey(Event const& event);
+    void showKeyHeld(bool held);
     bool reactToMessage(Event const& event);
     void endPress();
     void startRepeating();
@@ -223,6 +227,8 @@ private:
     bool ignoresClicks_ = false;
     bool pressed_ = false;
     bool defaultAction_ = false;
+    /// The key of a click is still down.
+    bool keyHeld_ = false;
     /// Its size, and its font, follow the user's size preference.
     AutomaticSize automatic_{false, false};
     bool standardFont_;

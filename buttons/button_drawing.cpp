@@ -58,18 +58,18 @@ void Button::draw() {
 }
 
 void Button::drawBackground() {
-    if (style_ == eButtonFlat && !isDown() && !isHovered() && !defaultAction_) return;
+    if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::Face const face{canvasArea(), getBackCol(), isDown(), isHovered(), isActive()};
+    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(), isHovered(), isActive()};
     ButtonLook::drawFace(renderer, face, getPalette());
     if (isLatching() && isDown()) ButtonLook::drawLatchMark(renderer, face, getPalette());
 }
 
 void Button::drawBorder() {
-    if (style_ == eButtonFlat && !isDown()) return;
+    if (style_ == eButtonFlat && !looksDown()) return;
     CanvasRenderer renderer(canvas(), canvasArea());
     ButtonLook::drawEdge(renderer,
-                         {canvasArea(), getBackCol(), isDown(), isHovered(), isActive(), borderColour()},
+                         {canvasArea(), getBackCol(), looksDown(), isHovered(), isActive(), borderColour()},
                          getPalette());
 }
 

@@ -24,6 +24,7 @@ bool Button::react(Event const& event) {
     if (isTimerEvent(event)) return reactToTimer();
     if (!isActive()) return rect::react(event);
     if (isClickKey(event)) return reactToKey(event);
+    if (keyHeld_ && isKeyReleaseEvent(event)) showKeyHeld(false);
     if (mouse_left_event(event) && !ignoresClicks_) return reactToMouse(event);
     return rect::react(event);
 }
@@ -54,7 +55,7 @@ void Button::press(Event const& event) {
     LifeGuard const life = guard();
     switchState(isDown() ? buttonUp : buttonDown, (callbackEvents_ & onMouseDown) != 0);
     if (!life.alive() || !pressed_ || number != pressNumber_ || !isActive()) return;
-    if (!isShown()) return abandonPress();
+    if (isHidden()) return abandonPress();
     if (!extras_ || extras_->repeat.interval == 0) return;
     setInterest(EventKind::timer);
     setNextTimer(extras_->repeat.clock.msToNext());
@@ -126,7 +127,7 @@ bool Button::reactToTimer() {
         if (!pressed_ || !extras_ || extras_->repeat.interval == 0) clearInterest(EventKind::timer);
         return true;
     }
-    if (!isShown()) {
+    if (isHidden()) {
         abandonPress();
         return true;
     }
@@ -146,7 +147,13 @@ bool Button::reactToKey(Event const&) {
     Event const up(EventKind::leftRelease, centre, this);
     event_send(&down);
     event_send(&up);
+    showKeyHeld(true);
     return true;
+}
+
+void Button::showKeyHeld(bool held) {
+    keyHeld_ = held;
+    makeDirty();
 }
 
 bool Button::reactToMessage(Event const& event) {

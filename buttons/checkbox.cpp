@@ -93,6 +93,12 @@ void Checkbox::setActive(bool active, eRedrawFlag redraw) {
     StandardPanel::setActive(active, redraw);
 }
 
+void Checkbox::handleDetached() {
+    leaveAllManagers();
+    leaveDataAdaptor();
+    StandardPanel::handleDetached();
+}
+
 /// The call out is the last thing in each case: it may destroy this.
 void Checkbox::requestToggleState() {
     if (userFunction_) return userFunction_(this, userContext_);

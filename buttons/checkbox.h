@@ -158,6 +158,7 @@ public:
     void handleLookChange() override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
+    void handleDetached() override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 

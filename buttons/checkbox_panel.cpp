@@ -1,6 +1,5 @@
 #include "buttons/checkbox_panel.h"
 
-#include "buttons/member_switch_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 
@@ -43,8 +42,7 @@ StandardPanel::InitArgs CheckboxPanel::panelArgs(InitArgs const& args) {
 }
 
 CheckboxPanel::CheckboxPanel(InitArgs const& args)
-    : StandardPanel(panelArgs(args)), switch_(std::make_unique<MemberSwitch>()),
-      columns_(std::max<int>(args.columns, 1)), bold_(args.bold),
+    : StandardPanel(panelArgs(args)), columns_(std::max<int>(args.columns, 1)), bold_(args.bold),
       automatic_(args.width == 0, args.height == 0) {
     if (!args.title.isEmpty()) setTitle(args.title, eRedrawNo);
 }
@@ -133,14 +131,6 @@ void CheckboxPanel::handleLookChange() {
 void CheckboxPanel::setAppearance(Checkbox::eAppearance appearance) {
     for (GlobRef<Checkbox> const& box : boxes_)
         if (box.get()) box.get()->setAppearance(appearance);
-}
-
-void CheckboxPanel::setActive(bool active, eRedrawFlag redraw) {
-    if (active == isActive()) return;
-    LifeGuard const life = guard();
-    StandardPanel::setActive(active, redraw);
-    if (life.alive())
-        switch_->setActive(*this, active, redraw, getNumCheckboxes(), [this](int i) { return childBox(i); });
 }
 
 void CheckboxPanel::setPalette(Palette const& palette) {

@@ -7,8 +7,6 @@
 
 namespace wainscot {
 
-class MemberSwitch;
-
 /// A panel of checkboxes in rows and columns, which it owns; the base of groups and sets of them. Row by row,
 /// from the upper left corner.
 ///
@@ -41,8 +39,6 @@ public:
     int getColumns() const { return columns_; }
     void setAppearance(Checkbox::eAppearance appearance);
 
-    /// All checkboxes with it; those that were disabled before it stay so.
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
     void reshape() override;
@@ -67,7 +63,6 @@ private:
     void resizeToFit();
 
     std::vector<GlobRef<Checkbox>> boxes_;
-    std::unique_ptr<MemberSwitch> switch_;
     int columns_;
     bool bold_;
     AutomaticSize automatic_;

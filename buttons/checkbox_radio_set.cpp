@@ -93,6 +93,11 @@ void CheckboxRadioSet::clearOther(Glob const* sender) {
     }
 }
 
+void CheckboxRadioSet::handleDetached() {
+    leaveDataAdaptor();
+    CheckboxPanel::handleDetached();
+}
+
 // Look
 
 void CheckboxRadioSet::setBoldWhenTicked(bool bold) {

@@ -39,6 +39,7 @@ public:
     /// What is no index chooses none.
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
+    void handleDetached() override;
 
     /// `InitArgs::bold` does so from the start.
     void setBoldWhenTicked(bool bold);

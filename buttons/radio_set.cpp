@@ -1,6 +1,5 @@
 #include "buttons/radio_set.h"
 
-#include "buttons/member_switch_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -31,8 +30,8 @@ RadioSet::InitArgs::InitArgs(Vector<LightweightString<wchar_t>> texts, unsigned 
     : GlobCreationInfo(w, h), labels(std::move(texts)) {}
 
 RadioSet::RadioSet(InitArgs const& args)
-    : StandardPanel(StandardPanel::InitArgs(args)), switch_(std::make_unique<MemberSwitch>()),
-      vertical_(args.vertical), automatic_(args.width == 0, args.height == 0) {
+    : StandardPanel(StandardPanel::InitArgs(args)), vertical_(args.vertical),
+      automatic_(args.width == 0, args.height == 0) {
     for (LightweightString<wchar_t> const& label : args.labels)
         if (!addItem(label, args.faceColour)) break;
     resizeToFit();
@@ -119,14 +118,6 @@ void RadioSet::handleLookChange() {
 }
 
 // State and look
-
-void RadioSet::setActive(bool active, eRedrawFlag redraw) {
-    if (active == isActive()) return;
-    LifeGuard const life = guard();
-    StandardPanel::setActive(active, redraw);
-    if (life.alive())
-        switch_->setActive(*this, active, redraw, getNumItems(), [this](int i) { return childButton(i); });
-}
 
 void RadioSet::setPalette(Palette const& palette) {
     StandardPanel::setPalette(palette);

@@ -9,8 +9,6 @@
 
 namespace wainscot {
 
-class MemberSwitch;
-
 /// A panel of radio buttons made from a list of labels, side by side or one below the other, of equal size.
 ///
 /// Calls its parent with `radioSetMessage()`, with this as sender, when the user has made a choice; the owner
@@ -52,8 +50,6 @@ public:
     Button* getButton(int index) const { return set_.member(index); }
     bool isVertical() const { return vertical_; }
 
-    /// All buttons with it; those that were disabled before it stay so.
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
     bool react(Event const& event) override;
@@ -72,7 +68,6 @@ private:
     void layOutButtons();
 
     radio_set set_;
-    std::unique_ptr<MemberSwitch> switch_;
     bool vertical_;
     AutomaticSize automatic_;
 };

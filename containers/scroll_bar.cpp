@@ -113,12 +113,16 @@ void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
     LifeGuard const life = guard();
     if (!active && !endPress()) return;
     StandardPanel::setActive(active, redraw);
-    if (life.alive()) updateButtonStates(redraw);
     if (life.alive() && redraw == eRedrawYes) makeDirty();
 }
 
 void ScrollBar::setVisible(bool visible) {
     if (visible || endPress()) StandardPanel::setVisible(visible);
+}
+
+void ScrollBar::handleDetached() {
+    leaveDataAdaptor();
+    StandardPanel::handleDetached();
 }
 
 // Reporting

@@ -151,6 +151,7 @@ public:
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void handlePressCancelled(wainscot::Event const& press) override;
     void handleCaptureLost() override;
+    void handleDetached() override;
     void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
     bool isAutoRepeating() const override;

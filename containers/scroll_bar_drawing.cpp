@@ -68,11 +68,9 @@ void ScrollBar::addArrowButtons() {
 
 void ScrollBar::updateButtonStates(eRedrawFlag redraw) {
     if (!firstButton_) return;
-    bool const towardsFirst = isActive() && position_ > 0;
-    bool const towardsLast = isActive() && position_ < 1 - size_;
     LifeGuard const life = guard();
-    if (firstButton_->isActive() != towardsFirst) firstButton_->setActive(towardsFirst, redraw);
-    if (life.alive() && lastButton_->isActive() != towardsLast) lastButton_->setActive(towardsLast, redraw);
+    firstButton_->setActive(position_ > 0, redraw);
+    if (life.alive()) lastButton_->setActive(position_ < 1 - size_, redraw);
 }
 
 void ScrollBar::setThumbCol(Colour const& colour) {

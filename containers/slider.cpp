@@ -237,6 +237,11 @@ void Slider::setVisible(bool visible) {
     if (visible || dropThumb()) Glob::setVisible(visible);
 }
 
+void Slider::handleDetached() {
+    leaveDataAdaptor();
+    Glob::handleDetached();
+}
+
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
     if (redraw == eRedrawYes) makeDirty();
     describeChanged(DescriptionChange::value);

@@ -108,6 +108,7 @@ public:
     bool react(Event const& event) override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
+    void handleDetached() override;
     void handleMouseContainment(bool inside) override;
     void handleKbdFocus() override;
     void handleLookChange() override;

@@ -63,6 +63,9 @@ bool Slider::press(Event const& event) {
     if (!dropThumb()) return true;
     bool const isLeft = mouse_left_event(event);
     if (!isLeft && !mouse_right_event(event)) return false;
+    LifeGuard const life = guard();
+    claimKbdFocus();
+    if (!life.alive() || !isActive()) return true;
     XY<int> const place = eventXYToGlobXY(event, *this);
     if (!getThumbArea().contains(place)) return isLeft && pressPointOfInterest(alongChannel(place));
     heldButton_ = isLeft ? EventKind::left : EventKind::right;

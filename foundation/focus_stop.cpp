@@ -8,15 +8,14 @@
 namespace wainscot::FocusStop {
 
 bool canTake(Glob const& control) {
-    // It may lie on a canvas that lives longer.
-    return control.isActive() && !control.isDying() && control.isShown() &&
-           canvas_is_mapped_to_root(control.canvas());
+    // It may lie on the canvas of another.
+    return control.isActive() && control.isShown() && canvas_is_mapped_to_root(control.canvas());
 }
 
 void handleLoss(Glob& control, TabOrderable const& stop) {
     // Then it is the loss that follows the receipt of a stop that was the current one already.
     if (stop.isReceivingTabStopFocus()) return;
-    if (get_kbd_focus() == &control) set_kbd_focus(control.parent());
+    control.relinquishKbdFocus(control.parent());
 }
 
 void handleKbdFocus(Glob& control, TabOrderable& stop) {
@@ -34,6 +33,11 @@ Glob* holderBeside(Glob& control) {
 void giveFocus(Glob& control, TabOrderable& stop) {
     LifeGuard const life = control.guard();
     if (!stop.setTabStopFocus() && life.alive()) control.claimKbdFocus();
+    if (life.alive() && holderBeside(control) == &control) control.bringIntoView();
+}
+
+void reveal() {
+    if (Glob* const holder = get_kbd_focus()) holder->bringIntoView();
 }
 
 } // namespace wainscot::FocusStop

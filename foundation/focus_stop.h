@@ -19,8 +19,10 @@ WAINSCOT_API void handleKbdFocus(Glob& control, TabOrderable& stop);
 /// What has the keyboard focus of the control's window, which need not be the active one; null when nothing
 /// has.
 WAINSCOT_API Glob* holderBeside(Glob& control);
-/// Gives it the focus, as a stop where it is one.
+/// Gives it the focus, as a stop where it is one, and brings it into view.
 WAINSCOT_API void giveFocus(Glob& control, TabOrderable& stop);
+/// Brings what has the keyboard focus into view.
+WAINSCOT_API void reveal();
 
 } // namespace FocusStop
 

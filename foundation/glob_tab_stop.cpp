@@ -1,5 +1,6 @@
 #include "foundation/glob_tab_stop.h"
 
+#include "foundation/focus_stop.h"
 #include "host/events/messages.h"
 #include "host/objects/glob.h"
 #include "host/objects/glob_notices.h"
@@ -12,7 +13,11 @@ GlobTabStop::GlobTabStop(Glob& widget)
       deletion_(GlobNotices::watchDeletion(widget, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
                                                leaveAllManagers();
                                                return 0;
-                                           }))) {}
+                                           }))),
+      focus_(GlobNotices::watchFocus(widget, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
+                                         if (!isTabStopFocus()) setTabStopFocus();
+                                         return 0;
+                                     }))) {}
 
 GlobTabStop::~GlobTabStop() = default;
 
@@ -22,11 +27,12 @@ Glob* GlobTabStop::widget() const {
 
 bool GlobTabStop::isTabStopActive() {
     Glob const* const glob = widget();
-    return glob && glob->isActive() && glob->isShown();
+    return glob && FocusStop::canTake(*glob);
 }
 
 void GlobTabStop::handleTabStopFocusReceipt(eDirection) {
-    if (Glob* const glob = widget()) glob->claimKbdFocus();
+    Glob* const glob = widget();
+    if (glob && !focusHolderInside()) glob->claimKbdFocus();
 }
 
 void GlobTabStop::handleTabStopFocusLoss() {
@@ -35,9 +41,10 @@ void GlobTabStop::handleTabStopFocusLoss() {
 }
 
 Glob* GlobTabStop::focusHolderInside() const {
-    Glob* const holder = get_kbd_focus();
-    Glob const* const glob = widget();
-    return glob && holder && (holder == glob || Glob::isParentedTo(holder, glob)) ? holder : nullptr;
+    Glob* const glob = widget();
+    if (!glob) return nullptr;
+    Glob* const holder = FocusStop::holderBeside(*glob);
+    return holder == glob || Glob::isParentedTo(holder, glob) ? holder : nullptr;
 }
 
 bool GlobTabStop::passKey(Event const& event) {

@@ -10,7 +10,8 @@ class Glob;
 
 /// Makes a tab stop of a widget that is worked with keys but is no `TabOrderable` itself (slider, table,
 /// tree, tab strip): a member of whoever owns the widget. As the current stop it gives the widget the
-/// keyboard focus, so that keys go there. The widget is not owned; with its death the stop leaves its
+/// keyboard focus, so that keys go there; it becomes the current stop when the widget, or something in it,
+/// has got the focus otherwise. The widget is not owned; with its death the stop leaves its
 /// managers.
 class WAINSCOT_API GlobTabStop : public TabOrderable {
 public:
@@ -38,6 +39,7 @@ private:
     Glob* widget_;
     LifeGuard widgetLife_;
     NotifierSubscription deletion_;
+    NotifierSubscription focus_;
     bool passing_ = false;
 };
 

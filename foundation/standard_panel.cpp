@@ -1,5 +1,6 @@
 #include "foundation/standard_panel_p.h"
 
+#include "foundation/focus_stop.h"
 #include "host/base/configb.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
@@ -62,6 +63,11 @@ StandardPanel::StandardPanel(configb const& settings, unsigned short width, unsi
 }
 
 StandardPanel::~StandardPanel() = default;
+
+void StandardPanel::handleDetached() {
+    removeAllTabStops();
+    rect::handleDetached();
+}
 
 void StandardPanel::init(Border const& border) {
     extras_.reset();
@@ -177,8 +183,14 @@ bool StandardPanel::reactToKey(Event const& event) {
 /// Whether a stop has the focus now, or the panel has died of it.
 bool StandardPanel::stepTabFocus(std::uint32_t keyCode) {
     LifeGuard const life = guard();
-    unsigned int const index = keyCode == Key::tab ? incrementTabStop() : decrementTabStop();
-    return !life.alive() || index != noTabStop;
+    bool const forward = keyCode == Key::tab;
+    bool const goesOn =
+        tabGoesOn_ && !hasTabStopAhead(forward ? TabOrderable::forward : TabOrderable::backward);
+    if (goesOn || !life.alive()) return !life.alive();
+    unsigned int const index = forward ? incrementTabStop() : decrementTabStop();
+    if (!life.alive() || index == noTabStop) return !life.alive();
+    FocusStop::reveal();
+    return true;
 }
 
 bool StandardPanel::reactToMessage(Event const& event) {

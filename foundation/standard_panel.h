@@ -177,6 +177,11 @@ public:
     void setResizable(bool resizable);
     bool hasResizableEdges() const { return resizableEdges_; }
 
+    /// Lets Tab go on behind the last stop, and Shift+Tab before the first one, to what follows in the
+    /// window, instead of round the panel. Off until it is set: F6 leaves the panel.
+    void setTabGoesOn(bool goesOn) { tabGoesOn_ = goesOn; }
+    bool doesTabGoOn() const { return tabGoesOn_; }
+
     // --- For derived classes: each does nothing, and answers 0, unless it is said otherwise. 1 = consumed.
     // `handleMessageEvent` and `handleDataMessageEvent` are those of `EventHandler`.
     /// A key press. 0: Tab and Shift+Tab go on to the next stop of the panel. Other answers leave it to
@@ -223,6 +228,7 @@ public:
     // Glob
     bool react(Event const& event) override;
     void handleCaptureLost() override;
+    void handleDetached() override;
     void reshape() override;
     void drawBackground() override;
     void drawBorder() override;
@@ -291,6 +297,7 @@ private:
     bool minimisable_ : 1 = false;
     bool minimised_ : 1 = false;
     bool resizableEdges_ : 1 = false;
+    bool tabGoesOn_ : 1 = false;
 };
 
 static_assert(sizeof(StandardPanel) <= 272);

@@ -50,7 +50,7 @@ std::vector<unsigned int> sortedStops(TabOrderManager const& manager, eReadingDi
     std::vector<Placed> stops;
     for (unsigned int index = 0; index < manager.numTabStops(); ++index) {
         Glob const* const widget = TabOrderGeometry::widgetOf(manager.getTabStopObject(index));
-        if (widget && (!onlyShown || widget->isShown())) stops.push_back({index, widget->screenBox()});
+        if (widget && (!onlyShown || !widget->isHidden())) stops.push_back({index, widget->screenBox()});
     }
     sortByReading(stops, direction);
     std::vector<unsigned int> indices;

@@ -23,8 +23,14 @@ struct TabOrderManager::Stops {
 TabOrderManager::TabOrderManager(bool allowDuplicates) : allowDuplicates_(allowDuplicates) {}
 
 TabOrderManager::~TabOrderManager() {
-    if (!stops_) return;
-    for (Qv::Ptr<ClientInfo> const& stop : stops_->sequence.slots()) {
+    removeAllTabStops();
+}
+
+void TabOrderManager::removeAllTabStops() {
+    std::unique_ptr<Stops> const left = std::move(stops_);
+    currentIndex_ = currentOrder_ = noTabStop;
+    if (!left) return;
+    for (Qv::Ptr<ClientInfo> const& stop : left->sequence.slots()) {
         if (!stop) continue;
         stop->object->leaveManager(this);
         stop->object = nullptr;
@@ -306,6 +312,24 @@ unsigned int TabOrderManager::focusFound(ClientInfo* found, TabOrderable::eDirec
     LifeGuard const life(life_);
     internalSetTabStopFocus(found ? indexOfStop(*found) : noTabStop, true, direction);
     return life.alive() ? currentIndex_ : noTabStop;
+}
+
+unsigned int TabOrderManager::focusFirstTabStop() {
+    LifeGuard const life(life_);
+    Qv::Ptr<ClientInfo> const found = findStopFrom(0);
+    return life.alive() ? focusFound(found.get(), TabOrderable::forward) : noTabStop;
+}
+
+unsigned int TabOrderManager::focusLastTabStop() {
+    LifeGuard const life(life_);
+    Qv::Ptr<ClientInfo> const found = findStopBelow(noTabStop);
+    return life.alive() ? focusFound(found.get(), TabOrderable::backward) : noTabStop;
+}
+
+bool TabOrderManager::hasTabStopAhead(TabOrderable::eDirection direction) {
+    if (currentOrder_ == noTabStop) return numTabStops() > 0;
+    bool const forward = direction == TabOrderable::forward;
+    return static_cast<bool>(forward ? findStopFrom(currentOrder_ + 1) : findStopBelow(currentOrder_));
 }
 
 unsigned int TabOrderManager::refocusCurrentTabStop() {

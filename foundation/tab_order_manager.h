@@ -72,6 +72,11 @@ public:
     /// When there is none, the focus is cleared. The answer is the new current index.
     unsigned int incrementTabStop();
     unsigned int decrementTabStop();
+    /// Focus the first and the last enabled, active stop of the tab order, wherever the focus is now.
+    unsigned int focusFirstTabStop();
+    unsigned int focusLastTabStop();
+    /// Whether a step would come to a stop without going round the end.
+    bool hasTabStopAhead(TabOrderable::eDirection direction);
     /// Focuses the current stop again; a forward step when there is none. The answer is the current index.
     unsigned int refocusCurrentTabStop();
 
@@ -108,6 +113,10 @@ public:
     TabOrderBounds const& tabOrderBounds() const { return bounds_; }
 
     LifeToken const& tabOrderLife() const { return life_; }
+
+protected:
+    /// Lets go of all controls and of the focus. No control is told.
+    void removeAllTabStops();
 
 private:
     friend class TabOrderable;

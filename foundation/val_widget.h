@@ -50,6 +50,12 @@ public:
     /// Allows or forbids changes by the user. Does nothing here; widgets that can be disabled override it.
     virtual void setEnabledState(bool enabled);
 
+protected:
+    /// From now on the adaptor does not know it: for a widget that is being destroyed.
+    void leaveDataAdaptor() {
+        if (adaptor_) adaptor_->leaveWidget(*this);
+    }
+
 private:
     friend class ValAdaptorBase<T>;
     void setDataMixed(bool mixed, eRedrawFlag redraw);
@@ -60,7 +66,7 @@ private:
 
 template <class T>
 ValWidget<T>::~ValWidget() {
-    if (adaptor_) adaptor_->leaveWidget(*this);
+    leaveDataAdaptor();
 }
 
 template <class T>

@@ -100,19 +100,28 @@ void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
 bool GalleryFrame::react(Event const& event) {
     bool const isTab =
         isKeyPressEvent(event) && (event.keyCode() == Key::tab || event.keyCode() == Key::shiftTab);
-    return (isTab && get_kbd_focus() == this && enterPage()) || Glob::react(event);
+    return (isTab && stepInPage(event.keyCode() == Key::tab)) || Glob::react(event);
 }
 
-bool GalleryFrame::enterPage() {
+bool GalleryFrame::stepInPage(bool forward) {
     if (!valid(page_, pageStamp_)) return false;
-    auto* const stops = dynamic_cast<TabOrderManager*>(page_);
-    if (stops && stops->numTabStops() > 0) return stops->incrementTabStop() != TabOrderManager::noTabStop;
-    Glob* first = nullptr;
+    std::vector<Glob*> found;
+    bool hasStops = false;
     page_->visitSubtree([&](Glob& glob) {
-        if (glob.isActive() && glob.isShown() && isFocusable(glob)) first = &glob;
-        return !first;
+        auto* const stops = dynamic_cast<TabOrderManager*>(&glob);
+        hasStops = hasStops || (stops && stops->numTabStops() > 0);
+        if (glob.isActive() && glob.isShown() && isFocusable(glob)) found.push_back(&glob);
+        return !hasStops;
     });
-    return first && set_kbd_focus(first);
+    if (hasStops || found.empty()) return false;
+    auto const here = std::find(found.begin(), found.end(), get_kbd_focus());
+    std::size_t const index = static_cast<std::size_t>(here - found.begin());
+    bool const isNone = here == found.end();
+    std::size_t const next = forward ? (isNone ? 0 : index + 1) : (isNone ? 0 : index) + found.size() - 1;
+    Glob* const chosen = found[next % found.size()];
+    if (!set_kbd_focus(chosen)) return false;
+    chosen->bringIntoView();
+    return true;
 }
 
 int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {

@@ -18,7 +18,7 @@ public:
     /// Also writes each line of the log to the standard output, for those who watch from outside.
     void echoLog(bool echo) { echo_ = echo; }
 
-    /// Tab enters the page when nothing in it has the focus.
+    /// Tab goes through pages that have no tab stops as well.
     bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;
@@ -28,7 +28,8 @@ public:
 private:
     IntBox pageArea() const;
     void fitPage();
-    bool enterPage();
+    /// The next of what can take the focus in the page, in the order of the tree and round its ends.
+    bool stepInPage(bool forward);
     void addLine(LightweightString<wchar_t> const& line);
 
     void layOutList();

@@ -107,6 +107,17 @@ bool ScrolledArea::react(Event const& event) {
     return true;
 }
 
+XY<int> ScrolledArea::handleBringIntoView(IntBox const& area) {
+    IntBox const seen = view_->box();
+    // The upper left corner counts most where not all of it fits.
+    int const right = std::max(area.x2 - seen.x2, 0);
+    int const down = std::max(seen.y1 - area.y1, 0);
+    XY<int> const before = offset_;
+    scrollTo(offset_ + XY<int>{std::min(right, area.x1 - seen.x1), std::min(down, seen.y2 - area.y2)});
+    XY<int> const way = offset_ - before;
+    return {-way.x, way.y};
+}
+
 int ScrolledArea::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!ScrollBar::isScrollBarMsg(name) || (sender != across_ && sender != down_)) return 0;
     bool const isAcross = sender == across_;

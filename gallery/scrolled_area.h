@@ -24,6 +24,7 @@ public:
     /// Turns of the wheel that nothing in the contents has used.
     bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    XY<int> handleBringIntoView(IntBox const& area) override;
     void reshape() override;
     void describe(GlobDescription& description) const override;
 

@@ -155,7 +155,7 @@ TEST_F(WindowPopUp, AModalWindowKeepsItsOwnerAndGoesWithIt) {
     EXPECT_TRUE(waitUntil([&] { return bench_.isActive(modal); })) << "the press brought it back";
     XY<int> const middle = bench_.sizeOf(modal);
     clickAt(bench_.placeOf(modal) + XY<int>{middle.x / 2, middle.y / 2});
-    expectLines({"Modal window  pressed"});
+    expectLines({"Modal window  poot"});
     expectNothingOf("pressed  Open a window");
     ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
     clickAt(at(openWindow_));

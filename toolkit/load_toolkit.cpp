@@ -2,7 +2,9 @@
 
 #include "buttons/register_makers.h"
 #include "foundation/makers.h"
+#include "foundation/window_keys.h"
 #include "host/events/event_system.h"
+#include "host/windows/glob_manager.h"
 
 namespace wainscot {
 
@@ -16,6 +18,7 @@ void loadToolkit() {
     EventSystem const* const system = EventSystem::current();
     if (!system || system->number() == loadedFor) return;
     loadedFor = system->number();
+    if (GlobManager* const windows = GlobManager::current()) windows->setUnusedKeyHandler(WindowKeys::handle);
     Buttons::registerMakers(Registry::instance());
 }
 

@@ -4,7 +4,9 @@
 
 namespace wainscot::gallery {
 
-CellPanel::CellPanel(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {}
+CellPanel::CellPanel(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
+    setTabGoesOn(true);
+}
 
 int CellPanel::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (name == pootMsg) return 0;

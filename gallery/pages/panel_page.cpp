@@ -38,6 +38,7 @@ public:
     ToldPanel(XY<int> size, Border::eType border, LightweightString<wchar_t> const& title, LogLine log)
         : StandardPanel(InitArgs(toSize16(size.x), toSize16(size.y), Border(border))), log_(std::move(log)) {
         setTitle(title);
+        setTabGoesOn(true);
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {

@@ -76,7 +76,9 @@ private:
     Slider* addSlider(double value, int row) {
         Slider::InitArgs args(length());
         args.value = value;
-        auto* const slider = addAt(new Slider(args), cell(0), row);
+        return addStop(addAt(new Slider(args), cell(0), row));
+    }
+    Slider* addStop(Slider* slider) {
         stops_.push_back(std::make_unique<GlobTabStop>(*slider));
         addTabStop(*stops_.back());
         return slider;
@@ -94,7 +96,7 @@ private:
         }
         Slider::InitArgs args(length(), eVertical);
         args.value = 0.7;
-        addAt(new Slider(args), x, 1)->setName("tall slider");
+        addStop(addAt(new Slider(args), x, 1))->setName("tall slider");
     }
 
     std::vector<std::unique_ptr<GlobTabStop>> stops_;

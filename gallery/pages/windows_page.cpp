@@ -2,6 +2,8 @@
 #include "gallery/label_glob.h"
 #include "gallery/page.h"
 
+#include "buttons/button.h"
+#include "foundation/standard_panel.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
@@ -139,13 +141,16 @@ private:
 };
 
 /// A window with one thing to press in it.
-class SmallWindow final : public Glob {
+class SmallWindow final : public StandardPanel {
 public:
     SmallWindow(char const* title, LightweightString<wchar_t> const& label, LogLine log)
-        : Glob(toSize16(rowSize().x * 2), toSize16(rowSize().y * 4)), log_(std::move(log)) {
+        : StandardPanel(toSize16(rowSize().x * 2), toSize16(rowSize().y * 4)), log_(std::move(log)) {
         setName(title);
-        auto close = std::make_unique<LabelGlob>(rowSize(), label);
-        close->setAction([](LabelGlob& self) { destroy(getRootParent(&self)); });
+        setMinSize(toSize16(rowSize().x), toSize16(rowSize().y * 2));
+        auto close =
+            std::make_unique<Button>(label, pootMsg.c_str(), toSize16(rowSize().x), toSize16(rowSize().y));
+        close->setDefaultAction(true);
+        addTabStop(*close);
         addChild(std::move(close), Centre(0, 0));
     }
     int handleMessageEvent(LightweightString<char> message, Glob*) override {

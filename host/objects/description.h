@@ -22,6 +22,8 @@ struct GlobDescription {
         editable = 256,
         /// Its value stands for several that differ.
         mixed = 512,
+        /// Return presses it while nothing else has use for that key.
+        isDefault = 1024,
     };
 
     /// What kind of thing it is: "panel", "button", "textbox" ...

@@ -2,6 +2,8 @@
 
 #include "host/base/configb.h"
 #include "host/base/diagnostics.h"
+#include "host/events/event_system.h"
+#include "host/objects/activity.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
 #include "host/objects/glob_ref.h"
@@ -283,6 +285,8 @@ void Glob::moveToBottom() {
     damageWithSurround();
 }
 
+void Glob::handleDetached() {}
+
 bool Glob::canBeDestroyed(int) {
     return !isIndestructible();
 }
@@ -390,6 +394,22 @@ void Glob::popToTop(bool activate) {
     if (root->isWindow()) iRootHost::current()->rootToTop(*root, activate);
 }
 
+void Glob::bringIntoView() {
+    EventSystem const* const system = EventSystem::current();
+    if (!system || system->pointer.heldButtons != 0) return;
+    IntBox area = bounds();
+    GlobRef<Glob> within(this);
+    while (within.get() && within.get()->parent_) {
+        area = area.translated(within.get()->position_);
+        within = GlobRef<Glob>(within.get()->parent_);
+        area = area.translated(within.get()->handleBringIntoView(area));
+    }
+}
+
+XY<int> Glob::handleBringIntoView(IntBox const&) {
+    return {};
+}
+
 XY<int> Glob::globXYToScreenXY(XY<int> const& place) const {
     XY<int> onScreen = place;
     for (Glob const* glob = this; glob; glob = glob->parent_)
@@ -427,25 +447,28 @@ void Glob::setVisible(bool visible) {
 }
 
 bool Glob::isShown() const {
+    return !isDying() && !isHidden() && getRootParent(const_cast<Glob*>(this))->ownCanvas_.surface();
+}
+
+bool Glob::isHidden() const {
     for (Glob const* glob = this; glob; glob = glob->parent_)
-        if (!glob->isVisible() || !glob->canvas_->isMapped()) return false;
-    return true;
+        if (!glob->isVisible() || !glob->canvas_->isMapped()) return true;
+    return false;
 }
 
 void Glob::setActive(bool active, eRedrawFlag redraw) {
-    if (isActive() == active) return;
+    if (isActiveItself() == active) return;
+    bool const before = isActive();
     setFlag(activeFlag, active);
+    if (isActive() == before) return;
     if (redraw) makeDirty();
-    LifeGuard const life = guard();
-    if (!active) handOnKbdFocus();
-    if (life.alive()) describeChanged(DescriptionChange::state);
+    Activity::switched(*this);
 }
 
 void Glob::handOnKbdFocus() {
-    Glob* const heir = KbdFocus::heirOf(*this);
-    if (heir && heir->isActive()) return relinquishKbdFocus(heir);
-    // Nobody can take it: then the root keeps it.
-    if (KbdFocus::holderIn(*getRootParent(this)) == this) KbdFocus::leave(*this);
+    Glob* const holder = KbdFocus::holderIn(*getRootParent(this));
+    if (holder && (holder == this || isParentedTo(holder, this)))
+        holder->relinquishKbdFocus(KbdFocus::heirOf(*this));
 }
 
 void Glob::setOpacity(double opacity) {
@@ -521,7 +544,9 @@ Glob* canvas_to_glob(Canvas const* canvas) {
 }
 
 bool canvas_is_mapped_to_root(Canvas const* canvas) {
-    return canvas && canvas->place().mapped;
+    if (!canvas) return false;
+    CanvasPlace const place = canvas->place();
+    return place.surface && place.mapped;
 }
 
 void canvupd_mark_all(Canvas* canvas) {

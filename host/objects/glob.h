@@ -148,6 +148,10 @@ public:
     bool canBeIt() const { return hasFlag(canBeItFlag); }
     /// Detached, and waiting for its memory to be freed.
     bool isDying() const { return hasFlag(dyingFlag); }
+    /// It is being destroyed, and has lost its parent and its children: nobody finds it any more, but its
+    /// memory may stay until the outermost handler has returned. What it is registered with elsewhere (tab
+    /// orders, observers) is to be left now. Must call nobody out; overriders call their base.
+    virtual void handleDetached();
 
     // --- Geometry
     int width() const { return width_; }
@@ -208,6 +212,12 @@ public:
     /// Brings its window to the front; with `activate` the window becomes the active one as well. Nothing
     /// while it has no window.
     void popToTop(bool activate = true);
+    /// Has what scrolls round it scroll it into view, as far as it fits. Nothing while a button of the
+    /// pointer is held: what is under the pointer stays there.
+    void bringIntoView();
+    /// For what scrolls: an area of it, in its own coordinates, is wanted in view. The answer is how far the
+    /// contents have moved.
+    virtual XY<int> handleBringIntoView(IntBox const& area);
     /// From root coordinates to its own, and back.
     XY<int> screenXYToGlobXY(XY<int> const& place) const;
     XY<int> globXYToScreenXY(XY<int> const& place) const;
@@ -219,10 +229,18 @@ public:
     virtual void setVisible(bool visible);
     /// Its own setting; see `isShown()`.
     bool isVisible() const { return hasFlag(visibleFlag); }
-    /// It and all its ancestors are visible and mapped.
+    /// It is in a window, and it and all its ancestors are visible and mapped. Not so for what has been
+    /// removed, also while its memory waits to be freed.
     bool isShown() const;
+    /// It, or one of its ancestors, is invisible or unmapped, whether it is in a window or not.
+    bool isHidden() const;
+    /// What is inactive takes no keys and no focus, and is drawn faint; the same holds for all that lies in
+    /// it, whose own settings stay as they are.
     virtual void setActive(bool active, eRedrawFlag redraw = eRedrawYes);
-    bool isActive() const { return hasFlag(activeFlag); }
+    /// It and all its ancestors are active.
+    bool isActive() const { return (flags_ & (activeFlag | inactiveAboveFlag)) == activeFlag; }
+    /// Its own setting.
+    bool isActiveItself() const { return hasFlag(activeFlag); }
     void setOpacity(double opacity);
     double opacity() const { return canvas_->opacity(); }
     void mapCanvas();
@@ -371,6 +389,7 @@ public:
     void damageAbove(IntBox const& area) override;
 
 private:
+    friend class Activity;
     friend class Tree;
     friend class Placement;
     friend class Painting;
@@ -403,6 +422,8 @@ private:
         relativeFlag = 1u << 18,
         userAreaFlag = 1u << 19,
         watchedFlag = 1u << 20,
+        /// One of its ancestors is inactive.
+        inactiveAboveFlag = 1u << 21,
     };
 
     bool hasFlag(Flag flag) const { return (flags_ & flag) != 0; }
@@ -412,6 +433,10 @@ private:
     /// Takes focus and captured pointer away from it and all below it, and tells nobody: the former holder of
     /// the pointer, which is given, is told when the change is done that asked for it.
     GlobRef<Glob> loseInput();
+    enum class Whose { itsToo, below };
+    /// The pointer alone: its own and that of all below it, or of these only.
+    GlobRef<Glob> losePointer(Whose whose);
+    /// Hands on the focus that it, or what lies in it, has.
     void handOnKbdFocus();
     bool moveHere(Glob* child);
     void surroundChanged();

@@ -69,7 +69,7 @@ CanvasPlace Glob::canvasPlace() const {
     // Trees are mostly built before they are shown; a look at the root is cheaper than the whole way.
     place.surface = getRootParent(const_cast<Glob*>(this))->ownCanvas_.surface();
     if (!place.surface) {
-        place.mapped = isShown();
+        place.mapped = !isHidden();
         return place;
     }
     place.visible = bounds();

@@ -137,10 +137,15 @@ void Glob::stopMoving() {
 
 GlobRef<Glob> Glob::loseInput() {
     KbdFocus::leave(*this);
+    return losePointer(Whose::itsToo);
+}
+
+GlobRef<Glob> Glob::losePointer(Whose whose) {
     EventSystem* const system = EventSystem::current();
     EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
     Glob* const holder = captured ? captured->asGlob() : nullptr;
-    if (!holder || (holder != this && !isParentedTo(holder, this))) return {};
+    bool const isIts = whose == Whose::itsToo && holder == this;
+    if (!isIts && !isParentedTo(holder, this)) return {};
     system->pointer.releaseCapture();
     return GlobRef<Glob>(holder);
 }
@@ -214,7 +219,7 @@ void Glob::relinquishKbdFocus(Glob* to) {
     if (KbdFocus::holderIn(*root) != this) return;
     LifeGuard const life = guard();
     if (is_good_glob_ptr(to) && to != this && set_kbd_focus(to)) return;
-    if (life.alive() && root != this) set_kbd_focus(root);
+    if (life.alive() && root != this) KbdFocus::giveUp(*this);
 }
 
 XY<int> eventXYToGlobXY(Event const& event, Glob const& glob) {

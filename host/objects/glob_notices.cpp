@@ -1,7 +1,7 @@
 #include "host/objects/glob_notices.h"
 
 #include "host/events/dispatch_scope.h"
-#include "host/objects/glob.h"
+#include "host/objects/glob_ref.h"
 
 #include <memory>
 #include <unordered_map>
@@ -45,6 +45,20 @@ NotifierSubscription GlobNotices::watchMoves(Glob& glob, Callback callback) {
     if (glob.isDying()) return {};
     glob.setFlag(Glob::watchedFlag, true);
     return watch(glob, movedMsg, std::move(callback));
+}
+
+NotifierSubscription GlobNotices::watchFocus(Glob& glob, Callback callback) {
+    if (glob.isDying()) return {};
+    glob.setFlag(Glob::watchedFlag, true);
+    return watch(glob, focusedMsg, std::move(callback));
+}
+
+void GlobNotices::focused(Glob& holder) {
+    std::vector<GlobRef<Glob>> told;
+    for (Glob* glob = &holder; glob; glob = glob->parent_)
+        if (glob->hasFlag(Glob::watchedFlag)) told.emplace_back(glob);
+    for (GlobRef<Glob> const& glob : told)
+        if (glob.get()) issue(*glob.get(), focusedMsg);
 }
 
 void GlobNotices::deleted(Glob& glob) {

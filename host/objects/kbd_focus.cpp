@@ -6,6 +6,7 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/glob.h"
+#include "host/objects/glob_notices.h"
 
 namespace wainscot {
 
@@ -47,7 +48,9 @@ bool giveToRoot(EventSystem& system) {
     return holder && set_kbd_focus(Glob::getRootParent(holder));
 }
 
-bool change(EventSystem& system, Glob& glob, IdStamp window) {
+} // namespace
+
+bool KbdFocus::change(EventSystem& system, Glob& glob, IdStamp window) {
     FocusHolders& focus = system.focus;
     Glob* const old = asGlob(focus.holder(window));
     if (old == &glob) return true;
@@ -60,10 +63,10 @@ bool change(EventSystem& system, Glob& glob, IdStamp window) {
     if (EventSystem::current() != &system) return false;
     if (life.alive() && focus.holder(window) == &glob)
         runHandler("handleKbdFocus", [&] { glob.handleKbdFocus(); });
+    if (EventSystem::current() != &system) return false;
+    if (life.alive() && focus.holder(window) == &glob) GlobNotices::focused(glob);
     return true;
 }
-
-} // namespace
 
 Glob* get_kbd_focus() {
     EventSystem const* const system = EventSystem::current();
@@ -80,7 +83,7 @@ bool set_kbd_focus(Glob* glob) {
     if (!is_good_glob_ptr(glob)) return refuse("not a live object");
     if (!glob->isActive() || !glob->isShown()) return refuse("not shown or not active");
     if (!Glob::getRootParent(glob)->canvas()->surface()) return refuse("in no window");
-    return change(*system, *glob, Glob::getRootParent(glob)->idStamp());
+    return KbdFocus::change(*system, *glob, Glob::getRootParent(glob)->idStamp());
 }
 
 bool glib_appHasFocus() {
@@ -104,6 +107,14 @@ Glob* KbdFocus::heirOf(Glob const& leaving) {
             heir = glob;
     }
     return heir ? heir : top;
+}
+
+void KbdFocus::giveUp(Glob& holder) {
+    EventSystem* const system = EventSystem::current();
+    Glob* const root = Glob::getRootParent(&holder);
+    if (!system || holderIn(*root) != &holder || change(*system, *root, root->idStamp())) return;
+    // Changes stand too deep inside each other to tell anybody.
+    if (EventSystem::current() == system) leave(holder);
 }
 
 void KbdFocus::leave(Glob& top) {

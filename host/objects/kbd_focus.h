@@ -1,9 +1,10 @@
 #pragma once
 
-#include "host/base/export.h"
+#include "host/base/id_stamp.h"
 
 namespace wainscot {
 
+class EventSystem;
 class Glob;
 
 /// The holder of the keyboard focus in the active window (in the last active one while none is); while a
@@ -24,12 +25,18 @@ public:
     /// The nearest ancestor that can take keys, so that Tab goes on from near the place; else the root. Null
     /// for a root.
     static Glob* heirOf(Glob const& leaving);
+    /// The holder hands it to the root of its window, whether or not that can use it; both are told.
+    static void giveUp(Glob& holder);
     /// When the holder is `top` or below it: its heir gets the focus, and nobody is told.
     static void leave(Glob& top);
     /// A root is about to become a child: it has no focus of its own any more.
     static void joinTree(Glob& child);
     /// Makes the root the holder of its own window, and nobody is told.
     static void startIn(Glob& root);
+
+private:
+    friend bool set_kbd_focus(Glob* glob);
+    static bool change(EventSystem& system, Glob& glob, IdStamp window);
 };
 
 } // namespace wainscot

@@ -51,6 +51,7 @@ std::vector<Glob*> Lifetime::detach(Glob& top) {
         if (glob->parent_) Tree::unlink(*glob);
     if (top.parent_) Tree::unlink(top);
     Tree::scatter(doomed);
+    for (Glob* glob : doomed) glob->handleDetached();
     return doomed;
 }
 

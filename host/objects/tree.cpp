@@ -1,5 +1,6 @@
 #include "host/objects/tree.h"
 
+#include "host/objects/activity.h"
 #include "host/objects/glob_side_p.h"
 
 #include <algorithm>
@@ -23,6 +24,7 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
     (child.previous_ ? child.previous_->next_ : parent.firstChild_) = &child;
     (before ? before->previous_ : parent.lastChild_) = &child;
     ++parent.numChildren_;
+    Activity::parentChanged(child);
     noteChange();
     if (!parent.side_ || !parent.side_->grid) return;
     child.gridNumber_ = before ? 0 : parent.side_->grid->append(&child, child.box());
@@ -35,6 +37,7 @@ void Tree::unlink(Glob& child) {
     (child.next_ ? child.next_->previous_ : parent.lastChild_) = child.previous_;
     child.parent_ = child.previous_ = child.next_ = nullptr;
     --parent.numChildren_;
+    if (!child.isDying()) Activity::parentChanged(child);
     noteChange();
     if (!parent.side_ || !parent.side_->grid) return;
     parent.side_->grid->remove(child.gridNumber_);

@@ -12,6 +12,8 @@
 
 namespace wainscot {
 
+class Event;
+
 /// How a pop-up is to be opened. All places are root coordinates.
 struct PopUpOptions {
     /// Its lower-left corner. Without one it opens where its root lies already (`setupRootPos`).
@@ -69,6 +71,11 @@ public:
     /// Takes back `addModalGlob` and `setModalContextGlob`.
     void unsetModalContextGlob(Glob* glob);
     Modality const& modality() const { return modality_; }
+    /// What keys do when no object and no command has used them: given is what has the focus and the key
+    /// press; the answer is whether it was used. None from the start.
+    using UnusedKeyHandler = bool (*)(Glob& target, Event const& key);
+    void setUnusedKeyHandler(UnusedKeyHandler handler) { unusedKey_ = handler; }
+    bool handleUnusedKey(Glob& target, Event const& key) { return unusedKey_ && unusedKey_(target, key); }
     /// A press, or another wish of the person, was refused for a modal object: that comes to the front.
     void showModal(Glob& modal);
 
@@ -179,6 +186,7 @@ private:
     std::vector<TopLevelWindow*> stacking_;
     PopUpChain popUps_;
     Modality modality_;
+    UnusedKeyHandler unusedKey_ = nullptr;
 };
 
 } // namespace wainscot

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace wainscot {
 
@@ -200,6 +201,7 @@ void InputRouter::routePress(InputEvent const& input) {
     if (bit == 0) return;
     if ((pointer.heldButtons & bit) != 0) forgetLostRelease();
     endWheelGesture();
+    escapeWasUnused_ = false;
     approach_.drop();
     tips_.dismiss();
     pointer.place = input.place;
@@ -386,15 +388,30 @@ void InputRouter::dispatchKey(Event& event) {
         return isAsked && !blockerOf(handler.asGlob());
     };
     DispatchScope const scope(event);
+    bool const isAfterEscape = isKeyPressEvent(event) && std::exchange(escapeWasUnused_, false);
     if (isKeyPressEvent(event)) tips_.dismiss();
     if (cancelPress(event) || runTransportCommand(event)) return;
     if (events_.intercepts.offer(event, belongsHere)) return;
     event.setOffered();
+    if (isAfterEscape && leaveWithTab(event)) return;
     Glob* const holder = keyTarget();
     bool const unwantedRepeat =
         holder && event.isRepeat() && isReturnOrSpace(event.keyCode()) && !holder->repeatsReturnAndSpace();
     if (unwantedRepeat || (holder && dispatchUpwards(holder, event))) return;
-    if (isKeyPressEvent(event) && !sendClipboardMessage(event.keyCode())) runBoundCommand(event.keyCode());
+    if (!isKeyPressEvent(event)) return;
+    if (sendClipboardMessage(event.keyCode()) || runBoundCommand(event.keyCode())) return;
+    Glob* const unused = keyTarget();
+    if (unused && windows_.handleUnusedKey(*unused, event)) return;
+    escapeWasUnused_ = event.keyCode() == Key::escape;
+}
+
+bool InputRouter::leaveWithTab(Event const& key) {
+    bool const isTab = key.keyCode() == Key::tab || key.keyCode() == Key::shiftTab;
+    Glob* const holder = isTab ? keyTarget() : nullptr;
+    if (!holder) return false;
+    Event toPane = key;
+    toPane.setKeyCode(Key::function(6) | (key.keyCode() & Key::shift));
+    return windows_.handleUnusedKey(*holder, toPane);
 }
 
 bool InputRouter::cancelPress(Event const& key) {
@@ -449,9 +466,11 @@ bool InputRouter::sendClipboardMessage(std::uint32_t key) {
 }
 
 /// Keys that are bound to commands run them when nobody else wanted the key.
-void InputRouter::runBoundCommand(std::uint32_t key) {
+bool InputRouter::runBoundCommand(std::uint32_t key) {
     unsigned long const number = boundCommand(key);
-    if (number != CommandMap::none) CommandMap::instance().callCommand(number, Cmd::Context());
+    if (number == CommandMap::none) return false;
+    CommandMap::instance().callCommand(number, Cmd::Context());
+    return true;
 }
 
 // Windows

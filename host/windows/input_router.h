@@ -57,7 +57,9 @@ private:
     /// Escape while a button is held takes back what the press began. True = it was that.
     bool cancelPress(Event const& key);
     bool runTransportCommand(Event const& key);
-    void runBoundCommand(std::uint32_t key);
+    bool runBoundCommand(std::uint32_t key);
+    /// Leaves what would keep Tab for itself. Whether that went somewhere.
+    bool leaveWithTab(Event const& key);
     /// Tells the focus holder and its ancestors to cut, copy or paste when that is what the key asks for.
     bool sendClipboardMessage(std::uint32_t key);
     Glob* globUnder(InputEvent const& input) const;
@@ -85,6 +87,9 @@ private:
     bool pointerIsInside_ = false;
     NativeWindowId pointerWindow_ = 0;
     std::uint64_t seenChanges_ = 0;
+
+    /// The last key press was an Escape that nobody used.
+    bool escapeWasUnused_ = false;
 
     // The wheel gesture under way.
     Glob* wheelGlob_ = nullptr;
