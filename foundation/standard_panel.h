@@ -222,6 +222,7 @@ public:
 
     // Glob
     bool react(Event const& event) override;
+    void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void reshape() override;
     void drawBackground() override;

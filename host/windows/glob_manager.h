@@ -2,6 +2,7 @@
 
 #include "host/drawing/drawable.h"
 #include "host/objects/root_host.h"
+#include "host/windows/modal_flash.h"
 #include "host/windows/modality.h"
 #include "host/windows/popup_chain.h"
 #include "host/windows/top_level_window.h"
@@ -69,7 +70,8 @@ public:
     /// Takes back `addModalGlob` and `setModalContextGlob`.
     void unsetModalContextGlob(Glob* glob);
     Modality const& modality() const { return modality_; }
-    /// A press, or another wish of the person, was refused for a modal object: that comes to the front.
+    /// A press, or another wish of the person, was refused for a modal object: its window comes to the front
+    /// and flashes.
     void showModal(Glob& modal);
 
     /// Shows a root anew: the corner, edge or centre of it that `origin` names lies at `place`, as far as it
@@ -145,6 +147,7 @@ public:
     void rootSurroundChanged(Glob& root) override;
     void rootToTop(Glob& root, bool activate) override;
     void constrainRoot(Glob& root) override;
+    bool isBlocked(Glob const& glob) const override { return modality_.blockerOf(glob) != nullptr; }
     std::vector<Glob*> roots() const override;
 
     // Drawable::Painter: paints and presents all windows
@@ -152,14 +155,18 @@ public:
     void dropPending() override;
 
 private:
+    static void modalityChanged();
     /// How a window is to be opened.
     struct Wish {
         /// Lower-left corner of the root.
         std::optional<XY<int>> place;
         TopLevelWindow const* owner = nullptr;
         TopLevelWindow::Kind kind = TopLevelWindow::Kind::ordinary;
+        bool isModal = false;
     };
+    bool realizeFor(Glob* root, Glob* owner, std::optional<XY<int>> place, bool isModal);
     bool mayOpen(Glob const* root) const;
+    void shrinkToFit(Glob& root, Wish const& wish) const;
     NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
     bool open(Glob& root, Wish const& wish);
@@ -168,6 +175,12 @@ private:
     /// there is none.
     TopLevelWindow* ordinaryWindowFor(Glob* context) const;
     void putInStack(TopLevelWindow& window);
+    static void hideNative(TopLevelWindow& window);
+    /// The monitor of a box, less the room for the frame of the window.
+    IntBox roomFor(TopLevelWindow const& window, IntBox const& box) const;
+    IntBox roomForPopUp(Glob const& root, IntBox const& anchor) const;
+    /// Makes a window that is larger than its monitor smaller, and moves it there.
+    void fitOnScreen(Glob& root);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
     void visitWindows(Visit visit);
@@ -179,6 +192,7 @@ private:
     std::vector<TopLevelWindow*> stacking_;
     PopUpChain popUps_;
     Modality modality_;
+    ModalFlash flash_{*this};
 };
 
 } // namespace wainscot

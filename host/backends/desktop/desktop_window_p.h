@@ -31,6 +31,8 @@ public:
     void raise() override;
     void toFront() override;
     void setKeepAbove(bool keep) override;
+    void setModal(bool modal, NativeWindowId owner) override;
+    WindowMargins frame() const override;
     XY<int> size() const override { return box_.size(); }
     XY<int> place() const override { return box_.bottomLeft(); }
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
@@ -38,6 +40,11 @@ public:
     IntBox const& box() const { return box_; }
     /// Puts the pointer at a device pixel of the contents, y downwards.
     void warpPointer(XY<int> devicePixel);
+    /// Tells the library that no button is held, which else would swallow the next press.
+    void releaseButtons();
+    bool isPopUp() const { return popUp_; }
+    /// It was pressed: where no window manager does so, it takes the keyboard.
+    void wasPressed();
     void belongTo(DesktopWindow const& owner) { native_.belongTo(owner.native_); }
     bool isNative(unsigned long window) const { return native_.is(window); }
     /// The scale has changed by that factor: the logical size stays as it is.
@@ -56,7 +63,8 @@ public:
 
 private:
     void close();
-    void releaseButtons();
+    /// Tells the window manager, with a least size that fits on the screen.
+    void wish();
     /// The device size of a logical one.
     XY<int> deviceSize(XY<int> size) const;
 
