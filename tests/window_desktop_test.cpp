@@ -223,9 +223,17 @@ TEST_F(WindowDesktop, ContentsFollowWhileTheEdgeIsDragged) {
         ASSERT_TRUE(bench_.glidePointer(pointer, target));
         pointer = target;
         ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x >= before.x + 40; })) << "step " << step;
-        XY<int> const size = bench_.sizeOf(window_);
-        EXPECT_TRUE(waitForPixel(size.x - 3, 3, markColour)) << "while the button is held";
-        EXPECT_TRUE(waitForPixel(3, size.y - 3, markColour));
+        // It may still be growing.
+        auto const isMarked = [&](auto const& placeIn) {
+            return waitUntil([&] {
+                XY<int> const place = placeIn(bench_.sizeOf(window_));
+                return bench_.colourAt(inWindow(place.x, place.y)) == markColour;
+            });
+        };
+        EXPECT_TRUE(isMarked([](XY<int> size) {
+            return XY<int>{size.x - 3, 3};
+        })) << "while the button is held";
+        EXPECT_TRUE(isMarked([](XY<int> size) { return XY<int>{3, size.y - 3}; }));
         EXPECT_FALSE(next("resized").empty());
     }
     ASSERT_TRUE(bench_.releaseButton());

@@ -187,8 +187,8 @@ TEST_F(WindowPopUp, TheScaleChangesWhileTheProgramRuns) {
     // Twice its size would be larger than the screen.
     EXPECT_TRUE(waitUntil([&] {
         XY<int> const end = bench_.placeOf(window_) + bench_.sizeOf(window_);
-        return bench_.sizeOf(window_).x > 900 && bench_.placeOf(window_).x >= 0 && end.x <= 1024 &&
-               end.y <= 768;
+        return bench_.sizeOf(window_).x > 900 && bench_.placeOf(window_).x >= 0 &&
+               bench_.placeOf(window_).y > 0 && end.x <= 1024 && end.y <= 768;
     })) << bench_.sizeOf(window_).x;
     EXPECT_TRUE(bench_.waitForColour(window_, face + face, faceColour));
     bench_.xdotool({"windowmove", std::to_string(window_), "-300", "60"});

@@ -365,9 +365,11 @@ void DesktopInput::windowEvent(SDL_WindowEvent const& event, std::vector<InputEv
     if (!window) return;
     double const time = timeOf(event.timestamp);
     switch (event.event) {
-    case SDL_WINDOWEVENT_MOVED:
     case SDL_WINDOWEVENT_RESIZED:
     case SDL_WINDOWEVENT_SIZE_CHANGED:
+        window->wasSized();
+        [[fallthrough]];
+    case SDL_WINDOWEVENT_MOVED:
         return windowBox(*window, time, input);
     case SDL_WINDOWEVENT_EXPOSED:
         return windowExposed(*window, time, input);

@@ -82,9 +82,16 @@ void DesktopWindow::wasPressed() {
     if (!popUp_ && SDL_GetKeyboardFocus() != window_) native_.focusUnmanaged();
 }
 
+XY<int> DesktopWindow::largestSize() const {
+    XY<int> const screen = backend_->largestDeviceSize();
+    int top = 0, left = 0, bottom = 0, right = 0;
+    if (popUp_ || SDL_GetWindowBordersSize(window_, &top, &left, &bottom, &right) != 0) return screen;
+    return {std::max(1, screen.x - left - right), std::max(1, screen.y - top - bottom)};
+}
+
 void DesktopWindow::wish() {
     X11Window::Wishes bounded = wishes_;
-    XY<int> const most = backend_->largestDeviceSize();
+    XY<int> const most = largestSize();
     bounded.leastSize = {std::min(most.x, wishes_.leastSize.x), std::min(most.y, wishes_.leastSize.y)};
     native_.wish(bounded);
 }
@@ -111,14 +118,19 @@ void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
 void DesktopWindow::resize(XY<int> size) {
     if (!window_) return;
     XY<int> wanted = deviceSize(size);
-    XY<int> const most = backend_->largestDeviceSize();
+    XY<int> const most = largestSize();
     wanted = {std::max(wanted.x, std::min(most.x, wishes_.leastSize.x)),
               std::max(wanted.y, std::min(most.y, wishes_.leastSize.y))};
     if (wishes_.fixedSize) {
         wishes_.fixedSize = wanted;
         wish();
     }
-    native_.resize(wanted);
+    askFor(wanted);
+}
+
+void DesktopWindow::askFor(XY<int> size) {
+    asked_ = size;
+    native_.resize(size);
 }
 
 void DesktopWindow::setMinSize(XY<int> size) {
@@ -138,7 +150,7 @@ void DesktopWindow::rescale(double factor) {
     wishes_.leastSize = scaled(wishes_.leastSize);
     if (wishes_.fixedSize) wishes_.fixedSize = scaled(*wishes_.fixedSize);
     wish();
-    native_.resize(scaled(device));
+    askFor(scaled(device));
     updateBox(backend_->rootSpace());
 }
 
@@ -146,6 +158,7 @@ void DesktopWindow::moveTo(XY<int> place) {
     if (!window_) return;
     int height = 0;
     SDL_GetWindowSize(window_, nullptr, &height);
+    if (asked_) height = asked_->y;
     if (!wishes_.isPlaced) {
         wishes_.isPlaced = true;
         wish();

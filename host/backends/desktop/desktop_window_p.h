@@ -56,6 +56,8 @@ public:
     bool isOnScreen() const;
     /// Takes note of `isOnScreen()`; true when it has changed while the program wants the window shown.
     bool updateOnScreen();
+    /// The window system has given it a size.
+    void wasSized() { asked_.reset(); }
     /// The window system has put the window on the screen.
     void wasShown();
     /// The backend goes: the library's window is closed, all operations do nothing from now on.
@@ -67,6 +69,9 @@ private:
     void wish();
     /// The device size of a logical one.
     XY<int> deviceSize(XY<int> size) const;
+    /// The largest contents that fit on a monitor with their frame.
+    XY<int> largestSize() const;
+    void askFor(XY<int> size);
 
     DesktopBackend* backend_;
     SDL_Window* window_;
@@ -74,6 +79,8 @@ private:
     X11Window::Wishes wishes_;
     NativeWindowId id_;
     IntBox box_;
+    /// A device size that was asked for and has not been answered.
+    std::optional<XY<int>> asked_;
     bool popUp_;
     bool wantedOnScreen_ = false;
     bool reportedOnScreen_ = true;
