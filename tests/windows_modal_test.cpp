@@ -94,6 +94,10 @@ TEST_F(Modal, TheWindowManagerKnowsItAndARefusedPressMakesItFlash) {
     EXPECT_TRUE(nativeOf(dialog_)->isModal());
     EXPECT_GE(nativeOf(dialog_)->minSize().y, std::min(dialog_->height(), 2 * UifStd::getButtonHeight()));
     EXPECT_FALSE(nativeOf(main_)->isModal());
+    auto* const palette = new RecordingParent(50, 40);
+    ASSERT_TRUE(manager().realizeOwned(palette, dialog_));
+    EXPECT_EQ(nativeOf(palette)->owner(), nativeOf(dialog_)->id());
+    EXPECT_FALSE(nativeOf(palette)->isModal());
     std::uint32_t const plain = driver_.pixel(dialog_, {0, 0});
     activate(main_);
     driver_.advance(1000);
