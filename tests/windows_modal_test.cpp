@@ -89,7 +89,14 @@ TEST_F(Modal, APressElsewhereBringsItToTheFrontAndKeysGoToIt) {
 }
 
 TEST_F(Modal, TheWindowManagerKnowsItAndARefusedPressMakesItFlash) {
-    main_->setMinSize(30, 20);
+    activate(main_);
+    ASSERT_TRUE(inMain_->claimKbdFocus());
+    auto* const strip = addTo(main_, new ProbeGlob(20, 20));
+    EXPECT_TRUE(glib_showsKbdFocus(inMain_));
+    ASSERT_TRUE(manager().addModalGlob(strip, main_));
+    EXPECT_FALSE(glib_showsKbdFocus(inMain_)) << "no mark on what is blocked";
+    delete strip;
+    EXPECT_TRUE(glib_showsKbdFocus(inMain_));
     openDialog();
     EXPECT_TRUE(nativeOf(dialog_)->isModal());
     EXPECT_GE(nativeOf(dialog_)->minSize().y, std::min(dialog_->height(), 2 * UifStd::getButtonHeight()));
