@@ -52,7 +52,7 @@ void Button::draw() {
         drawIcon();
         drawText();
     }
-    if (get_kbd_focus() != this || !glib_appHasFocus()) return;
+    if (!glib_showsKbdFocus(this)) return;
     CanvasRenderer renderer(canvas(), canvasArea());
     ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
 }

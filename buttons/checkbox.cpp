@@ -304,7 +304,7 @@ void Checkbox::handleLookChange() {
 
 void Checkbox::draw() {
     StandardPanel::draw();
-    if (get_kbd_focus() != this || !glib_appHasFocus()) return;
+    if (!glib_showsKbdFocus(this)) return;
     CanvasRenderer renderer(canvas(), canvasArea());
     ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
 }

@@ -23,6 +23,7 @@ constexpr double leastShare = 1e-6;
 
 int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
     if (mouse_wheel_event(event)) return turnWheel(event.amount());
+    if (mouse_side_wheel_event(event) && !isVertical()) return turnWheel(-event.amount());
     if (mouse_down_event(event)) return press(event);
     if (mouse_up_event(event)) return release(event);
     if (mouse_move_event(event)) return follow(event);

@@ -294,7 +294,7 @@ void Slider::drawBackground() {
         ButtonLook::drawFace(renderer, face, palette);
         ButtonLook::drawEdge(renderer, face, palette);
     }
-    if (get_kbd_focus() == this && glib_appHasFocus()) ButtonLook::drawFocus(renderer, canvasArea(), palette);
+    if (glib_showsKbdFocus(this)) ButtonLook::drawFocus(renderer, canvasArea(), palette);
 }
 
 void Slider::drawChannel(CanvasRenderer& renderer) {

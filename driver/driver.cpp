@@ -136,18 +136,34 @@ bool Driver::drag(Glob* glob, XY<int> way, int steps) {
     return release();
 }
 
+bool Driver::chord(Glob* glob, Button first, Button second) {
+    return press(glob, first) && press(second) && release(second) && release(first);
+}
+
+bool Driver::injectAmount(InputEvent::Kind kind, int amount) {
+    InputEvent input;
+    input.kind = kind;
+    input.place = place_;
+    input.amount = amount;
+    input.modifiers = modifiers_;
+    return inject(input);
+}
+
 bool Driver::wheel(Glob* glob, int notches) {
-    return aimAt(glob) && wheelAt(place_, notches);
+    return aimAt(glob) && injectAmount(InputEvent::Kind::wheel, notches);
 }
 
 bool Driver::wheelAt(XY<int> place, int notches) {
     place_ = place;
-    InputEvent input;
-    input.kind = InputEvent::Kind::wheel;
-    input.place = place;
-    input.amount = notches;
-    input.modifiers = modifiers_;
-    return inject(input);
+    return injectAmount(InputEvent::Kind::wheel, notches);
+}
+
+bool Driver::sideWheel(Glob* glob, int notches) {
+    return aimAt(glob) && injectAmount(InputEvent::Kind::sideWheel, notches);
+}
+
+bool Driver::zoom(Glob* glob, int steps) {
+    return aimAt(glob) && injectAmount(InputEvent::Kind::zoom, steps);
 }
 
 // Keys
@@ -188,6 +204,13 @@ bool Driver::type(LightweightString<wchar_t> const& text) {
 }
 
 // Windows
+
+bool Driver::activate(Glob* glob) {
+    TopLevelWindow const* const window = windowOf(glob);
+    if (!window || window->isPopUp() || !glob->isShown()) return refuse("there is no such window");
+    window->native().raise();
+    return settle();
+}
 
 TopLevelWindow* Driver::windowOf(Glob const* glob) {
     if (!is_good_glob_ptr(glob)) return nullptr;

@@ -40,8 +40,14 @@ public:
     bool doubleClick(Glob* glob);
     /// Presses on it, moves by the given way in so many steps, and releases.
     bool drag(Glob* glob, XY<int> way, int steps = 4);
+    /// Holds one button on it, clicks another meanwhile, and releases the first.
+    bool chord(Glob* glob, Button first = Button::left, Button second = Button::right);
     bool wheel(Glob* glob, int notches);
     bool wheelAt(XY<int> place, int notches);
+    /// Sideways; positive = to the right.
+    bool sideWheel(Glob* glob, int notches);
+    /// A zoom gesture over it; positive = in.
+    bool zoom(Glob* glob, int steps);
     /// Held with all that follows: `Key::shift` and so on.
     void holdModifiers(std::uint32_t modifiers) { modifiers_ = modifiers; }
 
@@ -54,6 +60,8 @@ public:
     bool type(LightweightString<wchar_t> const& text);
 
     // --- Windows
+    /// The window of an object becomes the active one.
+    bool activate(Glob* glob);
     bool closeWindow(Glob* root);
     bool resizeWindow(Glob* root, XY<int> size);
 
@@ -80,6 +88,7 @@ public:
 private:
     bool refuse(LightweightString<char> const& why);
     bool inject(InputEvent input);
+    bool injectAmount(InputEvent::Kind kind, int amount);
     bool injectPointer(InputEvent::Kind kind, Button button = Button::none, int clicks = 1);
     TopLevelWindow* windowOf(Glob const* glob);
     /// Puts the pointer on it; false when something else lies over its centre.

@@ -119,6 +119,15 @@ LightweightString<char> Script::onWidget(Words& words, Act act) {
     return words.problem.empty() ? outcome(driver_, done) : words.problem;
 }
 
+/// The same with a number behind the name.
+template <class Act>
+LightweightString<char> Script::withAmount(Words& words, char const* what, Act act) {
+    return onWidget(words, [&](Glob& glob) {
+        int const amount = words.takeNumber(what);
+        return words.problem.empty() && act(glob, amount);
+    });
+}
+
 /// Carries out what needs a place, as in `at X Y`.
 template <class Act>
 LightweightString<char> Script::atPlace(Words& words, Act act) {
@@ -167,11 +176,21 @@ std::span<Script::Command const> Script::commands() {
          }},
         {"wheel", "ROLE \"NAME\" NOTCHES",
          [](S& s, W& w) {
-             return s.onWidget(w, [&](Glob& glob) {
-                 int const notches = w.takeNumber("NOTCHES");
-                 return w.problem.empty() && s.driver_.wheel(&glob, notches);
-             });
+             return s.withAmount(w, "NOTCHES", [&](Glob& glob, int n) { return s.driver_.wheel(&glob, n); });
          }},
+        {"sidewheel", "ROLE \"NAME\" NOTCHES",
+         [](S& s, W& w) {
+             return s.withAmount(w, "NOTCHES",
+                                 [&](Glob& glob, int n) { return s.driver_.sideWheel(&glob, n); });
+         }},
+        {"zoom", "ROLE \"NAME\" STEPS",
+         [](S& s, W& w) {
+             return s.withAmount(w, "STEPS", [&](Glob& glob, int n) { return s.driver_.zoom(&glob, n); });
+         }},
+        {"chord", "ROLE \"NAME\"",
+         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.chord(&glob); }); }},
+        {"activate", "ROLE \"NAME\"",
+         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.activate(&glob); }); }},
         {"type", "\"TEXT\"",
          [](S& s, W& w) {
              Text const text = w.take("the text");

@@ -14,7 +14,8 @@ namespace wainscot {
 ///     press ROLE "NAME"           release                 move ROLE "NAME"     move at X Y
 ///     drag ROLE "NAME" DX DY      wheel ROLE "NAME" N     type "TEXT"          key Shift+Tab
 ///     advance MS                  tree                    messages             shot FILE.png
-///     expect ROLE "NAME"          resize W H              close
+///     chord ROLE "NAME"           sidewheel ROLE "NAME" N zoom ROLE "NAME" N
+///     expect ROLE "NAME"          resize W H              close                activate ROLE "NAME"
 class WAINSCOT_API Script {
 public:
     using Print = std::function<void(LightweightString<char> const&)>;
@@ -37,6 +38,8 @@ private:
     Glob* widget(Words& words);
     template <class Act>
     LightweightString<char> onWidget(Words& words, Act act);
+    template <class Act>
+    LightweightString<char> withAmount(Words& words, char const* what, Act act);
     template <class Act>
     LightweightString<char> atPlace(Words& words, Act act);
     template <class Act>

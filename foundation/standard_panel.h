@@ -227,6 +227,7 @@ public:
 
     // Glob
     bool react(Event const& event) override;
+    void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void handleDetached() override;
     void reshape() override;

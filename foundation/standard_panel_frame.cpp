@@ -89,6 +89,14 @@ bool StandardPanel::beginDrag(Event const& event) {
     return true;
 }
 
+/// A dragged edge goes back to where it was taken.
+void StandardPanel::handlePressCancelled(Event const& press) {
+    bool const isByEdge = grip_ != 0 && grip_ != PanelGrip::title;
+    LifeGuard const life = guard();
+    if (isByEdge) dragEdges(press.pressPlace());
+    if (life.alive()) rect::handlePressCancelled(press);
+}
+
 /// A drag that was ended by something else (the panel was hidden) is found out here.
 void StandardPanel::handleCaptureLost() {
     grip_ = 0;

@@ -87,6 +87,11 @@ void LabelGlob::setPressed(bool pressed) {
     describeChanged(DescriptionChange::state);
 }
 
+void LabelGlob::handleCaptureLost() {
+    setPressed(false);
+    Glob::handleCaptureLost();
+}
+
 void LabelGlob::handleKbdFocus() {
     bool const has = get_kbd_focus() == this;
     makeDirty();
@@ -130,7 +135,7 @@ void LabelGlob::draw() {
     XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
     Glib::TextDescription const text(fitted, place, font, palette.text(appearance), eAlignCentre);
     renderer.renderPrimitive(text);
-    bool const marked = get_kbd_focus() == this && glib_appHasFocus();
+    bool const marked = glib_showsKbdFocus(this);
     if (marked) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
 }
 

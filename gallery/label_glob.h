@@ -34,6 +34,7 @@ public:
     void setAction(std::function<void(LabelGlob&)> action) { action_ = std::move(action); }
 
     bool react(Event const& event) override;
+    void handleCaptureLost() override;
     void draw() override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;

@@ -142,8 +142,7 @@ void LongTextBox::draw() {
     CanvasRenderer renderer(canvas(), canvasArea());
     IntBox const box = textBox().translated(origin);
     Glib::drawOutlinedRect(renderer, palette.window(eWindowRecessed), palette.mark(eMarkEdge), box);
-    if (get_kbd_focus() == this && glib_appHasFocus())
-        Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
+    if (glib_showsKbdFocus(this)) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
     int const radius = track().height() / 2;
     Glib::drawRoundedRectFilled(renderer, palette.window(eWindowRecessed), track().translated(origin),
                                 static_cast<unsigned>(radius));

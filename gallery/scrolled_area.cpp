@@ -100,7 +100,12 @@ void ScrolledArea::reshape() {
 // What the user does
 
 bool ScrolledArea::react(Event const& event) {
-    if (!mouse_wheel_event(event) || range() == XY<int>()) return Glob::react(event);
+    bool const isWheel = mouse_wheel_event(event) || mouse_side_wheel_event(event);
+    if (!isWheel || range() == XY<int>()) return Glob::react(event);
+    if (mouse_side_wheel_event(event)) {
+        scrollTo(offset_ + XY<int>{event.amount() * step(), 0});
+        return true;
+    }
     bool const isAcross = (event.modifiers() & Key::shift) != 0 || range().y == 0;
     int const way = -event.amount() * step();
     scrollTo(offset_ + (isAcross ? XY<int>{way, 0} : XY<int>{0, way}));

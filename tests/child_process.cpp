@@ -2,12 +2,14 @@
 
 #include "host/services/clock.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <poll.h>
+#include <sstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -165,6 +167,18 @@ std::string ChildProcess::unreadLines() {
     std::string text;
     for (std::size_t i = next_; i < lines().size(); ++i) text += lines_[i] + "\n";
     return text;
+}
+
+std::chrono::milliseconds ChildProcess::processorTime() const {
+    std::ifstream file("/proc/" + std::to_string(pid_) + "/stat");
+    std::string const text{std::istreambuf_iterator<char>(file), {}};
+    // Behind the name, which may hold anything, come the state and ten numbers that do not matter here.
+    std::istringstream fields(text.substr(std::min(text.rfind(')') + 1, text.size())));
+    std::string skipped;
+    for (int i = 0; i < 11; ++i) fields >> skipped;
+    long user = 0, system = 0;
+    fields >> user >> system;
+    return std::chrono::milliseconds((user + system) * 1000 / sysconf(_SC_CLK_TCK));
 }
 
 long ChildProcess::wakeUps() const {

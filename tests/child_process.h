@@ -54,6 +54,8 @@ public:
 
     /// How often its threads have slept and been woken.
     long wakeUps() const;
+    /// Processor time that it has used.
+    std::chrono::milliseconds processorTime() const;
 
 private:
     void readOutput();

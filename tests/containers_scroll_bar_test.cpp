@@ -309,8 +309,23 @@ TEST_F(ScrollBars, TheWheelReportsButtonsForEachNotch) {
         EXPECT_EQ(sent(), "upButtonPressed");
         driver_.wheel(bar, -3);
         EXPECT_EQ(sent(), "downButtonPressed downButtonPressed downButtonPressed");
+        driver_.sideWheel(bar, 1);
+        EXPECT_EQ(sent(), orientation == eHorizontal ? "downButtonPressed" : "") << "only along the bar";
         root_->removeWidget(*std::make_unique<Glob*>(bar));
     }
+}
+
+TEST_F(ScrollBars, AnArrowThatIsSlidOffKeepsThePressWhateverElseIsPressed) {
+    ScrollBar* const bar = add(eHorizontal, {0, 0.5}, true, true);
+    pressAt(bar, 195, 10);
+    moveIn(bar, 60, 10);
+    driver_.press(Driver::Button::right);
+    driver_.release();
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    moveIn(bar, 90, 10);
+    driver_.release(Driver::Button::right);
+    EXPECT_EQ(bar->getThumbPos(), 0);
+    EXPECT_FALSE(bar->isDragging());
 }
 
 TEST_F(ScrollBars, ArrowButtonsReportAndRepeatWhileThereIsAWayToGo) {

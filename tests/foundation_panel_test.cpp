@@ -584,6 +584,12 @@ TEST_F(Panel, EdgesAndCornersResizeAResizablePanel) {
     EXPECT_EQ(panel->box(), IntBox(70, 90, 320, 250));
     dragIn(panel, {100, 159}, {0, 5});
     EXPECT_EQ(panel->box(), IntBox(70, 90, 320, 255));
+    moveIn(panel, 1, 20);
+    driver_.press();
+    moveIn(panel, -20, 20);
+    driver_.key(Key::escape);
+    driver_.release();
+    EXPECT_EQ(panel->box(), IntBox(70, 90, 320, 255)) << "Escape takes it back";
     panel->setMinSize(100, 80);
     dragIn(panel, {1, 1}, {4000, 4000});
     EXPECT_EQ(panel->box(), IntBox(220, 175, 320, 255)) << "the far corner stays";

@@ -125,7 +125,9 @@ TEST_F(Gallery, ALongTextIsScrolledFromEndToEnd) {
 
 TEST_F(Gallery, ATimelineDrawsOnlyWhatIsInSight) {
     Outcome const outcome = run("--offscreen --page timeline --script " +
-                                fileWith("tree\nwheel drawing \"Timeline\" -9\ntree\n"));
+                                fileWith("tree\nwheel drawing \"Timeline\" -9\ntree\n"
+                                         "sidewheel drawing \"Timeline\" 1\nzoom drawing \"Timeline\" 1\n"
+                                         "chord drawing \"Timeline\"\nactivate drawing \"Timeline\"\n"));
     EXPECT_EQ(outcome.code, 0) << outcome.errors;
     std::vector<int> drawn;
     std::istringstream lines(outcome.out);

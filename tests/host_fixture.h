@@ -135,6 +135,7 @@ public:
     std::function<void()> onDraw;
     std::function<bool(Event const&)> onIntercept;
     std::function<void()> onReshape;
+    std::function<void()> onPressLost;
 
     bool react(Event const& event) override {
         // The function may destroy this object, and itself with it.
@@ -159,6 +160,11 @@ public:
     bool intercept(Event const& event) override {
         auto const handler = onIntercept;
         return handler && handler(event);
+    }
+    void handleCaptureLost() override {
+        Glob::handleCaptureLost();
+        auto const handler = onPressLost;
+        if (handler) handler();
     }
     void draw() override {
         ++drawn;

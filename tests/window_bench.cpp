@@ -184,10 +184,17 @@ std::string WindowBench::errors() const {
     return text.str();
 }
 
+/// What it looks at may have gone before it asks; then it ends with an error, without having done anything.
 bool WindowBench::xdotool(std::vector<std::string> const& words) {
     std::vector<std::string> all{"xdotool"};
     all.insert(all.end(), words.begin(), words.end());
-    return run(all);
+    bool works = false;
+    waitUntil([&] {
+        std::size_t const before = errors().size();
+        works = run(all);
+        return works || errors().find("BadWindow", before) == std::string::npos;
+    });
+    return works;
 }
 
 bool WindowBench::key(std::vector<std::string> const& names) {
@@ -325,6 +332,31 @@ void WindowBench::requestClose(WindowId window) {
 void WindowBench::activate(WindowId window) {
     constexpr long fromPager = 2;
     tellWindowManager(window, "_NET_ACTIVE_WINDOW", fromPager, CurrentTime);
+}
+
+void WindowBench::tellDragged(WindowId window, char const* message, long second, long third, long fourth) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display_, message, False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(DefaultRootWindow(display_));
+    event.xclient.data.l[1] = second;
+    event.xclient.data.l[2] = third;
+    event.xclient.data.l[3] = fourth;
+    XSendEvent(display_, window, False, NoEventMask, &event);
+    XSync(display_, False);
+}
+
+void WindowBench::dragFilesOver(WindowId window, XY<int> place) {
+    constexpr long version = 5L << 24;
+    auto const files = static_cast<long>(XInternAtom(display_, "text/uri-list", False));
+    tellDragged(window, "XdndEnter", version, files, 0);
+    tellDragged(window, "XdndPosition", 0, (static_cast<long>(place.x) << 16) | place.y, CurrentTime);
+}
+
+void WindowBench::dragFilesAway(WindowId window) {
+    tellDragged(window, "XdndLeave", 0, 0, 0);
 }
 
 void WindowBench::minimise(WindowId window) {

@@ -78,6 +78,9 @@ public:
     void requestClose(WindowId window);
     void minimise(WindowId window);
     void activate(WindowId window);
+    /// Another program drags files over a place on the screen, and away again.
+    void dragFilesOver(WindowId window, XY<int> place);
+    void dragFilesAway(WindowId window);
 
     /// The colour of a pixel of the screen, 0xRRGGBB.
     std::uint32_t colourAt(XY<int> place);
@@ -92,6 +95,7 @@ private:
     bool managesNewWindows(std::chrono::milliseconds enough);
     std::unique_ptr<ChildProcess> launch(std::vector<std::string> const& words);
     bool run(std::vector<std::string> const& words);
+    void tellDragged(WindowId window, char const* message, long second, long third, long fourth);
     void tellWindowManager(WindowId window, char const* message, long first, long second);
 
     std::string problem_;

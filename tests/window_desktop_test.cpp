@@ -121,6 +121,10 @@ TEST_F(WindowDesktop, ButtonsClicksWheelAndModifiers) {
     EXPECT_THAT(next("wheel place=50,139"), HasSubstr("amount=1 "));
     EXPECT_THAT(next("wheel"), HasSubstr("amount=-1 "));
     EXPECT_THAT(next("wheel"), HasSubstr("amount=-1 "));
+    constexpr int toTheLeft = 6, toTheRight = 7;
+    ASSERT_TRUE(bench_.click(toTheLeft) && bench_.click(toTheRight));
+    EXPECT_THAT(next("sidewheel"), HasSubstr("amount=-1 "));
+    EXPECT_THAT(next("sidewheel"), HasSubstr("amount=1 "));
     ASSERT_TRUE(bench_.xdotool({"keydown", "Control_L", "click", "1", "keyup", "Control_L", "click", "1"}));
     EXPECT_THAT(next("pressed"), HasSubstr("mods=2000000"));
     EXPECT_THAT(next("pressed"), HasSubstr("mods=0"));
@@ -219,9 +223,17 @@ TEST_F(WindowDesktop, ContentsFollowWhileTheEdgeIsDragged) {
         ASSERT_TRUE(bench_.glidePointer(pointer, target));
         pointer = target;
         ASSERT_TRUE(waitUntil([&] { return bench_.sizeOf(window_).x >= before.x + 40; })) << "step " << step;
-        XY<int> const size = bench_.sizeOf(window_);
-        EXPECT_TRUE(waitForPixel(size.x - 3, 3, markColour)) << "while the button is held";
-        EXPECT_TRUE(waitForPixel(3, size.y - 3, markColour));
+        // It may still be growing.
+        auto const isMarked = [&](auto const& placeIn) {
+            return waitUntil([&] {
+                XY<int> const place = placeIn(bench_.sizeOf(window_));
+                return bench_.colourAt(inWindow(place.x, place.y)) == markColour;
+            });
+        };
+        EXPECT_TRUE(isMarked([](XY<int> size) {
+            return XY<int>{size.x - 3, 3};
+        })) << "while the button is held";
+        EXPECT_TRUE(isMarked([](XY<int> size) { return XY<int>{3, size.y - 3}; }));
         EXPECT_FALSE(next("resized").empty());
     }
     ASSERT_TRUE(bench_.releaseButton());
@@ -361,6 +373,14 @@ TEST_F(WindowDesktop, APopUpTakesNoFocusAndNoFrame) {
     EXPECT_TRUE(waitUntil([this] { return bench_.colourAt({740, 768 - 620}) != contentColour; }));
 }
 
+TEST_F(WindowDesktop, FilesThatAreDraggedOverItAreReportedBeforeTheyAreDropped) {
+    startActiveProbe();
+    bench_.dragFilesOver(window_, inWindow(40, 30));
+    EXPECT_THAT(next("filesover"), HasSubstr("place=40,169 "));
+    bench_.dragFilesAway(window_);
+    EXPECT_THAT(next("filesover"), HasSubstr("root=0,0 "));
+}
+
 TEST_F(WindowDesktop, SleepsWhileNothingHappensAndWakesFromAThread) {
     startActiveProbe();
     // The first command lets everything that belongs to opening the window go by.
@@ -388,6 +408,25 @@ TEST(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
     ASSERT_TRUE(bench.key({"a", "ctrl+b"}));
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=61 "));
     EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=2000042 "));
+    auto const second =
+        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                     "600", "100"});
+    ASSERT_FALSE(second->waitForLine("activated").empty());
+    second->send("quit");
+    EXPECT_EQ(second->waitForExit(), 0);
+    ASSERT_TRUE(bench.movePointer({250, 200}));
+    ASSERT_TRUE(bench.click());
+    ASSERT_TRUE(bench.movePointer({10, 10}));
+    ASSERT_FALSE(probe->waitForLine("activated").empty()) << "a click takes the keyboard";
+    ASSERT_TRUE(bench.key({"c"}));
+    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=63 "));
+}
+
+TEST(WindowDesktopUnmanaged, AScreenWithTooFewColoursIsRefusedWithAReason) {
+    WindowBench bench(WindowBench::WindowManager::none, 8);
+    ASSERT_EQ(bench.problem(), "");
+    auto const gallery = bench.start({"wainscot-gallery", "--desktop", "--page", "buttons"});
+    EXPECT_THAT(gallery->waitForLine("No display can be used"), HasSubstr("too few for colours"));
 }
 
 TEST(WindowDesktopUnmanaged, ConvertsPixelsForAScreenOfSixteenBits) {
@@ -428,6 +467,9 @@ TEST_F(WindowDesktop, TextsGoToOtherProgramsAndComeFromThem) {
     EXPECT_TRUE(fetch("paste", "\u00e4\r"));
     auto const selector = owns("primary", "printf word");
     EXPECT_TRUE(fetch("insert", "word"));
+    auto const picture =
+        bench_.start({"/bin/sh", "-c", "printf picture | exec xclip -quiet -selection primary -t image/png"});
+    EXPECT_TRUE(fetch("insert", "")) << "a picture is no text";
     ASSERT_FALSE(command("copy mine").empty());
     EXPECT_TRUE(fetch("paste", "mine")) << "the program's own text";
     ASSERT_FALSE(command("destroy").empty());

@@ -17,11 +17,15 @@ int millisecondsIn(std::string const& line) {
 class WindowToolkit : public GalleryWindow {
 protected:
     /// Holds the repeating box until it has reported six times.
-    void expectRepeats() {
+    void expectRepeats(bool isBusy) {
+        auto const used = gallery_->processorTime();
         pressAt(middleOf("text \"Hold: counts after 0.3 s, then every 0.1 s\""));
         int const first = millisecondsIn(next("repeat 1 "));
         int const sixth = millisecondsIn(next("repeat 6 "));
+        auto const usedNow = gallery_->processorTime();
         ASSERT_TRUE(bench_.releaseButton());
+        EXPECT_LE((usedNow - used).count(), isBusy ? patience.count() : sixth / 3)
+            << "it sleeps between the repeats";
         // Never early. How late it may be is measured by hand on a machine at rest; here others work, too.
         EXPECT_GE(first, 300);
         EXPECT_LE(first, 6000);
@@ -75,7 +79,7 @@ TEST_F(WindowToolkit, SlidingOffReleasesAndBackPressesAgain) {
 
 TEST_F(WindowToolkit, AHeldRepeaterKeepsItsTimes) {
     open("pointer");
-    expectRepeats();
+    expectRepeats(false);
     letTimePass(300ms);
     long const before = gallery_->wakeUps();
     letTimePass(1000ms);
@@ -84,7 +88,7 @@ TEST_F(WindowToolkit, AHeldRepeaterKeepsItsTimes) {
 
 TEST_F(WindowToolkit, ABusyThreadDoesNotHurryIt) {
     open("pointer", {1000, 700}, {"--busy"});
-    expectRepeats();
+    expectRepeats(true);
 }
 
 TEST_F(WindowToolkit, AHeldButtonReportsUntilItIsReleased) {
@@ -93,6 +97,32 @@ TEST_F(WindowToolkit, AHeldButtonReportsUntilItIsReleased) {
     for (int i = 0; i < 3; ++i) EXPECT_FALSE(next("Hold  sends  held").empty());
     ASSERT_TRUE(bench_.releaseButton());
     EXPECT_FALSE(next("Hold  sends  held").empty());
+}
+
+TEST_F(WindowToolkit, WhatIsHeldEndsWhenTheReleaseGoesElsewhere) {
+    open("buttons");
+    XY<int> const hold = middleOf("button \"Hold\"");
+    for (bool const minimises : {false, true}) {
+        pressAt(hold);
+        EXPECT_FALSE(next("Hold  sends  held").empty());
+        std::unique_ptr<ChildProcess> other;
+        if (minimises) {
+            bench_.minimise(window_);
+        } else {
+            other = bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"),
+                                  "--place", "700", "100"});
+            ASSERT_FALSE(other->waitForLine("activated").empty());
+        }
+        ASSERT_TRUE(waitUntil([&] { return !bench_.isActive(window_); }));
+        ASSERT_TRUE(bench_.releaseButton());
+        bench_.activate(window_);
+        ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
+        clickOn(apply_);
+        EXPECT_FALSE(next("Apply  sends  clicked").empty()) << "the next press is heard";
+        std::size_t const before = gallery_->lines().size();
+        letTimePass(700ms);
+        EXPECT_EQ(gallery_->lines().size(), before) << "nothing repeats";
+    }
 }
 
 TEST_F(WindowToolkit, ClosingByThePanelsOwnButton) {

@@ -172,6 +172,134 @@ TEST_F(Input, ClicksChordsAndModifiersAreTold) {
     EXPECT_EQ(currentModifiers(), 0u);
 }
 
+TEST_F(Input, FurtherButtonsBelongToThePressAndChangeNoCapture) {
+    auto* const panel = addTo(root_, new ProbeGlob(200, 150, &log_, "panel"));
+    auto* const button = addTo(panel, new ProbeGlob(50, 50, &log_, "button"));
+    panel->noteMouse();
+    button->onReact = [&](Event const& event) {
+        if (mouse_right_event(event)) button->note(mouse_down_event(event) ? "right down" : "right up");
+        return mouse_event(event) && !mouse_right_event(event);
+    };
+    driver_.press(button);
+    log_.clear();
+    driver_.press(Driver::Button::right);
+    EXPECT_TRUE(EventSystem::live().pointer.isCapturedBy(button));
+    driver_.release();
+    EXPECT_TRUE(EventSystem::live().pointer.isCapturedBy(button)) << "until the last release";
+    driver_.release(Driver::Button::right);
+    EXPECT_EQ(takeLog(), (Lines{"button right down", "button right up"})) << "and the panel hears nothing";
+    EXPECT_TRUE(driver_.chord(button));
+    EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
+}
+
+TEST_F(Input, APressThatIsLostEndsOnceAndChoosesNothing) {
+    InputEvent report;
+    report.window = nativeOf(root_)->id();
+    std::vector<std::function<void()>> const ends{[&] { deactivate(); },
+                                                  [&] {
+                                                      report.kind = InputEvent::Kind::windowHidden;
+                                                      inject(report);
+                                                      report.kind = InputEvent::Kind::windowShown;
+                                                      inject(report);
+                                                  },
+                                                  [&] {
+                                                      root_->setVisible(false);
+                                                      root_->setVisible(true);
+                                                  },
+                                                  [&] {
+                                                      report.kind = InputEvent::Kind::pressLost;
+                                                      inject(report);
+                                                  }};
+    for (auto const& end : ends) {
+        auto* const probe = addTo(root_, new ProbeGlob(60, 40, &log_, "a"), BottomLeft(10, 10));
+        probe->noteMouse();
+        probe->onPressLost = [probe] { probe->note("lost"); };
+        driver_.press(probe);
+        log_.clear();
+        end();
+        EXPECT_THAT(takeLog(), testing::Contains("a lost").Times(1));
+        EXPECT_EQ(EventSystem::live().pointer.heldButtons, 0);
+        driver_.release();
+        driver_.moveTo(root_->globXYToScreenXY({30, 20}));
+        EXPECT_THAT(takeLog(), testing::Not(testing::Contains(testing::AnyOf("a lost", "a up 30,20"))));
+        activate(root_);
+        delete probe;
+    }
+}
+
+TEST_F(Input, WhatIsHandedDownComesBackAsAnAnswer) {
+    auto* const panel = addTo(root_, new ProbeGlob(200, 150));
+    auto* const between = addTo(panel, new ProbeGlob(100, 100));
+    auto* const child = addTo(between, new ProbeGlob(50, 50));
+    int asked = 0;
+    bool copies = false;
+    panel->onReact = [&](Event const& event) {
+        if (!mouse_wheel_event(event)) return false;
+        ++asked;
+        Event const copy = event;
+        EXPECT_FALSE(child->handleEvent(copies ? copy : event));
+        return panel->Glob::react(event);
+    };
+    between->onReact = [&](Event const& event) {
+        return mouse_wheel_event(event) && child->handleEvent(event) ? true : between->Glob::react(event);
+    };
+    for (bool const copy : {false, true}) {
+        copies = copy;
+        driver_.wheelAt(panel->globXYToScreenXY({150, 120}), 1);
+        virtualClock().advance(600);
+    }
+    EXPECT_EQ(asked, 2) << "once for each event";
+}
+
+TEST_F(Input, ASidewaysWheelIsAKindOfItsOwn) {
+    auto* const probe = addTo(root_, new ProbeGlob);
+    std::vector<int> kinds;
+    probe->onReact = [&](Event const& event) {
+        if (mouse_side_wheel_event(event) && !mouse_wheel_event(event)) kinds.push_back(event.amount());
+        if (mouse_zoom_event(event)) kinds.push_back(100 * event.amount());
+        return true;
+    };
+    EXPECT_TRUE(driver_.sideWheel(probe, -2));
+    EXPECT_TRUE(driver_.zoom(probe, 3));
+    EXPECT_THAT(kinds, ElementsAre(-2, 300));
+}
+
+TEST_F(Input, TheNextKeyGoesWhereAClickHasLed) {
+    auto* const probe = addTo(root_, new ProbeGlob(60, 40));
+    ProbeGlob* second = nullptr;
+    probe->onReact = [&](Event const& event) {
+        if (mouse_up_event(event)) {
+            second = new ProbeGlob(100, 80, &log_, "second");
+            second->onReact = [this, &second](Event const& key) {
+                if (isKeyPressEvent(key)) second->note("key");
+                return true;
+            };
+            host_->globManager().realize(second, XY<int>{600, 100});
+        }
+        return mouse_event(event);
+    };
+    // All at once, as a fast hand does it.
+    driver_.press(probe);
+    InputEvent up;
+    up.kind = InputEvent::Kind::pointerReleased;
+    up.button = InputEvent::Button::left;
+    up.place = probe->screenBox().centre();
+    InputEvent key;
+    key.kind = InputEvent::Kind::keyPressed;
+    key.keyCode = 'a';
+    host_->loop().inject(up);
+    host_->loop().inject(key);
+    driver_.settle();
+    EXPECT_EQ(takeLog(), Lines{"second key"});
+    EXPECT_TRUE(driver_.activate(root_));
+    EXPECT_EQ(host_->globManager().activeWindow()->rootStamp(), root_->idStamp());
+    driver_.activate(second);
+    delete second;
+    driver_.key('b');
+    EXPECT_EQ(host_->globManager().activeWindow()->rootStamp(), root_->idStamp());
+    EXPECT_TRUE(glib_appHasFocus());
+}
+
 TEST_F(Input, PostedEventsKeepTheirNumbers) {
     Event const press(EventKind::leftPress, XY<int>());
     EXPECT_EQ(press.kind(), 290);

@@ -2,6 +2,8 @@
 
 #include "host/events/ui_thread_callback.h"
 #include "host/messages/notify_msg.h"
+#include "host/services/clock.h"
+#include "tests/child_process.h"
 
 #include <stdexcept>
 
@@ -254,6 +256,23 @@ TEST_F(Timers, WhatIsAddedInATickIsNotCalledInItWhatIsRemovedNever) {
     EXPECT_TRUE(added->ticks.empty());
     driver_.advance(10);
     EXPECT_EQ(added->ticks.size(), 1u);
+}
+
+TEST_F(Timers, WithWallTimeTheProcessorClockRunsOnWithoutAJump) {
+    SystemClock clock;
+    std::int64_t const before = clock.processor();
+    clock.runProcessorWithWallTime(true);
+    double const start = clock.msecs();
+    std::int64_t const first = clock.processor();
+    letTimePass(std::chrono::milliseconds(30));
+    double const wall = clock.msecs() - start;
+    double const ran = static_cast<double>(clock.processor() - first) / 1000.0;
+    EXPECT_NEAR(ran, wall, 15.0) << "asleep";
+    clock.runProcessorWithWallTime(false);
+    std::int64_t const after = clock.processor();
+    EXPECT_GE(first, before);
+    EXPECT_GE(after - first, 29000) << "and never goes back";
+    EXPECT_LT(after - first, 10'000'000);
 }
 
 TEST_F(Timers, AllThreeClocksMoveTogetherOrOneByOne) {

@@ -1,5 +1,7 @@
 #include "tests/host_fixture.h"
 
+#include "host/drawing/uif_std.h"
+
 namespace wainscot {
 namespace {
 
@@ -84,6 +86,38 @@ TEST_F(Modal, APressElsewhereBringsItToTheFrontAndKeysGoToIt) {
     EXPECT_TRUE(driver_.closeWindow(main_));
     EXPECT_TRUE(is_good_glob_ptr(main_)) << "it cannot be closed behind the dialog";
     EXPECT_TRUE(main_->messages().empty());
+}
+
+TEST_F(Modal, TheWindowManagerKnowsItAndARefusedPressMakesItFlash) {
+    activate(main_);
+    ASSERT_TRUE(inMain_->claimKbdFocus());
+    auto* const strip = addTo(main_, new ProbeGlob(20, 20));
+    EXPECT_TRUE(glib_showsKbdFocus(inMain_));
+    ASSERT_TRUE(manager().addModalGlob(strip, main_));
+    EXPECT_FALSE(glib_showsKbdFocus(inMain_)) << "no mark on what is blocked";
+    delete strip;
+    EXPECT_TRUE(glib_showsKbdFocus(inMain_));
+    openDialog();
+    EXPECT_TRUE(nativeOf(dialog_)->isModal());
+    EXPECT_GE(nativeOf(dialog_)->minSize().y, std::min(dialog_->height(), 2 * UifStd::getButtonHeight()));
+    EXPECT_FALSE(nativeOf(main_)->isModal());
+    auto* const palette = new RecordingParent(50, 40);
+    ASSERT_TRUE(manager().realizeOwned(palette, dialog_));
+    EXPECT_EQ(nativeOf(palette)->owner(), nativeOf(dialog_)->id());
+    EXPECT_FALSE(nativeOf(palette)->isModal());
+    std::uint32_t const plain = driver_.pixel(dialog_, {0, 0});
+    activate(main_);
+    driver_.advance(1000);
+    driver_.click(inMain_);
+    EXPECT_NE(driver_.pixel(dialog_, {0, 0}), plain);
+    driver_.advance(ModalFlash::interval);
+    EXPECT_EQ(driver_.pixel(dialog_, {0, 0}), plain);
+    driver_.advance(1000);
+    EXPECT_EQ(driver_.pixel(dialog_, {0, 0}), plain);
+    EXPECT_EQ(EventSystem::live().timers.size(), 0u);
+    driver_.click(inMain_);
+    manager().unsetModalContextGlob(dialog_);
+    EXPECT_FALSE(nativeOf(dialog_)->isModal());
 }
 
 TEST_F(Modal, InterceptEntriesOfRefusedWindowsAreNotAsked) {

@@ -287,6 +287,7 @@ TEST_F(PopUps, APressCanBeDraggedFromTheOpenerOntoAPopUpAndLetGoThere) {
         if (mouse_up_event(event)) log_.push_back("opener up");
         return true;
     };
+    opener_->onPressLost = [this] { log_.push_back("opener lost"); };
     driver_.press(opener_);
     log_.clear();
     driver_.moveTo({150, 650});
@@ -298,7 +299,7 @@ TEST_F(PopUps, APressCanBeDraggedFromTheOpenerOntoAPopUpAndLetGoThere) {
     EXPECT_FALSE(first_->containsPointer());
     driver_.moveTo({150, 650});
     driver_.release();
-    EXPECT_EQ(takeLog(), (Lines{"first drag", "opener up", "first up"}));
+    EXPECT_EQ(takeLog(), (Lines{"first drag", "opener lost", "first up"})) << "one choice";
     EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
 }
 
@@ -357,6 +358,21 @@ TEST_F(PopUps, OneThatIsOpenedWhileItIsBeingOpenedIsOpenOnce) {
     delete next;
     driver_.settle();
     EXPECT_FALSE(chain().isOpen());
+}
+
+TEST_F(PopUps, WhatHasBecomeAChildMeanwhileGetsNoWindow) {
+    first_ = open("first", {130, 600});
+    auto* const next = new ProbeGlob(100, 80);
+    first_->onMessage = [&](auto const&, Glob*) {
+        addTo(window_, next);
+        delete first_;
+        return 1;
+    };
+    expectDiagnostic("window refused");
+    EXPECT_FALSE(manager().openPopUp(next, {}));
+    EXPECT_FALSE(chain().isOpen());
+    delete next;
+    EXPECT_EQ(manager().numWindows(), 1u);
 }
 
 TEST_F(PopUps, AClickWithATremblingHandChoosesNothingInAPopUpUnderIt) {
@@ -518,6 +534,11 @@ TEST_F(PopUps, WithoutACompositorTheyHaveAnOpaqueEdge) {
     driver_.settle();
     EXPECT_EQ(native->size(), (XY<int>{50, 40}));
     EXPECT_EQ(native->place(), (XY<int>{130, 600}));
+    ProbeGlob* const atEdge = makePopUp("at edge");
+    atEdge->addShadow(12, 0.5, 15);
+    show(atEdge, {0, 600});
+    EXPECT_EQ(nativeOf(atEdge)->place().x, 0) << "its edge lies on the screen, too";
+    delete atEdge;
 }
 
 } // namespace

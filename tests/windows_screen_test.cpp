@@ -168,6 +168,14 @@ TEST_F(Screen, WindowsComeBackWhenTheirMonitorGoes) {
     EXPECT_FALSE(manager().popUps().isOpen());
 }
 
+TEST_F(Screen, WindowsFitOnTheirMonitor) {
+    setMonitors({{0, 0, 800, 600}});
+    RecordingParent* const window = openWindow(1000, 700, {0, 0});
+    EXPECT_EQ(window->size(), (XY<int>{800, 600}));
+    setMonitors({{0, 0, 400, 500}});
+    EXPECT_EQ(window->screenBox(), IntBox(0, 0, 400, 500));
+}
+
 /// Computes its height from the metrics, as widgets do.
 class MeasuredGlob : public ProbeGlob {
 public:

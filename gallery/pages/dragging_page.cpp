@@ -57,11 +57,10 @@ public:
         return item.type() == type_ || item.type() == DroppedFiles::filesType;
     }
     bool acceptDrop(DragDropItem& item, XY<int> const&, eDropReason) override {
-        LightweightString<wchar_t> names = item.label();
         if (auto const* files = dynamic_cast<DroppedFiles*>(&item))
-            for (auto const& path : files->paths()) names = names + path + L"\n";
-        setText(text() + (text().isEmpty() ? L"" : L"\n") + names);
-        log_(LightweightString<wchar_t>(L"dropped  ") + names);
+            for (auto const& path : files->paths()) take(path);
+        else
+            take(item.label());
         return true;
     }
     void handleDragHover(DragDropItem const&, XY<int> const&, bool inside) override {
@@ -78,6 +77,11 @@ public:
     }
 
 private:
+    void take(LightweightString<wchar_t> const& name) {
+        setText(text() + (text().isEmpty() ? L"" : L"\n") + name);
+        log_(LightweightString<wchar_t>(L"dropped  ") + name);
+    }
+
     LightweightString<char> type_;
     LogLine log_;
     bool hovered_ = false;

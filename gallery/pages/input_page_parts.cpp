@@ -30,8 +30,7 @@ void ReadOut::draw() {
     IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent());
     Glib::WordWrappingTextRenderer(font, below.width())
         .renderString(renderer, text_, below, palette.text(eTextEnabled));
-    if (get_kbd_focus() == this && glib_appHasFocus())
-        Glib::drawFocusRect(renderer, canvasArea(), palette.mark(eMarkFocus));
+    if (glib_showsKbdFocus(this)) Glib::drawFocusRect(renderer, canvasArea(), palette.mark(eMarkFocus));
 }
 
 void ReadOut::describe(GlobDescription& description) const {

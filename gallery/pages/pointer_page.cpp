@@ -130,7 +130,10 @@ public:
         return true;
     }
     bool isAutoRepeating() const override { return true; }
-    void handlePressCancelled(Event const&) override { end(); }
+    void handleCaptureLost() override {
+        end();
+        ReadOut::handleCaptureLost();
+    }
 
 private:
     void begin() {

@@ -57,8 +57,11 @@ public:
 
     /// What the drawing leaves to its owner: the wheel over it.
     int handleMouseEvent(Event const& event) override {
-        if (!mouse_wheel_event(event)) return StandardPanel::handleMouseEvent(event);
-        if (getModifier(event) & Key::ctrl)
+        bool const isSideways = mouse_side_wheel_event(event);
+        if (!mouse_wheel_event(event) && !isSideways) return StandardPanel::handleMouseEvent(event);
+        if (isSideways)
+            scrollTimes(event.amount());
+        else if (getModifier(event) & Key::ctrl)
             zoom(event);
         else if (getModifier(event) & Key::shift)
             scrollTimes(-event.amount());

@@ -38,6 +38,9 @@ public:
     /// Whether transparent pixels show what lies below the window.
     bool isTranslucent() const { return translucent_; }
     void setTranslucent(bool translucent) { translucent_ = translucent; }
+    /// A frame is painted over its edges.
+    bool isMarked() const { return marked_; }
+    void setMarked(bool marked) { marked_ = marked; }
 
     std::uint32_t* pixels() { return pixels_.get(); }
     std::uint32_t const* pixels() const { return pixels_.get(); }
@@ -72,6 +75,7 @@ private:
     XY<int> deviceSize_;
     XY<int> contentPlace_;
     bool translucent_ = false;
+    bool marked_ = false;
     PixelMemory pixels_;
     std::unique_ptr<SurfaceImage> image_;
     Damage toPaint_;

@@ -79,6 +79,10 @@ bool mouse_wheel_event(Event const& event) {
     return isMouse(event, EventKind::wheelTurn);
 }
 
+bool mouse_side_wheel_event(Event const& event) {
+    return isMouse(event, EventKind::sideTurn);
+}
+
 bool mouse_zoom_event(Event const& event) {
     return isGroup(event, EventKind::zoom);
 }

@@ -39,7 +39,7 @@ public:
     bool wasOffered() const { return offered_; }
     void setOffered() { offered_ = true; }
 
-    /// Wheel notches (positive = up) or zoom steps (positive = in).
+    /// Wheel notches (positive = up; of a sideways wheel: to the right) or zoom steps (positive = in).
     int amount() const { return amount_; }
     void setAmount(int amount) { amount_ = amount; }
     /// Clicks in quick succession: 1 for a single press, 2 for a double click.
@@ -104,6 +104,8 @@ WAINSCOT_API bool mouse_left_event(Event const& event);
 WAINSCOT_API bool mouse_right_event(Event const& event);
 WAINSCOT_API bool mouse_middle_event(Event const& event);
 WAINSCOT_API bool mouse_wheel_event(Event const& event);
+/// A wheel, or two fingers, turned sideways. Not a `mouse_wheel_event`.
+WAINSCOT_API bool mouse_side_wheel_event(Event const& event);
 WAINSCOT_API bool mouse_zoom_event(Event const& event);
 /// The press that makes a double click.
 WAINSCOT_API bool mouse_double_click_event(Event const& event);

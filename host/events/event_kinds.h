@@ -11,6 +11,7 @@ inline constexpr int up = 1;
 inline constexpr int down = 2;
 inline constexpr int move = 4;
 inline constexpr int wheelTurn = 8;
+inline constexpr int sideTurn = 16;
 inline constexpr int left = 32;
 inline constexpr int right = 64;
 inline constexpr int middle = 128;
@@ -30,6 +31,7 @@ inline constexpr int rightPress = mouse | right | down; // 322
 inline constexpr int rightRelease = mouse | right | up; // 321
 inline constexpr int mouseMove = mouse | move;          // 260
 inline constexpr int mouseWheel = mouse | wheelTurn;    // 264
+inline constexpr int sideWheel = mouse | sideTurn;      // 272
 inline constexpr int message = messageGroup | 1;        // 16385
 
 } // namespace EventKind

@@ -15,7 +15,7 @@ struct WAINSCOT_API PointerState {
     bool chord = false;
     XY<int> pressPlace;
     int clicks = 1;
-    /// The first of the held buttons, as `EventKind::left` and so on.
+    /// The button that began the press, as `EventKind::left` and so on; it may be up while others are held.
     int pressButton = 0;
     /// The pointer's shape where no object wants another.
     MouseCursorID defaultCursor = arrowCursor;

@@ -10,4 +10,7 @@ namespace wainscot {
 /// died.
 WAINSCOT_API bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer = nullptr);
 
+/// The same without the ancestors.
+WAINSCOT_API bool dispatchTo(Glob* target, Event const& event);
+
 } // namespace wainscot

@@ -325,15 +325,19 @@ public:
     /// While it holds the pointer: the way goes on past the screen's edges, and the pointer is back at the
     /// place of the press in the end.
     virtual bool wantsUnboundedMotion() const;
-    /// While it holds the pointer and has timer interest: it measures time with the processor clock, so that
-    /// the program must not sleep.
+    /// While it holds the pointer and has timer interest: it measures time with the processor clock, which
+    /// therefore runs with wall time meanwhile.
     virtual bool isAutoRepeating() const;
+    // A press ends once: with the release of its last button, or with one of these two; no release comes
+    // after them, and nothing is to be chosen by them.
     /// Escape was pressed while it holds the pointer: what the press began is to be undone. It holds the
-    /// pointer no more. The base sends itself a move back to the place of the press and the release.
+    /// pointer no more. The base goes back to where it was when it was moving, and calls
+    /// `handleCaptureLost()`: who has nothing to undo needs only that.
     virtual void handlePressCancelled(Event const& press);
-    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, or
-    /// another took the pointer: no release will come. Told when that change is done. What is held is to be
-    /// let go of without a report. The base stops moving.
+    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, its
+    /// window was deactivated, minimised or hidden, the release was lost or went to a pop-up, or another took
+    /// the pointer. Told when that change is done. What is held is to be let go of without a report. The base
+    /// stops moving.
     virtual void handleCaptureLost();
     /// Tells a former holder, where it lives; what it does may destroy anything.
     static void tellCaptureLost(GlobRef<Glob> const& holder);

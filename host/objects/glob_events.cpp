@@ -12,24 +12,40 @@ namespace wainscot {
 
 namespace {
 
-/// The object that a dispatch is asking at the moment, and the event: there `Glob::react` need not call the
-/// parent itself, the dispatch goes on with it.
+/// An object that is being asked, and for which event; the innermost one, with those around it.
 struct Asked {
     Event const* event = nullptr;
     Glob const* glob = nullptr;
+    /// Whoever asks it goes on with its parent: there `Glob::react` need not do that.
+    bool goesOn = false;
+    Asked const* outer = nullptr;
 };
-constinit Asked asked;
+constinit Asked const* asked = nullptr;
 
 class Asking {
 public:
-    Asking(Event const& event, Glob const& glob) : outer_(asked) { asked = {&event, &glob}; }
-    ~Asking() { asked = outer_; }
+    Asking(Event const& event, Glob const& glob, bool goesOn = true) : asked_{&event, &glob, goesOn, asked} {
+        asked = &asked_;
+    }
+    ~Asking() { asked = asked_.outer; }
     Asking(Asking const&) = delete;
     Asking& operator=(Asking const&) = delete;
 
 private:
-    Asked outer_;
+    Asked asked_;
 };
+
+bool isBeingAsked(Glob const& glob, Event const& event) {
+    return asked && asked->event == &event && asked->glob == &glob;
+}
+
+/// It has handed such an event down: what nobody below wants comes back to it as an answer, and it is not
+/// asked again. The event may be a copy.
+bool hasHandedDown(Glob const& glob, Event const& event) {
+    for (Asked const* entry = asked; entry; entry = entry->outer)
+        if (entry->glob == &glob && entry->event->kind() == event.kind()) return true;
+    return false;
+}
 
 bool goesToParents(Event const& event) {
     return mouse_event(event) || mouse_zoom_event(event) || isKeyPressEvent(event) ||
@@ -42,9 +58,10 @@ bool mayHear(Glob const& glob, Event const& event) {
     return glob.isActive() || !isKey;
 }
 
-/// From `glob` upwards until somebody consumes it. Whoever dies while it is asked has consumed it.
+/// From `glob` upwards until somebody consumes it, or has handed it down. Whoever dies while it is asked has
+/// consumed it.
 bool askUpwards(Glob* glob, Event const& event, Glob** consumer = nullptr) {
-    while (glob) {
+    while (glob && !hasHandedDown(*glob, event)) {
         if (!mayHear(*glob, event)) {
             glob = glob->parent();
             continue;
@@ -62,30 +79,35 @@ bool askUpwards(Glob* glob, Event const& event, Glob** consumer = nullptr) {
 
 } // namespace
 
+bool dispatchTo(Glob* target, Event const& event) {
+    DispatchScope const scope(event);
+    if (!is_good_glob_ptr(target) || !mayHear(*target, event)) return false;
+    LifeGuard const life = target->guard();
+    Asking const asking(event, *target);
+    return target->handleEvent(event) || !life.alive();
+}
+
 bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer) {
     DispatchScope const scope(event);
     if (consumer) *consumer = nullptr;
     if (!is_good_glob_ptr(target)) return false;
-    if (!mayHear(*target, event)) return askUpwards(target->parent(), event, consumer);
     LifeGuard const life = target->guard();
-    {
-        Asking const asking(event, *target);
-        if (target->handleEvent(event) || !life.alive()) {
-            if (consumer && life.alive()) *consumer = target;
-            return true;
-        }
+    if (dispatchTo(target, event)) {
+        if (consumer && life.alive()) *consumer = target;
+        return true;
     }
     return goesToParents(event) && askUpwards(target->parent(), event, consumer);
 }
 
 bool Glob::handleEvent(Event const& event) {
+    Asking const asking(event, *this, isBeingAsked(*this, event) && asked->goesOn);
     LifeGuard const life = guard();
     if (side_ && !side_->offered.empty()) {
         auto const offered = side_->offered;
         for (Side::Offered const& entry : offered) {
             bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
             if (!wanted || !valid(entry.handler, entry.stamp)) continue;
-            Asking const asking(event, *entry.handler);
+            Asking const askingHandler(event, *entry.handler);
             if (entry.handler->handleEvent(event) || !life.alive()) return true;
         }
     }
@@ -103,7 +125,7 @@ bool Glob::react(Event const& event) {
     }
     if (isMoving() && followPointer(event)) return true;
     if (!goesToParents(event)) return false;
-    bool const dispatchGoesOn = asked.event == &event && asked.glob == this;
+    bool const dispatchGoesOn = isBeingAsked(*this, event) && asked->goesOn;
     return !dispatchGoesOn && askUpwards(parent_, event);
 }
 

@@ -37,17 +37,9 @@ bool Glob::isAutoRepeating() const {
 }
 
 void Glob::handlePressCancelled(Event const& press) {
-    Event move = press;
-    move.setKind(EventKind::mouseMove | press.heldButtons());
-    move.setPlace(press.pressPlace());
     LifeGuard const life = guard();
-    dispatchUpwards(this, move);
-    if (!life.alive()) return;
-    Event release = press;
-    release.setKind((press.kind() & ~EventKind::down) | EventKind::up);
-    release.setPlace(press.pressPlace());
-    release.setHeldButtons(0);
-    dispatchUpwards(this, release);
+    if (isMoving()) setScreenPos(press.pressPlace() - side().grip);
+    if (life.alive()) handleCaptureLost();
 }
 
 std::optional<IntBox> Glob::textCaret() const {

@@ -7,6 +7,7 @@
 #include "host/events/event_system.h"
 #include "host/objects/glob.h"
 #include "host/objects/glob_notices.h"
+#include "host/objects/root_host.h"
 
 namespace wainscot {
 
@@ -89,6 +90,12 @@ bool set_kbd_focus(Glob* glob) {
 bool glib_appHasFocus() {
     EventSystem const* const system = EventSystem::current();
     return system && system->focus.applicationHasFocus();
+}
+
+bool glib_showsKbdFocus(Glob const* glob) {
+    if (!glob || get_kbd_focus() != glob || !glib_appHasFocus()) return false;
+    iRootHost const* const host = iRootHost::current();
+    return !host || !host->isBlocked(*glob);
 }
 
 Glob* KbdFocus::holderIn(Glob const& root) {

@@ -17,6 +17,10 @@ WAINSCOT_API bool set_kbd_focus(Glob* glob);
 /// Whether a window of the program is the active one.
 WAINSCOT_API bool glib_appHasFocus();
 
+/// Whether an object is to show the mark of the focus: it holds it, the application has it, and nothing modal
+/// keeps the keys from it.
+WAINSCOT_API bool glib_showsKbdFocus(Glob const* glob);
+
 /// What the tree itself does with the focus.
 class WAINSCOT_API KbdFocus {
 public:

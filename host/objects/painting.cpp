@@ -3,7 +3,9 @@
 #include "host/base/diagnostics.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/drawable.h"
+#include "host/drawing/shapes.h"
 #include "host/drawing/surface.h"
+#include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/tree.h"
@@ -216,6 +218,13 @@ void drawRoomRound(Glob& root, Surface& surface, PaintPhase& phase) {
     if (root.hasSurround()) Painting::surroundOf(root).draw(renderer, root.bounds(), root.getPalette());
 }
 
+void drawMark(Glob& root, Surface& surface, PaintPhase& phase) {
+    phase.enter(root.canvas(), wholeSurface(surface));
+    CanvasRenderer renderer(root.canvas(), root.bounds());
+    auto const width = static_cast<unsigned short>(std::max<int>(UifStd::getBorder(), 2));
+    Glib::drawFrame(renderer, root.getPalette().doIt(), root.bounds(), width);
+}
+
 } // namespace
 
 void Painting::paint(Glob& root, Surface& surface) {
@@ -228,6 +237,7 @@ void Painting::paint(Glob& root, Surface& surface) {
         drawRoomRound(root, surface, phase);
         if (!root.isOpaque() || !root.isVisible()) clearGround(root, surface, phase);
         Visit(surface, phase).run(root);
+        if (life.alive() && surface.isMarked() && is_good_glob_ptr(&root)) drawMark(root, surface, phase);
     }
     if (!life.alive()) return;
     for (IntBox const& box : damage) surface.toPresent().add(box);

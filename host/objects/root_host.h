@@ -25,6 +25,8 @@ public:
     virtual void rootToTop(Glob& root, bool activate) = 0;
     /// The root's window is to lie wholly on one monitor.
     virtual void constrainRoot(Glob& root) = 0;
+    /// Something modal keeps input from the object.
+    virtual bool isBlocked(Glob const& glob) const = 0;
     /// All roots, oldest window first.
     virtual std::vector<Glob*> roots() const = 0;
 

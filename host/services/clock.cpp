@@ -25,8 +25,23 @@ double SystemClock::msecs() const {
     return std::chrono::duration<double, std::milli>(sinceStart).count();
 }
 
-std::int64_t SystemClock::processor() const {
+std::int64_t SystemClock::wall() {
+    auto const sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::microseconds>(sinceStart).count();
+}
+
+std::int64_t SystemClock::used() {
     return static_cast<std::int64_t>(std::clock());
+}
+
+std::int64_t SystemClock::processor() const {
+    return offset_ + (withWallTime_ ? wall() : used());
+}
+
+void SystemClock::runProcessorWithWallTime(bool on) {
+    std::int64_t const now = processor();
+    withWallTime_ = on;
+    offset_ = now - (on ? wall() : used());
 }
 
 std::int64_t SystemClock::calendar() const {

@@ -32,6 +32,17 @@ public:
     double msecs() const override;
     std::int64_t processor() const override;
     std::int64_t calendar() const override;
+
+    /// While on, the processor clock runs with wall time, so that who measures with it may sleep. It never
+    /// jumps.
+    void runProcessorWithWallTime(bool on);
+
+private:
+    static std::int64_t wall();
+    static std::int64_t used();
+    /// What is added to wall time, or else to the time that the program has used.
+    std::int64_t offset_ = 0;
+    bool withWallTime_ = false;
 };
 
 /// Clocks that move only when they are moved; they start at fixed values.

@@ -7,6 +7,7 @@
 #include "host/services/clipboard.h"
 #include "host/services/clock.h"
 #include "host/windows/input_event.h"
+#include "host/windows/window_margins.h"
 
 #include <memory>
 #include <optional>
@@ -60,6 +61,11 @@ public:
     virtual void toFront() = 0;
     /// Above all windows that do not want this themselves.
     virtual void setKeepAbove(bool keep) = 0;
+    /// Marks it for the window manager as one that keeps input from others: without minimising and
+    /// maximising, and above `owner` (0 leaves that as it is).
+    virtual void setModal(bool modal, NativeWindowId owner) = 0;
+    /// The room that the window manager's frame takes round the contents, as far as it is known.
+    virtual WindowMargins frame() const { return {}; }
     /// Size and place as last reported by the window system.
     virtual XY<int> size() const = 0;
     virtual XY<int> place() const = 0;
@@ -78,6 +84,9 @@ public:
     virtual std::unique_ptr<NativeWindow> createWindow(NativeWindowSettings const& settings) = 0;
     /// Appends the input that has arrived, oldest first, without waiting.
     virtual void poll(std::vector<InputEvent>& input) = 0;
+    /// What the program did has caused input that `poll()` would give at once. A real window system takes its
+    /// time: false.
+    virtual bool hasInput() const { return false; }
     /// Sleeps until input arrives, `wake()` is called or the millisecond clock reaches `until`; for ever
     /// without one. May return early. A backend whose clock is virtual returns at once.
     virtual void wait(std::optional<double> until) = 0;
@@ -102,6 +111,9 @@ public:
     /// While on, the pointer is hidden and locked, and its reported place goes on past the screen's edges. It
     /// is where it was when this ends.
     virtual void setUnboundedMotion(bool wanted) = 0;
+
+    /// While on, a held widget repeats: the processor clock runs with wall time, where there is a real one.
+    virtual void setRepeating(bool) {}
 
     // --- Text
     virtual iClipboard& clipboard() = 0;

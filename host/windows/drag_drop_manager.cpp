@@ -42,6 +42,7 @@ DragDropManager& DragDropManager::instance() {
 
 bool DragDropManager::beginDrag(Qv::Ptr<DragDropItem> item, Glob* source) {
     if (!item || isDragging() || events_.pointer.heldButtons == 0) return false;
+    filesLeft();
     EventHandler* const captured = events_.pointer.captureHolder();
     events_.pointer.releaseCapture();
     item_ = std::move(item);
@@ -132,7 +133,7 @@ bool DragDropManager::offer(DragDropItem& item, XY<int> const& place) {
 
 bool DragDropManager::drop(XY<int> const& place) {
     Qv::Ptr<DragDropItem> const item = item_;
-    if (!item) return false;
+    if (!isDragging()) return false;
     hoverOver(nullptr, place);
     if (item_ != item) return false;
     item_ = nullptr;
@@ -143,7 +144,7 @@ bool DragDropManager::drop(XY<int> const& place) {
 
 void DragDropManager::cancel() {
     Qv::Ptr<DragDropItem> const item = item_;
-    if (!item) return;
+    if (!isDragging()) return;
     hoverOver(nullptr, events_.pointer.place);
     if (item_ != item) return;
     item_ = nullptr;
@@ -162,7 +163,22 @@ MouseCursorID DragDropManager::cursor() const {
     return isDragging() ? cursor_ : inheritCursor;
 }
 
+void DragDropManager::dragFiles(XY<int> const& place) {
+    if (isDragging()) return;
+    if (!item_) item_ = Qv::Ptr<DragDropItem>(new DroppedFiles({}));
+    isFromOutside_ = true;
+    hoverOver(getDestinationUnder(place), place);
+}
+
+void DragDropManager::filesLeft() {
+    if (!isFromOutside_) return;
+    hoverOver(nullptr, events_.pointer.place);
+    item_ = nullptr;
+    isFromOutside_ = false;
+}
+
 bool DragDropManager::dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place) {
+    filesLeft();
     if (paths.empty()) return false;
     Qv::Ptr<DragDropItem> const item(new DroppedFiles(std::move(paths)));
     return offer(*item, place);

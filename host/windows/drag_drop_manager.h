@@ -28,7 +28,7 @@ public:
     /// release the pointer is the manager's: `source` gets no further moves and no release. False when
     /// nothing is held, no item is given, or a drag is under way.
     bool beginDrag(Qv::Ptr<DragDropItem> item, Glob* source);
-    bool isDragging() const { return item_ != nullptr; }
+    bool isDragging() const { return item_ != nullptr && !isFromOutside_; }
     /// Null while nothing is dragged.
     DragDropItem* getCurrentItem() const { return item_.get(); }
     /// The pointer has moved: finds who would take the item now and tells it. False while nothing is dragged.
@@ -42,6 +42,11 @@ public:
     /// The shape that says whether the item may be let go here; `inheritCursor` while nothing is dragged.
     MouseCursorID cursor() const;
 
+    /// Files are being dragged over a place in root coordinates by another program: who would take them hears
+    /// of it, with an item that names no file yet.
+    void dragFiles(XY<int> const& place);
+    /// They have left, or were let go.
+    void filesLeft();
     /// Files that another program let go at a place in root coordinates. True when somebody took them.
     bool dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place);
 
@@ -65,6 +70,8 @@ private:
     GlobManager& windows_;
     EventSystem& events_;
     Qv::Ptr<DragDropItem> item_;
+    /// The item stands for files of another program.
+    bool isFromOutside_ = false;
     Known source_;
     Known hovered_;
     MouseCursorID cursor_ = inheritCursor;

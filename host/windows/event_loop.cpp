@@ -79,7 +79,6 @@ int EventLoop::run() {
     while (!quit_ && windows_.numWindows() > 0) {
         turn();
         if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
-        if (backend_.isInteractive() && router_.needsProcessorTime()) continue;
         std::optional<double> const due = events_.timers.nextDue();
         if (!due && !backend_.isInteractive()) break;
         backend_.wait(sooner(due, writePreferences()));
@@ -104,6 +103,7 @@ void EventLoop::turn() {
     dispatchTimers();
     takeCalls();
     drain();
+    backend_.setRepeating(router_.isRepeating());
     paint();
 }
 
@@ -112,9 +112,30 @@ void EventLoop::dispatchInput() {
     std::vector<InputEvent> input = std::exchange(input_, {});
     mergeMoves(input);
     for (InputEvent const& next : input) {
-        handle("input", [&] { router_.route(next); });
-        drain();
+        routeInput(next);
+        takeReports();
     }
+}
+
+void EventLoop::routeInput(InputEvent const& input) {
+    handle("input", [&] { router_.route(input); });
+    drain();
+    backend_.setRepeating(router_.isRepeating());
+}
+
+/// Handlers that open and close windows for ever leave the rest for the next turn.
+void EventLoop::takeReports() {
+    for (int round = 0; round < maxRounds && backend_.hasInput(); ++round) {
+        std::vector<InputEvent> reports;
+        backend_.poll(reports);
+        for (InputEvent const& report : reports) routeInput(report);
+    }
+}
+
+/// What has been reported so far came before it.
+void EventLoop::inject(InputEvent input) {
+    backend_.poll(input_);
+    input_.push_back(std::move(input));
 }
 
 void EventLoop::dispatchTimers() {
@@ -174,7 +195,8 @@ void EventLoop::paint() {
 }
 
 bool EventLoop::isIdle() const {
-    return input_.empty() && events_.queue.empty() && events_.inbox->empty() && !windows_.hasPaintWork();
+    return input_.empty() && !backend_.hasInput() && events_.queue.empty() && events_.inbox->empty() &&
+           !windows_.hasPaintWork();
 }
 
 bool EventLoop::settle(int maxTurns) {

@@ -21,7 +21,7 @@ public:
     /// One turn, without sleeping. Refused inside a handler: the loop never runs from there.
     void turn();
     /// Input that comes as if from the platform, behind what is waiting.
-    void inject(InputEvent input) { input_.push_back(std::move(input)); }
+    void inject(InputEvent input);
     /// Nothing is left to do before time moves on or input comes.
     bool isIdle() const;
     /// Turns without moving time until idle; false when `maxTurns` were not enough.
@@ -34,6 +34,9 @@ public:
 
 private:
     void dispatchInput();
+    void routeInput(InputEvent const& input);
+    /// Takes what the program itself has caused in the window system, before any further input.
+    void takeReports();
     void dispatchTimers();
     void takeCalls();
     void drain();

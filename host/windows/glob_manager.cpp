@@ -52,7 +52,7 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish
     NativeWindowSettings settings;
     settings.title = fromUTF8(root.name());
     settings.size = {std::max(root.width(), 1), std::max(root.height(), 1)};
-    settings.minSize = {std::max(root.getMinSize().x, 1), std::max(root.getMinSize().y, 1)};
+    settings.minSize = TopLevelWindow::leastSizeOf(root, false);
     settings.place = wish.place;
     settings.resizable = root.isResizable();
     settings.owner = wish.owner ? wish.owner->native().id() : 0;
@@ -68,6 +68,17 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish
     return settings;
 }
 
+/// No window is opened larger than its monitor, where it may have another size.
+void GlobManager::shrinkToFit(Glob& root, Wish const& wish) const {
+    IntBox const near = wish.place   ? IntBox::sized(*wish.place, root.size())
+                        : wish.owner ? wish.owner->root().box()
+                                     : monitors().front();
+    XY<int> const most = monitorFor(near).size();
+    bool const isTooLarge = root.width() > most.x || root.height() > most.y;
+    if (isTooLarge && root.isResizable())
+        root.resize(std::min(root.width(), most.x), std::min(root.height(), most.y));
+}
+
 bool GlobManager::mayOpen(Glob const* root) const {
     bool const isRoot = is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
     if (isRoot && root->ownsCanvas()) return true;
@@ -78,6 +89,8 @@ bool GlobManager::mayOpen(Glob const* root) const {
 bool GlobManager::open(Glob& root, Wish const& wish) {
     DispatchScope const keepsWindow;
     LifeGuard const life = root.guard();
+    if (wish.kind == TopLevelWindow::Kind::ordinary) shrinkToFit(root, wish);
+    if (!life.alive()) return false;
     NativeWindowSettings const settings = settingsFor(root, wish);
     std::unique_ptr<NativeWindow> native = backend_.createWindow(settings);
     if (!native) {
@@ -96,6 +109,8 @@ bool GlobManager::open(Glob& root, Wish const& wish) {
     if (!life.alive()) return false;
     KbdFocus::startIn(root);
     if (!window.isPopUp() && !EventSystem::live().focus.activeWindow().valid()) activated(window);
+    // The window manager wants to know before it shows it.
+    if (wish.isModal) window.setModal(true, wish.owner);
     if (root.isVisible()) window.native().show();
     return true;
 }
@@ -110,6 +125,10 @@ bool GlobManager::realize(Glob* root, std::optional<XY<int>> place) {
 }
 
 bool GlobManager::realizeOwned(Glob* root, Glob* owner, std::optional<XY<int>> place) {
+    return realizeFor(root, owner, place, false);
+}
+
+bool GlobManager::realizeFor(Glob* root, Glob* owner, std::optional<XY<int>> place, bool isModal) {
     if (!mayOpen(root)) return false;
     TopLevelWindow* const known = windowOf(root);
     TopLevelWindow const* const ownerWindow =
@@ -119,7 +138,7 @@ bool GlobManager::realizeOwned(Glob* root, Glob* owner, std::optional<XY<int>> p
     XY<int> const middle = around.centre() - XY<int>{root->width() / 2, root->height() / 2};
     IntBox const wanted = IntBox::sized(place.value_or(middle), root->size());
     XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(place ? wanted : around), wanted).bottomLeft();
-    return open(*root, {corner, ownerWindow});
+    return open(*root, {corner, ownerWindow, TopLevelWindow::Kind::ordinary, isModal});
 }
 
 Glob* GlobManager::find(char const* name) const {
@@ -229,8 +248,15 @@ void GlobManager::rootVisibilityChanged(Glob& root) {
     if (root.isVisible())
         window->native().show();
     else
-        window->native().hide();
+        hideNative(*window);
     popUps_.windowChanged(root);
+}
+
+/// The release of a button that was pressed in it may never be reported.
+void GlobManager::hideNative(TopLevelWindow& window) {
+    window.native().hide();
+    PointerState& pointer = EventSystem::live().pointer;
+    if (pointer.pressedWindow == window.rootStamp()) pointer.forgetPress();
 }
 
 void GlobManager::rootSurroundChanged(Glob& root) {
@@ -250,7 +276,28 @@ void GlobManager::rootToTop(Glob& root, bool activate) {
 }
 
 void GlobManager::constrainRoot(Glob& root) {
-    root.setScreenPos(ScreenPlaces::movedOnto(monitorFor(root.box()), root.box()).bottomLeft());
+    TopLevelWindow const* const window = windowOf(&root);
+    IntBox const room = window ? roomFor(*window, root.box()) : monitorFor(root.box());
+    root.setScreenPos(ScreenPlaces::movedOnto(room, root.box()).bottomLeft());
+}
+
+IntBox GlobManager::roomFor(TopLevelWindow const& window, IntBox const& box) const {
+    IntBox const monitor = monitorFor(box);
+    WindowMargins const frame = window.native().frame();
+    IntBox const room(monitor.x1 + frame.left, monitor.y1 + frame.bottom, monitor.x2 - frame.right,
+                      monitor.y2 - frame.top);
+    return room.isEmpty() ? monitor : room;
+}
+
+void GlobManager::fitOnScreen(Glob& root) {
+    TopLevelWindow const* const window = windowOf(&root);
+    if (!window) return;
+    XY<int> const most = roomFor(*window, root.box()).size();
+    LifeGuard const life = root.guard();
+    bool const isTooLarge = root.width() > most.x || root.height() > most.y;
+    if (isTooLarge && root.isResizable() && !window->isPopUp())
+        root.resize(std::min(root.width(), most.x), std::min(root.height(), most.y));
+    if (life.alive()) root.constrainWithinScreen();
 }
 
 /// The pixels stay until nobody can be drawing on them any more.
@@ -264,6 +311,7 @@ void GlobManager::rootDying(Glob& root) {
     // What was under the pointer is not there any more.
     Tree::noteChange();
     window->close();
+    flash_.forget(root);
     popUps_.rootDying(root);
     destroyOwned(root);
     if (glib_rootcanvas() == root.canvas()) glib_setrootcanvas(nullptr);

@@ -2,6 +2,7 @@
 
 #include "host/drawing/drawable.h"
 #include "host/objects/root_host.h"
+#include "host/windows/modal_flash.h"
 #include "host/windows/modality.h"
 #include "host/windows/popup_chain.h"
 #include "host/windows/top_level_window.h"
@@ -76,7 +77,8 @@ public:
     using UnusedKeyHandler = bool (*)(Glob& target, Event const& key);
     void setUnusedKeyHandler(UnusedKeyHandler handler) { unusedKey_ = handler; }
     bool handleUnusedKey(Glob& target, Event const& key) { return unusedKey_ && unusedKey_(target, key); }
-    /// A press, or another wish of the person, was refused for a modal object: that comes to the front.
+    /// A press, or another wish of the person, was refused for a modal object: its window comes to the front
+    /// and flashes.
     void showModal(Glob& modal);
 
     /// Shows a root anew: the corner, edge or centre of it that `origin` names lies at `place`, as far as it
@@ -152,6 +154,7 @@ public:
     void rootSurroundChanged(Glob& root) override;
     void rootToTop(Glob& root, bool activate) override;
     void constrainRoot(Glob& root) override;
+    bool isBlocked(Glob const& glob) const override { return modality_.blockerOf(glob) != nullptr; }
     std::vector<Glob*> roots() const override;
 
     // Drawable::Painter: paints and presents all windows
@@ -159,14 +162,18 @@ public:
     void dropPending() override;
 
 private:
+    static void modalityChanged();
     /// How a window is to be opened.
     struct Wish {
         /// Lower-left corner of the root.
         std::optional<XY<int>> place;
         TopLevelWindow const* owner = nullptr;
         TopLevelWindow::Kind kind = TopLevelWindow::Kind::ordinary;
+        bool isModal = false;
     };
+    bool realizeFor(Glob* root, Glob* owner, std::optional<XY<int>> place, bool isModal);
     bool mayOpen(Glob const* root) const;
+    void shrinkToFit(Glob& root, Wish const& wish) const;
     NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
     bool open(Glob& root, Wish const& wish);
@@ -175,6 +182,12 @@ private:
     /// there is none.
     TopLevelWindow* ordinaryWindowFor(Glob* context) const;
     void putInStack(TopLevelWindow& window);
+    static void hideNative(TopLevelWindow& window);
+    /// The monitor of a box, less the room for the frame of the window.
+    IntBox roomFor(TopLevelWindow const& window, IntBox const& box) const;
+    IntBox roomForPopUp(Glob const& root, IntBox const& anchor) const;
+    /// Makes a window that is larger than its monitor smaller, and moves it there.
+    void fitOnScreen(Glob& root);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
     void visitWindows(Visit visit);
@@ -187,6 +200,7 @@ private:
     PopUpChain popUps_;
     Modality modality_;
     UnusedKeyHandler unusedKey_ = nullptr;
+    ModalFlash flash_{*this};
 };
 
 } // namespace wainscot

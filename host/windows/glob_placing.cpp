@@ -3,6 +3,7 @@
 #include "host/base/diagnostics.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
+#include "host/objects/kbd_focus.h"
 #include "host/objects/placement.h"
 #include "host/objects/tree.h"
 #include "host/windows/glob_manager.h"
@@ -131,6 +132,14 @@ TopLevelWindow* GlobManager::ordinaryWindowFor(Glob* context) const {
     return window ? window : activeWindow();
 }
 
+/// An opaque edge round it lies on the monitor too; a shadow need not.
+IntBox GlobManager::roomForPopUp(Glob const& root, IntBox const& anchor) const {
+    IntBox const monitor = monitorFor(anchor);
+    if (root.hasSurround() && backend_.isComposited()) return monitor;
+    WindowMargins const edge = WindowMargins::forRoot(root, false);
+    return {monitor.x1 + edge.left, monitor.y1 + edge.bottom, monitor.x2 - edge.right, monitor.y2 - edge.top};
+}
+
 bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     if (!mayOpen(root) || windowOf(root)) return false;
     if (!EventSystem::live().focus.applicationHasFocus()) {
@@ -149,11 +158,16 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     IntBox const anchor = options.anchor ? *options.anchor
                           : opener       ? opener->screenBox()
                                          : IntBox::sized(glib_getMousePos(), {1, 1});
-    XY<int> const corner = ScreenPlaces::movedOnto(monitorFor(anchor), wanted).bottomLeft();
+    XY<int> const corner = ScreenPlaces::movedOnto(roomForPopUp(*root, anchor), wanted).bottomLeft();
     LifeGuard const life = root->guard();
     if (!popUps_.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
     // What had to be closed for it may have opened it.
     if (windowOf(root)) return true;
+    // Or given it to a parent.
+    if (!mayOpen(root)) {
+        popUps_.leave(*root);
+        return false;
+    }
     if (context && contextLife.alive()) modality_.setContext(*root, *context);
     TopLevelWindow const* const ownerNow = windowOfStamp(ownerStamp);
     if (open(*root, {corner, ownerNow, TopLevelWindow::Kind::popUp})) return true;
@@ -190,11 +204,18 @@ bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
     if (!life.alive()) return false;
     TopLevelWindow const* const now = windowOfStamp(owner);
     bool const needsWindow = !glob->isChildGlob() && !windowOf(glob);
-    if (needsWindow && !realizeOwned(glob, now ? &now->root() : nullptr)) return false;
+    if (needsWindow && !realizeFor(glob, now ? &now->root() : nullptr, {}, true)) return false;
     if (!life.alive()) return false;
     modality_.addModal(*glob);
-    Tree::noteChange();
+    if (TopLevelWindow* window = windowOf(glob)) window->setModal(true, windowOfStamp(owner));
+    modalityChanged();
     return true;
+}
+
+/// The mark of the focus is not shown where something modal keeps the keys from it.
+void GlobManager::modalityChanged() {
+    Tree::noteChange();
+    if (Glob* holder = get_kbd_focus()) holder->makeDirty();
 }
 
 void GlobManager::setModalContextGlob(Glob* glob, Glob* context) {
@@ -203,11 +224,13 @@ void GlobManager::setModalContextGlob(Glob* glob, Glob* context) {
 
 void GlobManager::unsetModalContextGlob(Glob* glob) {
     if (glob) modality_.remove(*glob);
-    Tree::noteChange();
+    if (TopLevelWindow* window = windowOf(glob)) window->setModal(false, nullptr);
+    modalityChanged();
 }
 
 void GlobManager::showModal(Glob& modal) {
     modal.popToTop();
+    if (TopLevelWindow* window = windowOf(Glob::getRootParent(&modal))) flash_.start(*window);
 }
 
 // Changes of screen and look
@@ -217,7 +240,7 @@ void GlobManager::screenChanged() {
     setDeviceScale(backend_.deviceScale());
     DispatchScope const keepsWindows;
     for (Glob* root : roots())
-        if (windowOf(root)) runHandler("screen change", [&] { root->constrainWithinScreen(); });
+        if (windowOf(root)) runHandler("screen change", [&] { fitOnScreen(*root); });
 }
 
 void GlobManager::setDeviceScale(double scale) {
@@ -231,7 +254,11 @@ void GlobManager::setDeviceScale(double scale) {
         changed = changed || window->surface().scale() != backend_.deviceScale();
         window->setScale(backend_.deviceScale());
     }
-    if (changed) lookChanged();
+    if (!changed) return;
+    lookChanged();
+    DispatchScope const keepsWindows;
+    for (Glob* root : roots())
+        if (windowOf(root)) runHandler("change of the scale", [&] { fitOnScreen(*root); });
 }
 
 void GlobManager::lookChanged() {

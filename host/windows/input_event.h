@@ -19,8 +19,12 @@ struct InputEvent {
         pointerReleased,
         /// The pointer has left all windows of the program.
         pointerLeft,
+        /// No button is held any more, although no release was reported.
+        pressLost,
         /// `amount` whole notches, positive = up, away from the user; never 0.
         wheel,
+        /// The same sideways, positive = to the right.
+        sideWheel,
         /// Zoom gesture, `amount` steps, positive = in.
         zoom,
         keyPressed,
@@ -30,6 +34,8 @@ struct InputEvent {
         /// Unfinished composed text, to be shown at the caret: `text`, with the caret before its character
         /// number `amount`. Empty when the composition has ended.
         composing,
+        /// Files from another program are being dragged over a window, at `place`; window 0 = they have left.
+        filesDragged,
         /// Files from another program were let go over a window: `files`.
         filesDropped,
         /// Monitors have come, gone or changed.

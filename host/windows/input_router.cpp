@@ -82,9 +82,14 @@ void InputRouter::route(InputEvent const& reported) {
         pointerIsInside_ = false;
         tips_.pointerIsOver(nullptr);
         return updateContainment(nullptr);
+    case Kind::pressLost:
+        return losePress();
+    case Kind::filesDragged:
+        return dragFiles(input);
     case Kind::filesDropped:
         return dropFiles(input);
     case Kind::wheel:
+    case Kind::sideWheel:
         return routeWheel(input);
     case Kind::zoom:
         return routeZoom(input);
@@ -160,6 +165,7 @@ void InputRouter::tellMouseListeners(InputEvent const& input) {
                      : input.kind == Kind::pointerReleased ? EventKind::mouse | bit | EventKind::up
                      : input.kind == Kind::pointerMoved ? EventKind::mouseMove | events_.pointer.heldButtons
                      : input.kind == Kind::wheel        ? EventKind::mouseWheel
+                     : input.kind == Kind::sideWheel    ? EventKind::sideWheel
                                                         : 0;
     if (kind == 0) return;
     Event event = pointerEvent(kind, input);
@@ -183,23 +189,27 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
     return true;
 }
 
-/// A button that is pressed again was let go of where nobody told: over a window that was closed, for
-/// example.
-void InputRouter::forgetLostRelease() {
+void InputRouter::losePress() {
     GlobRef<Glob> const holder(captureHolder());
-    events_.pointer.heldButtons = 0;
-    events_.pointer.chord = false;
-    events_.pointer.releaseCapture();
+    events_.pointer.forgetPress();
     handOver_.end();
     drags_.cancel();
     Glob::tellCaptureLost(holder);
+    refreshContainment();
+}
+
+bool InputRouter::holdsPress(TopLevelWindow const& window) const {
+    TopLevelWindow const* const pressed = windows_.windowOfStamp(events_.pointer.pressedWindow);
+    return pressed && (pressed == &window || pressed->isPopUp());
 }
 
 void InputRouter::routePress(InputEvent const& input) {
     PointerState& pointer = events_.pointer;
     int const bit = buttonBit(input.button);
     if (bit == 0) return;
-    if ((pointer.heldButtons & bit) != 0) forgetLostRelease();
+    // A button that is pressed again was let go of where nobody told: over a window that was closed, for
+    // example.
+    if ((pointer.heldButtons & bit) != 0) losePress();
     endWheelGesture();
     escapeWasUnused_ = false;
     approach_.drop();
@@ -207,27 +217,32 @@ void InputRouter::routePress(InputEvent const& input) {
     pointer.place = input.place;
     pointerWindow_ = input.window;
     pointerIsInside_ = true;
-    bool const first = pointer.heldButtons == 0;
-    PopUpChain::Press chainPress = PopUpChain::Press::goesOn;
-    if (first) {
-        Glob* const under = anyGlobUnder(input);
-        pointer.releaseCapture();
-        handOver_.end();
-        chainPress = windows_.popUps().press(under);
-        if (isSpent(input, chainPress, under)) return;
-        updateContainment(globUnder(input));
-        pointer.pressPlace = input.place;
-        pointer.clicks = std::max(input.clicks, 1);
-        pointer.pressButton = bit;
-    }
-    pointer.chord = !first;
-    Glob* const target = first ? globUnder(input) : shownOrNull(captureHolder());
+    if (pointer.heldButtons == 0) return beginPress(input);
+    // A further button is part of the press: only the holder is told of it.
+    pointer.chord = true;
     pointer.heldButtons |= bit;
-    if (first) pointer.pressedWindow = target ? Glob::getRootParent(target)->idStamp() : IdStamp();
+    dispatchTo(shownOrNull(captureHolder()), pointerEvent(EventKind::mouse | bit | EventKind::down, input));
+}
+
+void InputRouter::beginPress(InputEvent const& input) {
+    PointerState& pointer = events_.pointer;
+    Glob* const under = anyGlobUnder(input);
+    pointer.releaseCapture();
+    handOver_.end();
+    PopUpChain::Press const chainPress = windows_.popUps().press(under);
+    if (isSpent(input, chainPress, under)) return;
+    updateContainment(globUnder(input));
+    pointer.pressPlace = input.place;
+    pointer.clicks = std::max(input.clicks, 1);
+    pointer.pressButton = pointer.heldButtons = buttonBit(input.button);
+    pointer.chord = false;
+    Glob* const target = globUnder(input);
+    pointer.pressedWindow = target ? Glob::getRootParent(target)->idStamp() : IdStamp();
     if (!target) return;
-    if (first) pointer.capture(target);
+    pointer.capture(target);
     Glob* consumer = nullptr;
-    dispatchUpwards(target, pointerEvent(EventKind::mouse | bit | EventKind::down, input), &consumer);
+    dispatchUpwards(target, pointerEvent(EventKind::mouse | pointer.pressButton | EventKind::down, input),
+                    &consumer);
     bool const captureIsAsSet = is_good_glob_ptr(target) && pointer.isCapturedBy(target);
     if (captureIsAsSet && consumer) pointer.capture(consumer);
     if (chainPress == PopUpChain::Press::reachesOpener) windows_.popUps().openerWasPressed();
@@ -241,15 +256,20 @@ void InputRouter::routeRelease(InputEvent const& input) {
     pointer.heldButtons &= ~bit;
     bool const last = pointer.heldButtons == 0;
     Glob* const target = shownOrNull(captureHolder());
-    if (pointer.pressButton == bit && !last) pointer.pressButton = pointer.heldButtons & -pointer.heldButtons;
     Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
-    LifeGuard const targetLife = target ? target->guard() : LifeGuard(nullptr, IdStamp());
+    GlobRef<Glob> const holder(target);
     DispatchScope const scope;
-    handOver_.receiver(target, event);
-    if (last) pointer.releaseCapture();
+    bool const isHandedOver = handOver_.receiver(target, event) != nullptr;
+    if (last || isHandedOver) pointer.releaseCapture();
     if (last) pointer.chord = false;
     if (last) drags_.drop(input.place);
-    if (targetLife.alive()) dispatchUpwards(target, event);
+    // Let go over a pop-up, it chooses there and nowhere else.
+    if (isHandedOver)
+        Glob::tellCaptureLost(holder);
+    else if (bit == pointer.pressButton)
+        dispatchUpwards(holder.get(), event);
+    else
+        dispatchTo(holder.get(), event);
     if (Glob* popUp = handOver_.present()) dispatchUpwards(popUp, event);
     if (last) handOver_.end();
     if (!last || pointer.heldButtons != 0) return;
@@ -304,9 +324,14 @@ void InputRouter::updatePointerWishes() {
     wishes_.updateCursor(holder ? holder : is_good_glob_ptr(under) ? under : nullptr, drags_.cursor());
 }
 
-bool InputRouter::needsProcessorTime() const {
+bool InputRouter::isRepeating() const {
     Glob const* const holder = captureHolder();
     return holder && holder->isAutoRepeating() && events_.timers.isRegistered(holder);
+}
+
+void InputRouter::dragFiles(InputEvent const& input) {
+    if (input.window == 0) return drags_.filesLeft();
+    drags_.dragFiles(input.place);
 }
 
 void InputRouter::dropFiles(InputEvent const& input) {
@@ -335,7 +360,8 @@ void InputRouter::routeWheel(InputEvent const& input) {
     int const notches = std::clamp(input.amount, -maxNotches, maxNotches);
     Glob* const target = wheelTarget(input);
     if (!target || notches == 0) return;
-    Event event = pointerEvent(EventKind::mouseWheel, input);
+    bool const isSideways = input.kind == InputEvent::Kind::sideWheel;
+    Event event = pointerEvent(isSideways ? EventKind::sideWheel : EventKind::mouseWheel, input);
     event.setAmount(notches);
     dispatchUpwards(target, event);
 }
@@ -497,8 +523,7 @@ void InputRouter::routeWindow(InputEvent const& input, TopLevelWindow& window) {
     case Kind::windowDeactivated:
         return deactivated(window);
     case Kind::windowHidden:
-        window.setHidden(true);
-        return windows_.popUps().windowChanged(window.root());
+        return hidden(window);
     case Kind::windowShown:
         return window.setHidden(false);
     default:
@@ -516,6 +541,14 @@ void InputRouter::activated(TopLevelWindow& window) {
     if (isOther) windows_.popUps().closeAll();
 }
 
+void InputRouter::hidden(TopLevelWindow& window) {
+    window.setHidden(true);
+    IdStamp const root = window.rootStamp();
+    if (holdsPress(window)) losePress();
+    if (TopLevelWindow const* known = windows_.windowOfStamp(root))
+        windows_.popUps().windowChanged(known->root());
+}
+
 /// Widgets show their mark of the focus only while the application has it.
 void InputRouter::redrawFocusMark(TopLevelWindow& window) {
     if (Glob* holder = KbdFocus::holderIn(window.root())) holder->makeDirty();
@@ -529,6 +562,7 @@ void InputRouter::deactivated(TopLevelWindow& window) {
         updatePointerWishes();
     }
     redrawFocusMark(window);
+    if (holdsPress(window)) losePress();
     if (wasActive) windows_.popUps().closeAll();
 }
 

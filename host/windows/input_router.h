@@ -23,15 +23,19 @@ public:
     void refreshContainment();
     /// Something has been moved, added, removed, shown or hidden since then.
     bool containmentIsStale() const;
-    /// Somebody holds the pointer and measures time with the processor clock, which stands still while the
-    /// program sleeps.
-    bool needsProcessorTime() const;
+    /// Somebody holds the pointer and repeats, by the processor clock.
+    bool isRepeating() const;
     /// To be called when the text caret may have moved.
     void followTextCaret() { composition_.follow(keyTarget()); }
 
 private:
     void routePress(InputEvent const& input);
-    void forgetLostRelease();
+    /// The first button goes down.
+    void beginPress(InputEvent const& input);
+    /// The press ends without a release: no button counts as held, nothing is chosen.
+    void losePress();
+    /// The press goes to what lies in the window, or in a pop-up of its.
+    bool holdsPress(TopLevelWindow const& window) const;
     void routeRelease(InputEvent const& input);
     void routeMove(InputEvent const& input);
     void routeWheel(InputEvent const& input);
@@ -41,6 +45,7 @@ private:
     void routeWindow(InputEvent const& input, TopLevelWindow& window);
     void activated(TopLevelWindow& window);
     void deactivated(TopLevelWindow& window);
+    void hidden(TopLevelWindow& window);
     void redrawFocusMark(TopLevelWindow& window);
 
     Event pointerEvent(int kind, InputEvent const& input) const;
@@ -72,6 +77,7 @@ private:
     Glob* wheelTarget(InputEvent const& input);
     void updateContainment(Glob* under);
     void updatePointerWishes();
+    void dragFiles(InputEvent const& input);
     void dropFiles(InputEvent const& input);
     void endWheelGesture() { wheelStamp_.invalidate(); }
 

@@ -1,5 +1,6 @@
 #include "host/windows/top_level_window.h"
 
+#include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/painting.h"
 
@@ -37,6 +38,21 @@ void TopLevelWindow::setKeepAbove(bool keep) {
     if (native_) native_->setKeepAbove(keep);
 }
 
+XY<int> TopLevelWindow::leastSizeOf(Glob const& root, bool isModal) {
+    XY<int> const stated = root.getMinSize();
+    constexpr int buttonsWide = 8, buttonsHigh = 3;
+    int const unit = isModal ? UifStd::getButtonHeight() : 0;
+    return {std::max({stated.x, std::min(root.width(), buttonsWide * unit), 1}),
+            std::max({stated.y, std::min(root.height(), buttonsHigh * unit), 1})};
+}
+
+void TopLevelWindow::setModal(bool modal, TopLevelWindow const* context) {
+    if (isModal_ == modal || !native_) return;
+    isModal_ = modal;
+    native_->setMinSize(leastSizeOf(*root_, modal) + margins_.total());
+    native_->setModal(modal, context && context != this ? context->native().id() : 0);
+}
+
 void TopLevelWindow::setMargins(WindowMargins const& margins) {
     if (margins == margins_ || !native_) return;
     margins_ = margins;
@@ -45,6 +61,12 @@ void TopLevelWindow::setMargins(WindowMargins const& margins) {
     surface_.toPaint().add(surface_.bounds());
     native_->resize(outerSize());
     native_->moveTo(outerPlace());
+}
+
+void TopLevelWindow::setMarked(bool marked) {
+    if (surface_.isMarked() == marked) return;
+    surface_.setMarked(marked);
+    surface_.toPaint().add(surface_.bounds());
 }
 
 void TopLevelWindow::setScale(double scale) {
@@ -81,7 +103,7 @@ void TopLevelWindow::nativeMoved(XY<int> place) {
 void TopLevelWindow::rootResized() {
     if (following_ || !native_) return;
     surface_.resize(outerSize(), surface_.scale());
-    native_->setMinSize(atLeastOne(root_->getMinSize()) + margins_.total());
+    native_->setMinSize(leastSizeOf(*root_, isModal_) + margins_.total());
     native_->resize(outerSize());
 }
 

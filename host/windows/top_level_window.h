@@ -30,6 +30,13 @@ public:
     bool keepsAbove() const { return keepsAbove_; }
     void setKeepAbove(bool keep);
 
+    /// Keeps input from others: the window manager is told, and `context` (null for none) that it belongs
+    /// there. It cannot be made so small that nothing is seen of it.
+    void setModal(bool modal, TopLevelWindow const* context);
+    bool isModal() const { return isModal_; }
+    /// The least size of a root in a window of its own.
+    static XY<int> leastSizeOf(Glob const& root, bool isModal);
+
     /// The window system shows nothing of it.
     bool isHidden() const { return hidden_; }
     void setHidden(bool hidden);
@@ -45,6 +52,9 @@ public:
     void setMargins(WindowMargins const& margins);
     /// The scale of the screen is another.
     void setScale(double scale);
+
+    /// A frame is drawn over its edges.
+    void setMarked(bool marked);
 
     bool hasPaintWork();
     void paint();
@@ -67,6 +77,7 @@ private:
     Kind kind_;
     IdStamp owner_;
     bool keepsAbove_ = false;
+    bool isModal_ = false;
     bool hidden_ = false;
     /// A change that came from the window system is not sent back to it.
     bool following_ = false;

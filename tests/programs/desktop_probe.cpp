@@ -45,6 +45,12 @@ char const* nameOf(InputEvent::Kind kind) {
         return "left";
     case Kind::wheel:
         return "wheel";
+    case Kind::sideWheel:
+        return "sidewheel";
+    case Kind::pressLost:
+        return "lost";
+    case Kind::filesDragged:
+        return "filesover";
     case Kind::zoom:
         return "zoom";
     case Kind::keyPressed:

@@ -1,5 +1,6 @@
 #include "host/backends/desktop/desktop_backend_p.h"
 
+#include "host/backends/desktop/desktop_raw_events_p.h"
 #include "host/backends/desktop/desktop_window_p.h"
 #include "host/backends/desktop/desktop_x11_p.h"
 #include "host/base/convert.h"
@@ -71,6 +72,7 @@ void chooseVisual(unsigned long visual) {
 DesktopBackend::DesktopBackend(double scale) : space_({}, scale), input_(*this), clipboard_(*this) {
     updateMonitors();
     SDL_StartTextInput();
+    RawEvents::watch();
 }
 
 std::unique_ptr<DesktopBackend> DesktopBackend::open(LightweightString<char>& problem) {
@@ -173,6 +175,13 @@ DesktopWindow* DesktopBackend::windowShownAt(XY<int> place) const {
         for (DesktopWindow* const window : windows_)
             if (window->isNative(shown)) return window;
     return nullptr;
+}
+
+XY<int> DesktopBackend::largestDeviceSize() const {
+    XY<int> most{1, 1};
+    for (DeviceRect const& monitor : monitors_)
+        most = {std::max(most.x, monitor.width), std::max(most.y, monitor.height)};
+    return most;
 }
 
 std::vector<IntBox> DesktopBackend::monitors() const {

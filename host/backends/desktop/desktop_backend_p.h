@@ -39,6 +39,7 @@ public:
     void setOutsidePresses(bool wanted) override { input_.setOutsidePresses(wanted); }
     void setFullMotion(bool wanted) override { input_.setFullMotion(wanted); }
     void setUnboundedMotion(bool wanted) override { input_.setUnboundedMotion(wanted); }
+    void setRepeating(bool repeats) override { clock_.runProcessorWithWallTime(repeats); }
     iClipboard& clipboard() override { return clipboard_; }
     void setTextCaret(std::optional<IntBox> caret) override;
 
@@ -50,6 +51,10 @@ public:
     DesktopWindow* findWindow(NativeWindowId id) const;
     /// The window that the window system shows at a place; null when it is none of ours.
     DesktopWindow* windowShownAt(XY<int> place) const;
+    /// The largest monitor, in device pixels.
+    XY<int> largestDeviceSize() const;
+    /// Called by a window that is about to leave the screen.
+    void endPressIn(DesktopWindow& window) { input_.endPressIn(window); }
     /// Called by a window that is about to close.
     void forget(DesktopWindow const& window);
     /// The connection to the X server; null until the first window.

@@ -24,6 +24,9 @@ namespace {
 
 using Kind = InputEvent::Kind;
 
+/// The share of a touch screen by which two fingers part for one step of a zoom.
+constexpr double pinchStep = 0.05;
+
 /// An input method answers a key within this time, in milliseconds.
 constexpr double compositionDelay = 500.0;
 
@@ -110,6 +113,10 @@ void DesktopInput::translate(SDL_Event const& event, std::vector<InputEvent>& in
         return pointerButton(event.button, input);
     case SDL_MOUSEWHEEL:
         return pointerWheel(event.wheel, input);
+    case SDL_MULTIGESTURE:
+        return pinch(event.mgesture, input);
+    case SDL_SYSWMEVENT:
+        return rawEvent(event.syswm, input);
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         return key(event.key, input);
@@ -149,8 +156,54 @@ void DesktopInput::endOfInput(std::vector<InputEvent>& input) {
     input.push_back(event);
 }
 
+void DesktopInput::endPressIn(DesktopWindow& window) {
+    auto* const pressed = backend_.findWindow(pressedWindow_);
+    if (held_.any() && pressed && (pressed == &window || pressed->isPopUp())) forgetPress();
+}
+
+void DesktopInput::forgetPress() {
+    held_.clear();
+    clicks_.reset();
+    pointerMayHaveLeft_ = true;
+    // Any window will do.
+    if (!backend_.windows().empty()) backend_.windows().front()->releaseButtons();
+    updateCapture();
+}
+
+/// The pointer moves without a button although no release has come: somebody else got it.
+void DesktopInput::loseRelease(std::vector<InputEvent>& input) {
+    if (held_.any()) {
+        InputEvent lost;
+        lost.kind = Kind::pressLost;
+        lost.window = pressedWindow_;
+        lost.place = pointer_;
+        lost.modifiers = keys_.modifiers();
+        lost.time = backend_.clock().msecs();
+        input.push_back(lost);
+    }
+    forgetPress();
+}
+
+void DesktopInput::rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input) {
+    if (RawEvents::hasNoButton(event)) return loseRelease(input);
+    if (auto const files = rawEvents_.filesOver(event)) filesOver(*files, input);
+}
+
+void DesktopInput::filesOver(RawEvents::FilesOver const& files, std::vector<InputEvent>& input) {
+    filesAreOver_ = files.place.has_value();
+    InputEvent made;
+    made.kind = Kind::filesDragged;
+    made.time = backend_.clock().msecs();
+    for (auto const* const window : backend_.windows())
+        if (files.place && window->isNative(files.window)) made.window = window->id();
+    if (files.place)
+        made.place = backend_.rootSpace().toRoot({files.place->x, files.place->y, 1, 1}).bottomLeft();
+    input.push_back(made);
+}
+
 void DesktopInput::forget(NativeWindowId window) {
     if (composingWindow_ == window) isComposing_ = false;
+    if (pressedWindow_ == window) held_.clear();
     if (pointerWindow_ != window) return;
     pointerWindow_ = 0;
     pointerMayHaveLeft_ = true;
@@ -234,7 +287,7 @@ void DesktopInput::composing(SDL_TextEditingEvent const& event, std::vector<Inpu
 }
 
 void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input) {
-    auto const* const window = backend_.findWindow(event.windowID);
+    auto* const window = backend_.findWindow(event.windowID);
     auto const button = buttonOf(event.button);
     if (!window || button == InputEvent::Button::none) return;
     bool const pressed = event.type == SDL_MOUSEBUTTONDOWN;
@@ -247,6 +300,8 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
     made.button = button;
     if (outsidePresses_) made.window = windowShown(pointer_);
     if (pressed) {
+        if (!held_.any()) pressedWindow_ = window->id();
+        window->wasPressed();
         clicks_.setInterval(config_int("double_click_ms", ClickCounter::usualInterval));
         made.clicks = clicks_.press(made.window, button, pointer_, made.time);
         held_.press(button);
@@ -266,13 +321,28 @@ NativeWindowId DesktopInput::windowShown(XY<int> place) const {
 void DesktopInput::pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input) {
     auto const* const window = backend_.findWindow(event.windowID);
     if (!window) return;
-    double const turned = static_cast<double>(event.preciseY);
-    int const notches = wheel_.add(event.direction == SDL_MOUSEWHEEL_FLIPPED ? -turned : turned);
-    if (notches == 0) return;
-    InputEvent made = pointerEvent(Kind::wheel, *window, timeOf(event.timestamp));
+    double const sign = event.direction == SDL_MOUSEWHEEL_FLIPPED ? -1.0 : 1.0;
+    double const time = timeOf(event.timestamp);
+    reportWheel(Kind::wheel, wheel_.add(sign * static_cast<double>(event.preciseY)), *window, time, input);
+    reportWheel(Kind::sideWheel, sideWheel_.add(sign * static_cast<double>(event.preciseX)), *window, time,
+                input);
+}
+
+void DesktopInput::reportWheel(Kind kind, int amount, DesktopWindow const& window, double time,
+                               std::vector<InputEvent>& input) const {
+    if (amount == 0) return;
+    InputEvent made = pointerEvent(kind, window, time);
     if (outsidePresses_) made.window = 0;
-    made.amount = notches;
+    made.amount = amount;
     input.push_back(made);
+}
+
+/// Two fingers on a touch screen; the library reports no pinches on touch pads.
+void DesktopInput::pinch(SDL_MultiGestureEvent const& event, std::vector<InputEvent>& input) {
+    auto const* const window = backend_.findWindow(pointerWindow_);
+    if (!window || event.numFingers != 2) return;
+    reportWheel(Kind::zoom, pinch_.add(static_cast<double>(event.dDist) / pinchStep), *window,
+                timeOf(event.timestamp), input);
 }
 
 void DesktopInput::key(SDL_KeyboardEvent const& event, std::vector<InputEvent>& input) {
@@ -295,9 +365,11 @@ void DesktopInput::windowEvent(SDL_WindowEvent const& event, std::vector<InputEv
     if (!window) return;
     double const time = timeOf(event.timestamp);
     switch (event.event) {
-    case SDL_WINDOWEVENT_MOVED:
     case SDL_WINDOWEVENT_RESIZED:
     case SDL_WINDOWEVENT_SIZE_CHANGED:
+        window->wasSized();
+        [[fallthrough]];
+    case SDL_WINDOWEVENT_MOVED:
         return windowBox(*window, time, input);
     case SDL_WINDOWEVENT_EXPOSED:
         return windowExposed(*window, time, input);
@@ -308,9 +380,10 @@ void DesktopInput::windowEvent(SDL_WindowEvent const& event, std::vector<InputEv
     case SDL_WINDOWEVENT_MINIMIZED:
     case SDL_WINDOWEVENT_MAXIMIZED:
     case SDL_WINDOWEVENT_RESTORED:
-        if (window->updateOnScreen())
-            input.push_back(
-                windowInput(window->isOnScreen() ? Kind::windowShown : Kind::windowHidden, *window, time));
+        if (!window->updateOnScreen()) return;
+        if (!window->isOnScreen()) endPressIn(*window);
+        input.push_back(
+            windowInput(window->isOnScreen() ? Kind::windowShown : Kind::windowHidden, *window, time));
         return;
     case SDL_WINDOWEVENT_FOCUS_GAINED:
         input.push_back(windowInput(Kind::windowActivated, *window, time));
@@ -349,6 +422,7 @@ void DesktopInput::windowExposed(DesktopWindow const& window, double time, std::
 void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::vector<InputEvent>& input) {
     keys_.reset();
     isComposing_ = false;
+    endPressIn(window);
     input.push_back(windowInput(Kind::windowDeactivated, window, time));
 }
 
@@ -356,7 +430,10 @@ void DesktopInput::windowDeactivated(DesktopWindow& window, double time, std::ve
 void DesktopInput::drop(SDL_DropEvent const& event, std::vector<InputEvent>& input) {
     if (event.type == SDL_DROPFILE && event.file) dropped_.push_back(fileNameFromBytes(event.file));
     SDL_free(event.file);
-    if (event.type != SDL_DROPCOMPLETE || dropped_.empty()) return;
+    if (event.type != SDL_DROPCOMPLETE) return;
+    if (dropped_.empty() && filesAreOver_) return filesOver({}, input);
+    if (dropped_.empty()) return;
+    filesAreOver_ = false;
     InputEvent made;
     made.kind = Kind::filesDropped;
     made.window = event.windowID;

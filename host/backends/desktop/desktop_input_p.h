@@ -2,6 +2,7 @@
 
 #include "host/backends/desktop/desktop_keys_p.h"
 #include "host/backends/desktop/desktop_pointer_p.h"
+#include "host/backends/desktop/desktop_raw_events_p.h"
 
 #include <SDL_events.h>
 
@@ -27,14 +28,26 @@ public:
     /// A window was closed: nothing that follows belongs to it.
     void forget(NativeWindowId window);
 
+    /// The window leaves the screen, or the keyboard leaves it: no release of what is held in it is awaited.
+    void endPressIn(DesktopWindow& window);
+
     void setOutsidePresses(bool wanted);
     void setFullMotion(bool wanted);
     void setUnboundedMotion(bool wanted);
 
 private:
+    using Kind = InputEvent::Kind;
+
     void pointerMotion(SDL_MouseMotionEvent const& event, std::vector<InputEvent>& input);
     void pointerButton(SDL_MouseButtonEvent const& event, std::vector<InputEvent>& input);
     void pointerWheel(SDL_MouseWheelEvent const& event, std::vector<InputEvent>& input);
+    void pinch(SDL_MultiGestureEvent const& event, std::vector<InputEvent>& input);
+    void rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input);
+    void forgetPress();
+    void loseRelease(std::vector<InputEvent>& input);
+    void filesOver(RawEvents::FilesOver const& files, std::vector<InputEvent>& input);
+    void reportWheel(Kind kind, int amount, DesktopWindow const& window, double time,
+                     std::vector<InputEvent>& input) const;
     /// Reports a move to `pointer_`, from `from`.
     void reportMove(XY<int> from, InputEvent const& moved, std::vector<InputEvent>& input) const;
     void updateCapture() const;
@@ -56,9 +69,15 @@ private:
     KeyTranslator keys_;
     ClickCounter clicks_;
     WheelSum wheel_;
+    WheelSum sideWheel_;
+    WheelSum pinch_;
+    RawEvents rawEvents_;
     HeldButtons held_;
     XY<int> pointer_;
     NativeWindowId pointerWindow_ = 0;
+    /// Where the first of the held buttons was pressed.
+    NativeWindowId pressedWindow_ = 0;
+    bool filesAreOver_ = false;
     bool pointerMayHaveLeft_ = false;
     bool rightAltIsAltGr_ = false;
     bool usesInputMethod_;

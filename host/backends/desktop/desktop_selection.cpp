@@ -5,6 +5,8 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
+#include <algorithm>
+#include <cstring>
 #include <poll.h>
 
 namespace wainscot {
@@ -106,9 +108,28 @@ bool SelectionReader::readPieces(std::string& text) {
     return false;
 }
 
+/// A picture must not be asked for as a text: some owners give its bytes.
+std::vector<unsigned long> SelectionReader::offered(char const* selection) {
+    if (!convert(selection, "TARGETS")) return {};
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0, rest = 0;
+    unsigned char* value = nullptr;
+    XGetWindowProperty(display_, window_, property_, 0, wordsAtOnce, True, AnyPropertyType, &type, &format,
+                       &count, &rest, &value);
+    std::vector<unsigned long> kinds(format == 32 && value ? count : 0);
+    if (!kinds.empty()) std::memcpy(kinds.data(), value, count * sizeof(unsigned long));
+    if (value) XFree(value);
+    return kinds;
+}
+
 std::optional<std::string> SelectionReader::read(char const* selection) {
     if (!open()) return {};
+    std::vector<unsigned long> const kinds = offered(selection);
     for (char const* const target : {"UTF8_STRING", "STRING"}) {
+        // An owner that does not say what it has is asked for each.
+        unsigned long const kind = XInternAtom(display_, target, False);
+        if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) continue;
         if (!convert(selection, target)) continue;
         XEvent event;
         while (XCheckTypedWindowEvent(display_, window_, PropertyNotify, &event)) {

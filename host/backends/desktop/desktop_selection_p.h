@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 struct _XDisplay;
 
@@ -29,6 +30,8 @@ private:
     bool waitFor(int type, void* event);
     /// Takes the property that the owner has filled; its type, or 0 when it has none.
     unsigned long takeProperty(std::string& text);
+    /// The kinds of data that its owner has; empty when it does not say.
+    std::vector<unsigned long> offered(char const* selection);
     bool readPieces(std::string& text);
 
     _XDisplay* display_ = nullptr;

@@ -1,6 +1,7 @@
 #include "host/backends/desktop/desktop_window_p.h"
 
 #include "host/backends/desktop/desktop_backend_p.h"
+#include "host/backends/desktop/desktop_icon_p.h"
 #include "host/backends/desktop/desktop_pixels_p.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
@@ -21,8 +22,9 @@ DesktopWindow::DesktopWindow(DesktopBackend& backend, SDL_Window* window,
     wishes_.leastSize = deviceSize(settings.minSize);
     if (!settings.resizable) wishes_.fixedSize = deviceSize(settings.size);
     wishes_.isPlaced = settings.place.has_value();
-    native_.wish(wishes_);
+    wish();
     if (settings.keepAbove) setKeepAbove(true);
+    if (!popUp_) setWindowIcon(window);
     updateBox(backend.rootSpace());
 }
 
@@ -38,17 +40,17 @@ DesktopWindow::~DesktopWindow() {
 
 void DesktopWindow::close() {
     if (!window_) return;
-    releaseButtons();
+    // The release of a button that is held over a closing window never arrives.
+    if (SDL_GetMouseFocus() == window_) releaseButtons();
     SDL_DestroyWindow(window_);
     window_ = nullptr;
     native_ = X11Window();
 }
 
-/// The release of a button that is held over a closing window never arrives. The library would take the
-/// button for held and swallow its next press.
 void DesktopWindow::releaseButtons() {
+    if (!window_) return;
     std::uint32_t const held = SDL_GetMouseState(nullptr, nullptr);
-    if (held == 0 || SDL_GetMouseFocus() != window_) return;
+    if (held == 0) return;
     for (unsigned button = SDL_BUTTON_LEFT; button <= SDL_BUTTON_RIGHT; ++button)
         if (held & SDL_BUTTON(button)) native_.pretendRelease(button);
     SDL_PumpEvents();
@@ -68,11 +70,45 @@ void DesktopWindow::show() {
 void DesktopWindow::hide() {
     if (!window_) return;
     wantedOnScreen_ = false;
+    if (backend_) backend_->endPressIn(*this);
     native_.hide();
 }
 
 void DesktopWindow::wasShown() {
     if (!popUp_) native_.focusUnmanaged();
+}
+
+void DesktopWindow::wasPressed() {
+    if (!popUp_ && SDL_GetKeyboardFocus() != window_) native_.focusUnmanaged();
+}
+
+XY<int> DesktopWindow::largestSize() const {
+    XY<int> const screen = backend_->largestDeviceSize();
+    int top = 0, left = 0, bottom = 0, right = 0;
+    if (popUp_ || SDL_GetWindowBordersSize(window_, &top, &left, &bottom, &right) != 0) return screen;
+    return {std::max(1, screen.x - left - right), std::max(1, screen.y - top - bottom)};
+}
+
+void DesktopWindow::wish() {
+    X11Window::Wishes bounded = wishes_;
+    XY<int> const most = largestSize();
+    bounded.leastSize = {std::min(most.x, wishes_.leastSize.x), std::min(most.y, wishes_.leastSize.y)};
+    native_.wish(bounded);
+}
+
+void DesktopWindow::setModal(bool modal, NativeWindowId owner) {
+    if (!window_) return;
+    if (DesktopWindow const* above = backend_->findWindow(owner)) belongTo(*above);
+    native_.setModal(modal, wishes_.fixedSize.has_value());
+}
+
+WindowMargins DesktopWindow::frame() const {
+    int top = 0, left = 0, bottom = 0, right = 0;
+    if (!window_ || popUp_ || SDL_GetWindowBordersSize(window_, &top, &left, &bottom, &right) != 0) return {};
+    auto const logical = [this](int device) {
+        return static_cast<int>(std::ceil(device / backend_->rootSpace().scale()));
+    };
+    return {logical(left), logical(bottom), logical(right), logical(top)};
 }
 
 void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
@@ -82,18 +118,25 @@ void DesktopWindow::setTitle(LightweightString<wchar_t> const& title) {
 void DesktopWindow::resize(XY<int> size) {
     if (!window_) return;
     XY<int> wanted = deviceSize(size);
-    wanted = {std::max(wanted.x, wishes_.leastSize.x), std::max(wanted.y, wishes_.leastSize.y)};
+    XY<int> const most = largestSize();
+    wanted = {std::max(wanted.x, std::min(most.x, wishes_.leastSize.x)),
+              std::max(wanted.y, std::min(most.y, wishes_.leastSize.y))};
     if (wishes_.fixedSize) {
         wishes_.fixedSize = wanted;
-        native_.wish(wishes_);
+        wish();
     }
-    native_.resize(wanted);
+    askFor(wanted);
+}
+
+void DesktopWindow::askFor(XY<int> size) {
+    asked_ = size;
+    native_.resize(size);
 }
 
 void DesktopWindow::setMinSize(XY<int> size) {
     if (!window_) return;
     wishes_.leastSize = deviceSize(size);
-    native_.wish(wishes_);
+    wish();
 }
 
 void DesktopWindow::rescale(double factor) {
@@ -106,8 +149,8 @@ void DesktopWindow::rescale(double factor) {
     SDL_GetWindowSize(window_, &device.x, &device.y);
     wishes_.leastSize = scaled(wishes_.leastSize);
     if (wishes_.fixedSize) wishes_.fixedSize = scaled(*wishes_.fixedSize);
-    native_.wish(wishes_);
-    native_.resize(scaled(device));
+    wish();
+    askFor(scaled(device));
     updateBox(backend_->rootSpace());
 }
 
@@ -115,9 +158,10 @@ void DesktopWindow::moveTo(XY<int> place) {
     if (!window_) return;
     int height = 0;
     SDL_GetWindowSize(window_, nullptr, &height);
+    if (asked_) height = asked_->y;
     if (!wishes_.isPlaced) {
         wishes_.isPlaced = true;
-        native_.wish(wishes_);
+        wish();
     }
     native_.move(backend_->rootSpace().toDeviceCorner(place, height));
 }

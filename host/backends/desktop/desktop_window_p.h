@@ -31,6 +31,8 @@ public:
     void raise() override;
     void toFront() override;
     void setKeepAbove(bool keep) override;
+    void setModal(bool modal, NativeWindowId owner) override;
+    WindowMargins frame() const override;
     XY<int> size() const override { return box_.size(); }
     XY<int> place() const override { return box_.bottomLeft(); }
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
@@ -38,6 +40,11 @@ public:
     IntBox const& box() const { return box_; }
     /// Puts the pointer at a device pixel of the contents, y downwards.
     void warpPointer(XY<int> devicePixel);
+    /// Tells the library that no button is held, which else would swallow the next press.
+    void releaseButtons();
+    bool isPopUp() const { return popUp_; }
+    /// It was pressed: where no window manager does so, it takes the keyboard.
+    void wasPressed();
     void belongTo(DesktopWindow const& owner) { native_.belongTo(owner.native_); }
     bool isNative(unsigned long window) const { return native_.is(window); }
     /// The scale has changed by that factor: the logical size stays as it is.
@@ -49,6 +56,8 @@ public:
     bool isOnScreen() const;
     /// Takes note of `isOnScreen()`; true when it has changed while the program wants the window shown.
     bool updateOnScreen();
+    /// The window system has given it a size.
+    void wasSized() { asked_.reset(); }
     /// The window system has put the window on the screen.
     void wasShown();
     /// The backend goes: the library's window is closed, all operations do nothing from now on.
@@ -56,9 +65,13 @@ public:
 
 private:
     void close();
-    void releaseButtons();
+    /// Tells the window manager, with a least size that fits on the screen.
+    void wish();
     /// The device size of a logical one.
     XY<int> deviceSize(XY<int> size) const;
+    /// The largest contents that fit on a monitor with their frame.
+    XY<int> largestSize() const;
+    void askFor(XY<int> size);
 
     DesktopBackend* backend_;
     SDL_Window* window_;
@@ -66,6 +79,8 @@ private:
     X11Window::Wishes wishes_;
     NativeWindowId id_;
     IntBox box_;
+    /// A device size that was asked for and has not been answered.
+    std::optional<XY<int>> asked_;
     bool popUp_;
     bool wantedOnScreen_ = false;
     bool reportedOnScreen_ = true;

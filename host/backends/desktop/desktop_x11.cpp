@@ -1,5 +1,6 @@
 #include "host/backends/desktop/desktop_x11_p.h"
 
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 
 #include <X11/XKBlib.h>
@@ -54,8 +55,13 @@ bool probeDisplay(std::string& resources, LightweightString<char>& problem) {
         return false;
     }
     if (char const* const text = XResourceManagerString(display)) resources = text;
+    int const depth = DefaultDepth(display, DefaultScreen(display));
     XCloseDisplay(display);
-    return true;
+    constexpr int leastDepth = 15;
+    if (depth >= leastDepth) return true;
+    problem = LightweightString<char>("The display \"") + name + "\" has " + StringFromInteger(depth) +
+              " bits for a pixel, which is too few for colours: 16 are needed.";
+    return false;
 }
 
 int connectionFile(Display* display) {

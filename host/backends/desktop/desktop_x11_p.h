@@ -12,7 +12,7 @@ namespace wainscot {
 /// What the window library does not tell is asked of the X server directly.
 
 /// The resource text of the display ("Xft.dpi: 144 ..."). False with the reason in `problem` when no display
-/// can be reached.
+/// can be reached, or when it cannot show colours.
 bool probeDisplay(std::string& resources, LightweightString<char>& problem);
 int connectionFile(_XDisplay* display);
 /// Sends what is waiting to be sent; true when events have been read that nobody has looked at yet.

@@ -54,6 +54,51 @@ void X11Window::belongTo(X11Window const& owner) {
     if (display_ && owner.window_) XSetTransientForHint(display_, window_, owner.window_);
 }
 
+void X11Window::setModal(bool modal, bool isFixed) {
+    if (!display_) return;
+    auto const atom = [this](char const* name) { return XInternAtom(display_, name, False); };
+    auto const put = [this](Atom property, Atom type, unsigned long const* values, int count) {
+        XChangeProperty(display_, window_, property, type, 32, PropModeReplace,
+                        reinterpret_cast<unsigned char const*>(values), count);
+    };
+    Atom const kind = atom(modal ? "_NET_WM_WINDOW_TYPE_DIALOG" : "_NET_WM_WINDOW_TYPE_NORMAL");
+    put(atom("_NET_WM_WINDOW_TYPE"), XA_ATOM, &kind, 1);
+    // What may be done with it: of the common hints, flag 1 names functions and flag 2 parts of the frame.
+    constexpr unsigned long all = 1, resize = 2, move = 4, close = 32;
+    constexpr unsigned long border = 2, handles = 4, title = 8, menu = 16;
+    unsigned long const sizing = isFixed ? 0 : resize;
+    unsigned long const limited[] = {3, move | close | sizing,
+                                     border | title | menu | (isFixed ? 0 : handles), 0, 0};
+    unsigned long const free[] = {3, all, all, 0, 0};
+    Atom const hints = atom("_MOTIF_WM_HINTS");
+    put(hints, hints, modal ? limited : free, 5);
+    setState(atom("_NET_WM_STATE_MODAL"), modal);
+    XFlush(display_);
+}
+
+/// Before it is shown the property is read; later the window manager wants to be asked.
+void X11Window::setState(unsigned long state, bool on) {
+    Atom const property = XInternAtom(display_, "_NET_WM_STATE", False);
+    XWindowAttributes attributes{};
+    bool const isShown =
+        XGetWindowAttributes(display_, window_, &attributes) && attributes.map_state != IsUnmapped;
+    if (!isShown && on) {
+        XChangeProperty(display_, window_, property, XA_ATOM, 32, PropModeAppend,
+                        reinterpret_cast<unsigned char const*>(&state), 1);
+        return;
+    }
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window_;
+    event.xclient.message_type = property;
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = on ? 1 : 0;
+    event.xclient.data.l[1] = static_cast<long>(state);
+    event.xclient.data.l[3] = 1;
+    XSendEvent(display_, DefaultRootWindow(display_), False,
+               SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
 void X11Window::show() {
     if (!display_) return;
     XMapRaised(display_, window_);

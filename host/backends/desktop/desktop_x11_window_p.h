@@ -39,12 +39,17 @@ public:
     void resize(XY<int> size);
     /// `corner` is the upper-left one.
     void move(XY<int> corner);
+    /// Marks it as a dialogue that keeps input from others; without minimising, maximising and, with
+    /// `isFixed`, other sizes.
+    void setModal(bool modal, bool isFixed);
     /// Gives the window the keyboard where no window manager does.
     void focusUnmanaged();
     /// Tells the library, which takes it for the pointer's own, that a button has been released.
     void pretendRelease(unsigned button);
 
 private:
+    void setState(unsigned long state, bool on);
+
     _XDisplay* display_ = nullptr;
     unsigned long window_ = 0;
 };

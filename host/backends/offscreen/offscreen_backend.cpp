@@ -135,6 +135,11 @@ void OffscreenWindow::raise() {
     if (kind_ == NativeWindowSettings::Kind::ordinary) backend_.activate(id_);
 }
 
+void OffscreenWindow::setModal(bool modal, NativeWindowId owner) {
+    modal_ = modal;
+    if (owner != 0) owner_ = owner;
+}
+
 void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const& boxes) {
     lastPresented_ = boxes;
     numPresented_ += boxes.size();

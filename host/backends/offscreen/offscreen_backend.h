@@ -22,6 +22,7 @@ public:
     void poll(std::vector<InputEvent>& input) override;
     /// Moves the clocks to `until`.
     void wait(std::optional<double> until) override;
+    bool hasInput() const override { return !input_.empty(); }
     void wake() override {}
     std::vector<IntBox> monitors() const override { return monitors_; }
     double deviceScale() const override { return deviceScale_; }
@@ -99,6 +100,7 @@ public:
     void raise() override;
     void toFront() override {}
     void setKeepAbove(bool keep) override { keepsAbove_ = keep; }
+    void setModal(bool modal, NativeWindowId owner) override;
     XY<int> size() const override { return size_; }
     XY<int> place() const override { return place_; }
     void present(Surface const& surface, std::vector<IntBox> const& boxes) override;
@@ -109,6 +111,7 @@ public:
     NativeWindowSettings::Kind kind() const { return kind_; }
     bool keepsAbove() const { return keepsAbove_; }
     NativeWindowId owner() const { return owner_; }
+    bool isModal() const { return modal_; }
     bool isTranslucent() const { return translucent_; }
     /// Boxes brought to the screen by the last call, and by all.
     std::vector<IntBox> const& lastPresented() const { return lastPresented_; }
@@ -127,6 +130,7 @@ private:
     bool keepsAbove_;
     NativeWindowId owner_;
     bool translucent_;
+    bool modal_ = false;
     bool shown_ = false;
     std::vector<IntBox> lastPresented_;
     std::uint64_t numPresented_ = 0;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/base/export.h"
+#include "host/base/id_stamp.h"
+
+#include <memory>
+
+namespace wainscot {
+
+class Glob;
+class GlobManager;
+class TopLevelWindow;
+
+/// Makes the frame of a modal window flash a few times, so that one sees what a refused press waits for.
+class WAINSCOT_API ModalFlash {
+public:
+    explicit ModalFlash(GlobManager& windows);
+    ~ModalFlash();
+    ModalFlash(ModalFlash const&) = delete;
+    ModalFlash& operator=(ModalFlash const&) = delete;
+
+    void start(TopLevelWindow const& window);
+    /// The root's window goes.
+    void forget(Glob const& root);
+
+    /// Of each change between plain and marked, in milliseconds.
+    static constexpr double interval = 90.0;
+    static constexpr int changes = 6;
+
+private:
+    class Ticker;
+    void tick();
+    void end();
+    void show(bool marked);
+
+    GlobManager& windows_;
+    IdStamp root_;
+    int left_ = 0;
+    /// Lives while it flashes.
+    std::unique_ptr<Ticker> ticker_;
+};
+
+} // namespace wainscot
