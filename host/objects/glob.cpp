@@ -2,6 +2,7 @@
 
 #include "host/base/configb.h"
 #include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
 #include "host/objects/glob_ref.h"
@@ -123,6 +124,7 @@ bool Glob::mayTake(Glob const* child) const {
 }
 
 Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
+    DispatchScope const scope;
     if (!mayTake(child)) {
         refuse("addChild");
         return nullptr;
@@ -152,6 +154,7 @@ bool Glob::moveHere(Glob* child) {
 
 Glob* Glob::addWidget(Glob* child, int x, int y, CoordinateOrigin origin, WidgetSurround surround,
                       Glob* before) {
+    DispatchScope const scope;
     Glob* const added = addChild(child, WidgetPosition(origin, {x, y}), surround);
     if (added && before && before != added && getWidget(before)) {
         Tree::unlink(*added);
@@ -180,6 +183,7 @@ void Glob::removeWidget(Glob*& child, bool redraw) {
 }
 
 std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
+    DispatchScope const scope;
     Glob* const taken = getWidget(child);
     if (!taken || taken->isDying()) return nullptr;
     LifeGuard const life = taken->guard();
@@ -192,6 +196,7 @@ std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
 }
 
 void Glob::setWidgetDetails(WidgetDetails const& details) {
+    DispatchScope const scope;
     Glob* const child = getWidget(details.widget);
     if (!child) {
         refuse("setWidgetDetails");
@@ -301,18 +306,21 @@ void Glob::resize(double width, double height) {
 }
 
 void Glob::reshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     reshapeCanvas();
     if (life.alive()) positionChildWidgets();
 }
 
 void Glob::reshapeAndDraw(XY<int> const& size) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     resize(size.x, size.y);
     if (life.alive()) makeDirty();
 }
 
 void Glob::forceReshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     reshape();
     if (life.alive()) makeDirty();
@@ -342,6 +350,7 @@ void Glob::setWidgetPos(Glob* child, XY<int> const& place) {
 }
 
 void Glob::reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     setWidgetPos(child, place);
     if (life.alive() && getWidget(child)) child->resize(size.x, size.y);
@@ -408,6 +417,7 @@ IntBox Glob::screenBox() const {
 // Visibility and activity
 
 void Glob::setVisible(bool visible) {
+    DispatchScope const scope;
     if (isVisible() == visible) return;
     GlobRef<Glob> holder;
     if (!visible) {
@@ -433,6 +443,7 @@ bool Glob::isShown() const {
 }
 
 void Glob::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (isActive() == active) return;
     setFlag(activeFlag, active);
     if (redraw) makeDirty();
@@ -465,6 +476,7 @@ void Glob::mapCanvas() {
 }
 
 void Glob::unmapCanvas() {
+    DispatchScope const scope;
     if (!canvas_->isMapped()) return;
     damageWithSurround();
     GlobRef<Glob> const holder = loseInput();
