@@ -63,7 +63,8 @@ void StandardPanel::drawGroove(CanvasRenderer& renderer, float scale) {
     int const titleWidth = getTitleWidget() ? row.width() : std::min(row.width(), calcTitleWidth(getTitle()));
     int const titleEnd = titleWidth > 0 ? row.x1 + titleWidth + gap : row.x1 - gap;
     int const chainStart = chainWidth() > 0 ? area.x2 - border_.getSize() - chainWidth() - gap : area.x2;
-    int const below = ring.y2 - edges.width() - static_cast<int>(radius);
+    // A pixel more, since lines are rounded to be thicker at some scales.
+    int const below = ring.y2 - edges.width() - static_cast<int>(radius) - 1;
     IntBox const parts[] = {
         {area.x1, area.y1, row.x1 - gap, area.y2},
         {row.x1 - gap, area.y1, titleEnd, below},
