@@ -3,6 +3,7 @@
 #include "buttons/button_extras_p.h"
 #include "foundation/focus_stop.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace wainscot {
 
@@ -74,8 +76,9 @@ void Button::setPayload(Qv::Ptr<iObject> payload) {
 }
 
 void Button::setCallback(WidgetCallback const& callback) {
-    callback_ = callback.getCallback();
-    if (!callback.getMessage().empty()) message_ = callback.getMessage();
+    // The old one goes last: what its destructor does may destroy this.
+    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
+    if (!callback.getMessage().empty()) setMessage(callback.getMessage().c_str());
 }
 
 void Button::setMessageOnDrag(bool report) {
@@ -84,6 +87,7 @@ void Button::setMessageOnDrag(bool report) {
 }
 
 void Button::setIgnoreMouseClicks(bool ignore) {
+    DispatchScope const scope;
     if (ignore) abandonPress();
     ignoresClicks_ = ignore;
 }
@@ -109,6 +113,7 @@ int Button::sendMessageToParent(NotifyMsg const& message) {
     event.setMessage(message.name().empty() ? message_ : message.name());
     event.setKeyCode(modifiers_);
     event.setModifiers(modifiers_);
+    event.setReportCode(message.code());
     if (message.payload()) event.setData(message.payload());
     event.setSender(static_cast<Glob*>(this));
     event.setTarget(target);
@@ -127,16 +132,26 @@ void Button::setState(button_state state, eRedrawFlag redraw) {
 }
 
 void Button::switchState(button_state state, bool notify) {
+    DispatchScope const scope;
     bool const goesDown = state == buttonDown;
     if (latching_ != 0) {
-        setState(state, eRedrawYes);
-        if (notify) informParent(message_ + (goesDown ? onSuffix : offSuffix), goesDown ? codeDown : codeUp);
+        LifeGuard const life = guard();
+        Button::setState(state, eRedrawYes);
+        if (notify && life.alive())
+            informParent(message_ + (goesDown ? onSuffix : offSuffix), goesDown ? codeDown : codeUp);
         return;
     }
-    unsigned int const press = pressNumber_;
     LifeGuard const life = guard();
-    if (notify) informParent(message_, goesDown ? codeDown : codeUp);
-    if (life.alive() && press == pressNumber_) setState(state, eRedrawYes);
+    auto const follow = [&, press = pressNumber_] {
+        if (life.alive() && press == pressNumber_) Button::setState(state, eRedrawYes);
+    };
+    try {
+        if (notify) informParent(message_, goesDown ? codeDown : codeUp);
+    } catch (...) {
+        follow();
+        throw;
+    }
+    follow();
 }
 
 void Button::setLatching(bool latching, bool second) {
@@ -147,13 +162,19 @@ void Button::setLatching(bool latching, bool second) {
 void Button::setRepeating(int perHalfSecond, double delay) {
     if (perHalfSecond < 1 && !extras_) return;
     Extras::Repeat& repeat = extras().repeat;
+    bool const wasRepeating = isRepeating();
     repeat.interval = perHalfSecond < 1 ? 0 : halfSecond / perHalfSecond;
     double const units = std::isfinite(delay) ? std::clamp(delay, 0.0, 1e9) * halfSecond : 0.0;
     repeat.delay = static_cast<std::int64_t>(units);
-    if (repeat.interval == 0) clearInterest(EventKind::timer);
+    repeat.clock.setIntervals(repeat.delay, repeat.interval);
+    if (!pressed_) return;
+    if (repeat.interval == 0) return wasRepeating ? clearInterest(EventKind::timer) : void();
+    if (!wasRepeating) startRepeating();
+    askForTimer();
 }
 
 void Button::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (!active) abandonPress();
     rect::setActive(active, redraw);
 }
@@ -163,6 +184,7 @@ void Button::setEnabledState(bool enabled) {
 }
 
 void Button::setVisible(bool visible) {
+    DispatchScope const scope;
     if (!visible) abandonPress();
     rect::setVisible(visible);
 }
@@ -228,18 +250,18 @@ void Button::setCols(Colour const& text, Colour const& face) {
 }
 
 void Button::setFaceColour(Colour const& face) {
-    extras().up = {std::nullopt, face};
-    extras().down = {std::nullopt, face};
+    extras().up = {std::nullopt, face, false};
+    extras().down = {std::nullopt, face, false};
     makeDirty();
 }
 
 void Button::setUpCols(Colour const& text, Colour const& face) {
-    extras().up = {text, face};
+    extras().up = {text, face, true};
     makeDirty();
 }
 
 void Button::setDownCols(Colour const& text, Colour const& face) {
-    extras().down = {text, face};
+    extras().down = {text, face, true};
     makeDirty();
 }
 

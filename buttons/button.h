@@ -30,7 +30,8 @@ enum eButtonStyle : unsigned char {
 /// this as sender and the modifiers of the last press as key code. On the release inside, or as
 /// `setCallbackEvents` says. A latching button sends the name followed by " on" or " off"; drags are reported
 /// with " drag". A callback (`setCallback`) replaces all that; it gets a `NotifyMsg` with the name, the
-/// payload and one of the codes below.
+/// payload and one of the codes below. The receiver of a message gets the code from the event
+/// (`Event::reportCode`), or while it handles it from `currentReportCode()`.
 ///
 /// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
 class WAINSCOT_API Button : public rect,
@@ -75,11 +76,12 @@ public:
     ~Button() override;
 
     // --- Reporting
-    void setMessage(char const* message);
+    virtual void setMessage(char const* message);
     LightweightString<char> const& getMessage() const { return message_; }
     /// Attached to every message; null = none.
     void setPayload(Qv::Ptr<iObject> payload);
-    /// Takes the callback's message name, when it has one, as the button's.
+    /// Told instead of the parent, with the same name; null = the parent again. Takes the callback's message
+    /// name, when it has one, as the button's.
     void setCallback(WidgetCallback const& callback);
     void setCallbackEvents(unsigned int events) { callbackEvents_ = static_cast<unsigned char>(events & 7U); }
     unsigned int getCallbackEvents() const { return callbackEvents_; }
@@ -97,8 +99,8 @@ public:
     // --- State
     button_state getState() const { return state_; }
     bool isDown() const { return state_ == buttonDown; }
-    /// Nobody is told.
-    void setState(button_state state, eRedrawFlag redraw);
+    /// Nobody is told, unless a derived class says otherwise.
+    virtual void setState(button_state state, eRedrawFlag redraw);
     /// Changes the state as a click does; with `notify` it is reported.
     virtual void switchState(button_state state, bool notify);
     /// A latching button stays down until it is clicked again; it reports presses. `second` is kept for
@@ -107,7 +109,7 @@ public:
     bool isLatching() const { return latching_ != 0; }
     bool isLatchingSecond() const { return latching_ == 2; }
     /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
-    /// the processor clock. Below 1 it does not.
+    /// the processor clock. Below 1 it does not. Counts at once, also while it is held.
     void setRepeating(int perHalfSecond, double delay);
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override;
@@ -134,6 +136,7 @@ public:
     /// The label keeps the palette's colour.
     void setFaceColour(Colour const& face);
     void setUpCols(Colour const& text, Colour const& face);
+    /// These are drawn as they are; a face that is not given for this state is drawn darker in it.
     void setDownCols(Colour const& text, Colour const& face);
     /// Bare names of icons: while it is down, and while it is up (the first one where that is empty).
     void setIcons(LightweightString<wchar_t> const& active, LightweightString<wchar_t> const& inactive);
@@ -194,12 +197,15 @@ private:
     void press(Event const& event);
     void moveTo(Event const& event);
     void releaseAt(Event const& event);
-    bool reactToTimer();
+    bool reactToTimer(Event const& event);
     bool reactToKey(Event const& event);
     void showKeyHeld(bool held);
     bool reactToMessage(Event const& event);
     void endPress();
+    bool isRepeating() const;
     void startRepeating();
+    void askForTimer();
+    bool hasOwnDownFace() const;
     void drawIndicator();
     LightweightString<wchar_t> shownLabel() const;
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
@@ -226,6 +232,8 @@ private:
     unsigned char callbackEvents_ = onMouseUp;
     bool ignoresClicks_ = false;
     bool pressed_ = false;
+    /// The press that is under way was reported.
+    bool pressReported_ = false;
     bool defaultAction_ = false;
     /// The key of a click is still down.
     bool keyHeld_ = false;

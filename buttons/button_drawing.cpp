@@ -26,6 +26,10 @@ Colour Button::getBackCol() const {
     return defaultAction_ ? getPalette().doIt() : getPalette().button();
 }
 
+bool Button::hasOwnDownFace() const {
+    return extras_ && isDown() && extras_->down && extras_->down->isOfState;
+}
+
 Colour Button::getForeCol() const {
     auto const* const own = !extras_                    ? nullptr
                             : isDown() && extras_->down ? &*extras_->down
@@ -60,7 +64,8 @@ void Button::draw() {
 void Button::drawBackground() {
     if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(), isHovered(), isActive()};
+    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(),        isHovered(),
+                                isActive(),   nullptr,      hasOwnDownFace()};
     ButtonLook::drawFace(renderer, face, getPalette());
     if (isLatching() && isDown()) ButtonLook::drawLatchMark(renderer, face, getPalette());
 }
@@ -68,9 +73,10 @@ void Button::drawBackground() {
 void Button::drawBorder() {
     if (style_ == eButtonFlat && !looksDown()) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawEdge(renderer,
-                         {canvasArea(), getBackCol(), looksDown(), isHovered(), isActive(), borderColour()},
-                         getPalette());
+    ButtonLook::drawEdge(
+        renderer,
+        {canvasArea(), getBackCol(), looksDown(), isHovered(), isActive(), borderColour(), hasOwnDownFace()},
+        getPalette());
 }
 
 LightweightString<wchar_t> Button::shownLabel() const {

@@ -21,7 +21,7 @@ bool isClickKey(Event const& event) {
 
 bool Button::react(Event const& event) {
     if (isMessageEvent(event)) return reactToMessage(event);
-    if (isTimerEvent(event)) return reactToTimer();
+    if (isTimerEvent(event)) return reactToTimer(event);
     if (!isActive()) return rect::react(event);
     if (isClickKey(event)) return reactToKey(event);
     if (keyHeld_ && isKeyReleaseEvent(event)) showKeyHeld(false);
@@ -52,13 +52,12 @@ void Button::press(Event const& event) {
     stateBeforePress_ = state_;
     pressed_ = true;
     unsigned int const number = ++pressNumber_;
+    pressReported_ = (callbackEvents_ & onMouseDown) != 0;
     LifeGuard const life = guard();
-    switchState(isDown() ? buttonUp : buttonDown, (callbackEvents_ & onMouseDown) != 0);
+    switchState(isDown() ? buttonUp : buttonDown, pressReported_);
     if (!life.alive() || !pressed_ || number != pressNumber_ || !isActive()) return;
     if (isHidden()) return abandonPress();
-    if (!extras_ || extras_->repeat.interval == 0) return;
-    setInterest(EventKind::timer);
-    setNextTimer(extras_->repeat.clock.msToNext());
+    if (isRepeating()) askForTimer();
 }
 
 void Button::moveTo(Event const& event) {
@@ -70,7 +69,8 @@ void Button::moveTo(Event const& event) {
             informParent(message_ + dragSuffix, codeDrag);
         return;
     }
-    if (latching_ == 0) setState(isInside(eventXYToGlobXY(event, *this)) ? buttonDown : buttonUp, eRedrawYes);
+    if (latching_ != 0) return;
+    Button::setState(isInside(eventXYToGlobXY(event, *this)) ? buttonDown : buttonUp, eRedrawYes);
 }
 
 void Button::releaseAt(Event const& event) {
@@ -80,7 +80,7 @@ void Button::releaseAt(Event const& event) {
     if ((callbackEvents_ & onMouseUp) != 0)
         switchState(buttonUp, isInside(eventXYToGlobXY(event, *this)));
     else if (latching_ == 0 && !staysDownAfterRelease())
-        setState(buttonUp, eRedrawYes);
+        Button::setState(buttonUp, eRedrawYes);
 }
 
 bool Button::staysDownAfterRelease() const {
@@ -89,7 +89,7 @@ bool Button::staysDownAfterRelease() const {
 
 void Button::endPress() {
     pressed_ = false;
-    if (extras_) clearInterest(EventKind::timer);
+    if (isRepeating()) clearInterest(EventKind::timer);
 }
 
 // What a latching button has come to is known to its owner already.
@@ -97,13 +97,16 @@ void Button::abandonPress() {
     if (!pressed_) return;
     endPress();
     ++pressNumber_;
-    if (latching_ == 0) setState(buttonUp, eRedrawYes);
+    if (latching_ == 0) Button::setState(buttonUp, eRedrawYes);
 }
 
+/// The owner of a latching button has heard of the press, so it hears of the way back.
 void Button::handlePressCancelled(Event const&) {
     if (!pressed_) return;
+    LifeGuard const life = guard();
     abandonPress();
-    if (latching_ != 0) setState(stateBeforePress_, eRedrawYes);
+    if (life.alive() && latching_ != 0 && state_ != stateBeforePress_)
+        switchState(stateBeforePress_, pressReported_);
 }
 
 void Button::handleCaptureLost() {
@@ -114,23 +117,31 @@ void Button::handleCaptureLost() {
 // Repeating
 
 bool Button::isAutoRepeating() const {
-    return pressed_ && isDown() && extras_ && extras_->repeat.interval > 0;
+    return pressed_ && isDown() && isRepeating();
+}
+
+bool Button::isRepeating() const {
+    return extras_ && extras_->repeat.interval > 0;
 }
 
 void Button::startRepeating() {
     if (extras_) extras_->repeat.clock.start(extras_->repeat.delay, extras_->repeat.interval);
 }
 
-bool Button::reactToTimer() {
-    if (!isAutoRepeating()) {
-        // The way back onto the button may still come.
-        if (!pressed_ || !extras_ || extras_->repeat.interval == 0) clearInterest(EventKind::timer);
-        return true;
-    }
+void Button::askForTimer() {
+    setInterest(EventKind::timer);
+    setNextTimer(extras_->repeat.clock.msToNext());
+}
+
+/// Derived classes may have timers of their own.
+bool Button::reactToTimer(Event const& event) {
+    if (!pressed_ || !isRepeating()) return rect::react(event);
     if (isHidden()) {
         abandonPress();
         return true;
     }
+    // The way back onto the button may still come.
+    if (!isDown()) return true;
     RepeatClock& clock = extras_->repeat.clock;
     bool const isDue = clock.isDue();
     setNextTimer(clock.msToNext());
@@ -159,7 +170,7 @@ void Button::showKeyHeld(bool held) {
 bool Button::reactToMessage(Event const& event) {
     NotifyMsg const message(event.message(), event.data());
     LifeGuard const life = guard();
-    int const answer = callMessageCallback(message);
+    int const answer = callInnerMessageCallback(message);
     if (answer == 1 || !life.alive()) return true;
     return rect::react(event);
 }

@@ -13,6 +13,8 @@ struct Button::Extras {
         /// Nothing = that of the palette.
         std::optional<Colour> text;
         Colour face;
+        /// Given for this very state, so that the face is drawn as it is.
+        bool isOfState = false;
     };
     struct Repeat {
         /// In units of the processor clock; 0 = not repeating.

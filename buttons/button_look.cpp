@@ -26,7 +26,7 @@ unsigned int radius() {
     return curved ? UifStd::getCornerRadius() : 0;
 }
 
-/// The line along the upper edge that catches the light.
+/// The line along the upper edge that catches the light, or lies in the shade.
 void drawLight(CanvasRenderer& renderer, IntBox const& box, Colour const& colour) {
     int const inset = static_cast<int>(radius()) + 1;
     if (box.width() <= 2 * inset || box.height() < 4) return;
@@ -46,7 +46,7 @@ void readPreferences() {
 
 Colour faceColour(Face const& face, Palette const& palette) {
     if (!face.isActive) return Colour::mix(face.colour, palette.window(eWindowNormal), inactiveShare);
-    if (face.isDown) return Colour::scale(face.colour, downFactor);
+    if (face.isDown) return face.isDownColour ? face.colour : Colour::scale(face.colour, downFactor);
     return face.isHovered ? palette.scale(face.colour, hoverFactor) : face.colour;
 }
 
@@ -59,6 +59,9 @@ void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette
     Glib::drawRoundedRectFilled(renderer, colour, face.box, radius());
     if (curved && face.isActive && !face.isDown)
         drawLight(renderer, face.box, Colour::scale(colour, lightFactor));
+    // It may have the colour that it has at rest.
+    if (face.isActive && face.isDown && face.isDownColour)
+        drawLight(renderer, face.box, Colour::scale(colour, shadeFactor));
 }
 
 void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette) {

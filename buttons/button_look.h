@@ -17,6 +17,8 @@ struct Face {
     bool isActive = true;
     /// The edge, where it is not to be derived from the face.
     Colour const* edge = nullptr;
+    /// While it is down: the colour is that of this state, and drawn as it is.
+    bool isDownColour = false;
 };
 
 /// Whether faces have round corners and a light from above, or are square and flat.

@@ -6,9 +6,9 @@ template <class T>
 ButtonWidget<T>::~ButtonWidget() = default;
 
 template <class T>
-int ButtonWidget<T>::callMessageCallback(NotifyMsg const& message) {
+int ButtonWidget<T>::callInnerMessageCallback(NotifyMsg const& message) {
     // It may be replaced, or the button destroyed, in its own call.
-    WidgetCallback::Callback const held = messageCallback_;
+    WidgetCallback::Callback const held = innerMessageCallback_;
     return held ? held->call(message) : 0;
 }
 

@@ -14,14 +14,16 @@ public:
     ~ButtonWidget() override;
 
     /// Takes messages that arrive at the button; an answer of 1 consumes them. Null takes none.
-    void setMessageCallback(WidgetCallback::Callback callback) { messageCallback_ = std::move(callback); }
+    void setInnerMessageCallback(WidgetCallback::Callback callback) {
+        innerMessageCallback_ = std::move(callback);
+    }
 
 protected:
     /// What the callback answers; 0 without one. The button may be gone afterwards.
-    int callMessageCallback(NotifyMsg const& message);
+    int callInnerMessageCallback(NotifyMsg const& message);
 
 private:
-    WidgetCallback::Callback messageCallback_;
+    WidgetCallback::Callback innerMessageCallback_;
 };
 
 extern template class ButtonWidget<LightweightString<char>>;

@@ -7,6 +7,7 @@
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
@@ -14,6 +15,7 @@
 #include "host/objects/tooltip_details.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace wainscot {
 
@@ -38,8 +40,10 @@ bool isToggleKey(Event const& event) {
 
 iCheckboxSet::~iCheckboxSet() = default;
 
+Checkbox::Change::Change(bool state, Checkbox& checkbox) : state_(state), checkbox_(&checkbox) {}
+
 Checkbox* Checkbox::Change::checkbox() const {
-    return EventHandler::valid(checkbox_, stamp_) ? checkbox_ : nullptr;
+    return checkbox_.get();
 }
 
 Checkbox::InitArgs::InitArgs(unsigned short w, unsigned short h)
@@ -102,7 +106,10 @@ void Checkbox::handleDetached() {
 /// The call out is the last thing in each case: it may destroy this.
 void Checkbox::requestToggleState() {
     if (userFunction_) return userFunction_(this, userContext_);
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     setState(!ticked_);
+    if (!life.alive()) return;
     if (getDataAdaptor() || callback_)
         tellWithChange();
     else
@@ -121,17 +128,28 @@ void Checkbox::tellWithChange() {
         if (!taken) return;
     }
     if (!callback) return;
-    NotifyMsg message(prefix_, change);
-    message.setCode(wanted ? 1 : 0);
+    NotifyMsg message(messageFor(wanted), change);
+    message.setCode(wanted ? codeTicked : codeClear);
     callback->call(message);
+}
+
+LightweightString<char> Checkbox::messageFor(bool ticked) const {
+    return appendState_ ? prefix_ + (ticked ? tickedWord : clearWord) : prefix_;
 }
 
 void Checkbox::tellParent() {
     Event event(EventKind::message);
-    event.setMessage(appendState_ ? prefix_ + (ticked_ ? tickedWord : clearWord) : prefix_);
+    event.setMessage(messageFor(ticked_));
+    event.setReportCode(ticked_ ? codeTicked : codeClear);
     event.setSender(static_cast<Glob*>(this));
     event.setTarget(parent());
     event_send(&event, false);
+}
+
+void Checkbox::setCallback(WidgetCallback const& callback) {
+    // The old one goes last: what its destructor does may destroy this.
+    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
+    if (!callback.getMessage().empty()) prefix_ = callback.getMessage();
 }
 
 void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
@@ -140,6 +158,7 @@ void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
 }
 
 void Checkbox::setMembership(iCheckboxSet* set, unsigned int index) {
+    DispatchScope const scope;
     if (set != set_) setShownMixed(false);
     set_ = set;
     memberIndex_ = index;
@@ -334,7 +353,7 @@ void Checkbox::drawTickBox() {
                                          : pressed_  ? eWindowRaised
                                                      : eWindowRecessed);
     Colour const edge = !isActive() ? palette.text(eTextDisabled) : answers ? hover : palette.mark(eMarkEdge);
-    Glib::drawRoundedRect(renderer, ground, edge, box, 1, radius);
+    Glib::drawRoundedMark(renderer, ground, edge, box, 1, radius);
 }
 
 void Checkbox::drawTick(bool mixed) {
@@ -362,8 +381,9 @@ void Checkbox::drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const
 }
 
 void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
-    IntBox const dot = box.inset(box.width() / 4);
-    Glib::drawRoundedRectFilled(renderer, getTickColour(), dot, static_cast<unsigned>(dot.width() / 2));
+    int const inset = box.width() / 4;
+    unsigned const radius = static_cast<unsigned>(box.inset(inset).width() / 2);
+    Glib::drawRoundedMark(renderer, getTickColour(), getTickColour(), box, 0, radius, inset);
 }
 
 LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {

@@ -6,6 +6,7 @@
 #include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
 #include "host/drawing/image.h"
+#include "host/objects/glob_ref.h"
 
 #include <memory>
 #include <string_view>
@@ -30,12 +31,16 @@ public:
 ///
 /// When the user toggles it, the state changes first; then an adaptor or a callback is told with a `Change`,
 /// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
-/// adaptor that refuses takes the state back. A user function replaces all of that.
+/// adaptor that refuses takes the state back. A user function replaces all of that. The code of a report
+/// (`NotifyMsg::code`, `Event::reportCode`) is the new state.
 class WAINSCOT_API Checkbox : public StandardPanel, public ValWidget<bool>, public TabOrderable {
 public:
     static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
     static constexpr LightweightString<char> tickedWord{"TICKED"};
     static constexpr LightweightString<char> clearWord{"CLEAR"};
+    /// What reports carry.
+    static constexpr int codeClear = 0;
+    static constexpr int codeTicked = 1;
 
     enum eAppearance : unsigned char {
         tickBox = 0,
@@ -57,16 +62,14 @@ public:
     /// What adaptors of changes and callbacks are told.
     class WAINSCOT_API Change final : public Qv::InternalRefCount {
     public:
-        Change(bool state, Checkbox& checkbox)
-            : state_(state), checkbox_(&checkbox), stamp_(checkbox.idStamp()) {}
+        Change(bool state, Checkbox& checkbox);
         bool state() const { return state_; }
         /// Null when it has died.
         Checkbox* checkbox() const;
 
     private:
         bool state_;
-        Checkbox* checkbox_;
-        IdStamp stamp_;
+        GlobRef<Checkbox> checkbox_;
     };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
@@ -109,8 +112,9 @@ public:
     void setUserFunction(UserFunction function, void* context);
     bool hasUserFunction() const { return userFunction_ != nullptr; }
     void* getUserContext() const { return userContext_; }
-    /// Told instead of the parent, with a `Change` as payload.
-    void setCallback(WidgetCallback const& callback) { callback_ = callback.getCallback(); }
+    /// Told instead of the parent, with the same name and code, and a `Change` as payload; null = the parent
+    /// again. Takes the callback's message name, when it has one, as the prefix.
+    void setCallback(WidgetCallback const& callback);
     /// Clicks pass through it when false.
     void setClickable(bool clickable);
     /// Written by a set of which it is a member: another member is the chosen one.
@@ -180,6 +184,7 @@ private:
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
+    LightweightString<char> messageFor(bool ticked) const;
     void tellParent();
     void tellWithChange();
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;

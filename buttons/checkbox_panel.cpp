@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 
 #include <algorithm>
 
@@ -98,42 +99,51 @@ unsigned short CheckboxPanel::calcHeightForRows(unsigned char rows, unsigned sho
 
 /// Rows move together, and get lower at last, where there is no room for all of them.
 void CheckboxPanel::layOutBoxes() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     IntBox const area = getUserArea();
     int const rows = std::max(rowsFor(getNumCheckboxes(), columns_), 1);
     int const usual = UifStd::getButtonHeight();
     int const step = std::min(usual + UifStd::getRowGap(),
                               rows > 1 ? std::max(area.height() - usual, 0) / (rows - 1) : usual);
     int const rowHeight = std::clamp(rows > 1 ? step : area.height(), 0, usual);
-    for (int i = 0; i < getNumCheckboxes(); ++i) {
+    for (int i = 0; life.alive() && i < getNumCheckboxes(); ++i) {
         Checkbox* const box = childBox(i);
         if (!box) continue;
         int const column = i % columns_;
         int const left = area.width() * column / columns_;
         int const right = area.width() * (column + 1) / columns_;
         box->resize(right - left, rowHeight);
-        addChild(box, UserTopLeft(left, i / columns_ * step));
+        // Who was told of it may have taken it away.
+        if (childBox(i)) addChild(box, UserTopLeft(left, i / columns_ * step));
     }
 }
 
 void CheckboxPanel::reshape() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     StandardPanel::reshape();
-    layOutBoxes();
+    if (life.alive()) layOutBoxes();
 }
 
 void CheckboxPanel::handleLookChange() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     StandardPanel::handleLookChange();
-    resizeToFit();
-    layOutBoxes();
+    if (life.alive()) resizeToFit();
+    if (life.alive()) layOutBoxes();
 }
 
 // State and look
 
 void CheckboxPanel::setAppearance(Checkbox::eAppearance appearance) {
+    DispatchScope const scope;
     for (GlobRef<Checkbox> const& box : boxes_)
         if (box.get()) box.get()->setAppearance(appearance);
 }
 
 void CheckboxPanel::setPalette(Palette const& palette) {
+    DispatchScope const scope;
     StandardPanel::setPalette(palette);
     for (GlobRef<Checkbox> const& box : boxes_)
         if (box.get()) box.get()->setPalette(palette);

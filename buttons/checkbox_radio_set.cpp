@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/drawing/drawable.h"
+#include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 
 namespace wainscot {
@@ -53,6 +54,7 @@ void CheckboxRadioSet::setSelectedItem(int index) {
 }
 
 void CheckboxRadioSet::setNewWidgetValue(int& index, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (!getCheckbox(index)) index = -1;
     if (index == getWidgetValue()) return;
     LifeGuard const life = guard();
@@ -101,6 +103,7 @@ void CheckboxRadioSet::handleDetached() {
 // Look
 
 void CheckboxRadioSet::setBoldWhenTicked(bool bold) {
+    DispatchScope const scope;
     for (int i = 0; i < getNumCheckboxes(); ++i)
         if (Checkbox* const box = getCheckbox(i))
             static_cast<RadioSetCheckbox*>(box)->setBoldWhenTicked(bold);

@@ -3,6 +3,7 @@
 #include "buttons/choice_steps_p.h"
 #include "foundation/focus_stop.h"
 #include "host/drawing/drawable.h"
+#include "host/events/dispatch_scope.h"
 
 #include <algorithm>
 
@@ -64,6 +65,7 @@ void CheckboxRadioSetBase::checkboxClickCallback(Checkbox* clicked, void* set) {
 }
 
 void CheckboxRadioSetBase::handleCheckboxClickInternal(Checkbox* clicked) {
+    DispatchScope const scope;
     if (!clicked || clicked->isTicked()) return;
     unsigned int const index = findCheckbox(clicked);
     if (index == noCheckbox) return;

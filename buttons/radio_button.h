@@ -56,11 +56,11 @@ public:
     /// Null when it has none, or that has gone.
     radio_set* set() const;
     /// Chooses it, whatever state is asked for, and reports.
-    void setState(button_state state, eRedrawFlag redraw);
+    void setState(button_state state, eRedrawFlag redraw) override;
     /// Turns the state round; the state that is asked for does not count.
     void switchState(button_state state, bool notify) override;
     /// Counts in the diagnostics when it leaves no room for the suffix.
-    void setMessage(char const* message);
+    void setMessage(char const* message) override;
 
     bool isTabStopActive() override;
     bool react(Event const& event) override;

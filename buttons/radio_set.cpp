@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/objects/description.h"
 
@@ -93,33 +94,41 @@ void RadioSet::resizeToFit() {
 }
 
 void RadioSet::layOutButtons() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     IntBox const area = getUserArea();
     int const count = getNumItems();
     int const extent = vertical_ ? area.height() : area.width();
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; life.alive() && i < count; ++i) {
         Button* const button = childButton(i);
         if (!button) continue;
         int const from = extent * i / count;
         int const length = extent * (i + 1) / count - from;
         button->resize(vertical_ ? area.width() : length, vertical_ ? length : area.height());
-        addChild(button, vertical_ ? UserTopLeft(0, from) : UserTopLeft(from, 0));
+        // Who was told of it may have taken it away.
+        if (childButton(i)) addChild(button, vertical_ ? UserTopLeft(0, from) : UserTopLeft(from, 0));
     }
 }
 
 void RadioSet::reshape() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     StandardPanel::reshape();
-    layOutButtons();
+    if (life.alive()) layOutButtons();
 }
 
 void RadioSet::handleLookChange() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     StandardPanel::handleLookChange();
-    resizeToFit();
-    layOutButtons();
+    if (life.alive()) resizeToFit();
+    if (life.alive()) layOutButtons();
 }
 
 // State and look
 
 void RadioSet::setPalette(Palette const& palette) {
+    DispatchScope const scope;
     StandardPanel::setPalette(palette);
     for (int i = 0; i < getNumItems(); ++i)
         if (Button* const button = getButton(i)) button->setPalette(palette);

@@ -5,6 +5,7 @@
 #include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
 
@@ -76,6 +77,7 @@ bool ScrollBar::setThumbSize(double size) {
 }
 
 void ScrollBar::setNewWidgetValue(ThumbSettings& value, eRedrawFlag redraw) {
+    DispatchScope const scope;
     double const size = validSize(value.size);
     double const position = std::isnan(value.position) ? position_ : value.position;
     storeThumb({validPosition(position, size), size}, redraw);
@@ -84,6 +86,7 @@ void ScrollBar::setNewWidgetValue(ThumbSettings& value, eRedrawFlag redraw) {
 
 void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
     if (thumb == getWidgetValue()) return;
+    DispatchScope const scope;
     if (redraw == eRedrawYes) redrawThumb();
     position_ = thumb.position;
     size_ = thumb.size;
@@ -99,17 +102,22 @@ DataAnswer ScrollBar::tellData(ThumbSettings const& fallback, DataChangeType why
     LifeGuard const life = guard();
     bool const taken = requestSetNewDataValue(wanted, why);
     if (!life.alive()) return DataAnswer::widgetHasGone;
-    if (taken) {
-        held_.accept(getWidgetValue());
-        return DataAnswer::taken;
-    }
-    if (getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
-    return life.alive() ? DataAnswer::refused : DataAnswer::widgetHasGone;
+    // The data may have shown another value.
+    if (!taken && getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
+    if (!life.alive()) return DataAnswer::widgetHasGone;
+    held_.accept(getWidgetValue());
+    return taken ? DataAnswer::taken : DataAnswer::refused;
+}
+
+bool ScrollBar::tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why) {
+    DataAnswer const answer = tellData(fallback, why);
+    return answer == DataAnswer::taken || (answer == DataAnswer::refused && getWidgetValue() != before);
 }
 
 // State
 
 void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     if (!active && !endPress()) return;
     StandardPanel::setActive(active, redraw);
@@ -117,6 +125,7 @@ void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
 }
 
 void ScrollBar::setVisible(bool visible) {
+    DispatchScope const scope;
     if (visible || endPress()) StandardPanel::setVisible(visible);
 }
 
@@ -128,13 +137,17 @@ void ScrollBar::handleDetached() {
 // Reporting
 
 void ScrollBar::informParent(eEventType type) {
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     auto const index = static_cast<std::size_t>(type);
     if (index >= messages.size()) return;
-    if (WidgetCallback::Callback const listener = listener_)
-        listener->call(NotifyMsg(messages[index], Qv::Ptr<iObject>(new Event(type))));
-    else
-        sendMessage(messages[index], parent(), static_cast<Glob*>(this));
+    if (WidgetCallback::Callback const listener = listener_) {
+        NotifyMsg message(messages[index], Qv::Ptr<iObject>(new Event(type)));
+        message.setCode(type);
+        listener->call(message);
+        return;
+    }
+    sendMessage(messages[index], parent(), static_cast<Glob*>(this));
 }
 
 bool ScrollBar::report(eEventType type) {
@@ -145,13 +158,14 @@ bool ScrollBar::report(eEventType type) {
 }
 
 void ScrollBar::showThumbPosition() {
+    DispatchScope const scope;
     redrawThumb();
     updateHover();
     updateButtonStates(eRedrawYes);
 }
 
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
-    if (!sender || (sender != firstButton_ && sender != lastButton_)) return 0;
+    if (!sender || (sender != firstButton_.get() && sender != lastButton_.get())) return 0;
     auto const found = std::find(messages.begin(), messages.end(), name);
     if (found == messages.end()) return 0;
     report(static_cast<eEventType>(found - messages.begin()));

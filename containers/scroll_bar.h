@@ -6,6 +6,7 @@
 #include "foundation/standard_panel.h"
 #include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
+#include "host/objects/glob_ref.h"
 
 #include <cstdint>
 #include <optional>
@@ -113,7 +114,7 @@ public:
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
     void setVisible(bool visible) override;
-    /// Told instead of the parent; null = the parent again.
+    /// Told instead of the parent, with the event's type as code; null = the parent again.
     void setListener(WidgetCallback::Callback listener) { listener_ = std::move(listener); }
 
     // --- Look
@@ -167,8 +168,12 @@ private:
     int buttonLength() const;
     void addArrowButtons();
     void layOutButtons();
+    void layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits);
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
+    /// Hands a moved thumb to the data. Whether that is to be reported: the data took it, or made something
+    /// of it that is not the thumb before.
+    bool tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why);
     /// Hands what the user did to the data, and goes back to another thumb where that refuses.
     DataAnswer tellData(ThumbSettings const& fallback, DataChangeType why);
     /// False when the bar has gone.
@@ -183,7 +188,8 @@ private:
     bool pageOnce();
     bool isBeyondThumb() const;
     int follow(wainscot::Event const& event);
-    void tellMoved();
+    void reportMove(ThumbSettings before);
+    void keepWay(double leftOut);
     void resizeBy(double change);
     /// The same end of the press; a release of another button changes nothing.
     int release(wainscot::Event const& event);
@@ -191,6 +197,8 @@ private:
     /// Ends what is held; only the data is told. False when the bar has gone.
     bool endPress();
     void tellDataOfEnd();
+    /// Takes what is dragged back to where it was at the press. False when the bar has gone.
+    bool takeBack();
     bool isOnThumb(XY<int> const& place) const;
     /// Brings the look in line with where the pointer is.
     void updateHover();
@@ -215,9 +223,9 @@ private:
     RepeatClock clock_;
     WidgetCallback::Callback listener_;
     std::optional<Colour> thumbColour_;
-    /// At the left or upper end, and at the other; null without arrow buttons.
-    Button* firstButton_ = nullptr;
-    Button* lastButton_ = nullptr;
+    /// At the left or upper end, and at the other; null without arrow buttons, and for one that has died.
+    GlobRef<Button> firstButton_;
+    GlobRef<Button> lastButton_;
 };
 
 } // namespace wainscot

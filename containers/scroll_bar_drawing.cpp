@@ -4,6 +4,7 @@
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 
 #include <algorithm>
@@ -17,7 +18,10 @@ constexpr int repeatsPerHalfSecond = 5;
 constexpr double repeatDelay = 0.6;
 /// What the edge of a thumb that cannot be used keeps of its colour.
 constexpr double inactiveShare = 0.6;
-constexpr int gripLines = 3;
+/// The lines at each end of a zoom bar's thumb, and how far inside they are; shorter thumbs have none.
+constexpr int gripLines = 2;
+constexpr int gripInset = 3;
+constexpr int leastGripped = 24;
 
 template <QvTTF::eGlyph glyph>
 void drawArrow(Button const& button) {
@@ -54,23 +58,27 @@ Button* makeArrowButton(LightweightString<char> const& message, void (*draw)(But
 } // namespace
 
 void ScrollBar::addArrowButtons() {
-    firstButton_ = isVertical() ? makeArrowButton(upButtonPressedMsg, drawArrow<QvTTF::eArrowUp>)
-                                : makeArrowButton(leftButtonPressedMsg, drawArrow<QvTTF::eArrowLeft>);
-    lastButton_ = isVertical() ? makeArrowButton(downButtonPressedMsg, drawArrow<QvTTF::eArrowDown>)
-                               : makeArrowButton(rightButtonPressedMsg, drawArrow<QvTTF::eArrowRight>);
-    addChild(firstButton_);
-    addChild(lastButton_);
-    firstButton_->setPalette(getPalette());
-    lastButton_->setPalette(getPalette());
+    DispatchScope const scope;
+    Button* const first = isVertical() ? makeArrowButton(upButtonPressedMsg, drawArrow<QvTTF::eArrowUp>)
+                                       : makeArrowButton(leftButtonPressedMsg, drawArrow<QvTTF::eArrowLeft>);
+    Button* const last = isVertical() ? makeArrowButton(downButtonPressedMsg, drawArrow<QvTTF::eArrowDown>)
+                                      : makeArrowButton(rightButtonPressedMsg, drawArrow<QvTTF::eArrowRight>);
+    for (Button* const button : {first, last}) {
+        button->setPalette(getPalette());
+        addChild(button);
+    }
+    firstButton_ = GlobRef<Button>(first);
+    lastButton_ = GlobRef<Button>(last);
     layOutButtons();
     updateButtonStates(eRedrawNo);
 }
 
 void ScrollBar::updateButtonStates(eRedrawFlag redraw) {
-    if (!firstButton_) return;
+    DispatchScope const scope;
     LifeGuard const life = guard();
-    firstButton_->setActive(position_ > 0, redraw);
-    if (life.alive()) lastButton_->setActive(position_ < 1 - size_, redraw);
+    if (Button* const first = firstButton_.get()) first->setActive(position_ > 0, redraw);
+    if (!life.alive()) return;
+    if (Button* const last = lastButton_.get()) last->setActive(position_ < 1 - size_, redraw);
 }
 
 void ScrollBar::setThumbCol(Colour const& colour) {
@@ -79,7 +87,8 @@ void ScrollBar::setThumbCol(Colour const& colour) {
 }
 
 void ScrollBar::setButtonCol(Colour const& colour) {
-    for (Button* const button : {firstButton_, lastButton_}) {
+    DispatchScope const scope;
+    for (Button* const button : {firstButton_.get(), lastButton_.get()}) {
         if (!button) continue;
         button->setFaceColour(colour);
         // Flat ones have no face at rest.
@@ -88,8 +97,9 @@ void ScrollBar::setButtonCol(Colour const& colour) {
 }
 
 void ScrollBar::setPalette(Palette const& palette) {
+    DispatchScope const scope;
     StandardPanel::setPalette(palette);
-    for (Button* const button : {firstButton_, lastButton_})
+    for (Button* const button : {firstButton_.get(), lastButton_.get()})
         if (button) button->setPalette(palette);
 }
 
@@ -124,15 +134,9 @@ void ScrollBar::drawBackground() {
 /// Lines across both ends, where the thumb can be taken by them.
 void ScrollBar::drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& colour) {
     int const margin = std::max(2, (isVertical() ? thumb.width() : thumb.height()) / 4);
-    XY<int> const extents = isVertical() ? XY<int>{thumb.y1, thumb.y2} : XY<int>{thumb.x1, thumb.x2};
-    if (extents.y - extents.x < 4 * 2 * gripLines) return;
-    for (int line = 1; line <= gripLines - 1; ++line) {
-        for (int const at : {extents.x + 2 * line + 1, extents.y - 2 * line - 2}) {
-            IntBox const box = isVertical() ? IntBox(thumb.x1 + margin, at, thumb.x2 - margin, at + 1)
-                                            : IntBox(at, thumb.y1 + margin, at + 1, thumb.y2 - margin);
-            renderer.renderPrimitive(Glib::RectDescription(box, colour));
-        }
-    }
+    int const length = isVertical() ? thumb.height() : thumb.width();
+    if (length >= leastGripped)
+        Glib::drawGripLines(renderer, colour, thumb, isVertical(), gripInset, margin, gripLines);
 }
 
 } // namespace wainscot

@@ -6,6 +6,7 @@
 #include "host/services/preferences.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace wainscot {
 
@@ -82,8 +83,13 @@ int ScrollBar::letGo() {
     stopTimer();
     if (!wasDragging) return 0;
     LifeGuard const life = guard();
-    tellDataOfEnd();
-    if (life.alive() && isDragging() && report(thumbReleased)) endPress();
+    try {
+        tellDataOfEnd();
+        if (life.alive() && isDragging() && report(thumbReleased)) endPress();
+    } catch (...) {
+        if (life.alive()) endPress();
+        throw;
+    }
     return 1;
 }
 
@@ -112,21 +118,31 @@ void ScrollBar::handleCaptureLost() {
     if (endPress()) StandardPanel::handleCaptureLost();
 }
 
-/// What was dragged goes back to where it was; pages that were turned stay turned. A size that the owner has
-/// set during a drag is the owner's.
+/// What was dragged goes back to where it was; pages that were turned stay turned.
 void ScrollBar::handlePressCancelled(wainscot::Event const&) {
-    double const size = dragging_ ? size_ : held_.atPress().size;
-    ThumbSettings const back{std::min(held_.atPress().position, 1 - size), size};
-    if (isDragging() && getWidgetValue() != back) {
-        LifeGuard const life = guard();
-        storeThumb(back, eRedrawYes);
-        if (!life.alive()) return;
-        DataAnswer const answer = tellData(held_.accepted(), held_.isChanging() ? DataChangeType::continued
-                                                                                : DataChangeType::single);
-        if (answer == DataAnswer::widgetHasGone) return;
-        if (answer == DataAnswer::taken && isDragging() && !report(thumbMoved)) return;
+    LifeGuard const life = guard();
+    try {
+        if (isDragging() && !takeBack()) return;
+    } catch (...) {
+        if (life.alive()) endPress();
+        throw;
     }
     letGo();
+}
+
+/// A size that the owner has set during a drag is the owner's.
+bool ScrollBar::takeBack() {
+    ThumbSettings const before = getWidgetValue();
+    double const size = dragging_ ? size_ : held_.atPress().size;
+    ThumbSettings const back{std::min(held_.atPress().position, 1 - size), size};
+    if (before == back) return true;
+    LifeGuard const life = guard();
+    storeThumb(back, eRedrawYes);
+    if (!life.alive()) return false;
+    DataChangeType const why = held_.isChanging() ? DataChangeType::continued : DataChangeType::single;
+    bool const hasMoved = tellMoved(before, held_.accepted(), why);
+    if (!life.alive()) return false;
+    return !hasMoved || !isDragging() || report(thumbMoved);
 }
 
 // Dragging
@@ -145,18 +161,27 @@ int ScrollBar::follow(wainscot::Event const& event) {
     int const range = getThumbRangePixels();
     if (paging_ || change == 0 || range <= 0) return 1;
     double const share = static_cast<double>(change) / range;
+    ThumbSettings const before = getWidgetValue();
     LifeGuard const life = guard();
     if (dragging_)
         setThumbPosDelta(share);
     else
         resizeBy(share);
-    if (life.alive() && isDragging()) tellMoved();
+    if (!life.alive() || !isDragging()) return 1;
+    double const wanted = position_;
+    reportMove(before);
+    if (life.alive() && dragging_) keepWay(wanted - position_);
     return 1;
 }
 
-void ScrollBar::tellMoved() {
-    if (tellData(held_.accepted(), held_.nextChange()) == DataAnswer::taken && isDragging())
-        report(thumbMoved);
+/// What the data left out of a move is not lost: small steps add up to one that it takes.
+void ScrollBar::keepWay(double leftOut) {
+    int const pixels = static_cast<int>(std::lround(leftOut * getThumbRangePixels()));
+    (isVertical() ? anchor_.y : anchor_.x) += isVertical() ? pixels : -pixels;
+}
+
+void ScrollBar::reportMove(ThumbSettings before) {
+    if (tellMoved(before, held_.accepted(), held_.nextChange()) && isDragging()) report(thumbMoved);
 }
 
 /// The thumb is held from now on, also where it had no way to go.
@@ -165,7 +190,7 @@ int ScrollBar::jump(XY<int> const& place) {
     redrawThumb();
     LifeGuard const life = guard();
     setThumbPos(positionAt(alongBar(place)));
-    if (life.alive() && isDragging() && getWidgetValue() != held_.atPress()) tellMoved();
+    if (life.alive() && isDragging() && getWidgetValue() != held_.atPress()) reportMove(held_.atPress());
     return 1;
 }
 
@@ -198,8 +223,8 @@ bool ScrollBar::pageOnce() {
     LifeGuard const life = guard();
     setThumbPosDelta(pagingStep_);
     if (!life.alive()) return false;
-    DataAnswer const answer = tellData(before, DataChangeType::single);
-    return answer == DataAnswer::taken && isActive() ? report(thumbMoved) : answer == DataAnswer::refused;
+    bool const hasMoved = tellMoved(before, before, DataChangeType::single);
+    return life.alive() && (!hasMoved || !isActive() || report(thumbMoved));
 }
 
 /// And has somewhere to go.

@@ -1,6 +1,7 @@
 #include "buttons/button.h"
 #include "containers/scroll_bar.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 
 #include <algorithm>
 
@@ -26,7 +27,9 @@ int ScrollBar::getMinThumbSize() {
 }
 
 int ScrollBar::buttonLength() const {
-    return firstButton_ && firstButton_->isVisible() ? std::min(width(), height()) : 0;
+    auto const isThere = [](Button const* button) { return button && button->isVisible(); };
+    bool const any = isThere(firstButton_.get()) || isThere(lastButton_.get());
+    return any ? std::min(width(), height()) : 0;
 }
 
 IntBox ScrollBar::getThumbBgArea() const {
@@ -98,12 +101,14 @@ int ScrollBar::inResizingArea(XY<int> const& place) const {
 // Arrow buttons
 
 void ScrollBar::reshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     StandardPanel::reshape();
     if (life.alive()) layOutButtons();
 }
 
 void ScrollBar::handleLookChange() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     StandardPanel::handleLookChange();
     if (life.alive()) layOutButtons();
@@ -111,17 +116,21 @@ void ScrollBar::handleLookChange() {
 
 /// Squares at both ends, as long as they leave room for a thumb that can move.
 void ScrollBar::layOutButtons() {
-    if (!firstButton_) return;
     int const side = std::min(width(), height());
     int const length = isVertical() ? height() : width();
     bool const fit = length >= 2 * side + 2 * UifStd::getIndentWidth() + 2 * getMinThumbSize();
     XY<int> const lower{0, 0};
     XY<int> const upper = isVertical() ? XY<int>{0, length - side} : XY<int>{length - side, 0};
+    layOutButton(firstButton_, isVertical() ? upper : lower, side, fit);
+    layOutButton(lastButton_, isVertical() ? lower : upper, side, fit);
+}
+
+void ScrollBar::layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits) {
+    if (!getWidget(button.get())) return;
+    DispatchScope const scope;
     LifeGuard const life = guard();
-    reshapeWidgetAt(firstButton_, isVertical() ? upper : lower, {side, side});
-    if (life.alive()) reshapeWidgetAt(lastButton_, isVertical() ? lower : upper, {side, side});
-    if (life.alive()) firstButton_->setVisible(fit);
-    if (life.alive()) lastButton_->setVisible(fit);
+    reshapeWidgetAt(button.get(), place, {side, side});
+    if (life.alive() && button.get()) button.get()->setVisible(fits);
 }
 
 } // namespace wainscot

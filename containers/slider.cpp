@@ -6,6 +6,7 @@
 #include "host/drawing/drawable.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
 
@@ -93,6 +94,7 @@ void Slider::setPosition(double value) {
 }
 
 void Slider::setNewWidgetValue(double& value, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (isNumber(value, "Slider::setNewWidgetValue")) storeValue(clamped(value), redraw);
     value = value_;
 }
@@ -110,23 +112,28 @@ DataAnswer Slider::tellData(double fallback, DataChangeType why) {
     LifeGuard const life = guard();
     bool const taken = requestSetNewDataValue(wanted, why);
     if (!life.alive()) return DataAnswer::widgetHasGone;
-    if (taken) {
-        heldValue_.accept(value_);
-        return DataAnswer::taken;
-    }
-    if (value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
-    return life.alive() ? DataAnswer::refused : DataAnswer::widgetHasGone;
+    // The data may have shown another value.
+    if (!taken && value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
+    if (!life.alive()) return DataAnswer::widgetHasGone;
+    heldValue_.accept(value_);
+    return taken ? DataAnswer::taken : DataAnswer::refused;
+}
+
+bool Slider::tellMoved(double before, double fallback, DataChangeType why) {
+    DataAnswer const answer = tellData(fallback, why);
+    return answer == DataAnswer::taken || (answer == DataAnswer::refused && value_ != before);
 }
 
 bool Slider::changePosition(double value) {
     if (!isNumber(value, "Slider::changePosition") || clamped(value) == value_) return false;
+    DispatchScope const scope;
     double const before = value_;
     LifeGuard const life = guard();
     storeValue(clamped(value), eRedrawYes);
     if (!life.alive()) return true;
-    DataAnswer const answer = tellData(before, DataChangeType::single);
-    if (answer == DataAnswer::taken && report(sliderMoved)) report(sliderReleased);
-    return answer != DataAnswer::refused;
+    bool const hasMoved = tellMoved(before, before, DataChangeType::single);
+    if (hasMoved && report(sliderMoved)) report(sliderReleased);
+    return hasMoved || !life.alive();
 }
 
 bool Slider::nudge(bool up) {
@@ -166,6 +173,7 @@ void Slider::recalculateStartAndEnd() {
 }
 
 void Slider::reshape() {
+    DispatchScope const scope;
     Glob::reshape();
     recalculateStartAndEnd();
 }
@@ -212,6 +220,7 @@ void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
 }
 
 void Slider::setOrientation(Orientation orientation) {
+    DispatchScope const scope;
     if (orientation == orientation_ || !dropThumb()) return;
     orientation_ = orientation;
     recalculateStartAndEnd();
@@ -219,6 +228,7 @@ void Slider::setOrientation(Orientation orientation) {
 }
 
 void Slider::setThumbVisibility(bool visible) {
+    DispatchScope const scope;
     if (!visible && !dropThumb()) return;
     thumbVisible_ = visible;
     makeDirty();
@@ -230,10 +240,12 @@ void Slider::setThumbColour(Colour const& colour) {
 }
 
 void Slider::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (active || dropThumb()) Glob::setActive(active, redraw);
 }
 
 void Slider::setVisible(bool visible) {
+    DispatchScope const scope;
     if (visible || dropThumb()) Glob::setVisible(visible);
 }
 
@@ -250,6 +262,7 @@ void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
 // Reporting
 
 void Slider::informParent(eEventType type) {
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     char const* const word = type == sliderReleased ? "slider_released " : "slider ";
     LightweightString<char> const text = word + StringFromFloat(value_, reportedDecimals, false);

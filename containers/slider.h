@@ -128,6 +128,9 @@ private:
     void storeValue(double value, eRedrawFlag redraw);
     /// Hands what the user did to the data, and goes back to another value where that refuses.
     DataAnswer tellData(double fallback, DataChangeType why);
+    /// Hands a changed value to the data. Whether that is to be reported: the data took it, or made something
+    /// of it that is not the value before.
+    bool tellMoved(double before, double fallback, DataChangeType why);
     bool report(eEventType type);
 
     bool reactToKey(Event const& event);
@@ -139,6 +142,8 @@ private:
     bool release(Event const& event);
     bool letGo();
     void tellDataOfEnd();
+    /// Takes the thumb back to where it was at the press. False when the slider has gone.
+    bool takeBack();
     /// Ends what is held; only the data is told. False when the slider has gone.
     bool dropThumb();
 

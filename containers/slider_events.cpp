@@ -114,8 +114,7 @@ void Slider::setSliderFromPixelPos(double x) {
     LifeGuard const life = guard();
     storeValue(clamped(x2v(std::clamp(x, startX_, endX_))), eRedrawYes);
     if (!life.alive() || !held_ || value_ == before) return;
-    if (tellData(heldValue_.accepted(), heldValue_.nextChange()) == DataAnswer::taken && held_)
-        report(sliderMoved);
+    if (tellMoved(before, heldValue_.accepted(), heldValue_.nextChange()) && held_) report(sliderMoved);
 }
 
 /// The release of another button changes nothing.
@@ -152,18 +151,27 @@ void Slider::handleCaptureLost() {
 
 void Slider::handlePressCancelled(Event const&) {
     if (!held_) return;
-    double const before = clamped(heldValue_.atPress());
-    if (value_ != before) {
-        LifeGuard const life = guard();
-        storeValue(before, eRedrawYes);
-        if (!life.alive()) return;
-        DataAnswer const answer =
-            tellData(heldValue_.accepted(),
-                     heldValue_.isChanging() ? DataChangeType::continued : DataChangeType::single);
-        if (answer == DataAnswer::widgetHasGone) return;
-        if (answer == DataAnswer::taken && held_ && !report(sliderMoved)) return;
+    LifeGuard const life = guard();
+    try {
+        if (!takeBack()) return;
+    } catch (...) {
+        if (life.alive()) dropThumb();
+        throw;
     }
     letGo();
+}
+
+bool Slider::takeBack() {
+    double const before = value_;
+    double const back = clamped(heldValue_.atPress());
+    if (before == back) return true;
+    LifeGuard const life = guard();
+    storeValue(back, eRedrawYes);
+    if (!life.alive()) return false;
+    DataChangeType const why = heldValue_.isChanging() ? DataChangeType::continued : DataChangeType::single;
+    bool const hasMoved = tellMoved(before, heldValue_.accepted(), why);
+    if (!life.alive()) return false;
+    return !hasMoved || !held_ || report(sliderMoved);
 }
 
 void Slider::handleMouseContainment(bool inside) {

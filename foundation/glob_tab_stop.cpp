@@ -9,7 +9,7 @@
 namespace wainscot {
 
 GlobTabStop::GlobTabStop(Glob& widget)
-    : widget_(&widget), widgetLife_(widget.guard()),
+    : widget_(&widget),
       deletion_(GlobNotices::watchDeletion(widget, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
                                                leaveAllManagers();
                                                return 0;
@@ -22,7 +22,7 @@ GlobTabStop::GlobTabStop(Glob& widget)
 GlobTabStop::~GlobTabStop() = default;
 
 Glob* GlobTabStop::widget() const {
-    return widgetLife_.alive() ? widget_ : nullptr;
+    return widget_.get();
 }
 
 bool GlobTabStop::isTabStopActive() {
@@ -52,7 +52,7 @@ bool GlobTabStop::passKey(Event const& event) {
     if (passing_ || !widget() || focusHolderInside() || !isTabStopFocus()) return false;
     LifeGuard const life(tabStopLife());
     passing_ = true;
-    bool const consumed = deliverEvent(widget_, event);
+    bool const consumed = deliverEvent(widget_.get(), event);
     if (life.alive()) passing_ = false;
     return consumed;
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/tab_orderable.h"
 #include "host/messages/notifier.h"
+#include "host/objects/glob_ref.h"
 
 namespace wainscot {
 
@@ -36,8 +37,7 @@ private:
     /// The holder of the keyboard focus when that is the widget or lies in it; else null.
     Glob* focusHolderInside() const;
 
-    Glob* widget_;
-    LifeGuard widgetLife_;
+    GlobRef<Glob> widget_;
     NotifierSubscription deletion_;
     NotifierSubscription focus_;
     bool passing_ = false;

@@ -1,6 +1,7 @@
 #include "foundation/menu_glob.h"
 
 #include "foundation/load_toolkit.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 
 namespace wainscot {
@@ -34,10 +35,11 @@ void MenuGlob::addMenuItem(MenuItem const& item) {
 void MenuGlob::reviewMenu(Event const*) {}
 
 Glob* MenuGlob::contextMenu() const {
-    return EventHandler::valid(open_, openStamp_) ? open_ : nullptr;
+    return open_.get();
 }
 
 bool MenuGlob::openMenu(XY<int> const& place, Event const* event) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     reviewMenu(event);
     if (!life.alive() || !hasMenuItems()) return false;
@@ -45,8 +47,7 @@ bool MenuGlob::openMenu(XY<int> const& place, Event const* event) {
     if (!life.alive()) return false;
     Glob* const opened = menu_->open(*this, place);
     if (!life.alive()) return false;
-    open_ = opened;
-    openStamp_ = opened ? opened->idStamp() : IdStamp();
+    open_ = GlobRef<Glob>(opened);
     return opened != nullptr;
 }
 

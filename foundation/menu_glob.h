@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/makers.h"
+#include "host/objects/glob_ref.h"
 
 namespace wainscot {
 
@@ -33,8 +34,7 @@ private:
     bool opensMenu(Event const& event, XY<int>& place) const;
 
     std::unique_ptr<iContextMenu> menu_;
-    Glob* open_ = nullptr;
-    IdStamp openStamp_;
+    GlobRef<Glob> open_;
 };
 
 } // namespace wainscot

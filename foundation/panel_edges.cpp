@@ -94,36 +94,24 @@ void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring con
     IntBox const outer = box.inset(ring.inset);
     if (outer.isEmpty()) return;
     unsigned int const corner = radius - std::min(radius, static_cast<unsigned int>(ring.inset));
-    Glib::drawRoundedRectOutline(renderer, ring.lower, outer, ring.width, corner);
+    Glib::drawRoundedRectOutline(renderer, ring.lower, box, ring.width, corner, 1.0, ring.inset);
     if (ring.upper == ring.lower) return;
     for (int step = 0; step < fadeSteps; ++step) {
         IntBox const slice(outer.x1, outer.y2 - outer.height() * (step + 1) / fadeSteps, outer.x2,
                            outer.y2 - outer.height() * step / fadeSteps);
         renderer.setClipRect(slice);
-        Glib::drawRoundedRectOutline(renderer, ring.upper, outer, ring.width, corner,
-                                     1.0 - static_cast<double>(step) / (fadeSteps - 1));
+        Glib::drawRoundedRectOutline(renderer, ring.upper, box, ring.width, corner,
+                                     1.0 - static_cast<double>(step) / (fadeSteps - 1), ring.inset);
     }
     renderer.clearClipRect();
 }
 
-/// Where an edge is left out, its neighbours run through.
 void PanelEdges::drawStraight(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
                               unsigned int edges) {
-    auto const insetAt = [&](unsigned edge) { return (edges & edge) != 0 ? ring.inset : 0; };
-    IntBox const outer(box.x1 + insetAt(Surround::left), box.y1 + insetAt(Surround::bottom),
-                       box.x2 - insetAt(Surround::right), box.y2 - insetAt(Surround::top));
-    int const width = std::min({ring.width, outer.width(), outer.height()});
-    if (width <= 0) return;
-    int const low = outer.y1 + ((edges & Surround::bottom) != 0 ? width : 0);
-    int const high = outer.y2 - ((edges & Surround::top) != 0 ? width : 0);
-    auto const paint = [&](unsigned edge, IntBox const& line, Colour const& colour) {
-        if ((edges & edge) != 0 && !line.isEmpty())
-            renderer.renderPrimitive(Glib::RectDescription(line, colour));
-    };
-    paint(Surround::top, {outer.x1, outer.y2 - width, outer.x2, outer.y2}, ring.upper);
-    paint(Surround::left, {outer.x1, low, outer.x1 + width, high}, ring.upper);
-    paint(Surround::bottom, {outer.x1, outer.y1, outer.x2, outer.y1 + width}, ring.lower);
-    paint(Surround::right, {outer.x2 - width, low, outer.x2, high}, ring.lower);
+    static_assert(unsigned(Surround::left) == Glib::leftSide &&
+                  unsigned(Surround::bottom) == Glib::bottomSide &&
+                  unsigned(Surround::right) == Glib::rightSide && unsigned(Surround::top) == Glib::topSide);
+    Glib::drawLitFrame(renderer, ring.upper, ring.lower, box, ring.inset, ring.width, edges);
 }
 
 } // namespace wainscot

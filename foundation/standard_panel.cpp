@@ -6,8 +6,10 @@
 #include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/events/event_system.h"
+#include "host/events/messages.h"
 #include "host/objects/description.h"
 #include "host/windows/glob_manager.h"
 
@@ -131,6 +133,7 @@ void StandardPanel::setBorder(Border const& border) {
 }
 
 void StandardPanel::layOut() {
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
     keepMinimised();
@@ -141,12 +144,14 @@ void StandardPanel::layOut() {
 }
 
 void StandardPanel::reshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     rect::reshape();
     if (life.alive()) resizeTitleWidget();
 }
 
 void StandardPanel::handleLookChange() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     rect::handleLookChange();
     if (!life.alive()) return;
@@ -198,6 +203,7 @@ bool StandardPanel::reactToMessage(Event const& event) {
     LifeGuard const life = guard();
     int const answer = event.hasData() ? handleDataMessageEvent(name, event.sender(), event.data())
                                        : handleMessageEvent(name, event.sender());
+    noteMessageAnswer(answer);
     if (answer == handled || !life.alive()) return true;
     if (name == pootMsg) {
         handlePoot();
@@ -284,6 +290,7 @@ void StandardPanel::handleAutoClose(bool closes) {
 }
 
 void StandardPanel::setSizeFlag(size_state state) {
+    DispatchScope const scope;
     sizeState_ = state;
     if ((standardFlags_ & (settingsWidget | latchWidget)) == 0 || !extras_) return;
     LifeGuard const life = guard();

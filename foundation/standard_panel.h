@@ -86,6 +86,8 @@ public:
                   Canvas* canvas = nullptr);
     /// Sizes are kept within 0 to 65535.
     explicit StandardPanel(XY<int> const& size);
+    /// The same for a size in braces: `StandardPanel({300, 200})`.
+    explicit StandardPanel(int const (&size)[2]) : StandardPanel(XY<int>{size[0], size[1]}) {}
     StandardPanel(XY<int> const& size, Palette const& palette);
     /// From saved settings; besides those of `rect`: "border" (a kind), "border_size", "title",
     /// "standard_widgets" (flags). What is no kind or size counts as none.
@@ -174,7 +176,7 @@ public:
     bool isMinimised() const { return minimised_; }
     /// Whether its edges can be dragged, for panels that have no frame of the window system; and, as for any
     /// `Glob`, whether its window is resizable. Edges are fixed until this is called.
-    void setResizable(bool resizable);
+    void setResizable(bool resizable) override;
     bool hasResizableEdges() const { return resizableEdges_; }
 
     /// Lets Tab go on behind the last stop, and Shift+Tab before the first one, to what follows in the
@@ -222,8 +224,7 @@ public:
 
     /// Recolours the standard widgets as well.
     void setPalette(Palette const& palette) override;
-    void setCol(Colour const& colour, bool redraw = true);
-    void setcol(Colour const& colour, bool redraw) override { setCol(colour, redraw); }
+    void setCol(Colour const& colour, bool redraw = true) override;
 
     // Glob
     bool react(Event const& event) override;
@@ -234,6 +235,8 @@ public:
     void drawBackground() override;
     void drawBorder() override;
     MouseCursorID contextCursor(XY<int> const& place) const override;
+    /// Over a title that was cut to fit, its full text, unless the panel has a tip of its own.
+    bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
     void handleLookChange() override;
     void describe(GlobDescription& description) const override;
 
@@ -285,6 +288,7 @@ private:
     void drawGroove(CanvasRenderer& renderer, float scale);
     void drawTitleBar();
     void drawTitle(CanvasRenderer& renderer);
+    LightweightString<wchar_t> fittedTitle(bool* wasCut = nullptr) const;
 
     /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
     std::unique_ptr<Extras> extras_;

@@ -1,9 +1,11 @@
 #include "foundation/standard_panel_p.h"
 
 #include "foundation/panel_edges_p.h"
+#include "host/base/convert.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
+#include "host/objects/tooltip_details.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,7 +63,8 @@ void StandardPanel::drawGroove(CanvasRenderer& renderer, float scale) {
     int const titleWidth = getTitleWidget() ? row.width() : std::min(row.width(), calcTitleWidth(getTitle()));
     int const titleEnd = titleWidth > 0 ? row.x1 + titleWidth + gap : row.x1 - gap;
     int const chainStart = chainWidth() > 0 ? area.x2 - border_.getSize() - chainWidth() - gap : area.x2;
-    int const below = ring.y2 - edges.width() - static_cast<int>(radius);
+    // A pixel more, since lines are rounded to be thicker at some scales.
+    int const below = ring.y2 - edges.width() - static_cast<int>(radius) - 1;
     IntBox const parts[] = {
         {area.x1, area.y1, row.x1 - gap, area.y2},
         {row.x1 - gap, area.y1, titleEnd, below},
@@ -106,15 +109,30 @@ void StandardPanel::drawTitleSeparator(float scale) {
 
 void StandardPanel::drawTitle(CanvasRenderer& renderer) {
     if (getTitleWidget()) return;
-    LightweightString<wchar_t> const text = getTitleW();
-    if (text.isEmpty()) return;
+    if (getTitleW().isEmpty()) return;
     IntBox const row = titleRow().translated(canvasArea().bottomLeft());
     Qv::Ptr<iFont> const font = Glib::loadFont(getTitleFont());
     XY<int> const place{row.x1, row.y1 + getFontYOffset(row.height(), font)};
     Palette const palette = getColoursForWidgets();
     Colour const ink = isActive() ? palette.headingText() : palette.text(eTextDisabled);
-    auto const room = static_cast<unsigned short>(std::min(row.width(), 0xFFFF));
-    renderer.renderPrimitive(Glib::TextDescription(Glib::fitTextToWidth(font, text, room), place, font, ink));
+    renderer.renderPrimitive(Glib::TextDescription(fittedTitle(), place, font, ink));
+}
+
+LightweightString<wchar_t> StandardPanel::fittedTitle(bool* wasCut) const {
+    return Glib::fitTextToWidth(Glib::loadFont(getTitleFont()), getTitleW(), toSize16(titleRow().width()),
+                                wasCut);
+}
+
+bool StandardPanel::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
+    if (rect::getTooltipDetails(place, details)) return true;
+    IntBox const row = titleRow();
+    if (!extras_ || extras_->title.isEmpty() || getTitleWidget() || !row.contains(place)) return false;
+    bool wasCut = false;
+    fittedTitle(&wasCut);
+    if (!wasCut) return false;
+    details.text = extras_->title;
+    details.area = row;
+    return true;
 }
 
 void StandardPanel::eraseRectangle(IntBox const& box, Colour const& colour) {

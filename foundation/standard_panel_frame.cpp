@@ -2,6 +2,7 @@
 
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/objects/description.h"
 #include "host/windows/glob_manager.h"
@@ -161,6 +162,7 @@ void StandardPanel::keepTitleInReach() {
 
 void StandardPanel::setMinimised(bool minimised) {
     if (minimised == minimised_ || (minimised && !hasStrip())) return;
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
     minimised_ = minimised;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/standard_panel.h"
+#include "host/objects/glob_ref.h"
 
 #include <array>
 #include <optional>
@@ -11,15 +12,7 @@ namespace wainscot {
 /// What few panels have.
 struct StandardPanel::Extras {
     /// A widget that may die by itself.
-    struct WidgetRef {
-        Glob* widget = nullptr;
-        IdStamp stamp;
-
-        WidgetRef() = default;
-        explicit WidgetRef(Glob* glob) : widget(glob), stamp(glob ? glob->idStamp() : IdStamp()) {}
-        /// Null once it has died.
-        Glob* get() const { return EventHandler::valid(widget, stamp) ? widget : nullptr; }
-    };
+    using WidgetRef = GlobRef<Glob>;
 
     /// The places of standard widgets; those of the chain first, in its order.
     enum Slot : std::size_t { closeSlot, sizeSlot, pinSlot, optionSlot, doItSlot, numSlots };

@@ -2,6 +2,7 @@
 
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
 
@@ -50,6 +51,7 @@ StandardPanel::Extras::Slot StandardPanel::Extras::slotOf(StandardWidget which) 
 // Standard widgets
 
 void StandardPanel::addStandardWidgets(int flags) {
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     standardFlags_ = (standardFlags_ | flags) & allFlags;
     if (standardFlags_ == 0) return;
@@ -75,6 +77,7 @@ void StandardPanel::makeMissingWidgets() {
 }
 
 void StandardPanel::removeStandardWidgets(int flags, bool redraw) {
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     standardFlags_ = standardFlags_ & ~flags & allFlags;
     if (!extras_) return;
@@ -111,6 +114,7 @@ Glob* StandardPanel::getStandardWidget(StandardWidget which) const {
 
 void StandardPanel::positionStandardWidgets() {
     if (!extras_) return;
+    DispatchScope const scope;
     int const edge = border_.getSize();
     LifeGuard const life = guard();
     Glob* before = nullptr;
@@ -146,6 +150,7 @@ void StandardPanel::recolourWidgets() {
 
 /// They were made for the metrics of their time; their proportions stay.
 void StandardPanel::resizeWidgetsToMetrics() {
+    DispatchScope const scope;
     if (!extras_) return;
     auto const slots = extras_->slots;
     int const height = UifStd::getButtonHeight();
@@ -157,12 +162,14 @@ void StandardPanel::resizeWidgetsToMetrics() {
 }
 
 void StandardPanel::setPalette(Palette const& palette) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     rect::setPalette(palette);
     if (life.alive()) recolourWidgets();
 }
 
 void StandardPanel::setCol(Colour const& colour, bool redraw) {
+    DispatchScope const scope;
     Glob::setCol(colour, redraw);
     recolourWidgets();
 }
@@ -176,6 +183,7 @@ Palette StandardPanel::getColoursForWidgets() const {
 
 Glob* StandardPanel::addStatusWidget(Glob* widget, unsigned short width) {
     if (!mayTake(widget)) return addChild(nullptr);
+    DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
     LifeGuard const widgetLife = widget->guard();
@@ -215,6 +223,7 @@ void StandardPanel::storeTitle(UIString const& title, Glib::FontDesc const* font
     bool const isSame =
         extras_ ? extras_->title == title && extras_->titleFont == wanted : title.isEmpty() && !wanted;
     if (isSame) return;
+    DispatchScope const scope;
     bool const hadStrip = hasStrip();
     extras().title = title;
     extras().titleFont = wanted;
@@ -240,6 +249,7 @@ Glib::FontDesc StandardPanel::getTitleFont() const {
 }
 
 void StandardPanel::handleTitleChangeInternal(eRedrawFlag redraw) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     if (getTitleWidget()) extras_->titleBox->setTitleText(getTitleW());
     if (!life.alive()) return;
@@ -291,6 +301,7 @@ int StandardPanel::calcMaxTitleWidgetWidth() const {
 void StandardPanel::resizeTitleWidget() {
     Glob* const box = getTitleWidget();
     if (!getWidget(box)) return;
+    DispatchScope const scope;
     LifeGuard const life = guard();
     LifeGuard const boxLife = box->guard();
     int const edge = border_.getSize();
@@ -305,6 +316,7 @@ void StandardPanel::handleTitleTyped() {
 }
 
 void StandardPanel::handleTitleEdited() {
+    DispatchScope const scope;
     if (!getTitleWidget()) return;
     UIString const edited(extras_->titleBox->titleText());
     if (edited.text() == getTitleW()) return;

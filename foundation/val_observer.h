@@ -37,6 +37,10 @@ public:
     /// Who is told; null when that is nobody, or has died.
     ValObserverClient* getClient() const { return client_; }
     void setClient(ValObserverClient* client);
+    /// The server that it watches, whatever the type of its value; null when there is none, or it has died.
+    virtual ValServerBase* getServerBase() const = 0;
+    /// Leaves its server; may be called from the client's notifications. False when it was with none.
+    virtual bool stopObserving() = 0;
 
 protected:
     /// Hands a notification of a server to the client.
@@ -60,6 +64,8 @@ public:
 
     /// The server it watches; null when there is none, or it has died.
     ValServer<T>* getServer() const;
+    ValServerBase* getServerBase() const override { return getServer(); }
+    bool stopObserving() override { return this->detach(); }
 
     void handleNotification(NotifierEvent<T> const& event) override;
 };

@@ -71,6 +71,12 @@ bool ValServerAdaptor<T>::widgetDiffers() const {
     return widget && !(widget->getWidgetValue() == getDataValue());
 }
 
+/// Binds a widget to a server with an adaptor of its own, and shows the server's value in it.
+template <class T>
+void bindToServer(ValWidget<T>& widget, ValServer<T>& server) {
+    widget.bindTo(Qv::Ptr<ValAdaptorBase<T>>(new ValServerAdaptor<T>(server)));
+}
+
 extern template class ValServerAdaptor<bool>;
 extern template class ValServerAdaptor<int>;
 extern template class ValServerAdaptor<unsigned int>;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/val_adaptor.h"
+#include "host/base/life.h"
+#include "host/events/dispatch_scope.h"
 
 namespace wainscot {
 
@@ -32,9 +34,13 @@ public:
 
     /// Shared with whoever else holds it; null when there is none.
     Qv::Ptr<ValAdaptorBase<T>> const& getDataAdaptor() const { return adaptor_; }
-    /// Lets the old one go. An adaptor serves one widget: the one that it was given to last.
+    /// Lets the old one go. An adaptor serves one widget: the one that it was given to last. The widget goes
+    /// on showing what it showed; see `bindTo`.
     void setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor);
-    /// Hands a value that the user chose to the adaptor, and answers what it answers; true without one.
+    /// The same, and shows the value that the data has now.
+    void bindTo(Qv::Ptr<ValAdaptorBase<T>> adaptor);
+    /// Hands a value that the user chose to the adaptor, and answers what it answers; true without one. What
+    /// the adaptor throws passes to the caller when the widget shows what the data has then.
     bool requestSetNewDataValue(T const& value, DataChangeType why);
     /// The data behind it had several values, as a selection of unlike things has, when the adaptor last
     /// showed or wrote them: to be drawn and announced so. What the widget's value is, and what it sends,
@@ -59,8 +65,10 @@ protected:
 private:
     friend class ValAdaptorBase<T>;
     void setDataMixed(bool mixed, eRedrawFlag redraw);
+    void showDataOf(ValAdaptorBase<T>& adaptor);
 
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
+    LifeToken life_;
     bool mixed_ = false;
 };
 
@@ -71,10 +79,10 @@ ValWidget<T>::~ValWidget() {
 
 template <class T>
 void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
-    if (Qv::Ptr<ValAdaptorBase<T>> const present = adaptor_) {
-        handleDataAdaptorChange();
-        if (present->getWidget() != this) return;
-    }
+    DispatchScope const scope;
+    LifeGuard const life(life_);
+    if (adaptor_) handleDataAdaptorChange();
+    if (!life.alive()) return;
     // The old one goes last: what its destructor does may destroy this.
     Qv::Ptr<ValAdaptorBase<T>> const old = std::exchange(adaptor_, std::move(adaptor));
     if (old) old->leaveWidget(*this);
@@ -83,14 +91,36 @@ void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
 }
 
 template <class T>
+void ValWidget<T>::bindTo(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
+    Qv::Ptr<ValAdaptorBase<T>> const held = adaptor;
+    setDataAdaptor(std::move(adaptor));
+    if (held) held->forceWidgetUpdate(eRedrawYes);
+}
+
+template <class T>
 bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
     Qv::Ptr<ValAdaptorBase<T>> const held = adaptor_;
     if (!held) return true;
+    DispatchScope const scope;
     T const kept = value;
-    bool const accepted = held->requestSetNewDataValue(kept, why);
-    // Only for as long as this lives: then the adaptor knows it.
-    if (held->getWidget() == this) held->showWhetherMixed(eRedrawYes);
+    bool accepted = false;
+    LifeGuard const life(life_);
+    try {
+        accepted = held->requestSetNewDataValue(kept, why);
+    } catch (...) {
+        if (life.alive() && held->getWidget() == this) runHandler("getDataValue", [&] { showDataOf(*held); });
+        throw;
+    }
+    // A dead one is not to be asked: its data may have gone with it.
+    if (life.alive() && held->getWidget() == this) held->showWhetherMixed(eRedrawYes);
     return accepted;
+}
+
+template <class T>
+void ValWidget<T>::showDataOf(ValAdaptorBase<T>& adaptor) {
+    LifeGuard const life(life_);
+    T value = adaptor.getDataValue();
+    if (life.alive()) setNewWidgetValue(value, eRedrawYes);
 }
 
 template <class T>

@@ -107,9 +107,16 @@ TEST_F(Buttons, ALatchingButtonChangesAtThePressAndStays) {
     EXPECT_THAT(log_, ElementsAre("apply on 2", "apply off 1"));
     driver_.press(button);
     driver_.key(Key::escape);
-    EXPECT_FALSE(button->isDown()) << "taken back, silently";
+    EXPECT_FALSE(button->isDown()) << "taken back, as the owner hears";
     driver_.release();
-    EXPECT_EQ(log_.size(), 3u);
+    EXPECT_THAT(takeLog(), ElementsAre("apply on 2", "apply off 1", "apply on 2", "apply off 1"));
+    button->setCallbackEvents(Button::onMouseUp);
+    driver_.press(button);
+    driver_.key(Key::escape);
+    driver_.release();
+    EXPECT_FALSE(button->isDown());
+    EXPECT_THAT(log_, IsEmpty()) << "the press was not reported";
+    button->setCallbackEvents(Button::onMouseDown);
     button->setLatching(false, false);
     EXPECT_EQ(button->getCallbackEvents(), 2u) << "stays as it is";
 }
@@ -164,9 +171,68 @@ TEST_F(Buttons, RepeatingIsTimedByTheProcessorClock) {
     button->setRepeating(0, 0.0);
     driver_.advance(1000);
     std::size_t const until = log_.size();
-    driver_.release();
+    button->setRepeating(5, 1.0);
+    driver_.advance(499);
+    EXPECT_EQ(log_.size(), until) << "switched on while it is held: after the delay";
+    driver_.advance(5);
     EXPECT_EQ(log_.size(), until + 1);
+    button->setRepeating(50, 1.0);
+    driver_.advance(105);
+    EXPECT_GE(log_.size(), until + 9) << "faster at once";
+    button->setRepeating(0, 0.0);
+    takeLog();
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("apply 1"));
     EXPECT_FALSE(EventSystem::live().timers.isRegistered(button));
+
+    // The receiver of a message can tell a repeat from the click at the end.
+    button->setCallback(WidgetCallback(""));
+    auto* const panel = addTo(root_, new ProbeGlob(200, 100), BottomLeft(20, 60));
+    panel->addChild(button, BottomLeft(0, 0));
+    panel->onMessage = [this](auto const&, Glob*) {
+        return log_.push_back(std::to_string(currentReportCode())), 1;
+    };
+    takeLog();
+    button->setRepeating(2, 1.0);
+    driver_.press(button);
+    driver_.advance(505);
+    driver_.release();
+    EXPECT_THAT(log_, ElementsAre("4098", "1"));
+}
+
+/// Repeats in a way of its own.
+class SelfRepeating : public Button {
+public:
+    using Button::Button;
+    bool isAutoRepeating() const override { return true; }
+};
+
+TEST_F(Buttons, WhatIsThrownOrDestroyedOnTheWayLeavesItInStep) {
+    expectDiagnostic("exception in handler");
+    Button* button = addButton();
+    auto const fails = calling([](NotifyMsg const&) { throw 1; });
+    button->setCallbackEvents(3);
+    button->setCallback(fails);
+    driver_.press(button);
+    EXPECT_TRUE(button->isDown()) << "the report was thrown in";
+    driver_.release();
+    EXPECT_FALSE(button->isDown());
+    destroy(button);
+
+    button = show(new SelfRepeating(L"Apply", "apply", 80, 24));
+    EXPECT_FALSE(button->react(Event(EventKind::timer)));
+
+    // The old callback goes, and takes the button along.
+    struct Killer {
+        explicit Killer(Button* victim) : button(victim) {}
+        ~Killer() { destroy(button); }
+        Button* button;
+    };
+    auto killer = std::make_shared<Killer>(button);
+    button->setCallback(calling([killer](NotifyMsg const&) {}));
+    killer.reset();
+    button->setCallback(WidgetCallback("other"));
+    EXPECT_FALSE(is_good_glob_ptr(button));
 }
 
 TEST_F(Buttons, TheReportMayDestroyAnyone) {
@@ -308,7 +374,7 @@ TEST_F(Buttons, MessagesThatArriveGoToTheValueFaceFirst) {
     expectDiagnostic("message not handled");
     int answer = 1;
     Lines heard;
-    button->setMessageCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
+    button->setInnerMessageCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
         heard.push_back(message.name().c_str());
         return answer;
     }));
@@ -341,6 +407,11 @@ TEST_F(Buttons, EveryStateLooksDifferentAndOnlyChangesRepaint) {
     button->setCols(Colour::fromLong(0xFFFFFF), Colour::fromLong(0x204060));
     driver_.moveTo({100, 390});
     EXPECT_EQ(face(), 0x204060u);
+    button->setDownCols(Colour::fromLong(0xFFFFFF), Colour::fromLong(0x602040));
+    driver_.press(button);
+    EXPECT_EQ(face(), 0x602040u) << "as it was given";
+    driver_.moveTo({100, 390});
+    driver_.release();
     EXPECT_TRUE(button->claimKbdFocus());
     driver_.settle();
     EXPECT_EQ(driver_.pixel(button, {40, 0}), button->getPalette().mark(eMarkFocus).getAsLong());

@@ -113,8 +113,10 @@ TEST_F(Checkboxes, AdaptorAndCallbackAreToldInsteadOfTheParent) {
         auto* const change = dynamic_cast<Checkbox::Change*>(message.payload().get());
         state = change->state();
         from = change->checkbox();
+        log_.push_back(std::string(message.name().c_str()) + " " + std::to_string(message.code()));
     }));
     driver_.click(box);
+    EXPECT_THAT(log_, ElementsAre("Checkbox TICKED 1")) << "as the parent would hear";
     EXPECT_TRUE(state);
     EXPECT_EQ(from, box);
     EXPECT_EQ(sent(), "");

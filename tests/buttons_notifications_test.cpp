@@ -15,7 +15,7 @@ protected:
     }
     void dropListeners() override {
         button().setCallback(WidgetCallback("gone"));
-        button().setMessageCallback({});
+        button().setInnerMessageCallback({});
     }
 };
 
@@ -55,7 +55,7 @@ TEST_F(ButtonNotifications, OfButtons) {
             {"message callback", "",
              [this] {
                  expectDiagnostic("message not handled");
-                 button().setMessageCallback(reaction());
+                 button().setInnerMessageCallback(reaction());
                  callMessage("inner", widget_);
              }},
         },

@@ -52,6 +52,12 @@ TEST_F(RadioButtons, ExactlyOneIsDownAndTheOldOneReportsFirst) {
     EXPECT_EQ(set_->getCurrent(), -1);
     buttons_[0]->setState(buttonUp, eRedrawYes);
     EXPECT_EQ(sent(), "a on") << "whatever state is asked for";
+    for (button_state const state : {buttonUp, buttonDown}) {
+        set_->member(2)->setState(state, eRedrawYes);
+        EXPECT_EQ(sent(), "a off c on") << "through a pointer of the set, too";
+        set_->member(0)->setState(state, eRedrawYes);
+        EXPECT_EQ(sent(), "c off a on");
+    }
     buttons_[1]->setMessage(nullptr);
     driver_.click(buttons_[1]);
     EXPECT_EQ(sent(), "a off  on");

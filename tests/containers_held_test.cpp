@@ -3,7 +3,7 @@
 #include "buttons/button.h"
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
-#include "foundation/val_adaptor.h"
+#include "foundation/val_server_adaptor.h"
 #include "host/events/event.h"
 #include "host/objects/drag_drop_item.h"
 #include "host/objects/glob_notices.h"
@@ -13,6 +13,7 @@
 
 #include <climits>
 #include <cmath>
+#include <stdexcept>
 
 namespace wainscot {
 namespace {
@@ -167,6 +168,90 @@ TEST_F(HeldThumbs, WhatTheDataRefusesIsNotReported) {
     EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
     EXPECT_EQ(slider->getWidgetValue(), ofSlider->last);
     EXPECT_EQ(sent(), "slider 0.600000 slider_released 0.600000");
+}
+
+/// A server whose guard takes multiples of a step only.
+template <class T>
+class Steps final : public iValGuard<T>, public Qv::InternalRefCount {
+public:
+    explicit Steps(double step) : step_(step) {}
+    bool requestValChange(ValServer<T>*, T& value) override {
+        if constexpr (std::is_same_v<T, double>)
+            value = snapped(value);
+        else
+            value.position = snapped(value.position);
+        if (fails) throw std::runtime_error("no");
+        return true;
+    }
+    bool fails = false;
+
+private:
+    double snapped(double value) const { return std::round(value / step_) * step_; }
+    double step_;
+};
+
+TEST_F(HeldThumbs, WhatTheDataMakesOfAValueIsReported) {
+    expectDiagnostic("exception in handler");
+    ValServer<ThumbSettings> thumb({0.2, 0.25});
+    ValServer<double> value(0.5);
+    auto const thumbSteps = Qv::makePtr<Steps<ThumbSettings>>(0.2);
+    auto const valueSteps = Qv::makePtr<Steps<double>>(0.1);
+    thumb.setGuard(thumbSteps);
+    value.setGuard(valueSteps);
+    ScrollBar* const bar = addBar({});
+    Slider* const slider = addSlider(0);
+    bindToServer(*bar, thumb);
+    bindToServer(*slider, value);
+    pressAt(bar, 60);
+    moveIn(bar, 110);
+    EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9);
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    for (int x = 111; x <= 150; ++x) moveIn(bar, x);
+    EXPECT_NEAR(bar->getThumbPos(), 0.6, 1e-9) << "small steps add up";
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    driver_.key(Key::escape);
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved ScrollBar::thumbReleased");
+    driver_.release();
+    pressAt(bar, 180);
+    driver_.release();
+    EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9) << "a page of 0.25";
+    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    pressAt(slider, 104);
+    moveIn(slider, 108);
+    EXPECT_EQ(sent(), "") << "it has not moved";
+    moveIn(slider, 118);
+    driver_.release();
+    EXPECT_EQ(sent(), "slider 0.600000 slider_released 0.600000");
+    EXPECT_TRUE(slider->changePosition(0.87));
+    EXPECT_FALSE(slider->nudge(true));
+    EXPECT_EQ(sent(), "slider 0.900000 slider_released 0.900000");
+
+    // A guard that throws leaves everything in step.
+    thumbSteps->fails = valueSteps->fails = true;
+    pressAt(bar, 95);
+    moveIn(bar, 145);
+    driver_.release();
+    pressAt(slider, 184);
+    moveIn(slider, 104);
+    driver_.release();
+    EXPECT_FALSE(bar->isDragging() || slider->isThumbHeld());
+    EXPECT_EQ(bar->getWidgetValue(), thumb.value());
+    EXPECT_EQ(slider->getWidgetValue(), value.value());
+}
+
+TEST_F(HeldThumbs, ArrowButtonsMayDie) {
+    for (int victim = 0; victim < 2; ++victim) {
+        ScrollBar* const bar = addBar({0.25, 0.25}, false, true);
+        destroy(victim == 0 ? bar->firstChild() : bar->lastChild());
+        bar->setThumbPos(0.5);
+        bar->setPalette(Palette());
+        bar->setButtonCol(Colour(0.2, 0.3, 0.4));
+        bar->resize(180, 24);
+        driver_.settle();
+        driver_.click(bar);
+        destroy(bar);
+    }
+    sent();
 }
 
 TEST_F(HeldThumbs, DataMayDisableTheBarInItsRequest) {

@@ -3,9 +3,12 @@
 #include "host/drawing/shapes.h"
 #include "tests/drawing_fixture.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <optional>
 #include <random>
+#include <set>
+#include <string>
 
 namespace wainscot {
 namespace {
@@ -182,6 +185,52 @@ TEST(CanvasRenderer, OutlivesItsCanvasAndPixels) {
     EXPECT_EQ(window.countOf(red), 0U);
     fill(window, {0, 0, 300, 200});
     EXPECT_EQ(window.countOf(red), 200U);
+}
+
+TEST(Shapes, WhatBelongsTogetherIsRoundedTogether) {
+    for (double const scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        for (int at = 4; at < 8; ++at) {
+            PaintedWindow window({60, 60}, scale);
+            auto const draw = [&](auto act) {
+                window.clear();
+                CanvasRenderer renderer = window.renderer();
+                act(renderer);
+            };
+            draw([&](auto& r) {
+                Glib::drawRoundedMark(r, redInk, redInk, {at, at, at + 14, at + 14}, 1, 0);
+            });
+            IntBox const mark = window.inkBox();
+            int const side = static_cast<int>(std::floor(14 * scale + 0.5));
+            EXPECT_EQ(mark.size(), (XY<int>{side, side})) << scale << " " << at;
+            // How far the ink reaches in from each side is the same on all four, and at both ends.
+            IntBox const box{at, at, at + 31, at + 33};
+            draw([&](auto& r) { Glib::drawRoundedRectFilled(r, redInk, box, 0); });
+            IntBox const whole = window.inkBox();
+            XY<int> const middle = whole.centre();
+            auto const row = [&](bool upright, bool back) {
+                std::string ink;
+                int const length = upright ? whole.height() : whole.width();
+                for (int i = 0; i < 12; ++i) {
+                    int const along = back ? length - 1 - i : i;
+                    bool const isInk = (upright ? window.device(middle.x, whole.y1 + along)
+                                                : window.device(whole.x1 + along, middle.y)) != white;
+                    ink += isInk ? 'x' : '.';
+                }
+                return ink;
+            };
+            draw([&](auto& r) { Glib::drawLitFrame(r, redInk, redInk, box, 1, 1); });
+            EXPECT_EQ((std::set<std::string>{row(false, false), row(false, true), row(true, false),
+                                             row(true, true)})
+                          .size(),
+                      1u)
+                << scale << " " << at;
+            for (bool const upright : {false, true}) {
+                draw([&](auto& r) { Glib::drawGripLines(r, redInk, box, upright, 3, 4, 2); });
+                EXPECT_EQ(row(upright, false), row(upright, true)) << scale << " " << at;
+                EXPECT_NE(row(upright, false).find("x"), std::string::npos);
+            }
+        }
+    }
 }
 
 TEST(CanvasRenderer, AbsurdPlacesAreNoFault) {

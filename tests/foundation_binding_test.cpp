@@ -274,9 +274,15 @@ TEST(ValObserver, NamesTheObserverThatFired) {
     text = LightweightString<wchar_t>(L"x");
     EXPECT_EQ(client.heard, (decltype(client.heard){{true, &second}, {false, &second}}));
     EXPECT_EQ(second.getServer(), &text);
-    second.setClient(nullptr);
+    client.onChange = [&] {
+        EXPECT_EQ(client.heard.back().second->getServerBase(), static_cast<ValServerBase*>(&text));
+        EXPECT_TRUE(client.heard.back().second->stopObserving());
+    };
     text = LightweightString<wchar_t>(L"y");
-    EXPECT_EQ(client.heard.size(), 2u);
+    EXPECT_EQ(client.heard.size(), 4u);
+    EXPECT_EQ(text.numObservers(), 0u);
+    text = LightweightString<wchar_t>(L"z");
+    EXPECT_EQ(client.heard.size(), 4u);
 }
 
 TEST(ValObserver, EachOfTheThreeMayDieFirst) {
@@ -402,6 +408,41 @@ TEST(ValWidget, SharesItsAdaptorAndLetsTheOldOneGo) {
     EXPECT_EQ(kept->getWidget(), nullptr);
     kept->forceWidgetUpdate(eRedrawYes);
     EXPECT_EQ(second.updates, 0);
+}
+
+TEST(ValWidget, AdaptorsMayChangePlaces) {
+    auto const a = Qv::makePtr<Adaptor>();
+    auto const b = Qv::makePtr<Adaptor>();
+    b->data = 8;
+    Face<int> left, right;
+    left.bindTo(a);
+    right.bindTo(b);
+    EXPECT_EQ(left.shown + 10 * right.shown, 87) << "bound and shown in one step";
+    left.setDataAdaptor(b);
+    right.setDataAdaptor(a);
+    EXPECT_TRUE(left.choose(1) && right.choose(2));
+    EXPECT_EQ(b->data + 10 * a->data, 21);
+    b->mixed = true;
+    right.setDataAdaptor(b);
+    EXPECT_TRUE(left.choose(3));
+    EXPECT_TRUE(right.isDataMixed()) << "the widget that it serves, whoever writes";
+}
+
+TEST(ValWidget, ShowsWhatTheDataHasWhenSomethingIsThrown) {
+    ValServer<int> server(5);
+    Face<int> face;
+    bindToServer(face, server);
+    face.shown = 6; // a widget changes its state before it asks
+    server.setGuard(makeGuard([](int&) -> bool { throw std::runtime_error("no"); }));
+    EXPECT_THROW(face.requestSetNewDataValue(6, DataChangeType::single), std::runtime_error);
+    EXPECT_EQ(face.shown, 5);
+    server.setGuard({});
+    Log log;
+    Listener listener("a", log);
+    listener.attach(server);
+    listener.onChange = [] { throw std::runtime_error("stored already"); };
+    EXPECT_THROW(face.requestSetNewDataValue(6, DataChangeType::single), std::runtime_error);
+    EXPECT_EQ(face.shown, 6);
 }
 
 TEST(ValWidget, MayDieInItsAdaptor) {

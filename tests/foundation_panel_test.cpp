@@ -6,6 +6,7 @@
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
 #include "host/objects/description.h"
+#include "host/objects/tooltip_details.h"
 #include "host/services/text_ids.h"
 #include "host/windows/look.h"
 
@@ -146,6 +147,22 @@ XY<int> fromTopRight(Glob const* child) {
 }
 
 // Geometry
+
+TEST_F(Panel, ATitleThatIsCutHasATip) {
+    RecordingParent* const root = openWindow();
+    StandardPanel* panel = addTo(root, new StandardPanel({120, 80}));
+    TooltipDetails details;
+    XY<int> const onTitle{60, 80 - panel->calcSize(spacingButton) / 2};
+    panel->setTitle(L"Short");
+    EXPECT_FALSE(panel->getTooltipDetails(onTitle, details));
+    panel->setTitle(L"A title that is much too long for it");
+    ASSERT_TRUE(panel->getTooltipDetails(onTitle, details));
+    EXPECT_EQ(details.text.text(), L"A title that is much too long for it");
+    EXPECT_FALSE(panel->getTooltipDetails({60, 10}, details));
+    root->removeWidget(panel);
+    EXPECT_EQ(panel, nullptr);
+    EXPECT_EQ(root->numChildren(), 0u);
+}
 
 TEST_F(Panel, SpacingsFollowTheMetricsAndTheKindOfBorder) {
     UifStd::Metrics metrics;
@@ -322,8 +339,8 @@ TEST_F(Panel, EveryEventComesToItsHandlerAndGoesOnUnlessConsumed) {
         EXPECT_EQ(send(zoom), consumed);
         EXPECT_EQ(send(Event(EventKind::timer)), consumed);
         EXPECT_EQ(send(Event(EventKind::mouseWheel)), consumed);
-        EXPECT_EQ(callMessage("hello", panel), consumed);
-        EXPECT_EQ(callMessageWithData("hello", panel, wrapData(1)), consumed);
+        EXPECT_EQ(callMessage("hello", panel), answer);
+        EXPECT_EQ(callMessageWithData("hello", panel, wrapData(1)), answer);
         EXPECT_THAT(panel->log, ElementsAre("key 120", "keyup 120", "zoom -2", "timer", "wheel",
                                             "message hello", "data hello"));
     }

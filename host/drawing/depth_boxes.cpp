@@ -28,7 +28,7 @@ namespace Glib {
 void drawDepthBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth,
                   int depth) {
     if (box.isEmpty()) return;
-    renderer.renderPrimitive(RectDescription(box.inset(fittingEdge(box, edgeWidth)), colour));
+    drawRoundedRectFilled(renderer, colour, box, 0, 1.0, fittingEdge(box, edgeWidth));
     drawDepthEdge(renderer, colour, box, edgeWidth, depth);
 }
 
@@ -40,12 +40,7 @@ void drawDepthEdge(CanvasRenderer& renderer, Colour const& colour, IntBox const&
     double const weight = weightPerDepth * std::abs(std::clamp(depth, -deepest, deepest));
     Colour const above = depth >= 0 ? lit(colour, weight) : shaded(colour, weight);
     Colour const below = depth >= 0 ? shaded(colour, weight) : lit(colour, weight);
-    IntBox const upper[] = {{box.x1, box.y2 - edge, box.x2, box.y2},
-                            {box.x1, box.y1 + edge, box.x1 + edge, box.y2 - edge}};
-    IntBox const lower[] = {{box.x1, box.y1, box.x2, box.y1 + edge},
-                            {box.x2 - edge, box.y1 + edge, box.x2, box.y2 - edge}};
-    renderer.renderBoxes(upper, above);
-    renderer.renderBoxes(lower, below);
+    drawLitFrame(renderer, above, below, box, 0, edge);
 }
 
 void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box, int edgeWidth) {

@@ -86,24 +86,48 @@ void strokeRounded(RenderTarget const& target, RoundedBox const& shape, int edge
     target.fill(rest.data(), rest.size(), colour, alpha);
 }
 
+/// A device box without `inset` logical pixels on all sides; measured from its own edges.
+IntBox insetBy(IntBox const& device, int inset, double scale) {
+    return device.inset(deviceThickness(inset, scale));
+}
+
+/// The lower-left corner stays where it is.
+IntBox markBox(RenderTarget const& target, IntBox const& box) {
+    IntBox const device = target.deviceBox(box);
+    XY<int> const size{deviceEdge(box.width(), target.scale()), deviceEdge(box.height(), target.scale())};
+    return IntBox::sized({device.x1, device.y2 - size.y}, size);
+}
+
+void paintRounded(RenderTarget const& target, IntBox const& device, Colour const& fill, Colour const& edge,
+                  int edgeWidth, unsigned int radius) {
+    double const alpha = target.opacity(1.0);
+    int const thickness = edgeWidth > 0 ? usableEdge(target, device, edgeWidth) : 0;
+    RoundedBox const outer(device, deviceRadius(target, radius));
+    RoundedBox const inner(device.inset(thickness), outer.radius - thickness);
+    // The fill is drawn over a full corner of the edge's colour, so that no ground shines through where the
+    // two meet; where the result is translucent that would darken the corner, and the ring is drawn instead.
+    if (thickness > 0) strokeRounded(target, outer, thickness, edge, alpha, alpha >= 1.0);
+    if (!inner.box.isEmpty()) fillRounded(target, inner, fill, alpha);
+}
+
 } // namespace
 
 void drawRoundedRectFilled(CanvasRenderer& renderer, Colour const& fill, IntBox const& box,
-                           unsigned int radius, double opacity) {
+                           unsigned int radius, double opacity, int inset) {
     if (!renderer.isDrawing() || box.isEmpty()) return;
     RenderTarget const target(renderer);
-    IntBox const device = target.deviceBox(box);
-    if (!target.isVisible(device)) return;
+    IntBox const device = insetBy(target.deviceBox(box), inset, target.scale());
+    if (device.isEmpty() || !target.isVisible(device)) return;
     fillRounded(target, RoundedBox(device, deviceRadius(target, radius)), fill, target.opacity(opacity));
     target.painted(box);
 }
 
 void drawRoundedRectOutline(CanvasRenderer& renderer, Colour const& edge, IntBox const& box, int edgeWidth,
-                            unsigned int radius, double opacity) {
+                            unsigned int radius, double opacity, int inset) {
     if (!renderer.isDrawing() || box.isEmpty() || edgeWidth <= 0) return;
     RenderTarget const target(renderer);
-    IntBox const device = target.deviceBox(box);
-    if (!target.isVisible(device)) return;
+    IntBox const device = insetBy(target.deviceBox(box), inset, target.scale());
+    if (device.isEmpty() || !target.isVisible(device)) return;
     strokeRounded(target, RoundedBox(device, deviceRadius(target, radius)),
                   usableEdge(target, device, edgeWidth), edge, target.opacity(opacity), false);
     target.painted(box);
@@ -116,14 +140,17 @@ void drawRoundedRect(CanvasRenderer& renderer, Colour const& fill, Colour const&
     RenderTarget const target(renderer);
     IntBox const device = target.deviceBox(box);
     if (!target.isVisible(device)) return;
-    double const alpha = target.opacity(1.0);
-    int const thickness = usableEdge(target, device, edgeWidth);
-    RoundedBox const outer(device, deviceRadius(target, radius));
-    RoundedBox const inner(device.inset(thickness), outer.radius - thickness);
-    // The fill is drawn over a full corner of the edge's colour, so that no ground shines through where the
-    // two meet; where the result is translucent that would darken the corner, and the ring is drawn instead.
-    strokeRounded(target, outer, thickness, edge, alpha, alpha >= 1.0);
-    if (!inner.box.isEmpty()) fillRounded(target, inner, fill, alpha);
+    paintRounded(target, device, fill, edge, edgeWidth, radius);
+    target.painted(box);
+}
+
+void drawRoundedMark(CanvasRenderer& renderer, Colour const& fill, Colour const& edge, IntBox const& box,
+                     int edgeWidth, unsigned int radius, int inset) {
+    if (!renderer.isDrawing() || box.isEmpty()) return;
+    RenderTarget const target(renderer);
+    IntBox const device = insetBy(markBox(target, box), inset, target.scale());
+    if (device.isEmpty() || !target.isVisible(device)) return;
+    paintRounded(target, device, fill, edge, edgeWidth, radius);
     target.painted(box);
 }
 

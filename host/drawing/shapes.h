@@ -15,14 +15,33 @@ WAINSCOT_API void drawOutlinedRect(CanvasRenderer& renderer, Colour const& fill,
 /// The mark of the keyboard focus.
 WAINSCOT_API void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
 
-/// A filled box with smooth round corners inside an edge. A radius beyond half of the box is cut to it.
+/// A filled box with smooth round corners inside an edge. A radius beyond half of the box is cut to it. What
+/// is `inset` lies that many pixels inside the box on all sides, the same on each at every device scale.
 WAINSCOT_API void drawRoundedRect(CanvasRenderer& renderer, Colour const& fill, Colour const& edge,
                                   IntBox const& box, int edgeWidth, unsigned int radius);
 WAINSCOT_API void drawRoundedRectFilled(CanvasRenderer& renderer, Colour const& fill, IntBox const& box,
-                                        unsigned int radius, double opacity = 1.0);
+                                        unsigned int radius, double opacity = 1.0, int inset = 0);
 /// The edge alone.
 WAINSCOT_API void drawRoundedRectOutline(CanvasRenderer& renderer, Colour const& edge, IntBox const& box,
-                                         int edgeWidth, unsigned int radius, double opacity = 1.0);
+                                         int edgeWidth, unsigned int radius, double opacity = 1.0,
+                                         int inset = 0);
+/// A mark, such as the box of a tick, a ring or a dot: `drawRoundedRect`, `inset` pixels inside the box. Its
+/// size is rounded to whole device pixels instead of its edges, so that equal marks look equal wherever they
+/// stand, square ones are square, and those that are inset lie in the middle of the others.
+WAINSCOT_API void drawRoundedMark(CanvasRenderer& renderer, Colour const& fill, Colour const& edge,
+                                  IntBox const& box, int edgeWidth, unsigned int radius, int inset = 0);
+/// For `drawLitFrame`.
+enum FrameSides : unsigned { leftSide = 1, bottomSide = 2, rightSide = 4, topSide = 8, allSides = 15 };
+/// The sides of a frame that lies `inset` pixels inside a box, `width` thick, those above and to the left in
+/// one colour, the others in another. Where a side is left out, its neighbours run through. Distance and
+/// thickness are the same on all sides at every device scale.
+WAINSCOT_API void drawLitFrame(CanvasRenderer& renderer, Colour const& upper, Colour const& lower,
+                               IntBox const& box, int inset, int width, unsigned sides = allSides);
+/// `count` lines across each end of a box, where it can be taken by its ends: the outermost `from` pixels
+/// inside the end, one pixel apart, as long as the box is thick but for `margin` on both sides. `upright` =
+/// the ends are above and below.
+WAINSCOT_API void drawGripLines(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
+                                bool upright, int from, int margin, int count);
 
 /// A recessed ground, darker than its surroundings (`colour`) and edged as if lit from above.
 WAINSCOT_API void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,

@@ -17,6 +17,7 @@ struct Dead {
 
 constinit int depth = 0;
 constinit std::uint32_t modifiersInForce = 0;
+constinit int codeInForce = 0;
 constinit std::vector<Dead>* waiting = nullptr;
 
 /// Destructors may kill more; those join the end of the list.
@@ -32,17 +33,18 @@ void freeTheDead() {
 
 } // namespace
 
-DispatchScope::DispatchScope() : outerModifiers_(modifiersInForce) {
+DispatchScope::DispatchScope() : outerModifiers_(modifiersInForce), outerCode_(codeInForce) {
     ++depth;
 }
 
-DispatchScope::DispatchScope(Event const& event) : outerModifiers_(modifiersInForce) {
-    ++depth;
+DispatchScope::DispatchScope(Event const& event) : DispatchScope() {
     modifiersInForce = event.modifiers();
+    codeInForce = event.reportCode();
 }
 
 DispatchScope::~DispatchScope() {
     modifiersInForce = outerModifiers_;
+    codeInForce = outerCode_;
     if (depth == 1) freeTheDead();
     --depth;
 }
@@ -60,6 +62,10 @@ void DispatchScope::freeWhenUnwound(Free free, void* object) {
 
 std::uint32_t currentModifiers() {
     return modifiersInForce;
+}
+
+int currentReportCode() {
+    return codeInForce;
 }
 
 void reportHandlerException(char const* where) {

@@ -28,11 +28,16 @@ public:
 
 private:
     std::uint32_t outerModifiers_;
+    int outerCode_;
 };
 
 /// Modifiers of the event being dispatched; a message carries those that held when it was sent. 0 outside
 /// dispatch.
 WAINSCOT_API std::uint32_t currentModifiers();
+
+/// The report code of the message being dispatched (`Event::reportCode`): a handler that gets only name and
+/// sender tells by it a repeat from a click. 0 outside dispatch, and in other events.
+WAINSCOT_API int currentReportCode();
 
 /// Reports the exception being handled.
 WAINSCOT_API void reportHandlerException(char const* where);

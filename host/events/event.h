@@ -65,6 +65,9 @@ public:
     void setData(Qv::Ptr<iObject> data);
     /// A message with data, even when that is null.
     bool hasData() const { return hasData_; }
+    /// What a control reports beside the name, as the code of its `NotifyMsg`; 0 for other messages.
+    int reportCode() const { return reportCode_; }
+    void setReportCode(int code) { reportCode_ = code; }
 
     void setSender(iObject* sender);
     /// The `Glob` that sent the message; null when it was none or has died.
@@ -80,6 +83,7 @@ private:
     int amount_ = 0;
     int clicks_ = 1;
     int heldButtons_ = 0;
+    int reportCode_ = 0;
     XY<int> place_;
     XY<int> pressPlace_;
     double time_ = 0.0;

@@ -5,6 +5,8 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 
+#include <utility>
+
 namespace wainscot {
 
 namespace {
@@ -30,6 +32,25 @@ bool post(Event event) {
     return true;
 }
 
+/// What a handler answered last in the call that is under way.
+constinit int notedAnswer = 0;
+
+class AnswerScope {
+public:
+    AnswerScope() : outer_(std::exchange(notedAnswer, 0)) {}
+    ~AnswerScope() { notedAnswer = outer_; }
+    AnswerScope(AnswerScope const&) = delete;
+    AnswerScope& operator=(AnswerScope const&) = delete;
+
+private:
+    int outer_;
+};
+
+int call(EventHandler* target, Event const& event) {
+    AnswerScope const scope;
+    return deliverEvent(target, event) ? 1 : notedAnswer;
+}
+
 bool refuseNull(LightweightString<char> const& name) {
     Diagnostics::count("message to nobody", name.c_str());
     return false;
@@ -41,8 +62,9 @@ bool sendMessage(LightweightString<char> name, EventHandler* target, iObject* se
     return target ? post(messageEvent(std::move(name), target, sender)) : refuseNull(name);
 }
 
-bool callMessage(LightweightString<char> name, EventHandler* target, iObject* sender) {
-    return target ? deliverEvent(target, messageEvent(std::move(name), target, sender)) : refuseNull(name);
+int callMessage(LightweightString<char> name, EventHandler* target, iObject* sender) {
+    if (!target) return refuseNull(name);
+    return call(target, messageEvent(std::move(name), target, sender));
 }
 
 bool sendMessageWithData(LightweightString<char> name, EventHandler* target, Qv::Ptr<iObject> data,
@@ -53,12 +75,16 @@ bool sendMessageWithData(LightweightString<char> name, EventHandler* target, Qv:
     return post(std::move(event));
 }
 
-bool callMessageWithData(LightweightString<char> name, EventHandler* target, Qv::Ptr<iObject> data,
-                         iObject* sender) {
+int callMessageWithData(LightweightString<char> name, EventHandler* target, Qv::Ptr<iObject> data,
+                        iObject* sender) {
     if (!target) return refuseNull(name);
     Event event = messageEvent(std::move(name), target, sender);
     event.setData(std::move(data));
-    return deliverEvent(target, event);
+    return call(target, event);
+}
+
+void noteMessageAnswer(int answer) {
+    notedAnswer = answer;
 }
 
 bool event_send(Event const* event, bool) {

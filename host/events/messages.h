@@ -13,13 +13,16 @@ inline constexpr LightweightString<char> compoundTextInputMsg{"CompoundTextInput
 /// The last argument changes nothing: the queue is first in, first out. False when there is no target.
 WAINSCOT_API bool sendMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr,
                               bool urgent = false);
-/// Delivers a named message before it returns, and answers whether it was consumed.
-WAINSCOT_API bool callMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr);
+/// Delivers a named message before it returns. The answer is the handler's: 1 = consumed, by it or by what
+/// the receiver does with that message itself; 0 when there is no target.
+WAINSCOT_API int callMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr);
 /// The same with data; the receiver hears it through `handleDataMessageEvent`.
 WAINSCOT_API bool sendMessageWithData(LightweightString<char> name, EventHandler* target,
                                       Qv::Ptr<iObject> data, iObject* sender = nullptr);
-WAINSCOT_API bool callMessageWithData(LightweightString<char> name, EventHandler* target,
-                                      Qv::Ptr<iObject> data, iObject* sender = nullptr);
+WAINSCOT_API int callMessageWithData(LightweightString<char> name, EventHandler* target,
+                                     Qv::Ptr<iObject> data, iObject* sender = nullptr);
+/// For receivers that call the message handlers themselves: what the handler answered, for `callMessage`.
+WAINSCOT_API void noteMessageAnswer(int answer);
 
 /// Queues a copy of an event for the target named in it. The last argument changes nothing.
 /// False when it has no live target.

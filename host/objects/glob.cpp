@@ -2,6 +2,7 @@
 
 #include "host/base/configb.h"
 #include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/activity.h"
 #include "host/objects/description.h"
@@ -125,6 +126,7 @@ bool Glob::mayTake(Glob const* child) const {
 }
 
 Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
+    DispatchScope const scope;
     if (!mayTake(child)) {
         refuse("addChild");
         return nullptr;
@@ -154,6 +156,7 @@ bool Glob::moveHere(Glob* child) {
 
 Glob* Glob::addWidget(Glob* child, int x, int y, CoordinateOrigin origin, WidgetSurround surround,
                       Glob* before) {
+    DispatchScope const scope;
     Glob* const added = addChild(child, WidgetPosition(origin, {x, y}), surround);
     if (added && before && before != added && getWidget(before)) {
         Tree::unlink(*added);
@@ -182,6 +185,7 @@ void Glob::removeWidget(Glob*& child, bool redraw) {
 }
 
 std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
+    DispatchScope const scope;
     Glob* const taken = getWidget(child);
     if (!taken || taken->isDying()) return nullptr;
     LifeGuard const life = taken->guard();
@@ -194,6 +198,7 @@ std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
 }
 
 void Glob::setWidgetDetails(WidgetDetails const& details) {
+    DispatchScope const scope;
     Glob* const child = getWidget(details.widget);
     if (!child) {
         refuse("setWidgetDetails");
@@ -305,18 +310,21 @@ void Glob::resize(double width, double height) {
 }
 
 void Glob::reshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     reshapeCanvas();
     if (life.alive()) positionChildWidgets();
 }
 
 void Glob::reshapeAndDraw(XY<int> const& size) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     resize(size.x, size.y);
     if (life.alive()) makeDirty();
 }
 
 void Glob::forceReshape() {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     reshape();
     if (life.alive()) makeDirty();
@@ -346,6 +354,7 @@ void Glob::setWidgetPos(Glob* child, XY<int> const& place) {
 }
 
 void Glob::reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
     setWidgetPos(child, place);
     if (life.alive() && getWidget(child)) child->resize(size.x, size.y);
@@ -428,6 +437,7 @@ IntBox Glob::screenBox() const {
 // Visibility and activity
 
 void Glob::setVisible(bool visible) {
+    DispatchScope const scope;
     if (isVisible() == visible) return;
     GlobRef<Glob> holder;
     if (!visible) {
@@ -457,6 +467,7 @@ bool Glob::isHidden() const {
 }
 
 void Glob::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
     if (isActiveItself() == active) return;
     bool const before = isActive();
     setFlag(activeFlag, active);
@@ -488,6 +499,7 @@ void Glob::mapCanvas() {
 }
 
 void Glob::unmapCanvas() {
+    DispatchScope const scope;
     if (!canvas_->isMapped()) return;
     damageWithSurround();
     GlobRef<Glob> const holder = loseInput();

@@ -102,6 +102,13 @@ public:
                             WidgetSurround surround = {}, WidgetAlignment alignment = WidgetAlignment::start);
     /// Destroys a child and clears the caller's pointer; a pointer to anything else is only cleared.
     void removeWidget(Glob*& child, bool redraw = true);
+    /// The same for a pointer to a class of widgets.
+    template <class T>
+    void removeWidget(T*& child, bool redraw = true) {
+        Glob* removed = child;
+        child = nullptr;
+        removeWidget(removed, redraw);
+    }
     /// Takes a child out of the tree and hands it over; null when it is none of this parent's.
     std::unique_ptr<Glob> takeWidget(Glob* child);
     void setWidgetDetails(WidgetDetails const& details);
@@ -181,7 +188,7 @@ public:
     XY<int> getMinSize() const;
     /// The nearest size that it can have; `edges` tells which edges are moved, for those who care.
     virtual XY<int> sizeConstrain(XY<int> const& wanted, int edges) const;
-    void setResizable(bool resizable) { setFlag(resizableFlag, resizable); }
+    virtual void setResizable(bool resizable) { setFlag(resizableFlag, resizable); }
     bool isResizable() const { return hasFlag(resizableFlag); }
     void setMovable(bool movable) { setFlag(movableFlag, movable); }
     bool isMovable() const { return hasFlag(movableFlag); }
@@ -277,7 +284,7 @@ public:
     virtual void handleLookChange();
     /// The colour of its ground: that of the palette until one is set.
     Colour getCol() const;
-    void setCol(Colour const& colour, bool redraw);
+    virtual void setCol(Colour const& colour, bool redraw);
 
     /// What is drawn round it, painted by its parent.
     void addSurround(Surround const& surround);
@@ -367,10 +374,10 @@ public:
     virtual void handleDragEnd(DragDropItem& item, bool taken);
 
     // --- Messages
-    /// Queued, and direct; this is the sender. False when there is no target; direct: whether it was
-    /// consumed.
+    /// Queued; this is the sender. False when there is no target.
     bool sendMsg(Glob* target, char const* name);
-    bool callMsg(Glob* target, char const* name);
+    /// Delivered before it returns; the answer is the handler's, as that of `callMessage`.
+    int callMsg(Glob* target, char const* name);
 
     // --- Keyboard focus
     /// Called when it has gained or lost the focus; `get_kbd_focus()` tells which.

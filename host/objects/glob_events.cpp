@@ -119,6 +119,7 @@ bool Glob::react(Event const& event) {
         LightweightString<char> const& name = event.message();
         int const answer = event.hasData() ? handleDataMessageEvent(name, event.sender(), event.data())
                                            : handleMessageEvent(name, event.sender());
+        noteMessageAnswer(answer);
         if (answer != 1 && name != pootMsg && name != compoundTextInputMsg)
             Diagnostics::count("message not handled", name.c_str());
         return answer == 1;
@@ -228,7 +229,7 @@ bool Glob::sendMsg(Glob* target, char const* name) {
     return sendMessage(name, target, this);
 }
 
-bool Glob::callMsg(Glob* target, char const* name) {
+int Glob::callMsg(Glob* target, char const* name) {
     return callMessage(name, target, this);
 }
 

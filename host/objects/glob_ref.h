@@ -9,16 +9,14 @@ template <class T>
 class GlobRef {
 public:
     GlobRef() = default;
-    explicit GlobRef(T* glob) : glob_(glob) {
-        if (glob) life_ = glob->guard();
-    }
+    explicit GlobRef(T* glob) : glob_(glob), stamp_(glob ? glob->idStamp() : IdStamp()) {}
 
     /// Null when there is none, or it has died.
-    T* get() const { return glob_ && life_.alive() ? glob_ : nullptr; }
+    T* get() const { return EventHandler::valid(glob_, stamp_) ? glob_ : nullptr; }
 
 private:
     T* glob_ = nullptr;
-    LifeGuard life_{nullptr, IdStamp()};
+    IdStamp stamp_;
 };
 
 } // namespace wainscot

@@ -1,5 +1,6 @@
 #include "host/objects/placement.h"
 
+#include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 #include "host/objects/glob_notices.h"
 #include "host/objects/glob_side_p.h"
@@ -119,6 +120,7 @@ XY<int> Placement::inCorner(WidgetPosition const& position, IntBox const& area, 
 void Placement::moveTo(Glob& glob, XY<int> place) {
     place = clampPlace(place);
     if (glob.position_ == place) return;
+    DispatchScope const scope;
     glob.damageWithSurround();
     glob.position_ = place;
     glob.damageWithSurround();
@@ -131,6 +133,7 @@ void Placement::setSize(Glob& glob, double width, double height) {
     unsigned short const newWidth = toSize(width);
     unsigned short const newHeight = toSize(height);
     if (newWidth == glob.width_ && newHeight == glob.height_) return;
+    DispatchScope const scope;
     glob.damageWithSurround();
     glob.oldWidth_ = glob.width_;
     glob.oldHeight_ = glob.height_;
@@ -162,6 +165,7 @@ Glob* Placement::siblingOf(Glob const& parent, Glob const& child) {
 
 /// A child next to a sibling waits for that sibling; a ring of siblings is broken where it closes.
 void Placement::placeChildren(Glob& parent) {
+    DispatchScope const scope;
     std::vector<std::pair<Glob*, IdStamp>> children;
     for (Glob* child = parent.firstChild_; child; child = child->next_) {
         child->setFlag(Glob::placedFlag, false);

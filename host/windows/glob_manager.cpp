@@ -164,7 +164,7 @@ void GlobManager::closeRequested(Glob& root) {
     DispatchScope const scope;
     LifeGuard const life = root.guard();
     if (!root.canBeDestroyed(0) || !life.alive()) return;
-    bool const handled = callMessage(Glob::pootMsg, &root, &root);
+    bool const handled = callMessage(Glob::pootMsg, &root, &root) == 1;
     if (!handled && life.alive()) destroy(&root);
 }
 

@@ -132,7 +132,7 @@ PopUpChain::Link PopUpChain::take(std::size_t index) {
 void PopUpChain::close(Link const& link) {
     if (!link.alive()) return;
     bool handled = false;
-    runHandler("poot", [&] { handled = callMessage(Glob::pootMsg, link.popUp, link.popUp); });
+    runHandler("poot", [&] { handled = callMessage(Glob::pootMsg, link.popUp, link.popUp) == 1; });
     if (!handled && link.alive()) destroy(link.popUp);
 }
 
