@@ -46,7 +46,7 @@ TEST(Json, AValueBecomesAPartOfItself) {
     EXPECT_TRUE(all.eraseWithin("keys", "a"));
     EXPECT_FALSE(all.eraseWithin("keys", "a") || value.setWithin("keys", "a", JsonValue(1)));
     EXPECT_EQ(all.write(), R"({"keys":{"b":[2,"deep"]}})");
-    for (int depth = 2; depth < JsonValue::maxDepth - 1; ++depth) {
+    for (int depth = 2; depth < JsonValue::maxDepth; ++depth) {
         JsonValue outer = JsonValue::array();
         outer.add(std::exchange(value, {}));
         value = outer;
