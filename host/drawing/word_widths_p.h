@@ -32,9 +32,9 @@ private:
     /// More are forgotten together.
     static constexpr std::size_t most = 4096;
 
-    Word const& word(std::wstring_view text, std::uint32_t script);
-    Word measured(std::wstring_view text, std::uint32_t script) const;
-    double shaped(std::wstring_view text, std::uint32_t script) const;
+    Word word(std::wstring_view text, std::uint32_t script);
+    std::optional<Word> byPairs(std::wstring_view text, std::uint32_t script) const;
+    Word shaped(std::wstring_view text, std::uint32_t script) const;
 
     Font const& font_;
     /// By the script before the word, and the word.
