@@ -121,6 +121,7 @@ void Placement::moveTo(Glob& glob, XY<int> place) {
     if (glob.position_ == place) return;
     glob.damageWithSurround();
     glob.position_ = place;
+    glob.wholeDamaged_ = 0;
     glob.damageWithSurround();
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootMoved(glob);
@@ -136,6 +137,7 @@ void Placement::setSize(Glob& glob, double width, double height) {
     glob.oldHeight_ = glob.height_;
     glob.width_ = newWidth;
     glob.height_ = newHeight;
+    glob.wholeDamaged_ = 0;
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(glob);
     glob.damageWithSurround();

@@ -27,6 +27,8 @@ public:
     virtual void constrainRoot(Glob& root) = 0;
     /// All roots, oldest window first.
     virtual std::vector<Glob*> roots() const = 0;
+    /// That of the next window after a root's; the first one for null, null after the last.
+    virtual Glob* rootAfter(Glob const* root) const = 0;
 
     static iRootHost* current();
     static void install(iRootHost* host);

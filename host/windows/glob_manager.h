@@ -4,7 +4,7 @@
 #include "host/objects/root_host.h"
 #include "host/windows/modality.h"
 #include "host/windows/popup_chain.h"
-#include "host/windows/top_level_window.h"
+#include "host/windows/window_list.h"
 
 #include <memory>
 #include <optional>
@@ -104,7 +104,7 @@ public:
     /// The foremost window of those that are no pop-ups; null when there is none.
     TopLevelWindow* foremost() const;
     /// The foremost of all.
-    TopLevelWindow* topmost() const { return stacking_.empty() ? nullptr : stacking_.back(); }
+    TopLevelWindow* topmost() const { return windows_.topmost(); }
 
     /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
     /// and painted.
@@ -122,19 +122,19 @@ public:
 
     std::size_t numWindows() const { return windows_.size(); }
     /// Null when there is none.
-    TopLevelWindow* windowOf(Glob const* root) const;
-    TopLevelWindow* windowOf(NativeWindowId id) const;
+    TopLevelWindow* windowOf(Glob const* root) const { return windows_.of(root); }
+    TopLevelWindow* windowOf(NativeWindowId id) const { return windows_.of(id); }
     /// By the stamp of its root.
-    TopLevelWindow* windowOfStamp(IdStamp root) const;
+    TopLevelWindow* windowOfStamp(IdStamp root) const { return windows_.ofStamp(root); }
     /// The foremost window at a place in root coordinates; null when there is none.
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
-    void broughtToFront(TopLevelWindow& window);
+    void broughtToFront(TopLevelWindow& window) { windows_.bringToFront(window); }
     /// It is the active one from now on: keys go there, and its root's canvas is `glib_rootcanvas()`.
     void activated(TopLevelWindow& window);
 
     bool hasPaintWork() const;
-    /// Destroys all roots.
+    /// Destroys all roots. What opens windows meanwhile has them closed, too, and in the end refused.
     void closeAll();
 
     // iRootHost
@@ -146,6 +146,7 @@ public:
     void rootToTop(Glob& root, bool activate) override;
     void constrainRoot(Glob& root) override;
     std::vector<Glob*> roots() const override;
+    Glob* rootAfter(Glob const* root) const override;
 
     // Drawable::Painter: paints and presents all windows
     void paintPending() override;
@@ -167,18 +168,20 @@ private:
     /// The window of an object, or for one in a pop-up the window that this belongs to; the active one where
     /// there is none.
     TopLevelWindow* ordinaryWindowFor(Glob* context) const;
-    void putInStack(TopLevelWindow& window);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
-    void visitWindows(Visit visit);
+    void visitDamaged(Visit visit);
+    void tellLookChanged();
 
     Backend& backend_;
-    /// In the order of opening.
-    std::vector<std::unique_ptr<TopLevelWindow>> windows_;
-    /// The foremost last.
-    std::vector<TopLevelWindow*> stacking_;
+    WindowList windows_;
     PopUpChain popUps_;
     Modality modality_;
+    /// Everything is being closed.
+    bool refusesWindows_ = false;
+    bool tellsLook_ = false;
+    bool lookHasChanged_ = false;
+    LifeToken life_;
 };
 
 } // namespace wainscot
