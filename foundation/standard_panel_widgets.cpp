@@ -189,8 +189,8 @@ Glob* StandardPanel::addStatusWidget(Glob* widget, unsigned short width) {
     LifeGuard const widgetLife = widget->guard();
     if (width != 0) widget->resize(width, widget->height());
     if (!life.alive() || !widgetLife.alive()) return nullptr;
+    bool const isFirst = !isStatusWidgetShown();
     auto& status = extras().status;
-    std::erase_if(status, [&](Extras::WidgetRef const& ref) { return !getWidget(ref.get()); });
     int const lift = std::max(0, (calcSize(spacingButton) - widget->height()) / 2);
     Glob* const before = status.empty() ? nullptr : status.back().get();
     Glob* const added =
@@ -199,13 +199,17 @@ Glob* StandardPanel::addStatusWidget(Glob* widget, unsigned short width) {
                : addWidget(widget, border_.getSize() + calcSize(spacingIndent), border_.getSize() + lift);
     if (!life.alive() || !added) return nullptr;
     extras().status.emplace_back(added);
-    layOut();
+    // The user area changes with the first one only.
+    if (isFirst) layOut();
     return life.alive() && widgetLife.alive() ? added : nullptr;
 }
 
 bool StandardPanel::isStatusWidgetShown() const {
-    return extras_ && std::any_of(extras_->status.begin(), extras_->status.end(),
-                                  [this](Extras::WidgetRef const& ref) { return getWidget(ref.get()); });
+    if (!extras_) return false;
+    // What has gone from the end is not asked about again.
+    auto& status = extras_->status;
+    while (!status.empty() && !getWidget(status.back().get())) status.pop_back();
+    return !status.empty();
 }
 
 // Title

@@ -38,11 +38,7 @@ TabOrderable::~TabOrderable() {
 
 // Also called while the derived object is gone: no virtual is called, and managers do not call back.
 void TabOrderable::leaveAllManagers() {
-    while (!managers_.empty()) {
-        TabOrderManager* const manager = managers_.front();
-        leaveManager(manager);
-        manager->dropStopsOf(*this);
-    }
+    for (TabOrderManager* const manager : std::exchange(managers_, {})) manager->dropStopsOf(*this);
 }
 
 void TabOrderable::handleTabStopFocusReceipt(eDirection) {}

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <stdexcept>
 #include <sys/stat.h>
 
 namespace wainscot {
@@ -80,6 +81,17 @@ TEST(Image, IsDrawnUprightBlendedAndScaled) {
         renderer.renderPrimitive(Glib::ImageDescription(image, IntBox(0, 0, 16, 12), 0.5));
         EXPECT_NEAR(static_cast<double>(window.surface.pixelAt({8, 6}) >> 16 & 0xFF), 128, 2);
     }
+}
+
+TEST(Image, APainterMayThrow) {
+    bool throws = false;
+    Qv::Ptr<Glib::Image> const image =
+        Glib::Image::fromPainter({4, 4}, [&](XY<int>, std::span<std::uint32_t>) {
+            if (throws) throw std::runtime_error("painter");
+        });
+    throws = true;
+    PaintedWindow window({20, 20});
+    EXPECT_THROW(window.draw(Glib::ImageDescription(image, IntBox(0, 0, 8, 8))), std::runtime_error);
 }
 
 TEST(Icons, AreFoundByBareNameOnly) {

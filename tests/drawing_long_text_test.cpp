@@ -42,6 +42,23 @@ TEST(LongText, EditsLikeAStringAndMeasuresLikeTheFont) {
     EXPECT_EQ(text.indexAt(100), 0U);
 }
 
+TEST(LongText, MeasuresWordsOfSeveralScriptsAsTheyAreLaidOut) {
+    std::wstring whole;
+    for (std::size_t i = 0; whole.size() < 20000; ++i) {
+        static constexpr std::wstring_view words[] = {
+            L"office ",          L"AVAT ",  L"— ", L"быстрая ", L"(7) ", L"λίγες ", L"日本 ", L"[ ",
+            L"  x\u0301\u0301 ", L"\u0301", L"\t"};
+        whole += words[i * i % 17 % std::size(words)];
+    }
+    for (int const size : {9, 12, 31}) {
+        auto const font = Glib::loadFont({"DejaVu Sans", static_cast<unsigned short>(size)});
+        Glib::LongText text(font);
+        text.setText(whole);
+        EXPECT_EQ(text.width(), font->textWidth(LightweightString<wchar_t>(std::wstring_view(whole))));
+        for (std::size_t i = 1; i < whole.size(); i += 101) EXPECT_GE(text.gapX(i + 1), text.gapX(i));
+    }
+}
+
 TEST(LongText, KeepsClustersTogetherAcrossBlocks) {
     Glib::LongText text(standardFont());
     text.setText(std::wstring(4000, L'a'));

@@ -43,6 +43,7 @@ protected:
         EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr) << "the pointer is still captured";
         EXPECT_TRUE(EventSystem::live().queue.empty()) << "messages are left";
         EXPECT_EQ(Drawable::holdCount(), 0) << "redraw holds are left";
+        EXPECT_FALSE(Drawable::isHeld()) << "lasting redraw holds are left";
         EXPECT_FALSE(DispatchScope::isActive());
         for (Diagnostics::Entry const& entry : Diagnostics::entries())
             EXPECT_TRUE(expected_.count(entry.kind.c_str()))

@@ -313,6 +313,33 @@ TEST_F(Lifetimes, RefusedAdoptionsChangeNothing) {
     EXPECT_EQ(root_->numChildren(), 1u);
 }
 
+TEST_F(Lifetimes, WhoeverSharesACanvasThatDiesDrawsOnItsParents) {
+    auto* const owner = addTo(root_, new ProbeGlob);
+    auto* const home = addTo(root_, new ProbeGlob(50, 50), BottomLeft(100, 100));
+    auto const sharing = [&] {
+        return std::make_unique<Glob>(static_cast<unsigned short>(10), static_cast<unsigned short>(10),
+                                      Palette(), true, owner->canvas());
+    };
+    Glob* const moved = owner->addChild(sharing());
+    home->addChild(moved);
+    Glob* const inner = moved->addChild(sharing());
+    std::unique_ptr<Glob> const nowhere = sharing();
+    sharing().reset();
+    owner->addChild(sharing());
+    driver_.settle();
+    delete owner;
+    EXPECT_EQ(moved->canvas(), home->canvas());
+    EXPECT_EQ(inner->canvas(), home->canvas());
+    EXPECT_TRUE(nowhere->ownsCanvas());
+    inner->makeDirty();
+    Glib::UpdateDeferrer const deferrer(inner->canvas());
+    EXPECT_EQ(inner->placeOnCanvas(), (XY<int>{0, 0}));
+    std::unique_ptr<Glob> const taken = home->takeWidget(moved);
+    delete home;
+    EXPECT_TRUE(taken->ownsCanvas());
+    EXPECT_EQ(inner->canvas(), taken->canvas());
+}
+
 /// Random changes of the tree against a plain model of parents and orders.
 TEST_F(Lifetimes, RandomTreesMatchAModel) {
     expectDiagnostic("tree operation refused");
@@ -377,6 +404,8 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
         parent->getChildren(found);
         EXPECT_EQ(found, children);
         EXPECT_EQ(parent->numChildren(), children.size());
+        for (std::size_t i = 0; i < children.size(); ++i)
+            EXPECT_EQ(parent->getWidget(static_cast<unsigned short>(i)), children[i]);
     }
 }
 

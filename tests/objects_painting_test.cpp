@@ -53,6 +53,38 @@ TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
     EXPECT_EQ(at(5, 5), root_->getCol().getAsLong());
 }
 
+/// Damage that is known already is not looked for again; it must be damage that is still to be painted.
+TEST_F(Paint, WhatIsDamagedTwiceIsPaintedWhereItIsThen) {
+    ProbeGlob* const panel = coloured(root_, IntBox(100, 100, 300, 250), red);
+    ProbeGlob* const child = coloured(panel, IntBox(10, 10, 60, 60), green);
+    using Deed = std::function<void()>;
+    Deed const deeds[] = {
+        [&] { Drawable::clearPendingRedraws(); },
+        [&] { panel->setVisible(false), panel->setVisible(true); },
+        [&] { panel->unmapCanvas(), child->makeDirty(), panel->mapCanvas(); },
+        [&] {
+            root_->setWidgetPos(panel, {80 + panel->getX() % 7, 90});
+        },
+        [&] {
+            panel->setWidgetPos(child, {30, 20}), panel->setWidgetPos(child, {10, 10});
+        },
+        [&] { panel->resize(150, 150), panel->resize(200, 150); },
+        [&] { child->resize(20, 20), child->resize(50, 50); },
+        [&] { root_->addChild(panel->takeWidget(child)), panel->addChild(child, BottomLeft(10, 10)); },
+        [&] { panel->moveToBottom(), child->moveToTop(); },
+    };
+    for (std::size_t i = 0; i < std::size(deeds); ++i) {
+        driver_.settle();
+        panel->makeDirty();
+        child->makeDirty();
+        deeds[i]();
+        child->setCol(i % 2 ? green : blue, true);
+        XY<int> const place = panel->box().bottomLeft() + XY<int>{30, 30};
+        EXPECT_EQ(at(place.x, place.y), i % 2 ? 0x00FF00u : 0x0000FFu) << i;
+        EXPECT_EQ(at(place.x + 100, place.y), 0xFF0000u) << i;
+    }
+}
+
 TEST_F(Paint, SeveralDamagedPlacesVisitEachChildOnceAndInOrder) {
     std::vector<ProbeGlob*> tiles;
     for (int i = 0; i < 400; ++i)

@@ -35,6 +35,26 @@ TEST(Json, BuildsAndReadsBack) {
     EXPECT_EQ(history.size(), 1u);
 }
 
+TEST(Json, AValueBecomesAPartOfItself) {
+    JsonValue value = parsed(R"({"a": [1, {"b": [[2, "deep"]]}]})");
+    value = value.member("a");
+    value = value.at(1);
+    value = std::move(const_cast<JsonValue&>(value.member("b").at(0)));
+    EXPECT_EQ(value.write(), R"([2,"deep"])");
+    JsonValue all = JsonValue::object();
+    EXPECT_TRUE(all.setWithin("keys", "a", JsonValue(1)) && all.setWithin("keys", "b", value));
+    EXPECT_TRUE(all.eraseWithin("keys", "a"));
+    EXPECT_FALSE(all.eraseWithin("keys", "a") || value.setWithin("keys", "a", JsonValue(1)));
+    EXPECT_EQ(all.write(), R"({"keys":{"b":[2,"deep"]}})");
+    for (int depth = 2; depth < JsonValue::maxDepth; ++depth) {
+        JsonValue outer = JsonValue::array();
+        outer.add(std::exchange(value, {}));
+        value = outer;
+    }
+    EXPECT_TRUE(all.setWithin("keys", "c", JsonValue(value.at(0))));
+    EXPECT_FALSE(all.setWithin("keys", "c", value)) << "too deep";
+}
+
 TEST(Json, KindsAreNotMixedUp) {
     JsonValue const number = parsed("12");
     EXPECT_EQ(number.asInteger(), 12);

@@ -5,6 +5,8 @@
 #include "host/services/clock.h"
 #include "tests/child_process.h"
 
+#include <cmath>
+#include <limits>
 #include <stdexcept>
 
 namespace wainscot {
@@ -135,6 +137,28 @@ TEST_F(Loop, ExceptionsAreReportedAndLeaveHoldsAndTreeInBalance) {
     // Move, press and release; the queued message; the painting.
     EXPECT_EQ(Diagnostics::countOf("exception in handler"), 5u);
     EXPECT_EQ(Diagnostics::countOf("redraw holds out of balance"), 3u);
+}
+
+TEST_F(Loop, AHoldOnPurposeLastsUntilItsOwnerEndsIt) {
+    auto* const probe = addTo(root_, new ProbeGlob);
+    driver_.settle();
+    std::unique_ptr<LastingRedrawHold> loading;
+    probe->onMessage = [&](LightweightString<char> const& name, Glob*) {
+        if (name == "begin") loading = std::make_unique<LastingRedrawHold>("loading");
+        if (name == "end") loading.reset();
+        probe->makeDirty();
+        return 1;
+    };
+    for (char const* name : {"begin", "more"}) {
+        sendMessage(name, probe);
+        driver_.settle();
+        Drawable::update();
+        EXPECT_EQ(probe->drawn, 1) << name;
+        EXPECT_THAT(Drawable::lastingHolds(), ElementsAre("loading"));
+    }
+    sendMessage("end", probe);
+    driver_.settle();
+    EXPECT_EQ(probe->drawn, 2);
 }
 
 TEST_F(Loop, ItEndsWithTheLastWindowOrWhenToldTo) {
@@ -290,6 +314,10 @@ TEST_F(Timers, AllThreeClocksMoveTogetherOrOneByOne) {
     EXPECT_EQ(now.calendar(), 86400);
     EXPECT_EQ(now.msecs(), msecs + 2500.5);
     EXPECT_EQ(service_get_msecs(), now.msecs());
+    expectDiagnostic("clock not moved");
+    for (double ms : {std::numeric_limits<double>::infinity(), std::nan("")}) virtualClock().advance(ms);
+    virtualClock().advanceTo(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(now.msecs(), msecs + 2500.5) << "there is no such time";
 }
 
 } // namespace

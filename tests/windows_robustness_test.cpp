@@ -2,6 +2,7 @@
 
 #include "host/messages/notifier.h"
 #include "host/objects/glob_notices.h"
+#include "host/windows/look.h"
 
 #include <limits>
 
@@ -107,6 +108,99 @@ TEST_F(Robust, PostingThatDoublesEndsTheTurnAllTheSame) {
     EXPECT_LE(delivered, 2 * EventLoop::maxDeliveries);
     doubling = false;
     driver_.settle();
+}
+
+TEST_F(Robust, WhatAnswersItselfForEverIsBounded) {
+    expectDiagnostic("window refused");
+    expectDiagnostic("event handlers offered in a ring");
+    expectDiagnostic("look change not told");
+    struct Answering : Glob {
+        Answering() : Glob(10, 10) {}
+        void handleLookChange() override {
+            if (++changes < 1000)
+                Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);
+        }
+        int changes = 0;
+    };
+    auto* const answering = addTo(root_, new Answering);
+    Look::broadcast();
+    EXPECT_GT(answering->changes, 2);
+    EXPECT_LT(answering->changes, 100);
+    destroy(answering);
+    Palette::setCurrentTheme(eThemeDark);
+
+    std::vector<ProbeGlob*> ring;
+    int asked = 0;
+    for (int i = 0; i < 3; ++i) {
+        ring.push_back(addTo(root_, new ProbeGlob));
+        ring.back()->onReact = [&](Event const&) { return ++asked < 0; };
+    }
+    for (std::size_t i = 0; i < 3; ++i) ring[i]->addEventHandler(ring[(i + 1) % 3], EventKind::keyPress);
+    ring[0]->handleEvent(Event(EventKind::keyPress));
+    EXPECT_EQ(asked, 4) << "each once, and the first at its own turn";
+    // A chain without a ring needs no call stack either.
+    for (int i = 0; i < 20000; ++i) {
+        ring.push_back(addTo(root_, new ProbeGlob));
+        ring[ring.size() - 2]->addEventHandler(ring.back(), EventKind::keyPress);
+    }
+    ring[3]->handleEvent(Event(EventKind::keyPress));
+
+    struct Calls : EventQueue::Call {
+        explicit Calls(int& count) : count_(count) {}
+        void run() override { ++count_; }
+        int& count_;
+    };
+    int calls = 0;
+    constexpr int most = EventLoop::maxDeliveries;
+    for (int i = 0; i < most + 10; ++i)
+        EventSystem::live().inbox->post(Qv::Ptr<EventQueue::Call>(new Calls(calls)));
+    host_->loop().turn();
+    EXPECT_EQ(calls, most);
+    driver_.settle();
+    EXPECT_EQ(calls, most + 10);
+
+    std::vector<NotifierSubscription> watches;
+    std::function<void(Glob*)> const openAnother = [&](Glob* glob) {
+        watches.push_back(GlobNotices::watchDeletion(*glob, calling([&] {
+            auto another = std::make_unique<Glob>(9, 9);
+            if (host_->globManager().realize(another.get())) openAnother(another.release());
+        })));
+    };
+    openAnother(root_);
+    host_->globManager().closeAll();
+    EXPECT_EQ(host_->globManager().numWindows(), 0u);
+    EXPECT_LT(watches.size(), 100u);
+}
+
+/// While the loop turns, and in a call from outside of it.
+TEST(HostInAHandler, EndsWhenThatHasReturned) {
+    for (bool const inLoop : {true, false}) {
+        Diagnostics::reset();
+        Diagnostics::setSink([](char const*) {});
+        HostSettings settings;
+        settings.name = "test";
+        settings.screen = HostSettings::Screen::offscreen;
+        auto host = std::make_unique<Host>(0, nullptr, settings);
+        auto* const probe = new ProbeGlob;
+        probe->onMessage = [&](auto const&, Glob*) {
+            sendMessage("never", probe);
+            host.reset();
+            EXPECT_THROW(Host(0, nullptr, settings), std::logic_error);
+            return 1;
+        };
+        host->globManager().realize(probe);
+        if (inLoop) {
+            sendMessage("end", probe);
+            EXPECT_EQ(host->run(), 0);
+        } else {
+            callMessage("end", probe, nullptr);
+        }
+        EXPECT_EQ(ProbeGlob::alive, 0);
+        EXPECT_EQ(EventSystem::current(), nullptr);
+        EXPECT_EQ(Diagnostics::countOf("host destroyed inside a handler"), 1u);
+        Diagnostics::setSink(nullptr);
+        Diagnostics::reset();
+    }
 }
 
 TEST_F(Robust, CallbacksThatEndOtherSubscriptionsWhenTheyGo) {

@@ -108,6 +108,18 @@ TEST_F(Screen, WhatIsTooLargeOrFarAwayKeepsItsUpperLeftCorner) {
     EXPECT_EQ(ScreenPlaces::monitorOf({monitor, {500, 0, 900, 400}}, IntBox(450, 0, 520, 300)), monitor);
     EXPECT_EQ(ScreenPlaces::monitorOf({monitor, {500, 0, 900, 400}}, IntBox(5000, 5000, 5000, 5000)),
               IntBox(500, 0, 900, 400));
+    constexpr int low = std::numeric_limits<int>::min();
+    constexpr int high = std::numeric_limits<int>::max();
+    for (IntBox const& anchor : {IntBox(low, low, low + 9, low + 9), IntBox(high - 9, high - 9, high, high),
+                                 IntBox(low, low, high, high), IntBox(high, high, low, low)})
+        for (auto side : {WidgetRelativity::above, WidgetRelativity::below, WidgetRelativity::leftOf,
+                          WidgetRelativity::rightOf})
+            for (auto alignment : {WidgetAlignment::start, WidgetAlignment::centre, WidgetAlignment::end})
+                for (int gap : {low, 0, high}) {
+                    IntBox const on = ScreenPlaces::monitorOf({monitor, {500, 0, 900, 400}}, anchor);
+                    IntBox const box = ScreenPlaces::besideOn(on, anchor, {60, 40}, side, gap, alignment).box;
+                    EXPECT_TRUE(on.contains(box)) << anchor.x1 << " " << gap;
+                }
 }
 
 TEST_F(Screen, PlacesOfWindows) {

@@ -3,17 +3,52 @@
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/surface.h"
 
+#include <unordered_map>
+#include <unordered_set>
+
 namespace wainscot {
 namespace {
 
 constinit PaintPhase* innermost = nullptr;
 
+/// Few canvases are shared, so that who shares them is kept beside them. Lives for ever, as canvases may.
+using Sharers = std::unordered_map<Canvas const*, std::unordered_set<CanvasClient*>>;
+
+Sharers& sharers() {
+    static auto& known = *new Sharers;
+    return known;
+}
+
 } // namespace
 
 CanvasClient::~CanvasClient() = default;
 
+void CanvasClient::sharedCanvasDying(Canvas const&) {}
+
 Canvas::~Canvas() {
+    dismissSharers();
     CanvasRenderer::forget(*this);
+}
+
+void Canvas::share(CanvasClient& sharer) {
+    sharers()[this].insert(&sharer);
+    shared_ = true;
+}
+
+void Canvas::unshare(CanvasClient& sharer) {
+    if (!shared_) return;
+    auto const found = sharers().find(this);
+    found->second.erase(&sharer);
+    if (!found->second.empty()) return;
+    sharers().erase(found);
+    shared_ = false;
+}
+
+void Canvas::dismissSharers() {
+    if (!shared_) return;
+    shared_ = false;
+    auto const told = sharers().extract(this);
+    for (CanvasClient* sharer : told.mapped()) sharer->sharedCanvasDying(*this);
 }
 
 CanvasPlace Canvas::place() const {

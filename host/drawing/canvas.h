@@ -34,6 +34,8 @@ public:
     virtual CanvasPlace canvasPlace() const = 0;
     /// Damages whatever is painted later than this client and meets `area` (in canvas coordinates).
     virtual void damageAbove(IntBox const& area) = 0;
+    /// The canvas of another, on which it draws, is going: it must draw elsewhere. Nothing here.
+    virtual void sharedCanvasDying(Canvas const& canvas);
 };
 
 /// A light handle on the place where an owner draws: it has no pixels and may exist unattached.
@@ -68,6 +70,12 @@ public:
     /// Damages an area (canvas coordinates) so that it is painted again; nothing while unattached or hidden.
     void damage(IntBox const& area) const;
 
+    /// From now on `sharer` draws here as well, and is told when the canvas goes.
+    void share(CanvasClient& sharer);
+    void unshare(CanvasClient& sharer);
+    /// Tells those who share it to draw elsewhere; afterwards nobody does.
+    void dismissSharers();
+
     LifeToken const& life() const { return life_; }
 
 private:
@@ -76,6 +84,7 @@ private:
     Qv::Ptr<iRegion> shape_;
     float opacity_ = 1.0F;
     bool mapped_ = true;
+    bool shared_ = false;
     LifeToken life_;
 };
 

@@ -7,6 +7,8 @@
 namespace wainscot {
 namespace {
 
+constinit std::uint32_t takenCount = 1;
+
 std::int64_t areaOf(IntBox const& box) {
     return box.isEmpty() ? 0 : static_cast<std::int64_t>(box.width()) * box.height();
 }
@@ -60,6 +62,7 @@ void Damage::add(IntBox const& box) {
     if (box.isEmpty()) return;
     for (IntBox const& known : boxes_)
         if (known.contains(box)) return;
+    if (boxes_.empty() && watcher_) watcher_->damageAdded();
     IntBox added = box;
     absorb(boxes_, added);
     boxes_.push_back(added);
@@ -84,7 +87,21 @@ bool Damage::intersects(IntBox const& box) const {
     return false;
 }
 
+void Damage::clear() {
+    ++takenCount;
+    boxes_.clear();
+}
+
+void Damage::noteShown() {
+    ++takenCount;
+}
+
+std::uint32_t Damage::numTaken() {
+    return takenCount;
+}
+
 std::vector<IntBox> Damage::take() {
+    ++takenCount;
     return std::exchange(boxes_, {});
 }
 

@@ -5,12 +5,20 @@
 #include "host/drawing/surface.h"
 
 #include <algorithm>
+#include <map>
 
 namespace wainscot {
 namespace {
 
 constinit int holds = 0;
 constinit Drawable::Painter* installed = nullptr;
+
+/// By their numbers. Lives for ever, as its entries may.
+std::map<std::uint64_t, LightweightString<char>>& lasting() {
+    static auto& known = *new std::map<std::uint64_t, LightweightString<char>>;
+    return known;
+}
+constinit std::uint64_t lastHold = 0;
 
 } // namespace
 
@@ -32,6 +40,24 @@ int Drawable::holdCount() {
     return holds;
 }
 
+bool Drawable::isHeld() {
+    return holds > 0 || !lasting().empty();
+}
+
+std::vector<LightweightString<char>> Drawable::lastingHolds() {
+    std::vector<LightweightString<char>> purposes;
+    for (auto const& [number, purpose] : lasting()) purposes.push_back(purpose);
+    return purposes;
+}
+
+LastingRedrawHold::LastingRedrawHold(LightweightString<char> purpose) : number_(++lastHold) {
+    lasting().emplace(number_, std::move(purpose));
+}
+
+LastingRedrawHold::~LastingRedrawHold() {
+    lasting().erase(number_);
+}
+
 void Drawable::restoreHoldCount(int count) {
     holds = std::max(0, count);
 }
@@ -41,7 +67,7 @@ void Drawable::clearPendingRedraws() {
 }
 
 void Drawable::update() {
-    if (installed && holds == 0 && !PaintPhase::current()) installed->paintPending();
+    if (installed && !isHeld() && !PaintPhase::current()) installed->paintPending();
 }
 
 void Drawable::setPainter(Painter* painter) {

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "host/base/life.h"
+#include "host/base/lightweight_string.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace wainscot {
 
@@ -20,7 +24,12 @@ public:
 
     static void disableRedraws();
     static void enableRedraws();
+    /// Holds of handlers; those of `LastingRedrawHold` do not count.
     static int holdCount();
+    /// Any hold exists, lasting ones too.
+    static bool isHeld();
+    /// What the lasting holds that exist were made for, oldest first.
+    static std::vector<LightweightString<char>> lastingHolds();
     /// Brings the count back to what it was; used by the loop after each handler.
     static void restoreHoldCount(int count);
 
@@ -40,6 +49,20 @@ public:
     ~RedrawHold() { Drawable::enableRedraws(); }
     RedrawHold(RedrawHold const&) = delete;
     RedrawHold& operator=(RedrawHold const&) = delete;
+};
+
+/// Holds back all painting for as long as it lives, which may be from one handler to a later one: while data
+/// is loaded, say. Whoever wants that owns it; a hold that a handler makes without one is taken to be
+/// forgotten, and ends with the handler. `purpose` tells whose it is, for diagnostics.
+class WAINSCOT_API LastingRedrawHold {
+public:
+    explicit LastingRedrawHold(LightweightString<char> purpose);
+    ~LastingRedrawHold();
+    LastingRedrawHold(LastingRedrawHold const&) = delete;
+    LastingRedrawHold& operator=(LastingRedrawHold const&) = delete;
+
+private:
+    std::uint64_t number_;
 };
 
 WAINSCOT_API void refresh_off();

@@ -110,6 +110,10 @@ std::optional<double> Font::plainWidth(std::wstring_view block) const {
     // No character of a pair can turn its line.
     if (std::optional<double> const width = widthByPairs(block)) return width;
     if (Bidi::mayTurn(block)) return std::nullopt;
+    if (pairs_) {
+        if (!words_) words_ = std::make_unique<WordWidths>(*this);
+        if (std::optional<double> const width = words_->width(block)) return width;
+    }
     return static_cast<double>(TextShaper(*this, block).shape()->width());
 }
 

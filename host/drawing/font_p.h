@@ -4,6 +4,7 @@
 #include "host/drawing/font_face_p.h"
 #include "host/drawing/pair_advances_p.h"
 #include "host/drawing/text_layout_p.h"
+#include "host/drawing/word_widths_p.h"
 
 #include <optional>
 #include <string_view>
@@ -61,6 +62,8 @@ private:
     int descent_;
     mutable std::vector<SizedFace> faces_;
     std::unique_ptr<PairAdvances> pairs_;
+    /// Made when needed; none where `pairs_` is none.
+    mutable std::unique_ptr<WordWidths> words_;
     mutable std::unordered_map<std::uint32_t, std::uint16_t> fallbacks_;
 };
 

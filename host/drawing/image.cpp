@@ -85,7 +85,13 @@ pixman_image_t* resampled(Image const& image, XY<int> size) {
 /// The picture as its painter draws it at that size.
 pixman_image_t* drawnAnew(Image const& image, XY<int> size) {
     pixman_image_t* result = pixman_image_create_bits(PIXMAN_a8r8g8b8, size.x, size.y, nullptr, 0);
-    if (result) image.painter()(size, {pixman_image_get_data(result), pixelCount(size)});
+    if (!result) return nullptr;
+    try {
+        image.painter()(size, {pixman_image_get_data(result), pixelCount(size)});
+    } catch (...) {
+        pixman_image_unref(result);
+        throw;
+    }
     return result;
 }
 

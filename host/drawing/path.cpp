@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <memory>
 #include <numbers>
+#include <utility>
 
 namespace wainscot {
 namespace {
@@ -24,6 +26,45 @@ struct PathStep {
     double to = 0;
 };
 
+/// Steps that copies share: saving the state costs nothing however long the path is.
+class Path {
+public:
+    Path() = default;
+    Path(Path const&) = default;
+    Path(Path&&) noexcept = default;
+    Path& operator=(Path other) noexcept {
+        last_.swap(other.last_);
+        return *this;
+    }
+    ~Path() { clear(); }
+
+    bool empty() const { return !last_; }
+    PathStep const& back() const { return last_->step; }
+    void push_back(PathStep const& step) {
+        auto node = std::make_shared<Node>(Node{step, std::move(last_)});
+        last_ = std::move(node);
+    }
+    /// One by one: letting go of the last would take a call for each step inside the other.
+    void clear() {
+        while (last_ && last_.use_count() == 1) last_ = std::exchange(last_->before, nullptr);
+        last_.reset();
+    }
+    std::vector<PathStep> steps() const {
+        std::vector<PathStep> all;
+        for (Node const* node = last_.get(); node; node = node->before.get()) all.push_back(node->step);
+        std::reverse(all.begin(), all.end());
+        return all;
+    }
+
+private:
+    struct Node {
+        PathStep step;
+        std::shared_ptr<Node> before;
+    };
+
+    std::shared_ptr<Node> last_;
+};
+
 struct DrawingState {
     Canvas* canvas = nullptr;
     LifeGuard guard{nullptr, IdStamp()};
@@ -31,7 +72,7 @@ struct DrawingState {
     double offsetY = 0;
     Colour colour;
     double lineWidth = 1;
-    std::vector<PathStep> path;
+    Path path;
 };
 
 /// Lives for ever: savers may end while the program does.
@@ -204,19 +245,18 @@ void glib_closepath() {
 }
 
 void glib_fill() {
-    drawPath(state().path, cairo_fill);
+    drawPath(state().path.steps(), cairo_fill);
 }
 
 void glib_stroke() {
-    drawPath(state().path, cairo_stroke);
+    drawPath(state().path.steps(), cairo_stroke);
 }
 
 void glib_rect(double x, double y, double width, double height) {
-    std::vector<PathStep> kept;
-    kept.swap(state().path);
+    Path kept = std::exchange(state().path, {});
     glib_addrect(x, y, width, height);
     glib_fill();
-    state().path.swap(kept);
+    state().path = std::move(kept);
 }
 
 void glib_roundedRectOutline(IntBox const& box, unsigned int radius, int edgeWidth) {

@@ -57,6 +57,8 @@ public:
     Damage& toPaint() { return toPaint_; }
     /// What has been painted and not yet been brought to the screen.
     Damage& toPresent() { return toPresent_; }
+    Damage const& toPaint() const { return toPaint_; }
+    Damage const& toPresent() const { return toPresent_; }
 
     /// While held, painting visits leave the surface alone; its damage waits. Nests.
     void holdPainting() { ++holds_; }

@@ -2,35 +2,46 @@
 
 #include "host/events/event_system.h"
 
-#include <algorithm>
+#include <vector>
 
 namespace wainscot {
 
 IdStamp FilterStack<Event>::push(EventHandler* handler, int priority) {
     if (!handler) return IdStamp();
-    auto const higher = [](Entry const& entry, int wanted) { return entry.priority > wanted; };
-    auto const place = std::lower_bound(entries_.begin(), entries_.end(), priority, higher);
-    Entry const entry{IdStamp::make(), handler, handler->idStamp(), priority};
-    entries_.insert(place, entry);
-    return entry.stamp;
+    IdStamp const stamp = IdStamp::make();
+    entries_.emplace(Rank{priority, stamp.value()}, Entry{handler, handler->idStamp()});
+    priorities_.emplace(stamp.value(), priority);
+    byHandler_.emplace(handler, stamp.value());
+    return stamp;
 }
 
 bool FilterStack<Event>::pop(IdStamp entry) {
-    return std::erase_if(entries_, [&](Entry const& e) { return e.stamp == entry; }) > 0;
+    auto const known = priorities_.find(entry.value());
+    if (known == priorities_.end()) return false;
+    auto const found = entries_.find({known->second, entry.value()});
+    byHandler_.erase({found->second.handler, entry.value()});
+    entries_.erase(found);
+    priorities_.erase(known);
+    return true;
 }
 
 void FilterStack<Event>::removeAll(EventHandler const* handler) {
-    std::erase_if(entries_, [&](Entry const& e) { return e.handler == handler; });
-}
-
-bool FilterStack<Event>::contains(IdStamp entry) const {
-    return std::any_of(entries_.begin(), entries_.end(), [&](Entry const& e) { return e.stamp == entry; });
+    if (entries_.empty()) return;
+    auto next = byHandler_.lower_bound({handler, 0});
+    while (next != byHandler_.end() && next->first == handler) {
+        auto const known = priorities_.find(next->second);
+        entries_.erase({known->second, known->first});
+        priorities_.erase(known);
+        next = byHandler_.erase(next);
+    }
 }
 
 bool FilterStack<Event>::offer(Event const& event, std::function<bool(EventHandler&)> const& mayAsk) {
-    std::vector<Entry> const asked = entries_;
-    for (Entry const& entry : asked) {
-        if (!contains(entry.stamp) || !EventHandler::valid(entry.handler, entry.handlerStamp)) continue;
+    if (entries_.empty()) return false;
+    std::vector<std::pair<Rank, Entry>> const asked(entries_.begin(), entries_.end());
+    for (auto const& [rank, entry] : asked) {
+        bool const isThere = priorities_.count(rank.stamp) > 0;
+        if (!isThere || !EventHandler::valid(entry.handler, entry.handlerStamp)) continue;
         if (!mayAsk(*entry.handler)) continue;
         if (entry.handler->intercept(event)) return true;
     }

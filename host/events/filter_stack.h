@@ -2,8 +2,12 @@
 
 #include "host/events/event.h"
 
+#include <cstdint>
 #include <functional>
-#include <vector>
+#include <map>
+#include <set>
+#include <unordered_map>
+#include <utility>
 
 namespace wainscot {
 
@@ -23,7 +27,7 @@ public:
     void removeAll(EventHandler const* handler);
 
     std::size_t size() const { return entries_.size(); }
-    bool contains(IdStamp entry) const;
+    bool contains(IdStamp entry) const { return priorities_.count(entry.value()) > 0; }
 
     /// Offers a key press or release to the handlers for which `mayAsk` answers true, until one consumes it.
     /// A handler pushed meanwhile is not asked, one that has gone neither.
@@ -31,13 +35,23 @@ public:
 
 private:
     struct Entry {
-        IdStamp stamp;
         EventHandler* handler;
         IdStamp handlerStamp;
+    };
+    /// The place of an entry: stamps grow, so that the latest has the largest.
+    struct Rank {
         int priority;
+        std::uint64_t stamp;
+        bool operator<(Rank const& other) const {
+            return priority != other.priority ? priority > other.priority : stamp > other.stamp;
+        }
     };
 
-    std::vector<Entry> entries_;
+    /// In the order of asking.
+    std::map<Rank, Entry> entries_;
+    std::unordered_map<std::uint64_t, int> priorities_;
+    /// The stamps of the entries of each handler.
+    std::set<std::pair<EventHandler const*, std::uint64_t>> byHandler_;
 };
 
 /// The stack on which keys are offered before they are dispatched; that of the live host.

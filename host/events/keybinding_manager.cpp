@@ -4,7 +4,6 @@
 #include "host/events/key_names.h"
 #include "host/services/preferences.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace wainscot {
@@ -51,31 +50,27 @@ KeybindingManager& KeybindingManager::instance() {
 void KeybindingManager::load() {
     if (loaded_) return;
     loaded_ = true;
-    for (auto const& [command, list] : prefs().value(preference).members())
-        if (list.isArray()) users_[command] = keysFrom(list);
-}
-
-void KeybindingManager::store() {
-    JsonValue all = JsonValue::object();
-    for (auto const& [command, keys] : users_) all.set(command, listOf(keys));
-    prefs().setValue(preference, std::move(all));
-    fresh_ = false;
-}
-
-void KeybindingManager::claimKeys(Table const& table, bool isUsers) {
-    for (auto const& [command, keys] : table) {
-        if (!isUsers && users_.count(command) != 0) continue;
-        for (std::uint32_t const key : keys) owners_.emplace(key, command);
+    for (auto const& [command, list] : prefs().value(preference).members()) {
+        if (!list.isArray()) continue;
+        disclaimKeys(command);
+        users_[command] = keysFrom(list);
+        claimKeys(command);
     }
 }
 
-void KeybindingManager::refresh() {
-    load();
-    if (fresh_) return;
-    fresh_ = true;
-    owners_.clear();
-    claimKeys(users_, true);
-    claimKeys(defaults_, false);
+void KeybindingManager::claimKeys(Name const& command) {
+    bool const byDefault = users_.count(command) == 0;
+    for (std::uint32_t const key : keysOf(command)) claims_[key].insert({byDefault, command});
+}
+
+void KeybindingManager::disclaimKeys(Name const& command) {
+    bool const byDefault = users_.count(command) == 0;
+    for (std::uint32_t const key : keysOf(command)) {
+        auto const claims = claims_.find(key);
+        if (claims == claims_.end()) continue;
+        claims->second.erase({byDefault, command});
+        if (claims->second.empty()) claims_.erase(claims);
+    }
 }
 
 KeybindingManager::Keys const& KeybindingManager::keysOf(Name const& command) const {
@@ -86,29 +81,31 @@ KeybindingManager::Keys const& KeybindingManager::keysOf(Name const& command) co
 }
 
 KeybindingManager::Keys KeybindingManager::getKeysAssignedToCommand(Name const& command) {
-    refresh();
+    load();
     Keys keys;
-    for (std::uint32_t const key : keysOf(command)) {
-        bool const isNew = std::find(keys.begin(), keys.end(), key) == keys.end();
-        if (isNew && getCommandForKey(key) == command) keys.push_back(key);
-    }
+    std::set<std::uint32_t> seen;
+    for (std::uint32_t const key : keysOf(command))
+        if (seen.insert(key).second && getCommandForKey(key) == command) keys.push_back(key);
     return keys;
 }
 
 KeybindingManager::Name KeybindingManager::getCommandForKey(std::uint32_t key) {
-    refresh();
-    auto const found = owners_.find(key);
-    return found == owners_.end() ? Name() : found->second;
+    load();
+    auto const found = claims_.find(key);
+    return found == claims_.end() ? Name() : found->second.begin()->command;
 }
 
 void KeybindingManager::setDefaultKeys(Name const& command, Keys keys) {
+    disclaimKeys(command);
     defaults_[command] = std::move(keys);
-    fresh_ = false;
+    claimKeys(command);
 }
 
 void KeybindingManager::setUserKeys(Name const& command, Keys keys) {
+    disclaimKeys(command);
+    prefs().setEntry(preference, command, listOf(keys));
     users_[command] = std::move(keys);
-    store();
+    claimKeys(command);
 }
 
 void KeybindingManager::unassignKey(std::uint32_t key) {
@@ -129,7 +126,11 @@ void KeybindingManager::assignKey(std::uint32_t key, Name const& command) {
 
 void KeybindingManager::resetToDefaults(Name const& command) {
     load();
-    if (users_.erase(command) != 0) store();
+    if (users_.count(command) == 0) return;
+    disclaimKeys(command);
+    users_.erase(command);
+    claimKeys(command);
+    prefs().setEntry(preference, command, JsonValue());
 }
 
 } // namespace wainscot

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace wainscot {
@@ -47,18 +48,25 @@ private:
 
     /// Reads the user's choice at the first use.
     void load();
-    void store();
     Keys const& keysOf(Name const& command) const;
     void setUserKeys(Name const& command, Keys keys);
-    /// Makes the way from keys to commands again when something has changed.
-    void refresh();
-    void claimKeys(Table const& table, bool isUsers);
+    /// Takes the keys of a command out of the way from keys to commands; `claimKeys` puts them back as they
+    /// are then.
+    void disclaimKeys(Name const& command);
+    void claimKeys(Name const& command);
 
     Table users_;
     Table defaults_;
-    std::map<std::uint32_t, Name> owners_;
+    /// Who wants a key. The first one has it: those for whom the user has chosen come first.
+    struct Claim {
+        bool byDefault;
+        Name command;
+        bool operator<(Claim const& other) const {
+            return byDefault != other.byDefault ? other.byDefault : command < other.command;
+        }
+    };
+    std::map<std::uint32_t, std::set<Claim>> claims_;
     bool loaded_ = false;
-    bool fresh_ = false;
 };
 
 } // namespace wainscot

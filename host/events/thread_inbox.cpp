@@ -1,5 +1,7 @@
 #include "host/events/thread_inbox.h"
 
+#include <iterator>
+
 namespace wainscot {
 
 void ThreadInbox::post(Qv::Ptr<EventQueue::Call> call) {
@@ -10,9 +12,14 @@ void ThreadInbox::post(Qv::Ptr<EventQueue::Call> call) {
     if (wake_) wake_();
 }
 
-std::vector<Qv::Ptr<EventQueue::Call>> ThreadInbox::take() {
+std::deque<Qv::Ptr<EventQueue::Call>> ThreadInbox::take(std::size_t most) {
     std::lock_guard const lock(mutex_);
-    return std::exchange(calls_, {});
+    if (calls_.size() <= most) return std::exchange(calls_, {});
+    auto const end = calls_.begin() + static_cast<std::ptrdiff_t>(most);
+    std::deque<Qv::Ptr<EventQueue::Call>> taken(std::make_move_iterator(calls_.begin()),
+                                                std::make_move_iterator(end));
+    calls_.erase(calls_.begin(), end);
+    return taken;
 }
 
 bool ThreadInbox::empty() const {
@@ -21,7 +28,7 @@ bool ThreadInbox::empty() const {
 }
 
 void ThreadInbox::close() {
-    std::vector<Qv::Ptr<EventQueue::Call>> dropped;
+    std::deque<Qv::Ptr<EventQueue::Call>> dropped;
     std::lock_guard const lock(mutex_);
     closed_ = true;
     dropped.swap(calls_);

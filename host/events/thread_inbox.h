@@ -2,9 +2,9 @@
 
 #include "host/events/event_queue.h"
 
+#include <deque>
 #include <functional>
 #include <mutex>
-#include <vector>
 
 namespace wainscot {
 
@@ -15,15 +15,15 @@ public:
     explicit ThreadInbox(std::function<void()> wake) : wake_(std::move(wake)) {}
 
     void post(Qv::Ptr<EventQueue::Call> call);
-    /// All calls that have come, oldest first.
-    std::vector<Qv::Ptr<EventQueue::Call>> take();
+    /// The calls that have come, oldest first; no more than `most`, the others stay.
+    std::deque<Qv::Ptr<EventQueue::Call>> take(std::size_t most);
     bool empty() const;
     /// From now on what is posted is dropped.
     void close();
 
 private:
     mutable std::mutex mutex_;
-    std::vector<Qv::Ptr<EventQueue::Call>> calls_;
+    std::deque<Qv::Ptr<EventQueue::Call>> calls_;
     std::function<void()> wake_;
     bool closed_ = false;
 };

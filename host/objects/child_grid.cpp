@@ -15,14 +15,39 @@ int cellAt(int place, int low, int extent, int cells) {
     return static_cast<int>(std::clamp<std::int64_t>(along, 0, cells - 1));
 }
 
-void erase(std::vector<std::uint32_t>& numbers, std::uint32_t number) {
-    auto const found = std::find(numbers.begin(), numbers.end(), number);
-    if (found == numbers.end()) return;
-    *found = numbers.back();
-    numbers.pop_back();
+} // namespace
+
+void NumberBag::add(std::uint32_t number) {
+    if (!many_ && few_.size() == fewAtMost) {
+        many_ = std::make_unique<std::unordered_set<std::uint32_t>>(few_.begin(), few_.end());
+        few_.clear();
+    }
+    if (many_)
+        many_->insert(number);
+    else
+        few_.push_back(number);
 }
 
-} // namespace
+void NumberBag::remove(std::uint32_t number) {
+    if (many_) {
+        many_->erase(number);
+        return;
+    }
+    auto const found = std::find(few_.begin(), few_.end(), number);
+    if (found == few_.end()) return;
+    *found = few_.back();
+    few_.pop_back();
+}
+
+void NumberBag::clear() {
+    few_.clear();
+    many_.reset();
+}
+
+void NumberBag::appendTo(std::vector<std::uint32_t>& numbers) const {
+    numbers.insert(numbers.end(), few_.begin(), few_.end());
+    if (many_) numbers.insert(numbers.end(), many_->begin(), many_->end());
+}
 
 void ChildGrid::reset(std::vector<IntBox> const& boxes) {
     entries_.clear();
@@ -35,7 +60,8 @@ void ChildGrid::reset(std::vector<IntBox> const& boxes) {
     double const height = std::max(extent_.height(), 1);
     columns_ = std::clamp(static_cast<int>(std::lround(std::sqrt(wanted * width / height))), 1, 1024);
     rows_ = std::clamp(static_cast<int>(std::lround(wanted / columns_)), 1, 1024);
-    cells_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), {});
+    cells_.clear();
+    cells_.resize(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_));
 }
 
 ChildGrid::CellRange ChildGrid::cellsOf(IntBox const& box) const {
@@ -72,22 +98,22 @@ void ChildGrid::link(std::uint32_t number) {
     if (!extent_.contains(entries_[number].box)) ++outside_;
     CellRange const range = cellsOf(entries_[number].box);
     if (range.count() > maxCellsOfOneChild) {
-        large_.push_back(number);
+        large_.add(number);
         return;
     }
     for (int y = range.y1; y <= range.y2; ++y)
-        for (int x = range.x1; x <= range.x2; ++x) cells_[cellNumber(x, y)].push_back(number);
+        for (int x = range.x1; x <= range.x2; ++x) cells_[cellNumber(x, y)].add(number);
 }
 
 void ChildGrid::unlink(std::uint32_t number) {
     if (!extent_.contains(entries_[number].box)) --outside_;
     CellRange const range = cellsOf(entries_[number].box);
     if (range.count() > maxCellsOfOneChild) {
-        erase(large_, number);
+        large_.remove(number);
         return;
     }
     for (int y = range.y1; y <= range.y2; ++y)
-        for (int x = range.x1; x <= range.x2; ++x) erase(cells_[cellNumber(x, y)], number);
+        for (int x = range.x1; x <= range.x2; ++x) cells_[cellNumber(x, y)].remove(number);
 }
 
 void ChildGrid::addMeeting(Entry const& entry, std::span<IntBox const> areas,
@@ -107,15 +133,13 @@ void ChildGrid::find(std::span<IntBox const> areas, std::vector<Glob*>& found) c
         for (Entry const& entry : entries_) addMeeting(entry, areas, found);
         return;
     }
-    std::vector<std::uint32_t> numbers = large_;
+    std::vector<std::uint32_t> numbers;
+    large_.appendTo(numbers);
     for (IntBox const& area : areas) {
         if (area.isEmpty()) continue;
         CellRange const range = cellsOf(area);
         for (int y = range.y1; y <= range.y2; ++y) {
-            for (int x = range.x1; x <= range.x2; ++x) {
-                auto const& cell = cells_[cellNumber(x, y)];
-                numbers.insert(numbers.end(), cell.begin(), cell.end());
-            }
+            for (int x = range.x1; x <= range.x2; ++x) cells_[cellNumber(x, y)].appendTo(numbers);
         }
     }
     std::sort(numbers.begin(), numbers.end());

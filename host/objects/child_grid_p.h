@@ -3,12 +3,30 @@
 #include "host/base/box.h"
 
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <unordered_set>
 #include <vector>
 
 namespace wainscot {
 
 class Glob;
+
+/// Numbers in any order. Adding and taking out cost the same however many there are.
+class NumberBag {
+public:
+    void add(std::uint32_t number);
+    void remove(std::uint32_t number);
+    void clear();
+    void appendTo(std::vector<std::uint32_t>& numbers) const;
+
+private:
+    /// So many are searched quickly; more are kept by hash.
+    static constexpr std::size_t fewAtMost = 128;
+
+    std::vector<std::uint32_t> few_;
+    std::unique_ptr<std::unordered_set<std::uint32_t>> many_;
+};
 
 /// Finds the children of a parent that meet a box, without looking at the others. Children are numbered in
 /// their order from below to above.
@@ -57,9 +75,9 @@ private:
     void addMeeting(Entry const& entry, std::span<IntBox const> areas, std::vector<Glob*>& found) const;
 
     std::vector<Entry> entries_;
-    std::vector<std::vector<std::uint32_t>> cells_;
+    std::vector<NumberBag> cells_;
     /// Children over so many cells that they are looked at each time.
-    std::vector<std::uint32_t> large_;
+    NumberBag large_;
     IntBox extent_;
     int columns_ = 1;
     int rows_ = 1;

@@ -2,6 +2,7 @@
 
 #include "host/base/configb.h"
 #include "host/base/diagnostics.h"
+#include "host/drawing/damage.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/activity.h"
@@ -59,6 +60,7 @@ void Glob::init(XY<int> size, Canvas* canvas, bool opaque) {
     width_ = oldWidth_ = static_cast<unsigned short>(size.x);
     height_ = oldHeight_ = static_cast<unsigned short>(size.y);
     canvas_ = canvas ? canvas : &ownCanvas_;
+    if (canvas) canvas->share(*this);
 }
 
 Glob::~Glob() {
@@ -102,9 +104,7 @@ Glob* Glob::getWidget(Glob* child) const {
 }
 
 Glob* Glob::getWidget(unsigned short index) const {
-    Glob* child = index < numChildren_ ? firstChild_ : nullptr;
-    for (unsigned short i = 0; child && i < index; ++i) child = child->next_;
-    return child;
+    return index < numChildren_ ? Tree::childAt(const_cast<Glob&>(*this), index) : nullptr;
 }
 
 bool Glob::isParentedTo(Glob const* glob, Glob const* ancestor) {
@@ -493,6 +493,7 @@ void Glob::setOpacity(double opacity) {
 void Glob::mapCanvas() {
     if (canvas_->isMapped()) return;
     canvas_->setMapped(true);
+    Damage::noteShown();
     Tree::noteChange();
     makeDirty();
     damageWithSurround();

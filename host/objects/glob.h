@@ -398,6 +398,7 @@ public:
     // CanvasClient
     CanvasPlace canvasPlace() const override;
     void damageAbove(IntBox const& area) override;
+    void sharedCanvasDying(Canvas const& canvas) override;
 
 private:
     friend class Activity;
@@ -455,6 +456,11 @@ private:
     bool isWindow() const;
     /// Damages it with what is drawn round it.
     void damageWithSurround();
+    /// It lies on its parent's canvas, or on its own there: what damages the parent damages it.
+    bool liesOnParent() const;
+    /// Whether a handler that was added for such events has consumed it.
+    bool offerToHandlers(Event const& event);
+    void leaveSharedCanvas();
     /// What a moving object does with the pointer. True = used.
     bool followPointer(Event const& event);
 
@@ -476,6 +482,9 @@ private:
     int interest_ = 0;
     /// Its number in the parent's child grid.
     std::uint32_t gridNumber_ = 0;
+    /// `Damage::numTaken()` when all of it was damaged and none of that has been painted; else another
+    /// number.
+    std::uint32_t wholeDamaged_ = 0;
     Canvas ownCanvas_;
     Canvas* canvas_ = nullptr;
     Palette palette_;

@@ -1,3 +1,4 @@
+#include "host/drawing/damage.h"
 #include "host/objects/glob.h"
 
 #include "host/drawing/canvas_renderer.h"
@@ -43,9 +44,41 @@ void Glob::makeDirty() {
     damage(bounds());
 }
 
+bool Glob::liesOnParent() const {
+    return !parent_ || ownsCanvas() || canvas_ == parent_->canvas_;
+}
+
+/// What is damaged as a whole already, by itself or with its parent, is not looked for again: building or
+/// changing a deep tree costs nobody the way to the root each time.
 void Glob::damage(IntBox const& part) {
     if (part.isEmpty() || !isVisible()) return;
-    canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
+    std::uint32_t const now = Damage::numTaken();
+    if (wholeDamaged_ == now) return;
+    bool const isOnParent = liesOnParent();
+    bool const coveredByParent = isOnParent && parent_ && parent_->wholeDamaged_ == now;
+    if (!coveredByParent) canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
+    if (isOnParent && part.contains(bounds())) wholeDamaged_ = now;
+}
+
+/// Those between it and the parent whose canvas it takes over may share the dying one, too.
+void Glob::sharedCanvasDying(Canvas const& canvas) {
+    std::vector<Glob*> homeless;
+    Glob* glob = this;
+    for (; glob && glob->canvas_ == &canvas; glob = glob->parent_) homeless.push_back(glob);
+    if (homeless.empty()) return;
+    Canvas* const heir = glob ? glob->canvas_ : &homeless.back()->ownCanvas_;
+    for (Glob* sharer : homeless) {
+        sharer->canvas_ = heir;
+        sharer->wholeDamaged_ = 0;
+        if (heir != &sharer->ownCanvas_) heir->share(*sharer);
+    }
+    for (auto sharer = homeless.rbegin(); sharer != homeless.rend(); ++sharer) (*sharer)->makeDirty();
+}
+
+void Glob::leaveSharedCanvas() {
+    if (ownsCanvas()) return;
+    canvas_->unshare(*this);
+    canvas_ = &ownCanvas_;
 }
 
 void Glob::setPalette(Palette const& palette) {

@@ -46,6 +46,34 @@ bool hasHandedDown(Glob const& glob, Event const& event) {
         if (entry->glob == &glob && entry->event->kind() == event.kind()) return true;
     return false;
 }
+/// An object whose handlers are being offered an event. They may offer it to theirs in turn, but not in a
+/// ring, and not more deeply than any interface needs.
+class Offering {
+public:
+    Offering(Event const& event, Glob const& glob) : event_(&event), glob_(&glob), outer_(innermost) {
+        int depth = 0;
+        for (Offering const* running = outer_; running && isAllowed_; running = running->outer_) {
+            bool const isSame = running->event_ == &event && running->glob_ == &glob;
+            isAllowed_ = !isSame && ++depth < maxDepth;
+        }
+        innermost = this;
+    }
+    ~Offering() { innermost = outer_; }
+    Offering(Offering const&) = delete;
+    Offering& operator=(Offering const&) = delete;
+
+    bool isAllowed() const { return isAllowed_; }
+
+private:
+    static constexpr int maxDepth = 64;
+    static constinit Offering* innermost;
+
+    Event const* event_;
+    Glob const* glob_;
+    Offering* outer_;
+    bool isAllowed_ = true;
+};
+constinit Offering* Offering::innermost = nullptr;
 
 bool goesToParents(Event const& event) {
     return mouse_event(event) || mouse_zoom_event(event) || isKeyPressEvent(event) ||
@@ -102,16 +130,25 @@ bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer) {
 bool Glob::handleEvent(Event const& event) {
     Asking const asking(event, *this, isBeingAsked(*this, event) && asked->goesOn);
     LifeGuard const life = guard();
-    if (side_ && !side_->offered.empty()) {
-        auto const offered = side_->offered;
-        for (Side::Offered const& entry : offered) {
-            bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
-            if (!wanted || !valid(entry.handler, entry.stamp)) continue;
-            Asking const askingHandler(event, *entry.handler);
-            if (entry.handler->handleEvent(event) || !life.alive()) return true;
-        }
-    }
+    if (side_ && side_->offers && (offerToHandlers(event) || !life.alive())) return true;
     return react(event);
+}
+
+bool Glob::offerToHandlers(Event const& event) {
+    Offering const offering(event, *this);
+    if (!offering.isAllowed()) {
+        Diagnostics::count("event handlers offered in a ring", "addEventHandler");
+        return false;
+    }
+    LifeGuard const life = guard();
+    bool isUsed = false;
+    side_->offers->list.walk([&](Side::Offered const& entry) {
+        bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
+        if (isUsed || !life.alive() || !wanted || !valid(entry.handler, entry.stamp)) return;
+        Asking const asking(event, *entry.handler);
+        isUsed = entry.handler->handleEvent(event);
+    });
+    return isUsed;
 }
 
 bool Glob::react(Event const& event) {
@@ -203,14 +240,34 @@ void Glob::addEventHandler(Glob* handler, int kinds) {
         Diagnostics::count("event handler refused", "addEventHandler");
         return;
     }
-    auto& offered = side().offered;
-    std::erase_if(offered, [](Side::Offered const& entry) { return !valid(entry.handler, entry.stamp); });
-    offered.push_back({handler, handler->idStamp(), kinds});
+    if (!side().offers) side_->offers = std::make_unique<Side::Offers>();
+    side_->offers->add({handler, handler->idStamp(), kinds});
 }
 
 void Glob::removeEventHandler(int kinds) {
-    if (side_)
-        std::erase_if(side_->offered, [kinds](Side::Offered const& entry) { return entry.kinds == kinds; });
+    if (side_ && side_->offers) side_->offers->remove(kinds);
+}
+
+void Glob::Side::Offers::add(Offered const& entry) {
+    if (list.size() >= sweepAt) dropDead();
+    byKinds[entry.kinds].push_back(list.add(entry));
+}
+
+void Glob::Side::Offers::remove(int kinds) {
+    auto const ids = byKinds.extract(kinds);
+    if (ids.empty()) return;
+    for (Id const id : ids.mapped()) list.remove(id);
+}
+
+void Glob::Side::Offers::dropDead() {
+    std::vector<Offered> living;
+    list.walk([&](Offered const& entry) {
+        if (valid(entry.handler, entry.stamp)) living.push_back(entry);
+    });
+    list.clear();
+    byKinds.clear();
+    for (Offered const& entry : living) byKinds[entry.kinds].push_back(list.add(entry));
+    sweepAt = std::max<std::size_t>(16, 2 * living.size());
 }
 
 void Glob::handleMouseContainment(bool) {}

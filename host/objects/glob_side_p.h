@@ -1,20 +1,36 @@
 #pragma once
 
 #include "host/drawing/colour.h"
+#include "host/messages/observer_list.h"
 #include "host/objects/child_grid_p.h"
 #include "host/objects/glob.h"
 #include "host/objects/surround.h"
 
 #include <optional>
+#include <unordered_map>
+#include <vector>
 
 namespace wainscot {
 
 /// What only few objects of the tree have; made when first needed.
 struct Glob::Side {
+    /// Handlers that are offered events before the object itself.
     struct Offered {
         Glob* handler;
         IdStamp stamp;
         int kinds;
+    };
+    struct Offers {
+        using Id = ObserverList<Offered>::Id;
+
+        ObserverList<Offered> list;
+        std::unordered_map<int, std::vector<Id>> byKinds;
+        /// The dead are looked for when there are so many.
+        std::size_t sweepAt = 16;
+
+        void add(Offered const& entry);
+        void remove(int kinds);
+        void dropDead();
     };
 
     LightweightString<char> name;
@@ -27,8 +43,10 @@ struct Glob::Side {
     XY<int> grip;
     UIString tip;
     UIString moreTip;
-    std::vector<Offered> offered;
+    std::unique_ptr<Offers> offers;
     std::unique_ptr<ChildGrid> grid;
+    /// All children, or empty: made when one in the middle is asked for by its index.
+    std::vector<Glob*> byIndex;
 };
 
 } // namespace wainscot

@@ -47,11 +47,13 @@ std::vector<Glob*> Lifetime::detach(Glob& top) {
         if (glob->hasFlag(Glob::watchedFlag)) GlobNotices::deleted(*glob);
     leaveWindow(top);
     for (Glob* glob : doomed) glob->retireStamp();
+    for (Glob* glob : doomed) glob->leaveSharedCanvas();
     for (Glob* glob : leaving)
         if (glob->parent_) Tree::unlink(*glob);
     if (top.parent_) Tree::unlink(top);
     Tree::scatter(doomed);
     for (Glob* glob : doomed) glob->handleDetached();
+    for (Glob* glob : doomed) glob->ownCanvas_.dismissSharers();
     return doomed;
 }
 

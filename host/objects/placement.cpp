@@ -123,6 +123,7 @@ void Placement::moveTo(Glob& glob, XY<int> place) {
     DispatchScope const scope;
     glob.damageWithSurround();
     glob.position_ = place;
+    glob.wholeDamaged_ = 0;
     glob.damageWithSurround();
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootMoved(glob);
@@ -139,6 +140,7 @@ void Placement::setSize(Glob& glob, double width, double height) {
     glob.oldHeight_ = glob.height_;
     glob.width_ = newWidth;
     glob.height_ = newHeight;
+    glob.wholeDamaged_ = 0;
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(glob);
     glob.damageWithSurround();

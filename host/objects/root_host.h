@@ -29,6 +29,8 @@ public:
     virtual bool isBlocked(Glob const& glob) const = 0;
     /// All roots, oldest window first.
     virtual std::vector<Glob*> roots() const = 0;
+    /// That of the next window after a root's; the first one for null, null after the last.
+    virtual Glob* rootAfter(Glob const* root) const = 0;
 
     static iRootHost* current();
     static void install(iRootHost* host);

@@ -9,7 +9,9 @@ namespace wainscot {
 
 namespace {
 constinit std::uint64_t changeCount = 0;
-}
+/// Children so near to an end are counted out.
+constexpr std::uint32_t nearEnd = 32;
+} // namespace
 
 bool Tree::mayAdopt(Glob const* parent, Glob const* child) {
     if (!parent || !child || parent == child || parent->isDying() || child->isDying()) return false;
@@ -25,7 +27,9 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
     (before ? before->previous_ : parent.lastChild_) = &child;
     ++parent.numChildren_;
     Activity::parentChanged(child);
+    child.wholeDamaged_ = 0;
     noteChange();
+    noteLinked(parent, child);
     if (!parent.side_ || !parent.side_->grid) return;
     child.gridNumber_ = before ? 0 : parent.side_->grid->append(&child, child.box());
     if (before || parent.side_->grid->isWorn()) dropGrid(parent);
@@ -38,7 +42,9 @@ void Tree::unlink(Glob& child) {
     child.parent_ = child.previous_ = child.next_ = nullptr;
     --parent.numChildren_;
     if (!child.isDying()) Activity::parentChanged(child);
+    child.wholeDamaged_ = 0;
     noteChange();
+    noteUnlinked(parent, child);
     if (!parent.side_ || !parent.side_->grid) return;
     parent.side_->grid->remove(child.gridNumber_);
     if (parent.side_->grid->isWorn()) dropGrid(parent);
@@ -77,8 +83,43 @@ void Tree::scatter(std::vector<Glob*> const& globs) {
         glob->parent_ = glob->previous_ = glob->next_ = nullptr;
         glob->firstChild_ = glob->lastChild_ = nullptr;
         glob->numChildren_ = 0;
-        if (glob->side_) glob->side_->grid.reset();
+        if (!glob->side_) continue;
+        glob->side_->grid.reset();
+        glob->side_->byIndex.clear();
     }
+}
+
+void Tree::noteLinked(Glob& parent, Glob& child) {
+    if (!parent.side_ || parent.side_->byIndex.empty()) return;
+    if (child.next_)
+        parent.side_->byIndex.clear();
+    else
+        parent.side_->byIndex.push_back(&child);
+}
+
+void Tree::noteUnlinked(Glob& parent, Glob const& child) {
+    if (!parent.side_ || parent.side_->byIndex.empty()) return;
+    if (parent.side_->byIndex.back() == &child)
+        parent.side_->byIndex.pop_back();
+    else
+        parent.side_->byIndex.clear();
+}
+
+/// Null where counting would take long.
+Glob* Tree::nearChildAt(Glob const& parent, std::uint32_t index) {
+    std::uint32_t const fromEnd = parent.numChildren_ - 1 - index;
+    if (std::min(index, fromEnd) >= nearEnd) return nullptr;
+    Glob* child = index < nearEnd ? parent.firstChild_ : parent.lastChild_;
+    for (std::uint32_t i = 0; i < (index < nearEnd ? index : fromEnd); ++i)
+        child = index < nearEnd ? child->next_ : child->previous_;
+    return child;
+}
+
+Glob* Tree::childAt(Glob& parent, std::uint32_t index) {
+    if (Glob* const child = nearChildAt(parent, index)) return child;
+    std::vector<Glob*>& children = parent.side().byIndex;
+    if (children.empty()) parent.getChildren(children);
+    return children[index];
 }
 
 ChildGrid* Tree::grid(Glob& parent) {

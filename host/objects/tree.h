@@ -32,12 +32,19 @@ public:
     static void childrenMeeting(Glob& parent, std::span<IntBox const> areas, std::vector<Glob*>& found);
     /// To be called after a child's box has changed.
     static void childBoxChanged(Glob& child);
+    /// The child with an index below the number of children. Going through all by index takes no longer than
+    /// going from one to the next.
+    static Glob* childAt(Glob& parent, std::uint32_t index);
     /// The topmost shown descendant at a place (in `top`'s coordinates), or `top` itself; null outside it.
     static Glob* globAt(Glob& top, XY<int> place);
 
 private:
     static ChildGrid* grid(Glob& parent);
     static void dropGrid(Glob& parent);
+    static Glob* nearChildAt(Glob const& parent, std::uint32_t index);
+    /// Keeps, or drops, the children by their indices.
+    static void noteLinked(Glob& parent, Glob& child);
+    static void noteUnlinked(Glob& parent, Glob const& child);
 };
 
 } // namespace wainscot

@@ -114,11 +114,7 @@ Glob* Glob::findNearestGlob(bool (*accept)(Glob*)) {
 
 Glob* walk_all_root_globs(Glob* previous) {
     iRootHost const* const host = iRootHost::current();
-    if (!host) return nullptr;
-    std::vector<Glob*> const roots = host->roots();
-    if (!previous) return roots.empty() ? nullptr : roots.front();
-    auto const found = std::find(roots.begin(), roots.end(), previous);
-    return found == roots.end() || found + 1 == roots.end() ? nullptr : *(found + 1);
+    return host ? host->rootAfter(previous) : nullptr;
 }
 
 } // namespace wainscot

@@ -1,13 +1,18 @@
 #include "host/services/clock.h"
 
+#include "host/base/diagnostics.h"
+
 #include <chrono>
+#include <cmath>
 #include <ctime>
 
 namespace wainscot {
 
 namespace {
 constinit iClock const* installedClock = nullptr;
-}
+/// Of a virtual clock; beyond it the others would overflow.
+constexpr double latest = 1e15;
+} // namespace
 
 iClock::~iClock() = default;
 
@@ -49,7 +54,11 @@ std::int64_t SystemClock::calendar() const {
 }
 
 void VirtualClock::advance(double ms) {
-    if (!(ms > 0.0)) return;
+    if (std::isnan(ms) || msecs_ + ms > latest) {
+        Diagnostics::count("clock not moved", "no time, or too far away");
+        return;
+    }
+    if (ms <= 0.0) return;
     msecs_ += ms;
     calendarMs_ += ms;
     processor_ += static_cast<std::int64_t>(ms * 1000.0);
@@ -57,7 +66,7 @@ void VirtualClock::advance(double ms) {
 
 void VirtualClock::advanceTo(double ms) {
     advance(ms - msecs_);
-    if (ms > msecs_) msecs_ = ms;
+    if (ms > msecs_ && ms <= latest) msecs_ = ms;
 }
 
 double service_get_msecs() {

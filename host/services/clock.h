@@ -54,7 +54,7 @@ public:
         return calendarStart_ + static_cast<std::int64_t>(calendarMs_ / 1000.0);
     }
 
-    /// Moves all three clocks.
+    /// Moves all three clocks. What is no time, or lies beyond thirty thousand years, is refused.
     void advance(double ms);
     /// The same, so that `msecs()` is exactly `ms` then; a time that has passed changes nothing.
     void advanceTo(double ms);

@@ -143,6 +143,13 @@ ParsedJson failure(std::string_view text, std::size_t offset, LightweightString<
 
 JsonValue::JsonValue(LightweightString<wchar_t> const& value) : value_(toUTF8(value)) {}
 
+/// The old content goes last: `other` may have been a part of it.
+JsonValue& JsonValue::operator=(JsonValue other) noexcept {
+    value_.swap(other.value_);
+    std::swap(depth_, other.depth_);
+    return *this;
+}
+
 JsonValue JsonValue::array() {
     JsonValue result;
     result.value_ = Array();
@@ -229,6 +236,30 @@ bool JsonValue::set(Text const& key, JsonValue value) {
 bool JsonValue::erase(Text const& key) {
     Object* const held = std::get_if<Object>(&value_);
     return held && held->erase(key) != 0;
+}
+
+JsonValue* JsonValue::memberToChange(Text const& key) {
+    Object* const held = std::get_if<Object>(&value_);
+    if (!held) return nullptr;
+    auto const found = held->find(key);
+    return found == held->end() ? nullptr : &found->second;
+}
+
+bool JsonValue::setWithin(Text const& outer, Text const& key, JsonValue value) {
+    if (value.depth_ + 1 >= maxDepth) return false;
+    JsonValue* const inner = memberToChange(outer);
+    if (!inner || !inner->isObject()) {
+        JsonValue made = object();
+        return made.set(key, std::move(value)) && set(outer, std::move(made));
+    }
+    if (!inner->set(key, std::move(value))) return false;
+    deepenFor(*inner);
+    return true;
+}
+
+bool JsonValue::eraseWithin(Text const& outer, Text const& key) {
+    JsonValue* const inner = memberToChange(outer);
+    return inner && inner->erase(key);
 }
 
 JsonValue::Text JsonValue::write(int indent) const {

@@ -35,6 +35,10 @@ public:
     explicit JsonValue(char const* value) : value_(Text(value)) {}
     explicit JsonValue(LightweightString<wchar_t> const& value);
     explicit JsonValue(wchar_t const* value) : JsonValue(LightweightString<wchar_t>(value)) {}
+    JsonValue(JsonValue const&) = default;
+    JsonValue(JsonValue&&) noexcept = default;
+    /// Also from a part of itself.
+    JsonValue& operator=(JsonValue other) noexcept;
     static JsonValue array();
     static JsonValue object();
 
@@ -68,6 +72,11 @@ public:
     bool set(Text const& key, JsonValue value);
     /// Takes a member away; false when there is none.
     bool erase(Text const& key);
+    /// Sets a member of the object that is member `outer`, at the cost of what it changes; whatever else that
+    /// member was is replaced by an object. False, and nothing done, as for `set`.
+    bool setWithin(Text const& outer, Text const& key, JsonValue value);
+    /// Takes a member away from the object that is member `outer`; false when there is none.
+    bool eraseWithin(Text const& outer, Text const& key);
 
     /// The value as JSON text. Bytes that are no UTF-8 become U+FFFD. `indent` blanks a level, on lines of
     /// their own; negative = everything on one line.
@@ -77,6 +86,8 @@ public:
 
 private:
     bool mayHold(JsonValue const& child) const { return child.depth_ < maxDepth; }
+    /// Null when there is none.
+    JsonValue* memberToChange(Text const& key);
     void deepenFor(JsonValue const& child);
 
     std::variant<std::monostate, bool, std::int64_t, double, Text, Array, Object> value_;

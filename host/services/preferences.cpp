@@ -120,7 +120,21 @@ void EditorPreferences::setValue(Narrow const& key, JsonValue value) {
         return;
     }
     if (values_.member(key) == value) return;
-    bool const done = value.isNull() ? values_.erase(key) : values_.set(key, std::move(value));
+    noteChange(key, value.isNull() ? values_.erase(key) : values_.set(key, std::move(value)));
+}
+
+void EditorPreferences::setEntry(Narrow const& key, Narrow const& entry, JsonValue value) {
+    load();
+    if (!isUTF8(key) || !isUTF8(entry)) {
+        Diagnostics::count("preference key is no UTF-8", key.c_str());
+        return;
+    }
+    if (values_.member(key).member(entry) == value) return;
+    noteChange(key, value.isNull() ? values_.eraseWithin(key, entry)
+                                   : values_.setWithin(key, entry, std::move(value)));
+}
+
+void EditorPreferences::noteChange(Narrow const& key, bool done) {
     if (!done) {
         Diagnostics::count("preference refused", key.c_str());
         return;

@@ -64,6 +64,8 @@ public:
     JsonValue const& value(Narrow const& key);
     /// Null takes the key away.
     void setValue(Narrow const& key, JsonValue value);
+    /// One entry of a value that is an object, at the cost of what it changes; null takes the entry away.
+    void setEntry(Narrow const& key, Narrow const& entry, JsonValue value);
 
     /// Writes what has changed; false when that was not possible. The changes then stay in memory, and the
     /// next call tries again.
@@ -84,6 +86,7 @@ private:
     /// What the file holds: an object, an empty one when there is none; nothing when it cannot be used.
     std::optional<JsonValue> readStored();
     bool setAside(Narrow const& why);
+    void noteChange(Narrow const& key, bool done);
     /// The stored settings with the changes of this program.
     JsonValue merged(JsonValue stored) const;
     bool fail(char const* what, Narrow const& why);

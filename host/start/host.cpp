@@ -2,6 +2,7 @@
 
 #include "host/backends/offscreen/offscreen_backend.h"
 #include "host/base/diagnostics.h"
+#include "host/events/dispatch_scope.h"
 #include "host/start/desktop_loader_p.h"
 
 #include <stdexcept>
@@ -58,16 +59,43 @@ void Host::openPreferences() {
     if (!settings_.preferenceFolder.empty()) preferences_->setFolder(settings_.preferenceFolder);
 }
 
+/// What a host is made of, in the order in which it is made.
+struct Host::Remains {
+    std::unique_ptr<Backend> backend;
+    std::unique_ptr<EditorPreferences> preferences;
+    std::unique_ptr<CommandMap> commands;
+    std::unique_ptr<KeybindingManager> keyBindings;
+    std::unique_ptr<EventSystem> events;
+    std::unique_ptr<FolderWatchService> folders;
+    std::unique_ptr<GlobManager> windows;
+    std::unique_ptr<EventLoop> loop;
+
+    ~Remains() {
+        loop.reset();
+        windows.reset();
+        folders.reset();
+        events.reset();
+        keyBindings.reset();
+        commands.reset();
+        preferences.reset();
+        iClipboard::install(nullptr);
+        iClock::install(nullptr);
+    }
+};
+
 Host::~Host() {
-    loop_.reset();
-    windows_.reset();
-    folders_.reset();
-    events_.reset();
-    keyBindings_.reset();
-    commands_.reset();
-    preferences_.reset();
-    iClipboard::install(nullptr);
-    iClock::install(nullptr);
+    EventLoop& loop = *loop_;
+    std::shared_ptr<Remains> remains(new Remains{
+        std::move(backend_), std::move(preferences_), std::move(commands_), std::move(keyBindings_),
+        std::move(events_), std::move(folders_), std::move(windows_), std::move(loop_)});
+    if (!DispatchScope::isActive() && !loop.isTurning()) return;
+    Diagnostics::count("host destroyed inside a handler", settings_.name.c_str());
+    if (loop.isTurning()) {
+        loop.endWith(std::move(remains));
+        return;
+    }
+    auto const end = [](void* last) { delete static_cast<std::shared_ptr<Remains>*>(last); };
+    DispatchScope::freeWhenUnwound(end, new std::shared_ptr<Remains>(std::move(remains)));
 }
 
 int Host::run() {

@@ -37,6 +37,8 @@ public:
     /// Without a usable display the host is offscreen, `hasScreen()` is false, and `problem()` says why.
     /// Throws when another host lives.
     Host(int argc, char** argv, HostSettings const& settings);
+    /// Destroyed from inside one of its own handlers, which is a fault of the program and counted, it ends
+    /// when that handler, and the loop around it, has returned; until then no other host can be made.
     ~Host();
     Host(Host const&) = delete;
     Host& operator=(Host const&) = delete;
@@ -63,6 +65,7 @@ public:
 private:
     void openBackend();
     void openPreferences();
+    struct Remains;
 
     HostSettings settings_;
     LightweightString<char> problem_;

@@ -55,11 +55,31 @@ private:
 
 } // namespace
 
+/// The loop goes with the last one when the host has been destroyed meanwhile.
+class EventLoop::Running {
+public:
+    explicit Running(EventLoop& loop) : loop_(loop) { ++loop.running_; }
+    ~Running() {
+        if (--loop_.running_ == 0) auto const last = std::move(loop_.remains_);
+    }
+    Running(Running const&) = delete;
+    Running& operator=(Running const&) = delete;
+
+private:
+    EventLoop& loop_;
+};
+
+void EventLoop::endWith(std::shared_ptr<void> parts) {
+    remains_ = std::move(parts);
+    quit_ = true;
+}
+
 EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
     : backend_(backend), events_(events), windows_(windows), router_(backend, events, windows) {}
 
 template <class Handler>
 void EventLoop::handle(char const* where, Handler handler) {
+    if (remains_) return;
     int const holds = Drawable::holdCount();
     {
         DispatchScope const scope;
@@ -76,6 +96,7 @@ int EventLoop::run() {
         Diagnostics::count("loop run from inside a handler", "run");
         return 1;
     }
+    Running const running(*this);
     while (!quit_ && windows_.numWindows() > 0) {
         turn();
         if (quit_ || !isIdle() || windows_.numWindows() == 0) continue;
@@ -98,6 +119,7 @@ void EventLoop::turn() {
         return;
     }
     UiThread::check("the loop turned");
+    Running const running(*this);
     Turning const turning(turning_);
     dispatchInput();
     dispatchTimers();
@@ -112,6 +134,7 @@ void EventLoop::dispatchInput() {
     std::vector<InputEvent> input = std::exchange(input_, {});
     mergeMoves(input);
     for (InputEvent const& next : input) {
+        if (remains_) return;
         routeInput(next);
         takeReports();
     }
@@ -151,11 +174,14 @@ void EventLoop::dispatchTimers() {
 }
 
 void EventLoop::takeCalls() {
-    for (Qv::Ptr<EventQueue::Call>& call : events_.inbox->take()) events_.queue.add(std::move(call));
+    if (events_.queue.size() >= maxDeliveries) return;
+    for (Qv::Ptr<EventQueue::Call>& call : events_.inbox->take(maxDeliveries - events_.queue.size()))
+        events_.queue.add(std::move(call));
 }
 
 void EventLoop::drain() {
-    int delivered = 0;
+    std::size_t delivered = 0;
+    if (remains_) return;
     for (int round = 0; round < maxRounds && !events_.queue.empty(); ++round) {
         std::deque<EventQueue::Entry> entries = events_.queue.take();
         while (!entries.empty() && delivered < maxDeliveries) {
@@ -200,9 +226,10 @@ bool EventLoop::isIdle() const {
 }
 
 bool EventLoop::settle(int maxTurns) {
+    Running const running(*this);
     for (int i = 0; i < maxTurns; ++i) {
         turn();
-        if (isIdle()) return true;
+        if (remains_ || isIdle()) return true;
     }
     Diagnostics::count("not settled", "handlers keep each other busy");
     return false;

@@ -5,6 +5,8 @@
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_router.h"
 
+#include <memory>
+
 namespace wainscot {
 
 /// The one loop. A turn dispatches the platform input that has come, then the timers that are due, then calls
@@ -27,12 +29,19 @@ public:
     /// Turns without moving time until idle; false when `maxTurns` were not enough.
     bool settle(int maxTurns = 1000);
 
+    /// A turn is under way.
+    bool isTurning() const { return running_ > 0; }
+    /// The host is destroyed from inside a turn: nothing more is delivered, and the host's parts, this among
+    /// them, go when the outermost caller of the loop is left.
+    void endWith(std::shared_ptr<void> parts);
+
     /// Rounds of delivery after one input event or timer; what is left then waits for the next turn.
     static constexpr int maxRounds = 64;
     /// Deliveries after one input event or timer, likewise.
-    static constexpr int maxDeliveries = 100000;
+    static constexpr std::size_t maxDeliveries = 100000;
 
 private:
+    class Running;
     void dispatchInput();
     void routeInput(InputEvent const& input);
     /// Takes what the program itself has caused in the window system, before any further input.
@@ -52,6 +61,10 @@ private:
     InputRouter router_;
     std::vector<InputEvent> input_;
     bool turning_ = false;
+    /// Calls of `run`, `settle` and `turn` inside each other.
+    int running_ = 0;
+    /// Not null when the host has been destroyed.
+    std::shared_ptr<void> remains_;
     bool quit_ = false;
     int exitCode_ = 0;
 };

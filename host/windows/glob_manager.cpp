@@ -11,6 +11,7 @@
 #include "host/windows/screen_places.h"
 
 #include <algorithm>
+#include <ranges>
 #include <stdexcept>
 
 namespace wainscot {
@@ -18,6 +19,8 @@ namespace wainscot {
 namespace {
 
 constinit GlobManager* liveManager = nullptr;
+/// So often the closing of windows may open others.
+constexpr int maxRounds = 64;
 
 void freeWindow(void* window) {
     delete static_cast<TopLevelWindow*>(window);
@@ -80,7 +83,8 @@ void GlobManager::shrinkToFit(Glob& root, Wish const& wish) const {
 }
 
 bool GlobManager::mayOpen(Glob const* root) const {
-    bool const isRoot = is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
+    bool const isRoot =
+        !refusesWindows_ && is_good_glob_ptr(root) && !root->isChildGlob() && !root->isDying();
     if (isRoot && root->ownsCanvas()) return true;
     Diagnostics::count("window refused", "not a root with a canvas of its own");
     return false;
@@ -99,12 +103,11 @@ bool GlobManager::open(Glob& root, Wish const& wish) {
     }
     WindowMargins const margins =
         settings.isPopUp() ? WindowMargins::forRoot(root, settings.translucent) : WindowMargins();
-    windows_.push_back(std::make_unique<TopLevelWindow>(root, std::move(native), backend_.deviceScale(),
-                                                        wish.kind, margins));
-    TopLevelWindow& window = *windows_.back();
+    IdStamp const owner = wish.owner ? wish.owner->rootStamp() : IdStamp();
+    TopLevelWindow& window = windows_.add(
+        std::make_unique<TopLevelWindow>(root, std::move(native), backend_.deviceScale(), wish.kind, margins),
+        owner);
     window.surface().setTranslucent(settings.translucent);
-    if (wish.owner) window.setOwner(wish.owner->rootStamp());
-    putInStack(window);
     window.nativeMoved(window.native().place());
     if (!life.alive()) return false;
     KbdFocus::startIn(root);
@@ -168,62 +171,23 @@ void GlobManager::closeRequested(Glob& root) {
     if (!handled && life.alive()) destroy(&root);
 }
 
-TopLevelWindow* GlobManager::windowOf(Glob const* root) const {
-    for (auto const& window : windows_)
-        if (&window->root() == root) return window.get();
-    return nullptr;
-}
-
-TopLevelWindow* GlobManager::windowOf(NativeWindowId id) const {
-    for (auto const& window : windows_)
-        if (window->isOpen() && window->native().id() == id) return window.get();
-    return nullptr;
-}
-
-TopLevelWindow* GlobManager::windowOfStamp(IdStamp root) const {
-    for (auto const& window : windows_)
-        if (window->rootStamp() == root) return window.get();
-    return nullptr;
-}
-
 TopLevelWindow* GlobManager::activeWindow() const {
     EventSystem const* const system = EventSystem::current();
     return system ? windowOfStamp(system->focus.activeWindow()) : nullptr;
 }
 
 TopLevelWindow* GlobManager::foremost() const {
-    for (auto window = stacking_.rbegin(); window != stacking_.rend(); ++window)
-        if (!(*window)->isPopUp() && !(*window)->isHidden() && (*window)->root().isVisible()) return *window;
+    for (TopLevelWindow* window : windows_.stacking() | std::views::reverse)
+        if (!window->isPopUp() && !window->isHidden() && window->root().isVisible()) return window;
     return nullptr;
 }
 
 TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
-    for (auto window = stacking_.rbegin(); window != stacking_.rend(); ++window)
-        if (!(*window)->isHidden() && !(*window)->isNote() && (*window)->root().isVisible() &&
-            (*window)->root().box().contains(place))
-            return *window;
+    for (TopLevelWindow* window : windows_.stacking() | std::views::reverse)
+        if (!window->isHidden() && !window->isNote() && window->root().isVisible() &&
+            window->root().box().contains(place))
+            return window;
     return nullptr;
-}
-
-/// Above all of its layer: pop-ups lie above windows that are kept above, those above the others.
-void GlobManager::putInStack(TopLevelWindow& window) {
-    auto const layer = [](TopLevelWindow const& w) {
-        return w.isNote() ? 3 : w.isPopUp() ? 2 : w.keepsAbove() ? 1 : 0;
-    };
-    std::erase(stacking_, &window);
-    auto const higher = std::find_if(stacking_.begin(), stacking_.end(), [&](TopLevelWindow const* other) {
-        return layer(*other) > layer(window);
-    });
-    stacking_.insert(higher, &window);
-}
-
-/// What belongs to it comes with it.
-void GlobManager::broughtToFront(TopLevelWindow& window) {
-    std::vector<TopLevelWindow*> group{&window};
-    for (std::size_t i = 0; i < group.size(); ++i)
-        for (TopLevelWindow* other : stacking_)
-            if (other->ownerStamp() == group[i]->rootStamp() && other != &window) group.push_back(other);
-    for (TopLevelWindow* member : group) putInStack(*member);
 }
 
 void GlobManager::activated(TopLevelWindow& window) {
@@ -302,12 +266,8 @@ void GlobManager::fitOnScreen(Glob& root) {
 
 /// The pixels stay until nobody can be drawing on them any more.
 void GlobManager::rootDying(Glob& root) {
-    auto const isIts = [&](auto const& window) { return &window->root() == &root; };
-    auto const found = std::find_if(windows_.begin(), windows_.end(), isIts);
-    if (found == windows_.end()) return;
-    TopLevelWindow* const window = found->release();
-    windows_.erase(found);
-    std::erase(stacking_, window);
+    TopLevelWindow* const window = windows_.take(root).release();
+    if (!window) return;
     // What was under the pointer is not there any more.
     Tree::noteChange();
     window->close();
@@ -327,9 +287,8 @@ void GlobManager::rootDying(Glob& root) {
 /// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
 void GlobManager::destroyOwned(Glob const& root) {
     std::vector<std::pair<Glob*, IdStamp>> owned;
-    for (auto const& window : windows_)
-        if (window->ownerStamp() == root.idStamp() && !popUps_.contains(&window->root()))
-            owned.emplace_back(&window->root(), window->rootStamp());
+    for (TopLevelWindow const* window : windows_.ownedBy(root.idStamp()))
+        if (!popUps_.contains(&window->root())) owned.emplace_back(&window->root(), window->rootStamp());
     for (auto const& [glob, stamp] : owned)
         if (EventHandler::valid(glob, stamp)) destroy(glob);
 }
@@ -340,37 +299,51 @@ std::vector<Glob*> GlobManager::roots() const {
     return found;
 }
 
+Glob* GlobManager::rootAfter(Glob const* root) const {
+    TopLevelWindow const* const window = windows_.of(root);
+    TopLevelWindow const* const next = root && !window ? nullptr : windows_.after(window);
+    return next ? &next->root() : nullptr;
+}
+
 template <class Visit>
-void GlobManager::visitWindows(Visit visit) {
+void GlobManager::visitDamaged(Visit visit) {
     DispatchScope const keepsWindows;
-    for (Glob* root : roots())
+    for (Glob* root : windows_.damaged())
         if (TopLevelWindow* window = windowOf(root)) visit(*window);
 }
 
 bool GlobManager::hasPaintWork() const {
-    bool const held = Drawable::holdCount() > 0;
-    return !held &&
-           std::any_of(windows_.begin(), windows_.end(), [](auto const& w) { return w->hasPaintWork(); });
+    return !Drawable::isHeld() && windows_.hasPaintWork();
 }
 
 void GlobManager::paintPending() {
-    visitWindows([](TopLevelWindow& window) { window.paint(); });
-    visitWindows([](TopLevelWindow& window) { window.present(); });
+    visitDamaged([](TopLevelWindow& window) { window.paint(); });
+    visitDamaged([](TopLevelWindow& window) { window.present(); });
 }
 
 void GlobManager::dropPending() {
-    visitWindows([](TopLevelWindow& window) { window.surface().toPaint().clear(); });
+    visitDamaged([](TopLevelWindow& window) { window.surface().toPaint().clear(); });
 }
 
+/// Handlers may open further windows meanwhile, again and again.
 void GlobManager::closeAll() {
     DispatchScope const scope;
-    auto const living = [this] {
-        std::vector<Glob*> found = roots();
-        std::erase_if(found, [](Glob* root) { return root->isDying(); });
-        return found;
-    };
-    // Handlers may open further windows meanwhile.
-    for (std::vector<Glob*> left = living(); !left.empty(); left = living()) destroy(left.back());
+    for (int round = 0; !windows_.empty(); ++round) {
+        if (round == maxRounds) {
+            Diagnostics::count("window refused", "windows keep opening while all are closed");
+            refusesWindows_ = true;
+        }
+        std::vector<std::pair<Glob*, IdStamp>> doomed;
+        for (auto const& window : windows_) doomed.emplace_back(&window->root(), window->rootStamp());
+        bool isProgress = false;
+        for (auto next = doomed.rbegin(); next != doomed.rend(); ++next) {
+            if (!EventHandler::valid(next->first, next->second) || next->first->isDying()) continue;
+            destroy(next->first);
+            isProgress = true;
+        }
+        if (!isProgress) break;
+    }
+    refusesWindows_ = false;
 }
 
 } // namespace wainscot

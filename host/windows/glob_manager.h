@@ -5,7 +5,7 @@
 #include "host/windows/modal_flash.h"
 #include "host/windows/modality.h"
 #include "host/windows/popup_chain.h"
-#include "host/windows/top_level_window.h"
+#include "host/windows/window_list.h"
 
 #include <memory>
 #include <optional>
@@ -113,7 +113,7 @@ public:
     /// The foremost window of those that are no pop-ups; null when there is none.
     TopLevelWindow* foremost() const;
     /// The foremost of all.
-    TopLevelWindow* topmost() const { return stacking_.empty() ? nullptr : stacking_.back(); }
+    TopLevelWindow* topmost() const { return windows_.topmost(); }
 
     /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
     /// and painted.
@@ -131,19 +131,19 @@ public:
 
     std::size_t numWindows() const { return windows_.size(); }
     /// Null when there is none.
-    TopLevelWindow* windowOf(Glob const* root) const;
-    TopLevelWindow* windowOf(NativeWindowId id) const;
+    TopLevelWindow* windowOf(Glob const* root) const { return windows_.of(root); }
+    TopLevelWindow* windowOf(NativeWindowId id) const { return windows_.of(id); }
     /// By the stamp of its root.
-    TopLevelWindow* windowOfStamp(IdStamp root) const;
+    TopLevelWindow* windowOfStamp(IdStamp root) const { return windows_.ofStamp(root); }
     /// The foremost window at a place in root coordinates; null when there is none.
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
-    void broughtToFront(TopLevelWindow& window);
+    void broughtToFront(TopLevelWindow& window) { windows_.bringToFront(window); }
     /// It is the active one from now on: keys go there, and its root's canvas is `glib_rootcanvas()`.
     void activated(TopLevelWindow& window);
 
     bool hasPaintWork() const;
-    /// Destroys all roots.
+    /// Destroys all roots. What opens windows meanwhile has them closed, too, and in the end refused.
     void closeAll();
 
     // iRootHost
@@ -156,6 +156,7 @@ public:
     void constrainRoot(Glob& root) override;
     bool isBlocked(Glob const& glob) const override { return modality_.blockerOf(glob) != nullptr; }
     std::vector<Glob*> roots() const override;
+    Glob* rootAfter(Glob const* root) const override;
 
     // Drawable::Painter: paints and presents all windows
     void paintPending() override;
@@ -181,7 +182,6 @@ private:
     /// The window of an object, or for one in a pop-up the window that this belongs to; the active one where
     /// there is none.
     TopLevelWindow* ordinaryWindowFor(Glob* context) const;
-    void putInStack(TopLevelWindow& window);
     static void hideNative(TopLevelWindow& window);
     /// The monitor of a box, less the room for the frame of the window.
     IntBox roomFor(TopLevelWindow const& window, IntBox const& box) const;
@@ -190,13 +190,11 @@ private:
     void fitOnScreen(Glob& root);
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
-    void visitWindows(Visit visit);
+    void visitDamaged(Visit visit);
+    void tellLookChanged();
 
     Backend& backend_;
-    /// In the order of opening.
-    std::vector<std::unique_ptr<TopLevelWindow>> windows_;
-    /// The foremost last.
-    std::vector<TopLevelWindow*> stacking_;
+    WindowList windows_;
     PopUpChain popUps_;
     Modality modality_;
     UnusedKeyHandler unusedKey_ = nullptr;

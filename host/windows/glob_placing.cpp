@@ -15,6 +15,9 @@ namespace wainscot {
 
 namespace {
 
+/// So often telling of a look may change it again.
+constexpr int maxLookRounds = 64;
+
 /// The place of a root of that size one of whose corners lies at `place`.
 XY<int> lowerLeft(XY<int> place, CoordinateOrigin origin, XY<int> size) {
     switch (origin) {
@@ -261,7 +264,22 @@ void GlobManager::setDeviceScale(double scale) {
         if (windowOf(root)) runHandler("change of the scale", [&] { fitOnScreen(*root); });
 }
 
+/// A change that answers a change is told when that has been.
 void GlobManager::lookChanged() {
+    lookHasChanged_ = true;
+    if (tellsLook_) return;
+    tellsLook_ = true;
+    for (int round = 0; current() == this && std::exchange(lookHasChanged_, false); ++round) {
+        if (round == maxLookRounds) {
+            Diagnostics::count("look change not told", "handlers keep changing the look");
+            break;
+        }
+        tellLookChanged();
+    }
+    if (current() == this) tellsLook_ = false;
+}
+
+void GlobManager::tellLookChanged() {
     DispatchScope const keepsWindows;
     for (Glob* root : roots()) {
         if (!windowOf(root)) continue;

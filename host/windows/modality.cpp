@@ -12,52 +12,66 @@ bool lies(Glob const& glob, Glob const& in) {
 
 } // namespace
 
+/// The latest counts.
 void Modality::addModal(Glob& glob) {
-    add({&glob, glob.idStamp(), nullptr, IdStamp()});
+    dropDeadIfWorthwhile();
+    removeModal(glob);
+    places_[&glob] = ++lastPlace_;
+    modals_.emplace(lastPlace_, Modal{&glob, glob.idStamp()});
 }
 
 void Modality::setContext(Glob& glob, Glob& context) {
-    add({&glob, glob.idStamp(), &context, context.idStamp()});
-}
-
-/// The latest of each kind counts.
-void Modality::add(Entry const& entry) {
-    dropDead();
-    std::erase_if(entries_, [&](Entry const& known) {
-        return known.stamp == entry.stamp && !known.context == !entry.context;
-    });
-    entries_.push_back(entry);
+    dropDeadIfWorthwhile();
+    contexts_[&glob] = {glob.idStamp(), &context, context.idStamp()};
 }
 
 void Modality::remove(Glob const& glob) {
-    std::erase_if(entries_, [&](Entry const& entry) { return entry.glob == &glob; });
+    removeModal(glob);
+    contexts_.erase(&glob);
 }
 
-void Modality::dropDead() {
-    std::erase_if(entries_, [](Entry const& entry) {
-        return !EventHandler::valid(entry.glob, entry.stamp) ||
-               (entry.context && !EventHandler::valid(entry.context, entry.contextStamp));
+void Modality::removeModal(Glob const& glob) {
+    auto const place = places_.find(&glob);
+    if (place == places_.end()) return;
+    modals_.erase(place->second);
+    places_.erase(place);
+}
+
+void Modality::dropDeadIfWorthwhile() {
+    if (modals_.size() + contexts_.size() < sweepAt_) return;
+    std::erase_if(contexts_, [](auto const& entry) {
+        Context const& held = entry.second;
+        return !EventHandler::valid(entry.first, held.stamp) ||
+               !EventHandler::valid(held.context, held.contextStamp);
     });
+    std::erase_if(places_, [this](auto const& entry) {
+        bool const isDead = !EventHandler::valid(entry.first, modals_.at(entry.second).stamp);
+        if (isDead) modals_.erase(entry.second);
+        return isDead;
+    });
+    sweepAt_ = std::max<std::size_t>(16, 2 * (modals_.size() + contexts_.size()));
 }
 
 bool Modality::isModal(Glob const& glob) const {
-    return std::any_of(entries_.begin(), entries_.end(), [&](Entry const& entry) {
-        return !entry.context && EventHandler::valid(&glob, entry.stamp);
-    });
+    auto const place = places_.find(&glob);
+    return place != places_.end() && EventHandler::valid(&glob, modals_.at(place->second).stamp);
 }
 
 Glob* Modality::contextOf(Glob const& target) const {
-    for (Glob const* glob = &target; glob; glob = glob->parent())
-        for (Entry const& entry : entries_)
-            if (entry.context && entry.glob == glob && EventHandler::valid(glob, entry.stamp))
-                return EventHandler::valid(entry.context, entry.contextStamp) ? entry.context : nullptr;
+    if (contexts_.empty()) return nullptr;
+    for (Glob const* glob = &target; glob; glob = glob->parent()) {
+        auto const found = contexts_.find(glob);
+        if (found == contexts_.end() || !EventHandler::valid(glob, found->second.stamp)) continue;
+        Context const& held = found->second;
+        return EventHandler::valid(held.context, held.contextStamp) ? held.context : nullptr;
+    }
     return nullptr;
 }
 
 /// Contexts may have been set in a ring: there are no more steps than entries.
 bool Modality::belongsTo(Glob const& target, Glob const& modal) const {
     Glob const* next = &target;
-    for (std::size_t step = 0; next && step <= entries_.size(); ++step) {
+    for (std::size_t step = 0; next && step <= contexts_.size(); ++step) {
         if (lies(*next, modal)) return true;
         next = contextOf(*next);
     }
@@ -65,12 +79,13 @@ bool Modality::belongsTo(Glob const& target, Glob const& modal) const {
 }
 
 Glob* Modality::firstBlockerOf(Glob const& target) const {
-    for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) {
-        if (entry->context || !entry->counts()) continue;
-        if (belongsTo(target, *entry->glob)) return nullptr;
-        Glob* const root = Glob::getRootParent(entry->glob);
-        bool const reachesHere = entry->glob == root || lies(target, *root);
-        if (reachesHere) return entry->glob;
+    for (auto entry = modals_.rbegin(); entry != modals_.rend(); ++entry) {
+        Modal const& modal = entry->second;
+        if (!modal.counts()) continue;
+        if (belongsTo(target, *modal.glob)) return nullptr;
+        Glob* const root = Glob::getRootParent(modal.glob);
+        bool const reachesHere = modal.glob == root || lies(target, *root);
+        if (reachesHere) return modal.glob;
     }
     return nullptr;
 }
@@ -78,7 +93,7 @@ Glob* Modality::firstBlockerOf(Glob const& target) const {
 Glob* Modality::blockerOf(Glob const& target) const {
     Glob* blocker = nullptr;
     Glob const* next = &target;
-    for (std::size_t step = 0; step <= entries_.size(); ++step) {
+    for (std::size_t step = 0; step <= modals_.size(); ++step) {
         Glob* const further = firstBlockerOf(*next);
         if (!further) break;
         next = blocker = further;

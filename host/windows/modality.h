@@ -2,7 +2,8 @@
 
 #include "host/objects/glob.h"
 
-#include <vector>
+#include <map>
+#include <unordered_map>
 
 namespace wainscot {
 
@@ -26,24 +27,31 @@ public:
     bool isModal(Glob const& glob) const;
 
 private:
-    struct Entry {
+    struct Modal {
         Glob* glob;
         IdStamp stamp;
-        /// Null in the entry of a modal object.
-        Glob* context;
-        IdStamp contextStamp;
         bool counts() const { return EventHandler::valid(glob, stamp) && glob->isShown(); }
     };
+    struct Context {
+        IdStamp stamp;
+        Glob* context;
+        IdStamp contextStamp;
+    };
 
-    void add(Entry const& entry);
-    void dropDead();
+    void removeModal(Glob const& glob);
+    /// Now and then, so that it costs nothing to speak of.
+    void dropDeadIfWorthwhile();
     bool belongsTo(Glob const& target, Glob const& modal) const;
     /// The object that the next step towards the chain's end leads to; null at the end.
     Glob* contextOf(Glob const& target) const;
     Glob* firstBlockerOf(Glob const& target) const;
 
-    /// In the order of adding.
-    std::vector<Entry> entries_;
+    /// By the order of adding.
+    std::map<std::uint64_t, Modal> modals_;
+    std::unordered_map<Glob const*, std::uint64_t> places_;
+    std::uint64_t lastPlace_ = 0;
+    std::unordered_map<Glob const*, Context> contexts_;
+    std::size_t sweepAt_ = 16;
 };
 
 } // namespace wainscot

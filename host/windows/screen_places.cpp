@@ -14,17 +14,18 @@ std::int64_t gap(int low1, int high1, int low2, int high2) {
     return std::max<std::int64_t>({std::int64_t(low1) - high2, std::int64_t(low2) - high1, 0});
 }
 
-/// The square of the distance between two boxes.
-std::int64_t distance(IntBox const& a, IntBox const& b) {
-    std::int64_t const x = gap(a.x1, a.x2, b.x1, b.x2);
-    std::int64_t const y = gap(a.y1, a.y2, b.y1, b.y2);
+/// The square of the distance between two boxes; of places anywhere no integer holds it.
+double distance(IntBox const& a, IntBox const& b) {
+    auto const x = static_cast<double>(gap(a.x1, a.x2, b.x1, b.x2));
+    auto const y = static_cast<double>(gap(a.y1, a.y2, b.y1, b.y2));
     return x * x + y * y;
 }
 
 /// The low edge of a stretch moved into [from, to); what does not fit begins, or ends, there.
 int movedInto(int low, int length, int from, int to, bool alignHigh) {
-    if (length > to - from) return alignHigh ? to - length : from;
-    return std::clamp(low, from, to - length);
+    int const last = Coordinate::difference(to, length);
+    if (length > Coordinate::difference(to, from)) return alignHigh ? last : from;
+    return std::clamp(low, from, last);
 }
 
 int aligned(WidgetAlignment alignment, int low, int high, int length) {
@@ -32,18 +33,19 @@ int aligned(WidgetAlignment alignment, int low, int high, int length) {
     case WidgetAlignment::start:
         return low;
     case WidgetAlignment::end:
-        return high - length;
+        return Coordinate::difference(high, length);
     case WidgetAlignment::centre:
         break;
     }
-    return low + (high - low - length) / 2;
+    return static_cast<int>(low + (std::int64_t(high) - low - length) / 2);
 }
 
 /// Room on one side of the anchor, less what a pop-up needs there; negative = it does not fit.
-int spare(IntBox const& monitor, IntBox const& anchor, XY<int> size, WidgetRelativity side, int gap) {
+std::int64_t spare(IntBox const& monitor, IntBox const& anchor, XY<int> size, WidgetRelativity side,
+                   std::int64_t gap) {
     switch (side) {
     case WidgetRelativity::above:
-        return monitor.y2 - anchor.y2 - gap - size.y;
+        return monitor.y2 - gap - anchor.y2 - size.y;
     case WidgetRelativity::below:
         return anchor.y1 - gap - monitor.y1 - size.y;
     case WidgetRelativity::leftOf:
@@ -51,7 +53,7 @@ int spare(IntBox const& monitor, IntBox const& anchor, XY<int> size, WidgetRelat
     case WidgetRelativity::rightOf:
         break;
     }
-    return monitor.x2 - anchor.x2 - gap - size.x;
+    return monitor.x2 - gap - anchor.x2 - size.x;
 }
 
 } // namespace
@@ -79,15 +81,15 @@ IntBox beside(IntBox const& anchor, XY<int> size, WidgetRelativity side, int gap
     int const alongY = aligned(alignment, anchor.y1, anchor.y2, size.y);
     switch (side) {
     case WidgetRelativity::above:
-        return IntBox::sized({alongX, anchor.y2 + gap}, size);
+        return IntBox::sized({alongX, Coordinate::sum(anchor.y2, gap)}, size);
     case WidgetRelativity::below:
-        return IntBox::sized({alongX, anchor.y1 - gap - size.y}, size);
+        return IntBox::sized(XY<int>(alongX, anchor.y1) - XY<int>(0, gap) - XY<int>(0, size.y), size);
     case WidgetRelativity::leftOf:
-        return IntBox::sized({anchor.x1 - gap - size.x, alongY}, size);
+        return IntBox::sized(XY<int>(anchor.x1, alongY) - XY<int>(gap, 0) - XY<int>(size.x, 0), size);
     case WidgetRelativity::rightOf:
         break;
     }
-    return IntBox::sized({anchor.x2 + gap, alongY}, size);
+    return IntBox::sized({Coordinate::sum(anchor.x2, gap), alongY}, size);
 }
 
 WidgetRelativity opposite(WidgetRelativity side) {
@@ -106,8 +108,8 @@ WidgetRelativity opposite(WidgetRelativity side) {
 
 Found besideOn(IntBox const& monitor, IntBox const& anchor, XY<int> size, WidgetRelativity side, int gap,
                WidgetAlignment alignment) {
-    int const here = spare(monitor, anchor, size, side, gap);
-    int const there = spare(monitor, anchor, size, opposite(side), gap);
+    std::int64_t const here = spare(monitor, anchor, size, side, gap);
+    std::int64_t const there = spare(monitor, anchor, size, opposite(side), gap);
     bool const changes = here < 0 && there > here;
     IntBox const wanted = beside(anchor, size, changes ? opposite(side) : side, gap, alignment);
     return {movedOnto(monitor, wanted), changes};

@@ -23,6 +23,8 @@ TopLevelWindow::TopLevelWindow(Glob& root, std::unique_ptr<NativeWindow> native,
     surface_.setContentPlace(margins.lower());
     root.canvas()->attach(&surface_);
     surface_.toPaint().add(surface_.bounds());
+    surface_.toPaint().watch(this);
+    surface_.toPresent().watch(this);
 }
 
 XY<int> TopLevelWindow::outerSize() const {
@@ -109,6 +111,16 @@ void TopLevelWindow::rootResized() {
 
 void TopLevelWindow::rootMoved() {
     if (!following_ && native_) native_->moveTo(outerPlace());
+}
+
+void TopLevelWindow::watchDamage(DamageWatcher* watcher, std::uint64_t number) {
+    watcher_ = watcher;
+    number_ = number;
+    if (hasDamage()) damageAdded();
+}
+
+bool TopLevelWindow::hasDamage() const {
+    return !surface_.toPaint().empty() || !surface_.toPresent().empty();
 }
 
 bool TopLevelWindow::hasPaintWork() {

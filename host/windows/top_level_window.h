@@ -8,7 +8,7 @@
 namespace wainscot {
 
 /// A window on the screen: the root that it shows, its pixels and the native window under it.
-class WAINSCOT_API TopLevelWindow {
+class WAINSCOT_API TopLevelWindow final : private Damage::Watcher {
 public:
     enum class Kind : std::uint8_t { ordinary, popUp, note };
 
@@ -56,6 +56,18 @@ public:
     /// A frame is drawn over its edges.
     void setMarked(bool marked);
 
+    /// Who hears when the window has something to paint or present where it had nothing, and when it has at
+    /// the moment of asking.
+    class DamageWatcher {
+    public:
+        virtual ~DamageWatcher() = default;
+        virtual void damageAdded(TopLevelWindow& window) = 0;
+    };
+    /// Null for nobody. Not owned. The number is the window's from now on.
+    void watchDamage(DamageWatcher* watcher, std::uint64_t number);
+    std::uint64_t number() const { return number_; }
+    /// Also while that is held back, or nothing is shown.
+    bool hasDamage() const;
     bool hasPaintWork();
     void paint();
     /// Brings what was painted to the screen.
@@ -65,6 +77,9 @@ public:
     bool isOpen() const { return native_ != nullptr; }
 
 private:
+    void damageAdded() override {
+        if (watcher_) watcher_->damageAdded(*this);
+    }
     /// Size and place of the native window for those of the root.
     XY<int> outerSize() const;
     XY<int> outerPlace() const;
@@ -76,6 +91,8 @@ private:
     WindowMargins margins_;
     Kind kind_;
     IdStamp owner_;
+    DamageWatcher* watcher_ = nullptr;
+    std::uint64_t number_ = 0;
     bool keepsAbove_ = false;
     bool isModal_ = false;
     bool hidden_ = false;

@@ -38,7 +38,7 @@ std::unique_ptr<NativeWindow> OffscreenBackend::createWindow(NativeWindowSetting
     NativeWindowId const id = ++lastId_;
     XY<int> const place = settings.place ? *settings.place : nextPlace(id, settings.size, monitors_.front());
     auto window = std::make_unique<OffscreenWindow>(*this, id, settings, place);
-    windows_.push_back(window.get());
+    windows_.emplace(id, window.get());
     return window;
 }
 
@@ -79,18 +79,17 @@ void OffscreenBackend::inject(InputEvent input) {
 }
 
 OffscreenWindow* OffscreenBackend::window(NativeWindowId id) const {
-    auto const found =
-        std::find_if(windows_.begin(), windows_.end(), [id](auto const* w) { return w->id() == id; });
-    return found == windows_.end() ? nullptr : *found;
+    auto const found = windows_.find(id);
+    return found == windows_.end() ? nullptr : found->second;
 }
 
 /// The next older window that is shown becomes the active one.
 void OffscreenBackend::closed(OffscreenWindow& window) {
-    std::erase(windows_, &window);
+    windows_.erase(window.id());
     if (active_ != window.id()) return;
     active_ = 0;
     for (auto other = windows_.rbegin(); other != windows_.rend() && active_ == 0; ++other)
-        activate((*other)->id());
+        activate(other->first);
 }
 
 OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,

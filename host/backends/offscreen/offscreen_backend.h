@@ -4,6 +4,7 @@
 #include "host/windows/backend.h"
 
 #include <cstdint>
+#include <map>
 
 namespace wainscot {
 
@@ -69,7 +70,7 @@ private:
     std::vector<IntBox> monitors_;
     std::vector<InputEvent> input_;
     /// In the order of opening; owned by those who asked for them.
-    std::vector<OffscreenWindow*> windows_;
+    std::map<NativeWindowId, OffscreenWindow*> windows_;
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
     bool refuses_ = false;

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "host/windows/top_level_window.h"
+
+#include <map>
+#include <memory>
+#include <ranges>
+#include <set>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace wainscot {
+
+/// All windows: by root, by number of the window system, in the order of opening, from the front to the back,
+/// and those with something to paint. No question goes through all of them that need not.
+class WAINSCOT_API WindowList final : private TopLevelWindow::DamageWatcher {
+public:
+    WindowList() = default;
+    WindowList(WindowList const&) = delete;
+    WindowList& operator=(WindowList const&) = delete;
+    ~WindowList() override;
+
+    /// In front of all of its layer: notes lie above pop-ups, those above windows that are kept above, those
+    /// above the others.
+    TopLevelWindow& add(std::unique_ptr<TopLevelWindow> window, IdStamp owner);
+    /// Nothing of it is known afterwards. Null when there is no window of that root.
+    std::unique_ptr<TopLevelWindow> take(Glob const& root);
+
+    // Null when there is none.
+    TopLevelWindow* of(Glob const* root) const;
+    TopLevelWindow* of(NativeWindowId id) const;
+    TopLevelWindow* ofStamp(IdStamp root) const;
+    /// That opened next after another; of no window, the first one.
+    TopLevelWindow* after(TopLevelWindow const* window) const;
+
+    /// In the order of opening.
+    auto begin() const { return std::views::values(windows_).begin(); }
+    auto end() const { return std::views::values(windows_).end(); }
+    std::size_t size() const { return windows_.size(); }
+    bool empty() const { return windows_.empty(); }
+    /// Those that belong to the window of a root, in the order of opening.
+    std::vector<TopLevelWindow*> ownedBy(IdStamp root) const;
+
+    /// From the back to the front.
+    auto stacking() const { return std::views::values(stacking_); }
+    TopLevelWindow* topmost() const;
+    /// In front of all of its layer, with all that belongs to it.
+    void bringToFront(TopLevelWindow& window);
+
+    bool hasPaintWork() const;
+    /// Those with damage, in the order of opening.
+    std::vector<Glob*> damaged() const;
+
+private:
+    void damageAdded(TopLevelWindow& window) override { damaged_.insert(window.number()); }
+    void putInStack(TopLevelWindow& window);
+
+    std::uint64_t lastNumber_ = 0;
+    std::map<std::uint64_t, std::unique_ptr<TopLevelWindow>> windows_;
+    std::unordered_map<Glob const*, TopLevelWindow*> byRoot_;
+    std::unordered_map<std::uint64_t, TopLevelWindow*> byStamp_;
+    std::unordered_map<NativeWindowId, TopLevelWindow*> byId_;
+    /// The numbers of the windows that belong to the window of a root, by its stamp.
+    std::unordered_map<std::uint64_t, std::set<std::uint64_t>> owned_;
+
+    /// Layer, and when it was put there.
+    using StackPlace = std::pair<int, std::uint64_t>;
+    std::uint64_t lastStackPlace_ = 0;
+    std::map<StackPlace, TopLevelWindow*> stacking_;
+    std::unordered_map<TopLevelWindow const*, StackPlace> stackPlaces_;
+
+    /// The numbers of those that had damage when they were looked at last, and have had since.
+    mutable std::set<std::uint64_t> damaged_;
+};
+
+} // namespace wainscot
