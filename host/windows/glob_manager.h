@@ -199,6 +199,10 @@ private:
     Modality modality_;
     UnusedKeyHandler unusedKey_ = nullptr;
     ModalFlash flash_{*this};
+    /// Everything is being closed.
+    bool refusesWindows_ = false;
+    bool tellsLook_ = false;
+    bool lookHasChanged_ = false;
 };
 
 } // namespace wainscot
