@@ -61,13 +61,15 @@ void StandardPanel::drawGroove(CanvasRenderer& renderer, float scale) {
     IntBox const ring(area.x1, area.y1, area.x2, row.centre().y);
     int const gap = UifStd::getWidgetGap();
     int const titleWidth = getTitleWidget() ? row.width() : std::min(row.width(), calcTitleWidth(getTitle()));
-    int const titleEnd = titleWidth > 0 ? row.x1 + titleWidth + gap : row.x1 - gap;
+    int const corner = area.x1 + edges.width() + static_cast<int>(radius);
+    int const titleStart = std::max(row.x1 - gap, std::min(row.x1, corner));
+    int const titleEnd = titleWidth > 0 ? row.x1 + titleWidth + gap : titleStart;
     int const chainStart = chainWidth() > 0 ? area.x2 - border_.getSize() - chainWidth() - gap : area.x2;
     // A pixel more, since lines are rounded to be thicker at some scales.
     int const below = ring.y2 - edges.width() - static_cast<int>(radius) - 1;
     IntBox const parts[] = {
-        {area.x1, area.y1, row.x1 - gap, area.y2},
-        {row.x1 - gap, area.y1, titleEnd, below},
+        {area.x1, area.y1, titleStart, area.y2},
+        {titleStart, area.y1, titleEnd, below},
         {titleEnd, area.y1, chainStart, area.y2},
         {chainStart, area.y1, area.x2 - edges.width() - static_cast<int>(radius), below},
         {std::max(chainStart, area.x2 - edges.width() - static_cast<int>(radius)), area.y1, area.x2, area.y2},

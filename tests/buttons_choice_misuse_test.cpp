@@ -199,6 +199,22 @@ TEST_F(ChoicesMisused, ARefusedChoiceGoesBackToWhatWasShown) {
     set->setDataAdaptor(adaptor);
     driver_.click(set->getCheckbox(2));
     EXPECT_EQ(ticks(*set), "010");
+    // One that throws leaves everything as the data is.
+    expectDiagnostic("exception in handler");
+    adaptor->onAsk = [] { throw 1; };
+    driver_.click(set->getCheckbox(2));
+    EXPECT_EQ(ticks(*set), "100");
+    Checkbox* const box = addBox(200);
+    auto const truth = Qv::makePtr<Answering<bool>>();
+    truth->onAsk = adaptor->onAsk;
+    box->setDataAdaptor(truth);
+    driver_.click(box);
+    EXPECT_FALSE(box->isTicked());
+    BoolRadioSet pair;
+    EXPECT_TRUE(pair.setWidgets(addBox(300), addBox(400), true));
+    pair.setDataAdaptor(truth);
+    driver_.click(pair.member(0));
+    EXPECT_TRUE(!pair.getWidgetValue() && pair.member(1)->isTicked() && !pair.member(0)->isTicked());
 }
 
 TEST_F(ChoicesMisused, AWidthOfZeroFitsTheFontThatIsGiven) {
