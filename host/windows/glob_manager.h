@@ -181,7 +181,6 @@ private:
     bool refusesWindows_ = false;
     bool tellsLook_ = false;
     bool lookHasChanged_ = false;
-    LifeToken life_;
 };
 
 } // namespace wainscot
