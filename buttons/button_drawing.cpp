@@ -64,7 +64,7 @@ void Button::draw() {
 void Button::drawBackground() {
     if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(),        isHovered(),
+    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(),     isHovered(),
                                 isActive(),   nullptr,      hasOwnDownFace()};
     ButtonLook::drawFace(renderer, face, getPalette());
     if (isLatching() && isDown()) ButtonLook::drawLatchMark(renderer, face, getPalette());

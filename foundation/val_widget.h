@@ -59,6 +59,7 @@ public:
 protected:
     /// From now on the adaptor does not know it: for a widget that is being destroyed.
     void leaveDataAdaptor() {
+        isLeaving_ = true;
         if (adaptor_) adaptor_->leaveWidget(*this);
     }
 
@@ -70,6 +71,7 @@ private:
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
     LifeToken life_;
     bool mixed_ = false;
+    bool isLeaving_ = false;
 };
 
 template <class T>
@@ -108,11 +110,11 @@ bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
     try {
         accepted = held->requestSetNewDataValue(kept, why);
     } catch (...) {
-        if (life.alive() && held->getWidget() == this) runHandler("getDataValue", [&] { showDataOf(*held); });
+        if (life.alive() && !isLeaving_) runHandler("getDataValue", [&] { showDataOf(*held); });
         throw;
     }
     // A dead one is not to be asked: its data may have gone with it.
-    if (life.alive() && held->getWidget() == this) held->showWhetherMixed(eRedrawYes);
+    if (life.alive() && !isLeaving_) held->showWhetherMixed(eRedrawYes);
     return accepted;
 }
 
