@@ -5,6 +5,8 @@
 #include "host/events/event.h"
 #include "host/events/key_codes.h"
 #include "host/objects/kbd_focus.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <string>
 

@@ -2,6 +2,8 @@
 #include "buttons/checkbox_radio_set.h"
 #include "buttons/radio_button.h"
 #include "host/events/key_codes.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <string>
 

@@ -3,6 +3,8 @@
 #include "buttons/button.h"
 #include "host/backends/offscreen/offscreen_backend.h"
 #include "host/drawing/surface.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <cstdio>
 #include <cstring>

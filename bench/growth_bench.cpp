@@ -6,6 +6,8 @@
 #include "host/events/filter_stack.h"
 #include "host/events/keybinding_manager.h"
 #include "host/objects/tree.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 #include "host/windows/look.h"
 
 #include <algorithm>

@@ -4,6 +4,8 @@
 #include "host/base/convert.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/uif_std.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <cmath>
 

@@ -7,6 +7,8 @@
 #include "containers/slider.h"
 #include "host/drawing/surface.h"
 #include "host/start/host.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <csignal>
 #include <cstdio>

@@ -301,7 +301,6 @@ void Button::handleTabStopFocusLoss() {
 }
 
 void Button::handleKbdFocus() {
-    keyHeld_ = keyHeld_ && get_kbd_focus() == this;
     FocusStop::handleKbdFocus(*this, *this);
 }
 
@@ -332,7 +331,7 @@ void Button::describe(GlobDescription& description) const {
     description.name = shownLabel();
     TooltipDetails tip;
     if (description.name.isEmpty() && getTooltipDetails({0, 0}, tip)) description.name = tip.text.text();
-    if (isDown()) description.states |= GlobDescription::pressed;
+    if (looksDown()) description.states |= GlobDescription::pressed;
     if (isActive()) description.states |= GlobDescription::focusable;
     if (defaultAction_) description.states |= GlobDescription::isDefault;
     description.actions.push_back("press");

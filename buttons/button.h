@@ -191,7 +191,7 @@ private:
     Extras& extras();
     bool isHovered() const;
     /// Down, or shown so while the key of a click is held.
-    bool looksDown() const { return isDown() || (keyHeld_ && isActive()); }
+    bool looksDown() const;
     bool isInside(XY<int> const& place) const;
     bool reactToMouse(Event const& event);
     void press(Event const& event);
@@ -199,7 +199,7 @@ private:
     void releaseAt(Event const& event);
     bool reactToTimer(Event const& event);
     bool reactToKey(Event const& event);
-    void showKeyHeld(bool held);
+    void showKeyPress(std::uint64_t press);
     bool reactToMessage(Event const& event);
     void endPress();
     bool isRepeating() const;
@@ -235,8 +235,8 @@ private:
     /// The press that is under way was reported.
     bool pressReported_ = false;
     bool defaultAction_ = false;
-    /// The key of a click is still down.
-    bool keyHeld_ = false;
+    /// The key press that made the last click by keys; see `FocusHolders::heldKeyPress`.
+    std::uint64_t clickKeyPress_ = 0;
     /// Its size, and its font, follow the user's size preference.
     AutomaticSize automatic_{false, false};
     bool standardFont_;

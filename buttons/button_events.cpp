@@ -2,6 +2,8 @@
 #include "host/events/event.h"
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
 #include "host/services/clock.h"
 
 #include <algorithm>
@@ -24,7 +26,7 @@ bool Button::react(Event const& event) {
     if (isTimerEvent(event)) return reactToTimer(event);
     if (!isActive()) return rect::react(event);
     if (isClickKey(event)) return reactToKey(event);
-    if (keyHeld_ && isKeyReleaseEvent(event)) showKeyHeld(false);
+    if (clickKeyPress_ != 0 && isKeyReleaseEvent(event)) showKeyPress(0);
     if (mouse_left_event(event) && !ignoresClicks_) return reactToMouse(event);
     return rect::react(event);
 }
@@ -158,13 +160,21 @@ bool Button::reactToKey(Event const&) {
     Event const up(EventKind::leftRelease, centre, this);
     event_send(&down);
     event_send(&up);
-    showKeyHeld(true);
+    EventSystem const* const system = EventSystem::current();
+    showKeyPress(system ? system->focus.heldKeyPress() : 0);
     return true;
 }
 
-void Button::showKeyHeld(bool held) {
-    keyHeld_ = held;
+void Button::showKeyPress(std::uint64_t press) {
+    clickKeyPress_ = press;
     makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
+bool Button::looksDown() const {
+    if (isDown()) return true;
+    EventSystem const* const system = clickKeyPress_ != 0 && isActive() ? EventSystem::current() : nullptr;
+    return system && system->focus.heldKeyPress() == clickKeyPress_ && get_kbd_focus() == this;
 }
 
 bool Button::reactToMessage(Event const& event) {

@@ -3,6 +3,7 @@
 #include "buttons/button.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
+#include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
@@ -105,13 +106,22 @@ DataAnswer ScrollBar::tellData(ThumbSettings const& fallback, DataChangeType why
     // The data may have shown another value.
     if (!taken && getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
     if (!life.alive()) return DataAnswer::widgetHasGone;
-    held_.accept(getWidgetValue());
     return taken ? DataAnswer::taken : DataAnswer::refused;
 }
 
-bool ScrollBar::tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why) {
-    DataAnswer const answer = tellData(fallback, why);
-    return answer == DataAnswer::taken || (answer == DataAnswer::refused && getWidgetValue() != before);
+bool ScrollBar::tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why,
+                          StillOn isStillOn) {
+    FirstException thrown;
+    DataAnswer answer = DataAnswer::refused;
+    LifeGuard const life = guard();
+    thrown.run([&] { answer = tellData(fallback, why); });
+    if (life.alive()) {
+        held_.accept(getWidgetValue());
+        bool const hasMoved = answer == DataAnswer::taken || getWidgetValue() != before;
+        if (hasMoved && (this->*isStillOn)()) thrown.run([&] { report(thumbMoved); });
+    }
+    thrown.rethrow();
+    return life.alive();
 }
 
 // State

@@ -171,9 +171,12 @@ private:
     void layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits);
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
-    /// Hands a moved thumb to the data. Whether that is to be reported: the data took it, or made something
-    /// of it that is not the thumb before.
-    bool tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why);
+    using StillOn = bool (ScrollBar::*)() const;
+    /// Hands a moved thumb to the data and reports it, when the data took it, or made something of it that is
+    /// not the thumb before; also when the data throws. Nothing is reported once `isStillOn` says no. False
+    /// when the bar has gone.
+    bool tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why,
+                   StillOn isStillOn);
     /// Hands what the user did to the data, and goes back to another thumb where that refuses.
     DataAnswer tellData(ThumbSettings const& fallback, DataChangeType why);
     /// False when the bar has gone.

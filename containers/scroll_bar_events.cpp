@@ -1,5 +1,6 @@
 #include "buttons/button.h"
 #include "containers/scroll_bar.h"
+#include "host/base/first_exception.h"
 #include "host/events/event.h"
 #include "host/events/event_system.h"
 #include "host/services/clock.h"
@@ -34,12 +35,12 @@ int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
 /// The owner knows how far a notch goes: the thumb stays where it is until it is set.
 int ScrollBar::turnWheel(int notches) {
     eEventType const type = notches < 1 ? downButtonPressed : upButtonPressed;
+    FirstException thrown;
     LifeGuard const life = guard();
-    for (int left = std::abs(std::clamp(notches, -maxNotches, maxNotches)); left > 0; --left) {
-        informParent(type);
-        if (!life.alive()) return 1;
-    }
-    showThumbPosition();
+    int left = std::abs(std::clamp(notches, -maxNotches, maxNotches));
+    for (; left > 0 && life.alive(); --left) thrown.run([&] { informParent(type); });
+    if (life.alive()) showThumbPosition();
+    thrown.rethrow();
     return 1;
 }
 
@@ -140,9 +141,7 @@ bool ScrollBar::takeBack() {
     storeThumb(back, eRedrawYes);
     if (!life.alive()) return false;
     DataChangeType const why = held_.isChanging() ? DataChangeType::continued : DataChangeType::single;
-    bool const hasMoved = tellMoved(before, held_.accepted(), why);
-    if (!life.alive()) return false;
-    return !hasMoved || !isDragging() || report(thumbMoved);
+    return tellMoved(before, held_.accepted(), why, &ScrollBar::isDragging);
 }
 
 // Dragging
@@ -181,7 +180,7 @@ void ScrollBar::keepWay(double leftOut) {
 }
 
 void ScrollBar::reportMove(ThumbSettings before) {
-    if (tellMoved(before, held_.accepted(), held_.nextChange()) && isDragging()) report(thumbMoved);
+    tellMoved(before, held_.accepted(), held_.nextChange(), &ScrollBar::isDragging);
 }
 
 /// The thumb is held from now on, also where it had no way to go.
@@ -214,7 +213,8 @@ int ScrollBar::page(XY<int> const& place) {
     bool const isBefore = isVertical() ? place.y >= extents.y : place.x < extents.x;
     pagingStep_ = isBefore ? -size_ : size_;
     paging_ = true;
-    if (pageOnce() && paging_ && isActive()) startTimer();
+    startTimer();
+    if (pageOnce() && !(paging_ && isActive())) stopTimer();
     return 1;
 }
 
@@ -223,8 +223,7 @@ bool ScrollBar::pageOnce() {
     LifeGuard const life = guard();
     setThumbPosDelta(pagingStep_);
     if (!life.alive()) return false;
-    bool const hasMoved = tellMoved(before, before, DataChangeType::single);
-    return life.alive() && (!hasMoved || !isActive() || report(thumbMoved));
+    return tellMoved(before, before, DataChangeType::single, &ScrollBar::isActive);
 }
 
 /// And has somewhere to go.

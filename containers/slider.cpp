@@ -3,6 +3,7 @@
 #include "buttons/button_look.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
+#include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
@@ -115,13 +116,23 @@ DataAnswer Slider::tellData(double fallback, DataChangeType why) {
     // The data may have shown another value.
     if (!taken && value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
     if (!life.alive()) return DataAnswer::widgetHasGone;
-    heldValue_.accept(value_);
     return taken ? DataAnswer::taken : DataAnswer::refused;
 }
 
-bool Slider::tellMoved(double before, double fallback, DataChangeType why) {
-    DataAnswer const answer = tellData(fallback, why);
-    return answer == DataAnswer::taken || (answer == DataAnswer::refused && value_ != before);
+Slider::Moved Slider::tellMoved(double before, double fallback, DataChangeType why, bool isOneStep) {
+    FirstException thrown;
+    DataAnswer answer = DataAnswer::refused;
+    LifeGuard const life = guard();
+    thrown.run([&] { answer = tellData(fallback, why); });
+    bool hasMoved = false;
+    if (life.alive()) {
+        heldValue_.accept(value_);
+        hasMoved = answer == DataAnswer::taken || value_ != before;
+        if (hasMoved && (isOneStep || held_)) thrown.run([&] { report(sliderMoved); });
+    }
+    if (hasMoved && isOneStep && life.alive()) thrown.run([&] { report(sliderReleased); });
+    thrown.rethrow();
+    return !life.alive() ? Moved::sliderHasGone : hasMoved ? Moved::yes : Moved::no;
 }
 
 bool Slider::changePosition(double value) {
@@ -131,9 +142,7 @@ bool Slider::changePosition(double value) {
     LifeGuard const life = guard();
     storeValue(clamped(value), eRedrawYes);
     if (!life.alive()) return true;
-    bool const hasMoved = tellMoved(before, before, DataChangeType::single);
-    if (hasMoved && report(sliderMoved)) report(sliderReleased);
-    return hasMoved || !life.alive();
+    return tellMoved(before, before, DataChangeType::single, true) != Moved::no;
 }
 
 bool Slider::nudge(bool up) {

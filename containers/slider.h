@@ -128,9 +128,11 @@ private:
     void storeValue(double value, eRedrawFlag redraw);
     /// Hands what the user did to the data, and goes back to another value where that refuses.
     DataAnswer tellData(double fallback, DataChangeType why);
-    /// Hands a changed value to the data. Whether that is to be reported: the data took it, or made something
-    /// of it that is not the value before.
-    bool tellMoved(double before, double fallback, DataChangeType why);
+    enum class Moved { no, yes, sliderHasGone };
+    /// Hands a changed value to the data and reports it, when the data took it, or made something of it that
+    /// is not the value before; also when the data throws. What is not held any more is not reported, unless
+    /// the change is one step: then its end is reported as well.
+    Moved tellMoved(double before, double fallback, DataChangeType why, bool isOneStep);
     bool report(eEventType type);
 
     bool reactToKey(Event const& event);

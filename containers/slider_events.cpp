@@ -114,7 +114,7 @@ void Slider::setSliderFromPixelPos(double x) {
     LifeGuard const life = guard();
     storeValue(clamped(x2v(std::clamp(x, startX_, endX_))), eRedrawYes);
     if (!life.alive() || !held_ || value_ == before) return;
-    if (tellMoved(before, heldValue_.accepted(), heldValue_.nextChange()) && held_) report(sliderMoved);
+    tellMoved(before, heldValue_.accepted(), heldValue_.nextChange(), false);
 }
 
 /// The release of another button changes nothing.
@@ -169,9 +169,7 @@ bool Slider::takeBack() {
     storeValue(back, eRedrawYes);
     if (!life.alive()) return false;
     DataChangeType const why = heldValue_.isChanging() ? DataChangeType::continued : DataChangeType::single;
-    bool const hasMoved = tellMoved(before, heldValue_.accepted(), why);
-    if (!life.alive()) return false;
-    return !hasMoved || !held_ || report(sliderMoved);
+    return tellMoved(before, heldValue_.accepted(), why, false) != Moved::sliderHasGone;
 }
 
 void Slider::handleMouseContainment(bool inside) {

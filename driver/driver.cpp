@@ -2,9 +2,12 @@
 
 #include "host/base/convert.h"
 #include "host/drawing/png.h"
+#include "host/events/event_system.h"
 #include "host/events/key_codes.h"
 #include "host/objects/description.h"
 #include "host/objects/tree.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <algorithm>
 
@@ -66,6 +69,7 @@ GlobDescription Driver::describe(Glob const& glob) {
 // Pointer
 
 bool Driver::inject(InputEvent input) {
+    if (!EventSystem::current()) return refuse("the program has ended");
     input.time = service_get_msecs();
     host_.loop().inject(std::move(input));
     return settle();

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "host/objects/description.h"
+#include "host/objects/glob.h"
 #include "host/start/host.h"
+#include "host/windows/input_event.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace wainscot {
 
-struct GlobDescription;
+class TopLevelWindow;
 
 /// Uses a program's interface as a person would: finds widgets by role and name, moves, presses, types,
 /// waits, and looks at the pixels. Input enters where platform input enters, and everything that it causes is

@@ -1,7 +1,10 @@
 #include "driver/random_user.h"
 
+#include "host/events/key_codes.h"
+#include "host/events/pointer_state.h"
 #include "host/objects/description.h"
 #include "host/objects/tree.h"
+#include "host/windows/glob_manager.h"
 
 #include <algorithm>
 

@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/events/key_names.h"
+#include "host/windows/glob_manager.h"
 
 #include <fstream>
 #include <sstream>

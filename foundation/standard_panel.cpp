@@ -1,6 +1,7 @@
 #include "foundation/standard_panel_p.h"
 
 #include "foundation/focus_stop.h"
+#include "foundation/tab_order_geometry.h"
 #include "host/base/configb.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
@@ -11,6 +12,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
 #include "host/windows/glob_manager.h"
 
 #include <algorithm>
@@ -189,6 +191,7 @@ bool StandardPanel::reactToKey(Event const& event) {
 bool StandardPanel::stepTabFocus(std::uint32_t keyCode) {
     LifeGuard const life = guard();
     bool const forward = keyCode == Key::tab;
+    if (wasPassedOn()) return false;
     bool const goesOn =
         tabGoesOn_ && !hasTabStopAhead(forward ? TabOrderable::forward : TabOrderable::backward);
     if (goesOn || !life.alive()) return !life.alive();
@@ -196,6 +199,19 @@ bool StandardPanel::stepTabFocus(std::uint32_t keyCode) {
     if (!life.alive() || index == noTabStop) return !life.alive();
     FocusStop::reveal();
     return true;
+}
+
+bool StandardPanel::wasPassedOn() const {
+    for (Glob const* glob = get_kbd_focus(); glob && glob != this; glob = glob->parent()) {
+        auto const* const panel = dynamic_cast<StandardPanel const*>(glob);
+        if (panel && panel->tabGoesOn_ && panel->numTabStops() > 0) return true;
+    }
+    return false;
+}
+
+bool StandardPanel::isTabStopHere(TabOrderable& stop) const {
+    Glob* const widget = TabOrderGeometry::widgetOf(&stop);
+    return !widget || getRootParent(widget) == getRootParent(const_cast<StandardPanel*>(this));
 }
 
 bool StandardPanel::reactToMessage(Event const& event) {

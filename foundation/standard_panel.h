@@ -253,6 +253,9 @@ private:
 
     bool reactToKey(Event const& event);
     bool stepTabFocus(std::uint32_t keyCode);
+    /// Tab comes from a panel in this one that lets it go on: it is not this one's to use.
+    bool wasPassedOn() const;
+    bool isTabStopHere(TabOrderable& stop) const override;
     bool reactToMessage(Event const& event);
     /// What a message of a standard widget does when no handler consumed it. False when it is none of theirs.
     bool reactToStandardWidget(Glob const* sender);

@@ -18,6 +18,7 @@ struct TabOrderManager::Stops {
     TabStopSequence sequence;
     TabOrderList byOrder;
     std::unordered_map<TabOrderable const*, OfObject> byObject;
+    TabOrderBounds bounds;
 };
 
 TabOrderManager::TabOrderManager(bool allowDuplicates) : allowDuplicates_(allowDuplicates) {}
@@ -27,14 +28,22 @@ TabOrderManager::~TabOrderManager() {
 }
 
 void TabOrderManager::removeAllTabStops() {
-    std::unique_ptr<Stops> const left = std::move(stops_);
     currentIndex_ = currentOrder_ = noTabStop;
-    if (!left) return;
-    for (Qv::Ptr<ClientInfo> const& stop : left->sequence.slots()) {
+    if (!stops_) return;
+    for (Qv::Ptr<ClientInfo> const& stop : stops_->sequence.slots()) {
         if (!stop) continue;
         stop->object->leaveManager(this);
         stop->object = nullptr;
     }
+    // The tables stay: a step may be going through them.
+    stops_->byOrder.clear();
+    stops_->byObject.clear();
+    stops_->sequence = TabStopSequence();
+}
+
+TabOrderManager::TabOrderBounds const& TabOrderManager::tabOrderBounds() const {
+    static constexpr TabOrderBounds none;
+    return stops_ ? stops_->bounds : none;
 }
 
 TabOrderManager::Stops& TabOrderManager::tabStops() {
@@ -86,7 +95,8 @@ unsigned int TabOrderManager::getTabStopIndex(TabOrderable const& object) const 
 
 bool TabOrderManager::addTabStop(TabOrderable& object, unsigned int order) {
     if (!allowDuplicates_ && firstStopOf(object)) return false;
-    if (order == appendTabStop) order = bounds_.highestOrder == noTabStop ? 0 : bounds_.highestOrder + 1;
+    unsigned int const highest = tabOrderBounds().highestOrder;
+    if (order == appendTabStop) order = highest == noTabStop ? 0 : highest + 1;
     if (order > maxTabOrder || !makeWay(order)) return false;
     appendStop(object, order);
     object.registerManager(this);
@@ -105,25 +115,28 @@ void TabOrderManager::appendStop(TabOrderable& object, unsigned int order) {
 }
 
 void TabOrderManager::noteAddedOrder(unsigned int order, unsigned int index) {
-    if (bounds_.lowestOrder == noTabStop || order < bounds_.lowestOrder) {
-        bounds_.lowestOrder = order;
-        bounds_.lowestIndex = index;
+    TabOrderBounds& bounds = stops_->bounds;
+    if (bounds.lowestOrder == noTabStop || order < bounds.lowestOrder) {
+        bounds.lowestOrder = order;
+        bounds.lowestIndex = index;
     }
-    if (bounds_.highestOrder == noTabStop || order > bounds_.highestOrder) {
-        bounds_.highestOrder = order;
-        bounds_.highestIndex = index;
+    if (bounds.highestOrder == noTabStop || order > bounds.highestOrder) {
+        bounds.highestOrder = order;
+        bounds.highestIndex = index;
     }
 }
 
 bool TabOrderManager::makeWay(unsigned int order) {
-    if (numTabStops() == 0 || order < bounds_.lowestOrder || order > bounds_.highestOrder) return true;
+    if (numTabStops() == 0) return true;
+    TabOrderBounds& bounds = stops_->bounds;
+    if (order < bounds.lowestOrder || order > bounds.highestOrder) return true;
     ClientInfo const* const current = stopAt(currentIndex_);
     unsigned int const before = current ? current->tabOrder() : noTabStop;
-    auto const pushed = stops_->byOrder.push(order, bounds_.highestOrder);
+    auto const pushed = stops_->byOrder.push(order, bounds.highestOrder);
     if (!pushed) return false;
-    if (*pushed && (*pushed)->tabOrder() > bounds_.highestOrder) {
-        bounds_.highestOrder = (*pushed)->tabOrder();
-        bounds_.highestIndex = indexOfStop(**pushed);
+    if (*pushed && (*pushed)->tabOrder() > bounds.highestOrder) {
+        bounds.highestOrder = (*pushed)->tabOrder();
+        bounds.highestIndex = indexOfStop(**pushed);
     }
     if (current && current->tabOrder() != before) currentOrder_ = current->tabOrder();
     return true;
@@ -221,7 +234,7 @@ void TabOrderManager::renumberTabStops(std::vector<unsigned int> const& indices)
         if (!listed[indexOfStop(*list.stopAt(place))]) sorted.push_back(list.stopAt(place));
     list.clear();
     for (unsigned int order = 0; order < sorted.size(); ++order) list.insert(*sorted[order], order);
-    bounds_ = {0, indexOfStop(*sorted.front()), numTabStops() - 1, indexOfStop(*sorted.back())};
+    stops_->bounds = {0, indexOfStop(*sorted.front()), numTabStops() - 1, indexOfStop(*sorted.back())};
     if (ClientInfo const* const current = stopAt(currentIndex_)) currentOrder_ = current->tabOrder();
 }
 
@@ -287,7 +300,11 @@ bool TabOrderManager::focusStop(ClientInfo& stop, TabOrderable::eDirection direc
 }
 
 bool TabOrderManager::canFocusStop(ClientInfo& stop) {
-    return stop.enabled && stop.object->isTabStopActive() && stop.object;
+    return stop.enabled && isTabStopHere(*stop.object) && stop.object->isTabStopActive() && stop.object;
+}
+
+bool TabOrderManager::isTabStopHere(TabOrderable&) const {
+    return true;
 }
 
 // --- Stepping

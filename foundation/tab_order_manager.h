@@ -35,7 +35,7 @@ public:
     TabOrderManager(TabOrderManager const&) = delete;
     TabOrderManager& operator=(TabOrderManager const&) = delete;
     /// Lets go of all controls. No control is told.
-    ~TabOrderManager();
+    virtual ~TabOrderManager();
 
     /// Adds a stop with exactly this order: the stop that has it, and the unbroken run of orders behind it,
     /// go one up. `appendTabStop` takes the order after the highest. False, and nothing has changed, when the
@@ -110,13 +110,16 @@ public:
         unsigned int highestOrder = noTabStop;
         unsigned int highestIndex = noTabStop;
     };
-    TabOrderBounds const& tabOrderBounds() const { return bounds_; }
+    TabOrderBounds const& tabOrderBounds() const;
 
     LifeToken const& tabOrderLife() const { return life_; }
 
 protected:
     /// Lets go of all controls and of the focus. No control is told.
     void removeAllTabStops();
+    /// Whether a control, which may have been moved away, still lies where this manages the focus. Others
+    /// are passed by and cannot be focused. Always true here.
+    virtual bool isTabStopHere(TabOrderable& stop) const;
 
 private:
     friend class TabOrderable;
@@ -143,14 +146,13 @@ private:
     Qv::Ptr<ClientInfo> findStopBelow(unsigned int order);
     Qv::Ptr<ClientInfo> findStopBetween(unsigned int first, unsigned int last);
     /// Asks the control: afterwards the stop may be removed, and this may be dead.
-    static bool canFocusStop(ClientInfo& stop);
+    bool canFocusStop(ClientInfo& stop);
 
     /// Made with the first stop: most panels have none.
     std::unique_ptr<Stops> stops_;
     bool allowDuplicates_;
     unsigned int currentOrder_ = noTabStop;
     unsigned int currentIndex_ = noTabStop;
-    TabOrderBounds bounds_;
     LifeToken life_;
 };
 

@@ -31,8 +31,10 @@ private:
 
 template <class T>
 T ValServerAdaptor<T>::getDataValue() const {
-    ValServer<T> const* const server = getServer();
-    return server ? server->value() : T();
+    // Without a server the widget keeps what it shows.
+    if (ValServer<T> const* const server = getServer()) return server->value();
+    ValWidget<T> const* const widget = this->getWidget();
+    return widget ? widget->getWidgetValue() : T();
 }
 
 template <class T>

@@ -66,7 +66,7 @@ protected:
 private:
     friend class ValAdaptorBase<T>;
     void setDataMixed(bool mixed, eRedrawFlag redraw);
-    void showDataOf(ValAdaptorBase<T>& adaptor);
+    void showData();
 
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
     LifeToken life_;
@@ -110,18 +110,23 @@ bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
     try {
         accepted = held->requestSetNewDataValue(kept, why);
     } catch (...) {
-        if (life.alive() && !isLeaving_) runHandler("getDataValue", [&] { showDataOf(*held); });
+        if (life.alive() && !isLeaving_) runHandler("getDataValue", [&] { showData(); });
         throw;
     }
-    // A dead one is not to be asked: its data may have gone with it.
-    if (life.alive() && !isLeaving_) held->showWhetherMixed(eRedrawYes);
+    if (!life.alive()) return accepted;
+    // Bound to other data meanwhile, it shows that; nothing is to be taken back unless it is the same value.
+    if (adaptor_ != held) return getWidgetValue() == kept;
+    // A dying one is not to be asked: its data may have gone with it.
+    if (!isLeaving_) held->showWhetherMixed(eRedrawYes);
     return accepted;
 }
 
 template <class T>
-void ValWidget<T>::showDataOf(ValAdaptorBase<T>& adaptor) {
+void ValWidget<T>::showData() {
+    Qv::Ptr<ValAdaptorBase<T>> const present = adaptor_;
+    if (!present) return;
     LifeGuard const life(life_);
-    T value = adaptor.getDataValue();
+    T value = present->getDataValue();
     if (life.alive()) setNewWidgetValue(value, eRedrawYes);
 }
 

@@ -5,6 +5,7 @@
 
 #include "host/base/convert.h"
 #include "host/start/host.h"
+#include "host/windows/glob_manager.h"
 
 #include <atomic>
 #include <cstdio>

@@ -226,6 +226,23 @@ TEST_F(HeldThumbs, WhatTheDataMakesOfAValueIsReported) {
     EXPECT_FALSE(slider->nudge(true));
     EXPECT_EQ(sent(), "slider 0.900000 slider_released 0.900000");
 
+    // What an observer throws keeps nobody from being told.
+    struct Thrower : ValClient<double> {
+        void handleNotification(NotifierEvent<double> const& event) override {
+            if (event.type == ValServerBase::valChangedMsgType) throw std::runtime_error("observer");
+        }
+    } thrower;
+    ValServer<double> shared(0.2);
+    thrower.attach(shared);
+    bindToServer(*slider, shared);
+    Slider* const second = add(new Slider(Slider::InitArgs(100)), 200);
+    bindToServer(*second, shared);
+    set_kbd_focus(slider);
+    driver_.key(Key::end);
+    EXPECT_EQ(sent(), "slider 1.000000 slider_released 1.000000");
+    EXPECT_EQ(second->getWidgetValue(), 1.0);
+    bindToServer(*slider, value);
+
     // A guard that throws leaves everything in step.
     thumbSteps->fails = valueSteps->fails = true;
     pressAt(bar, 95);

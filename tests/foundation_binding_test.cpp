@@ -443,6 +443,18 @@ TEST(ValWidget, ShowsWhatTheDataHasWhenSomethingIsThrown) {
     listener.onChange = [] { throw std::runtime_error("stored already"); };
     EXPECT_THROW(face.requestSetNewDataValue(6, DataChangeType::single), std::runtime_error);
     EXPECT_EQ(face.shown, 6);
+    // Bound to other data in its own request, it shows that.
+    auto const other = Qv::makePtr<Adaptor>();
+    other->data = 9;
+    server.setGuard(makeGuard([&](int&) -> bool {
+        face.bindTo(other);
+        throw std::runtime_error("no");
+    }));
+    EXPECT_THROW(face.requestSetNewDataValue(7, DataChangeType::single), std::runtime_error);
+    EXPECT_EQ(face.shown, 9);
+    bindToServer(face, server);
+    server.setGuard(makeGuard([&](int&) { return face.bindTo(other), false; }));
+    EXPECT_TRUE(face.requestSetNewDataValue(9, DataChangeType::single)) << "nothing is to be taken back";
 }
 
 TEST(ValWidget, MayDieInItsAdaptor) {

@@ -9,6 +9,7 @@
 #include "host/base/convert.h"
 #include "host/events/key_codes.h"
 #include "host/objects/description.h"
+#include "host/objects/glob_notices.h"
 #include "host/windows/glob_manager.h"
 #include "tests/widget_fixture.h"
 
@@ -56,6 +57,9 @@ TEST_F(WindowKeysTest, PanesAreEnteredAndLeft) {
     EXPECT_EQ(walk({f6 | Key::shift, f6 | Key::shift}), "bd");
     EXPECT_EQ(walk({Key::escape, Key::tab, Key::tab, Key::escape, Key::shiftTab}), "dbaad");
     for (StandardPanel* panel : {left, right, inner}) panel->setTabGoesOn(true);
+    left->setTabStopFocus(0);
+    inner->setTabStopFocus(0);
+    EXPECT_EQ(walk({Key::tab, Key::tab, Key::tab}), "cda") << "whatever stop the panel round it remembers";
     set_kbd_focus(root_);
     std::uint32_t const tab = Key::tab, back = Key::shiftTab;
     EXPECT_EQ(walk({tab, tab, tab, tab, tab, tab}), "abecda");
@@ -76,6 +80,8 @@ TEST_F(WindowKeysTest, ReturnPressesTheDefaultButtonAndEscapeClosesModalWindows)
         }
         std::string heard;
     };
+    openWindow(100, 100, {600, 100});
+    activate(root_);
     auto* const modal = new Dialogue;
     auto* const yes = button(modal, 'y', 10);
     yes->setDefaultAction(true);
@@ -93,6 +99,7 @@ TEST_F(WindowKeysTest, ReturnPressesTheDefaultButtonAndEscapeClosesModalWindows)
     GlobRef<Glob> const ref(modal);
     driver_.key(Key::escape);
     EXPECT_EQ(ref.get(), nullptr);
+    EXPECT_EQ(&host_->globManager().activeWindow()->root(), root_) << "its owner";
 }
 
 TEST_F(WindowKeysTest, WhatLiesInAnInactivePanelIsInactive) {
@@ -137,6 +144,15 @@ TEST_F(WindowKeysTest, AFocusIsGivenUpInItsOwnWindow) {
     EXPECT_EQ(KbdFocus::holderIn(*other), panel);
     panel->setTabStopFocus(*held);
     activate(other);
+    int told = 0;
+    auto const watch = GlobNotices::watchFocus(
+        *panel, makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++told; }));
+    held->setVisible(false);
+    EXPECT_EQ(get_kbd_focus(), panel);
+    driver_.settle();
+    EXPECT_EQ(told, 1) << "the heir hears of it";
+    held->setVisible(true);
+    panel->setTabStopFocus(*held);
     // Its parent cannot take it.
     panel->setVisible(false);
     EXPECT_EQ(KbdFocus::holderIn(*other), other);
@@ -148,8 +164,10 @@ TEST_F(WindowKeysTest, OnlyWhatIsInAWindowIsAStop) {
     panel->addTabStop(*loose, 1);
     EXPECT_FALSE(loose->isShown() || loose->isTabStopActive() || canvas_is_mapped_to_root(loose->canvas()));
     EXPECT_EQ(walk({Key::tab, Key::tab, Key::tab}), "aba");
-    std::unique_ptr<Glob> const taken = panel->takeWidget(driver_.button(L"b"));
-    EXPECT_EQ(walk({Key::tab}), "a");
+    RecordingParent* const other = openWindow(200, 100, {600, 100});
+    activate(root_);
+    EXPECT_TRUE(driver_.button(L"b")->reparentTo(other));
+    EXPECT_EQ(walk({Key::tab}), "a") << "it is no stop here any more";
 }
 
 /// A form that is built anew in a handler: all that was removed is out of everything at once.
@@ -184,6 +202,31 @@ TEST_F(WindowKeysTest, WhatIsRemovedInAHandlerIsGoneAtOnce) {
     EXPECT_EQ(walk({Key::tab, Key::tab, Key::tab}), "ded");
 }
 
+/// In the middle of a step, outside any other guard.
+TEST_F(WindowKeysTest, AStopMayDestroyItsPanelWhenItIsAsked) {
+    struct Stop : Glob, TabOrderable {
+        Stop(StandardPanel*& its, bool& deadly) : Glob(10, 10), panel(its), kills(deadly) {}
+        bool isTabStopActive() override {
+            if (kills) delete std::exchange(panel, nullptr);
+            return true;
+        }
+        void handleDetached() override {
+            leaveAllManagers();
+            Glob::handleDetached();
+        }
+        StandardPanel*& panel;
+        bool& kills;
+    };
+    bool kills = false;
+    StandardPanel* panel = pane("");
+    for (int i = 0; i < 3; ++i) panel->addTabStop(*addTo(panel, new Stop(panel, kills)));
+    set_kbd_focus(panel);
+    driver_.key(Key::tab);
+    kills = true;
+    driver_.key(Key::tab);
+    EXPECT_EQ(panel, nullptr);
+}
+
 TEST_F(WindowKeysTest, KeysShowAndScrollWhatTheyReach) {
     struct Scroller : Glob {
         Scroller() : Glob(100, 40) {}
@@ -208,8 +251,10 @@ TEST_F(WindowKeysTest, KeysShowAndScrollWhatTheyReach) {
     driver_.keyDown(Key::space);
     EXPECT_FALSE(x->isDown()) << "the click is done";
     EXPECT_NE(driver_.pixel(x, {5, 12}), rest) << "while the key is held it is shown";
+    deactivate();
     driver_.keyUp(Key::space);
-    EXPECT_EQ(driver_.pixel(x, {5, 12}), rest);
+    activate(root_);
+    EXPECT_EQ(driver_.pixel(x, {5, 12}), rest) << "the release went elsewhere";
 }
 
 TEST_F(WindowKeysTest, APressGivesASliderTheKeys) {

@@ -7,8 +7,12 @@
 #include "host/base/life.h"
 #include "host/drawing/drawable.h"
 #include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
+#include "host/events/key_codes.h"
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <gmock/gmock.h>
 

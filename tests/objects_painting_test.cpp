@@ -401,7 +401,7 @@ TEST_F(Paint, DamageGivesTheSamePixelsAsAFullRepaint) {
     for (int step = 0; step < 600; ++step) {
         Glob* const some =
             globs.empty() ? root : globs[static_cast<std::size_t>(below(static_cast<int>(globs.size())))];
-        switch (below(8)) {
+        switch (below(10)) {
         case 0:
         case 1: {
             Colour const colour(below(256) / 255.0, below(256) / 255.0, below(256) / 255.0);
@@ -428,6 +428,23 @@ TEST_F(Paint, DamageGivesTheSamePixelsAsAFullRepaint) {
             if (some != root && below(2)) some->addShadow(below(3) * 6, 0.6);
             if (some != root) some->setOpacity(below(3) / 2.0);
             break;
+        case 7:
+            if (some != root && below(2))
+                some->unmapCanvas();
+            else
+                some->mapCanvas();
+            break;
+        case 8: {
+            // Into another parent, or below a sibling; a third of them share their parent's canvas.
+            Glob* const other =
+                globs.empty() ? root : globs[static_cast<std::size_t>(below(100)) % globs.size()];
+            if (some != root && other->mayTake(some)) other->addChild(some);
+            if (some->parent()) some->parent()->addWidget(some, 5, 5, {}, {}, some->parent()->firstChild());
+            auto* const sharer = new Glob(20, 20, Palette(), true, other->canvas());
+            sharer->setCol(Colour(below(256) / 255.0, 0.5, 0.2), false);
+            globs.push_back(addTo(some, sharer, BottomLeft(2, 2)));
+            break;
+        }
         default:
             if (some != root && below(3) == 0) {
                 delete some;

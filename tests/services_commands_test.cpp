@@ -3,6 +3,8 @@
 #include "host/events/key_names.h"
 #include "host/events/keybinding_manager.h"
 #include "host/services/command_map.h"
+#include "host/services/json.h"
+#include "host/services/preferences.h"
 #include "tests/host_fixture.h"
 
 #include <gmock/gmock.h>

@@ -2,6 +2,7 @@
 
 #include "host/messages/notifier.h"
 #include "host/objects/glob_notices.h"
+#include "host/objects/glob_ref.h"
 #include "host/windows/look.h"
 
 #include <limits>
@@ -58,7 +59,7 @@ TEST_F(Robust, NoticesOfMovesMayDestroyWhatIsBeingAddedOrShown) {
     EXPECT_EQ(root_->numChildren(), 0u);
     auto* const window = new Glob(20, 20);
     watch = GlobNotices::watchMoves(*window, calling([&] { delete window; }));
-    EXPECT_FALSE(host_->globManager().realize(window, XY<int>(7, 7)));
+    EXPECT_TRUE(host_->globManager().realize(window, XY<int>(7, 7))) << "nothing is left to the caller";
     EXPECT_EQ(host_->globManager().numWindows(), 1u);
 }
 
@@ -360,6 +361,47 @@ TEST_F(Robust, ContainmentFollowsSilentChanges) {
     root_->removeWidget(above, false);
     driver_.settle();
     EXPECT_EQ(log_, Lines{"below entered"});
+    // A wheel may come from where no move has told of.
+    InputEvent wheel;
+    wheel.kind = InputEvent::Kind::wheel;
+    wheel.amount = 1;
+    wheel.place = {300, 300};
+    wheel.window = nativeOf(root_)->id();
+    inject(wheel);
+    EXPECT_EQ(log_, (Lines{"below entered", "below left"}));
+}
+
+/// A root that is too large is laid out before it is shown, and may do anything then.
+TEST_F(Robust, WhatIsOpenedMayDoAnythingWhenItIsLaidOut) {
+    expectDiagnostic("window refused");
+    ProbeGlob* big = nullptr;
+    RecordingParent* owner = nullptr;
+    GlobManager& windows = host_->globManager();
+    std::function<void()> const deeds[] = {
+        [&] { delete owner; },
+        [&] { delete big; },
+        [&] { owner->addChild(static_cast<Glob*>(big)); },
+        [&] { windows.realize(big); },
+    };
+    std::string opened;
+    for (std::function<void()> const& deed : deeds) {
+        owner = openWindow(50, 50, {500, 400});
+        big = new ProbeGlob(6000, 6000);
+        big->onReshape = [&] {
+            big->onReshape = nullptr;
+            deed();
+        };
+        GlobRef<Glob> const left(big);
+        opened += windows.addModalGlob(big, owner) ? '1' : '0';
+        driver_.settle();
+        driver_.moveTo({500, 300});
+        opened += left.get() && windows.windowOf(left.get()) ? 'w' : '-';
+        if (left.get()) delete left.get();
+        if (is_good_glob_ptr(owner)) delete owner;
+        driver_.settle();
+        EXPECT_EQ(windows.numWindows(), 1u);
+    }
+    EXPECT_EQ(opened, "1w1-0-1w") << "true also for what has gone";
 }
 
 TEST_F(Robust, PlacesAtTheEndsOfTheNumbersDoNotOverflow) {

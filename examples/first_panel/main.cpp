@@ -3,6 +3,7 @@
 #include "foundation/rect.h"
 #include "host/services/text_ids.h"
 #include "host/start/host.h"
+#include "host/windows/glob_manager.h"
 
 #include <cstdio>
 #include <string_view>

@@ -23,6 +23,12 @@ public:
 
     std::size_t numWindows() const { return holders_.size(); }
 
+    /// Which key press is still held: another number for each, 0 while none is, or when its release went
+    /// elsewhere.
+    std::uint64_t heldKeyPress() const { return heldKeyPress_; }
+    void keyPressed() { heldKeyPress_ = ++lastKeyPress_; }
+    void keysReleased() { heldKeyPress_ = 0; }
+
     /// Nested changes of the focus that are under way.
     int nesting = 0;
 
@@ -34,6 +40,8 @@ private:
     std::unordered_map<std::uint64_t, Holder> holders_;
     IdStamp active_;
     bool applicationHasFocus_ = false;
+    std::uint64_t heldKeyPress_ = 0;
+    std::uint64_t lastKeyPress_ = 0;
 };
 
 } // namespace wainscot

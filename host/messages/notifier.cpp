@@ -1,5 +1,7 @@
 #include "host/messages/notifier.h"
 
+#include "host/base/first_exception.h"
+
 #include <unordered_map>
 
 namespace wainscot {
@@ -75,9 +77,11 @@ NotifierSubscription NotifierBase::subscribe(LightweightString<char> const& name
 
 void NotifierBase::notify(NotifyMsg const& message, int type) {
     NotifyMsg const kept = message;
+    FirstException thrown;
     invokers_.walk([&](Qv::Ptr<CallbackInvokerBase> const& invoker) {
-        if (invoker && invoker->typeMatch(type)) invoker->invoke(kept);
+        if (invoker && invoker->typeMatch(type)) thrown.run([&] { invoker->invoke(kept); });
     });
+    thrown.rethrow();
 }
 
 } // namespace wainscot

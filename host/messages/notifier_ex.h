@@ -2,6 +2,7 @@
 
 #include "host/base/critical_section.h"
 #include "host/base/dl_list.h"
+#include "host/base/first_exception.h"
 #include "host/base/ptr.h"
 
 #include <atomic>
@@ -77,8 +78,8 @@ public:
     };
 
 protected:
-    /// Tells all listeners; without any it takes no lock. What a listener throws ends the walk and passes to
-    /// the caller.
+    /// Tells all listeners; without any it takes no lock. When some throw, all the same, and
+    /// what was thrown first passes to the caller.
     void notify(NotifierEvent<T> const& event);
 
 private:
@@ -141,11 +142,13 @@ void NotifierEx<T>::notify(NotifierEvent<T> const& event) {
     // A listener may destroy this.
     Qv::Ptr<Listeners> const held(&listeners);
     CriticalSectionLock const lock(listeners.section);
+    FirstException thrown;
     typename DLList<ValClient<T>>::Walk walk(listeners.list);
     while (ValClient<T>* const listener = walk.next()) {
-        listener->handleNotification(event);
-        if (!listeners.source.load(std::memory_order_acquire)) return;
+        thrown.run([&] { listener->handleNotification(event); });
+        if (!listeners.source.load(std::memory_order_acquire)) break;
     }
+    thrown.rethrow();
 }
 
 } // namespace wainscot

@@ -141,6 +141,7 @@ Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround
     setWidgetDetails({child, position, surround});
     if (!life.alive() || !childLife.alive()) return nullptr;
     child->makeDirty();
+    child->damageWithSurround();
     describeChanged(DescriptionChange::children);
     return child;
 }
@@ -161,6 +162,7 @@ Glob* Glob::addWidget(Glob* child, int x, int y, CoordinateOrigin origin, Widget
     if (added && before && before != added && getWidget(before)) {
         Tree::unlink(*added);
         Tree::link(*this, *added, before);
+        added->damageWithSurround();
     }
     return added;
 }
@@ -483,6 +485,7 @@ void Glob::handOnKbdFocus() {
 }
 
 void Glob::setOpacity(double opacity) {
+    if (!ownsCanvas()) return canvas_to_glob(canvas_)->setOpacity(opacity);
     auto const clamped = static_cast<float>(opacity > 0.0 ? std::min(opacity, 1.0) : 0.0);
     if (clamped == canvas_->opacity()) return;
     canvas_->setOpacity(clamped);
@@ -491,6 +494,7 @@ void Glob::setOpacity(double opacity) {
 }
 
 void Glob::mapCanvas() {
+    if (!ownsCanvas()) return canvas_to_glob(canvas_)->mapCanvas();
     if (canvas_->isMapped()) return;
     canvas_->setMapped(true);
     Damage::noteShown();
@@ -500,6 +504,7 @@ void Glob::mapCanvas() {
 }
 
 void Glob::unmapCanvas() {
+    if (!ownsCanvas()) return canvas_to_glob(canvas_)->unmapCanvas();
     DispatchScope const scope;
     if (!canvas_->isMapped()) return;
     damageWithSurround();

@@ -461,6 +461,8 @@ private:
     /// Whether a handler that was added for such events has consumed it.
     bool offerToHandlers(Event const& event);
     void leaveSharedCanvas();
+    /// It, and what shares a canvas with it below, lies on this canvas from now on.
+    void moveToCanvas(Canvas& canvas);
     /// What a moving object does with the pointer. True = used.
     bool followPointer(Event const& event);
 

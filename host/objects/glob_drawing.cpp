@@ -75,6 +75,18 @@ void Glob::sharedCanvasDying(Canvas const& canvas) {
     for (auto sharer = homeless.rbegin(); sharer != homeless.rend(); ++sharer) (*sharer)->makeDirty();
 }
 
+void Glob::moveToCanvas(Canvas& canvas) {
+    Canvas const* const before = canvas_;
+    std::vector<Glob*> const moved =
+        Tree::subtree(*this, [before](Glob& glob) { return glob.canvas_ == before && !glob.ownsCanvas(); });
+    for (Glob* sharer : moved) {
+        sharer->leaveSharedCanvas();
+        sharer->canvas_ = &canvas;
+        sharer->wholeDamaged_ = 0;
+        canvas.share(*sharer);
+    }
+}
+
 void Glob::leaveSharedCanvas() {
     if (ownsCanvas()) return;
     canvas_->unshare(*this);

@@ -5,8 +5,8 @@
 #include "host/drawing/canvas.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
-#include "host/objects/glob.h"
 #include "host/objects/glob_notices.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/root_host.h"
 
 namespace wainscot {
@@ -48,6 +48,23 @@ bool giveToRoot(EventSystem& system) {
     Glob* const holder = asGlob(system.focus.holder(system.focus.activeWindow()));
     return holder && set_kbd_focus(Glob::getRootParent(holder));
 }
+
+/// Tells an object that has inherited the focus, when what took it from another is done.
+class HeirCall final : public EventQueue::Call {
+public:
+    explicit HeirCall(Glob& heir) : heir_(&heir) {}
+    void run() override {
+        EventSystem* const system = EventSystem::current();
+        Glob* const heir = heir_.get();
+        if (!system || !heir || KbdFocus::holderIn(*Glob::getRootParent(heir)) != heir) return;
+        Change const telling(system->focus, Glob::getRootParent(heir)->idStamp());
+        heir->handleKbdFocus();
+        if (heir_.get()) KbdFocus::tellWatchers(*heir);
+    }
+
+private:
+    GlobRef<Glob> heir_;
+};
 
 } // namespace
 
@@ -124,6 +141,10 @@ void KbdFocus::giveUp(Glob& holder) {
     if (EventSystem::current() == system) leave(holder);
 }
 
+void KbdFocus::tellWatchers(Glob& holder) {
+    GlobNotices::focused(holder);
+}
+
 void KbdFocus::leave(Glob& top) {
     EventSystem* const system = EventSystem::current();
     if (!system) return;
@@ -132,6 +153,9 @@ void KbdFocus::leave(Glob& top) {
     if (!holder || (holder != &top && !Glob::isParentedTo(holder, &top))) return;
     Glob* const heir = heirOf(top);
     system->focus.setHolder(root->idStamp(), heir ? heir : root);
+    if (!heir) return;
+    heir->makeDirty();
+    system->queue.add(Qv::Ptr<EventQueue::Call>(new HeirCall(*heir)));
 }
 
 void KbdFocus::joinTree(Glob& child) {

@@ -31,12 +31,16 @@ public:
     static Glob* heirOf(Glob const& leaving);
     /// The holder hands it to the root of its window, whether or not that can use it; both are told.
     static void giveUp(Glob& holder);
-    /// When the holder is `top` or below it: its heir gets the focus, and nobody is told.
+    /// When the holder is `top` or below it: its heir gets the focus. The holder is not told; the heir is,
+    /// when what runs at the moment is done.
     static void leave(Glob& top);
     /// A root is about to become a child: it has no focus of its own any more.
     static void joinTree(Glob& child);
     /// Makes the root the holder of its own window, and nobody is told.
     static void startIn(Glob& root);
+
+    /// Tells who watches for the focus in it, or in what it lies in.
+    static void tellWatchers(Glob& holder);
 
 private:
     friend bool set_kbd_focus(Glob* glob);

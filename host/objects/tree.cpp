@@ -28,6 +28,7 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
     ++parent.numChildren_;
     Activity::parentChanged(child);
     child.wholeDamaged_ = 0;
+    if (!child.ownsCanvas() && child.canvas_ != parent.canvas_) child.moveToCanvas(*parent.canvas_);
     noteChange();
     noteLinked(parent, child);
     if (!parent.side_ || !parent.side_->grid) return;

@@ -3,7 +3,12 @@
 #include "host/backends/offscreen/offscreen_backend.h"
 #include "host/base/diagnostics.h"
 #include "host/events/dispatch_scope.h"
+#include "host/events/keybinding_manager.h"
+#include "host/services/command_map.h"
+#include "host/services/folder_watch.h"
+#include "host/services/preferences.h"
 #include "host/start/desktop_loader_p.h"
+#include "host/windows/event_loop.h"
 
 #include <stdexcept>
 
@@ -29,48 +34,9 @@ FolderWatchService::Deliver through(std::shared_ptr<ThreadInbox> inbox) {
 
 } // namespace
 
-Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
-    if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
-    openBackend();
-    iClock::install(&backend_->clock());
-    iClipboard::install(&backend_->clipboard());
-    openPreferences();
-    commands_ = std::make_unique<CommandMap>();
-    keyBindings_ = std::make_unique<KeybindingManager>();
-    events_ = std::make_unique<EventSystem>([backend = backend_.get()] { backend->wake(); });
-    folders_ = std::make_unique<FolderWatchService>(through(events_->inbox));
-    windows_ = std::make_unique<GlobManager>(*backend_);
-    loop_ = std::make_unique<EventLoop>(*backend_, *events_, *windows_);
-}
-
-void Host::openBackend() {
-    if (settings_.screen == HostSettings::Screen::desktop) backend_ = loadDesktopBackend(problem_);
-    if (backend_) return;
-    auto offscreen = std::make_unique<OffscreenBackend>(settings_.deviceScale);
-    offscreen_ = offscreen.get();
-    backend_ = std::move(offscreen);
-}
-
-void Host::openPreferences() {
-    bool const onScreen = settings_.screen == HostSettings::Screen::desktop;
-    using Storage = EditorPreferences::Storage;
-    preferences_ =
-        std::make_unique<EditorPreferences>(settings_.name, onScreen ? Storage::file : Storage::memory);
-    if (!settings_.preferenceFolder.empty()) preferences_->setFolder(settings_.preferenceFolder);
-}
-
 /// What a host is made of, in the order in which it is made.
-struct Host::Remains {
-    std::unique_ptr<Backend> backend;
-    std::unique_ptr<EditorPreferences> preferences;
-    std::unique_ptr<CommandMap> commands;
-    std::unique_ptr<KeybindingManager> keyBindings;
-    std::unique_ptr<EventSystem> events;
-    std::unique_ptr<FolderWatchService> folders;
-    std::unique_ptr<GlobManager> windows;
-    std::unique_ptr<EventLoop> loop;
-
-    ~Remains() {
+struct Host::Parts {
+    ~Parts() {
         loop.reset();
         windows.reset();
         folders.reset();
@@ -81,32 +47,82 @@ struct Host::Remains {
         iClipboard::install(nullptr);
         iClock::install(nullptr);
     }
+
+    std::unique_ptr<Backend> backend;
+    std::unique_ptr<EditorPreferences> preferences;
+    std::unique_ptr<CommandMap> commands;
+    std::unique_ptr<KeybindingManager> keyBindings;
+    std::unique_ptr<EventSystem> events;
+    std::unique_ptr<FolderWatchService> folders;
+    std::unique_ptr<GlobManager> windows;
+    std::unique_ptr<EventLoop> loop;
 };
 
+Host::Host(int, char**, HostSettings const& settings) : settings_(settings) {
+    if (EventSystem::current()) throw std::logic_error("wainscot: only one host may live at a time");
+    parts_ = std::make_shared<Parts>();
+    openBackend();
+    Backend& backend = *parts_->backend;
+    iClock::install(&backend.clock());
+    iClipboard::install(&backend.clipboard());
+    openPreferences();
+    parts_->commands = std::make_unique<CommandMap>();
+    parts_->keyBindings = std::make_unique<KeybindingManager>();
+    parts_->events = std::make_unique<EventSystem>([&backend] { backend.wake(); });
+    parts_->folders = std::make_unique<FolderWatchService>(through(parts_->events->inbox));
+    parts_->windows = std::make_unique<GlobManager>(backend);
+    parts_->loop = std::make_unique<EventLoop>(backend, *parts_->events, *parts_->windows);
+}
+
+void Host::openBackend() {
+    if (settings_.screen == HostSettings::Screen::desktop) parts_->backend = loadDesktopBackend(problem_);
+    if (parts_->backend) return;
+    auto offscreen = std::make_unique<OffscreenBackend>(settings_.deviceScale);
+    offscreen_ = offscreen.get();
+    parts_->backend = std::move(offscreen);
+}
+
+void Host::openPreferences() {
+    bool const onScreen = settings_.screen == HostSettings::Screen::desktop;
+    using Storage = EditorPreferences::Storage;
+    parts_->preferences =
+        std::make_unique<EditorPreferences>(settings_.name, onScreen ? Storage::file : Storage::memory);
+    if (!settings_.preferenceFolder.empty()) parts_->preferences->setFolder(settings_.preferenceFolder);
+}
+
 Host::~Host() {
-    EventLoop& loop = *loop_;
-    std::shared_ptr<Remains> remains(new Remains{
-        std::move(backend_), std::move(preferences_), std::move(commands_), std::move(keyBindings_),
-        std::move(events_), std::move(folders_), std::move(windows_), std::move(loop_)});
-    if (!DispatchScope::isActive() && !loop.isTurning()) return;
+    EventLoop& ended = loop();
+    if (!DispatchScope::isActive() && !ended.isTurning()) return;
     Diagnostics::count("host destroyed inside a handler", settings_.name.c_str());
-    if (loop.isTurning()) {
-        loop.endWith(std::move(remains));
+    if (ended.isTurning()) {
+        ended.endWith(std::move(parts_));
         return;
     }
-    auto const end = [](void* last) { delete static_cast<std::shared_ptr<Remains>*>(last); };
-    DispatchScope::freeWhenUnwound(end, new std::shared_ptr<Remains>(std::move(remains)));
+    auto const end = [](void* last) { delete static_cast<std::shared_ptr<Parts>*>(last); };
+    DispatchScope::freeWhenUnwound(end, new std::shared_ptr<Parts>(std::move(parts_)));
+}
+
+EventLoop& Host::loop() {
+    return *parts_->loop;
+}
+
+GlobManager& Host::globManager() {
+    return *parts_->windows;
+}
+
+Backend& Host::backend() {
+    return *parts_->backend;
 }
 
 int Host::run() {
-    if (problem_.empty()) return loop_->run();
+    if (problem_.empty()) return loop().run();
     vex_printf("%s: no display can be used (%s); start it in a desktop session, or set DISPLAY.",
                settings_.name.empty() ? "wainscot" : settings_.name.c_str(), problem_.c_str());
     return 1;
 }
 
 void Host::quit(int code) {
-    loop_->quit(code);
+    loop().quit(code);
 }
 
 VirtualClock* Host::virtualClock() const {

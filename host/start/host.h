@@ -1,17 +1,16 @@
 #pragma once
 
 #include "host/base/lightweight_string.h"
-#include "host/events/keybinding_manager.h"
-#include "host/services/command_map.h"
-#include "host/services/folder_watch.h"
-#include "host/services/preferences.h"
-#include "host/windows/event_loop.h"
 
 #include <memory>
 
 namespace wainscot {
 
+class Backend;
+class EventLoop;
+class GlobManager;
 class OffscreenBackend;
+class VirtualClock;
 
 /// How a program wants to start.
 struct HostSettings {
@@ -54,30 +53,24 @@ public:
     LightweightString<char> const& problem() const { return problem_; }
     LightweightString<char> const& name() const { return settings_.name; }
 
-    EventLoop& loop() { return *loop_; }
-    GlobManager& globManager() { return *windows_; }
-    Backend& backend() { return *backend_; }
+    EventLoop& loop();
+    GlobManager& globManager();
+    Backend& backend();
     /// The clocks that only move when they are moved; null with real windows.
     VirtualClock* virtualClock() const;
     /// Null with real windows.
     OffscreenBackend* offscreen() const { return offscreen_; }
 
 private:
+    struct Parts;
     void openBackend();
     void openPreferences();
-    struct Remains;
 
     HostSettings settings_;
     LightweightString<char> problem_;
-    std::unique_ptr<Backend> backend_;
     OffscreenBackend* offscreen_ = nullptr;
-    std::unique_ptr<EditorPreferences> preferences_;
-    std::unique_ptr<CommandMap> commands_;
-    std::unique_ptr<KeybindingManager> keyBindings_;
-    std::unique_ptr<EventSystem> events_;
-    std::unique_ptr<FolderWatchService> folders_;
-    std::unique_ptr<GlobManager> windows_;
-    std::unique_ptr<EventLoop> loop_;
+    /// Outlives this when it is destroyed inside a handler.
+    std::shared_ptr<Parts> parts_;
 };
 
 } // namespace wainscot

@@ -90,11 +90,15 @@ bool GlobManager::mayOpen(Glob const* root) const {
     return false;
 }
 
-bool GlobManager::open(Glob& root, Wish const& wish) {
+bool GlobManager::open(Glob& root, Wish wish) {
     DispatchScope const keepsWindow;
     LifeGuard const life = root.guard();
+    IdStamp const owner = wish.owner ? wish.owner->rootStamp() : IdStamp();
     if (wish.kind == TopLevelWindow::Kind::ordinary) shrinkToFit(root, wish);
-    if (!life.alive()) return false;
+    // Whoever was asked to lay it out may have done anything.
+    if (!life.alive() || windowOf(&root)) return true;
+    if (!mayOpen(&root)) return false;
+    wish.owner = windowOfStamp(owner);
     NativeWindowSettings const settings = settingsFor(root, wish);
     std::unique_ptr<NativeWindow> native = backend_.createWindow(settings);
     if (!native) {
@@ -103,13 +107,12 @@ bool GlobManager::open(Glob& root, Wish const& wish) {
     }
     WindowMargins const margins =
         settings.isPopUp() ? WindowMargins::forRoot(root, settings.translucent) : WindowMargins();
-    IdStamp const owner = wish.owner ? wish.owner->rootStamp() : IdStamp();
     TopLevelWindow& window = windows_.add(
         std::make_unique<TopLevelWindow>(root, std::move(native), backend_.deviceScale(), wish.kind, margins),
         owner);
     window.surface().setTranslucent(settings.translucent);
     window.nativeMoved(window.native().place());
-    if (!life.alive()) return false;
+    if (!life.alive()) return true;
     KbdFocus::startIn(root);
     if (!window.isPopUp() && !EventSystem::live().focus.activeWindow().valid()) activated(window);
     // The window manager wants to know before it shows it.

@@ -43,7 +43,8 @@ public:
 
     /// Shows a root in a window of its own and takes it over. Its size is the window's; the system chooses
     /// the place unless one is given (root coordinates of the lower-left corner). A root that has a window is
-    /// brought to the front. False for null, a child, something dying, or when the window system refuses.
+    /// brought to the front. False, and the root stays the caller's, for null, a child, something dying, or
+    /// when the window system refuses; true also when it was destroyed meanwhile.
     bool realize(Glob* root, std::optional<XY<int>> place = {});
     /// The same for a window that belongs to that of `owner`: it stays above it and goes with it. In the
     /// middle of the owner's window, where no place is given, and wholly on one monitor.
@@ -65,7 +66,7 @@ public:
 
     /// Makes an object modal until it dies: input outside its modal chain is refused (see `Modality`). A root
     /// without a window gets one, owned by that of `context`; a null context is the active window. False when
-    /// that is refused.
+    /// that is refused; true also when it was destroyed meanwhile.
     bool addModalGlob(Glob* glob, Glob* context);
     /// Whatever modality allows to `context` it allows to `glob` as well.
     void setModalContextGlob(Glob* glob, Glob* context);
@@ -177,7 +178,7 @@ private:
     void shrinkToFit(Glob& root, Wish const& wish) const;
     NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
-    bool open(Glob& root, Wish const& wish);
+    bool open(Glob& root, Wish wish);
     void destroyOwned(Glob const& root);
     /// The window of an object, or for one in a pop-up the window that this belongs to; the active one where
     /// there is none.

@@ -204,11 +204,11 @@ bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
     TopLevelWindow const* const before = ordinaryWindowFor(liveOrNull(context));
     IdStamp const owner = before ? before->rootStamp() : IdStamp();
     popUps_.closeAll();
-    if (!life.alive()) return false;
+    if (!life.alive()) return true;
     TopLevelWindow const* const now = windowOfStamp(owner);
     bool const needsWindow = !glob->isChildGlob() && !windowOf(glob);
     if (needsWindow && !realizeFor(glob, now ? &now->root() : nullptr, {}, true)) return false;
-    if (!life.alive()) return false;
+    if (!life.alive()) return true;
     modality_.addModal(*glob);
     if (TopLevelWindow* window = windowOf(glob)) window->setModal(true, windowOfStamp(owner));
     modalityChanged();

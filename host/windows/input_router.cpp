@@ -354,8 +354,18 @@ Glob* InputRouter::wheelTarget(InputEvent const& input) {
     return wheelGlob_;
 }
 
-void InputRouter::routeWheel(InputEvent const& input) {
+/// No move may have told that the pointer has come there.
+void InputRouter::noteArrival(InputEvent const& input) {
+    bool const stays = pointerIsInside_ && events_.pointer.place == input.place;
     events_.pointer.place = input.place;
+    if (stays) return;
+    pointerIsInside_ = true;
+    pointerWindow_ = input.window;
+    updateContainment(globUnder(input));
+}
+
+void InputRouter::routeWheel(InputEvent const& input) {
+    noteArrival(input);
     tips_.dismiss();
     int const notches = std::clamp(input.amount, -maxNotches, maxNotches);
     Glob* const target = wheelTarget(input);
@@ -367,7 +377,7 @@ void InputRouter::routeWheel(InputEvent const& input) {
 }
 
 void InputRouter::routeZoom(InputEvent const& input) {
-    events_.pointer.place = input.place;
+    noteArrival(input);
     Glob* const target = pointerTarget(input);
     if (!target || input.amount == 0) return;
     Event event = pointerEvent(EventKind::zoom, input);
@@ -384,6 +394,8 @@ void InputRouter::routeKey(InputEvent const& input) {
     event.setRepeat(press && input.repeat);
     event.setTime(input.time);
     event.setPlace(events_.pointer.place);
+    if (press && !input.repeat) events_.focus.keyPressed();
+    if (!press) events_.focus.keysReleased();
     dispatchKey(event);
 }
 
@@ -558,6 +570,7 @@ void InputRouter::deactivated(TopLevelWindow& window) {
     bool const wasActive = events_.focus.activeWindow() == window.rootStamp();
     if (wasActive) {
         events_.focus.setApplicationHasFocus(false);
+        events_.focus.keysReleased();
         composition_.end();
         updatePointerWishes();
     }

@@ -38,6 +38,7 @@ private:
     bool holdsPress(TopLevelWindow const& window) const;
     void routeRelease(InputEvent const& input);
     void routeMove(InputEvent const& input);
+    void noteArrival(InputEvent const& input);
     void routeWheel(InputEvent const& input);
     void routeZoom(InputEvent const& input);
     void routeKey(InputEvent const& input);

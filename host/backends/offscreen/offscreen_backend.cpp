@@ -61,11 +61,14 @@ void OffscreenBackend::setMonitors(std::vector<IntBox> monitors) {
 }
 
 void OffscreenBackend::activate(NativeWindowId id) {
-    OffscreenWindow const* const wanted = window(id);
+    OffscreenWindow* const wanted = window(id);
     bool const can = wanted && wanted->isShown() && wanted->kind() == NativeWindowSettings::Kind::ordinary;
     if (!can || active_ == id) return;
     deactivateAll();
     active_ = id;
+    byActivation_.erase(wanted->activation_);
+    wanted->activation_ = ++lastActivation_;
+    byActivation_.emplace(wanted->activation_, id);
     inject(windowEvent(InputEvent::Kind::windowActivated, id, clock_.msecs()));
 }
 
@@ -83,13 +86,20 @@ OffscreenWindow* OffscreenBackend::window(NativeWindowId id) const {
     return found == windows_.end() ? nullptr : found->second;
 }
 
-/// The next older window that is shown becomes the active one.
+/// Its owner becomes the active one where that is shown, else the one that was active last.
 void OffscreenBackend::closed(OffscreenWindow& window) {
     windows_.erase(window.id());
+    byActivation_.erase(window.activation_);
     if (active_ != window.id()) return;
     active_ = 0;
-    for (auto other = windows_.rbegin(); other != windows_.rend() && active_ == 0; ++other)
-        activate(other->first);
+    activate(window.owner());
+    if (active_ != 0) return;
+    for (auto other = byActivation_.rbegin(); other != byActivation_.rend(); ++other) {
+        NativeWindowId const id = other->second;
+        activate(id);
+        // That has moved its place in the list.
+        if (active_ != 0) return;
+    }
 }
 
 OffscreenWindow::OffscreenWindow(OffscreenBackend& backend, NativeWindowId id,

@@ -73,6 +73,9 @@ private:
     std::map<NativeWindowId, OffscreenWindow*> windows_;
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
+    /// The last active one last.
+    std::map<std::uint64_t, NativeWindowId> byActivation_;
+    std::uint64_t lastActivation_ = 0;
     bool refuses_ = false;
     bool composited_ = true;
     MouseCursorID cursor_ = arrowCursor;
@@ -121,6 +124,7 @@ public:
     std::uint32_t pixelAt(XY<int> place) const;
 
 private:
+    friend class OffscreenBackend;
     OffscreenBackend& backend_;
     NativeWindowId id_;
     LightweightString<wchar_t> title_;
@@ -132,6 +136,8 @@ private:
     NativeWindowId owner_;
     bool translucent_;
     bool modal_ = false;
+    /// When it became the active one last; 0 before that.
+    std::uint64_t activation_ = 0;
     bool shown_ = false;
     std::vector<IntBox> lastPresented_;
     std::uint64_t numPresented_ = 0;
