@@ -3,6 +3,7 @@
 #include "bench/measuring.h"
 #include "host/objects/glob.h"
 #include "host/start/host.h"
+#include "host/windows/input_event.h"
 
 #include <functional>
 #include <memory>

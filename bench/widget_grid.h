@@ -3,6 +3,8 @@
 #include "bench/driving.h"
 #include "foundation/rect.h"
 #include "host/base/convert.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <vector>
 

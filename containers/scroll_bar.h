@@ -195,7 +195,7 @@ private:
     void keepWay(double leftOut);
     void resizeBy(double change);
     /// The same end of the press; a release of another button changes nothing.
-    int release(wainscot::Event const& event);
+    int releaseAt(wainscot::Event const& event);
     int letGo();
     /// Ends what is held; only the data is told. False when the bar has gone.
     bool endPress();

@@ -27,7 +27,7 @@ int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
     if (mouse_wheel_event(event)) return turnWheel(event.amount());
     if (mouse_side_wheel_event(event) && !isVertical()) return turnWheel(-event.amount());
     if (mouse_down_event(event)) return press(event);
-    if (mouse_up_event(event)) return release(event);
+    if (mouse_up_event(event)) return releaseAt(event);
     if (mouse_move_event(event)) return follow(event);
     return 0;
 }
@@ -73,7 +73,7 @@ bool ScrollBar::isOnThumb(XY<int> const& place) const {
     return alongBar(place) >= extents.x && alongBar(place) < extents.y;
 }
 
-int ScrollBar::release(wainscot::Event const& event) {
+int ScrollBar::releaseAt(wainscot::Event const& event) {
     bool const isHeld = (isDragging() || paging_) && (event.heldButtons() & heldButton_) != 0;
     return isHeld ? 1 : letGo();
 }

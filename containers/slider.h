@@ -141,7 +141,7 @@ private:
     void pickUpThumb(int x);
     bool follow(Event const& event);
     void setSliderFromPixelPos(double x);
-    bool release(Event const& event);
+    bool releaseAt(Event const& event);
     bool letGo();
     void tellDataOfEnd();
     /// Takes the thumb back to where it was at the press. False when the slider has gone.

@@ -22,7 +22,7 @@ bool Slider::react(Event const& event) {
     if (mouse_down_event(event))
         isUsed = press(event);
     else if (mouse_up_event(event))
-        isUsed = release(event);
+        isUsed = releaseAt(event);
     else if (mouse_move_event(event))
         isUsed = follow(event);
     return isUsed || Glob::react(event);
@@ -118,7 +118,7 @@ void Slider::setSliderFromPixelPos(double x) {
 }
 
 /// The release of another button changes nothing.
-bool Slider::release(Event const& event) {
+bool Slider::releaseAt(Event const& event) {
     return held_ && (event.heldButtons() & heldButton_) != 0 ? true : letGo();
 }
 

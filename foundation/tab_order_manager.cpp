@@ -379,7 +379,7 @@ Qv::Ptr<TabOrderManager::ClientInfo> TabOrderManager::findStopBetween(unsigned i
     while (ClientInfo* const candidate = list.stopAt(place)) {
         unsigned int const order = candidate->tabOrder();
         if (order > last) break;
-        Qv::Ptr<ClientInfo> const stop(candidate);
+        Qv::Ptr<ClientInfo> stop(candidate);
         std::size_t const slot = stop->slot;
         std::uint64_t const version = list.version();
         if (canFocusStop(*stop) && life.alive()) return stop;

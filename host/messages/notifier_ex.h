@@ -57,6 +57,8 @@ private:
 /// is not called in it, what went is never called, the death of the notifier ends it.
 template <class T>
 class WAINSCOT_API NotifierEx {
+    struct Listeners;
+
 public:
     NotifierEx();
     virtual ~NotifierEx();

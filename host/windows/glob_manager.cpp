@@ -11,7 +11,6 @@
 #include "host/windows/screen_places.h"
 
 #include <algorithm>
-#include <ranges>
 #include <stdexcept>
 
 namespace wainscot {
@@ -180,17 +179,16 @@ TopLevelWindow* GlobManager::activeWindow() const {
 }
 
 TopLevelWindow* GlobManager::foremost() const {
-    for (TopLevelWindow* window : windows_.stacking() | std::views::reverse)
-        if (!window->isPopUp() && !window->isHidden() && window->root().isVisible()) return window;
-    return nullptr;
+    return windows_.foremost([](TopLevelWindow const& window) {
+        return !window.isPopUp() && !window.isHidden() && window.root().isVisible();
+    });
 }
 
 TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
-    for (TopLevelWindow* window : windows_.stacking() | std::views::reverse)
-        if (!window->isHidden() && !window->isNote() && window->root().isVisible() &&
-            window->root().box().contains(place))
-            return window;
-    return nullptr;
+    return windows_.foremost([place](TopLevelWindow const& window) {
+        return !window.isHidden() && !window.isNote() && window.root().isVisible() &&
+               window.root().box().contains(place);
+    });
 }
 
 void GlobManager::activated(TopLevelWindow& window) {

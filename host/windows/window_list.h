@@ -4,7 +4,6 @@
 
 #include <map>
 #include <memory>
-#include <ranges>
 #include <set>
 #include <unordered_map>
 #include <utility>
@@ -34,16 +33,33 @@ public:
     /// That opened next after another; of no window, the first one.
     TopLevelWindow* after(TopLevelWindow const* window) const;
 
+    /// Steps through the windows of a table.
+    template <class Place>
+    class Step {
+    public:
+        explicit Step(Place place) : place_(place) {}
+        auto const& operator*() const { return place_->second; }
+        Step& operator++() { return ++place_, *this; }
+        bool operator!=(Step const& other) const { return place_ != other.place_; }
+
+    private:
+        Place place_;
+    };
     /// In the order of opening.
-    auto begin() const { return std::views::values(windows_).begin(); }
-    auto end() const { return std::views::values(windows_).end(); }
+    auto begin() const { return Step(windows_.begin()); }
+    auto end() const { return Step(windows_.end()); }
     std::size_t size() const { return windows_.size(); }
     bool empty() const { return windows_.empty(); }
     /// Those that belong to the window of a root, in the order of opening.
     std::vector<TopLevelWindow*> ownedBy(IdStamp root) const;
 
-    /// From the back to the front.
-    auto stacking() const { return std::views::values(stacking_); }
+    /// The foremost that `accept` takes; null when there is none.
+    template <class Accept>
+    TopLevelWindow* foremost(Accept accept) const {
+        for (auto entry = stacking_.rbegin(); entry != stacking_.rend(); ++entry)
+            if (accept(*entry->second)) return entry->second;
+        return nullptr;
+    }
     TopLevelWindow* topmost() const;
     /// In front of all of its layer, with all that belongs to it.
     void bringToFront(TopLevelWindow& window);
