@@ -19,7 +19,6 @@ namespace wainscot {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Thumbs that are held while something else happens.
 class HeldThumbs : public HostTest {
@@ -55,7 +54,7 @@ protected:
     }
     std::string sent() {
         driver_.settle();
-        std::string const names = root_->names().c_str();
+        std::string names = root_->names().c_str();
         root_->forgetMessages();
         return names;
     }
@@ -254,6 +253,19 @@ TEST_F(HeldThumbs, WhatTheDataMakesOfAValueIsReported) {
     EXPECT_FALSE(bar->isDragging() || slider->isThumbHeld());
     EXPECT_EQ(bar->getWidgetValue(), thumb.value());
     EXPECT_EQ(slider->getWidgetValue(), value.value());
+}
+
+TEST_F(HeldThumbs, ALostPressTakesBackWhatWasDragged) {
+    Slider* const slider = addSlider(0.5);
+    pressAt(slider, 104);
+    moveIn(slider, 150);
+    EXPECT_GT(slider->getWidgetValue(), 0.6);
+    sent();
+    deactivate();
+    EXPECT_EQ(slider->getWidgetValue(), 0.5);
+    EXPECT_EQ(sent(), "slider 0.500000 slider_released 0.500000");
+    driver_.release();
+    EXPECT_EQ(sent(), "");
 }
 
 TEST_F(HeldThumbs, ArrowButtonsMayDie) {

@@ -337,14 +337,14 @@ public:
     virtual bool isAutoRepeating() const;
     // A press ends once: with the release of its last button, or with one of these two; no release comes
     // after them, and nothing is to be chosen by them.
-    /// Escape was pressed while it holds the pointer: what the press began is to be undone. It holds the
-    /// pointer no more. The base goes back to where it was when it was moving, and calls
-    /// `handleCaptureLost()`: who has nothing to undo needs only that.
+    /// Escape was pressed while it holds the pointer, or the release is lost, since its window was
+    /// deactivated, minimised or hidden: what the press began is to be undone. It holds the pointer no more.
+    /// The base goes back to where it was when it was moving, and calls `handleCaptureLost()`: who has
+    /// nothing to undo needs only that.
     virtual void handlePressCancelled(Event const& press);
-    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, its
-    /// window was deactivated, minimised or hidden, the release was lost or went to a pop-up, or another took
-    /// the pointer. Told when that change is done. What is held is to be let go of without a report. The base
-    /// stops moving.
+    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, the
+    /// release went to a pop-up, or another took the pointer. Told when that change is done. What is held is
+    /// to be let go of without a report. The base stops moving.
     virtual void handleCaptureLost();
     /// Tells a former holder, where it lives; what it does may destroy anything.
     static void tellCaptureLost(GlobRef<Glob> const& holder);

@@ -189,12 +189,19 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
     return true;
 }
 
+/// As with Escape, what the press began is taken back.
 void InputRouter::losePress() {
     GlobRef<Glob> const holder(captureHolder());
+    InputEvent input;
+    input.place = events_.pointer.pressPlace;
+    input.time = service_get_msecs();
+    Event const press = pointerEvent(EventKind::mouse | events_.pointer.pressButton | EventKind::down, input);
     events_.pointer.forgetPress();
     handOver_.end();
     drags_.cancel();
-    Glob::tellCaptureLost(holder);
+    DispatchScope const scope;
+    if (Glob* const told = holder.get())
+        runHandler("handlePressCancelled", [&] { told->handlePressCancelled(press); });
     refreshContainment();
 }
 
