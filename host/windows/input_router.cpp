@@ -189,13 +189,18 @@ bool InputRouter::isSpent(InputEvent const& input, PopUpChain::Press press, Glob
     return true;
 }
 
+Event InputRouter::pressToTakeBack(std::uint32_t modifiers, double time) const {
+    InputEvent input;
+    input.place = events_.pointer.pressPlace;
+    input.modifiers = modifiers;
+    input.time = time;
+    return pointerEvent(EventKind::mouse | events_.pointer.pressButton | EventKind::down, input);
+}
+
 /// As with Escape, what the press began is taken back.
 void InputRouter::losePress() {
     GlobRef<Glob> const holder(captureHolder());
-    InputEvent input;
-    input.place = events_.pointer.pressPlace;
-    input.time = service_get_msecs();
-    Event const press = pointerEvent(EventKind::mouse | events_.pointer.pressButton | EventKind::down, input);
+    Event const press = pressToTakeBack(0, service_get_msecs());
     events_.pointer.forgetPress();
     handOver_.end();
     drags_.cancel();
@@ -469,11 +474,7 @@ bool InputRouter::cancelPress(Event const& key) {
     PointerState& pointer = events_.pointer;
     Glob* const holder = captureHolder();
     if (!holder || pointer.heldButtons == 0) return false;
-    InputEvent input;
-    input.place = pointer.pressPlace;
-    input.modifiers = key.modifiers();
-    input.time = key.time();
-    Event const press = pointerEvent(EventKind::mouse | pointer.pressButton | EventKind::down, input);
+    Event const press = pressToTakeBack(key.modifiers(), key.time());
     // The buttons are still down; their releases go to nobody.
     pointer.releaseCapture();
     handOver_.end();

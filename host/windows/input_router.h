@@ -34,6 +34,8 @@ private:
     void beginPress(InputEvent const& input);
     /// The press ends without a release: no button counts as held, nothing is chosen.
     void losePress();
+    /// The press that is under way, as its holder hears of its end without a release.
+    Event pressToTakeBack(std::uint32_t modifiers, double time) const;
     /// The press goes to what lies in the window, or in a pop-up of its.
     bool holdsPress(TopLevelWindow const& window) const;
     void routeRelease(InputEvent const& input);

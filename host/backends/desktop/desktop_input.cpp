@@ -147,13 +147,17 @@ void DesktopInput::endOfInput(std::vector<InputEvent>& input) {
     if (!pointerMayHaveLeft_ || held_.any()) return;
     pointerMayHaveLeft_ = false;
     if (SDL_GetMouseFocus()) return;
-    InputEvent event;
-    event.kind = Kind::pointerLeft;
-    event.window = pointerWindow_;
-    event.place = pointer_;
-    event.modifiers = keys_.modifiers();
-    event.time = backend_.clock().msecs();
-    input.push_back(event);
+    input.push_back(restingPointer(Kind::pointerLeft, pointerWindow_));
+}
+
+InputEvent DesktopInput::restingPointer(Kind kind, NativeWindowId window) const {
+    InputEvent made;
+    made.kind = kind;
+    made.window = window;
+    made.place = pointer_;
+    made.modifiers = keys_.modifiers();
+    made.time = backend_.clock().msecs();
+    return made;
 }
 
 void DesktopInput::endPressIn(DesktopWindow& window) {
@@ -172,15 +176,7 @@ void DesktopInput::forgetPress() {
 
 /// The pointer moves without a button although no release has come: somebody else got it.
 void DesktopInput::loseRelease(std::vector<InputEvent>& input) {
-    if (held_.any()) {
-        InputEvent lost;
-        lost.kind = Kind::pressLost;
-        lost.window = pressedWindow_;
-        lost.place = pointer_;
-        lost.modifiers = keys_.modifiers();
-        lost.time = backend_.clock().msecs();
-        input.push_back(lost);
-    }
+    if (held_.any()) input.push_back(restingPointer(Kind::pressLost, pressedWindow_));
     forgetPress();
 }
 

@@ -44,6 +44,8 @@ private:
     void pinch(SDL_MultiGestureEvent const& event, std::vector<InputEvent>& input);
     void rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input);
     void forgetPress();
+    /// What is told of the pointer where it is, without an event of the library.
+    InputEvent restingPointer(Kind kind, NativeWindowId window) const;
     void loseRelease(std::vector<InputEvent>& input);
     void filesOver(RawEvents::FilesOver const& files, std::vector<InputEvent>& input);
     void reportWheel(Kind kind, int amount, DesktopWindow const& window, double time,
