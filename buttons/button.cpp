@@ -1,7 +1,6 @@
 #include "buttons/button.h"
 
 #include "buttons/button_extras_p.h"
-#include "foundation/focus_stop.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
@@ -33,7 +32,7 @@ Button::InitArgs::InitArgs(UIString text, LightweightString<char> messageName, u
       font(UifStd::getFont()) {}
 
 Button::Button(InitArgs const& args)
-    : rect(args), label_(args.label), font_(args.font), message_(args.message) {
+    : Focusable(args), label_(args.label), font_(args.font), message_(args.message) {
     setStyle(args.style);
     setLatching(args.latching, false);
     init(args.width);
@@ -41,13 +40,13 @@ Button::Button(InitArgs const& args)
 
 Button::Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
                bool opaque, Canvas* canvas)
-    : rect(width, height, Palette(), opaque, canvas), label_(label), font_(UifStd::getFont()),
+    : Focusable(width, height, Palette(), opaque, canvas), label_(label), font_(UifStd::getFont()),
       message_(message ? message : "") {
     init(width);
 }
 
 Button::Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info)
-    : rect(info), label_(label), font_(UifStd::getFont()), message_(std::move(message)) {
+    : Focusable(info), label_(label), font_(UifStd::getFont()), message_(std::move(message)) {
     init(info.width);
 }
 
@@ -88,7 +87,7 @@ void Button::setMessageOnDrag(bool report) {
 
 void Button::setIgnoreMouseClicks(bool ignore) {
     DispatchScope const scope;
-    if (ignore) abandonPress();
+    if (ignore) dropPress();
     ignoresClicks_ = ignore;
 }
 
@@ -111,8 +110,8 @@ int Button::sendMessageToParent(NotifyMsg const& message) {
     }
     Event event(EventKind::message);
     event.setMessage(message.name().empty() ? message_ : message.name());
-    event.setKeyCode(modifiers_);
-    event.setModifiers(modifiers_);
+    event.setKeyCode(press().modifiers());
+    event.setModifiers(press().modifiers());
     event.setReportCode(message.code());
     if (message.payload()) event.setData(message.payload());
     event.setSender(static_cast<Glob*>(this));
@@ -142,8 +141,8 @@ void Button::switchState(button_state state, bool notify) {
         return;
     }
     LifeGuard const life = guard();
-    auto const follow = [&, press = pressNumber_] {
-        if (life.alive() && press == pressNumber_) Button::setState(state, eRedrawYes);
+    auto const follow = [&, number = press().number()] {
+        if (life.alive() && number == press().number()) Button::setState(state, eRedrawYes);
     };
     try {
         if (notify) informParent(message_, goesDown ? codeDown : codeUp);
@@ -167,32 +166,19 @@ void Button::setRepeating(int perHalfSecond, double delay) {
     double const units = std::isfinite(delay) ? std::clamp(delay, 0.0, 1e9) * halfSecond : 0.0;
     repeat.delay = static_cast<std::int64_t>(units);
     repeat.clock.setIntervals(repeat.delay, repeat.interval);
-    if (!pressed_) return;
+    if (!press().isHeld()) return;
     if (repeat.interval == 0) return wasRepeating ? clearInterest(EventKind::timer) : void();
     if (!wasRepeating) startRepeating();
     askForTimer();
-}
-
-void Button::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    if (!active) abandonPress();
-    rect::setActive(active, redraw);
 }
 
 void Button::setEnabledState(bool enabled) {
     setActive(enabled, eRedrawYes);
 }
 
-void Button::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (!visible) abandonPress();
-    rect::setVisible(visible);
-}
-
 void Button::handleDetached() {
-    leaveAllManagers();
     leaveDataAdaptor();
-    rect::handleDetached();
+    Focusable::handleDetached();
 }
 
 // Label and look
@@ -286,33 +272,10 @@ void Button::autoResize() {
     resize(size.x, height() != 0 ? height() : size.y);
 }
 
-// Focus
-
-bool Button::isTabStopActive() {
-    return FocusStop::canTake(*this);
-}
-
-void Button::handleTabStopFocusReceipt(eDirection) {
-    claimKbdFocus();
-}
-
-void Button::handleTabStopFocusLoss() {
-    FocusStop::handleLoss(*this, *this);
-}
-
-void Button::handleKbdFocus() {
-    FocusStop::handleKbdFocus(*this, *this);
-}
-
 void Button::handleLookChange() {
     rect::handleLookChange();
     if (standardFont_) font_ = UifStd::getFont();
     automatic_.apply(*this, calcSizeFor(label_, font_));
-}
-
-void Button::handleMouseContainment(bool inside) {
-    if (isActive()) makeDirty();
-    rect::handleMouseContainment(inside);
 }
 
 bool Button::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {

@@ -2,8 +2,7 @@
 
 #include "buttons/button_widget.h"
 #include "foundation/automatic_size.h"
-#include "foundation/rect.h"
-#include "foundation/tab_orderable.h"
+#include "foundation/focusable.h"
 #include "host/drawing/font.h"
 #include "host/drawing/image.h"
 #include "host/services/ui_string.h"
@@ -34,9 +33,8 @@ enum eButtonStyle : unsigned char {
 /// (`Event::reportCode`), or while it handles it from `currentReportCode()`.
 ///
 /// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
-class WAINSCOT_API Button : public rect,
-                            public ButtonWidget<LightweightString<wchar_t>>,
-                            public TabOrderable {
+class WAINSCOT_API Button : public Focusable<Pressable<rect>>,
+                            public ButtonWidget<LightweightString<wchar_t>> {
 public:
     /// What reports carry.
     static constexpr int codeUp = 1;
@@ -111,9 +109,7 @@ public:
     /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
     /// the processor clock. Below 1 it does not. Counts at once, also while it is held.
     void setRepeating(int perHalfSecond, double delay);
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override;
-    void setVisible(bool visible) override;
 
     // --- Label and look
     void setString(UIString const& label);
@@ -147,18 +143,9 @@ public:
     /// Takes the width that the label needs; the height stays, or becomes the standard one when it is 0.
     void autoResize();
 
-    // TabOrderable
-    bool isTabStopActive() override;
-    void handleTabStopFocusReceipt(eDirection direction) override;
-    void handleTabStopFocusLoss() override;
-
     // Glob
     bool react(Event const& event) override;
-    void handleKbdFocus() override;
-    void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
-    void handlePressCancelled(Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
     bool isAutoRepeating() const override;
     void draw() override;
@@ -178,11 +165,9 @@ protected:
     Colour getForeCol() const;
     /// The edge that is drawn instead of one derived from the face; null = that one.
     virtual Colour const* borderColour() const;
-    bool isPressed() const { return pressed_; }
-    /// The modifiers at the last press.
-    unsigned int pressModifiers() const { return modifiers_; }
-    /// Ends the press that is under way, and tells nobody.
-    void abandonPress();
+    bool pressBegan(Event const& event) override;
+    void pressMoved(Event const& event) override;
+    void pressEnded(PressEnd how) override;
 
 private:
     struct Extras;
@@ -192,16 +177,11 @@ private:
     bool isHovered() const;
     /// Down, or shown so while the key of a click is held.
     bool looksDown() const;
-    bool isInside(XY<int> const& place) const;
-    bool reactToMouse(Event const& event);
-    void press(Event const& event);
-    void moveTo(Event const& event);
-    void releaseAt(Event const& event);
+    void takeBack();
     bool reactToTimer(Event const& event);
     bool reactToKey(Event const& event);
     void showKeyPress(std::uint64_t press);
     bool reactToMessage(Event const& event);
-    void endPress();
     bool isRepeating() const;
     void startRepeating();
     void askForTimer();
@@ -220,10 +200,6 @@ private:
     LightweightString<char> message_;
     WidgetCallback::Callback callback_;
     std::unique_ptr<Extras> extras_;
-    XY<int> pressPlace_;
-    /// Tells one press from the next.
-    unsigned int pressNumber_ = 0;
-    unsigned int modifiers_ = 0;
     button_state state_ = buttonUp;
     button_state stateBeforePress_ = buttonUp;
     eButtonStyle style_ = eButtonStandard;
@@ -231,7 +207,6 @@ private:
     unsigned char latching_ = 0;
     unsigned char callbackEvents_ = onMouseUp;
     bool ignoresClicks_ = false;
-    bool pressed_ = false;
     /// The press that is under way was reported.
     bool pressReported_ = false;
     bool defaultAction_ = false;

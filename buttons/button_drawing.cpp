@@ -56,9 +56,7 @@ void Button::draw() {
         drawIcon();
         drawText();
     }
-    if (!glib_showsKbdFocus(this)) return;
-    CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+    drawFocusMark();
 }
 
 void Button::drawBackground() {

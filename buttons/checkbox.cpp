@@ -2,7 +2,6 @@
 
 #include "buttons/button_look.h"
 #include "buttons/choice_steps_p.h"
-#include "foundation/focus_stop.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
@@ -58,7 +57,7 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 }
 
 Checkbox::Checkbox(InitArgs const& args)
-    : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
+    : Focusable(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
       ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()),
       automatic_(args.width == 0, args.height == 0) {
     automatic_.apply(*this, neededSize());
@@ -92,44 +91,23 @@ void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
     describeChanged(DescriptionChange::state);
 }
 
-void Checkbox::setActive(bool active, eRedrawFlag redraw) {
-    if (!active) setPressed(false);
-    StandardPanel::setActive(active, redraw);
-}
-
 void Checkbox::handleDetached() {
-    leaveAllManagers();
     leaveDataAdaptor();
-    StandardPanel::handleDetached();
+    Focusable::handleDetached();
 }
 
-/// The call out is the last thing in each case: it may destroy this.
 void Checkbox::requestToggleState() {
-    if (userFunction_) return userFunction_(this, userContext_);
-    DispatchScope const scope;
-    LifeGuard const life = guard();
-    setState(!ticked_);
-    if (!life.alive()) return;
-    if (getDataAdaptor() || callback_)
-        tellWithChange();
+    if (userFunction_)
+        userFunction_(this, userContext_);
     else
-        tellParent();
+        changeByUser(!ticked_);
 }
 
-void Checkbox::tellWithChange() {
-    bool const wanted = ticked_;
-    Qv::Ptr<iObject> const change(new Change(wanted, *this));
+void Checkbox::reportUserChange(DataChangeType) {
+    if (!callback_) return getDataAdaptor() ? void() : tellParent();
     WidgetCallback::Callback const callback = callback_;
-    LifeGuard const life = guard();
-    if (getDataAdaptor()) {
-        bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
-        if (!life.alive()) return;
-        if (!taken && ticked_ == wanted) setState(!wanted);
-        if (!taken) return;
-    }
-    if (!callback) return;
-    NotifyMsg message(messageFor(wanted), change);
-    message.setCode(wanted ? codeTicked : codeClear);
+    NotifyMsg message(messageFor(ticked_), Qv::Ptr<iObject>(new Change(ticked_, *this)));
+    message.setCode(ticked_ ? codeTicked : codeClear);
     callback->call(message);
 }
 
@@ -179,11 +157,12 @@ void Checkbox::setUserFunction(UserFunction function, void* context) {
 // Events
 
 bool Checkbox::react(Event const& event) {
-    // Another button may still be held, then the panel gets the release.
-    if (mouse_up_event(event) && mouse_left_event(event)) setPressed(false);
-    if (isActive() && clickable_ && mouse_left_event(event) && !mouse_wheel_event(event) &&
-        !mouse_chord_event(event))
-        return reactToMouse(event);
+    // While another button is held the panel gets what the left one does.
+    if (mouse_chord_event(event)) {
+        if (mouse_up_event(event) && mouse_left_event(event)) dropPress();
+    } else if (clickable_ && isActive()) {
+        if (reactToPress(event) || Press::isOfLeftButton(event)) return true;
+    }
     if (isActive() && isToggleKey(event)) {
         requestToggleState();
         return true;
@@ -197,54 +176,27 @@ bool Checkbox::reactToArrow(Event const& event) {
     return direction && set_->stepFrom(*this, *direction);
 }
 
-bool Checkbox::reactToMouse(Event const& event) {
-    bool const isPress = mouse_down_event(event);
-    bool const isRelease = mouse_up_event(event);
-    bool const toggles = (generation_ == onPress && isPress) || (generation_ == onRelease && isRelease);
-    if (isPress) setPressed(true);
-    if (toggles) requestToggleState();
+bool Checkbox::pressBegan(Event const&) {
+    makeDirty();
+    if (generation_ == onPress) requestToggleState();
     return true;
 }
 
-void Checkbox::setPressed(bool pressed) {
-    if (pressed == pressed_) return;
-    pressed_ = pressed;
+/// Where the pointer is at the release does not count.
+void Checkbox::pressEnded(PressEnd how) {
     makeDirty();
+    bool const isReleased = how == PressEnd::releasedInside || how == PressEnd::releasedOutside;
+    if (isReleased && generation_ == onRelease) requestToggleState();
 }
 
 void Checkbox::setClickable(bool clickable) {
+    DispatchScope const scope;
     clickable_ = clickable;
-    if (!clickable) setPressed(false);
-}
-
-void Checkbox::handlePressCancelled(Event const&) {
-    setPressed(false);
-}
-
-void Checkbox::handleCaptureLost() {
-    setPressed(false);
-    StandardPanel::handleCaptureLost();
-}
-
-void Checkbox::handleMouseContainment(bool inside) {
-    if (isActive()) makeDirty();
-    StandardPanel::handleMouseContainment(inside);
+    if (!clickable) dropPress();
 }
 
 bool Checkbox::isTabStopActive() {
-    return FocusStop::canTake(*this) && (!set_ || set_->isTabStop(*this));
-}
-
-void Checkbox::handleTabStopFocusReceipt(eDirection) {
-    claimKbdFocus();
-}
-
-void Checkbox::handleTabStopFocusLoss() {
-    FocusStop::handleLoss(*this, *this);
-}
-
-void Checkbox::handleKbdFocus() {
-    FocusStop::handleKbdFocus(*this, *this);
+    return Focusable::isTabStopActive() && (!set_ || set_->isTabStop(*this));
 }
 
 // Look
@@ -323,9 +275,7 @@ void Checkbox::handleLookChange() {
 
 void Checkbox::draw() {
     StandardPanel::draw();
-    if (!glib_showsKbdFocus(this)) return;
-    CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+    drawFocusMark();
 }
 
 void Checkbox::drawBackground() {
@@ -339,7 +289,7 @@ void Checkbox::drawTickBox() {
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
     Palette const& palette = getPalette();
-    bool const answers = isActive() && (containsPointer() || pressed_);
+    bool const answers = isActive() && (containsPointer() || press().isHeld());
     unsigned const radius =
         appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
     Colour const hover = palette.mark(eMarkFocus);
@@ -349,9 +299,9 @@ void Checkbox::drawTickBox() {
         if (answers) Glib::drawRoundedRectOutline(renderer, hover, box, 1, radius);
         return;
     }
-    Colour const ground = palette.window(!isActive() ? eWindowNormal
-                                         : pressed_  ? eWindowRaised
-                                                     : eWindowRecessed);
+    Colour const ground = palette.window(!isActive()        ? eWindowNormal
+                                         : press().isHeld() ? eWindowRaised
+                                                            : eWindowRecessed);
     Colour const edge = !isActive() ? palette.text(eTextDisabled) : answers ? hover : palette.mark(eMarkEdge);
     Glib::drawRoundedMark(renderer, ground, edge, box, 1, radius);
 }

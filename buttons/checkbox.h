@@ -1,8 +1,7 @@
 #pragma once
 
 #include "foundation/automatic_size.h"
-#include "foundation/standard_panel.h"
-#include "foundation/tab_orderable.h"
+#include "foundation/focusable.h"
 #include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
 #include "host/drawing/image.h"
@@ -33,7 +32,7 @@ public:
 /// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
 /// adaptor that refuses takes the state back. A user function replaces all of that. The code of a report
 /// (`NotifyMsg::code`, `Event::reportCode`) is the new state.
-class WAINSCOT_API Checkbox : public StandardPanel, public ValWidget<bool>, public TabOrderable {
+class WAINSCOT_API Checkbox : public Focusable<Pressable<StandardPanel>>, public ValWidget<bool> {
 public:
     static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
     static constexpr LightweightString<char> tickedWord{"TICKED"};
@@ -103,7 +102,6 @@ public:
     /// What a click by the user does.
     void requestToggleState();
     void setEnabledState(bool enabled) override { setActive(enabled, eRedrawYes); }
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
 
     // --- Reporting
     void setMessageGeneration(eMsgGeneration generation) { generation_ = generation; }
@@ -147,26 +145,20 @@ public:
     IntBox getTickExtents() const;
 
     // TabOrderable
-    using TabOrderable::isTabStopFocus;
-    using TabOrderable::setTabStopFocus;
     bool isTabStopActive() override;
-    void handleTabStopFocusReceipt(eDirection direction) override;
-    void handleTabStopFocusLoss() override;
 
     // Glob
     bool react(Event const& event) override;
     void draw() override;
     void drawBackground() override;
-    void handleKbdFocus() override;
-    void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
-    void handlePressCancelled(Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 
 protected:
+    bool pressBegan(Event const& event) override;
+    void pressEnded(PressEnd how) override;
     virtual void drawTickBox();
     virtual void drawText();
     virtual void drawTick(bool mixed);
@@ -175,18 +167,16 @@ protected:
     virtual Glib::FontDesc getTextFont() const { return font_; }
     Qv::Ptr<Glib::Image> getLEDIcon() const;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
-    bool reactToMouse(Event const& event);
     bool reactToArrow(Event const& event);
-    void setPressed(bool pressed);
     XY<int> neededSize() const;
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
     LightweightString<char> messageFor(bool ticked) const;
     void tellParent();
-    void tellWithChange();
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
 
     UIString label_;
@@ -204,7 +194,6 @@ private:
     bool ticked_;
     bool appendState_ = true;
     bool clickable_ = true;
-    bool pressed_ = false;
     bool notChosen_ = false;
     bool shownMixed_ = false;
     /// Its size follows label and metrics.

@@ -51,6 +51,7 @@ public:
 protected:
     void handleCheckboxClick(Checkbox* clicked) override;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
     void clearOther(Glob const* sender);

@@ -3,7 +3,6 @@
 #include "buttons/button.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
-#include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
@@ -49,9 +48,10 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short 
 }
 
 ScrollBar::ScrollBar(InitArgs const& args)
-    : StandardPanel(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
+    : Pressable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
       orientation_(args.orientation), resizable_(args.resizable), listener_(args.listener) {
     position_ = validPosition(args.thumb.position, size_);
+    setPressButtons(wainscot::EventKind::left | wainscot::EventKind::right);
     if (args.arrowButtons) addArrowButtons();
 }
 
@@ -98,46 +98,12 @@ void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
     if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
-DataAnswer ScrollBar::tellData(ThumbSettings const& fallback, DataChangeType why) {
-    ThumbSettings const wanted = getWidgetValue();
-    LifeGuard const life = guard();
-    bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    // The data may have shown another value.
-    if (!taken && getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    return taken ? DataAnswer::taken : DataAnswer::refused;
-}
-
-bool ScrollBar::tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why,
-                          StillOn isStillOn) {
-    FirstException thrown;
-    DataAnswer answer = DataAnswer::refused;
-    LifeGuard const life = guard();
-    thrown.run([&] { answer = tellData(fallback, why); });
-    if (life.alive()) {
-        held_.accept(getWidgetValue());
-        bool const hasMoved = answer == DataAnswer::taken || getWidgetValue() != before;
-        if (hasMoved && (this->*isStillOn)()) thrown.run([&] { report(thumbMoved); });
-    }
-    thrown.rethrow();
-    return life.alive();
+/// What the data let go of is not reported any more.
+void ScrollBar::reportUserChange(DataChangeType) {
+    if (gesture_.isHeld() ? isDragging() : isActive()) report(thumbMoved);
 }
 
 // State
-
-void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    LifeGuard const life = guard();
-    if (!active && !endPress()) return;
-    StandardPanel::setActive(active, redraw);
-    if (life.alive() && redraw == eRedrawYes) makeDirty();
-}
-
-void ScrollBar::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (visible || endPress()) StandardPanel::setVisible(visible);
-}
 
 void ScrollBar::handleDetached() {
     leaveDataAdaptor();

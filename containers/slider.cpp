@@ -63,7 +63,8 @@ Slider::InitArgs::InitArgs(unsigned short length, Orientation lie)
 }
 
 Slider::Slider(InitArgs const& args)
-    : Glob(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    : Focusable(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    setPressButtons(EventKind::left | EventKind::right);
     recalculateStartAndEnd();
     setValueRange(args.minimum, args.maximum);
     value_ = clamped(args.value);
@@ -108,41 +109,19 @@ void Slider::storeValue(double value, eRedrawFlag redraw) {
     describeChanged(DescriptionChange::value);
 }
 
-DataAnswer Slider::tellData(double fallback, DataChangeType why) {
-    double const wanted = value_;
-    LifeGuard const life = guard();
-    bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    // The data may have shown another value.
-    if (!taken && value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    return taken ? DataAnswer::taken : DataAnswer::refused;
-}
-
-Slider::Moved Slider::tellMoved(double before, double fallback, DataChangeType why, bool isOneStep) {
+/// What the data let go of is not reported any more; one step is reported with its end.
+void Slider::reportUserChange(DataChangeType why) {
+    if (gesture_.isHeld()) return informParent(sliderMoved);
+    if (why != DataChangeType::single) return;
     FirstException thrown;
-    DataAnswer answer = DataAnswer::refused;
     LifeGuard const life = guard();
-    thrown.run([&] { answer = tellData(fallback, why); });
-    bool hasMoved = false;
-    if (life.alive()) {
-        heldValue_.accept(value_);
-        hasMoved = answer == DataAnswer::taken || value_ != before;
-        if (hasMoved && (isOneStep || held_)) thrown.run([&] { report(sliderMoved); });
-    }
-    if (hasMoved && isOneStep && life.alive()) thrown.run([&] { report(sliderReleased); });
+    thrown.run([&] { informParent(sliderMoved); });
+    if (life.alive()) thrown.run([&] { informParent(sliderReleased); });
     thrown.rethrow();
-    return !life.alive() ? Moved::sliderHasGone : hasMoved ? Moved::yes : Moved::no;
 }
 
 bool Slider::changePosition(double value) {
-    if (!isNumber(value, "Slider::changePosition") || clamped(value) == value_) return false;
-    DispatchScope const scope;
-    double const before = value_;
-    LifeGuard const life = guard();
-    storeValue(clamped(value), eRedrawYes);
-    if (!life.alive()) return true;
-    return tellMoved(before, before, DataChangeType::single, true) != Moved::no;
+    return isNumber(value, "Slider::changePosition") && changeByUser(clamped(value)) != UserChange::none;
 }
 
 bool Slider::nudge(bool up) {
@@ -230,7 +209,9 @@ void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
 
 void Slider::setOrientation(Orientation orientation) {
     DispatchScope const scope;
-    if (orientation == orientation_ || !dropThumb()) return;
+    LifeGuard const life = guard();
+    if (orientation != orientation_) dropPress();
+    if (!life.alive() || orientation == orientation_) return;
     orientation_ = orientation;
     recalculateStartAndEnd();
     makeDirty();
@@ -238,7 +219,9 @@ void Slider::setOrientation(Orientation orientation) {
 
 void Slider::setThumbVisibility(bool visible) {
     DispatchScope const scope;
-    if (!visible && !dropThumb()) return;
+    LifeGuard const life = guard();
+    if (!visible) dropPress();
+    if (!life.alive()) return;
     thumbVisible_ = visible;
     makeDirty();
 }
@@ -248,19 +231,9 @@ void Slider::setThumbColour(Colour const& colour) {
     makeDirty();
 }
 
-void Slider::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    if (active || dropThumb()) Glob::setActive(active, redraw);
-}
-
-void Slider::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (visible || dropThumb()) Glob::setVisible(visible);
-}
-
 void Slider::handleDetached() {
     leaveDataAdaptor();
-    Glob::handleDetached();
+    Focusable::handleDetached();
 }
 
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
@@ -281,19 +254,13 @@ void Slider::informParent(eEventType type) {
         sendMsg(parent(), text.c_str());
 }
 
-bool Slider::report(eEventType type) {
-    LifeGuard const life = guard();
-    informParent(type);
-    return life.alive();
-}
-
 void Slider::describe(GlobDescription& description) const {
     Glob::describe(description);
     description.role = "slider";
     description.name = fromUTF8(name());
     if (!isDataMixed()) description.value = Qv::WStringFromFloat(value_);
     if (isActive()) description.states |= GlobDescription::focusable;
-    if (held_) description.states |= GlobDescription::pressed;
+    if (isThumbHeld()) description.states |= GlobDescription::pressed;
     description.actions.push_back("drag");
 }
 
@@ -310,13 +277,13 @@ void Slider::drawBackground() {
         bool const answers = isActive() && !isDataMixed();
         Colour const edge = palette.mark(eMarkEdge);
         IntBox const box = getThumbArea().translated(canvasArea().bottomLeft());
-        ButtonLook::Face const face{box,     thumbColour_.value_or(ButtonLook::thumbColour(palette)),
-                                    held_,   isActive() && containsPointer(),
-                                    answers, answers ? &edge : nullptr};
+        ButtonLook::Face const face{box,           thumbColour_.value_or(ButtonLook::thumbColour(palette)),
+                                    isThumbHeld(), isActive() && containsPointer(),
+                                    answers,       answers ? &edge : nullptr};
         ButtonLook::drawFace(renderer, face, palette);
         ButtonLook::drawEdge(renderer, face, palette);
     }
-    if (glib_showsKbdFocus(this)) ButtonLook::drawFocus(renderer, canvasArea(), palette);
+    drawFocusMark();
 }
 
 void Slider::drawChannel(CanvasRenderer& renderer) {
