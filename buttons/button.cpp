@@ -75,9 +75,11 @@ void Button::setPayload(Qv::Ptr<iObject> payload) {
 }
 
 void Button::setCallback(WidgetCallback const& callback) {
-    // The old one goes last: what its destructor does may destroy this.
-    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
-    if (!callback.getMessage().empty()) setMessage(callback.getMessage().c_str());
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    LightweightString<char> const name = callback.getMessage();
+    reporter_.setCallback(callback.getCallback());
+    if (life.alive() && !name.empty()) setMessage(name.c_str());
 }
 
 void Button::setMessageOnDrag(bool report) {
@@ -91,13 +93,15 @@ void Button::setIgnoreMouseClicks(bool ignore) {
     ignoresClicks_ = ignore;
 }
 
+void Button::report(Messages which) {
+    informParent(messages[which].nameFor(message_), static_cast<unsigned int>(messages[which].code));
+}
+
 void Button::informParent(LightweightString<char> name, unsigned int code) {
     NotifyMsg message(std::move(name), extras_ ? extras_->payload : Qv::Ptr<iObject>());
     message.setCode(static_cast<int>(code));
-    // It may be replaced, or this destroyed, in its own call.
-    WidgetCallback::Callback const held = callback_;
-    if (held)
-        held->call(message);
+    if (reporter_.getCallback())
+        reporter_.report(*this, nullptr, message, MessageInfo::queued);
     else
         sendMessageToParent(message);
 }
@@ -108,15 +112,9 @@ int Button::sendMessageToParent(NotifyMsg const& message) {
         target = findNearestGlob([](Glob*) { return true; });
         if (!target || !(glob_pseudo_distance(this, target) < 0.0)) return 0;
     }
-    Event event(EventKind::message);
-    event.setMessage(message.name().empty() ? message_ : message.name());
-    event.setKeyCode(press().modifiers());
-    event.setModifiers(press().modifiers());
-    event.setReportCode(message.code());
-    if (message.payload()) event.setData(message.payload());
-    event.setSender(static_cast<Glob*>(this));
-    event.setTarget(target);
-    return event_send(&event, false) ? 1 : 0;
+    NotifyMsg named(message.name().empty() ? message_ : message.name(), message.payload());
+    named.setCode(message.code());
+    return sendNotification(named, target, static_cast<Glob*>(this), press().modifiers()) ? 1 : 0;
 }
 
 // State
@@ -136,8 +134,7 @@ void Button::switchState(button_state state, bool notify) {
     if (latching_ != 0) {
         LifeGuard const life = guard();
         Button::setState(state, eRedrawYes);
-        if (notify && life.alive())
-            informParent(message_ + (goesDown ? onSuffix : offSuffix), goesDown ? codeDown : codeUp);
+        if (notify && life.alive()) report(goesDown ? onMsg : offMsg);
         return;
     }
     LifeGuard const life = guard();
@@ -145,7 +142,7 @@ void Button::switchState(button_state state, bool notify) {
         if (life.alive() && number == press().number()) Button::setState(state, eRedrawYes);
     };
     try {
-        if (notify) informParent(message_, goesDown ? codeDown : codeUp);
+        if (notify) report(goesDown ? pressedMsg : releasedMsg);
     } catch (...) {
         follow();
         throw;

@@ -3,6 +3,7 @@
 #include "buttons/button_widget.h"
 #include "foundation/automatic_size.h"
 #include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "host/drawing/font.h"
 #include "host/drawing/image.h"
 #include "host/services/ui_string.h"
@@ -41,17 +42,42 @@ public:
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
     static constexpr int codeRepeat = 4098;
-    /// What it tells others: the ends of its message, and its callbacks. The tests destroy everything in
-    /// each.
-    static constexpr std::string_view sentNotifications[] = {
-        "released", "pressed", "on", "off", "drag", "repeat", "callback", "message callback",
-    };
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
     /// What is appended to the message.
     static constexpr LightweightString<char> onSuffix{" on"};
     static constexpr LightweightString<char> offSuffix{" off"};
     static constexpr LightweightString<char> dragSuffix{" drag"};
+    /// What it tells others.
+    enum Messages { releasedMsg, pressedMsg, onMsg, offMsg, dragMsg, repeatMsg };
+    static constexpr MessageInfo messages[] = {
+        {"released", MessageInfo::ownThenText, {}, MessageInfo::queued, codeUp, "released inside"},
+        {"pressed",
+         MessageInfo::ownThenText,
+         {},
+         MessageInfo::queued,
+         codeDown,
+         "pressed, after `setMessageOnMouseUp(false)`"},
+        {"on", MessageInfo::ownThenText, onSuffix, MessageInfo::queued, codeDown,
+         "a latching button went down"},
+        {"off", MessageInfo::ownThenText, offSuffix, MessageInfo::queued, codeUp,
+         "a latching button went up"},
+        {"drag", MessageInfo::ownThenText, dragSuffix, MessageInfo::queued, codeDrag,
+         "the pointer was dragged with the button down, after `setMessageOnDrag(true)`"},
+        {"repeat",
+         MessageInfo::ownThenText,
+         {},
+         MessageInfo::queued,
+         codeRepeat,
+         "held down for a while, after `setRepeating`, again and again"},
+        {"callback", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, after `setCallback`"},
+        {"message callback",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "a message has arrived at the button, after `setInnerMessageCallback`"},
+    };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
@@ -178,6 +204,7 @@ private:
     /// Down, or shown so while the key of a click is held.
     bool looksDown() const;
     void takeBack();
+    void report(Messages which);
     bool reactToTimer(Event const& event);
     bool reactToKey(Event const& event);
     void showKeyPress(std::uint64_t press);
@@ -198,7 +225,7 @@ private:
     UIString label_;
     Glib::FontDesc font_;
     LightweightString<char> message_;
-    WidgetCallback::Callback callback_;
+    Reporter reporter_;
     std::unique_ptr<Extras> extras_;
     button_state state_ = buttonUp;
     button_state stateBeforePress_ = buttonUp;

@@ -50,8 +50,7 @@ void Button::pressMoved(Event const& event) {
     if ((callbackEvents_ & onDrag) != 0) {
         XY<int> const way = event.place() - press().place();
         std::int64_t const x = way.x, y = way.y;
-        if (isDown() && x * x + y * y >= dragDistance * dragDistance)
-            informParent(message_ + dragSuffix, codeDrag);
+        if (isDown() && x * x + y * y >= dragDistance * dragDistance) report(dragMsg);
         return;
     }
     if (latching_ != 0) return;
@@ -111,7 +110,7 @@ bool Button::reactToTimer(Event const& event) {
     RepeatClock& clock = extras_->repeat.clock;
     bool const isDue = clock.isDue();
     setNextTimer(clock.msToNext());
-    if (isDue) informParent(message_, codeRepeat);
+    if (isDue) report(repeatMsg);
     return true;
 }
 

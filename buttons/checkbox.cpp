@@ -104,30 +104,24 @@ void Checkbox::requestToggleState() {
 }
 
 void Checkbox::reportUserChange(DataChangeType) {
-    if (!callback_) return getDataAdaptor() ? void() : tellParent();
-    WidgetCallback::Callback const callback = callback_;
-    NotifyMsg message(messageFor(ticked_), Qv::Ptr<iObject>(new Change(ticked_, *this)));
+    bool const hasCallback = reporter_.getCallback().get() != nullptr;
+    if (getDataAdaptor() && !hasCallback) return;
+    NotifyMsg message(messageFor(ticked_),
+                      hasCallback ? Qv::Ptr<iObject>(new Change(ticked_, *this)) : Qv::Ptr<iObject>());
     message.setCode(ticked_ ? codeTicked : codeClear);
-    callback->call(message);
+    reporter_.report(*this, parent(), message, MessageInfo::queued);
 }
 
 LightweightString<char> Checkbox::messageFor(bool ticked) const {
-    return appendState_ ? prefix_ + (ticked ? tickedWord : clearWord) : prefix_;
-}
-
-void Checkbox::tellParent() {
-    Event event(EventKind::message);
-    event.setMessage(messageFor(ticked_));
-    event.setReportCode(ticked_ ? codeTicked : codeClear);
-    event.setSender(static_cast<Glob*>(this));
-    event.setTarget(parent());
-    event_send(&event, false);
+    return appendState_ ? messages[ticked ? tickedMsg : clearMsg].nameFor(prefix_) : prefix_;
 }
 
 void Checkbox::setCallback(WidgetCallback const& callback) {
-    // The old one goes last: what its destructor does may destroy this.
-    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
-    if (!callback.getMessage().empty()) prefix_ = callback.getMessage();
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    LightweightString<char> const name = callback.getMessage();
+    reporter_.setCallback(callback.getCallback());
+    if (life.alive() && !name.empty()) prefix_ = name;
 }
 
 void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {

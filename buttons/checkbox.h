@@ -2,8 +2,8 @@
 
 #include "foundation/automatic_size.h"
 #include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "foundation/widget_callback.h"
 #include "host/drawing/image.h"
 #include "host/objects/glob_ref.h"
 
@@ -52,9 +52,26 @@ public:
     /// On what a click toggles it. With any other value clicks do nothing.
     enum eMsgGeneration : unsigned char { onPress = 0, onRelease = 1, onNothing = 2 };
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"ticked", "clear", "callback", "user function",
-                                                             "adaptor"};
+    /// What it tells others, where nothing else is named after the prefix.
+    enum Messages { clearMsg, tickedMsg };
+    static constexpr MessageInfo messages[] = {
+        {"clear", MessageInfo::ownThenText, clearWord, MessageInfo::queued, codeClear,
+         "the tick was taken away"},
+        {"ticked", MessageInfo::ownThenText, tickedWord, MessageInfo::queued, codeTicked, "it was ticked"},
+        {"callback",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead, after `setCallback`; the payload is a `Checkbox::Change`"},
+        {"user function",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead of the whole toggle, after `setUserFunction`"},
+        {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, where it is bound to data"},
+    };
 
     using UserFunction = void (*)(Checkbox* checkbox, void* context);
 
@@ -176,13 +193,12 @@ private:
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
     LightweightString<char> messageFor(bool ticked) const;
-    void tellParent();
     LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
 
     UIString label_;
     Glib::FontDesc font_;
     LightweightString<char> prefix_{defaultPrefix};
-    WidgetCallback::Callback callback_;
+    Reporter reporter_;
     UserFunction userFunction_ = nullptr;
     void* userContext_ = nullptr;
     iCheckboxSet* set_ = nullptr;

@@ -67,7 +67,7 @@ void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
 }
 
 void CheckboxRadioSet::reportUserChange(DataChangeType) {
-    callMsg(parent(), selectionChangedMsg.c_str());
+    reporter_.report(*this, parent(), messages[0]);
 }
 
 void CheckboxRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
@@ -80,7 +80,7 @@ int CheckboxRadioSet::handleMessageEvent(LightweightString<char> name, Glob* sen
         return CheckboxPanel::handleMessageEvent(name, sender);
     LifeGuard const life = guard();
     clearOther(sender);
-    if (life.alive()) callMsg(parent(), selectionChangedMsg.c_str());
+    if (life.alive()) reportUserChange(DataChangeType::single);
     return 1;
 }
 

@@ -10,7 +10,6 @@
 #include "host/objects/description.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace wainscot {
@@ -20,9 +19,7 @@ namespace {
 /// Changes of position or size below this are none.
 constexpr double tolerance = 1e-6;
 constexpr LightweightString<char> messagePrefix{"ScrollBar::"};
-constexpr std::array<LightweightString<char>, 6> messages{
-    ScrollBar::thumbMovedMsg,        ScrollBar::thumbReleasedMsg,     ScrollBar::upButtonPressedMsg,
-    ScrollBar::downButtonPressedMsg, ScrollBar::leftButtonPressedMsg, ScrollBar::rightButtonPressedMsg};
+constexpr std::size_t numTypes = ScrollBar::rightButtonPressed + 1;
 
 unsigned short usualThickness() {
     return toSize16(ScrollBar::thickness());
@@ -49,7 +46,8 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short 
 
 ScrollBar::ScrollBar(InitArgs const& args)
     : Pressable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
-      orientation_(args.orientation), resizable_(args.resizable), listener_(args.listener) {
+      orientation_(args.orientation), resizable_(args.resizable) {
+    setListener(args.listener);
     position_ = validPosition(args.thumb.position, size_);
     setPressButtons(wainscot::EventKind::left | wainscot::EventKind::right);
     if (args.arrowButtons) addArrowButtons();
@@ -116,14 +114,9 @@ void ScrollBar::informParent(eEventType type) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     auto const index = static_cast<std::size_t>(type);
-    if (index >= messages.size()) return;
-    if (WidgetCallback::Callback const listener = listener_) {
-        NotifyMsg message(messages[index], Qv::Ptr<iObject>(new Event(type)));
-        message.setCode(type);
-        listener->call(message);
-        return;
-    }
-    sendMessage(messages[index], parent(), static_cast<Glob*>(this));
+    if (index >= numTypes) return;
+    Qv::Ptr<iObject> const told(reporter_.getCallback() ? new Event(type) : nullptr);
+    reporter_.report(*this, parent(), messages[index], {}, told);
 }
 
 bool ScrollBar::report(eEventType type) {
@@ -142,10 +135,12 @@ void ScrollBar::showThumbPosition() {
 
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!sender || (sender != firstButton_.get() && sender != lastButton_.get())) return 0;
-    auto const found = std::find(messages.begin(), messages.end(), name);
-    if (found == messages.end()) return 0;
-    report(static_cast<eEventType>(found - messages.begin()));
-    return 1;
+    for (std::size_t type = 0; type < numTypes; ++type) {
+        if (messages[type].text != name) continue;
+        report(static_cast<eEventType>(type));
+        return 1;
+    }
+    return 0;
 }
 
 void ScrollBar::describe(GlobDescription& description) const {

@@ -3,8 +3,8 @@
 #include "containers/orientation.h"
 #include "foundation/press.h"
 #include "foundation/repeat_clock.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "foundation/widget_callback.h"
 #include "host/objects/glob_ref.h"
 
 #include <cstdint>
@@ -45,10 +45,28 @@ public:
     static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {
-        "drag",       "resize",       "page",  "repeat",   "jump", "release",
-        "taken back", "arrow button", "wheel", "listener", "data"};
+    /// What it tells others; those of the bar itself in the order of the types.
+    static constexpr MessageInfo messages[] = {
+        {"thumb moved", MessageInfo::fixed, thumbMovedMsg, MessageInfo::queued, thumbMoved,
+         "the thumb was dragged, resized or paged"},
+        {"thumb released", MessageInfo::fixed, thumbReleasedMsg, MessageInfo::queued, thumbReleased,
+         "the end of a drag. A listener is told before `isDragging()` turns false, the parent after it"},
+        {"up", MessageInfo::fixed, upButtonPressedMsg, MessageInfo::queued, upButtonPressed,
+         "the upper arrow button; a notch of the wheel upwards, on all bars"},
+        {"down", MessageInfo::fixed, downButtonPressedMsg, MessageInfo::queued, downButtonPressed,
+         "the lower arrow button; a notch of the wheel downwards, on all bars"},
+        {"left", MessageInfo::fixed, leftButtonPressedMsg, MessageInfo::queued, leftButtonPressed,
+         "the left arrow button"},
+        {"right", MessageInfo::fixed, rightButtonPressedMsg, MessageInfo::queued, rightButtonPressed,
+         "the right arrow button"},
+        {"listener",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead, after `setListener`; the payload is a `ScrollBar::Event`"},
+        {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
 
     /// The name of the user's preference for what a press beside the thumb does, off from the start. Asked at
     /// each press.
@@ -112,7 +130,7 @@ public:
     /// An inactive bar ignores presses; what is under way ends, and only the data is told.
     void setEnabledState(bool enabled) override { setActive(enabled); }
     /// Told instead of the parent, with the event's type as code; null = the parent again.
-    void setListener(WidgetCallback::Callback listener) { listener_ = std::move(listener); }
+    void setListener(WidgetCallback::Callback listener) { reporter_.setCallback(std::move(listener)); }
 
     // --- Look
     void setThumbCol(Colour const& colour);
@@ -210,7 +228,7 @@ private:
     ValGesture<ThumbSettings> gesture_;
     double pagingStep_ = 0;
     RepeatClock clock_;
-    WidgetCallback::Callback listener_;
+    Reporter reporter_;
     std::optional<Colour> thumbColour_;
     /// At the left or upper end, and at the other; null without arrow buttons, and for one that has died.
     GlobRef<Button> firstButton_;

@@ -246,12 +246,10 @@ void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
 void Slider::informParent(eEventType type) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
-    char const* const word = type == sliderReleased ? "slider_released " : "slider ";
-    LightweightString<char> const text = word + StringFromFloat(value_, reportedDecimals, false);
-    if (synchronous_)
-        callMsg(parent(), text.c_str());
-    else
-        sendMsg(parent(), text.c_str());
+    MessageInfo const& info = messages[type == sliderReleased ? sliderReleased : sliderMoved];
+    NotifyMsg message(info.nameFor(StringFromFloat(value_, reportedDecimals, false)));
+    message.setCode(info.code);
+    reporter_.report(*this, parent(), message, synchronous_ ? MessageInfo::called : info.delivery);
 }
 
 void Slider::describe(GlobDescription& description) const {

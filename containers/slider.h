@@ -2,6 +2,7 @@
 
 #include "containers/orientation.h"
 #include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
 
 #include <optional>
@@ -27,9 +28,16 @@ class WAINSCOT_API Slider : public Focusable<Pressable<Glob>>, public ValWidget<
 public:
     enum eEventType { sliderMoved = 0, sliderReleased = 1 };
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {
-        "move", "release", "key", "point of interest", "taken back", "data"};
+    /// What it tells others, in the order of the types: queued unless `setSynchronousMessages` says
+    /// otherwise.
+    static constexpr MessageInfo messages[] = {
+        {"moved", MessageInfo::textThenValue, "slider ", MessageInfo::queued, sliderMoved,
+         "the user has changed the value"},
+        {"released", MessageInfo::textThenValue, "slider_released ", MessageInfo::queued, sliderReleased,
+         "the thumb was let go; after a change by a key, or to a point of interest, as well"},
+        {"callback", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, after `setCallback`"},
+        {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
 
     /// A mark on the channel that the thumb can be taken to.
     struct PointOfInterest {
@@ -101,6 +109,8 @@ public:
     void setEnabledState(bool enabled) override { setActive(enabled); }
 
     void informParent(eEventType type);
+    /// Told instead of the parent, with the same name and the type as code; null = the parent again.
+    void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     bool react(Event const& event) override;
     void handleDetached() override;
@@ -146,6 +156,7 @@ private:
     std::optional<double> pointOfInterest_;
     std::vector<PointOfInterest> points_;
     std::optional<Colour> thumbColour_;
+    Reporter reporter_;
     Orientation orientation_;
     /// From the thumb's place to the pointer when it was picked up.
     int grip_ = 0;
