@@ -2,11 +2,10 @@
 
 #include "buttons/button_widget.h"
 #include "foundation/automatic_size.h"
+#include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
 #include "foundation/report.h"
-#include "host/drawing/font.h"
 #include "host/drawing/image.h"
-#include "host/services/ui_string.h"
 
 #include <string_view>
 
@@ -139,11 +138,11 @@ public:
 
     // --- Label and look
     void setString(UIString const& label);
-    UIString const& getString() const { return label_; }
+    UIString const& getString() const { return label_.text(); }
     /// Shown instead of the label while it is down.
     void setSecondString(UIString const& label);
     void setFont(Glib::FontDesc const& font);
-    Glib::FontDesc const& getFont() const { return font_; }
+    Glib::FontDesc const& getFont() const { return label_.font(); }
     LightweightString<wchar_t> getWidgetValue() const override;
     void setNewWidgetValue(LightweightString<wchar_t>& label, eRedrawFlag redraw) override;
     /// Takes the style's usual alignment as well.
@@ -214,16 +213,16 @@ private:
     void askForTimer();
     bool hasOwnDownFace() const;
     void drawIndicator();
-    LightweightString<wchar_t> shownLabel() const;
-    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+    FittedLabel shownLabel() const;
+    /// The room for the label, in pixels.
+    int labelRoom() const;
     int leftMargin() const;
     int rightMargin() const;
     int labelAnchor() const;
     Qv::Ptr<Glib::Image> icon() const;
     bool hasIndicator() const { return style_ == eButtonFolding || style_ == eButtonDropDown; }
 
-    UIString label_;
-    Glib::FontDesc font_;
+    FittedLabel label_;
     LightweightString<char> message_;
     Reporter reporter_;
     std::unique_ptr<Extras> extras_;
@@ -239,9 +238,7 @@ private:
     bool defaultAction_ = false;
     /// The key press that made the last click by keys; see `FocusHolders::heldKeyPress`.
     std::uint64_t clickKeyPress_ = 0;
-    /// Its size, and its font, follow the user's size preference.
     AutomaticSize automatic_{false, false};
-    bool standardFont_;
 };
 
 static_assert(sizeof(Button) <= 600);

@@ -2,6 +2,7 @@
 
 #include "buttons/button_look.h"
 #include "buttons/choice_steps_p.h"
+#include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
@@ -57,9 +58,8 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 }
 
 Checkbox::Checkbox(InitArgs const& args)
-    : Focusable(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
-      ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()),
-      automatic_(args.width == 0, args.height == 0) {
+    : Focusable(panelArgs(args)), label_(args.label, args.font), appearance_(args.appearance),
+      ticked_(args.ticked), automatic_(args.width == 0, args.height == 0) {
     automatic_.apply(*this, neededSize());
 }
 
@@ -76,10 +76,7 @@ std::unique_ptr<Checkbox> Checkbox::make(unsigned short width, unsigned short he
 // State
 
 void Checkbox::setState(bool ticked, bool redraw) {
-    if (ticked == ticked_) return;
-    ticked_ = ticked;
-    if (redraw) makeDirty();
-    describeChanged(DescriptionChange::state);
+    changeSetting(*this, ticked_, ticked, redraw ? Effect::paint | Effect::state : Effect::state);
 }
 
 void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
@@ -87,8 +84,7 @@ void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
 }
 
 void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
-    if (redraw == eRedrawYes) makeDirty();
-    describeChanged(DescriptionChange::state);
+    applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::state : Effect::state);
 }
 
 void Checkbox::handleDetached() {
@@ -137,10 +133,7 @@ void Checkbox::setMembership(iCheckboxSet* set, unsigned int index) {
 }
 
 void Checkbox::setShownMixed(bool mixed) {
-    if (mixed == shownMixed_) return;
-    shownMixed_ = mixed;
-    makeDirty();
-    describeChanged(DescriptionChange::state);
+    changeSetting(*this, shownMixed_, mixed, Effect::paint | Effect::state);
 }
 
 void Checkbox::setUserFunction(UserFunction function, void* context) {
@@ -196,30 +189,23 @@ bool Checkbox::isTabStopActive() {
 // Look
 
 void Checkbox::setString(UIString const& label) {
-    label_ = label;
-    makeDirty();
-    describeChanged(DescriptionChange::name);
+    if (label_.setText(label)) applyEffects(*this, Effect::paint | Effect::name);
 }
 
 void Checkbox::setAppearance(eAppearance appearance) {
-    appearance_ = appearance;
-    makeDirty();
+    changeSetting(*this, appearance_, appearance, Effect::paint);
 }
 
 void Checkbox::setTickCharacter(char character) {
-    tickCharacter_ = character;
-    makeDirty();
+    changeSetting(*this, tickCharacter_, character, Effect::paint);
 }
 
 void Checkbox::setFont(Glib::FontDesc const& font) {
-    font_ = font;
-    standardFont_ = false;
-    makeDirty();
+    if (label_.setFont(font)) applyEffects(*this, Effect::paint);
 }
 
 void Checkbox::setTextColour(Colour const& colour) {
-    textColour_ = std::make_unique<Colour>(colour);
-    makeDirty();
+    changeSetting(*this, textColour_, colour, Effect::paint);
 }
 
 int Checkbox::calcWidth(UIString const& label, Border::eType border, eAppearance, bool bold) {
@@ -258,12 +244,12 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
 }
 
 XY<int> Checkbox::neededSize() const {
-    return {calcWidth(label_, getBorder().getType(), font_), UifStd::getButtonHeight()};
+    return {calcWidth(getString(), getBorder().getType(), getFont()), UifStd::getButtonHeight()};
 }
 
 void Checkbox::handleLookChange() {
     StandardPanel::handleLookChange();
-    if (standardFont_) font_ = UifStd::getFont();
+    label_.followLook();
     automatic_.apply(*this, neededSize());
 }
 
@@ -330,34 +316,27 @@ void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
     Glib::drawRoundedMark(renderer, getTickColour(), getTickColour(), box, 0, radius, inset);
 }
 
-LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {
-    int const room = width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
-                     getBorder().getSize();
-    return Glib::fitTextToWidth(Glib::loadFont(getTextFont()), label_.text(), toSize16(room), wasCut);
+int Checkbox::labelRoom() const {
+    return width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
+           getBorder().getSize();
 }
 
 void Checkbox::drawText() {
-    Qv::Ptr<iFont> const font = Glib::loadFont(getTextFont());
-    XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getWidgetGap(),
-                                                              getFontYOffset(height(), font)};
-    CanvasRenderer renderer(canvas(), canvasArea());
-    renderer.renderPrimitive(Glib::TextDescription(fittedLabel(), place, font, getTextColour()));
+    IntBox const area = canvasArea();
+    CanvasRenderer renderer(canvas(), area);
+    shownLabel().draw(renderer, area, area.x1 + getTickExtents().x2 + UifStd::getWidgetGap(), labelRoom(),
+                      getTextColour());
 }
 
 bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
-    if (StandardPanel::getTooltipDetails(place, details)) return true;
-    bool wasCut = false;
-    fittedLabel(&wasCut);
-    if (!wasCut) return false;
-    details.text = label_;
-    details.area = bounds();
-    return true;
+    return StandardPanel::getTooltipDetails(place, details) ||
+           shownLabel().getTip(*this, labelRoom(), details);
 }
 
 void Checkbox::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
     description.role = set_ ? "radiobutton" : "checkbox";
-    description.name = label_.text();
+    description.name = getString().text();
     if (ticked_) description.states |= GlobDescription::checked;
     if (showsMixed()) description.states |= GlobDescription::mixed;
     if (isActive()) description.states |= GlobDescription::focusable;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/automatic_size.h"
+#include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
 #include "foundation/report.h"
 #include "foundation/val_widget.h"
@@ -8,6 +9,7 @@
 #include "host/objects/glob_ref.h"
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace wainscot {
@@ -144,7 +146,7 @@ public:
     void setShownMixed(bool mixed);
 
     // --- Look
-    UIString const& getString() const { return label_; }
+    UIString const& getString() const { return label_.text(); }
     void setString(UIString const& label);
     void setAppearance(eAppearance appearance);
     eAppearance getAppearance() const { return appearance_; }
@@ -152,7 +154,7 @@ public:
     /// The character that is drawn as the tick; 0 = the tick of the symbols.
     void setTickCharacter(char character);
     void setFont(Glib::FontDesc const& font);
-    Glib::FontDesc const& getFont() const { return font_; }
+    Glib::FontDesc const& getFont() const { return label_.font(); }
     void setTextColour(Colour const& colour);
     /// The width that a label needs, in a bold font or not.
     static int calcWidth(UIString const& label, Border::eType border, eAppearance appearance = tickBox,
@@ -181,7 +183,7 @@ protected:
     virtual void drawTick(bool mixed);
     virtual Colour getTextColour() const;
     virtual Colour getTickColour() const;
-    virtual Glib::FontDesc getTextFont() const { return font_; }
+    virtual Glib::FontDesc getTextFont() const { return label_.font(); }
     Qv::Ptr<Glib::Image> getLEDIcon() const;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
     void reportUserChange(DataChangeType why) override;
@@ -193,17 +195,18 @@ private:
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
     LightweightString<char> messageFor(bool ticked) const;
-    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+    /// The label in the font that it has at the moment, and the room for it.
+    FittedLabel shownLabel() const { return label_.withFont(getTextFont()); }
+    int labelRoom() const;
 
-    UIString label_;
-    Glib::FontDesc font_;
+    FittedLabel label_;
     LightweightString<char> prefix_{defaultPrefix};
     Reporter reporter_;
     UserFunction userFunction_ = nullptr;
     void* userContext_ = nullptr;
     iCheckboxSet* set_ = nullptr;
     unsigned int memberIndex_ = 0;
-    std::unique_ptr<Colour> textColour_;
+    std::optional<Colour> textColour_;
     eAppearance appearance_;
     eMsgGeneration generation_ = onPress;
     char tickCharacter_ = 0;
@@ -213,7 +216,6 @@ private:
     bool notChosen_ = false;
     bool shownMixed_ = false;
     /// Its size follows label and metrics.
-    bool standardFont_;
     AutomaticSize automatic_;
 };
 

@@ -1,6 +1,7 @@
 #include "containers/slider.h"
 
 #include "buttons/button_look.h"
+#include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/base/first_exception.h"
@@ -83,11 +84,9 @@ double Slider::clamped(double value) const {
 bool Slider::setValueRange(double minimum, double maximum) {
     if (!isFinite(minimum, "Slider::setValueRange") || !isFinite(maximum, "Slider::setValueRange"))
         return false;
-    minimum_ = minimum;
-    maximum_ = maximum;
-    value_ = clamped(value_);
-    makeDirty();
-    describeChanged(DescriptionChange::value);
+    changeSetting(*this, minimum_, minimum, Effect::paint | Effect::value);
+    changeSetting(*this, maximum_, maximum, Effect::paint | Effect::value);
+    changeSetting(*this, value_, clamped(value_), Effect::paint | Effect::value);
     return true;
 }
 
@@ -190,21 +189,18 @@ IntBox Slider::alongBox(int from, int to, int margin) const {
 
 void Slider::setPointOfInterest(double value) {
     if (!isFinite(value, "Slider::setPointOfInterest")) return;
-    pointOfInterest_ = value;
-    makeDirty();
+    changeSetting(*this, pointOfInterest_, value, Effect::paint);
 }
 
 void Slider::removePointOfInterest() {
-    pointOfInterest_.reset();
-    makeDirty();
+    changeSetting(*this, pointOfInterest_, std::nullopt, Effect::paint);
 }
 
 void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
     std::erase_if(points, [](PointOfInterest const& point) {
         return !isFinite(point.value, "Slider::setPointsOfInterest");
     });
-    points_ = std::move(points);
-    makeDirty();
+    changeSetting(*this, points_, std::move(points), Effect::paint);
 }
 
 void Slider::setOrientation(Orientation orientation) {
@@ -222,13 +218,11 @@ void Slider::setThumbVisibility(bool visible) {
     LifeGuard const life = guard();
     if (!visible) dropPress();
     if (!life.alive()) return;
-    thumbVisible_ = visible;
-    makeDirty();
+    changeSetting(*this, thumbVisible_, visible, Effect::paint);
 }
 
 void Slider::setThumbColour(Colour const& colour) {
-    thumbColour_ = colour;
-    makeDirty();
+    changeSetting(*this, thumbColour_, colour, Effect::paint);
 }
 
 void Slider::handleDetached() {
@@ -237,8 +231,7 @@ void Slider::handleDetached() {
 }
 
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
-    if (redraw == eRedrawYes) makeDirty();
-    describeChanged(DescriptionChange::value);
+    applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::value : Effect::value);
 }
 
 // Reporting

@@ -43,6 +43,8 @@ public:
     struct PointOfInterest {
         double value = 0;
         Colour colour;
+
+        friend bool operator==(PointOfInterest const&, PointOfInterest const&) = default;
     };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
