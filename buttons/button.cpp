@@ -32,8 +32,7 @@ Button::InitArgs::InitArgs(UIString text, LightweightString<char> messageName, u
     : GlobCreationInfo(w, h), label(std::move(text)), message(std::move(messageName)),
       font(UifStd::getFont()) {}
 
-Button::Button(InitArgs const& args)
-    : Focusable(args), label_(args.label, args.font), message_(args.message) {
+Button::Button(InitArgs const& args) : Bindable(args), label_(args.label, args.font), message_(args.message) {
     setStyle(args.style);
     setLatching(args.latching, false);
     init(args.width);
@@ -41,12 +40,12 @@ Button::Button(InitArgs const& args)
 
 Button::Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
                bool opaque, Canvas* canvas)
-    : Focusable(width, height, Palette(), opaque, canvas), label_(label), message_(message ? message : "") {
+    : Bindable(width, height, Palette(), opaque, canvas), label_(label), message_(message ? message : "") {
     init(width);
 }
 
 Button::Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info)
-    : Focusable(info), label_(label), message_(std::move(message)) {
+    : Bindable(info), label_(label), message_(std::move(message)) {
     init(info.width);
 }
 
@@ -166,15 +165,6 @@ void Button::setRepeating(int perHalfSecond, double delay) {
     if (repeat.interval == 0) return wasRepeating ? clearInterest(EventKind::timer) : void();
     if (!wasRepeating) startRepeating();
     askForTimer();
-}
-
-void Button::setEnabledState(bool enabled) {
-    setActive(enabled, eRedrawYes);
-}
-
-void Button::handleDetached() {
-    leaveDataAdaptor();
-    Focusable::handleDetached();
 }
 
 // Label and look

@@ -2,6 +2,7 @@
 
 #include "buttons/button_widget.h"
 #include "foundation/automatic_size.h"
+#include "foundation/bindable.h"
 #include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
 #include "foundation/key_table.h"
@@ -34,8 +35,8 @@ enum eButtonStyle : unsigned char {
 /// (`Event::reportCode`), or while it handles it from `currentReportCode()`.
 ///
 /// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
-class WAINSCOT_API Button : public Focusable<Pressable<rect>>,
-                            public ButtonWidget<LightweightString<wchar_t>> {
+class WAINSCOT_API Button
+    : public Bindable<ButtonWidget<LightweightString<wchar_t>>, Focusable<Pressable<rect>>> {
 public:
     /// What reports carry.
     static constexpr int codeUp = 1;
@@ -138,7 +139,6 @@ public:
     /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
     /// the processor clock. Below 1 it does not. Counts at once, also while it is held.
     void setRepeating(int perHalfSecond, double delay);
-    void setEnabledState(bool enabled) override;
 
     // --- Label and look
     void setString(UIString const& label);
@@ -175,7 +175,6 @@ public:
     // Glob
     bool react(Event const& event) override;
     void handleLookChange() override;
-    void handleDetached() override;
     bool isAutoRepeating() const override;
     void draw() override;
     void drawBackground() override;

@@ -58,7 +58,7 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 }
 
 Checkbox::Checkbox(InitArgs const& args)
-    : Focusable(panelArgs(args)), label_(args.label, args.font), appearance_(args.appearance),
+    : Bindable(panelArgs(args)), label_(args.label, args.font), appearance_(args.appearance),
       ticked_(args.ticked), automatic_(args.width == 0, args.height == 0) {
     automatic_.apply(*this, neededSize());
 }
@@ -85,11 +85,6 @@ void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
 
 void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
     applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::state : Effect::state);
-}
-
-void Checkbox::handleDetached() {
-    leaveDataAdaptor();
-    Focusable::handleDetached();
 }
 
 void Checkbox::requestToggleState() {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "foundation/automatic_size.h"
+#include "foundation/bindable.h"
 #include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
 #include "foundation/key_table.h"
 #include "foundation/report.h"
-#include "foundation/val_widget.h"
 #include "host/drawing/image.h"
 #include "host/objects/glob_ref.h"
 
@@ -35,7 +35,7 @@ public:
 /// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
 /// adaptor that refuses takes the state back. A user function replaces all of that. The code of a report
 /// (`NotifyMsg::code`, `Event::reportCode`) is the new state.
-class WAINSCOT_API Checkbox : public Focusable<Pressable<StandardPanel>>, public ValWidget<bool> {
+class WAINSCOT_API Checkbox : public Bindable<ValWidget<bool>, Focusable<Pressable<StandardPanel>>> {
 public:
     static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
     static constexpr LightweightString<char> tickedWord{"TICKED"};
@@ -125,7 +125,6 @@ public:
     void setNewWidgetValue(bool& ticked, eRedrawFlag redraw) override;
     /// What a click by the user does.
     void requestToggleState();
-    void setEnabledState(bool enabled) override { setActive(enabled, eRedrawYes); }
 
     // --- Reporting
     void setMessageGeneration(eMsgGeneration generation) { generation_ = generation; }
@@ -176,7 +175,6 @@ public:
     void draw() override;
     void drawBackground() override;
     void handleLookChange() override;
-    void handleDetached() override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 

@@ -24,7 +24,7 @@ CheckboxRadioSet::InitArgs::InitArgs(std::vector<UIString> texts, unsigned short
     appearance = Checkbox::roundTickBox;
 }
 
-CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : CheckboxPanel(args) {
+CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : Bindable(args) {
     for (UIString const& label : args.labels) {
         RadioSetCheckbox::InitArgs boxArgs(label, static_cast<int>(numCheckboxes()) == args.selected);
         boxArgs.appearance = args.appearance;
@@ -90,11 +90,6 @@ void CheckboxRadioSet::clearOther(Glob const* sender) {
         if (!box || box == sender || !box->isTicked()) continue;
         return box->setState(false);
     }
-}
-
-void CheckboxRadioSet::handleDetached() {
-    leaveDataAdaptor();
-    CheckboxPanel::handleDetached();
 }
 
 // Look

@@ -2,6 +2,7 @@
 
 #include "buttons/checkbox_panel.h"
 #include "buttons/radio_set_checkbox.h"
+#include "foundation/bindable.h"
 
 namespace wainscot {
 
@@ -10,9 +11,8 @@ namespace wainscot {
 ///
 /// A choice by the user goes to the adaptor; one that it refuses is taken back. Then the parent is called
 /// with `selectionChangedMsg`, with this as sender, during the click: it may destroy everything.
-class WAINSCOT_API CheckboxRadioSet : public CheckboxPanel,
-                                      public CheckboxRadioSetBase,
-                                      public ValWidget<int> {
+class WAINSCOT_API CheckboxRadioSet : public Bindable<ValWidget<int>, CheckboxPanel>,
+                                      public CheckboxRadioSetBase {
 public:
     static constexpr LightweightString<char> selectionChangedMsg{"CRSChanged"};
 
@@ -42,10 +42,8 @@ public:
     int getWidgetValue() const override;
     /// What is no index chooses none.
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
-    void setEnabledState(bool enabled) override { setActive(enabled); }
     /// Told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
-    void handleDetached() override;
 
     /// `InitArgs::bold` does so from the start.
     void setBoldWhenTicked(bool bold);

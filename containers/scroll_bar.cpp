@@ -45,7 +45,7 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short 
 }
 
 ScrollBar::ScrollBar(InitArgs const& args)
-    : Pressable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
+    : Bindable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
       orientation_(args.orientation), resizable_(args.resizable) {
     setListener(args.listener);
     position_ = validPosition(args.thumb.position, size_);
@@ -99,13 +99,6 @@ void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
 /// What the data let go of is not reported any more.
 void ScrollBar::reportUserChange(DataChangeType) {
     if (gesture_.isHeld() ? isDragging() : isActive()) report(thumbMoved);
-}
-
-// State
-
-void ScrollBar::handleDetached() {
-    leaveDataAdaptor();
-    StandardPanel::handleDetached();
 }
 
 // Reporting

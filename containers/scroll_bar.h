@@ -1,10 +1,10 @@
 #pragma once
 
 #include "containers/orientation.h"
+#include "foundation/bindable.h"
 #include "foundation/press.h"
 #include "foundation/repeat_clock.h"
 #include "foundation/report.h"
-#include "foundation/val_widget.h"
 #include "host/objects/glob_ref.h"
 
 #include <cstdint>
@@ -27,7 +27,7 @@ class Button;
 ///
 /// Messages, to the parent, queued, with the bar as sender: those named below. A listener gets them instead,
 /// each as a `NotifyMsg` with a `ScrollBar::Event` as payload.
-class WAINSCOT_API ScrollBar : public Pressable<StandardPanel>, public ValWidget<ThumbSettings> {
+class WAINSCOT_API ScrollBar : public Bindable<ValWidget<ThumbSettings>, Pressable<StandardPanel>> {
 public:
     enum eEventType : std::int32_t {
         thumbMoved = 0,
@@ -127,8 +127,6 @@ public:
     bool isThumbResizable() const { return resizable_; }
     /// The thumb, or one of its ends, is held.
     bool isDragging() const { return dragging_ || resizingEnd_ != 0; }
-    /// An inactive bar ignores presses; what is under way ends, and only the data is told.
-    void setEnabledState(bool enabled) override { setActive(enabled); }
     /// Told instead of the parent, with the event's type as code; null = the parent again.
     void setListener(WidgetCallback::Callback listener) { reporter_.setCallback(std::move(listener)); }
 
@@ -165,7 +163,6 @@ public:
     int handleTimerEvent() override;
     /// Takes the messages of its arrow buttons.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
-    void handleDetached() override;
     void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
     bool isAutoRepeating() const override;

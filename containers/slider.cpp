@@ -64,7 +64,7 @@ Slider::InitArgs::InitArgs(unsigned short length, Orientation lie)
 }
 
 Slider::Slider(InitArgs const& args)
-    : Focusable(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    : Bindable(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
     setPressButtons(EventKind::left | EventKind::right);
     recalculateStartAndEnd();
     setValueRange(args.minimum, args.maximum);
@@ -223,11 +223,6 @@ void Slider::setThumbVisibility(bool visible) {
 
 void Slider::setThumbColour(Colour const& colour) {
     changeSetting(*this, thumbColour_, colour, Effect::paint);
-}
-
-void Slider::handleDetached() {
-    leaveDataAdaptor();
-    Focusable::handleDetached();
 }
 
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {

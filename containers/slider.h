@@ -1,10 +1,10 @@
 #pragma once
 
 #include "containers/orientation.h"
+#include "foundation/bindable.h"
 #include "foundation/focusable.h"
 #include "foundation/key_table.h"
 #include "foundation/report.h"
-#include "foundation/val_widget.h"
 
 #include <optional>
 #include <string_view>
@@ -25,7 +25,7 @@ class CanvasRenderer;
 /// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and
 /// the value whenever the thumb is let go; after a change by a key, or to a point of interest, both. The
 /// adaptor is asked first.
-class WAINSCOT_API Slider : public Focusable<Pressable<Glob>>, public ValWidget<double> {
+class WAINSCOT_API Slider : public Bindable<ValWidget<double>, Focusable<Pressable<Glob>>> {
 public:
     enum eEventType { sliderMoved = 0, sliderReleased = 1 };
 
@@ -120,15 +120,12 @@ public:
     /// Messages are delivered before the change goes on, instead of being queued.
     void setSynchronousMessages(bool synchronous) { synchronous_ = synchronous; }
     bool isThumbHeld() const { return gesture_.isHeld(); }
-    /// What is under way ends when it becomes inactive or hidden, and only the data is told.
-    void setEnabledState(bool enabled) override { setActive(enabled); }
 
     void informParent(eEventType type);
     /// Told instead of the parent, with the same name and the type as code; null = the parent again.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     bool react(Event const& event) override;
-    void handleDetached() override;
     void handleLookChange() override;
     void reshape() override;
     void drawBackground() override;

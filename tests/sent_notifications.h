@@ -2,8 +2,8 @@
 
 #include "tests/host_fixture.h"
 
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "foundation/widget_callback.h"
 
 #include <algorithm>
 
