@@ -44,6 +44,9 @@ constexpr Point square[] = {{0.2F, 0.2F}, {0.8F, 0.2F}, {0.8F, 0.8F}, {0.2F, 0.8
 constexpr Point pin[] = {{0.34F, 0.12F}, {0.66F, 0.12F}, {0.62F, 0.46F}, {0.76F, 0.6F}, {0.54F, 0.6F},
                          {0.5F, 0.92F},  {0.46F, 0.6F},  {0.24F, 0.6F},  {0.38F, 0.46F}};
 
+constexpr Point star[] = {{0.50F, 0.07F}, {0.61F, 0.38F}, {0.94F, 0.39F}, {0.68F, 0.59F}, {0.77F, 0.90F},
+                          {0.50F, 0.72F}, {0.23F, 0.90F}, {0.32F, 0.59F}, {0.06F, 0.39F}, {0.39F, 0.38F}};
+
 constexpr std::array shapes{
     Shape{QvTTF::eArrowUp, Kind::area, up},
     Shape{QvTTF::eArrowDown, Kind::area, down},
@@ -70,6 +73,7 @@ constexpr std::array shapes{
     Shape{QvTTF::eSearch, Kind::lens, {}},
     Shape{QvTTF::eGrip, Kind::dots, {}},
     Shape{QvTTF::ePlay, Kind::area, right},
+    Shape{QvTTF::eStar, Kind::area, star},
     Shape{QvTTF::eFoldClosed, Kind::area, right},
     Shape{QvTTF::eFoldOpen, Kind::area, down},
     Shape{QvTTF::eDropDown, Kind::line, chevronDown},

@@ -34,6 +34,7 @@ enum eGlyph {
     eSearch = 32,
     eGrip = 33,
     ePlay = 34,
+    eStar = 35,
     /// What a folding button shows while it is up, and while it is down.
     eFoldClosed = 72,
     eFoldOpen = 73,
