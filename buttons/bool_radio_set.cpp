@@ -25,9 +25,10 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
     letGo();
     if (!first || !second || first == second) return false;
     for (Checkbox* const box : {first, second}) {
-        if (addMember(*box) == refused) return false;
+        std::uint32_t const index = addMember(*box);
+        if (index == refused) return false;
         box->setUserFunction(checkboxCallback, this);
-        box->setMembership(this);
+        box->setMembership(this, index);
         box->setShownMixed(isDataMixed());
     }
     firstIsTrue_ = firstIsTrue;

@@ -44,6 +44,7 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
+    unsigned int numMembers() const override { return numCheckboxes(); }
 
 protected:
     /// A member was clicked, and is ticked now. It may destroy everything. Does nothing here.
