@@ -40,12 +40,7 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
 // Value
 
 void BoolRadioSet::setState(bool value) {
-    if (value == value_) return;
-    LifeGuard const life(radioSetLife());
-    show(value);
-    if (!life.alive() || value_ != value) return;
-    bool const taken = requestSetNewDataValue(value, DataChangeType::single);
-    if (life.alive() && !taken && value_ == value) show(!value);
+    changeByUser(value);
 }
 
 void BoolRadioSet::setNewWidgetValue(bool& value, eRedrawFlag) {

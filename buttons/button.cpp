@@ -1,7 +1,7 @@
 #include "buttons/button.h"
 
 #include "buttons/button_extras_p.h"
-#include "foundation/focus_stop.h"
+#include "foundation/effects.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
@@ -33,7 +33,7 @@ Button::InitArgs::InitArgs(UIString text, LightweightString<char> messageName, u
       font(UifStd::getFont()) {}
 
 Button::Button(InitArgs const& args)
-    : rect(args), label_(args.label), font_(args.font), message_(args.message) {
+    : Focusable(args), label_(args.label, args.font), message_(args.message) {
     setStyle(args.style);
     setLatching(args.latching, false);
     init(args.width);
@@ -41,23 +41,21 @@ Button::Button(InitArgs const& args)
 
 Button::Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
                bool opaque, Canvas* canvas)
-    : rect(width, height, Palette(), opaque, canvas), label_(label), font_(UifStd::getFont()),
-      message_(message ? message : "") {
+    : Focusable(width, height, Palette(), opaque, canvas), label_(label), message_(message ? message : "") {
     init(width);
 }
 
 Button::Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info)
-    : rect(info), label_(label), font_(UifStd::getFont()), message_(std::move(message)) {
+    : Focusable(info), label_(label), message_(std::move(message)) {
     init(info.width);
 }
 
 Button::~Button() = default;
 
 void Button::init(unsigned short width) {
-    standardFont_ = font_ == UifStd::getFont();
-    if (width != 0 || label_.text().isEmpty()) return;
+    if (width != 0 || label_.isEmpty()) return;
     automatic_ = AutomaticSize(true, height() == 0);
-    automatic_.apply(*this, calcSizeFor(label_, font_));
+    automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
 }
 
 Button::Extras& Button::extras() {
@@ -76,9 +74,11 @@ void Button::setPayload(Qv::Ptr<iObject> payload) {
 }
 
 void Button::setCallback(WidgetCallback const& callback) {
-    // The old one goes last: what its destructor does may destroy this.
-    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
-    if (!callback.getMessage().empty()) setMessage(callback.getMessage().c_str());
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    LightweightString<char> const name = callback.getMessage();
+    reporter_.setCallback(callback.getCallback());
+    if (life.alive() && !name.empty()) setMessage(name.c_str());
 }
 
 void Button::setMessageOnDrag(bool report) {
@@ -88,17 +88,19 @@ void Button::setMessageOnDrag(bool report) {
 
 void Button::setIgnoreMouseClicks(bool ignore) {
     DispatchScope const scope;
-    if (ignore) abandonPress();
+    if (ignore) dropPress();
     ignoresClicks_ = ignore;
+}
+
+void Button::report(Messages which) {
+    informParent(messages[which].nameFor(message_), static_cast<unsigned int>(messages[which].code));
 }
 
 void Button::informParent(LightweightString<char> name, unsigned int code) {
     NotifyMsg message(std::move(name), extras_ ? extras_->payload : Qv::Ptr<iObject>());
     message.setCode(static_cast<int>(code));
-    // It may be replaced, or this destroyed, in its own call.
-    WidgetCallback::Callback const held = callback_;
-    if (held)
-        held->call(message);
+    if (reporter_.getCallback())
+        reporter_.report(*this, nullptr, message, MessageInfo::queued);
     else
         sendMessageToParent(message);
 }
@@ -109,15 +111,9 @@ int Button::sendMessageToParent(NotifyMsg const& message) {
         target = findNearestGlob([](Glob*) { return true; });
         if (!target || !(glob_pseudo_distance(this, target) < 0.0)) return 0;
     }
-    Event event(EventKind::message);
-    event.setMessage(message.name().empty() ? message_ : message.name());
-    event.setKeyCode(modifiers_);
-    event.setModifiers(modifiers_);
-    event.setReportCode(message.code());
-    if (message.payload()) event.setData(message.payload());
-    event.setSender(static_cast<Glob*>(this));
-    event.setTarget(target);
-    return event_send(&event, false) ? 1 : 0;
+    NotifyMsg named(message.name().empty() ? message_ : message.name(), message.payload());
+    named.setCode(message.code());
+    return sendNotification(named, target, static_cast<Glob*>(this), press().modifiers()) ? 1 : 0;
 }
 
 // State
@@ -137,16 +133,15 @@ void Button::switchState(button_state state, bool notify) {
     if (latching_ != 0) {
         LifeGuard const life = guard();
         Button::setState(state, eRedrawYes);
-        if (notify && life.alive())
-            informParent(message_ + (goesDown ? onSuffix : offSuffix), goesDown ? codeDown : codeUp);
+        if (notify && life.alive()) report(goesDown ? onMsg : offMsg);
         return;
     }
     LifeGuard const life = guard();
-    auto const follow = [&, press = pressNumber_] {
-        if (life.alive() && press == pressNumber_) Button::setState(state, eRedrawYes);
+    auto const follow = [&, number = press().number()] {
+        if (life.alive() && number == press().number()) Button::setState(state, eRedrawYes);
     };
     try {
-        if (notify) informParent(message_, goesDown ? codeDown : codeUp);
+        if (notify) report(goesDown ? pressedMsg : releasedMsg);
     } catch (...) {
         follow();
         throw;
@@ -167,81 +162,56 @@ void Button::setRepeating(int perHalfSecond, double delay) {
     double const units = std::isfinite(delay) ? std::clamp(delay, 0.0, 1e9) * halfSecond : 0.0;
     repeat.delay = static_cast<std::int64_t>(units);
     repeat.clock.setIntervals(repeat.delay, repeat.interval);
-    if (!pressed_) return;
+    if (!press().isHeld()) return;
     if (repeat.interval == 0) return wasRepeating ? clearInterest(EventKind::timer) : void();
     if (!wasRepeating) startRepeating();
     askForTimer();
-}
-
-void Button::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    if (!active) abandonPress();
-    rect::setActive(active, redraw);
 }
 
 void Button::setEnabledState(bool enabled) {
     setActive(enabled, eRedrawYes);
 }
 
-void Button::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (!visible) abandonPress();
-    rect::setVisible(visible);
-}
-
 void Button::handleDetached() {
-    leaveAllManagers();
     leaveDataAdaptor();
-    rect::handleDetached();
+    Focusable::handleDetached();
 }
 
 // Label and look
 
 void Button::setString(UIString const& label) {
-    if (label == label_) return;
-    label_ = label;
-    makeDirty();
-    describeChanged(DescriptionChange::name);
+    if (label_.setText(label)) applyEffects(*this, Effect::paint | Effect::name);
 }
 
 void Button::setSecondString(UIString const& label) {
-    if (label.isEmpty() && !extras_) return;
-    extras().secondLabel = label;
-    if (isDown()) makeDirty();
+    if (!label.isEmpty() || extras_)
+        changeSetting(*this, extras().secondLabel, label, isDown() ? Effect::paint | Effect::name : 0);
 }
 
 void Button::setFont(Glib::FontDesc const& font) {
-    font_ = font;
-    standardFont_ = false;
-    makeDirty();
+    if (label_.setFont(font)) applyEffects(*this, Effect::paint);
 }
 
 LightweightString<wchar_t> Button::getWidgetValue() const {
-    return label_.text();
+    return label_.text().text();
 }
 
 void Button::setNewWidgetValue(LightweightString<wchar_t>& label, eRedrawFlag redraw) {
-    if (label == label_.text()) return;
-    label_ = UIString(label);
-    if (redraw == eRedrawYes) makeDirty();
-    describeChanged(DescriptionChange::name);
+    if (label == getWidgetValue() || !label_.setText(UIString(label))) return;
+    applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::name : Effect::name);
 }
 
 void Button::setStyle(eButtonStyle style) {
-    style_ = style;
-    alignment_ = hasIndicator() ? eAlignLeft : eAlignCentre;
-    makeDirty();
+    changeSetting(*this, style_, style, Effect::paint);
+    setAlignment(hasIndicator() ? eAlignLeft : eAlignCentre);
 }
 
 void Button::setAlignment(TextAlignment alignment) {
-    alignment_ = static_cast<unsigned char>(alignment);
-    makeDirty();
+    changeSetting(*this, alignment_, static_cast<unsigned char>(alignment), Effect::paint);
 }
 
 void Button::setDefaultAction(bool isDefault) {
-    if (isDefault == defaultAction_) return;
-    defaultAction_ = isDefault;
-    makeDirty();
+    changeSetting(*this, defaultAction_, isDefault, Effect::paint | Effect::state);
 }
 
 void Button::setCols(Colour const& text, Colour const& face) {
@@ -250,30 +220,26 @@ void Button::setCols(Colour const& text, Colour const& face) {
 }
 
 void Button::setFaceColour(Colour const& face) {
-    extras().up = {std::nullopt, face, false};
-    extras().down = {std::nullopt, face, false};
-    makeDirty();
+    using Given = std::optional<Extras::Colours>;
+    changeSetting(*this, extras().up, Given({std::nullopt, face, false}), Effect::paint);
+    changeSetting(*this, extras().down, Given({std::nullopt, face, false}), Effect::paint);
 }
 
 void Button::setUpCols(Colour const& text, Colour const& face) {
-    extras().up = {text, face, true};
-    makeDirty();
+    changeSetting(*this, extras().up, std::optional<Extras::Colours>({text, face, true}), Effect::paint);
 }
 
 void Button::setDownCols(Colour const& text, Colour const& face) {
-    extras().down = {text, face, true};
-    makeDirty();
+    changeSetting(*this, extras().down, std::optional<Extras::Colours>({text, face, true}), Effect::paint);
 }
 
 void Button::setIcons(LightweightString<wchar_t> const& active, LightweightString<wchar_t> const& inactive) {
-    extras().downIcon = active;
-    extras().upIcon = inactive.isEmpty() ? active : inactive;
-    makeDirty();
+    changeSetting(*this, extras().downIcon, active, Effect::paint);
+    changeSetting(*this, extras().upIcon, inactive.isEmpty() ? active : inactive, Effect::paint);
 }
 
 void Button::setCustomDrawFn(void (*function)(Button const&)) {
-    extras().draw = function;
-    makeDirty();
+    changeSetting(*this, extras().draw, function, Effect::paint);
 }
 
 XY<int> Button::calcSizeFor(UIString const& label, Glib::FontDesc const& font) {
@@ -282,53 +248,24 @@ XY<int> Button::calcSizeFor(UIString const& label, Glib::FontDesc const& font) {
 }
 
 void Button::autoResize() {
-    XY<int> const size = calcSizeFor(label_, font_);
+    XY<int> const size = calcSizeFor(label_.text(), label_.font());
     resize(size.x, height() != 0 ? height() : size.y);
-}
-
-// Focus
-
-bool Button::isTabStopActive() {
-    return FocusStop::canTake(*this);
-}
-
-void Button::handleTabStopFocusReceipt(eDirection) {
-    claimKbdFocus();
-}
-
-void Button::handleTabStopFocusLoss() {
-    FocusStop::handleLoss(*this, *this);
-}
-
-void Button::handleKbdFocus() {
-    FocusStop::handleKbdFocus(*this, *this);
 }
 
 void Button::handleLookChange() {
     rect::handleLookChange();
-    if (standardFont_) font_ = UifStd::getFont();
-    automatic_.apply(*this, calcSizeFor(label_, font_));
-}
-
-void Button::handleMouseContainment(bool inside) {
-    if (isActive()) makeDirty();
-    rect::handleMouseContainment(inside);
+    label_.followLook();
+    automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
 }
 
 bool Button::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
-    if (rect::getTooltipDetails(place, details)) return true;
-    bool wasCut = false;
-    fittedLabel(&wasCut);
-    if (!wasCut) return false;
-    details.text = UIString(shownLabel());
-    details.area = bounds();
-    return true;
+    return rect::getTooltipDetails(place, details) || shownLabel().getTip(*this, labelRoom(), details);
 }
 
 void Button::describe(GlobDescription& description) const {
     rect::describe(description);
     description.role = Role::button;
-    description.name = shownLabel();
+    description.name = shownLabel().text().text();
     TooltipDetails tip;
     if (description.name.isEmpty() && getTooltipDetails({0, 0}, tip)) description.name = tip.text.text();
     if (looksDown()) description.states |= GlobDescription::pressed;

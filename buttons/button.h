@@ -2,11 +2,10 @@
 
 #include "buttons/button_widget.h"
 #include "foundation/automatic_size.h"
-#include "foundation/rect.h"
-#include "foundation/tab_orderable.h"
-#include "host/drawing/font.h"
+#include "foundation/fitted_label.h"
+#include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "host/drawing/image.h"
-#include "host/services/ui_string.h"
 
 #include <string_view>
 
@@ -34,26 +33,50 @@ enum eButtonStyle : unsigned char {
 /// (`Event::reportCode`), or while it handles it from `currentReportCode()`.
 ///
 /// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
-class WAINSCOT_API Button : public rect,
-                            public ButtonWidget<LightweightString<wchar_t>>,
-                            public TabOrderable {
+class WAINSCOT_API Button : public Focusable<Pressable<rect>>,
+                            public ButtonWidget<LightweightString<wchar_t>> {
 public:
     /// What reports carry.
     static constexpr int codeUp = 1;
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
     static constexpr int codeRepeat = 4098;
-    /// What it tells others: the ends of its message, and its callbacks. The tests destroy everything in
-    /// each.
-    static constexpr std::string_view sentNotifications[] = {
-        "released", "pressed", "on", "off", "drag", "repeat", "callback", "message callback",
-    };
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
     /// What is appended to the message.
     static constexpr LightweightString<char> onSuffix{" on"};
     static constexpr LightweightString<char> offSuffix{" off"};
     static constexpr LightweightString<char> dragSuffix{" drag"};
+    /// What it tells others.
+    enum Messages { releasedMsg, pressedMsg, onMsg, offMsg, dragMsg, repeatMsg };
+    static constexpr MessageInfo messages[] = {
+        {"released", MessageInfo::ownThenText, {}, MessageInfo::queued, codeUp, "released inside"},
+        {"pressed",
+         MessageInfo::ownThenText,
+         {},
+         MessageInfo::queued,
+         codeDown,
+         "pressed, after `setMessageOnMouseUp(false)`"},
+        {"on", MessageInfo::ownThenText, onSuffix, MessageInfo::queued, codeDown,
+         "a latching button went down"},
+        {"off", MessageInfo::ownThenText, offSuffix, MessageInfo::queued, codeUp,
+         "a latching button went up"},
+        {"drag", MessageInfo::ownThenText, dragSuffix, MessageInfo::queued, codeDrag,
+         "the pointer was dragged with the button down, after `setMessageOnDrag(true)`"},
+        {"repeat",
+         MessageInfo::ownThenText,
+         {},
+         MessageInfo::queued,
+         codeRepeat,
+         "held down for a while, after `setRepeating`, again and again"},
+        {"callback", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, after `setCallback`"},
+        {"message callback",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "a message has arrived at the button, after `setInnerMessageCallback`"},
+    };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
@@ -111,17 +134,15 @@ public:
     /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
     /// the processor clock. Below 1 it does not. Counts at once, also while it is held.
     void setRepeating(int perHalfSecond, double delay);
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override;
-    void setVisible(bool visible) override;
 
     // --- Label and look
     void setString(UIString const& label);
-    UIString const& getString() const { return label_; }
+    UIString const& getString() const { return label_.text(); }
     /// Shown instead of the label while it is down.
     void setSecondString(UIString const& label);
     void setFont(Glib::FontDesc const& font);
-    Glib::FontDesc const& getFont() const { return font_; }
+    Glib::FontDesc const& getFont() const { return label_.font(); }
     LightweightString<wchar_t> getWidgetValue() const override;
     void setNewWidgetValue(LightweightString<wchar_t>& label, eRedrawFlag redraw) override;
     /// Takes the style's usual alignment as well.
@@ -147,18 +168,9 @@ public:
     /// Takes the width that the label needs; the height stays, or becomes the standard one when it is 0.
     void autoResize();
 
-    // TabOrderable
-    bool isTabStopActive() override;
-    void handleTabStopFocusReceipt(eDirection direction) override;
-    void handleTabStopFocusLoss() override;
-
     // Glob
     bool react(Event const& event) override;
-    void handleKbdFocus() override;
-    void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
-    void handlePressCancelled(Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
     bool isAutoRepeating() const override;
     void draw() override;
@@ -178,11 +190,9 @@ protected:
     Colour getForeCol() const;
     /// The edge that is drawn instead of one derived from the face; null = that one.
     virtual Colour const* borderColour() const;
-    bool isPressed() const { return pressed_; }
-    /// The modifiers at the last press.
-    unsigned int pressModifiers() const { return modifiers_; }
-    /// Ends the press that is under way, and tells nobody.
-    void abandonPress();
+    bool pressBegan(Event const& event) override;
+    void pressMoved(Event const& event) override;
+    void pressEnded(PressEnd how) override;
 
 private:
     struct Extras;
@@ -192,38 +202,30 @@ private:
     bool isHovered() const;
     /// Down, or shown so while the key of a click is held.
     bool looksDown() const;
-    bool isInside(XY<int> const& place) const;
-    bool reactToMouse(Event const& event);
-    void press(Event const& event);
-    void moveTo(Event const& event);
-    void releaseAt(Event const& event);
+    void takeBack();
+    void report(Messages which);
     bool reactToTimer(Event const& event);
     bool reactToKey(Event const& event);
     void showKeyPress(std::uint64_t press);
     bool reactToMessage(Event const& event);
-    void endPress();
     bool isRepeating() const;
     void startRepeating();
     void askForTimer();
     bool hasOwnDownFace() const;
     void drawIndicator();
-    LightweightString<wchar_t> shownLabel() const;
-    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+    FittedLabel shownLabel() const;
+    /// The room for the label, in pixels.
+    int labelRoom() const;
     int leftMargin() const;
     int rightMargin() const;
     int labelAnchor() const;
     Qv::Ptr<Glib::Image> icon() const;
     bool hasIndicator() const { return style_ == eButtonFolding || style_ == eButtonDropDown; }
 
-    UIString label_;
-    Glib::FontDesc font_;
+    FittedLabel label_;
     LightweightString<char> message_;
-    WidgetCallback::Callback callback_;
+    Reporter reporter_;
     std::unique_ptr<Extras> extras_;
-    XY<int> pressPlace_;
-    /// Tells one press from the next.
-    unsigned int pressNumber_ = 0;
-    unsigned int modifiers_ = 0;
     button_state state_ = buttonUp;
     button_state stateBeforePress_ = buttonUp;
     eButtonStyle style_ = eButtonStandard;
@@ -231,15 +233,12 @@ private:
     unsigned char latching_ = 0;
     unsigned char callbackEvents_ = onMouseUp;
     bool ignoresClicks_ = false;
-    bool pressed_ = false;
     /// The press that is under way was reported.
     bool pressReported_ = false;
     bool defaultAction_ = false;
     /// The key press that made the last click by keys; see `FocusHolders::heldKeyPress`.
     std::uint64_t clickKeyPress_ = 0;
-    /// Its size, and its font, follow the user's size preference.
     AutomaticSize automatic_{false, false};
-    bool standardFont_;
 };
 
 static_assert(sizeof(Button) <= 600);

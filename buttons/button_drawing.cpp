@@ -56,9 +56,7 @@ void Button::draw() {
         drawIcon();
         drawText();
     }
-    if (!glib_showsKbdFocus(this)) return;
-    CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+    drawFocusMark();
 }
 
 void Button::drawBackground() {
@@ -79,9 +77,9 @@ void Button::drawBorder() {
         getPalette());
 }
 
-LightweightString<wchar_t> Button::shownLabel() const {
+FittedLabel Button::shownLabel() const {
     bool const second = isDown() && extras_ && !extras_->secondLabel.isEmpty();
-    return second ? extras_->secondLabel.text() : label_.text();
+    return second ? label_.withText(extras_->secondLabel) : label_;
 }
 
 Qv::Ptr<Glib::Image> Button::icon() const {
@@ -98,10 +96,9 @@ int Button::rightMargin() const {
     return hasIndicator() ? 3 * UifStd::getWidgetGap() : UifStd::getIndentWidth();
 }
 
-LightweightString<wchar_t> Button::fittedLabel(bool* wasCut) const {
+int Button::labelRoom() const {
     Qv::Ptr<Glib::Image> const image = icon();
-    int const taken = leftMargin() + rightMargin() + (image ? image->size().x + UifStd::getWidgetGap() : 0);
-    return Glib::fitTextToWidth(Glib::loadFont(font_), shownLabel(), toSize16(width() - taken), wasCut);
+    return width() - (leftMargin() + rightMargin() + (image ? image->size().x + UifStd::getWidgetGap() : 0));
 }
 
 /// The x at which the label is anchored, from the left edge; what that means depends on the alignment.
@@ -119,17 +116,10 @@ int Button::labelAnchor() const {
 
 void Button::drawText() {
     if (height() <= labelFreeHeight) return;
-    Qv::Ptr<iFont> const font = Glib::loadFont(font_);
-    XY<int> const corner = canvasArea().bottomLeft();
-    XY<int> const place = corner + XY<int>{labelAnchor(), getFontYOffset(height(), font)};
-    Glib::TextDescription const text(fittedLabel(), place, font, getForeCol(),
-                                     static_cast<TextAlignment>(alignment_));
-    IntBox const bounds = text.calcBounds();
-    CanvasRenderer renderer(canvas(), canvasArea());
-    if (!bounds.isEmpty()) {
-        renderer.renderPrimitive(text);
-        renderer.addModifiedArea(bounds);
-    }
+    IntBox const area = canvasArea();
+    CanvasRenderer renderer(canvas(), area);
+    shownLabel().draw(renderer, area, area.x1 + labelAnchor(), labelRoom(), getForeCol(),
+                      static_cast<TextAlignment>(alignment_));
     renderer.flush();
     if (hasIndicator()) drawIndicator();
 }
@@ -145,7 +135,8 @@ void Button::drawIndicator() {
     int x = width() - (height() - 2 * UifStd::getIndentWidth()) / 2;
     TextAlignment alignment = eAlignCentre;
     if (alignment_ == eAlignLeft) {
-        x = labelAnchor() + Glib::loadFont(font_)->textWidth(fittedLabel()) + UifStd::getWidgetGap();
+        x = labelAnchor() + Glib::loadFont(label_.font())->textWidth(shownLabel().fitted(labelRoom())) +
+            UifStd::getWidgetGap();
         alignment = eAlignLeft;
     }
     XY<int> const place = canvasArea().bottomLeft() + XY<int>{x, getFontYOffset(height(), font)};

@@ -27,99 +27,62 @@ bool Button::react(Event const& event) {
     if (!isActive()) return rect::react(event);
     if (isClickKey(event)) return reactToKey(event);
     if (clickKeyPress_ != 0 && isKeyReleaseEvent(event)) showKeyPress(0);
-    if (mouse_left_event(event) && !ignoresClicks_) return reactToMouse(event);
-    return rect::react(event);
+    if (ignoresClicks_ || !mouse_event(event)) return rect::react(event);
+    // A release whose press went elsewhere is nobody's click.
+    return reactToPress(event) || Press::isOfLeftButton(event) || rect::react(event);
 }
 
-bool Button::reactToMouse(Event const& event) {
-    if (mouse_down_event(event))
-        press(event);
-    else if (mouse_up_event(event))
-        releaseAt(event);
-    else if (mouse_move_event(event))
-        moveTo(event);
-    else
-        return rect::react(event);
+bool Button::pressBegan(Event const&) {
+    stateBeforePress_ = state_;
+    pressReported_ = (callbackEvents_ & onMouseDown) != 0;
+    unsigned int const number = press().number();
+    LifeGuard const life = guard();
+    switchState(isDown() ? buttonUp : buttonDown, pressReported_);
+    if (!life.alive() || number != press().number() || !isActive()) return true;
+    if (isHidden())
+        dropPress();
+    else if (isRepeating())
+        askForTimer();
     return true;
 }
 
-/// All of its edges count, so that a press exactly on the border is still inside.
-bool Button::isInside(XY<int> const& place) const {
-    return place.x >= 0 && place.x <= width() && place.y >= 0 && place.y <= height();
-}
-
-void Button::press(Event const& event) {
-    modifiers_ = getModifier(event);
-    pressPlace_ = event.place();
-    stateBeforePress_ = state_;
-    pressed_ = true;
-    unsigned int const number = ++pressNumber_;
-    pressReported_ = (callbackEvents_ & onMouseDown) != 0;
-    LifeGuard const life = guard();
-    switchState(isDown() ? buttonUp : buttonDown, pressReported_);
-    if (!life.alive() || !pressed_ || number != pressNumber_ || !isActive()) return;
-    if (isHidden()) return abandonPress();
-    if (isRepeating()) askForTimer();
-}
-
-void Button::moveTo(Event const& event) {
-    if (!pressed_) return;
+void Button::pressMoved(Event const& event) {
     if ((callbackEvents_ & onDrag) != 0) {
-        XY<int> const way = event.place() - pressPlace_;
+        XY<int> const way = event.place() - press().place();
         std::int64_t const x = way.x, y = way.y;
-        if (isDown() && x * x + y * y >= dragDistance * dragDistance)
-            informParent(message_ + dragSuffix, codeDrag);
+        if (isDown() && x * x + y * y >= dragDistance * dragDistance) report(dragMsg);
         return;
     }
     if (latching_ != 0) return;
-    Button::setState(isInside(eventXYToGlobXY(event, *this)) ? buttonDown : buttonUp, eRedrawYes);
+    Button::setState(Press::isInside(event, *this) ? buttonDown : buttonUp, eRedrawYes);
 }
 
-void Button::releaseAt(Event const& event) {
-    // A release whose press went elsewhere is nobody's click.
-    if (!pressed_) return;
-    endPress();
-    if ((callbackEvents_ & onMouseUp) != 0)
-        switchState(buttonUp, isInside(eventXYToGlobXY(event, *this)));
-    else if (latching_ == 0 && !staysDownAfterRelease())
+void Button::pressEnded(PressEnd how) {
+    if (isRepeating()) clearInterest(EventKind::timer);
+    if (how == PressEnd::cancelled) return takeBack();
+    bool const isReleased = how != PressEnd::lost;
+    if (isReleased && (callbackEvents_ & onMouseUp) != 0)
+        switchState(buttonUp, how == PressEnd::releasedInside);
+    else if (latching_ == 0 && !(isReleased && staysDownAfterRelease()))
         Button::setState(buttonUp, eRedrawYes);
+}
+
+/// The owner of a latching button has heard of the press, so it hears of the way back.
+void Button::takeBack() {
+    if (latching_ == 0)
+        Button::setState(buttonUp, eRedrawYes);
+    else if (state_ != stateBeforePress_)
+        switchState(stateBeforePress_, pressReported_);
 }
 
 bool Button::staysDownAfterRelease() const {
     return false;
 }
 
-void Button::endPress() {
-    pressed_ = false;
-    if (isRepeating()) clearInterest(EventKind::timer);
-}
-
-// What a latching button has come to is known to its owner already.
-void Button::abandonPress() {
-    if (!pressed_) return;
-    endPress();
-    ++pressNumber_;
-    if (latching_ == 0) Button::setState(buttonUp, eRedrawYes);
-}
-
-/// The owner of a latching button has heard of the press, so it hears of the way back.
-void Button::handlePressCancelled(Event const&) {
-    if (!pressed_) return;
-    LifeGuard const life = guard();
-    abandonPress();
-    if (life.alive() && latching_ != 0 && state_ != stateBeforePress_)
-        switchState(stateBeforePress_, pressReported_);
-}
-
-void Button::handleCaptureLost() {
-    abandonPress();
-    rect::handleCaptureLost();
-}
-
 // Repeating
 
 bool Button::isAutoRepeating() const {
-    return pressed_ && isDown() && isRepeating();
+    return press().isHeld() && isDown() && isRepeating();
 }
 
 bool Button::isRepeating() const {
@@ -137,9 +100,9 @@ void Button::askForTimer() {
 
 /// Derived classes may have timers of their own.
 bool Button::reactToTimer(Event const& event) {
-    if (!pressed_ || !isRepeating()) return rect::react(event);
+    if (!press().isHeld() || !isRepeating()) return rect::react(event);
     if (isHidden()) {
-        abandonPress();
+        dropPress();
         return true;
     }
     // The way back onto the button may still come.
@@ -147,7 +110,7 @@ bool Button::reactToTimer(Event const& event) {
     RepeatClock& clock = extras_->repeat.clock;
     bool const isDue = clock.isDue();
     setNextTimer(clock.msToNext());
-    if (isDue) informParent(message_, codeRepeat);
+    if (isDue) report(repeatMsg);
     return true;
 }
 

@@ -15,6 +15,8 @@ struct Button::Extras {
         Colour face;
         /// Given for this very state, so that the face is drawn as it is.
         bool isOfState = false;
+
+        friend bool operator==(Colours const&, Colours const&) = default;
     };
     struct Repeat {
         /// In units of the processor clock; 0 = not repeating.

@@ -2,7 +2,7 @@
 
 #include "buttons/button_look.h"
 #include "buttons/choice_steps_p.h"
-#include "foundation/focus_stop.h"
+#include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/symbols.h"
@@ -58,9 +58,8 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
 }
 
 Checkbox::Checkbox(InitArgs const& args)
-    : StandardPanel(panelArgs(args)), label_(args.label), font_(args.font), appearance_(args.appearance),
-      ticked_(args.ticked), standardFont_(args.font == UifStd::getFont()),
-      automatic_(args.width == 0, args.height == 0) {
+    : Focusable(panelArgs(args)), label_(args.label, args.font), appearance_(args.appearance),
+      ticked_(args.ticked), automatic_(args.width == 0, args.height == 0) {
     automatic_.apply(*this, neededSize());
 }
 
@@ -77,10 +76,7 @@ std::unique_ptr<Checkbox> Checkbox::make(unsigned short width, unsigned short he
 // State
 
 void Checkbox::setState(bool ticked, bool redraw) {
-    if (ticked == ticked_) return;
-    ticked_ = ticked;
-    if (redraw) makeDirty();
-    describeChanged(DescriptionChange::state);
+    changeSetting(*this, ticked_, ticked, redraw ? Effect::paint | Effect::state : Effect::state);
 }
 
 void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
@@ -88,68 +84,40 @@ void Checkbox::setNewWidgetValue(bool& ticked, eRedrawFlag redraw) {
 }
 
 void Checkbox::handleDataMixed(bool, eRedrawFlag redraw) {
-    if (redraw == eRedrawYes) makeDirty();
-    describeChanged(DescriptionChange::state);
-}
-
-void Checkbox::setActive(bool active, eRedrawFlag redraw) {
-    if (!active) setPressed(false);
-    StandardPanel::setActive(active, redraw);
+    applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::state : Effect::state);
 }
 
 void Checkbox::handleDetached() {
-    leaveAllManagers();
     leaveDataAdaptor();
-    StandardPanel::handleDetached();
+    Focusable::handleDetached();
 }
 
-/// The call out is the last thing in each case: it may destroy this.
 void Checkbox::requestToggleState() {
-    if (userFunction_) return userFunction_(this, userContext_);
-    DispatchScope const scope;
-    LifeGuard const life = guard();
-    setState(!ticked_);
-    if (!life.alive()) return;
-    if (getDataAdaptor() || callback_)
-        tellWithChange();
+    if (userFunction_)
+        userFunction_(this, userContext_);
     else
-        tellParent();
+        changeByUser(!ticked_);
 }
 
-void Checkbox::tellWithChange() {
-    bool const wanted = ticked_;
-    Qv::Ptr<iObject> const change(new Change(wanted, *this));
-    WidgetCallback::Callback const callback = callback_;
-    LifeGuard const life = guard();
-    if (getDataAdaptor()) {
-        bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
-        if (!life.alive()) return;
-        if (!taken && ticked_ == wanted) setState(!wanted);
-        if (!taken) return;
-    }
-    if (!callback) return;
-    NotifyMsg message(messageFor(wanted), change);
-    message.setCode(wanted ? codeTicked : codeClear);
-    callback->call(message);
+void Checkbox::reportUserChange(DataChangeType) {
+    bool const hasCallback = reporter_.getCallback().get() != nullptr;
+    if (getDataAdaptor() && !hasCallback) return;
+    NotifyMsg message(messageFor(ticked_),
+                      hasCallback ? Qv::Ptr<iObject>(new Change(ticked_, *this)) : Qv::Ptr<iObject>());
+    message.setCode(ticked_ ? codeTicked : codeClear);
+    reporter_.report(*this, parent(), message, MessageInfo::queued);
 }
 
 LightweightString<char> Checkbox::messageFor(bool ticked) const {
-    return appendState_ ? prefix_ + (ticked ? tickedWord : clearWord) : prefix_;
-}
-
-void Checkbox::tellParent() {
-    Event event(EventKind::message);
-    event.setMessage(messageFor(ticked_));
-    event.setReportCode(ticked_ ? codeTicked : codeClear);
-    event.setSender(static_cast<Glob*>(this));
-    event.setTarget(parent());
-    event_send(&event, false);
+    return appendState_ ? messages[ticked ? tickedMsg : clearMsg].nameFor(prefix_) : prefix_;
 }
 
 void Checkbox::setCallback(WidgetCallback const& callback) {
-    // The old one goes last: what its destructor does may destroy this.
-    WidgetCallback::Callback const old = std::exchange(callback_, callback.getCallback());
-    if (!callback.getMessage().empty()) prefix_ = callback.getMessage();
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    LightweightString<char> const name = callback.getMessage();
+    reporter_.setCallback(callback.getCallback());
+    if (life.alive() && !name.empty()) prefix_ = name;
 }
 
 void Checkbox::setMsgPrefix(LightweightString<char> prefix, bool appendState) {
@@ -165,10 +133,7 @@ void Checkbox::setMembership(iCheckboxSet* set, unsigned int index) {
 }
 
 void Checkbox::setShownMixed(bool mixed) {
-    if (mixed == shownMixed_) return;
-    shownMixed_ = mixed;
-    makeDirty();
-    describeChanged(DescriptionChange::state);
+    changeSetting(*this, shownMixed_, mixed, Effect::paint | Effect::state);
 }
 
 void Checkbox::setUserFunction(UserFunction function, void* context) {
@@ -179,11 +144,12 @@ void Checkbox::setUserFunction(UserFunction function, void* context) {
 // Events
 
 bool Checkbox::react(Event const& event) {
-    // Another button may still be held, then the panel gets the release.
-    if (mouse_up_event(event) && mouse_left_event(event)) setPressed(false);
-    if (isActive() && clickable_ && mouse_left_event(event) && !mouse_wheel_event(event) &&
-        !mouse_chord_event(event))
-        return reactToMouse(event);
+    // While another button is held the panel gets what the left one does.
+    if (mouse_chord_event(event)) {
+        if (mouse_up_event(event) && mouse_left_event(event)) dropPress();
+    } else if (clickable_ && isActive()) {
+        if (reactToPress(event) || Press::isOfLeftButton(event)) return true;
+    }
     if (isActive() && isToggleKey(event)) {
         requestToggleState();
         return true;
@@ -197,83 +163,49 @@ bool Checkbox::reactToArrow(Event const& event) {
     return direction && set_->stepFrom(*this, *direction);
 }
 
-bool Checkbox::reactToMouse(Event const& event) {
-    bool const isPress = mouse_down_event(event);
-    bool const isRelease = mouse_up_event(event);
-    bool const toggles = (generation_ == onPress && isPress) || (generation_ == onRelease && isRelease);
-    if (isPress) setPressed(true);
-    if (toggles) requestToggleState();
+bool Checkbox::pressBegan(Event const&) {
+    makeDirty();
+    if (generation_ == onPress) requestToggleState();
     return true;
 }
 
-void Checkbox::setPressed(bool pressed) {
-    if (pressed == pressed_) return;
-    pressed_ = pressed;
+/// Where the pointer is at the release does not count.
+void Checkbox::pressEnded(PressEnd how) {
     makeDirty();
+    bool const isReleased = how == PressEnd::releasedInside || how == PressEnd::releasedOutside;
+    if (isReleased && generation_ == onRelease) requestToggleState();
 }
 
 void Checkbox::setClickable(bool clickable) {
+    DispatchScope const scope;
     clickable_ = clickable;
-    if (!clickable) setPressed(false);
-}
-
-void Checkbox::handlePressCancelled(Event const&) {
-    setPressed(false);
-}
-
-void Checkbox::handleCaptureLost() {
-    setPressed(false);
-    StandardPanel::handleCaptureLost();
-}
-
-void Checkbox::handleMouseContainment(bool inside) {
-    if (isActive()) makeDirty();
-    StandardPanel::handleMouseContainment(inside);
+    if (!clickable) dropPress();
 }
 
 bool Checkbox::isTabStopActive() {
-    return FocusStop::canTake(*this) && (!set_ || set_->isTabStop(*this));
-}
-
-void Checkbox::handleTabStopFocusReceipt(eDirection) {
-    claimKbdFocus();
-}
-
-void Checkbox::handleTabStopFocusLoss() {
-    FocusStop::handleLoss(*this, *this);
-}
-
-void Checkbox::handleKbdFocus() {
-    FocusStop::handleKbdFocus(*this, *this);
+    return Focusable::isTabStopActive() && (!set_ || set_->isTabStop(*this));
 }
 
 // Look
 
 void Checkbox::setString(UIString const& label) {
-    label_ = label;
-    makeDirty();
-    describeChanged(DescriptionChange::name);
+    if (label_.setText(label)) applyEffects(*this, Effect::paint | Effect::name);
 }
 
 void Checkbox::setAppearance(eAppearance appearance) {
-    appearance_ = appearance;
-    makeDirty();
+    changeSetting(*this, appearance_, appearance, Effect::paint);
 }
 
 void Checkbox::setTickCharacter(char character) {
-    tickCharacter_ = character;
-    makeDirty();
+    changeSetting(*this, tickCharacter_, character, Effect::paint);
 }
 
 void Checkbox::setFont(Glib::FontDesc const& font) {
-    font_ = font;
-    standardFont_ = false;
-    makeDirty();
+    if (label_.setFont(font)) applyEffects(*this, Effect::paint);
 }
 
 void Checkbox::setTextColour(Colour const& colour) {
-    textColour_ = std::make_unique<Colour>(colour);
-    makeDirty();
+    changeSetting(*this, textColour_, colour, Effect::paint);
 }
 
 int Checkbox::calcWidth(UIString const& label, Border::eType border, eAppearance, bool bold) {
@@ -312,20 +244,18 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
 }
 
 XY<int> Checkbox::neededSize() const {
-    return {calcWidth(label_, getBorder().getType(), font_), UifStd::getButtonHeight()};
+    return {calcWidth(getString(), getBorder().getType(), getFont()), UifStd::getButtonHeight()};
 }
 
 void Checkbox::handleLookChange() {
     StandardPanel::handleLookChange();
-    if (standardFont_) font_ = UifStd::getFont();
+    label_.followLook();
     automatic_.apply(*this, neededSize());
 }
 
 void Checkbox::draw() {
     StandardPanel::draw();
-    if (!glib_showsKbdFocus(this)) return;
-    CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawFocus(renderer, canvasArea(), getPalette());
+    drawFocusMark();
 }
 
 void Checkbox::drawBackground() {
@@ -339,7 +269,7 @@ void Checkbox::drawTickBox() {
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
     Palette const& palette = getPalette();
-    bool const answers = isActive() && (containsPointer() || pressed_);
+    bool const answers = isActive() && (containsPointer() || press().isHeld());
     unsigned const radius =
         appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
     Colour const hover = palette.mark(eMarkFocus);
@@ -349,9 +279,9 @@ void Checkbox::drawTickBox() {
         if (answers) Glib::drawRoundedRectOutline(renderer, hover, box, 1, radius);
         return;
     }
-    Colour const ground = palette.window(!isActive() ? eWindowNormal
-                                         : pressed_  ? eWindowRaised
-                                                     : eWindowRecessed);
+    Colour const ground = palette.window(!isActive()        ? eWindowNormal
+                                         : press().isHeld() ? eWindowRaised
+                                                            : eWindowRecessed);
     Colour const edge = !isActive() ? palette.text(eTextDisabled) : answers ? hover : palette.mark(eMarkEdge);
     Glib::drawRoundedMark(renderer, ground, edge, box, 1, radius);
 }
@@ -386,34 +316,27 @@ void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
     Glib::drawRoundedMark(renderer, getTickColour(), getTickColour(), box, 0, radius, inset);
 }
 
-LightweightString<wchar_t> Checkbox::fittedLabel(bool* wasCut) const {
-    int const room = width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
-                     getBorder().getSize();
-    return Glib::fitTextToWidth(Glib::loadFont(getTextFont()), label_.text(), toSize16(room), wasCut);
+int Checkbox::labelRoom() const {
+    return width() - getTickExtents().x2 - UifStd::getIndentWidth() - UifStd::getWidgetGap() -
+           getBorder().getSize();
 }
 
 void Checkbox::drawText() {
-    Qv::Ptr<iFont> const font = Glib::loadFont(getTextFont());
-    XY<int> const place = canvasArea().bottomLeft() + XY<int>{getTickExtents().x2 + UifStd::getWidgetGap(),
-                                                              getFontYOffset(height(), font)};
-    CanvasRenderer renderer(canvas(), canvasArea());
-    renderer.renderPrimitive(Glib::TextDescription(fittedLabel(), place, font, getTextColour()));
+    IntBox const area = canvasArea();
+    CanvasRenderer renderer(canvas(), area);
+    shownLabel().draw(renderer, area, area.x1 + getTickExtents().x2 + UifStd::getWidgetGap(), labelRoom(),
+                      getTextColour());
 }
 
 bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
-    if (StandardPanel::getTooltipDetails(place, details)) return true;
-    bool wasCut = false;
-    fittedLabel(&wasCut);
-    if (!wasCut) return false;
-    details.text = label_;
-    details.area = bounds();
-    return true;
+    return StandardPanel::getTooltipDetails(place, details) ||
+           shownLabel().getTip(*this, labelRoom(), details);
 }
 
 void Checkbox::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
     description.role = set_ ? Role::radioButton : Role::checkbox;
-    description.name = label_.text();
+    description.name = getString().text();
     if (ticked_) description.states |= GlobDescription::checked;
     if (showsMixed()) description.states |= GlobDescription::mixed;
     if (isActive()) description.states |= GlobDescription::focusable;

@@ -1,14 +1,15 @@
 #pragma once
 
 #include "foundation/automatic_size.h"
-#include "foundation/standard_panel.h"
-#include "foundation/tab_orderable.h"
+#include "foundation/fitted_label.h"
+#include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "foundation/widget_callback.h"
 #include "host/drawing/image.h"
 #include "host/objects/glob_ref.h"
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace wainscot {
@@ -35,7 +36,7 @@ public:
 /// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
 /// adaptor that refuses takes the state back. A user function replaces all of that. The code of a report
 /// (`NotifyMsg::code`, `Event::reportCode`) is the new state.
-class WAINSCOT_API Checkbox : public StandardPanel, public ValWidget<bool>, public TabOrderable {
+class WAINSCOT_API Checkbox : public Focusable<Pressable<StandardPanel>>, public ValWidget<bool> {
 public:
     static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
     static constexpr LightweightString<char> tickedWord{"TICKED"};
@@ -55,9 +56,26 @@ public:
     /// On what a click toggles it. With any other value clicks do nothing.
     enum eMsgGeneration : unsigned char { onPress = 0, onRelease = 1, onNothing = 2 };
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"ticked", "clear", "callback", "user function",
-                                                             "adaptor"};
+    /// What it tells others, where nothing else is named after the prefix.
+    enum Messages { clearMsg, tickedMsg };
+    static constexpr MessageInfo messages[] = {
+        {"clear", MessageInfo::ownThenText, clearWord, MessageInfo::queued, codeClear,
+         "the tick was taken away"},
+        {"ticked", MessageInfo::ownThenText, tickedWord, MessageInfo::queued, codeTicked, "it was ticked"},
+        {"callback",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead, after `setCallback`; the payload is a `Checkbox::Change`"},
+        {"user function",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead of the whole toggle, after `setUserFunction`"},
+        {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, where it is bound to data"},
+    };
 
     using UserFunction = void (*)(Checkbox* checkbox, void* context);
 
@@ -105,7 +123,6 @@ public:
     /// What a click by the user does.
     void requestToggleState();
     void setEnabledState(bool enabled) override { setActive(enabled, eRedrawYes); }
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
 
     // --- Reporting
     void setMessageGeneration(eMsgGeneration generation) { generation_ = generation; }
@@ -131,7 +148,7 @@ public:
     void setShownMixed(bool mixed);
 
     // --- Look
-    UIString const& getString() const { return label_; }
+    UIString const& getString() const { return label_.text(); }
     void setString(UIString const& label);
     void setAppearance(eAppearance appearance);
     eAppearance getAppearance() const { return appearance_; }
@@ -139,7 +156,7 @@ public:
     /// The character that is drawn as the tick; 0 = the tick of the symbols.
     void setTickCharacter(char character);
     void setFont(Glib::FontDesc const& font);
-    Glib::FontDesc const& getFont() const { return font_; }
+    Glib::FontDesc const& getFont() const { return label_.font(); }
     void setTextColour(Colour const& colour);
     /// The width that a label needs, in a bold font or not.
     static int calcWidth(UIString const& label, Border::eType border, eAppearance appearance = tickBox,
@@ -149,68 +166,58 @@ public:
     IntBox getTickExtents() const;
 
     // TabOrderable
-    using TabOrderable::isTabStopFocus;
-    using TabOrderable::setTabStopFocus;
     bool isTabStopActive() override;
-    void handleTabStopFocusReceipt(eDirection direction) override;
-    void handleTabStopFocusLoss() override;
 
     // Glob
     bool react(Event const& event) override;
     void draw() override;
     void drawBackground() override;
-    void handleKbdFocus() override;
-    void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
-    void handlePressCancelled(Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 
 protected:
+    bool pressBegan(Event const& event) override;
+    void pressEnded(PressEnd how) override;
     virtual void drawTickBox();
     virtual void drawText();
     virtual void drawTick(bool mixed);
     virtual Colour getTextColour() const;
     virtual Colour getTickColour() const;
-    virtual Glib::FontDesc getTextFont() const { return font_; }
+    virtual Glib::FontDesc getTextFont() const { return label_.font(); }
     Qv::Ptr<Glib::Image> getLEDIcon() const;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
-    bool reactToMouse(Event const& event);
     bool reactToArrow(Event const& event);
-    void setPressed(bool pressed);
     XY<int> neededSize() const;
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
     void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
     void drawDot(CanvasRenderer& renderer, IntBox const& box);
     LightweightString<char> messageFor(bool ticked) const;
-    void tellParent();
-    void tellWithChange();
-    LightweightString<wchar_t> fittedLabel(bool* wasCut = nullptr) const;
+    /// The label in the font that it has at the moment, and the room for it.
+    FittedLabel shownLabel() const { return label_.withFont(getTextFont()); }
+    int labelRoom() const;
 
-    UIString label_;
-    Glib::FontDesc font_;
+    FittedLabel label_;
     LightweightString<char> prefix_{defaultPrefix};
-    WidgetCallback::Callback callback_;
+    Reporter reporter_;
     UserFunction userFunction_ = nullptr;
     void* userContext_ = nullptr;
     iCheckboxSet* set_ = nullptr;
     unsigned int memberIndex_ = 0;
-    std::unique_ptr<Colour> textColour_;
+    std::optional<Colour> textColour_;
     eAppearance appearance_;
     eMsgGeneration generation_ = onPress;
     char tickCharacter_ = 0;
     bool ticked_;
     bool appendState_ = true;
     bool clickable_ = true;
-    bool pressed_ = false;
     bool notChosen_ = false;
     bool shownMixed_ = false;
     /// Its size follows label and metrics.
-    bool standardFont_;
     AutomaticSize automatic_;
 };
 

@@ -11,8 +11,10 @@ class WAINSCOT_API CheckboxGroup : public CheckboxPanel {
 public:
     static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
 
-    /// What it tells its parent. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"CheckboxGroupClicked"};
+    /// What it tells others.
+    static constexpr MessageInfo messages[] = {{"CheckboxGroupClicked", MessageInfo::fixed, clickedMsg,
+                                                MessageInfo::queued, 0,
+                                                "the user has toggled one; read `getLastClicked()`"}};
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
@@ -30,12 +32,15 @@ public:
     void setTicked(int index, bool ticked);
     /// The one that the user toggled last; -1 = none yet.
     int getLastClicked() const { return lastClicked_; }
+    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void describe(GlobDescription& description) const override;
 
 private:
     int lastClicked_ = -1;
+    Reporter reporter_;
 };
 
 } // namespace wainscot

@@ -63,14 +63,11 @@ void CheckboxRadioSet::setNewWidgetValue(int& index, eRedrawFlag redraw) {
 }
 
 void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
-    int const wanted = getWidgetValue();
-    int const before = static_cast<int>(getPreviousSelection());
-    LifeGuard const life = guard();
-    bool const taken = requestSetNewDataValue(wanted, DataChangeType::single);
-    if (!life.alive()) return;
-    if (!taken && getWidgetValue() == wanted) tickOnly(static_cast<unsigned int>(before));
-    // The data may have made something else of it.
-    if (life.alive() && getWidgetValue() != before) callMsg(parent(), selectionChangedMsg.c_str());
+    tellUserChange(static_cast<int>(getPreviousSelection()), DataChangeType::single);
+}
+
+void CheckboxRadioSet::reportUserChange(DataChangeType) {
+    reporter_.report(*this, parent(), messages[0]);
 }
 
 void CheckboxRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
@@ -83,7 +80,7 @@ int CheckboxRadioSet::handleMessageEvent(LightweightString<char> name, Glob* sen
         return CheckboxPanel::handleMessageEvent(name, sender);
     LifeGuard const life = guard();
     clearOther(sender);
-    if (life.alive()) callMsg(parent(), selectionChangedMsg.c_str());
+    if (life.alive()) reportUserChange(DataChangeType::single);
     return 1;
 }
 

@@ -16,8 +16,12 @@ class WAINSCOT_API CheckboxRadioSet : public CheckboxPanel,
 public:
     static constexpr LightweightString<char> selectionChangedMsg{"CRSChanged"};
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"CRSChanged", "adaptor"};
+    /// What it tells others.
+    static constexpr MessageInfo messages[] = {
+        {"CRSChanged", MessageInfo::fixed, selectionChangedMsg, MessageInfo::called, 0,
+         "the choice has changed by a click, a key or `setSelectedItem`"},
+        {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
@@ -39,6 +43,8 @@ public:
     /// What is no index chooses none.
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
+    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
     void handleDetached() override;
 
     /// `InitArgs::bold` does so from the start.
@@ -51,9 +57,12 @@ public:
 protected:
     void handleCheckboxClick(Checkbox* clicked) override;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
     void clearOther(Glob const* sender);
+
+    Reporter reporter_;
 };
 
 } // namespace wainscot

@@ -1,5 +1,7 @@
 #include "buttons/custom_border_button.h"
 
+#include "foundation/effects.h"
+
 namespace wainscot {
 
 void CustomBorderButton::setCustomBorderColour(Colour const& colour) {
@@ -7,14 +9,13 @@ void CustomBorderButton::setCustomBorderColour(Colour const& colour) {
 }
 
 void CustomBorderButton::setCustomBorderColours(Colour const& up, Colour const& down) {
-    up_ = up;
-    down_ = down;
+    changeSetting(*this, up_, up, Effect::paint);
+    changeSetting(*this, down_, down, Effect::paint);
     setUseCustomBorderColour(true);
 }
 
 void CustomBorderButton::setUseCustomBorderColour(bool use) {
-    use_ = use;
-    makeDirty();
+    changeSetting(*this, use_, use, Effect::paint);
 }
 
 Colour const* CustomBorderButton::borderColour() const {

@@ -12,9 +12,6 @@ namespace wainscot {
 
 namespace {
 
-constexpr LightweightString<char> onWord{"on"};
-constexpr LightweightString<char> offWord{"off"};
-
 bool isUsable(Button const* button) {
     return button && button->isActive() && button->isShown();
 }
@@ -83,7 +80,7 @@ void radio_button::setMessage(char const* message) {
 }
 
 void radio_button::checkMessage() const {
-    if (getMessage().size() + 1 + offWord.size() > maxText)
+    if (getMessage().size() + messages[1].text.size() > maxText)
         Diagnostics::count("radio button's message too long", getMessage().c_str());
 }
 
@@ -98,14 +95,15 @@ void radio_button::switchState(button_state, bool notify) {
 }
 
 void radio_button::report(bool on) {
-    LightweightString<char> text = getMessage() + " " + (on ? onWord : offWord);
-    if (text.size() > maxText) text = text.substr(0, maxText);
+    MessageInfo const& info = messages[on ? 0 : 1];
+    NotifyMsg message(info.nameFor(getMessage()).substr(0, maxText));
+    message.setCode(info.code);
     Glob* target = parent();
     if (!target) {
         target = findNearestGlob([](Glob*) { return true; });
         if (!target || !(glob_pseudo_distance(this, target) < 0.0)) target = this;
     }
-    sendMsg(target, text.c_str());
+    sendNotification(message, target, static_cast<Glob*>(this));
 }
 
 bool radio_button::isTabStopActive() {

@@ -48,8 +48,11 @@ public:
                  unsigned short width, unsigned short height, bool opaque = true, Canvas* canvas = nullptr);
     ~radio_button() override;
 
-    /// What it tells its parent. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"on", "off"};
+    /// What it tells its parent, whatever callback it has.
+    static constexpr MessageInfo messages[] = {
+        {"on", MessageInfo::ownThenText, " on", MessageInfo::queued, codeDown, "it was chosen"},
+        {"off", MessageInfo::ownThenText, " off", MessageInfo::queued, codeUp, "another one was chosen"},
+    };
 
     /// -1 when the set had no room for it.
     int index() const { return index_; }

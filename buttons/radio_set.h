@@ -17,8 +17,10 @@ namespace wainscot {
 /// It is no tab stop: whoever holds it adds its buttons to its own order, with `addTabStopsFrom`.
 class WAINSCOT_API RadioSet : public StandardPanel, public TabOrderableHost {
 public:
-    /// What it tells its parent. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"radio_set_message"};
+    /// What it tells others.
+    static constexpr MessageInfo messages[] = {{"radio_set_message", MessageInfo::fixed, "radio_set_message",
+                                                MessageInfo::called, 0,
+                                                "the user has chosen; read `getSelectedItem()`"}};
 
     /// A width or height of 0 becomes what the labels need. Labels beyond `radio_set::maxMembers` are left
     /// out, with a diagnostic.
@@ -39,7 +41,9 @@ public:
              bool vertical, Canvas* canvas, Colour* faceColour);
     ~RadioSet() override;
 
-    static LightweightString<char> radioSetMessage() { return "radio_set_message"; }
+    static LightweightString<char> radioSetMessage() { return messages[0].text; }
+    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     /// -1 when none is chosen.
     int getSelectedItem() const;
@@ -71,6 +75,7 @@ private:
     radio_set set_;
     bool vertical_;
     AutomaticSize automatic_;
+    Reporter reporter_;
 };
 
 } // namespace wainscot

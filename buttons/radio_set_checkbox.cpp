@@ -1,5 +1,7 @@
 #include "buttons/radio_set_checkbox.h"
 
+#include "foundation/effects.h"
+
 namespace wainscot {
 
 RadioSetCheckbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, unsigned short h)
@@ -16,13 +18,11 @@ RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& s
 RadioSetCheckbox::~RadioSetCheckbox() = default;
 
 void RadioSetCheckbox::setBoldWhenTicked(bool bold) {
-    boldWhenTicked_ = bold;
-    makeDirty();
+    changeSetting(*this, boldWhenTicked_, bold, Effect::paint);
 }
 
 void RadioSetCheckbox::setTextColourWhenTicked(Colour const& colour) {
-    colourWhenTicked_ = colour;
-    makeDirty();
+    changeSetting(*this, colourWhenTicked_, colour, Effect::paint);
 }
 
 Colour RadioSetCheckbox::getTextColour() const {

@@ -20,7 +20,8 @@ public:
 /// Closes its panel: sends "poot".
 class WAINSCOT_API PootButton final : public TitleButton {
 public:
-    static constexpr std::string_view sentNotifications[] = {"poot"};
+    static constexpr MessageInfo messages[] = {{"poot", MessageInfo::fixed, Glob::pootMsg,
+                                                MessageInfo::queued, codeUp, "the close button was clicked"}};
     explicit PootButton(Palette const& palette);
 };
 
@@ -28,7 +29,8 @@ public:
 class WAINSCOT_API SizeButton final : public TitleButton {
 public:
     static constexpr LightweightString<char> flipSizeMsg{"freeze_flip"};
-    static constexpr std::string_view sentNotifications[] = {"freeze_flip"};
+    static constexpr MessageInfo messages[] = {{"freeze_flip", MessageInfo::fixed, flipSizeMsg,
+                                                MessageInfo::queued, codeUp, "the size button was clicked"}};
     explicit SizeButton(Palette const& palette);
 };
 
@@ -47,7 +49,9 @@ public:
 class WAINSCOT_API PinButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> pinMsg{"pin"};
-    static constexpr std::string_view sentNotifications[] = {"pin on", "pin off"};
+    static constexpr MessageInfo messages[] = {
+        {"pin on", MessageInfo::fixed, "pin on", MessageInfo::queued, codeDown, "the pin button went down"},
+        {"pin off", MessageInfo::fixed, "pin off", MessageInfo::queued, codeUp, "the pin button went up"}};
     explicit PinButton(Palette const& palette);
 };
 
@@ -55,7 +59,11 @@ public:
 class WAINSCOT_API SettingsButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> settingsMsg{"settings"};
-    static constexpr std::string_view sentNotifications[] = {"settings on", "settings off"};
+    static constexpr MessageInfo messages[] = {{"settings on", MessageInfo::fixed, "settings on",
+                                                MessageInfo::queued, codeDown,
+                                                "the settings button went down"},
+                                               {"settings off", MessageInfo::fixed, "settings off",
+                                                MessageInfo::queued, codeUp, "the settings button went up"}};
     explicit SettingsButton(Palette const& palette);
 };
 

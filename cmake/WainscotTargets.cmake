@@ -28,9 +28,5 @@ target_compile_options(wainscot-build-options INTERFACE
 if(WAINSCOT_SANITIZE)
     target_compile_options(wainscot-build-options INTERFACE -fsanitize=${WAINSCOT_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
-    # What sanitizers add hides from g++ that a value was set; it then warns of sound code.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        target_compile_options(wainscot-build-options INTERFACE -Wno-maybe-uninitialized)
-    endif()
     target_link_options(wainscot-build-options INTERFACE -fsanitize=${WAINSCOT_SANITIZE})
 endif()

@@ -3,7 +3,6 @@
 #include "buttons/button.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
-#include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
@@ -11,7 +10,6 @@
 #include "host/objects/description.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace wainscot {
@@ -21,9 +19,7 @@ namespace {
 /// Changes of position or size below this are none.
 constexpr double tolerance = 1e-6;
 constexpr LightweightString<char> messagePrefix{"ScrollBar::"};
-constexpr std::array<LightweightString<char>, 6> messages{
-    ScrollBar::thumbMovedMsg,        ScrollBar::thumbReleasedMsg,     ScrollBar::upButtonPressedMsg,
-    ScrollBar::downButtonPressedMsg, ScrollBar::leftButtonPressedMsg, ScrollBar::rightButtonPressedMsg};
+constexpr std::size_t numTypes = ScrollBar::rightButtonPressed + 1;
 
 unsigned short usualThickness() {
     return toSize16(ScrollBar::thickness());
@@ -49,9 +45,11 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short 
 }
 
 ScrollBar::ScrollBar(InitArgs const& args)
-    : StandardPanel(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
-      orientation_(args.orientation), resizable_(args.resizable), listener_(args.listener) {
+    : Pressable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
+      orientation_(args.orientation), resizable_(args.resizable) {
+    setListener(args.listener);
     position_ = validPosition(args.thumb.position, size_);
+    setPressButtons(wainscot::EventKind::left | wainscot::EventKind::right);
     if (args.arrowButtons) addArrowButtons();
 }
 
@@ -98,46 +96,12 @@ void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
     if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
-DataAnswer ScrollBar::tellData(ThumbSettings const& fallback, DataChangeType why) {
-    ThumbSettings const wanted = getWidgetValue();
-    LifeGuard const life = guard();
-    bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    // The data may have shown another value.
-    if (!taken && getWidgetValue() == wanted) storeThumb(fallback, eRedrawYes);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    return taken ? DataAnswer::taken : DataAnswer::refused;
-}
-
-bool ScrollBar::tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why,
-                          StillOn isStillOn) {
-    FirstException thrown;
-    DataAnswer answer = DataAnswer::refused;
-    LifeGuard const life = guard();
-    thrown.run([&] { answer = tellData(fallback, why); });
-    if (life.alive()) {
-        held_.accept(getWidgetValue());
-        bool const hasMoved = answer == DataAnswer::taken || getWidgetValue() != before;
-        if (hasMoved && (this->*isStillOn)()) thrown.run([&] { report(thumbMoved); });
-    }
-    thrown.rethrow();
-    return life.alive();
+/// What the data let go of is not reported any more.
+void ScrollBar::reportUserChange(DataChangeType) {
+    if (gesture_.isHeld() ? isDragging() : isActive()) report(thumbMoved);
 }
 
 // State
-
-void ScrollBar::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    LifeGuard const life = guard();
-    if (!active && !endPress()) return;
-    StandardPanel::setActive(active, redraw);
-    if (life.alive() && redraw == eRedrawYes) makeDirty();
-}
-
-void ScrollBar::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (visible || endPress()) StandardPanel::setVisible(visible);
-}
 
 void ScrollBar::handleDetached() {
     leaveDataAdaptor();
@@ -150,14 +114,9 @@ void ScrollBar::informParent(eEventType type) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     auto const index = static_cast<std::size_t>(type);
-    if (index >= messages.size()) return;
-    if (WidgetCallback::Callback const listener = listener_) {
-        NotifyMsg message(messages[index], Qv::Ptr<iObject>(new Event(type)));
-        message.setCode(type);
-        listener->call(message);
-        return;
-    }
-    sendMessage(messages[index], parent(), static_cast<Glob*>(this));
+    if (index >= numTypes) return;
+    Qv::Ptr<iObject> const told(reporter_.getCallback() ? new Event(type) : nullptr);
+    reporter_.report(*this, parent(), messages[index], {}, told);
 }
 
 bool ScrollBar::report(eEventType type) {
@@ -176,10 +135,12 @@ void ScrollBar::showThumbPosition() {
 
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!sender || (sender != firstButton_.get() && sender != lastButton_.get())) return 0;
-    auto const found = std::find(messages.begin(), messages.end(), name);
-    if (found == messages.end()) return 0;
-    report(static_cast<eEventType>(found - messages.begin()));
-    return 1;
+    for (std::size_t type = 0; type < numTypes; ++type) {
+        if (messages[type].text != name) continue;
+        report(static_cast<eEventType>(type));
+        return 1;
+    }
+    return 0;
 }
 
 void ScrollBar::describe(GlobDescription& description) const {

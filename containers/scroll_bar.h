@@ -1,11 +1,10 @@
 #pragma once
 
-#include "containers/held_value.h"
 #include "containers/orientation.h"
+#include "foundation/press.h"
 #include "foundation/repeat_clock.h"
-#include "foundation/standard_panel.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "foundation/widget_callback.h"
 #include "host/objects/glob_ref.h"
 
 #include <cstdint>
@@ -28,7 +27,7 @@ class Button;
 ///
 /// Messages, to the parent, queued, with the bar as sender: those named below. A listener gets them instead,
 /// each as a `NotifyMsg` with a `ScrollBar::Event` as payload.
-class WAINSCOT_API ScrollBar : public StandardPanel, public ValWidget<ThumbSettings> {
+class WAINSCOT_API ScrollBar : public Pressable<StandardPanel>, public ValWidget<ThumbSettings> {
 public:
     enum eEventType : std::int32_t {
         thumbMoved = 0,
@@ -46,10 +45,28 @@ public:
     static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {
-        "drag",       "resize",       "page",  "repeat",   "jump", "release",
-        "taken back", "arrow button", "wheel", "listener", "data"};
+    /// What it tells others; those of the bar itself in the order of the types.
+    static constexpr MessageInfo messages[] = {
+        {"thumb moved", MessageInfo::fixed, thumbMovedMsg, MessageInfo::queued, thumbMoved,
+         "the thumb was dragged, resized or paged"},
+        {"thumb released", MessageInfo::fixed, thumbReleasedMsg, MessageInfo::queued, thumbReleased,
+         "the end of a drag. A listener is told before `isDragging()` turns false, the parent after it"},
+        {"up", MessageInfo::fixed, upButtonPressedMsg, MessageInfo::queued, upButtonPressed,
+         "the upper arrow button; a notch of the wheel upwards, on all bars"},
+        {"down", MessageInfo::fixed, downButtonPressedMsg, MessageInfo::queued, downButtonPressed,
+         "the lower arrow button; a notch of the wheel downwards, on all bars"},
+        {"left", MessageInfo::fixed, leftButtonPressedMsg, MessageInfo::queued, leftButtonPressed,
+         "the left arrow button"},
+        {"right", MessageInfo::fixed, rightButtonPressedMsg, MessageInfo::queued, rightButtonPressed,
+         "the right arrow button"},
+        {"listener",
+         MessageInfo::fixed,
+         {},
+         MessageInfo::callback,
+         0,
+         "instead, after `setListener`; the payload is a `ScrollBar::Event`"},
+        {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
 
     /// The name of the user's preference for what a press beside the thumb does, off from the start. Asked at
     /// each press.
@@ -111,11 +128,9 @@ public:
     /// The thumb, or one of its ends, is held.
     bool isDragging() const { return dragging_ || resizingEnd_ != 0; }
     /// An inactive bar ignores presses; what is under way ends, and only the data is told.
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
-    void setVisible(bool visible) override;
     /// Told instead of the parent, with the event's type as code; null = the parent again.
-    void setListener(WidgetCallback::Callback listener) { listener_ = std::move(listener); }
+    void setListener(WidgetCallback::Callback listener) { reporter_.setCallback(std::move(listener)); }
 
     // --- Look
     void setThumbCol(Colour const& colour);
@@ -150,8 +165,6 @@ public:
     int handleTimerEvent() override;
     /// Takes the messages of its arrow buttons.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
-    void handlePressCancelled(wainscot::Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
     void handleMouseContainment(bool inside) override;
     void handleLookChange() override;
@@ -160,6 +173,12 @@ public:
     void reshape() override;
     void drawBackground() override;
     void describe(GlobDescription& description) const override;
+
+protected:
+    bool pressBegan(wainscot::Event const& event) override;
+    void pressMoved(wainscot::Event const& event) override;
+    void pressEnded(PressEnd how) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
     /// The track without its margins, in which the thumb goes.
@@ -171,37 +190,24 @@ private:
     void layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits);
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
-    using StillOn = bool (ScrollBar::*)() const;
-    /// Hands a moved thumb to the data and reports it, when the data took it, or made something of it that is
-    /// not the thumb before; also when the data throws. Nothing is reported once `isStillOn` says no. False
-    /// when the bar has gone.
-    bool tellMoved(ThumbSettings const& before, ThumbSettings const& fallback, DataChangeType why,
-                   StillOn isStillOn);
-    /// Hands what the user did to the data, and goes back to another thumb where that refuses.
-    DataAnswer tellData(ThumbSettings const& fallback, DataChangeType why);
     /// False when the bar has gone.
     bool report(eEventType type);
 
     int turnWheel(int notches);
-    int press(wainscot::Event const& event);
     /// The position that brings the thumb's middle to a place along the bar, where there is room for it.
     double positionAt(int along) const;
-    int jump(XY<int> const& place);
-    int page(XY<int> const& place);
+    void jump(XY<int> const& place);
+    void page(XY<int> const& place);
+    /// False when the bar has gone.
     bool pageOnce();
     bool isBeyondThumb() const;
-    int follow(wainscot::Event const& event);
-    void reportMove(ThumbSettings before);
     void keepWay(double leftOut);
     void resizeBy(double change);
-    /// The same end of the press; a release of another button changes nothing.
-    int releaseAt(wainscot::Event const& event);
-    int letGo();
-    /// Ends what is held; only the data is told. False when the bar has gone.
-    bool endPress();
-    void tellDataOfEnd();
-    /// Takes what is dragged back to where it was at the press. False when the bar has gone.
-    bool takeBack();
+    void letGo();
+    /// Ends what is held; only the data is told.
+    void dropThumb();
+    /// What is dragged goes back to where it was at the press.
+    void takeBack();
     bool isOnThumb(XY<int> const& place) const;
     /// Brings the look in line with where the pointer is.
     void updateHover();
@@ -219,12 +225,10 @@ private:
     bool overThumb_ = false;
     /// The pointer at the last press or move.
     XY<int> anchor_;
-    /// The button that holds it.
-    int heldButton_ = 0;
-    HeldValue<ThumbSettings> held_;
+    ValGesture<ThumbSettings> gesture_;
     double pagingStep_ = 0;
     RepeatClock clock_;
-    WidgetCallback::Callback listener_;
+    Reporter reporter_;
     std::optional<Colour> thumbColour_;
     /// At the left or upper end, and at the other; null without arrow buttons, and for one that has died.
     GlobRef<Button> firstButton_;

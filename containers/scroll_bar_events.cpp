@@ -26,9 +26,14 @@ constexpr double leastShare = 1e-6;
 int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
     if (mouse_wheel_event(event)) return turnWheel(event.amount());
     if (mouse_side_wheel_event(event) && !isVertical()) return turnWheel(-event.amount());
-    if (mouse_down_event(event)) return press(event);
-    if (mouse_up_event(event)) return releaseAt(event);
-    if (mouse_move_event(event)) return follow(event);
+    bool const wasPaging = paging_;
+    LifeGuard const life = guard();
+    if (reactToPress(event)) {
+        // The release after paging goes on.
+        bool const endsPaging = life.alive() && wasPaging && !press().isHeld();
+        return endsPaging && mouse_up_event(event) ? 0 : 1;
+    }
+    if (life.alive() && mouse_move_event(event)) updateHover();
     return 0;
 }
 
@@ -46,25 +51,22 @@ int ScrollBar::turnWheel(int notches) {
 
 // Pressing
 
-int ScrollBar::press(wainscot::Event const& event) {
-    if (mouse_chord_event(event) && (isDragging() || paging_)) return 1;
-    if (!endPress()) return 1;
-    bool const isLeft = mouse_left_event(event);
-    if (!isActive() || size_ >= 1 || !(isLeft || mouse_right_event(event))) return 0;
+bool ScrollBar::pressBegan(wainscot::Event const& event) {
+    if (!isActive() || size_ >= 1) return false;
     XY<int> const place = eventXYToGlobXY(event, *this);
-    if (!getThumbBgArea().contains(place)) return 0;
+    if (!getThumbBgArea().contains(place)) return false;
     anchor_ = place;
-    heldButton_ = isLeft ? EventKind::left : EventKind::right;
-    held_.begin(getWidgetValue());
     if (!isOnThumb(place)) {
-        if (!isLeft) return 0;
-        return config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
+        if (!mouse_left_event(event)) return false;
+        config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
+        return true;
     }
     // A short thumb is nothing but ends: with Shift it is moved all the same.
     resizingEnd_ = (event.modifiers() & Key::shift) != 0 ? 0 : inResizingArea(place);
     dragging_ = resizingEnd_ == 0;
+    gesture_.begin(getWidgetValue());
     redrawThumb();
-    return 1;
+    return true;
 }
 
 /// The margins on both sides belong to the thumb, so that it can be taken at the edge of the screen.
@@ -73,92 +75,59 @@ bool ScrollBar::isOnThumb(XY<int> const& place) const {
     return alongBar(place) >= extents.x && alongBar(place) < extents.y;
 }
 
-int ScrollBar::releaseAt(wainscot::Event const& event) {
-    bool const isHeld = (isDragging() || paging_) && (event.heldButtons() & heldButton_) != 0;
-    return isHeld ? 1 : letGo();
-}
-
-int ScrollBar::letGo() {
-    bool const wasDragging = isDragging();
+void ScrollBar::pressEnded(PressEnd how) {
+    if (paging_) stopTimer();
     paging_ = false;
-    stopTimer();
-    if (!wasDragging) return 0;
-    LifeGuard const life = guard();
-    try {
-        tellDataOfEnd();
-        if (life.alive() && isDragging() && report(thumbReleased)) endPress();
-    } catch (...) {
-        if (life.alive()) endPress();
-        throw;
+    if (how == PressEnd::lost) {
+        LifeGuard const life = guard();
+        if (isDragging()) dropThumb();
+        if (life.alive()) updateHover();
+        return;
     }
-    return 1;
+    if (!isDragging()) return;
+    FirstException thrown;
+    LifeGuard const life = guard();
+    if (how == PressEnd::cancelled) thrown.run([&] { takeBack(); });
+    if (life.alive() && !thrown.any()) thrown.run([&] { letGo(); });
+    if (life.alive() && isDragging()) thrown.run([&] { dropThumb(); });
+    thrown.rethrow();
 }
 
-void ScrollBar::tellDataOfEnd() {
-    if (held_.end()) tellData(held_.accepted(), DataChangeType::finished);
+/// Reported while it still counts as dragged.
+void ScrollBar::letGo() {
+    LifeGuard const life = guard();
+    finishGesture(gesture_);
+    if (life.alive() && isActive()) report(thumbReleased);
+}
+
+void ScrollBar::dropThumb() {
+    dragging_ = false;
+    resizingEnd_ = 0;
+    gesture_.letGo();
+    redrawThumb();
+    finishGesture(gesture_);
 }
 
 void ScrollBar::handleDataAdaptorChange() {
-    tellDataOfEnd();
+    finishGesture(gesture_);
 }
 
-bool ScrollBar::endPress() {
-    bool const wasHeld = isDragging();
-    dragging_ = false;
-    resizingEnd_ = 0;
-    if (paging_) stopTimer();
-    paging_ = false;
-    if (!wasHeld) return true;
-    redrawThumb();
-    LifeGuard const life = guard();
-    tellDataOfEnd();
-    return life.alive();
-}
-
-void ScrollBar::handleCaptureLost() {
-    if (endPress()) StandardPanel::handleCaptureLost();
-}
-
-/// What was dragged goes back to where it was; pages that were turned stay turned.
-void ScrollBar::handlePressCancelled(wainscot::Event const&) {
-    LifeGuard const life = guard();
-    try {
-        if (isDragging() && !takeBack()) return;
-    } catch (...) {
-        if (life.alive()) endPress();
-        throw;
-    }
-    letGo();
-}
-
-/// A size that the owner has set during a drag is the owner's.
-bool ScrollBar::takeBack() {
-    ThumbSettings const before = getWidgetValue();
-    double const size = dragging_ ? size_ : held_.atPress().size;
-    ThumbSettings const back{std::min(held_.atPress().position, 1 - size), size};
-    if (before == back) return true;
-    LifeGuard const life = guard();
-    storeThumb(back, eRedrawYes);
-    if (!life.alive()) return false;
-    DataChangeType const why = held_.isChanging() ? DataChangeType::continued : DataChangeType::single;
-    return tellMoved(before, held_.accepted(), why, &ScrollBar::isDragging);
+/// A size that the owner has set during a drag is the owner's; pages that were turned stay turned.
+void ScrollBar::takeBack() {
+    double const size = dragging_ ? size_ : gesture_.atBegin().size;
+    takeBackGesture(gesture_, {std::min(gesture_.atBegin().position, 1 - size), size}, Reports::ifTaken);
 }
 
 // Dragging
 
-int ScrollBar::follow(wainscot::Event const& event) {
-    if (event.heldButtons() == 0) {
-        // The release went astray.
-        if (endPress()) updateHover();
-        return 0;
-    }
-    if (!isActive() || !(isDragging() || paging_)) return 0;
+void ScrollBar::pressMoved(wainscot::Event const& event) {
+    if (!isActive() || !(isDragging() || paging_)) return;
     XY<int> const place = eventXYToGlobXY(event, *this);
     XY<int> const way = place - anchor_;
     int const change = isVertical() ? -way.y : way.x;
     anchor_ = place;
     int const range = getThumbRangePixels();
-    if (paging_ || change == 0 || range <= 0) return 1;
+    if (paging_ || change == 0 || range <= 0) return;
     double const share = static_cast<double>(change) / range;
     ThumbSettings const before = getWidgetValue();
     LifeGuard const life = guard();
@@ -166,11 +135,10 @@ int ScrollBar::follow(wainscot::Event const& event) {
         setThumbPosDelta(share);
     else
         resizeBy(share);
-    if (!life.alive() || !isDragging()) return 1;
+    if (!life.alive() || !isDragging()) return;
     double const wanted = position_;
-    reportMove(before);
+    stepGesture(gesture_, before, Reports::ifTaken);
     if (life.alive() && dragging_) keepWay(wanted - position_);
-    return 1;
 }
 
 /// What the data left out of a move is not lost: small steps add up to one that it takes.
@@ -179,18 +147,15 @@ void ScrollBar::keepWay(double leftOut) {
     (isVertical() ? anchor_.y : anchor_.x) += isVertical() ? pixels : -pixels;
 }
 
-void ScrollBar::reportMove(ThumbSettings before) {
-    tellMoved(before, held_.accepted(), held_.nextChange(), &ScrollBar::isDragging);
-}
-
 /// The thumb is held from now on, also where it had no way to go.
-int ScrollBar::jump(XY<int> const& place) {
+void ScrollBar::jump(XY<int> const& place) {
     dragging_ = true;
+    ThumbSettings const before = getWidgetValue();
+    gesture_.begin(before);
     redrawThumb();
     LifeGuard const life = guard();
     setThumbPos(positionAt(alongBar(place)));
-    if (life.alive() && isDragging() && getWidgetValue() != held_.atPress()) reportMove(held_.atPress());
-    return 1;
+    if (life.alive() && isDragging() && getWidgetValue() != before) stepGesture(gesture_, before);
 }
 
 /// About its middle while there is room on both sides; the held end never passes the middle.
@@ -208,22 +173,21 @@ void ScrollBar::resizeBy(double change) {
 
 // Paging
 
-int ScrollBar::page(XY<int> const& place) {
+void ScrollBar::page(XY<int> const& place) {
     XY<int> const extents = getThumbPixelExtents();
     bool const isBefore = isVertical() ? place.y >= extents.y : place.x < extents.x;
     pagingStep_ = isBefore ? -size_ : size_;
     paging_ = true;
     startTimer();
     if (pageOnce() && !(paging_ && isActive())) stopTimer();
-    return 1;
 }
 
 bool ScrollBar::pageOnce() {
     ThumbSettings const before = getWidgetValue();
     LifeGuard const life = guard();
     setThumbPosDelta(pagingStep_);
-    if (!life.alive()) return false;
-    return tellMoved(before, before, DataChangeType::single, &ScrollBar::isActive);
+    if (life.alive()) tellUserChange(before, DataChangeType::single, Reports::ifTaken);
+    return life.alive();
 }
 
 /// And has somewhere to go.

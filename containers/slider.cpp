@@ -1,6 +1,7 @@
 #include "containers/slider.h"
 
 #include "buttons/button_look.h"
+#include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/base/first_exception.h"
@@ -63,7 +64,8 @@ Slider::InitArgs::InitArgs(unsigned short length, Orientation lie)
 }
 
 Slider::Slider(InitArgs const& args)
-    : Glob(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    : Focusable(withSize(args)), thumbColour_(args.thumbColour), orientation_(args.orientation) {
+    setPressButtons(EventKind::left | EventKind::right);
     recalculateStartAndEnd();
     setValueRange(args.minimum, args.maximum);
     value_ = clamped(args.value);
@@ -82,11 +84,9 @@ double Slider::clamped(double value) const {
 bool Slider::setValueRange(double minimum, double maximum) {
     if (!isFinite(minimum, "Slider::setValueRange") || !isFinite(maximum, "Slider::setValueRange"))
         return false;
-    minimum_ = minimum;
-    maximum_ = maximum;
-    value_ = clamped(value_);
-    makeDirty();
-    describeChanged(DescriptionChange::value);
+    changeSetting(*this, minimum_, minimum, Effect::paint | Effect::value);
+    changeSetting(*this, maximum_, maximum, Effect::paint | Effect::value);
+    changeSetting(*this, value_, clamped(value_), Effect::paint | Effect::value);
     return true;
 }
 
@@ -108,41 +108,19 @@ void Slider::storeValue(double value, eRedrawFlag redraw) {
     describeChanged(DescriptionChange::value);
 }
 
-DataAnswer Slider::tellData(double fallback, DataChangeType why) {
-    double const wanted = value_;
-    LifeGuard const life = guard();
-    bool const taken = requestSetNewDataValue(wanted, why);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    // The data may have shown another value.
-    if (!taken && value_ == wanted) storeValue(clamped(fallback), eRedrawYes);
-    if (!life.alive()) return DataAnswer::widgetHasGone;
-    return taken ? DataAnswer::taken : DataAnswer::refused;
-}
-
-Slider::Moved Slider::tellMoved(double before, double fallback, DataChangeType why, bool isOneStep) {
+/// What the data let go of is not reported any more; one step is reported with its end.
+void Slider::reportUserChange(DataChangeType why) {
+    if (gesture_.isHeld()) return informParent(sliderMoved);
+    if (why != DataChangeType::single) return;
     FirstException thrown;
-    DataAnswer answer = DataAnswer::refused;
     LifeGuard const life = guard();
-    thrown.run([&] { answer = tellData(fallback, why); });
-    bool hasMoved = false;
-    if (life.alive()) {
-        heldValue_.accept(value_);
-        hasMoved = answer == DataAnswer::taken || value_ != before;
-        if (hasMoved && (isOneStep || held_)) thrown.run([&] { report(sliderMoved); });
-    }
-    if (hasMoved && isOneStep && life.alive()) thrown.run([&] { report(sliderReleased); });
+    thrown.run([&] { informParent(sliderMoved); });
+    if (life.alive()) thrown.run([&] { informParent(sliderReleased); });
     thrown.rethrow();
-    return !life.alive() ? Moved::sliderHasGone : hasMoved ? Moved::yes : Moved::no;
 }
 
 bool Slider::changePosition(double value) {
-    if (!isNumber(value, "Slider::changePosition") || clamped(value) == value_) return false;
-    DispatchScope const scope;
-    double const before = value_;
-    LifeGuard const life = guard();
-    storeValue(clamped(value), eRedrawYes);
-    if (!life.alive()) return true;
-    return tellMoved(before, before, DataChangeType::single, true) != Moved::no;
+    return isNumber(value, "Slider::changePosition") && changeByUser(clamped(value)) != UserChange::none;
 }
 
 bool Slider::nudge(bool up) {
@@ -211,26 +189,25 @@ IntBox Slider::alongBox(int from, int to, int margin) const {
 
 void Slider::setPointOfInterest(double value) {
     if (!isFinite(value, "Slider::setPointOfInterest")) return;
-    pointOfInterest_ = value;
-    makeDirty();
+    changeSetting(*this, pointOfInterest_, value, Effect::paint);
 }
 
 void Slider::removePointOfInterest() {
-    pointOfInterest_.reset();
-    makeDirty();
+    changeSetting(*this, pointOfInterest_, std::nullopt, Effect::paint);
 }
 
 void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
     std::erase_if(points, [](PointOfInterest const& point) {
         return !isFinite(point.value, "Slider::setPointsOfInterest");
     });
-    points_ = std::move(points);
-    makeDirty();
+    changeSetting(*this, points_, std::move(points), Effect::paint);
 }
 
 void Slider::setOrientation(Orientation orientation) {
     DispatchScope const scope;
-    if (orientation == orientation_ || !dropThumb()) return;
+    LifeGuard const life = guard();
+    if (orientation != orientation_) dropPress();
+    if (!life.alive() || orientation == orientation_) return;
     orientation_ = orientation;
     recalculateStartAndEnd();
     makeDirty();
@@ -238,34 +215,23 @@ void Slider::setOrientation(Orientation orientation) {
 
 void Slider::setThumbVisibility(bool visible) {
     DispatchScope const scope;
-    if (!visible && !dropThumb()) return;
-    thumbVisible_ = visible;
-    makeDirty();
+    LifeGuard const life = guard();
+    if (!visible) dropPress();
+    if (!life.alive()) return;
+    changeSetting(*this, thumbVisible_, visible, Effect::paint);
 }
 
 void Slider::setThumbColour(Colour const& colour) {
-    thumbColour_ = colour;
-    makeDirty();
-}
-
-void Slider::setActive(bool active, eRedrawFlag redraw) {
-    DispatchScope const scope;
-    if (active || dropThumb()) Glob::setActive(active, redraw);
-}
-
-void Slider::setVisible(bool visible) {
-    DispatchScope const scope;
-    if (visible || dropThumb()) Glob::setVisible(visible);
+    changeSetting(*this, thumbColour_, colour, Effect::paint);
 }
 
 void Slider::handleDetached() {
     leaveDataAdaptor();
-    Glob::handleDetached();
+    Focusable::handleDetached();
 }
 
 void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
-    if (redraw == eRedrawYes) makeDirty();
-    describeChanged(DescriptionChange::value);
+    applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::value : Effect::value);
 }
 
 // Reporting
@@ -273,18 +239,10 @@ void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
 void Slider::informParent(eEventType type) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
-    char const* const word = type == sliderReleased ? "slider_released " : "slider ";
-    LightweightString<char> const text = word + StringFromFloat(value_, reportedDecimals, false);
-    if (synchronous_)
-        callMsg(parent(), text.c_str());
-    else
-        sendMsg(parent(), text.c_str());
-}
-
-bool Slider::report(eEventType type) {
-    LifeGuard const life = guard();
-    informParent(type);
-    return life.alive();
+    MessageInfo const& info = messages[type == sliderReleased ? sliderReleased : sliderMoved];
+    NotifyMsg message(info.nameFor(StringFromFloat(value_, reportedDecimals, false)));
+    message.setCode(info.code);
+    reporter_.report(*this, parent(), message, synchronous_ ? MessageInfo::called : info.delivery);
 }
 
 void Slider::describe(GlobDescription& description) const {
@@ -297,7 +255,7 @@ void Slider::describe(GlobDescription& description) const {
                               std::abs(maximum_ / nudgesInRange - minimum_ / nudgesInRange), 0};
     }
     if (isActive()) description.states |= GlobDescription::focusable;
-    if (held_) description.states |= GlobDescription::pressed;
+    if (isThumbHeld()) description.states |= GlobDescription::pressed;
     description.actions |= GlobDescription::drag;
 }
 
@@ -314,13 +272,13 @@ void Slider::drawBackground() {
         bool const answers = isActive() && !isDataMixed();
         Colour const edge = palette.mark(eMarkEdge);
         IntBox const box = getThumbArea().translated(canvasArea().bottomLeft());
-        ButtonLook::Face const face{box,     thumbColour_.value_or(ButtonLook::thumbColour(palette)),
-                                    held_,   isActive() && containsPointer(),
-                                    answers, answers ? &edge : nullptr};
+        ButtonLook::Face const face{box,           thumbColour_.value_or(ButtonLook::thumbColour(palette)),
+                                    isThumbHeld(), isActive() && containsPointer(),
+                                    answers,       answers ? &edge : nullptr};
         ButtonLook::drawFace(renderer, face, palette);
         ButtonLook::drawEdge(renderer, face, palette);
     }
-    if (glib_showsKbdFocus(this)) ButtonLook::drawFocus(renderer, canvasArea(), palette);
+    drawFocusMark();
 }
 
 void Slider::drawChannel(CanvasRenderer& renderer) {

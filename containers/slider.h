@@ -1,9 +1,9 @@
 #pragma once
 
-#include "containers/held_value.h"
 #include "containers/orientation.h"
+#include "foundation/focusable.h"
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
-#include "host/objects/glob.h"
 
 #include <optional>
 #include <string_view>
@@ -24,18 +24,27 @@ class CanvasRenderer;
 /// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and
 /// the value whenever the thumb is let go; after a change by a key, or to a point of interest, both. The
 /// adaptor is asked first.
-class WAINSCOT_API Slider : public Glob, public ValWidget<double> {
+class WAINSCOT_API Slider : public Focusable<Pressable<Glob>>, public ValWidget<double> {
 public:
     enum eEventType { sliderMoved = 0, sliderReleased = 1 };
 
-    /// What it tells others. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {
-        "move", "release", "key", "point of interest", "taken back", "data"};
+    /// What it tells others, in the order of the types: queued unless `setSynchronousMessages` says
+    /// otherwise.
+    static constexpr MessageInfo messages[] = {
+        {"moved", MessageInfo::textThenValue, "slider ", MessageInfo::queued, sliderMoved,
+         "the user has changed the value"},
+        {"released", MessageInfo::textThenValue, "slider_released ", MessageInfo::queued, sliderReleased,
+         "the thumb was let go; after a change by a key, or to a point of interest, as well"},
+        {"callback", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, after `setCallback`"},
+        {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
 
     /// A mark on the channel that the thumb can be taken to.
     struct PointOfInterest {
         double value = 0;
         Colour colour;
+
+        friend bool operator==(PointOfInterest const&, PointOfInterest const&) = default;
     };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
@@ -97,27 +106,27 @@ public:
     void setThumbColour(Colour const& colour);
     /// Messages are delivered before the change goes on, instead of being queued.
     void setSynchronousMessages(bool synchronous) { synchronous_ = synchronous; }
-    bool isThumbHeld() const { return held_; }
+    bool isThumbHeld() const { return gesture_.isHeld(); }
     /// What is under way ends when it becomes inactive or hidden, and only the data is told.
-    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setEnabledState(bool enabled) override { setActive(enabled); }
-    void setVisible(bool visible) override;
 
     void informParent(eEventType type);
+    /// Told instead of the parent, with the same name and the type as code; null = the parent again.
+    void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     bool react(Event const& event) override;
-    void handlePressCancelled(Event const& press) override;
-    void handleCaptureLost() override;
     void handleDetached() override;
-    void handleMouseContainment(bool inside) override;
-    void handleKbdFocus() override;
     void handleLookChange() override;
     void reshape() override;
     void drawBackground() override;
     void describe(GlobDescription& description) const override;
 
 protected:
+    bool pressBegan(Event const& event) override;
+    void pressMoved(Event const& event) override;
+    void pressEnded(PressEnd how) override;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void reportUserChange(DataChangeType why) override;
 
 private:
     bool isVertical() const { return orientation_ == eVertical; }
@@ -126,26 +135,11 @@ private:
     double valueAt(double x) const;
     void recalculateStartAndEnd();
     void storeValue(double value, eRedrawFlag redraw);
-    /// Hands what the user did to the data, and goes back to another value where that refuses.
-    DataAnswer tellData(double fallback, DataChangeType why);
-    enum class Moved { no, yes, sliderHasGone };
-    /// Hands a changed value to the data and reports it, when the data took it, or made something of it that
-    /// is not the value before; also when the data throws. What is not held any more is not reported, unless
-    /// the change is one step: then its end is reported as well.
-    Moved tellMoved(double before, double fallback, DataChangeType why, bool isOneStep);
-    bool report(eEventType type);
 
     bool reactToKey(Event const& event);
-    bool press(Event const& event);
     bool pressPointOfInterest(int x);
     void pickUpThumb(int x);
-    bool follow(Event const& event);
     void setSliderFromPixelPos(double x);
-    bool releaseAt(Event const& event);
-    bool letGo();
-    void tellDataOfEnd();
-    /// Takes the thumb back to where it was at the press. False when the slider has gone.
-    bool takeBack();
     /// Ends what is held; only the data is told. False when the slider has gone.
     bool dropThumb();
 
@@ -160,19 +154,17 @@ private:
     double minimum_ = 0;
     double maximum_ = 1;
     double value_ = 0;
-    HeldValue<double> heldValue_;
+    ValGesture<double> gesture_;
     std::optional<double> pointOfInterest_;
     std::vector<PointOfInterest> points_;
     std::optional<Colour> thumbColour_;
+    Reporter reporter_;
     Orientation orientation_;
     /// From the thumb's place to the pointer when it was picked up.
     int grip_ = 0;
     bool thumbVisible_ = true;
     bool rounds_ = false;
     bool synchronous_ = false;
-    bool held_ = false;
-    /// The button that holds it.
-    int heldButton_ = 0;
 };
 
 } // namespace wainscot

@@ -1,4 +1,5 @@
 #include "containers/slider.h"
+#include "host/base/first_exception.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
 #include "host/objects/description.h"
@@ -17,15 +18,8 @@ constexpr double pagesInRange = 10;
 
 bool Slider::react(Event const& event) {
     // What the pointer holds is not to be moved by two hands.
-    if (isActive() && !held_ && isKeyPressEvent(event)) return reactToKey(event) || Glob::react(event);
-    bool isUsed = false;
-    if (mouse_down_event(event))
-        isUsed = press(event);
-    else if (mouse_up_event(event))
-        isUsed = releaseAt(event);
-    else if (mouse_move_event(event))
-        isUsed = follow(event);
-    return isUsed || Glob::react(event);
+    bool const isKey = isActive() && !isThumbHeld() && isKeyPressEvent(event);
+    return (isKey && reactToKey(event)) || reactToPress(event) || Glob::react(event);
 }
 
 /// Keys that take it no further are used all the same: they mean nothing else while it has the focus.
@@ -57,25 +51,20 @@ bool Slider::reactToKey(Event const& event) {
     }
 }
 
-bool Slider::press(Event const& event) {
+bool Slider::pressBegan(Event const& event) {
     if (!isActive()) return false;
-    if (held_ && mouse_chord_event(event)) return true;
-    if (!dropThumb()) return true;
-    bool const isLeft = mouse_left_event(event);
-    if (!isLeft && !mouse_right_event(event)) return false;
     LifeGuard const life = guard();
     claimKbdFocus();
     if (!life.alive() || !isActive()) return true;
     XY<int> const place = eventXYToGlobXY(event, *this);
-    if (!getThumbArea().contains(place)) return isLeft && pressPointOfInterest(alongChannel(place));
-    heldButton_ = isLeft ? EventKind::left : EventKind::right;
+    if (!getThumbArea().contains(place))
+        return mouse_left_event(event) && pressPointOfInterest(alongChannel(place));
     pickUpThumb(alongChannel(place));
     return true;
 }
 
 void Slider::pickUpThumb(int x) {
-    held_ = true;
-    heldValue_.begin(value_);
+    gesture_.begin(value_);
     grip_ = x - static_cast<int>(std::lround(v2x(value_)));
     makeDirty();
 }
@@ -97,15 +86,8 @@ bool Slider::pressPointOfInterest(int x) {
     return true;
 }
 
-bool Slider::follow(Event const& event) {
-    if (!held_) return false;
-    if (event.heldButtons() == 0) {
-        // The release went astray.
-        dropThumb();
-        return false;
-    }
-    setSliderFromPixelPos(alongChannel(eventXYToGlobXY(event, *this)) - grip_);
-    return true;
+void Slider::pressMoved(Event const& event) {
+    if (isThumbHeld()) setSliderFromPixelPos(alongChannel(eventXYToGlobXY(event, *this)) - grip_);
 }
 
 void Slider::setSliderFromPixelPos(double x) {
@@ -113,73 +95,33 @@ void Slider::setSliderFromPixelPos(double x) {
     double const before = value_;
     LifeGuard const life = guard();
     storeValue(clamped(x2v(std::clamp(x, startX_, endX_))), eRedrawYes);
-    if (!life.alive() || !held_ || value_ == before) return;
-    tellMoved(before, heldValue_.accepted(), heldValue_.nextChange(), false);
+    if (life.alive() && isThumbHeld() && value_ != before) stepGesture(gesture_, before);
 }
 
-/// The release of another button changes nothing.
-bool Slider::releaseAt(Event const& event) {
-    return held_ && (event.heldButtons() & heldButton_) != 0 ? true : letGo();
-}
-
-bool Slider::letGo() {
-    if (!held_) return false;
-    if (dropThumb()) report(sliderReleased);
-    return true;
+void Slider::pressEnded(PressEnd how) {
+    if (!isThumbHeld()) return;
+    FirstException thrown;
+    LifeGuard const life = guard();
+    if (how == PressEnd::cancelled)
+        thrown.run([&] { takeBackGesture(gesture_, clamped(gesture_.atBegin())); });
+    if (!life.alive()) return thrown.rethrow();
+    bool const isReported = how != PressEnd::lost && !thrown.any() && isActive();
+    thrown.run([&] {
+        if (dropThumb() && isReported) informParent(sliderReleased);
+    });
+    thrown.rethrow();
 }
 
 bool Slider::dropThumb() {
-    if (!held_) return true;
-    held_ = false;
+    gesture_.letGo();
     makeDirty();
     LifeGuard const life = guard();
-    tellDataOfEnd();
+    finishGesture(gesture_);
     return life.alive();
 }
 
-void Slider::tellDataOfEnd() {
-    if (heldValue_.end()) tellData(heldValue_.accepted(), DataChangeType::finished);
-}
-
 void Slider::handleDataAdaptorChange() {
-    tellDataOfEnd();
-}
-
-void Slider::handleCaptureLost() {
-    if (dropThumb()) Glob::handleCaptureLost();
-}
-
-void Slider::handlePressCancelled(Event const&) {
-    if (!held_) return;
-    LifeGuard const life = guard();
-    try {
-        if (!takeBack()) return;
-    } catch (...) {
-        if (life.alive()) dropThumb();
-        throw;
-    }
-    letGo();
-}
-
-bool Slider::takeBack() {
-    double const before = value_;
-    double const back = clamped(heldValue_.atPress());
-    if (before == back) return true;
-    LifeGuard const life = guard();
-    storeValue(back, eRedrawYes);
-    if (!life.alive()) return false;
-    DataChangeType const why = heldValue_.isChanging() ? DataChangeType::continued : DataChangeType::single;
-    return tellMoved(before, heldValue_.accepted(), why, false) != Moved::sliderHasGone;
-}
-
-void Slider::handleMouseContainment(bool inside) {
-    if (isActive()) makeDirty();
-    Glob::handleMouseContainment(inside);
-}
-
-void Slider::handleKbdFocus() {
-    makeDirty();
-    describeChanged(DescriptionChange::state);
+    finishGesture(gesture_);
 }
 
 } // namespace wainscot

@@ -1,6 +1,8 @@
 #include "foundation/focus_stop.h"
 
 #include "foundation/tab_orderable.h"
+#include "host/drawing/canvas_renderer.h"
+#include "host/drawing/shapes.h"
 #include "host/objects/description.h"
 #include "host/objects/glob.h"
 #include "host/objects/kbd_focus.h"
@@ -34,6 +36,12 @@ void giveFocus(Glob& control, TabOrderable& stop) {
     LifeGuard const life = control.guard();
     if (!stop.setTabStopFocus() && life.alive()) control.claimKbdFocus();
     if (life.alive() && holderBeside(control) == &control) control.bringIntoView();
+}
+
+void drawMark(Glob const& control) {
+    if (!glib_showsKbdFocus(&control)) return;
+    CanvasRenderer renderer(control.canvas(), control.canvasArea());
+    Glib::drawFocusRect(renderer, control.canvasArea(), control.getPalette().mark(eMarkFocus));
 }
 
 void reveal() {

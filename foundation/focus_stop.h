@@ -21,6 +21,8 @@ WAINSCOT_API void handleKbdFocus(Glob& control, TabOrderable& stop);
 WAINSCOT_API Glob* holderBeside(Glob& control);
 /// Gives it the focus, as a stop where it is one, and brings it into view.
 WAINSCOT_API void giveFocus(Glob& control, TabOrderable& stop);
+/// Draws the mark of the focus on all of its canvas area, while it is to be shown.
+WAINSCOT_API void drawMark(Glob const& control);
 /// Brings what has the keyboard focus into view.
 WAINSCOT_API void reveal();
 

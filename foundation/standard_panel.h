@@ -3,6 +3,7 @@
 #include "foundation/border.h"
 #include "foundation/makers.h"
 #include "foundation/rect.h"
+#include "foundation/report.h"
 #include "foundation/tab_order_manager.h"
 #include "host/objects/surround.h"
 
@@ -39,8 +40,14 @@ public:
     static constexpr LightweightString<char> titleTypedMsg{"StdPanelTitleTyped"};
     static constexpr LightweightString<char> titleChangedMsg{"StdPanelTitleChanged"};
 
-    /// What it tells its parent. The tests destroy everything in each.
-    static constexpr std::string_view sentNotifications[] = {"StdPanelTitleTyped", "StdPanelTitleChanged"};
+    /// What it tells its parent.
+    enum Messages { titleTyped, titleChanged };
+    static constexpr MessageInfo messages[] = {
+        {"StdPanelTitleTyped", MessageInfo::fixed, titleTypedMsg, MessageInfo::queued, 0,
+         "the text of an editable title has changed"},
+        {"StdPanelTitleChanged", MessageInfo::fixed, titleChangedMsg, MessageInfo::queued, 0,
+         "editing the title has ended with another text"},
+    };
 
     /// What a panel can have besides its own widgets; bits, which may be added.
     enum StandardWidgetFlags : int {
@@ -270,7 +277,7 @@ private:
     void resizeWidgetsToMetrics();
     bool isStatusWidgetShown() const;
     int chainWidth() const;
-    void tellParent(LightweightString<char> const& message);
+    void tellParent(Messages which);
     IntBox titleRow() const;
 
     int titleBarHeight() const { return calcSize(spacingButton) + 2 * border_.getSize(); }

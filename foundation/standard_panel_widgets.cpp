@@ -316,7 +316,7 @@ void StandardPanel::resizeTitleWidget() {
 }
 
 void StandardPanel::handleTitleTyped() {
-    tellParent(titleTypedMsg);
+    tellParent(titleTyped);
 }
 
 void StandardPanel::handleTitleEdited() {
@@ -328,11 +328,11 @@ void StandardPanel::handleTitleEdited() {
     extras_->title = edited;
     describeChanged(DescriptionChange::name);
     if (life.alive()) handleTitleChange();
-    if (life.alive()) tellParent(titleChangedMsg);
+    if (life.alive()) tellParent(titleChanged);
 }
 
-void StandardPanel::tellParent(LightweightString<char> const& message) {
-    if (parent()) sendMessage(message, parent(), this);
+void StandardPanel::tellParent(Messages which) {
+    if (parent()) Reporter().report(*this, parent(), messages[which]);
 }
 
 } // namespace wainscot

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/val_adaptor.h"
+#include "foundation/val_gesture.h"
+#include "host/base/first_exception.h"
 #include "host/base/life.h"
 #include "host/events/dispatch_scope.h"
 
@@ -15,9 +17,9 @@ public:
 /// The face of a widget that shows a value of type `T`. The widget keeps the value itself; an adaptor, where
 /// one is set, links it to data behind it.
 ///
-/// A widget that the user has changed asks `requestSetNewDataValue` and stores the value, redraws and reports
-/// when the answer is true. The adaptor is the application's: anything may be destroyed in it, so the widget
-/// takes a guard of itself first.
+/// A widget that the user has changed calls `changeByUser`, or `stepGesture` while the change goes on: they
+/// show the value, ask the data, go back where that refuses, and have the widget report what came of it. The
+/// adaptor is the application's: anything may be destroyed in it.
 template <class T>
 class WAINSCOT_API ValWidget : public WidgetBase {
 public:
@@ -57,9 +59,31 @@ public:
     virtual void setEnabledState(bool enabled);
 
 protected:
+    /// What came of a change by the user: whether the widget shows another value than before.
+    enum class UserChange { none, changed, widgetHasGone };
+
+    /// The user has chosen a value: shows it, asks the data, goes back where that refuses, and reports when
+    /// another value than before is shown then; also when the data throws. Nothing happens for the value
+    /// that is shown already.
+    UserChange changeByUser(T const& wanted, DataChangeType why = DataChangeType::single);
+    /// The same where the widget shows the new value already. `Reports::ifTaken`: what the data took is
+    /// reported also when it is the value before.
+    enum class Reports { ifChanged, ifTaken };
+    UserChange tellUserChange(T const& before, DataChangeType why, Reports reports = Reports::ifChanged);
+    /// The same for one step of a gesture.
+    UserChange stepGesture(ValGesture<T>& gesture, T const& before, Reports reports = Reports::ifChanged);
+    /// Goes back to a value, usually that at the beginning of the gesture.
+    UserChange takeBackGesture(ValGesture<T>& gesture, T const& back, Reports reports = Reports::ifChanged);
+    /// Tells the data, where it was told of a change, that this was the last one; once.
+    void finishGesture(ValGesture<T>& gesture);
+    /// The user has changed the value: whoever listens to the widget is to be told. Does nothing here. It
+    /// may destroy everything.
+    virtual void reportUserChange(DataChangeType why);
+
     /// From now on the adaptor does not know it: for a widget that is being destroyed.
     void leaveDataAdaptor() {
         isLeaving_ = true;
+        life_.end();
         if (adaptor_) adaptor_->leaveWidget(*this);
     }
 
@@ -67,6 +91,8 @@ private:
     friend class ValAdaptorBase<T>;
     void setDataMixed(bool mixed, eRedrawFlag redraw);
     void showData();
+    bool askData(T const& fallback, DataChangeType why);
+    UserChange handOver(T const& before, T const& fallback, DataChangeType why, Reports reports, T* accepted);
 
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
     LifeToken life_;
@@ -120,6 +146,87 @@ bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
     if (!isLeaving_) held->showWhetherMixed(eRedrawYes);
     return accepted;
 }
+
+template <class T>
+typename ValWidget<T>::UserChange ValWidget<T>::changeByUser(T const& wanted, DataChangeType why) {
+    DispatchScope const scope;
+    LifeGuard const life(life_);
+    T const before = getWidgetValue();
+    T shown = wanted;
+    setNewWidgetValue(shown, eRedrawYes);
+    if (!life.alive()) return UserChange::widgetHasGone;
+    return getWidgetValue() == before ? UserChange::none : tellUserChange(before, why);
+}
+
+template <class T>
+typename ValWidget<T>::UserChange ValWidget<T>::tellUserChange(T const& before, DataChangeType why,
+                                                               Reports reports) {
+    T const kept = before;
+    return handOver(kept, kept, why, reports, nullptr);
+}
+
+template <class T>
+typename ValWidget<T>::UserChange ValWidget<T>::stepGesture(ValGesture<T>& gesture, T const& before,
+                                                            Reports reports) {
+    T const fallback = gesture.accepted_;
+    return handOver(before, fallback, gesture.nextChange(), reports, &gesture.accepted_);
+}
+
+template <class T>
+typename ValWidget<T>::UserChange ValWidget<T>::takeBackGesture(ValGesture<T>& gesture, T const& back,
+                                                                Reports reports) {
+    DispatchScope const scope;
+    LifeGuard const life(life_);
+    T const before = getWidgetValue();
+    T shown = back;
+    setNewWidgetValue(shown, eRedrawYes);
+    if (!life.alive()) return UserChange::widgetHasGone;
+    if (getWidgetValue() == before) return UserChange::none;
+    T const fallback = gesture.accepted_;
+    DataChangeType const why = gesture.isChanging_ ? DataChangeType::continued : DataChangeType::single;
+    return handOver(before, fallback, why, reports, &gesture.accepted_);
+}
+
+template <class T>
+void ValWidget<T>::finishGesture(ValGesture<T>& gesture) {
+    T const fallback = gesture.accepted_;
+    if (std::exchange(gesture.isChanging_, false)) askData(fallback, DataChangeType::finished);
+}
+
+/// Whether the data took what is shown. Where it did not, and has shown nothing else, the widget shows
+/// `fallback`.
+template <class T>
+bool ValWidget<T>::askData(T const& fallback, DataChangeType why) {
+    DispatchScope const scope;
+    T const wanted = getWidgetValue();
+    LifeGuard const life(life_);
+    bool const taken = requestSetNewDataValue(wanted, why);
+    if (!life.alive() || taken || !(getWidgetValue() == wanted)) return taken;
+    T shown = fallback;
+    setNewWidgetValue(shown, eRedrawYes);
+    return false;
+}
+
+template <class T>
+typename ValWidget<T>::UserChange ValWidget<T>::handOver(T const& before, T const& fallback,
+                                                         DataChangeType why, Reports reports, T* accepted) {
+    DispatchScope const scope;
+    FirstException thrown;
+    bool taken = false;
+    bool hasChanged = false;
+    LifeGuard const life(life_);
+    thrown.run([&] { taken = askData(fallback, why); });
+    if (life.alive()) {
+        if (accepted) *accepted = getWidgetValue();
+        hasChanged = (taken && reports == Reports::ifTaken) || !(getWidgetValue() == before);
+        if (hasChanged) thrown.run([&] { reportUserChange(why); });
+    }
+    thrown.rethrow();
+    return !life.alive() ? UserChange::widgetHasGone : hasChanged ? UserChange::changed : UserChange::none;
+}
+
+template <class T>
+void ValWidget<T>::reportUserChange(DataChangeType) {}
 
 template <class T>
 void ValWidget<T>::showData() {

@@ -18,6 +18,7 @@ protected:
             scrollBar->setDataAdaptor({});
         } else {
             slider().setDataAdaptor({});
+            slider().setCallback(WidgetCallback(""));
         }
     }
 
@@ -87,15 +88,17 @@ TEST_F(ContainerNotifications, OfScrollBars) {
     auto const wheel = [this](int notches) { return [this, notches] { driver_.wheel(widget_, notches); }; };
     runAll<ScrollBar>(
         {
-            {"drag", moved, drag},
-            {"resize", moved, resize},
-            {"page", moved, page},
-            {"repeat", moved, repeat, 1},
-            {"jump", moved, jump},
-            {"release", "ScrollBar::thumbReleased", release},
-            {"taken back", moved, takeBack},
-            {"arrow button", "ScrollBar::rightButtonPressed", arrow},
-            {"wheel", "ScrollBar::upButtonPressed", wheel(1)},
+            {"thumb moved", moved, drag},
+            {"thumb moved", moved, resize},
+            {"thumb moved", moved, page},
+            {"thumb moved", moved, repeat, 1},
+            {"thumb moved", moved, jump},
+            {"thumb released", "ScrollBar::thumbReleased", release},
+            {"thumb moved", moved, takeBack},
+            {"right", "ScrollBar::rightButtonPressed", arrow},
+            {"left", "ScrollBar::leftButtonPressed", [this] { pressAt(8); }},
+            {"up", "ScrollBar::upButtonPressed", wheel(1)},
+            {"down", "ScrollBar::downButtonPressed", wheel(-1)},
             {"listener", "", listening(drag)},
             {"listener", "", listening(resize)},
             {"listener", "", listening(page)},
@@ -149,19 +152,24 @@ TEST_F(ContainerNotifications, OfSliders) {
     constexpr char const* still = "slider_released 0.500000";
     runAll<Slider>(
         {
-            {"move", "slider 0.600000", move},
-            {"move", "slider 0.600000", synchronous(move)},
-            {"release", still, release},
-            {"release", still, synchronous(release)},
-            {"key", "slider 1.000000", key},
-            {"key", "slider 1.000000", synchronous(key)},
-            {"key", "slider_released 1.000000", synchronous(key)},
-            {"point of interest", "slider 0.250000", point},
-            {"point of interest", "slider 0.250000", synchronous(point)},
-            {"point of interest", "slider_released 0.250000", synchronous(point)},
-            {"taken back", "slider 0.500000", takeBack},
-            {"taken back", "slider 0.500000", synchronous(takeBack)},
-            {"taken back", still, synchronous(takeBack)},
+            {"moved", "slider 0.600000", move},
+            {"moved", "slider 0.600000", synchronous(move)},
+            {"released", still, release},
+            {"released", still, synchronous(release)},
+            {"moved", "slider 1.000000", key},
+            {"moved", "slider 1.000000", synchronous(key)},
+            {"released", "slider_released 1.000000", synchronous(key)},
+            {"moved", "slider 0.250000", point},
+            {"moved", "slider 0.250000", synchronous(point)},
+            {"released", "slider_released 0.250000", synchronous(point)},
+            {"moved", "slider 0.500000", takeBack},
+            {"moved", "slider 0.500000", synchronous(takeBack)},
+            {"released", still, synchronous(takeBack)},
+            {"callback", "",
+             [this, move] {
+                 slider().setCallback(WidgetCallback(reaction(), ""));
+                 move();
+             }},
             {"data", "", bound(move)},
             {"data", "", bound(moveAndRelease), 1},
             {"data", "", bound(key)},

@@ -26,7 +26,7 @@ private:
 };
 
 /// Everything that a class of widgets tells others, and in each the widget, its parent, its window or its
-/// listener destroyed. What a class declares (`sentNotifications`) and no row sends fails the test.
+/// listener destroyed. What a class declares (`messages`) and no row sends fails the test.
 class SentNotifications : public HostTest {
 protected:
     enum Victim { sender, parent, window, listener, numVictims };
@@ -109,11 +109,11 @@ protected:
         auto const rowFor = [&](std::string_view name) {
             return std::ranges::find(rows, name, &Row::notification) != rows.end();
         };
-        for (std::string_view const declared : T::sentNotifications)
-            EXPECT_TRUE(rowFor(declared)) << declared << " is declared, and has no row";
+        for (MessageInfo const& declared : T::messages)
+            EXPECT_TRUE(rowFor(declared.what)) << declared.what << " is declared, and has no row";
         for (Row const& row : rows) {
-            EXPECT_NE(std::ranges::find(T::sentNotifications, row.notification),
-                      std::end(T::sentNotifications))
+            EXPECT_NE(std::ranges::find(T::messages, row.notification, &MessageInfo::what),
+                      std::end(T::messages))
                 << row.notification << " is not declared";
             for (int victim = sender; victim < numVictims; ++victim)
                 run(row, make, static_cast<Victim>(victim));

@@ -30,8 +30,11 @@ public:
     LifeToken() = default;
     LifeToken(LifeToken const&) {}
     LifeToken& operator=(LifeToken const&) { return *this; }
-    ~LifeToken() {
+    ~LifeToken() { end(); }
+    /// What guards it counts as dead from now on: its memory may stay for a while.
+    void end() {
         if (stamp_.valid()) Liveness::remove(this);
+        stamp_.invalidate();
     }
     IdStamp stamp() const;
 

@@ -21,6 +21,13 @@ Event messageEvent(LightweightString<char> name, EventHandler* target, iObject* 
     return event;
 }
 
+Event notificationEvent(NotifyMsg const& message, EventHandler* target, iObject* sender) {
+    Event event = messageEvent(message.name(), target, sender);
+    if (message.payload()) event.setData(message.payload());
+    event.setReportCode(message.code());
+    return event;
+}
+
 bool post(Event event) {
     UiThread::check("an event posted");
     EventSystem* const system = EventSystem::current();
@@ -81,6 +88,22 @@ int callMessageWithData(LightweightString<char> name, EventHandler* target, Qv::
     Event event = messageEvent(std::move(name), target, sender);
     event.setData(std::move(data));
     return call(target, event);
+}
+
+bool sendNotification(NotifyMsg const& message, EventHandler* target, iObject* sender,
+                      std::optional<std::uint32_t> modifiers) {
+    if (!target) return refuseNull(message.name());
+    Event event = notificationEvent(message, target, sender);
+    if (modifiers) {
+        event.setModifiers(*modifiers);
+        event.setKeyCode(*modifiers);
+    }
+    return post(std::move(event));
+}
+
+int callNotification(NotifyMsg const& message, EventHandler* target, iObject* sender) {
+    if (!target) return refuseNull(message.name());
+    return call(target, notificationEvent(message, target, sender));
 }
 
 void noteMessageAnswer(int answer) {

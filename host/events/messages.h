@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/events/event.h"
+#include "host/messages/notify_msg.h"
+
+#include <optional>
 
 namespace wainscot {
 
@@ -21,6 +24,11 @@ WAINSCOT_API bool sendMessageWithData(LightweightString<char> name, EventHandler
                                       Qv::Ptr<iObject> data, iObject* sender = nullptr);
 WAINSCOT_API int callMessageWithData(LightweightString<char> name, EventHandler* target,
                                      Qv::Ptr<iObject> data, iObject* sender = nullptr);
+/// The same for a notification: its name, its payload as data where it has one, and its code as the event's
+/// report code. `modifiers` are those that the receiver is told; without them those of the present dispatch.
+WAINSCOT_API bool sendNotification(NotifyMsg const& message, EventHandler* target, iObject* sender = nullptr,
+                                   std::optional<std::uint32_t> modifiers = {});
+WAINSCOT_API int callNotification(NotifyMsg const& message, EventHandler* target, iObject* sender = nullptr);
 /// For receivers that call the message handlers themselves: what the handler answered, for `callMessage`.
 WAINSCOT_API void noteMessageAnswer(int answer);
 

@@ -1,0 +1,195 @@
+#pragma once
+
+#include "foundation/rect.h"
+#include "foundation/standard_panel.h"
+#include "host/events/dispatch_scope.h"
+#include "host/events/event.h"
+
+namespace wainscot {
+
+/// How a press ended.
+enum class PressEnd : unsigned char {
+    releasedInside,
+    releasedOutside,
+    /// Escape was pressed, or the release is lost: what the press began is to be taken back.
+    cancelled,
+    /// The widget was disabled, hidden or taken away, or another took the pointer: what is held is to be let
+    /// go of, and nothing is to be chosen.
+    lost,
+};
+
+/// One held press of the pointer on a widget: which button, where, and whether it is still going on. A second
+/// button of a chord changes nothing.
+class WAINSCOT_API Press {
+public:
+    /// What an event is to the press.
+    enum class Step : unsigned char {
+        /// It is none of the press.
+        other,
+        begins,
+        moves,
+        /// Another button, pressed or released meanwhile.
+        chord,
+        releasedInside,
+        releasedOutside,
+        /// The button is not held any more, and nobody told of its release.
+        lost,
+    };
+
+    /// `buttons` are those that can begin it (`EventKind::left` ...).
+    explicit Press(int buttons = EventKind::left) : buttons_(static_cast<unsigned char>(buttons)) {}
+
+    /// Notes what a pointer event means for the press. All edges of the widget's box count as inside.
+    Step take(Event const& event, Glob const& widget);
+    /// It ends for another reason, or has not begun after all. False when none is held.
+    bool end();
+
+    bool isHeld() const { return held_ != 0; }
+    /// Tells one press from the next: it changes when a press begins and when one ends.
+    unsigned int number() const { return number_; }
+    /// Where it began, in root coordinates.
+    XY<int> const& place() const { return place_; }
+    /// The modifiers at the last press.
+    unsigned int modifiers() const { return modifiers_; }
+
+    /// A press, move or release of the left button.
+    static bool isOfLeftButton(Event const& event);
+    static bool isInside(Event const& event, Glob const& widget);
+
+private:
+    Step takeRelease(Event const& event, Glob const& widget);
+
+    XY<int> place_;
+    unsigned int number_ = 0;
+    unsigned int modifiers_ = 0;
+    unsigned char buttons_;
+    /// The button that holds it.
+    unsigned char held_ = 0;
+};
+
+/// A widget that is pressed: it hears of each press once that it begins and once that it ends, whatever ended
+/// it, and is drawn anew when the pointer comes and goes. `Base` is the class of widgets that it extends.
+///
+/// The widget hands its events to `reactToPress`. Anything may be destroyed in what is called here.
+template <class Base>
+class WAINSCOT_API Pressable : public Base {
+public:
+    using Base::Base;
+
+    /// A press that is held ends when it becomes inactive or hidden.
+    void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
+    void setVisible(bool visible) override;
+    void handlePressCancelled(Event const& press) override;
+    void handleCaptureLost() override;
+    void handleMouseContainment(bool inside) override;
+
+protected:
+    /// A button went down on it. False = it has no use for that: there is no press.
+    virtual bool pressBegan(Event const& event) = 0;
+    /// The pointer has moved while the press is held. Does nothing here.
+    virtual void pressMoved(Event const& event);
+    /// `press()` is not held any more.
+    virtual void pressEnded(PressEnd how) = 0;
+
+    /// Whether the event was one of the press, and is used; true as well when the widget has gone.
+    bool reactToPress(Event const& event);
+    /// Ends what is held as lost.
+    void dropPress();
+    Press const& press() const { return press_; }
+    /// Which buttons begin a press from now on; the left one alone at first.
+    void setPressButtons(int buttons) { press_ = Press(buttons); }
+
+private:
+    bool begin(Event const& event);
+
+    Press press_;
+};
+
+template <class Base>
+bool Pressable<Base>::reactToPress(Event const& event) {
+    if (!mouse_event(event)) return false;
+    LifeGuard const life = this->guard();
+    // A button that is pressed again was let go of where nobody told.
+    if (mouse_down_event(event) && !mouse_chord_event(event)) dropPress();
+    if (!life.alive()) return true;
+    switch (press_.take(event, *this)) {
+    case Press::Step::other:
+        return false;
+    case Press::Step::begins:
+        return begin(event);
+    case Press::Step::moves:
+        pressMoved(event);
+        return true;
+    case Press::Step::chord:
+        return true;
+    case Press::Step::releasedInside:
+        pressEnded(PressEnd::releasedInside);
+        return true;
+    case Press::Step::releasedOutside:
+        pressEnded(PressEnd::releasedOutside);
+        return true;
+    case Press::Step::lost:
+        pressEnded(PressEnd::lost);
+        return !life.alive();
+    }
+    return false;
+}
+
+template <class Base>
+bool Pressable<Base>::begin(Event const& event) {
+    LifeGuard const life = this->guard();
+    unsigned int const number = press_.number();
+    if (pressBegan(event) || !life.alive()) return true;
+    if (press_.number() == number) press_.end();
+    return false;
+}
+
+template <class Base>
+void Pressable<Base>::pressMoved(Event const&) {}
+
+template <class Base>
+void Pressable<Base>::dropPress() {
+    if (press_.end()) pressEnded(PressEnd::lost);
+}
+
+template <class Base>
+void Pressable<Base>::setActive(bool active, eRedrawFlag redraw) {
+    DispatchScope const scope;
+    LifeGuard const life = this->guard();
+    if (!active) dropPress();
+    if (life.alive()) Base::setActive(active, redraw);
+}
+
+template <class Base>
+void Pressable<Base>::setVisible(bool visible) {
+    DispatchScope const scope;
+    LifeGuard const life = this->guard();
+    if (!visible) dropPress();
+    if (life.alive()) Base::setVisible(visible);
+}
+
+template <class Base>
+void Pressable<Base>::handlePressCancelled(Event const& press) {
+    LifeGuard const life = this->guard();
+    if (press_.end()) pressEnded(PressEnd::cancelled);
+    if (life.alive()) Base::handlePressCancelled(press);
+}
+
+template <class Base>
+void Pressable<Base>::handleCaptureLost() {
+    LifeGuard const life = this->guard();
+    dropPress();
+    if (life.alive()) Base::handleCaptureLost();
+}
+
+template <class Base>
+void Pressable<Base>::handleMouseContainment(bool inside) {
+    if (this->isActive()) this->makeDirty();
+    Base::handleMouseContainment(inside);
+}
+
+extern template class Pressable<Glob>;
+extern template class Pressable<rect>;
+extern template class Pressable<StandardPanel>;
+
+} // namespace wainscot

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "foundation/data_change_type.h"
+
+#include <utility>
+
+namespace wainscot {
+
+template <class T>
+class ValWidget;
+
+/// A change by the user that goes on for a while, such as the dragging of a thumb: what the value was when it
+/// began, what the data took last, and what the data was told. Data that hears of a start hears of the end,
+/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`.
+template <class T>
+class ValGesture {
+public:
+    void begin(T const& value) {
+        atBegin_ = accepted_ = value;
+        isHeld_ = true;
+        isChanging_ = false;
+    }
+    void letGo() { isHeld_ = false; }
+    bool isHeld() const { return isHeld_; }
+    T const& atBegin() const { return atBegin_; }
+
+private:
+    friend class ValWidget<T>;
+
+    /// How the data is told of the next change.
+    DataChangeType nextChange() {
+        return std::exchange(isChanging_, true) ? DataChangeType::continued : DataChangeType::started;
+    }
+
+    T atBegin_{};
+    /// What to go back to when the data refuses a change.
+    T accepted_{};
+    bool isHeld_ = false;
+    /// The data was told of a change, and not yet of the last one.
+    bool isChanging_ = false;
+};
+
+} // namespace wainscot
