@@ -42,6 +42,7 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
+    unsigned int getNumMembers() const override { return static_cast<unsigned int>(count()); }
 
 protected:
     void switchMember(Checkbox& member, bool on, bool notify) override;

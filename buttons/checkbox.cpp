@@ -330,12 +330,15 @@ bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) 
 
 void Checkbox::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
-    description.role = set_ ? "radiobutton" : "checkbox";
+    description.role = set_ ? Role::radioButton : Role::checkbox;
     description.name = getString().text();
     if (ticked_) description.states |= GlobDescription::checked;
     if (showsMixed()) description.states |= GlobDescription::mixed;
     if (isActive()) description.states |= GlobDescription::focusable;
-    description.actions.push_back("toggle");
+    description.actions |= GlobDescription::toggle;
+    if (!set_ || !description.wants(GlobDescription::relations)) return;
+    description.position = memberIndex_ + 1U;
+    description.setSize = set_->getNumMembers();
 }
 
 } // namespace wainscot

@@ -26,6 +26,8 @@ public:
     /// An arrow key was pressed on a member: chooses the next one that way (y downwards). Whether there was
     /// any; everything may be gone then.
     virtual bool stepFrom(Checkbox& member, XY<int> direction) = 0;
+    /// Those that have died are counted.
+    virtual unsigned int getNumMembers() const = 0;
 };
 
 /// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is

@@ -42,7 +42,7 @@ int CheckboxGroup::handleMessageEvent(LightweightString<char> name, Glob* sender
 
 void CheckboxGroup::describe(GlobDescription& description) const {
     CheckboxPanel::describe(description);
-    description.role = "group";
+    description.role = Role::group;
 }
 
 } // namespace wainscot

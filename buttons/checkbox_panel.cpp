@@ -3,6 +3,7 @@
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
+#include "host/objects/description.h"
 
 #include <algorithm>
 
@@ -152,6 +153,14 @@ void CheckboxPanel::setPalette(Palette const& palette) {
 void CheckboxPanel::getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int) {
     for (GlobRef<Checkbox> const& box : boxes_)
         if (box.get()) controls.push_back(box.get());
+}
+
+void CheckboxPanel::describeChild(Glob const& child, GlobDescription& description) const {
+    int const index = indexOf(&child);
+    if (index < 0) return;
+    description.memberOf = GlobRef<Glob>(const_cast<CheckboxPanel*>(this));
+    description.position = static_cast<std::size_t>(index) + 1;
+    description.setSize = boxes_.size();
 }
 
 } // namespace wainscot

@@ -43,6 +43,7 @@ public:
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
     void reshape() override;
     void handleLookChange() override;
+    void describeChild(Glob const& child, GlobDescription& description) const override;
 
 protected:
     explicit CheckboxPanel(InitArgs const& args);

@@ -110,7 +110,7 @@ void CheckboxRadioSet::setTextColourWhenTicked(Colour const& colour) {
 
 void CheckboxRadioSet::describe(GlobDescription& description) const {
     CheckboxPanel::describe(description);
-    description.role = "radiogroup";
+    description.role = Role::radioGroup;
     Checkbox const* const chosen = getCheckbox(getWidgetValue());
     if (chosen) description.value = chosen->getString().text();
 }

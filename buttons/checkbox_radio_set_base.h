@@ -42,6 +42,7 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
+    unsigned int getNumMembers() const override { return numCheckboxes(); }
 
 protected:
     bool belongs(Glob const& member, int index) const override;

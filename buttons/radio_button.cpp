@@ -109,8 +109,12 @@ bool radio_button::react(Event const& event) {
 
 void radio_button::describe(GlobDescription& description) const {
     Button::describe(description);
-    description.role = "radiobutton";
+    description.role = Role::radioButton;
     if (isDown()) description.states |= GlobDescription::checked;
+    radio_set const* const known = description.wants(GlobDescription::relations) ? set() : nullptr;
+    if (!known || index_ < 0) return;
+    description.position = static_cast<std::size_t>(index_) + 1;
+    description.setSize = known->count();
 }
 
 StdRadioButton::StdRadioButton(radio_set* set, LightweightString<wchar_t> const& label, char const* message,

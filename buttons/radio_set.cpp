@@ -141,9 +141,13 @@ void RadioSet::getTabOrderables(std::vector<TabOrderable*>& controls, unsigned i
 
 void RadioSet::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
-    description.role = "radiogroup";
+    description.role = Role::radioGroup;
     Button const* const chosen = getButton(getSelectedItem());
     if (chosen) description.value = chosen->getWidgetValue();
+}
+
+void RadioSet::describeChild(Glob const& child, GlobDescription& description) const {
+    if (isButton(&child)) description.memberOf = GlobRef<Glob>(const_cast<RadioSet*>(this));
 }
 
 } // namespace wainscot

@@ -60,6 +60,7 @@ public:
     void reshape() override;
     void handleLookChange() override;
     void describe(GlobDescription& description) const override;
+    void describeChild(Glob const& child, GlobDescription& description) const override;
 
 private:
     bool addItem(LightweightString<wchar_t> const& label, std::optional<Colour> const& faceColour);

@@ -138,11 +138,12 @@ int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
 
 void ScrollBar::describe(GlobDescription& description) const {
     StandardPanel::describe(description);
-    description.role = "scrollbar";
+    description.role = Role::scrollBar;
     description.name = fromUTF8(name());
     description.value = Qv::WStringFromFloat(position_);
+    description.number = {position_, 0, 1 - size_, 0, size_};
     if (isDragging()) description.states |= GlobDescription::pressed;
-    description.actions.push_back("drag");
+    description.actions |= GlobDescription::drag;
 }
 
 } // namespace wainscot

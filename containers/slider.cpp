@@ -242,12 +242,16 @@ void Slider::informParent(eEventType type) {
 
 void Slider::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "slider";
+    description.role = Role::slider;
     description.name = fromUTF8(name());
-    if (!isDataMixed()) description.value = Qv::WStringFromFloat(value_);
+    if (!isDataMixed()) {
+        description.value = Qv::WStringFromFloat(value_);
+        description.number = {value_, std::min(minimum_, maximum_), std::max(minimum_, maximum_),
+                              std::abs(maximum_ / nudgesInRange - minimum_ / nudgesInRange), 0};
+    }
     if (isActive()) description.states |= GlobDescription::focusable;
     if (isThumbHeld()) description.states |= GlobDescription::pressed;
-    description.actions.push_back("drag");
+    description.actions |= GlobDescription::drag;
 }
 
 // Drawing

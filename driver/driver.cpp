@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 
+#include "driver/item_walk_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/png.h"
 #include "host/events/event_system.h"
@@ -22,9 +23,72 @@ bool hasKeyCode(wchar_t character) {
     return character >= L' ' && static_cast<std::uint32_t>(character) < Key::meta;
 }
 
-bool fits(GlobDescription const& description, LightweightString<char> const& role,
+bool fits(GlobDescription const& description, std::optional<Role> role,
           LightweightString<wchar_t> const& name) {
-    return (role.empty() || description.role == role) && (name.empty() || description.name == name);
+    return (!role || description.role == *role) && (name.empty() || description.name == name);
+}
+
+ItemWalk::Reach reachOf(Driver::Reach reach) {
+    return reach == Driver::Reach::all ? ItemWalk::Reach::all : ItemWalk::Reach::inSight;
+}
+
+/// The first that fits; the empty key when there is none.
+ItemKey findItemOf(Glob& glob, ItemKey in, Driver::Reach reach, std::optional<Role> role,
+                   LightweightString<wchar_t> const& name) {
+    DescribedItems const* const items = glob.isShown() ? glob.describedItems() : nullptr;
+    if (!items) return {};
+    for (ItemWalk walk(*items, in, reachOf(reach)); walk.next();) {
+        GlobDescription description;
+        if (walk.describe(description) && fits(description, role, name)) return walk.key();
+    }
+    return {};
+}
+
+using Text = LightweightString<char>;
+
+Text number(double value) {
+    return toUTF8(Qv::WStringFromFloat(value));
+}
+
+Text countOf(std::size_t value) {
+    return toUTF8(Qv::WStringFromInteger(static_cast<int>(value)));
+}
+
+Text rangeOf(NumberValue const& range) {
+    Text text = " from " + number(range.minimum) + " to " + number(range.maximum);
+    if (range.step > 0) text += " step " + number(range.step);
+    if (range.page > 0) text += " page " + number(range.page);
+    return text;
+}
+
+Text statesOf(std::uint32_t states) {
+    Text text = (states & GlobDescription::enabled) == 0 ? " disabled" : "";
+    constexpr std::pair<std::uint32_t, char const*> words[] = {
+        {GlobDescription::focused, " focused"},   {GlobDescription::pressed, " pressed"},
+        {GlobDescription::checked, " checked"},   {GlobDescription::mixed, " mixed"},
+        {GlobDescription::selected, " selected"}, {GlobDescription::expanded, " expanded"}};
+    for (auto const& [state, word] : words)
+        if ((states & state) != 0) text += word;
+    return text;
+}
+
+void appendLine(Text& text, std::size_t depth, GlobDescription const& description) {
+    for (std::size_t i = 0; i < depth; ++i) text += "  ";
+    text += roleName(description.role) + " \"" + toUTF8(description.name) + "\"";
+    if (!description.value.empty()) text += " = \"" + toUTF8(description.value) + "\"";
+    if (description.number) text += rangeOf(*description.number);
+    if (description.position > 0)
+        text += " " + countOf(description.position) + " of " + countOf(description.setSize);
+    text += statesOf(description.states) + "\n";
+}
+
+/// Those in sight.
+void appendItems(Text& text, std::size_t depth, DescribedItems const& items) {
+    for (ItemWalk walk(items, {}, ItemWalk::Reach::inSight); walk.next();) {
+        GlobDescription description;
+        description.parts = GlobDescription::relations;
+        if (walk.describe(description)) appendLine(text, depth + 1 + walk.depth(), description);
+    }
 }
 
 } // namespace
@@ -36,8 +100,9 @@ bool Driver::refuse(LightweightString<char> const& why) {
 
 // Finding
 
-std::vector<Glob*> Driver::findAll(LightweightString<char> const& role,
-                                   LightweightString<wchar_t> const& name) {
+Driver::Target::Target(Glob* glob) : glob_(is_good_glob_ptr(glob) ? glob : nullptr) {}
+
+std::vector<Glob*> Driver::findAll(std::optional<Role> role, LightweightString<wchar_t> const& name) {
     std::vector<Glob*> found;
     for (Glob* root : host_.globManager().roots()) {
         for (Glob* glob : Tree::subtree(*root))
@@ -46,12 +111,47 @@ std::vector<Glob*> Driver::findAll(LightweightString<char> const& role,
     return found;
 }
 
-Glob* Driver::find(LightweightString<char> const& role, LightweightString<wchar_t> const& name) {
+Glob* Driver::find(std::optional<Role> role, LightweightString<wchar_t> const& name) {
     std::vector<Glob*> const found = findAll(role, name);
     if (!found.empty()) return found.front();
-    refuse(LightweightString<char>("there is no ") +
-           (role.empty() ? LightweightString<char>("widget") : role) + " \"" + toUTF8(name) + "\"");
+    refuseToFind(role, name);
     return nullptr;
+}
+
+bool Driver::refuseToFind(std::optional<Role> role, LightweightString<wchar_t> const& name) {
+    return refuse(LightweightString<char>("there is no ") +
+                  (role ? roleName(*role) : LightweightString<char>("widget")) + " \"" + toUTF8(name) + "\"");
+}
+
+Driver::Target Driver::findItem(std::optional<Role> role, LightweightString<wchar_t> const& name,
+                                Reach reach) {
+    for (Glob* root : host_.globManager().roots()) {
+        for (Glob* glob : Tree::subtree(*root)) {
+            ItemKey const item = findItemOf(*glob, {}, reach, role, name);
+            if (!item.isEmpty()) return {glob, item};
+        }
+    }
+    refuseToFind(role, name);
+    return nullptr;
+}
+
+Driver::Target Driver::findItemIn(Target const& in, std::optional<Role> role,
+                                  LightweightString<wchar_t> const& name, Reach reach) {
+    ItemKey const item = in ? findItemOf(*in.glob(), in.item(), reach, role, name) : ItemKey();
+    if (!item.isEmpty()) return {in.glob(), item};
+    refuseToFind(role, name);
+    return nullptr;
+}
+
+Driver::Target Driver::findByWord(LightweightString<char> const& word,
+                                  LightweightString<wchar_t> const& name) {
+    std::optional<Role> const role = roleOf(word);
+    if (!role && !word.empty()) {
+        refuse(LightweightString<char>("there is no role \"") + word + "\"; there are " + allRoleNames());
+        return nullptr;
+    }
+    Glob* const widget = find(role, name);
+    return widget ? Target(widget) : findItem(role, name);
 }
 
 Glob* Driver::named(char const* name) {
@@ -60,10 +160,25 @@ Glob* Driver::named(char const* name) {
     return found;
 }
 
-GlobDescription Driver::describe(Glob const& glob) {
+GlobDescription Driver::describe(Glob const& glob, std::uint32_t parts) {
+    return GlobDescription::of(glob, parts);
+}
+
+std::optional<GlobDescription> Driver::describe(Target const& target, std::uint32_t parts) {
+    Glob* const glob = target.glob();
+    if (!glob) return {};
+    if (target.item().isEmpty()) return describe(*glob, parts);
     GlobDescription description;
-    glob.describe(description);
-    return description;
+    description.parts = parts;
+    DescribedItems const* const items = glob->describedItems();
+    bool const isKnown = items && items->describeItem(target.item(), description);
+    return isKnown ? std::optional(description) : std::nullopt;
+}
+
+bool Driver::reveal(Target const& item) {
+    DescribedItems* const items = item ? item.glob()->describedItems() : nullptr;
+    bool const done = items && items->performItemAction(item.item(), GlobDescription::reveal);
+    return done ? settle() : refuse("it cannot be scrolled into sight");
 }
 
 // Pointer
@@ -92,47 +207,51 @@ bool Driver::moveTo(XY<int> place) {
     return injectPointer(InputEvent::Kind::pointerMoved);
 }
 
-bool Driver::aimAt(Glob* glob) {
-    if (!is_good_glob_ptr(glob)) return refuse("there is no such widget");
+bool Driver::aimAt(Target const& target) {
+    Glob* const glob = target.glob();
+    if (!glob) return refuse("there is no such widget");
     TopLevelWindow* const window = windowOf(glob);
     if (!window || !glob->isShown()) return refuse("the widget is not shown");
-    place_ = glob->screenBox().centre();
+    std::optional<GlobDescription> const description = describe(target);
+    if (!description) return refuse("the item has gone");
+    if (!target.item().isEmpty() && description->box.isEmpty()) return refuse("the item is not in sight");
+    place_ = description->box.centre();
     Glob& root = window->root();
     Glob* const hit = Tree::globAt(root, root.screenXYToGlobXY(place_));
     bool const reachable = hit && (hit == glob || Glob::isParentedTo(hit, glob));
     return reachable || refuse("something else lies over the widget");
 }
 
-bool Driver::moveTo(Glob* glob) {
-    return aimAt(glob) && injectPointer(InputEvent::Kind::pointerMoved);
+bool Driver::moveTo(Target const& target) {
+    return aimAt(target) && injectPointer(InputEvent::Kind::pointerMoved);
 }
 
 bool Driver::press(Button button, int clicks) {
     return injectPointer(InputEvent::Kind::pointerPressed, button, clicks);
 }
 
-bool Driver::press(Glob* glob, Button button) {
-    return moveTo(glob) && press(button);
+bool Driver::press(Target const& target, Button button) {
+    return moveTo(target) && press(button);
 }
 
 bool Driver::release(Button button) {
     return injectPointer(InputEvent::Kind::pointerReleased, button);
 }
 
-bool Driver::click(Glob* glob, Button button) {
-    return press(glob, button) && release(button);
+bool Driver::click(Target const& target, Button button) {
+    return press(target, button) && release(button);
 }
 
 bool Driver::clickAt(XY<int> place, Button button) {
     return moveTo(place) && press(button) && release(button);
 }
 
-bool Driver::doubleClick(Glob* glob) {
-    return click(glob) && press(Button::left, 2) && release();
+bool Driver::doubleClick(Target const& target) {
+    return click(target) && press(Button::left, 2) && release();
 }
 
-bool Driver::drag(Glob* glob, XY<int> way, int steps) {
-    if (!press(glob)) return false;
+bool Driver::drag(Target const& target, XY<int> way, int steps) {
+    if (!press(target)) return false;
     XY<int> const start = place_;
     steps = std::max(steps, 1);
     for (int step = 1; step <= steps; ++step)
@@ -140,8 +259,8 @@ bool Driver::drag(Glob* glob, XY<int> way, int steps) {
     return release();
 }
 
-bool Driver::chord(Glob* glob, Button first, Button second) {
-    return press(glob, first) && press(second) && release(second) && release(first);
+bool Driver::chord(Target const& target, Button first, Button second) {
+    return press(target, first) && press(second) && release(second) && release(first);
 }
 
 bool Driver::injectAmount(InputEvent::Kind kind, int amount) {
@@ -153,8 +272,8 @@ bool Driver::injectAmount(InputEvent::Kind kind, int amount) {
     return inject(input);
 }
 
-bool Driver::wheel(Glob* glob, int notches) {
-    return aimAt(glob) && injectAmount(InputEvent::Kind::wheel, notches);
+bool Driver::wheel(Target const& target, int notches) {
+    return aimAt(target) && injectAmount(InputEvent::Kind::wheel, notches);
 }
 
 bool Driver::wheelAt(XY<int> place, int notches) {
@@ -162,12 +281,12 @@ bool Driver::wheelAt(XY<int> place, int notches) {
     return injectAmount(InputEvent::Kind::wheel, notches);
 }
 
-bool Driver::sideWheel(Glob* glob, int notches) {
-    return aimAt(glob) && injectAmount(InputEvent::Kind::sideWheel, notches);
+bool Driver::sideWheel(Target const& target, int notches) {
+    return aimAt(target) && injectAmount(InputEvent::Kind::sideWheel, notches);
 }
 
-bool Driver::zoom(Glob* glob, int steps) {
-    return aimAt(glob) && injectAmount(InputEvent::Kind::zoom, steps);
+bool Driver::zoom(Target const& target, int steps) {
+    return aimAt(target) && injectAmount(InputEvent::Kind::zoom, steps);
 }
 
 // Keys
@@ -292,14 +411,10 @@ LightweightString<char> Driver::tree() {
     for (Glob* root : host_.globManager().roots()) {
         for (Glob* glob : Tree::subtree(*root)) {
             if (!glob->isShown()) continue;
-            for (Glob* above = glob; above != root; above = above->parent()) text += "  ";
-            GlobDescription const description = describe(*glob);
-            text += description.role + " \"" + toUTF8(description.name) + "\"";
-            if (!description.value.empty()) text += " = \"" + toUTF8(description.value) + "\"";
-            if ((description.states & GlobDescription::enabled) == 0) text += " disabled";
-            if ((description.states & GlobDescription::focused) != 0) text += " focused";
-            if ((description.states & GlobDescription::pressed) != 0) text += " pressed";
-            text += "\n";
+            std::size_t depth = 0;
+            for (Glob* above = glob; above != root; above = above->parent()) ++depth;
+            appendLine(text, depth, describe(*glob, GlobDescription::relations));
+            if (DescribedItems const* const items = glob->describedItems()) appendItems(text, depth, *items);
         }
     }
     return text;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "host/objects/described_items.h"
 #include "host/objects/description.h"
 #include "host/objects/glob.h"
 #include "host/start/host.h"
 #include "host/windows/input_event.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace wainscot {
@@ -22,35 +24,66 @@ public:
 
     explicit Driver(Host& host) : host_(host) {}
 
-    // --- Finding. Only what is shown counts.
-    /// The first widget with that role and name, in the order of windows and children; an empty role or name
-    /// fits all.
-    Glob* find(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
-    std::vector<Glob*> findAll(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
-    Glob* button(LightweightString<wchar_t> const& name) { return find("button", name); }
+    /// What the pointer can be put on: a widget, or an item in one. Either may die, or become unknown.
+    class WAINSCOT_API Target {
+    public:
+        /// Null, or what has died = nothing.
+        Target(Glob* glob);
+        Target(Glob* glob, ItemKey item) : Target(glob) { item_ = item; }
+
+        Glob* glob() const { return glob_.get(); }
+        ItemKey item() const { return item_; }
+        explicit operator bool() const { return glob() != nullptr; }
+
+    private:
+        GlobRef<Glob> glob_;
+        ItemKey item_;
+    };
+    /// Which items are looked for: those that can be seen, or all that there are.
+    enum class Reach { inSight, all };
+
+    // --- Finding. Only widgets that are shown count. No role, and an empty name, fit all.
+    /// The first widget with that role and name, in the order of windows and children.
+    Glob* find(std::optional<Role> role, LightweightString<wchar_t> const& name);
+    std::vector<Glob*> findAll(std::optional<Role> role, LightweightString<wchar_t> const& name);
+    Glob* button(LightweightString<wchar_t> const& name) { return find(Role::button, name); }
+    /// The first thing with that role and name that is no widget: a row, a cell, a node. An item before those
+    /// in it.
+    Target findItem(std::optional<Role> role, LightweightString<wchar_t> const& name,
+                    Reach reach = Reach::inSight);
+    /// The same in one widget, or in one item.
+    Target findItemIn(Target const& in, std::optional<Role> role, LightweightString<wchar_t> const& name,
+                      Reach reach = Reach::inSight);
+    /// By the word for a role: a widget, else an item in sight. An empty word fits all.
+    Target findByWord(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
     /// By the name that the program gave the object.
     Glob* named(char const* name);
-    static GlobDescription describe(Glob const& glob);
+    static GlobDescription describe(Glob const& glob, std::uint32_t parts = 0);
+    /// None for what has gone.
+    static std::optional<GlobDescription> describe(Target const& target, std::uint32_t parts = 0);
+    /// Scrolls an item into sight.
+    bool reveal(Target const& item);
 
-    // --- Pointer. Places are root coordinates; a widget stands for its centre.
+    // --- Pointer. Places are root coordinates; a widget stands for its centre, an
+    // item for that of what is in sight of it.
     bool moveTo(XY<int> place);
-    bool moveTo(Glob* glob);
+    bool moveTo(Target const& target);
     bool press(Button button = Button::left, int clicks = 1);
-    bool press(Glob* glob, Button button = Button::left);
+    bool press(Target const& target, Button button = Button::left);
     bool release(Button button = Button::left);
-    bool click(Glob* glob, Button button = Button::left);
+    bool click(Target const& target, Button button = Button::left);
     bool clickAt(XY<int> place, Button button = Button::left);
-    bool doubleClick(Glob* glob);
+    bool doubleClick(Target const& target);
     /// Presses on it, moves by the given way in so many steps, and releases.
-    bool drag(Glob* glob, XY<int> way, int steps = 4);
+    bool drag(Target const& target, XY<int> way, int steps = 4);
     /// Holds one button on it, clicks another meanwhile, and releases the first.
-    bool chord(Glob* glob, Button first = Button::left, Button second = Button::right);
-    bool wheel(Glob* glob, int notches);
+    bool chord(Target const& target, Button first = Button::left, Button second = Button::right);
+    bool wheel(Target const& target, int notches);
     bool wheelAt(XY<int> place, int notches);
     /// Sideways; positive = to the right.
-    bool sideWheel(Glob* glob, int notches);
+    bool sideWheel(Target const& target, int notches);
     /// A zoom gesture over it; positive = in.
-    bool zoom(Glob* glob, int steps);
+    bool zoom(Target const& target, int steps);
     /// Held with all that follows: `Key::shift` and so on.
     void holdModifiers(std::uint32_t modifiers) { modifiers_ = modifiers; }
 
@@ -94,8 +127,9 @@ private:
     bool injectAmount(InputEvent::Kind kind, int amount);
     bool injectPointer(InputEvent::Kind kind, Button button = Button::none, int clicks = 1);
     TopLevelWindow* windowOf(Glob const* glob);
+    bool refuseToFind(std::optional<Role> role, LightweightString<wchar_t> const& name);
     /// Puts the pointer on it; false when something else lies over its centre.
-    bool aimAt(Glob* glob);
+    bool aimAt(Target const& target);
 
     Host& host_;
     XY<int> place_;

@@ -92,7 +92,7 @@ void RandomUser::pressOrRelease() {
         Glob* const under = Tree::globAt(window->root(), window->root().screenXYToGlobXY(glib_getMousePos()));
         if (under && under->isChildGlob()) {
             ++counts_.hits;
-            ++counts_.pressedRoles[Driver::describe(*under).role.c_str()];
+            ++counts_.pressedRoles[roleName(Driver::describe(*under).role).c_str()];
         }
     }
     ++counts_.presses;

@@ -14,6 +14,7 @@ namespace wainscot {
 namespace {
 
 using Text = LightweightString<char>;
+using Target = Driver::Target;
 
 /// A word of a line, and whether it stood in quotation marks.
 struct Word {
@@ -83,9 +84,11 @@ struct Script::Command {
 namespace {
 
 /// Place and size from the window's upper left corner.
-Text placeInWindow(Glob& glob) {
-    IntBox const box = glob.screenBox();
-    IntBox const window = Glob::getRootParent(&glob)->screenBox();
+Text placeInWindow(Target const& target) {
+    std::optional<GlobDescription> const description = Driver::describe(target);
+    if (!description) return {};
+    IntBox const box = description->box;
+    IntBox const window = Glob::getRootParent(target.glob())->screenBox();
     Text line = "place";
     for (int const measure : {box.x1 - window.x1, window.y2 - box.y2, box.width(), box.height()})
         line += " " + number(measure);
@@ -102,11 +105,11 @@ Text outcome(Driver const& driver, bool done) {
 Script::Script(Driver& driver, Print print, std::function<LightweightString<char>()> messages)
     : driver_(driver), print_(std::move(print)), messages_(std::move(messages)) {}
 
-Glob* Script::widget(Words& words) {
+Target Script::widget(Words& words) {
     Text const role = words.take("the role of a widget");
     Text const name = words.take("the name of a widget, in quotation marks,");
     if (!words.problem.empty()) return nullptr;
-    Glob* const found = driver_.find(role, fromUTF8(name));
+    Target const found = driver_.findByWord(role, fromUTF8(name));
     if (!found) words.problem = driver_.problem();
     return found;
 }
@@ -114,18 +117,18 @@ Glob* Script::widget(Words& words) {
 /// Carries out what needs one widget, named by the next words.
 template <class Act>
 LightweightString<char> Script::onWidget(Words& words, Act act) {
-    Glob* const glob = widget(words);
-    if (!glob) return words.problem;
-    bool const done = act(*glob);
+    Target const target = widget(words);
+    if (!target) return words.problem;
+    bool const done = act(target);
     return words.problem.empty() ? outcome(driver_, done) : words.problem;
 }
 
 /// The same with a number behind the name.
 template <class Act>
 LightweightString<char> Script::withAmount(Words& words, char const* what, Act act) {
-    return onWidget(words, [&](Glob& glob) {
+    return onWidget(words, [&](Target const& target) {
         int const amount = words.takeNumber(what);
-        return words.problem.empty() && act(glob, amount);
+        return words.problem.empty() && act(target, amount);
     });
 }
 
@@ -154,44 +157,46 @@ std::span<Script::Command const> Script::commands() {
          [](S& s, W& w) {
              Driver& d = s.driver_;
              if (w.peekIs("at")) return s.atPlace(w, [&](XY<int> place) { return d.clickAt(place); });
-             return s.onWidget(w, [&](Glob& glob) { return d.click(&glob); });
+             return s.onWidget(w, [&](Target const& t) { return d.click(t); });
          }},
         {"doubleclick", "ROLE \"NAME\"",
-         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.doubleClick(&glob); }); }},
+         [](S& s, W& w) { return s.onWidget(w, [&](Target const& t) { return s.driver_.doubleClick(t); }); }},
         {"press", "ROLE \"NAME\"",
-         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.press(&glob); }); }},
+         [](S& s, W& w) { return s.onWidget(w, [&](Target const& t) { return s.driver_.press(t); }); }},
         {"release", "", [](S& s, W&) { return outcome(s.driver_, s.driver_.release()); }},
         {"move", "ROLE \"NAME\" | at X Y",
          [](S& s, W& w) {
              Driver& d = s.driver_;
              if (w.peekIs("at")) return s.atPlace(w, [&](XY<int> place) { return d.moveTo(place); });
-             return s.onWidget(w, [&](Glob& glob) { return d.moveTo(&glob); });
+             return s.onWidget(w, [&](Target const& t) { return d.moveTo(t); });
          }},
         {"drag", "ROLE \"NAME\" DX DY",
          [](S& s, W& w) {
-             return s.onWidget(w, [&](Glob& glob) {
+             return s.onWidget(w, [&](Target const& t) {
                  int const dx = w.takeNumber("DX");
                  int const dy = w.takeNumber("DY");
-                 return w.problem.empty() && s.driver_.drag(&glob, {dx, dy});
+                 return w.problem.empty() && s.driver_.drag(t, {dx, dy});
              });
          }},
         {"wheel", "ROLE \"NAME\" NOTCHES",
          [](S& s, W& w) {
-             return s.withAmount(w, "NOTCHES", [&](Glob& glob, int n) { return s.driver_.wheel(&glob, n); });
+             return s.withAmount(w, "NOTCHES", [&](Target const& t, int n) { return s.driver_.wheel(t, n); });
          }},
         {"sidewheel", "ROLE \"NAME\" NOTCHES",
          [](S& s, W& w) {
              return s.withAmount(w, "NOTCHES",
-                                 [&](Glob& glob, int n) { return s.driver_.sideWheel(&glob, n); });
+                                 [&](Target const& t, int n) { return s.driver_.sideWheel(t, n); });
          }},
         {"zoom", "ROLE \"NAME\" STEPS",
          [](S& s, W& w) {
-             return s.withAmount(w, "STEPS", [&](Glob& glob, int n) { return s.driver_.zoom(&glob, n); });
+             return s.withAmount(w, "STEPS", [&](Target const& t, int n) { return s.driver_.zoom(t, n); });
          }},
         {"chord", "ROLE \"NAME\"",
-         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.chord(&glob); }); }},
+         [](S& s, W& w) { return s.onWidget(w, [&](Target const& t) { return s.driver_.chord(t); }); }},
         {"activate", "ROLE \"NAME\"",
-         [](S& s, W& w) { return s.onWidget(w, [&](Glob& glob) { return s.driver_.activate(&glob); }); }},
+         [](S& s, W& w) {
+             return s.onWidget(w, [&](Target const& t) { return s.driver_.activate(t.glob()); });
+         }},
         {"type", "\"TEXT\"",
          [](S& s, W& w) {
              Text const text = w.take("the text");
@@ -227,8 +232,8 @@ std::span<Script::Command const> Script::commands() {
         {"expect", "ROLE \"NAME\"", [](S& s, W& w) { return s.widget(w) ? Text() : w.problem; }},
         {"place", "ROLE \"NAME\"",
          [](S& s, W& w) {
-             return s.onWidget(w, [&](Glob& glob) {
-                 s.print_(placeInWindow(glob));
+             return s.onWidget(w, [&](Target const& t) {
+                 s.print_(placeInWindow(t));
                  return true;
              });
          }},

@@ -8,7 +8,8 @@
 namespace wainscot {
 
 /// Runs a text file of what a person would do, one command a line; blank lines and lines that begin with "#"
-/// are skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`.
+/// are skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`; so
+/// is a row, a cell or another item that is in sight in one: `click row "Take 3"`.
 ///
 ///     click ROLE "NAME"           click at X Y            doubleclick ROLE "NAME"
 ///     press ROLE "NAME"           release                 move ROLE "NAME"     move at X Y
@@ -35,7 +36,7 @@ private:
     static std::span<Command const> commands();
 
     LightweightString<char> runLine(LightweightString<char> const& line);
-    Glob* widget(Words& words);
+    Driver::Target widget(Words& words);
     template <class Act>
     LightweightString<char> onWidget(Words& words, Act act);
     template <class Act>

@@ -88,9 +88,7 @@ Glob* defaultButtonIn(Glob& root) {
     Glob* found = nullptr;
     root.visitSubtree([&](Glob& glob) {
         if (!canBePressed(&glob)) return true;
-        GlobDescription description;
-        glob.describe(description);
-        if ((description.states & GlobDescription::isDefault) != 0) found = &glob;
+        if ((GlobDescription::of(glob).states & GlobDescription::isDefault) != 0) found = &glob;
         return !found;
     });
     return found;

@@ -30,7 +30,7 @@ void Caption::draw() {
 
 void Caption::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "caption";
+    description.role = Role::caption;
     description.name = text_;
 }
 

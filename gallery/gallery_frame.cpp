@@ -36,9 +36,7 @@ XY<int> leastPage() {
 }
 
 bool isFocusable(Glob const& glob) {
-    GlobDescription description;
-    glob.describe(description);
-    return (description.states & GlobDescription::focusable) != 0;
+    return (GlobDescription::of(glob).states & GlobDescription::focusable) != 0;
 }
 
 } // namespace
@@ -154,7 +152,7 @@ void GalleryFrame::reshape() {
 
 void GalleryFrame::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "window";
+    description.role = Role::window;
     description.name = L"Wainscot gallery";
 }
 

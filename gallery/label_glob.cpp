@@ -107,12 +107,12 @@ void LabelGlob::handleMouseContainment(bool inside) {
 
 void LabelGlob::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "label";
+    description.role = Role::label;
     description.name = label_;
     if (pressed_) description.states |= GlobDescription::pressed;
     if (chosen_) description.states |= GlobDescription::selected;
     if (focusable_) description.states |= GlobDescription::focusable;
-    description.actions.push_back("press");
+    description.actions |= GlobDescription::press;
 }
 
 Colour LabelGlob::face() const {

@@ -159,7 +159,7 @@ void LongTextBox::draw() {
 
 void LongTextBox::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "textbox";
+    description.role = Role::textBox;
     description.name = L"Long text";
     description.value = place();
     description.states |= GlobDescription::focusable;

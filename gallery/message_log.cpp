@@ -27,7 +27,7 @@ LightweightString<char> MessageLog::text() const {
 
 void MessageLog::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "log";
+    description.role = Role::log;
     description.name = L"Messages";
     if (!lines_.empty()) description.value = lines_.back();
 }

@@ -86,6 +86,8 @@ void ScrolledArea::scrollTo(XY<int> offset) {
 Glob* ScrolledArea::setContents(std::unique_ptr<Glob> contents) {
     if (valid(contents_, contentsStamp_)) destroy(contents_);
     contents_ = view_->addChild(std::move(contents));
+    across_->setControls(contents_);
+    down_->setControls(contents_);
     contentsStamp_ = contents_->idStamp();
     offset_ = {};
     layOut();
@@ -139,7 +141,7 @@ int ScrolledArea::handleMessageEvent(LightweightString<char> name, Glob* sender)
 
 void ScrolledArea::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "scrollarea";
+    description.role = Role::scrollArea;
 }
 
 } // namespace wainscot::gallery

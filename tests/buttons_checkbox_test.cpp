@@ -175,7 +175,7 @@ TEST_F(Checkboxes, BoxesAndLightsShowTheirStates) {
     adaptor->forceWidgetUpdate(eRedrawYes);
     driver_.settle();
     EXPECT_NE(driver_.pixel(box, middle), driver_.pixel(box, middle + XY<int>{0, 4}));
-    EXPECT_EQ(Driver::describe(*box).role, LightweightString<char>("checkbox"));
+    EXPECT_EQ(Driver::describe(*box).role, Role::checkbox);
 }
 
 TEST_F(Checkboxes, WidthsFitTheLabel) {

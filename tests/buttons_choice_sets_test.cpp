@@ -223,8 +223,8 @@ TEST_F(ChoiceSets, TheChosenLabelIsBoldOrColoured) {
     EXPECT_NE(picture(), bold);
     set->setAppearance(Checkbox::greenLight);
     EXPECT_TRUE(set->getCheckbox(4)->isLight());
-    EXPECT_NE(driver_.find("radiogroup", L""), nullptr);
-    EXPECT_NE(driver_.find("radiobutton", L"a"), nullptr);
+    EXPECT_NE(driver_.find(Role::radioGroup, L""), nullptr);
+    EXPECT_NE(driver_.find(Role::radioButton, L"a"), nullptr);
 }
 
 TEST_F(ChoiceSets, ATruthValueHasTwoSides) {

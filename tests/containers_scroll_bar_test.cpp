@@ -490,7 +490,7 @@ TEST_F(ScrollBars, ItsStateCanBeSeenInBothThemes) {
         bar->setThumbPos(0.75);
         EXPECT_NE(look(), atRest) << "it has gone from there";
         EXPECT_EQ(driver_.pixel(bar, {180, 8}), atRest);
-        EXPECT_EQ(Driver::describe(*bar).role, "scrollbar");
+        EXPECT_EQ(Driver::describe(*bar).role, Role::scrollBar);
         EXPECT_EQ(Driver::describe(*bar).value, L"0.75");
         destroy(bar);
     }

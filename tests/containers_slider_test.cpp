@@ -282,7 +282,7 @@ TEST_F(Sliders, TheThumbStaysInsideAndAnswersThePointer) {
     driver_.settle();
     EXPECT_EQ(driver_.pixel(slider, middle), driver_.pixel(slider, {margin_ + 50, middle.y}));
     EXPECT_EQ(driver_.pixel(slider, {margin_ + 160, middle.y}), atRest);
-    EXPECT_EQ(driver_.find("slider", L""), slider);
+    EXPECT_EQ(driver_.find(Role::slider, L""), slider);
 }
 
 } // namespace

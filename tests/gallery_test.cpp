@@ -97,6 +97,15 @@ TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
     EXPECT_TRUE(std::filesystem::exists(folder_ + "/after.png"));
 }
 
+TEST_F(Gallery, AScriptReachesWhatIsNoWidget) {
+    Outcome const outcome =
+        run("--page windows --script " +
+            fileWith("click label \"Open pop-ups\"\ntree\nclick menuitem \"Choose 2\"\nmessages\n"));
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    EXPECT_THAT(outcome.out, HasSubstr("menu \"level 1\"\n  menuitem \"Open the next level\" 1 of 4\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("level 1  chosen  Choose 2"));
+}
+
 TEST_F(Gallery, ALongTextIsScrolledFromEndToEnd) {
     Outcome const outcome = run("--page longtext --script " +
                                 fileWith("wheel textbox \"Long text\" -2\ntree\nkey Tab\nkey End\ntree\n"
@@ -170,6 +179,7 @@ TEST_F(Gallery, WhatIsWrongIsSaidWithWhatIsAllowed) {
     std::vector<std::pair<std::string, char const*>> const lines = {
         {"clik label \"Plain\"", "line 2: there is no command \"clik\"; there are click"},
         {"click label \"No such\"", "there is no label \"No such\""},
+        {"click buton \"Plain\"", "there is no role \"buton\"; there are panel, window"},
         {"click label", "the name of a widget, in quotation marks, is missing"},
         {"click at x 5", "X is no number: \"x\""},
         {"key Hyper+Q", "there is no key \"Hyper+Q\""},

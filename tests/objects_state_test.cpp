@@ -228,8 +228,8 @@ TEST_F(State, WidgetsDescribeThemselvesAndTellOfChanges) {
     GlobDescription const description = Driver::describe(*probe);
     EXPECT_EQ(description.box, IntBox(110, 120, 170, 160));
     EXPECT_EQ(description.states, std::uint32_t(GlobDescription::visible));
-    EXPECT_EQ(driver_.find("panel", L""), root_);
-    EXPECT_EQ(driver_.find("panel", L"no such name"), nullptr);
+    EXPECT_EQ(driver_.find(Role::panel, L""), root_);
+    EXPECT_EQ(driver_.find(Role::panel, L"no such name"), nullptr);
     EXPECT_FALSE(driver_.problem().empty());
 }
 

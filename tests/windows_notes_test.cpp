@@ -41,7 +41,7 @@ protected:
     /// The text of the note that is shown; "" when none is.
     std::wstring note() {
         driver_.settle();
-        Glob* const found = driver_.find("note", L"");
+        Glob* const found = driver_.find(Role::note, L"");
         return found ? std::wstring(Driver::describe(*found).name.c_str()) : std::wstring();
     }
     void rest(int ms = 700) {
@@ -65,7 +65,7 @@ TEST_F(Notes, ATipComesWhenThePointerRestsAndGoesWhenItLeaves) {
     EXPECT_EQ(note(), L"");
     driver_.advance(20);
     EXPECT_EQ(note(), L"What it does");
-    Glob* const shown = driver_.find("note", L"");
+    Glob* const shown = driver_.find(Role::note, L"");
     EXPECT_TRUE(driver_.painted(shown));
     EXPECT_EQ(Driver::describe(*shown).value, Text(L"Ctrl+D"));
     EXPECT_FALSE(shown->screenBox().contains(glib_getMousePos())) << "the pointer does not cover it";
@@ -109,7 +109,7 @@ TEST_F(Notes, ATipBelongsToAPartAndCutsAtItsEdges) {
     moveIn(probe_, 12, 2);
     driver_.advance(1000);
     ASSERT_EQ(note(), L"left");
-    EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(driver_.find("note", L"")->screenBox()));
+    EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(driver_.find(Role::note, L"")->screenBox()));
     destroy(root_);
     EXPECT_EQ(note(), L"") << "goes with its window";
 }
@@ -134,7 +134,7 @@ TEST_F(Notes, ComposedTextAppearsAtTheCaretBeforeItIsFinished) {
               std::optional<IntBox>(IntBox(10, 5, 11, 25).translated(probe_->globXYToScreenXY({0, 0}))));
     compose(L"ni", 2);
     EXPECT_EQ(note(), L"ni");
-    EXPECT_TRUE(driver_.find("note", L"")->screenBox().intersects(probe_->screenBox()));
+    EXPECT_TRUE(driver_.find(Role::note, L"")->screenBox().intersects(probe_->screenBox()));
     compose(L"nih", 3);
     EXPECT_EQ(note(), L"nih");
     InputEvent done;
@@ -163,9 +163,9 @@ TEST_F(Notes, WhatIsDraggedIsNamedBesideThePointer) {
     moveIn(probe_, 5, 5);
     moveIn(root_, 200, 200);
     EXPECT_EQ(note(), L"Clip 1");
-    XY<int> const before = driver_.find("note", L"")->screenBox().bottomLeft();
+    XY<int> const before = driver_.find(Role::note, L"")->screenBox().bottomLeft();
     moveIn(root_, 210, 190);
-    EXPECT_EQ(driver_.find("note", L"")->screenBox().bottomLeft(), before + (XY<int>{10, -10}));
+    EXPECT_EQ(driver_.find(Role::note, L"")->screenBox().bottomLeft(), before + (XY<int>{10, -10}));
     driver_.key(Key::escape);
     EXPECT_EQ(note(), L"");
     driver_.release();
@@ -212,7 +212,7 @@ TEST_F(Notes, ATipIsNeverLargerThanItsMonitor) {
     for (int i = 0; i < 3000; ++i) lines = lines + L"line\n";
     probe_->setContextString(UIString(lines));
     rest();
-    Glob* const shown = driver_.find("note", L"");
+    Glob* const shown = driver_.find(Role::note, L"");
     ASSERT_TRUE(shown);
     EXPECT_TRUE(IntBox(0, 0, 1920, 1080).contains(shown->screenBox()));
 }
@@ -223,11 +223,11 @@ TEST_F(Notes, ACompositionStaysWithItsCaretAndItsHolder) {
     ASSERT_TRUE(probe_->claimKbdFocus());
     compose(L"ni", 2);
     ASSERT_EQ(note(), L"ni");
-    XY<int> const before = driver_.find("note", L"")->screenBox().bottomLeft();
+    XY<int> const before = driver_.find(Role::note, L"")->screenBox().bottomLeft();
     root_->setScreenPos({140, 120});
     driver_.settle();
     ASSERT_EQ(note(), L"ni");
-    EXPECT_EQ(driver_.find("note", L"")->screenBox().bottomLeft(), before + (XY<int>{40, 20}));
+    EXPECT_EQ(driver_.find(Role::note, L"")->screenBox().bottomLeft(), before + (XY<int>{40, 20}));
     ASSERT_TRUE(next->claimKbdFocus());
     EXPECT_EQ(note(), L"") << "it was not meant for the next one";
     compose(L"ni", 2);

@@ -187,7 +187,7 @@ TEST_F(Storm, TextsOfAnyKindAndLengthAreShownAndKept) {
     for (int i = 0; i < 3000; ++i) lines = lines + L"x\n";
     for (auto const& text : {strange, lines, LightweightString<wchar_t>(20000, L'w')}) {
         for (int caret : {-5, 0, 3, 1 << 30}) composing(text, caret, InputEvent::Kind::composing);
-        Glob* const note = driver_.find("note", L"");
+        Glob* const note = driver_.find(Role::note, L"");
         if (note) {
             EXPECT_LE(note->width(), 1920);
             EXPECT_LE(note->height(), 1080);

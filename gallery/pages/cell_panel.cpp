@@ -27,11 +27,11 @@ int CellPanel::rowTop(int row) {
     return margin + row * (buttonSize().y + margin);
 }
 
-void CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row) {
+Glob* CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row) {
     auto note = std::make_unique<Caption>(text, Caption::Kind::note);
     // Nearer to the row below, to which it belongs.
     int const down = rowTop(row + 1) - note->height() - UifStd::getIndentWidth();
-    addChild(std::move(note), UserTopLeft(cell(column), down));
+    return addChild(std::move(note), UserTopLeft(cell(column), down));
 }
 
 } // namespace wainscot::gallery

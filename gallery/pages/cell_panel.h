@@ -24,7 +24,7 @@ public:
         if (added) addTabStop(*added);
         return added;
     }
-    void addNote(LightweightString<wchar_t> const& text, int column, int row);
+    Glob* addNote(LightweightString<wchar_t> const& text, int column, int row);
 
     static XY<int> buttonSize() { return {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight()}; }
 

@@ -35,11 +35,7 @@ public:
 
 private:
     /// The label of the chosen one; empty where there is none.
-    static LightweightString<wchar_t> valueOf(Glob const& set) {
-        GlobDescription description;
-        set.describe(description);
-        return description.value;
-    }
+    static LightweightString<wchar_t> valueOf(Glob const& set) { return GlobDescription::of(set).value; }
     int sayOf(CheckboxGroup const& group, LightweightString<char> const& name) {
         int const index = group.getLastClicked();
         return sayChoice(name, group.getCheckbox(index)->getString().text() +

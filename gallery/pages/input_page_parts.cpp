@@ -35,7 +35,7 @@ void ReadOut::draw() {
 
 void ReadOut::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "text";
+    description.role = Role::text;
     description.name = heading_;
     description.value = text_;
 }

@@ -38,8 +38,10 @@ public:
         marked->setName("marked");
         marked->setPointsOfInterest(
             {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkFocus)}});
-        addNote(L"disabled", 0, 12);
-        addSlider(0.3, 13)->setActive(false);
+        Glob* const note = addNote(L"disabled", 0, 12);
+        Slider* const off = addSlider(0.3, 13);
+        off->setLabelledBy(note);
+        off->setActive(false);
         addTallBars();
     }
 

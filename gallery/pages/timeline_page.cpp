@@ -83,6 +83,7 @@ private:
         args.resizable = true;
         auto* const bar = new ScrollBar(args);
         bar->setName(name);
+        bar->setControls(view_);
         addChild(bar);
         return bar;
     }

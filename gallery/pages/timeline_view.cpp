@@ -294,7 +294,7 @@ LightweightString<wchar_t> TimelineView::countText() const {
 
 void TimelineView::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "drawing";
+    description.role = Role::drawing;
     description.name = L"Timeline";
     description.value = countText();
 }

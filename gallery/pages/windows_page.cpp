@@ -8,6 +8,7 @@
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
+#include "host/objects/described_items.h"
 #include "host/objects/description.h"
 #include "host/objects/surround.h"
 #include "host/windows/glob_manager.h"
@@ -36,7 +37,7 @@ XY<int> buttonSize() {
 }
 
 /// A list of rows in a pop-up; its first row opens the next level, the last one pins it, the others choose.
-class LevelPopUp final : public Glob {
+class LevelPopUp final : public Glob, public DescribedItems {
 public:
     LevelPopUp(int level, LogLine log)
         : Glob(toSize16(rowSize().x), toSize16(rowSize().y * rowsOfPopUp)), level_(level),
@@ -84,8 +85,31 @@ public:
 
     void describe(GlobDescription& description) const override {
         Glob::describe(description);
-        description.role = "menu";
+        description.role = Role::menu;
         description.name = fromUTF8(name());
+    }
+    DescribedItems* describedItems() override { return this; }
+
+    // DescribedItems: the rows, by their number from 1.
+    std::size_t numItems(ItemKey in) const override { return in.isEmpty() ? rowsOfPopUp : 0; }
+    Range itemsInSight(ItemKey in) const override { return {0, numItems(in)}; }
+    ItemKey itemAt(ItemKey in, std::size_t index) const override {
+        return index < numItems(in) ? ItemKey{index + 1} : ItemKey();
+    }
+    bool describeItem(ItemKey item, GlobDescription& description) const override {
+        if (item.isEmpty() || item.value > rowsOfPopUp) return false;
+        int const row = static_cast<int>(item.value) - 1;
+        description.role = Role::menuItem;
+        description.name = textOf(row);
+        description.states = GlobDescription::visible | GlobDescription::enabled;
+        description.actions = GlobDescription::press;
+        description.box = boxOf(row).translated(screenBox().bottomLeft());
+        return true;
+    }
+    bool performItemAction(ItemKey item, std::uint32_t action) override {
+        bool const isRow = !item.isEmpty() && item.value <= rowsOfPopUp;
+        if (isRow && action == GlobDescription::press) choose(static_cast<int>(item.value) - 1);
+        return isRow && action == GlobDescription::press;
     }
 
 private:

@@ -517,11 +517,31 @@ void Glob::unmapCanvas() {
 // Self-description
 
 void Glob::describe(GlobDescription& description) const {
-    description.role = "panel";
     description.box = screenBox();
     if (isShown()) description.states |= GlobDescription::visible;
     if (isActive()) description.states |= GlobDescription::enabled;
     if (get_kbd_focus() == this) description.states |= GlobDescription::focused;
+    if (!side_ || !description.wants(GlobDescription::relations)) return;
+    description.labelledBy = side_->labelledBy;
+    description.controls = side_->controls;
+}
+
+void Glob::describeChild(Glob const&, GlobDescription&) const {}
+
+void Glob::setLabelledBy(Glob* label) {
+    if (label == getLabelledBy()) return;
+    side().labelledBy = GlobRef<Glob>(label);
+    describeChanged(DescriptionChange::name);
+}
+
+Glob* Glob::getLabelledBy() const {
+    return side_ ? side_->labelledBy.get() : nullptr;
+}
+
+void Glob::setControls(Glob* controlled) {
+    if (side_ ? side_->controls.get() == controlled : !controlled) return;
+    side().controls = GlobRef<Glob>(controlled);
+    describeChanged(DescriptionChange::relations);
 }
 
 void Glob::describeChanged(DescriptionChange what) {

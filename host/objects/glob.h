@@ -18,6 +18,7 @@
 namespace wainscot {
 
 class configb;
+class DescribedItems;
 class DragDropItem;
 class Event;
 class Surround;
@@ -390,8 +391,19 @@ public:
     // --- Self-description
     /// Fills in what it says about itself; overriders call their base first.
     virtual void describe(GlobDescription& description) const;
+    /// Adds what a child is to this one: which of a set it is. Called only when relations are asked for.
+    virtual void describeChild(Glob const& child, GlobDescription& description) const;
+    /// What is in it and is no `Glob`: rows, cells, nodes. Null when there is nothing of the kind, as here.
+    virtual DescribedItems* describedItems() { return nullptr; }
     /// To be called when something of that has changed; free when nobody listens.
     void describeChanged(DescriptionChange what);
+    /// The widget that says in words what this one is: its name counts instead of this one's own. Null takes
+    /// it away. It may die first.
+    void setLabelledBy(Glob* label);
+    /// Null when there is none, or it has died.
+    Glob* getLabelledBy() const;
+    /// What changes when this is used, as what a scroll bar scrolls. Null takes it away. It may die first.
+    void setControls(Glob* controlled);
     LightweightString<char> name() const;
     void setName(LightweightString<char> name);
 

@@ -4,6 +4,7 @@
 #include "host/messages/observer_list.h"
 #include "host/objects/child_grid_p.h"
 #include "host/objects/glob.h"
+#include "host/objects/glob_ref.h"
 #include "host/objects/surround.h"
 
 #include <optional>
@@ -43,6 +44,8 @@ struct Glob::Side {
     XY<int> grip;
     UIString tip;
     UIString moreTip;
+    GlobRef<Glob> labelledBy;
+    GlobRef<Glob> controls;
     std::unique_ptr<Offers> offers;
     std::unique_ptr<ChildGrid> grid;
     /// All children, or empty: made when one in the middle is asked for by its index.

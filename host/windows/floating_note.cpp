@@ -94,9 +94,12 @@ void NoteGlob::drawComposition(CanvasRenderer& renderer, IntBox const& area) con
 
 void NoteGlob::describe(GlobDescription& description) const {
     Glob::describe(description);
-    description.role = "note";
+    description.role = Role::note;
     description.name = text_.text;
     description.value = text_.more;
+    if (text_.caret < 0 || !description.wants(GlobDescription::textContent)) return;
+    auto const caret = static_cast<std::size_t>(text_.caret);
+    description.content = {text_.text, caret, caret};
 }
 
 } // namespace
