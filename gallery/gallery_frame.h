@@ -37,9 +37,8 @@ private:
     std::vector<Glob*> list_;
     MessageLog* log_;
     ScrolledArea* area_;
-    Glob* page_ = nullptr;
+    HandlerRef<Glob> page_;
     bool fitsAnywhere_ = false;
-    IdStamp pageStamp_;
     bool echo_ = false;
 };
 

@@ -21,8 +21,6 @@ class configb;
 class DragDropItem;
 class Event;
 class Surround;
-template <class T>
-class GlobRef;
 struct GlobDescription;
 struct TooltipDetails;
 enum class DescriptionChange : std::uint8_t;
@@ -347,7 +345,7 @@ public:
     /// to be let go of without a report. The base stops moving.
     virtual void handleCaptureLost();
     /// Tells a former holder, where it lives; what it does may destroy anything.
-    static void tellCaptureLost(GlobRef<Glob> const& holder);
+    static void tellCaptureLost(HandlerRef<Glob> const& holder);
 
     // --- Text entry
     /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
@@ -444,10 +442,10 @@ private:
     void init(XY<int> size, Canvas* canvas, bool opaque);
     /// Takes focus and captured pointer away from it and all below it, and tells nobody: the former holder of
     /// the pointer, which is given, is told when the change is done that asked for it.
-    GlobRef<Glob> loseInput();
+    HandlerRef<Glob> loseInput();
     enum class Whose { itsToo, below };
     /// The pointer alone: its own and that of all below it, or of these only.
-    GlobRef<Glob> losePointer(Whose whose);
+    HandlerRef<Glob> losePointer(Whose whose);
     /// Hands on the focus that it, or what lies in it, has.
     void handOnKbdFocus();
     bool moveHere(Glob* child);

@@ -167,8 +167,8 @@ void EventLoop::dispatchTimers() {
         if (!events_.timers.isStillDue(due)) continue;
         Event event(EventKind::timer);
         event.setTime(now);
-        event.setTarget(due.handler);
-        handle("timer", [&] { deliverEvent(due.handler, event); });
+        event.setTarget(due.handler.get());
+        handle("timer", [&] { deliverEvent(due.handler.get(), event); });
         drain();
     }
 }

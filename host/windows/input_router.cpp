@@ -4,9 +4,9 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/keybinding_manager.h"
 #include "host/events/messages.h"
+#include "host/messages/handler_ref.h"
 #include "host/messages/notify_msg.h"
 #include "host/objects/dispatch.h"
-#include "host/objects/glob_ref.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
 #include "host/services/clipboard.h"
@@ -199,7 +199,7 @@ Event InputRouter::pressToTakeBack(std::uint32_t modifiers, double time) const {
 
 /// As with Escape, what the press began is taken back.
 void InputRouter::losePress() {
-    GlobRef<Glob> const holder(captureHolder());
+    HandlerRef<Glob> const holder(captureHolder());
     Event const press = pressToTakeBack(0, service_get_msecs());
     events_.pointer.forgetPress();
     handOver_.end();
@@ -269,7 +269,7 @@ void InputRouter::routeRelease(InputEvent const& input) {
     bool const last = pointer.heldButtons == 0;
     Glob* const target = shownOrNull(captureHolder());
     Event const event = pointerEvent(EventKind::mouse | bit | EventKind::up, input);
-    GlobRef<Glob> const holder(target);
+    HandlerRef<Glob> const holder(target);
     DispatchScope const scope;
     bool const isHandedOver = handOver_.receiver(target, event) != nullptr;
     if (last || isHandedOver) pointer.releaseCapture();
@@ -355,15 +355,13 @@ Glob* InputRouter::wheelTarget(InputEvent const& input) {
     if (Glob* holder = captureHolder()) return shownOrNull(holder);
     XY<int> const way = input.place - wheelPlace_;
     bool const near = std::abs(way.x) <= wheelGestureReach && std::abs(way.y) <= wheelGestureReach;
-    bool const goesOn = EventHandler::valid(wheelGlob_, wheelStamp_) && wheelGlob_->isShown() && near &&
-                        input.time - wheelTime_ < wheelGestureMs;
+    bool const goesOn = shownOrNull(wheelGlob_.get()) && near && input.time - wheelTime_ < wheelGestureMs;
     if (!goesOn) {
-        wheelGlob_ = globUnder(input);
-        wheelStamp_ = wheelGlob_ ? wheelGlob_->idStamp() : IdStamp();
+        wheelGlob_ = HandlerRef<Glob>(globUnder(input));
         wheelPlace_ = input.place;
     }
     wheelTime_ = input.time;
-    return wheelGlob_;
+    return wheelGlob_.get();
 }
 
 /// No move may have told that the pointer has come there.

@@ -82,7 +82,7 @@ private:
     void updatePointerWishes();
     void dragFiles(InputEvent const& input);
     void dropFiles(InputEvent const& input);
-    void endWheelGesture() { wheelStamp_.invalidate(); }
+    void endWheelGesture() { wheelGlob_ = HandlerRef<Glob>(); }
 
     EventSystem& events_;
     GlobManager& windows_;
@@ -101,8 +101,7 @@ private:
     bool escapeWasUnused_ = false;
 
     // The wheel gesture under way.
-    Glob* wheelGlob_ = nullptr;
-    IdStamp wheelStamp_;
+    HandlerRef<Glob> wheelGlob_;
     double wheelTime_ = 0.0;
     XY<int> wheelPlace_;
 };
