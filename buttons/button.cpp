@@ -304,8 +304,8 @@ void Button::handleKbdFocus() {
     FocusStop::handleKbdFocus(*this, *this);
 }
 
-void Button::handleLookChange() {
-    rect::handleLookChange();
+void Button::handleLookChange(LookChange changes) {
+    rect::handleLookChange(changes);
     if (standardFont_) font_ = UifStd::getFont();
     automatic_.apply(*this, calcSizeFor(label_, font_));
 }

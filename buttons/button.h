@@ -156,7 +156,7 @@ public:
     bool react(Event const& event) override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void handleDetached() override;

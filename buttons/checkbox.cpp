@@ -315,8 +315,8 @@ XY<int> Checkbox::neededSize() const {
     return {calcWidth(label_, getBorder().getType(), font_), UifStd::getButtonHeight()};
 }
 
-void Checkbox::handleLookChange() {
-    StandardPanel::handleLookChange();
+void Checkbox::handleLookChange(LookChange changes) {
+    StandardPanel::handleLookChange(changes);
     if (standardFont_) font_ = UifStd::getFont();
     automatic_.apply(*this, neededSize());
 }

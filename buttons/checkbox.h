@@ -159,7 +159,7 @@ public:
     void drawBackground() override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void handleDetached() override;

@@ -154,7 +154,7 @@ public:
     void handleCaptureLost() override;
     void handleDetached() override;
     void handleMouseContainment(bool inside) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     bool isAutoRepeating() const override;
     MouseCursorID contextCursor(XY<int> const& place) const override;
     void reshape() override;

@@ -111,7 +111,7 @@ public:
     void handleDetached() override;
     void handleMouseContainment(bool inside) override;
     void handleKbdFocus() override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void reshape() override;
     void drawBackground() override;
     void describe(GlobDescription& description) const override;

@@ -84,8 +84,8 @@ void GalleryFrame::fitPage() {
     area_->setLeastSize(fitsAnywhere_ ? XY<int>() : leastPage());
 }
 
-void GalleryFrame::handleLookChange() {
-    Glob::handleLookChange();
+void GalleryFrame::handleLookChange(LookChange changes) {
+    Glob::handleLookChange(changes);
     fitPage();
 }
 

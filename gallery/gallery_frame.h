@@ -22,7 +22,7 @@ public:
     bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
 
 private:

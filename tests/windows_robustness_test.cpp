@@ -117,7 +117,7 @@ TEST_F(Robust, WhatAnswersItselfForEverIsBounded) {
     expectDiagnostic("look change not told");
     struct Answering : Glob {
         Answering() : Glob(10, 10) {}
-        void handleLookChange() override {
+        void handleLookChange(LookChange) override {
             if (++changes < 1000)
                 Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);
         }

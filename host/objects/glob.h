@@ -5,6 +5,7 @@
 #include "host/events/mouse_cursor.h"
 #include "host/messages/event_handler.h"
 #include "host/objects/glob_creation_info.h"
+#include "host/objects/look_change.h"
 #include "host/objects/redraw_flag.h"
 #include "host/objects/widget_position.h"
 #include "host/services/ui_string.h"
@@ -277,9 +278,9 @@ public:
 
     Palette const& getPalette() const { return palette_; }
     virtual void setPalette(Palette const& palette);
-    /// Theme, metrics or scale have changed: what was computed from them is to be computed again. Everything
-    /// is laid out and painted after it.
-    virtual void handleLookChange();
+    /// The look has changed: what was computed or loaded for it is to be made again. Everything is laid out
+    /// and painted after it.
+    virtual void handleLookChange(LookChange changes);
     /// The colour of its ground: that of the palette until one is set.
     Colour getCol() const;
     virtual void setCol(Colour const& colour, bool redraw);
