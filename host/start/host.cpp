@@ -2,6 +2,7 @@
 
 #include "host/backends/offscreen/offscreen_backend.h"
 #include "host/base/diagnostics.h"
+#include "host/base/host_value.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/events/keybinding_manager.h"
@@ -51,6 +52,7 @@ struct Host::Parts {
         preferences.reset();
         iClipboard::install(nullptr);
         iClock::install(nullptr);
+        HostValueBase::resetAll();
     }
 
     std::unique_ptr<Backend> backend;
