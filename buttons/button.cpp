@@ -242,8 +242,8 @@ void Button::autoResize() {
     resize(size.x, height() != 0 ? height() : size.y);
 }
 
-void Button::handleLookChange() {
-    rect::handleLookChange();
+void Button::handleLookChange(LookChange changes) {
+    rect::handleLookChange(changes);
     label_.followLook();
     automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
 }

@@ -174,7 +174,7 @@ public:
 
     // Glob
     bool react(Event const& event) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     bool isAutoRepeating() const override;
     void draw() override;
     void drawBackground() override;

@@ -1,5 +1,6 @@
 #include "buttons/button_look.h"
 
+#include "host/base/host_value.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
 #include "host/services/preferences.h"
@@ -20,10 +21,14 @@ constexpr double inactiveShare = 0.45;
 /// What a thumb's face has of the colour of edges.
 constexpr double thumbEdgeShare = 0.3;
 
-constinit bool curved = true;
+struct Settings {
+    bool isCurved = true;
+};
+
+constinit HostValue<Settings> settings;
 
 unsigned int radius() {
-    return curved ? UifStd::getCornerRadius() : 0;
+    return isCurved() ? UifStd::getCornerRadius() : 0;
 }
 
 /// The line along the upper edge that catches the light, or lies in the shade.
@@ -37,11 +42,11 @@ void drawLight(CanvasRenderer& renderer, IntBox const& box, Colour const& colour
 } // namespace
 
 bool isCurved() {
-    return curved;
+    return settings.get().isCurved;
 }
 
 void readPreferences() {
-    curved = config_int("curved_buttons", 1) != 0;
+    settings.edit().isCurved = config_int("curved_buttons", 1) != 0;
 }
 
 Colour faceColour(Face const& face, Palette const& palette) {
@@ -57,7 +62,7 @@ Colour thumbColour(Palette const& palette) {
 void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
     Colour const colour = faceColour(face, palette);
     Glib::drawRoundedRectFilled(renderer, colour, face.box, radius());
-    if (curved && face.isActive && !face.isDown)
+    if (isCurved() && face.isActive && !face.isDown)
         drawLight(renderer, face.box, Colour::scale(colour, lightFactor));
     // It may have the colour that it has at rest.
     if (face.isActive && face.isDown && face.isDownColour)

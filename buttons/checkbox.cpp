@@ -242,8 +242,8 @@ XY<int> Checkbox::neededSize() const {
     return {calcWidth(getString(), getBorder().getType(), getFont()), UifStd::getButtonHeight()};
 }
 
-void Checkbox::handleLookChange() {
-    StandardPanel::handleLookChange();
+void Checkbox::handleLookChange(LookChange changes) {
+    StandardPanel::handleLookChange(changes);
     label_.followLook();
     automatic_.apply(*this, neededSize());
 }

@@ -176,7 +176,7 @@ public:
     bool react(Event const& event) override;
     void draw() override;
     void drawBackground() override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 

@@ -127,10 +127,10 @@ void CheckboxPanel::reshape() {
     if (life.alive()) layOutBoxes();
 }
 
-void CheckboxPanel::handleLookChange() {
+void CheckboxPanel::handleLookChange(LookChange changes) {
     DispatchScope const scope;
     LifeGuard const life = guard();
-    StandardPanel::handleLookChange();
+    StandardPanel::handleLookChange(changes);
     if (life.alive()) resizeToFit();
     if (life.alive()) layOutBoxes();
 }

@@ -117,10 +117,10 @@ void RadioSet::reshape() {
     if (life.alive()) layOutButtons();
 }
 
-void RadioSet::handleLookChange() {
+void RadioSet::handleLookChange(LookChange changes) {
     DispatchScope const scope;
     LifeGuard const life = guard();
-    StandardPanel::handleLookChange();
+    StandardPanel::handleLookChange(changes);
     if (life.alive()) resizeToFit();
     if (life.alive()) layOutButtons();
 }

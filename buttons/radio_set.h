@@ -58,7 +58,7 @@ public:
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
     bool react(Event const& event) override;
     void reshape() override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
     void describeChild(Glob const& child, GlobDescription& description) const override;
 

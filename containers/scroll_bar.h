@@ -164,7 +164,7 @@ public:
     /// Takes the messages of its arrow buttons.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void handleMouseContainment(bool inside) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     bool isAutoRepeating() const override;
     MouseCursorID contextCursor(XY<int> const& place) const override;
     void reshape() override;

@@ -107,10 +107,10 @@ void ScrollBar::reshape() {
     if (life.alive()) layOutButtons();
 }
 
-void ScrollBar::handleLookChange() {
+void ScrollBar::handleLookChange(LookChange changes) {
     DispatchScope const scope;
     LifeGuard const life = guard();
-    StandardPanel::handleLookChange();
+    StandardPanel::handleLookChange(changes);
     if (life.alive()) layOutButtons();
 }
 

@@ -165,8 +165,8 @@ void Slider::reshape() {
     recalculateStartAndEnd();
 }
 
-void Slider::handleLookChange() {
-    Glob::handleLookChange();
+void Slider::handleLookChange(LookChange changes) {
+    Glob::handleLookChange(changes);
     recalculateStartAndEnd();
 }
 

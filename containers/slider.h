@@ -126,7 +126,7 @@ public:
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     bool react(Event const& event) override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void reshape() override;
     void drawBackground() override;
     void describe(GlobDescription& description) const override;

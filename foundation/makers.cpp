@@ -1,5 +1,7 @@
 #include "foundation/makers.h"
 
+#include "host/base/host_value.h"
+
 namespace wainscot {
 
 iContextMenu::~iContextMenu() = default;
@@ -7,8 +9,8 @@ iTitleBox::~iTitleBox() = default;
 iStateButton::~iStateButton() = default;
 
 Registry& Registry::instance() {
-    static constinit Registry registry;
-    return registry;
+    static constinit HostValue<Registry> registry;
+    return registry.edit();
 }
 
 } // namespace wainscot

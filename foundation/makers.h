@@ -58,7 +58,7 @@ public:
     using MakeTitleBox = iTitleBox* (*)(StandardPanel& panel, LightweightString<wchar_t> const& title,
                                         Glib::FontDesc const& font);
 
-    /// The one of the program.
+    /// That of the host: empty again when the host has gone.
     static Registry& instance();
 
     MakeContextMenu makeContextMenu = nullptr;

@@ -152,10 +152,10 @@ void StandardPanel::reshape() {
     if (life.alive()) resizeTitleWidget();
 }
 
-void StandardPanel::handleLookChange() {
+void StandardPanel::handleLookChange(LookChange changes) {
     DispatchScope const scope;
     LifeGuard const life = guard();
-    rect::handleLookChange();
+    rect::handleLookChange(changes);
     if (!life.alive()) return;
     if (standardBorder_) border_ = Border(border_.getType());
     resizeWidgetsToMetrics();

@@ -244,7 +244,7 @@ public:
     MouseCursorID contextCursor(XY<int> const& place) const override;
     /// Over a title that was cut to fit, its full text, unless the panel has a tip of its own.
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
 
 private:

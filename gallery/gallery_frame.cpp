@@ -75,16 +75,15 @@ void GalleryFrame::show(Page const& page) {
         if (life.alive()) addLine(line);
     });
     made->setPalette(getPalette().makeChildPalette());
-    page_ = area_->setContents(std::move(made));
-    pageStamp_ = page_->idStamp();
+    page_ = HandlerRef<Glob>(area_->setContents(std::move(made)));
 }
 
 void GalleryFrame::fitPage() {
     area_->setLeastSize(fitsAnywhere_ ? XY<int>() : leastPage());
 }
 
-void GalleryFrame::handleLookChange() {
-    Glob::handleLookChange();
+void GalleryFrame::handleLookChange(LookChange changes) {
+    Glob::handleLookChange(changes);
     fitPage();
 }
 
@@ -102,10 +101,11 @@ bool GalleryFrame::react(Event const& event) {
 }
 
 bool GalleryFrame::stepInPage(bool forward) {
-    if (!valid(page_, pageStamp_)) return false;
+    Glob* const page = page_.get();
+    if (!page) return false;
     std::vector<Glob*> found;
     bool hasStops = false;
-    page_->visitSubtree([&](Glob& glob) {
+    page->visitSubtree([&](Glob& glob) {
         auto* const stops = dynamic_cast<TabOrderManager*>(&glob);
         hasStops = hasStops || (stops && stops->numTabStops() > 0);
         if (glob.isActive() && glob.isShown() && isFocusable(glob)) found.push_back(&glob);

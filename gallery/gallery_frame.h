@@ -22,7 +22,7 @@ public:
     bool react(Event const& event) override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;
-    void handleLookChange() override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
 
 private:
@@ -37,9 +37,8 @@ private:
     std::vector<Glob*> list_;
     MessageLog* log_;
     ScrolledArea* area_;
-    Glob* page_ = nullptr;
+    HandlerRef<Glob> page_;
     bool fitsAnywhere_ = false;
-    IdStamp pageStamp_;
     bool echo_ = false;
 };
 

@@ -68,7 +68,8 @@ void ScrolledArea::layOut() {
     across_->setVisible(range().x > 0);
     down_->setVisible(range().y > 0);
     XY<int> const size = contentsSize();
-    if (valid(contents_, contentsStamp_) && contents_->size() != size) contents_->resize(size.x, size.y);
+    if (Glob* const contents = contents_.get(); contents && contents->size() != size)
+        contents->resize(size.x, size.y);
     scrollTo(offset_);
 }
 
@@ -77,21 +78,20 @@ void ScrolledArea::scrollTo(XY<int> offset) {
     XY<int> const size = contentsSize();
     XY<int> const view = viewSize();
     offset_ = {std::clamp(offset.x, 0, most.x), std::clamp(offset.y, 0, most.y)};
-    if (valid(contents_, contentsStamp_))
-        view_->setWidgetPos(contents_, {-offset_.x, view.y - size.y + offset_.y});
+    if (Glob* const contents = contents_.get())
+        view_->setWidgetPos(contents, {-offset_.x, view.y - size.y + offset_.y});
     showPart(*across_, offset_.x, view.x, size.x);
     showPart(*down_, offset_.y, view.y, size.y);
 }
 
 Glob* ScrolledArea::setContents(std::unique_ptr<Glob> contents) {
-    if (valid(contents_, contentsStamp_)) destroy(contents_);
-    contents_ = view_->addChild(std::move(contents));
-    across_->setControls(contents_);
-    down_->setControls(contents_);
-    contentsStamp_ = contents_->idStamp();
+    if (Glob* const before = contents_.get()) destroy(before);
+    contents_ = HandlerRef<Glob>(view_->addChild(std::move(contents)));
+    across_->setControls(contents_.get());
+    down_->setControls(contents_.get());
     offset_ = {};
     layOut();
-    return contents_;
+    return contents_.get();
 }
 
 void ScrolledArea::reshape() {

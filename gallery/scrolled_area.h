@@ -39,8 +39,7 @@ private:
     /// How far the contents are moved up and to the left.
     XY<int> offset_;
     Glob* view_ = nullptr;
-    Glob* contents_ = nullptr;
-    IdStamp contentsStamp_;
+    HandlerRef<Glob> contents_;
     ScrollBar* across_ = nullptr;
     ScrollBar* down_ = nullptr;
 };

@@ -1,8 +1,13 @@
 #include "tests/host_fixture.h"
 
+#include "buttons/button_look.h"
+#include "foundation/load_toolkit.h"
+#include "foundation/makers.h"
+#include "host/drawing/uif_std.h"
 #include "host/messages/notifier.h"
 #include "host/objects/glob_notices.h"
 #include "host/objects/glob_ref.h"
+#include "host/services/preferences.h"
 #include "host/windows/look.h"
 
 #include <limits>
@@ -117,7 +122,7 @@ TEST_F(Robust, WhatAnswersItselfForEverIsBounded) {
     expectDiagnostic("look change not told");
     struct Answering : Glob {
         Answering() : Glob(10, 10) {}
-        void handleLookChange() override {
+        void handleLookChange(LookChange) override {
             if (++changes < 1000)
                 Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);
         }
@@ -445,8 +450,32 @@ TEST_F(Robust, AThrowingFocusHolderKeepsNobodyFromBeingTold) {
     EXPECT_EQ(log_, Lines{"gained"});
 }
 
+/// As a host finds them when none has been before it.
+void expectStartValues() {
+    EXPECT_EQ(Palette::currentTheme(), eThemeDark);
+    EXPECT_EQ(UifStd::getScale(), 1.0);
+    EXPECT_EQ(UifStd::metrics().rowGap, UifStd::Metrics().rowGap);
+    EXPECT_EQ(Look::deviceScale(), 1.0);
+    EXPECT_TRUE(ButtonLook::isCurved());
+    EXPECT_EQ(Registry::instance().makeStandardWidget, nullptr);
+}
+
+void changeSettings() {
+    prefs().setPreference("curved_buttons", 0);
+    loadToolkit();
+    EXPECT_FALSE(ButtonLook::isCurved());
+    EXPECT_NE(Registry::instance().makeStandardWidget, nullptr);
+    UifStd::Metrics metrics;
+    metrics.rowGap = 30;
+    Look::setMetrics(metrics);
+    Look::setTheme(eThemeLight);
+    Look::setSize(2.0);
+    Look::setDeviceScale(2.0);
+}
+
 TEST(RobustHosts, ComeAndGo) {
     for (int i = 0; i < 20; ++i) {
+        expectStartValues();
         HostSettings settings;
         settings.screen = HostSettings::Screen::offscreen;
         Host host(0, nullptr, settings);
@@ -454,7 +483,9 @@ TEST(RobustHosts, ComeAndGo) {
         host.globManager().realize(root);
         host.loop().settle();
         EXPECT_EQ(get_kbd_focus(), root);
+        changeSettings();
     }
+    expectStartValues();
     EXPECT_EQ(get_kbd_focus(), nullptr);
     EXPECT_FALSE(sendMessage("to nobody", nullptr));
     Diagnostics::reset();

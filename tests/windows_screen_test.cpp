@@ -192,15 +192,18 @@ TEST_F(Screen, WindowsFitOnTheirMonitor) {
 class MeasuredGlob : public ProbeGlob {
 public:
     MeasuredGlob() : ProbeGlob(100, UifStd::getButtonHeight()) {}
-    void handleLookChange() override {
+    void handleLookChange(LookChange what) override {
         ++changes;
-        if (onChange)
-            onChange();
+        last = what;
+        if (auto const act = std::exchange(onChange, {}))
+            act();
         else
             resize(width(), UifStd::getButtonHeight());
     }
+    /// Once, instead of that.
     std::function<void()> onChange;
     int changes = 0;
+    LookChange last = LookChange::none;
 };
 
 TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
@@ -218,6 +221,7 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
     Look::setTheme(eThemeLight);
     driver_.settle();
     EXPECT_EQ(measured[0]->changes + measured[1]->changes, 2);
+    EXPECT_EQ(measured[0]->last, LookChange::theme);
     EXPECT_NE(driver_.pixel(first, {300, 10}), dark);
     EXPECT_NE(driver_.pixel(second, {300, 10}), dark);
     Look::setTheme(eThemeDark);
@@ -225,9 +229,24 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
     driver_.settle();
     EXPECT_EQ(driver_.pixel(first, {300, 10}), dark);
     EXPECT_EQ(measured[0]->height(), 2 * height);
+    EXPECT_EQ(measured[0]->last, LookChange::textSize);
     EXPECT_EQ(measured[1]->nextSibling()->box().y2, 200 - 2 * height) << "laid out again";
     Look::setSize(1.0);
     Look::setDeviceScale(2.0);
+    EXPECT_EQ(measured[0]->last, LookChange::deviceScale);
+    EXPECT_EQ(Look::deviceScale(), 2.0);
+    Look::broadcast(LookChange::fonts);
+    EXPECT_EQ(measured[1]->last, LookChange::fonts);
+    measured[0]->onChange = [&] {
+        Look::setSize(1.5);
+        Look::setTheme(eThemeLight);
+    };
+    Look::broadcast(LookChange::fonts);
+    EXPECT_EQ(measured[1]->last, LookChange::theme | LookChange::textSize) << "an answer, told together";
+    EXPECT_TRUE(includes(measured[1]->last, LookChange::theme));
+    EXPECT_FALSE(includes(measured[1]->last, LookChange::fonts));
+    Look::setSize(1.0);
+    Look::setTheme(eThemeDark);
     driver_.settle();
     for (RecordingParent* root : {first, second}) {
         EXPECT_EQ(root->size(), (XY<int>{400, 300}));
@@ -239,14 +258,18 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
     EXPECT_EQ(host_->backend().deviceScale(), 2.0);
     RecordingParent* const third = openWindow(100, 100, {950, 0});
     EXPECT_EQ(manager().windowOf(third)->surface().deviceSize(), (XY<int>{200, 200}));
-    measured[0]->onChange = [&] { destroy(first); };
+    LookChange lastReason = LookChange::none;
+    measured[0]->onChange = [&] {
+        lastReason = measured[0]->last;
+        destroy(first);
+    };
     measured[1]->onChange = [&] { destroy(third); };
     UifStd::Metrics metrics;
     metrics.buttonHeight = 30;
     Look::setMetrics(metrics);
     driver_.settle();
     EXPECT_EQ(manager().numWindows(), 1u);
-    Look::setMetrics(UifStd::Metrics());
+    EXPECT_EQ(lastReason, LookChange::metrics);
 }
 
 } // namespace

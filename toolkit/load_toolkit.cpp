@@ -3,6 +3,7 @@
 #include "buttons/register_makers.h"
 #include "foundation/makers.h"
 #include "foundation/window_keys.h"
+#include "host/base/host_value.h"
 #include "host/events/event_system.h"
 #include "host/windows/glob_manager.h"
 
@@ -10,14 +11,13 @@ namespace wainscot {
 
 namespace {
 
-constinit std::uint64_t loadedFor = 0;
+constinit HostValue<bool> isLoaded;
 
 } // namespace
 
 void loadToolkit() {
-    EventSystem const* const system = EventSystem::current();
-    if (!system || system->number() == loadedFor) return;
-    loadedFor = system->number();
+    if (!EventSystem::current() || isLoaded.get()) return;
+    isLoaded.set(true);
     if (GlobManager* const windows = GlobManager::current()) windows->setUnusedKeyHandler(WindowKeys::handle);
     Buttons::registerMakers(Registry::instance());
 }

@@ -35,8 +35,8 @@ public:
         StandardPanel::reshape();
         layOut();
     }
-    void handleLookChange() override {
-        StandardPanel::handleLookChange();
+    void handleLookChange(LookChange changes) override {
+        StandardPanel::handleLookChange(changes);
         layOut();
     }
 

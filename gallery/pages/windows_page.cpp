@@ -55,7 +55,7 @@ public:
         Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
         for (int row = 0; row < rowsOfPopUp; ++row) {
             IntBox const box = boxOf(row);
-            bool const marked = row == marked_ || (row == 0 && EventHandler::valid(next_, nextStamp_));
+            bool const marked = row == marked_ || (row == 0 && next_);
             if (marked)
                 renderer.renderPrimitive(Glib::RectDescription(box, palette.selection(eSelectionActive)));
             XY<int> const place{box.x1 + UifStd::getIndentWidth(),
@@ -142,7 +142,7 @@ private:
     }
 
     void openNext() {
-        if (EventHandler::valid(next_, nextStamp_)) return destroy(next_);
+        if (Glob* const open = next_.get()) return destroy(open);
         auto made = std::make_unique<LevelPopUp>(level_ + 1, log_);
         IntBox const row = boxOf(0).translated(screenBox().bottomLeft());
         PopUpOptions options;
@@ -151,8 +151,7 @@ private:
         options.place = GlobManager::instance().getSafePosForGlob(
             {toSize16(made->width()), toSize16(made->height())}, row, WidgetRelativity::rightOf,
             UifStd::getWidgetGap(), WidgetAlignment::end);
-        next_ = made.get();
-        nextStamp_ = made->idStamp();
+        next_ = HandlerRef<Glob>(made.get());
         if (GlobManager::instance().openPopUp(made.get(), options)) static_cast<void>(made.release());
         makeDirty();
     }
@@ -160,8 +159,7 @@ private:
     int level_;
     LogLine log_;
     int marked_ = -1;
-    Glob* next_ = nullptr;
-    IdStamp nextStamp_;
+    HandlerRef<Glob> next_;
 };
 
 /// A window with one thing to press in it.
@@ -242,10 +240,7 @@ private:
     }
 
     void pressedPopUpLabel() {
-        if (EventHandler::valid(popUp_, popUpStamp_)) {
-            destroy(popUp_);
-            return;
-        }
+        if (Glob* const open = popUp_.get()) return destroy(open);
         auto made = std::make_unique<LevelPopUp>(1, log_);
         IntBox const anchor = popUpLabel_->screenBox();
         PopUpOptions options;
@@ -253,8 +248,7 @@ private:
         options.opener = popUpLabel_;
         options.place = GlobManager::instance().calcPosForGlob(made->size(), anchor);
         if (options.place->y < 0) options.place->y = anchor.y2;
-        popUp_ = made.get();
-        popUpStamp_ = made->idStamp();
+        popUp_ = HandlerRef<Glob>(made.get());
         if (GlobManager::instance().openPopUp(made.get(), options)) static_cast<void>(made.release());
     }
 
@@ -273,8 +267,7 @@ private:
     LabelGlob* strip_;
     bool keepsAbove_ = false;
     bool isLarge_ = false;
-    Glob* popUp_ = nullptr;
-    IdStamp popUpStamp_;
+    HandlerRef<Glob> popUp_;
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "host/drawing/image.h"
 
+#include "host/base/host_value.h"
 #include "host/base/recent_map.h"
 #include "host/drawing/standard_icons.h"
 #include "host/services/atomic_file.h"
@@ -121,13 +122,17 @@ constexpr std::size_t mostIcons = 512;
 struct Icons {
     std::string folder;
     /// Also names for which there is no icon.
-    RecentMap<std::wstring, Qv::Ptr<Image>> known{mostIcons};
+    mutable RecentMap<std::wstring, Qv::Ptr<Image>> known{mostIcons};
     std::unordered_map<std::wstring, Qv::Ptr<Image>> registered;
 };
 
-Icons& icons() {
-    static auto& shared = *new Icons;
+HostValue<Icons>& theIcons() {
+    static auto& shared = *new HostValue<Icons>;
     return shared;
+}
+
+Icons const& icons() {
+    return theIcons().get();
 }
 
 /// The file of an icon; only bare names, so that an icon never leads out of its folder.
@@ -151,16 +156,17 @@ Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName) {
 }
 
 void setIconFolder(LightweightString<char> const& folder) {
-    icons().folder = folder.view();
-    icons().known.clear();
+    Icons& changed = theIcons().edit();
+    changed.folder = folder.view();
+    changed.known.clear();
 }
 
 void registerIcon(LightweightString<wchar_t> const& bareName, Qv::Ptr<Image> image) {
     std::wstring const name(bareName.view());
     if (image)
-        icons().registered[name] = std::move(image);
+        theIcons().edit().registered[name] = std::move(image);
     else
-        icons().registered.erase(name);
+        theIcons().edit().registered.erase(name);
 }
 
 } // namespace wainscot::Glib

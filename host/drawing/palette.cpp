@@ -1,5 +1,6 @@
 #include "host/drawing/palette.h"
 
+#include "host/base/host_value.h"
 #include <array>
 
 namespace wainscot {
@@ -135,7 +136,8 @@ Colours forChild(Colours colours, Colour const& ground) {
     return colours;
 }
 
-constinit eTheme themeNow = eThemeDark;
+constinit HostValue<eTheme> theTheme;
+static_assert(eTheme() == eThemeDark, "the start value");
 
 } // namespace
 
@@ -145,7 +147,7 @@ public:
     PaletteData(Colours const& dark, Colours const& light) : themes_{dark, light} {}
     explicit PaletteData(Colours const& colours) : themes_{colours, colours} {}
 
-    Colours const& now() const { return themes_[themeNow]; }
+    Colours const& now() const { return themes_[theTheme.get()]; }
     Colours const& under(eTheme theme) const { return themes_[theme]; }
 
 private:
@@ -194,11 +196,11 @@ Palette Palette::standard(eTheme theme) {
 }
 
 eTheme Palette::currentTheme() {
-    return themeNow;
+    return theTheme.get();
 }
 
 void Palette::setCurrentTheme(eTheme theme) {
-    themeNow = theme == eThemeLight ? eThemeLight : eThemeDark;
+    theTheme.set(theme == eThemeLight ? eThemeLight : eThemeDark);
 }
 
 PaletteData const& Palette::data() const {

@@ -1,6 +1,7 @@
 #include "host/drawing/path.h"
 
 #include "host/base/diagnostics.h"
+#include "host/base/host_value.h"
 #include "host/drawing/path_image_p.h"
 #include "host/drawing/shapes.h"
 
@@ -77,8 +78,8 @@ struct DrawingState {
 
 /// Lives for ever: savers may end while the program does.
 DrawingState& state() {
-    static auto& current = *new DrawingState;
-    return current;
+    static auto& current = *new HostValue<DrawingState>;
+    return current.edit();
 }
 
 std::vector<DrawingState>& savedStates() {

@@ -1,16 +1,22 @@
 #include "host/drawing/uif_std.h"
 
+#include "host/base/host_value.h"
+
 #include <cmath>
 #include <limits>
 
 namespace wainscot {
 namespace {
 
-constinit UifStd::Metrics current = {};
-constinit double userScale = 1.0;
+struct Measures {
+    UifStd::Metrics metrics;
+    double userScale = 1.0;
+};
+
+constinit HostValue<Measures> measures;
 
 unsigned short scaled(double measure) {
-    double const value = std::round(measure * userScale);
+    double const value = std::round(measure * measures.get().userScale);
     if (!(value >= 1)) return 1;
     return static_cast<unsigned short>(std::min<double>(value, std::numeric_limits<short>::max()));
 }
@@ -18,61 +24,61 @@ unsigned short scaled(double measure) {
 } // namespace
 
 unsigned short UifStd::getButtonHeight() {
-    return scaled(current.buttonHeight);
+    return scaled(measures.get().metrics.buttonHeight);
 }
 
 unsigned short UifStd::getButtonHeight(float scale) {
-    return scaled(current.buttonHeight * static_cast<double>(scale));
+    return scaled(measures.get().metrics.buttonHeight * static_cast<double>(scale));
 }
 
 unsigned short UifStd::getWidgetGap() {
-    return scaled(current.widgetGap);
+    return scaled(measures.get().metrics.widgetGap);
 }
 
 unsigned short UifStd::getIndentWidth() {
-    return scaled(current.indentWidth);
+    return scaled(measures.get().metrics.indentWidth);
 }
 
 unsigned short UifStd::getRowGap() {
-    return scaled(current.rowGap);
+    return scaled(measures.get().metrics.rowGap);
 }
 
 unsigned short UifStd::getBorder() {
-    return scaled(current.border);
+    return scaled(measures.get().metrics.border);
 }
 
 unsigned short UifStd::getTableRowHeight() {
-    return scaled(current.tableRowHeight);
+    return scaled(measures.get().metrics.tableRowHeight);
 }
 
 unsigned short UifStd::getCornerRadius() {
-    return scaled(current.cornerRadius);
+    return scaled(measures.get().metrics.cornerRadius);
 }
 
 double UifStd::getScale() {
-    return userScale;
+    return measures.get().userScale;
 }
 
 void UifStd::setScale(double scale) {
-    if (std::isfinite(scale)) userScale = std::clamp(scale, 0.5, 4.0);
+    if (std::isfinite(scale)) measures.edit().userScale = std::clamp(scale, 0.5, 4.0);
 }
 
 int UifStd::calcScaledValue(float value) {
-    double const result = std::round(static_cast<double>(value) * userScale);
+    double const result = std::round(static_cast<double>(value) * measures.get().userScale);
     if (!(std::abs(result) < std::numeric_limits<int>::max())) return 0;
     return static_cast<int>(result);
 }
 
 Glib::FontDesc UifStd::getFont() {
-    return {Glib::getDefaultFontName(), scaled(current.fontSize), Glib::eFontRegular};
+    return {Glib::getDefaultFontName(), scaled(measures.get().metrics.fontSize), Glib::eFontRegular};
 }
 
 Glib::FontDesc UifStd::getTitleFont() {
-    return {Glib::getDefaultFontName(), scaled(current.titleFontSize), Glib::eFontBold};
+    return {Glib::getDefaultFontName(), scaled(measures.get().metrics.titleFontSize), Glib::eFontBold};
 }
 
 Glib::FontDesc UifStd::getSubheadingFont() {
-    return {Glib::getDefaultFontName(), scaled(current.subheadingFontSize), Glib::eFontBold};
+    return {Glib::getDefaultFontName(), scaled(measures.get().metrics.subheadingFontSize), Glib::eFontBold};
 }
 
 Palette UifStd::getColourScheme() {
@@ -84,11 +90,11 @@ int UifStd::measure(UIString const& text) {
 }
 
 UifStd::Metrics const& UifStd::metrics() {
-    return current;
+    return measures.get().metrics;
 }
 
 void UifStd::setMetrics(Metrics const& metrics) {
-    current = metrics;
+    measures.edit().metrics = metrics;
 }
 
 } // namespace wainscot

@@ -34,17 +34,12 @@ void Event::setData(Qv::Ptr<iObject> data) {
 }
 
 void Event::setSender(iObject* sender) {
-    sender_ = dynamic_cast<EventHandler*>(sender);
-    senderStamp_ = sender_ ? sender_->idStamp() : IdStamp();
+    sender_ = HandlerRef<>(dynamic_cast<EventHandler*>(sender));
 }
 
 Glob* Event::sender() const {
-    return EventHandler::valid(sender_, senderStamp_) ? sender_->asGlob() : nullptr;
-}
-
-void Event::setTarget(EventHandler* target) {
-    target_ = target;
-    targetStamp_ = target ? target->idStamp() : IdStamp();
+    EventHandler* const sender = sender_.get();
+    return sender ? sender->asGlob() : nullptr;
 }
 
 bool mouse_event(Event const& event) {

@@ -6,6 +6,7 @@
 #include "host/events/event_kinds.h"
 #include "host/events/key_codes.h"
 #include "host/messages/event_handler.h"
+#include "host/messages/handler_ref.h"
 
 #include <cstdint>
 
@@ -72,9 +73,9 @@ public:
     void setSender(iObject* sender);
     /// The `Glob` that sent the message; null when it was none or has died.
     Glob* sender() const;
-    void setTarget(EventHandler* target);
+    void setTarget(EventHandler* target) { target_ = HandlerRef<>(target); }
     /// Whom it is addressed to; null when nobody, or when that has died.
-    EventHandler* target() const { return EventHandler::valid(target_, targetStamp_) ? target_ : nullptr; }
+    EventHandler* target() const { return target_.get(); }
 
 private:
     int kind_;
@@ -93,10 +94,8 @@ private:
     bool hasData_ = false;
     LightweightString<char> message_;
     Qv::Ptr<iObject> data_;
-    EventHandler* sender_ = nullptr;
-    IdStamp senderStamp_;
-    EventHandler* target_ = nullptr;
-    IdStamp targetStamp_;
+    HandlerRef<> sender_;
+    HandlerRef<> target_;
 };
 
 // Classification.

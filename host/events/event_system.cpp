@@ -17,7 +17,7 @@ EventSystem::EventSystem(std::function<void()> wake)
     liveSystem = this;
     lastNumber = number_;
     UiThread::adopt();
-    EventHandler::setForgetHook([](EventHandler const& handler) { liveSystem->forget(&handler); });
+    EventHandler::setForgetHook([](EventHandler const& handler) { liveSystem->forget(handler); });
 }
 
 EventSystem::~EventSystem() {
@@ -36,10 +36,10 @@ EventSystem& EventSystem::live() {
     return *liveSystem;
 }
 
-void EventSystem::forget(EventHandler const* handler) {
-    timers.unregister(handler);
+void EventSystem::forget(EventHandler const& handler) {
+    timers.unregister(&handler);
     intercepts.removeAll(handler);
-    if (pointer.isCapturedBy(handler)) pointer.releaseCapture();
+    if (pointer.isCapturedBy(&handler)) pointer.releaseCapture();
 }
 
 } // namespace wainscot

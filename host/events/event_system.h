@@ -30,7 +30,7 @@ public:
     std::uint64_t number() const { return number_; }
 
     /// Drops everything that remembers a handler: timers, capture, focus, intercept entries.
-    void forget(EventHandler const* handler);
+    void forget(EventHandler const& handler);
 
     EventQueue queue;
     EventTimeServer timers;

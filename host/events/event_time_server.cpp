@@ -21,12 +21,12 @@ void EventTimeServer::registerForTimeEvents(EventHandler* handler) {
     if (!handler) return;
     auto const known = find(handler);
     if (known != entries_.end()) {
-        if (known->second.stamp == handler->idStamp()) return;
+        if (known->second.handler.get() == handler) return;
         unregister(handler);
     }
     if (gridIsIdle()) gridDue_ = service_get_msecs() + gridMs;
     places_[handler] = ++lastNumber_;
-    entries_.emplace(lastNumber_, Entry{handler, handler->idStamp(), {}});
+    entries_.emplace(lastNumber_, Entry{HandlerRef<>(handler), {}});
 }
 
 void EventTimeServer::unregister(EventHandler const* handler) {
@@ -76,13 +76,12 @@ std::vector<EventTimeServer::Due> EventTimeServer::takeDue(double now) {
     std::sort(reached.begin(), reached.end());
     std::vector<Due> due;
     due.reserve(reached.size());
-    for (std::uint64_t const number : reached)
-        due.push_back({entries_.at(number).handler, entries_.at(number).stamp, number});
+    for (std::uint64_t const number : reached) due.push_back({entries_.at(number).handler, number});
     return due;
 }
 
 bool EventTimeServer::isStillDue(Due const& due) const {
-    return EventHandler::valid(due.handler, due.stamp) && entries_.count(due.number) > 0;
+    return due.handler && entries_.count(due.number) > 0;
 }
 
 } // namespace wainscot

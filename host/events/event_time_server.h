@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/messages/event_handler.h"
+#include "host/messages/handler_ref.h"
 
 #include <map>
 #include <optional>
@@ -35,8 +36,7 @@ public:
     /// The handlers due at `now`, in the order of their registration; their times are moved on, without
     /// catching up. Deliver to each only after `isStillDue`.
     struct Due {
-        EventHandler* handler;
-        IdStamp stamp;
+        HandlerRef<> handler;
         /// Its registration.
         std::uint64_t number;
     };
@@ -46,8 +46,7 @@ public:
 
 private:
     struct Entry {
-        EventHandler* handler;
-        IdStamp stamp;
+        HandlerRef<> handler;
         std::optional<double> due;
     };
     using Entries = std::map<std::uint64_t, Entry>;

@@ -23,8 +23,8 @@ public:
     IdStamp push(EventHandler* handler, int priority);
     /// False when there is no such entry.
     bool pop(IdStamp entry);
-    /// Drops all entries of a handler.
-    void removeAll(EventHandler const* handler);
+    /// Drops all entries of a live handler.
+    void removeAll(EventHandler const& handler);
 
     std::size_t size() const { return entries_.size(); }
     bool contains(IdStamp entry) const { return priorities_.count(entry.value()) > 0; }
@@ -34,10 +34,6 @@ public:
     bool offer(Event const& event, std::function<bool(EventHandler&)> const& mayAsk);
 
 private:
-    struct Entry {
-        EventHandler* handler;
-        IdStamp handlerStamp;
-    };
     /// The place of an entry: stamps grow, so that the latest has the largest.
     struct Rank {
         int priority;
@@ -48,10 +44,10 @@ private:
     };
 
     /// In the order of asking.
-    std::map<Rank, Entry> entries_;
+    std::map<Rank, HandlerRef<>> entries_;
     std::unordered_map<std::uint64_t, int> priorities_;
-    /// The stamps of the entries of each handler.
-    std::set<std::pair<EventHandler const*, std::uint64_t>> byHandler_;
+    /// The stamps of the handlers, each with those of its entries.
+    std::set<std::pair<std::uint64_t, std::uint64_t>> byHandler_;
 };
 
 /// The stack on which keys are offered before they are dispatched; that of the live host.

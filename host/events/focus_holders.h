@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/messages/event_handler.h"
+#include "host/messages/handler_ref.h"
 
 #include <unordered_map>
 
@@ -33,11 +34,7 @@ public:
     int nesting = 0;
 
 private:
-    struct Holder {
-        EventHandler* handler = nullptr;
-        IdStamp stamp;
-    };
-    std::unordered_map<std::uint64_t, Holder> holders_;
+    std::unordered_map<std::uint64_t, HandlerRef<>> holders_;
     IdStamp active_;
     bool applicationHasFocus_ = false;
     std::uint64_t heldKeyPress_ = 0;

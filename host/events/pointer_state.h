@@ -3,6 +3,7 @@
 #include "host/base/xy.h"
 #include "host/events/mouse_cursor.h"
 #include "host/messages/event_handler.h"
+#include "host/messages/handler_ref.h"
 
 namespace wainscot {
 
@@ -32,15 +33,14 @@ struct WAINSCOT_API PointerState {
     }
 
     /// From press to release everything goes to the pressed handler.
-    void capture(EventHandler* handler);
-    void releaseCapture() { capture(nullptr); }
+    void capture(EventHandler* handler) { holder_ = HandlerRef<>(handler); }
+    void releaseCapture() { holder_ = HandlerRef<>(); }
     /// Null when nobody has captured the pointer, or the holder has died.
-    EventHandler* captureHolder() const;
+    EventHandler* captureHolder() const { return holder_.get(); }
     bool isCapturedBy(EventHandler const* handler) const { return handler && captureHolder() == handler; }
 
 private:
-    EventHandler* holder_ = nullptr;
-    IdStamp holderStamp_;
+    HandlerRef<> holder_;
 };
 
 /// The pointer's shape where no object wants another; the arrow from the start.

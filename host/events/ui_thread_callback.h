@@ -21,8 +21,7 @@ public:
     explicit UIThreadCallback(Callback callback, EventHandler* receiver = nullptr)
         : state_(std::make_shared<State>()) {
         state_->callback = std::move(callback);
-        state_->receiver = receiver;
-        if (receiver) state_->receiverStamp = receiver->idStamp();
+        state_->receiver = HandlerRef<>(receiver);
         if (EventSystem* system = EventSystem::current()) state_->inbox = system->inbox;
     }
     UIThreadCallback(UIThreadCallback const&) = delete;
@@ -38,8 +37,7 @@ public:
 private:
     struct State {
         Callback callback;
-        EventHandler* receiver = nullptr;
-        IdStamp receiverStamp;
+        HandlerRef<> receiver;
         std::shared_ptr<ThreadInbox> inbox;
         std::atomic<bool> ended{false};
     };
@@ -50,7 +48,7 @@ private:
             : state_(std::move(state)), argument_(std::move(argument)) {}
         void run() override {
             if (state_->ended || !state_->callback) return;
-            if (state_->receiver && !EventHandler::valid(state_->receiver, state_->receiverStamp)) return;
+            if (state_->receiver != HandlerRef<>() && !state_->receiver) return;
             Callback const held = state_->callback;
             held->call(argument_);
         }

@@ -1,7 +1,8 @@
 #include "host/objects/activity.h"
 
+#include "host/messages/handler_ref.h"
 #include "host/objects/description.h"
-#include "host/objects/glob_ref.h"
+#include "host/objects/glob.h"
 #include "host/objects/tree.h"
 
 #include <vector>
@@ -29,7 +30,7 @@ void Activity::parentChanged(Glob& child) {
 void Activity::switched(Glob& glob) {
     for (Glob* changed : spread(glob)) changed->describeChanged(DescriptionChange::state);
     if (glob.isActive()) return;
-    GlobRef<Glob> const pressed = glob.losePointer(Glob::Whose::below);
+    HandlerRef<Glob> const pressed = glob.losePointer(Glob::Whose::below);
     glob.handOnKbdFocus();
     Glob::tellCaptureLost(pressed);
 }

@@ -1,19 +1,21 @@
 #include "host/objects/description_listener.h"
 
+#include "host/base/host_value.h"
+
 namespace wainscot {
 
 namespace {
-constinit DescriptionListener* installedListener = nullptr;
+constinit HostValue<DescriptionListener*> installedListener;
 }
 
 DescriptionListener::~DescriptionListener() = default;
 
 DescriptionListener* DescriptionListener::current() {
-    return installedListener;
+    return installedListener.get();
 }
 
 void DescriptionListener::install(DescriptionListener* listener) {
-    installedListener = listener;
+    installedListener.set(listener);
 }
 
 } // namespace wainscot

@@ -5,10 +5,10 @@
 #include "host/drawing/damage.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/activity.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
-#include "host/objects/glob_ref.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/lifetime.h"
@@ -192,7 +192,7 @@ std::unique_ptr<Glob> Glob::takeWidget(Glob* child) {
     if (!taken || taken->isDying()) return nullptr;
     LifeGuard const life = taken->guard();
     taken->damageWithSurround();
-    GlobRef<Glob> const holder = taken->loseInput();
+    HandlerRef<Glob> const holder = taken->loseInput();
     Tree::unlink(*taken);
     describeChanged(DescriptionChange::children);
     tellCaptureLost(holder);
@@ -409,10 +409,10 @@ void Glob::bringIntoView() {
     EventSystem const* const system = EventSystem::current();
     if (!system || system->pointer.heldButtons != 0) return;
     IntBox area = bounds();
-    GlobRef<Glob> within(this);
+    HandlerRef<Glob> within(this);
     while (within.get() && within.get()->parent_) {
         area = area.translated(within.get()->position_);
-        within = GlobRef<Glob>(within.get()->parent_);
+        within = HandlerRef<Glob>(within.get()->parent_);
         area = area.translated(within.get()->handleBringIntoView(area));
     }
 }
@@ -441,7 +441,7 @@ IntBox Glob::screenBox() const {
 void Glob::setVisible(bool visible) {
     DispatchScope const scope;
     if (isVisible() == visible) return;
-    GlobRef<Glob> holder;
+    HandlerRef<Glob> holder;
     if (!visible) {
         damageWithSurround();
         holder = loseInput();
@@ -508,7 +508,7 @@ void Glob::unmapCanvas() {
     DispatchScope const scope;
     if (!canvas_->isMapped()) return;
     damageWithSurround();
-    GlobRef<Glob> const holder = loseInput();
+    HandlerRef<Glob> const holder = loseInput();
     canvas_->setMapped(false);
     Tree::noteChange();
     tellCaptureLost(holder);

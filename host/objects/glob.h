@@ -5,6 +5,7 @@
 #include "host/events/mouse_cursor.h"
 #include "host/messages/event_handler.h"
 #include "host/objects/glob_creation_info.h"
+#include "host/objects/look_change.h"
 #include "host/objects/redraw_flag.h"
 #include "host/objects/widget_position.h"
 #include "host/services/ui_string.h"
@@ -22,8 +23,6 @@ class DescribedItems;
 class DragDropItem;
 class Event;
 class Surround;
-template <class T>
-class GlobRef;
 struct GlobDescription;
 struct TooltipDetails;
 enum class DescriptionChange : std::uint8_t;
@@ -280,9 +279,9 @@ public:
 
     Palette const& getPalette() const { return palette_; }
     virtual void setPalette(Palette const& palette);
-    /// Theme, metrics or scale have changed: what was computed from them is to be computed again. Everything
-    /// is laid out and painted after it.
-    virtual void handleLookChange();
+    /// The look has changed: what was computed or loaded for it is to be made again. Everything is laid out
+    /// and painted after it.
+    virtual void handleLookChange(LookChange changes);
     /// The colour of its ground: that of the palette until one is set.
     Colour getCol() const;
     virtual void setCol(Colour const& colour, bool redraw);
@@ -348,7 +347,7 @@ public:
     /// to be let go of without a report. The base stops moving.
     virtual void handleCaptureLost();
     /// Tells a former holder, where it lives; what it does may destroy anything.
-    static void tellCaptureLost(GlobRef<Glob> const& holder);
+    static void tellCaptureLost(HandlerRef<Glob> const& holder);
 
     // --- Text entry
     /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
@@ -456,10 +455,10 @@ private:
     void init(XY<int> size, Canvas* canvas, bool opaque);
     /// Takes focus and captured pointer away from it and all below it, and tells nobody: the former holder of
     /// the pointer, which is given, is told when the change is done that asked for it.
-    GlobRef<Glob> loseInput();
+    HandlerRef<Glob> loseInput();
     enum class Whose { itsToo, below };
     /// The pointer alone: its own and that of all below it, or of these only.
-    GlobRef<Glob> losePointer(Whose whose);
+    HandlerRef<Glob> losePointer(Whose whose);
     /// Hands on the focus that it, or what lies in it, has.
     void handOnKbdFocus();
     bool moveHere(Glob* child);

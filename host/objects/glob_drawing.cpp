@@ -98,7 +98,7 @@ void Glob::setPalette(Palette const& palette) {
     makeDirty();
 }
 
-void Glob::handleLookChange() {}
+void Glob::handleLookChange(LookChange) {}
 
 Colour Glob::getCol() const {
     return side_ && side_->colour ? *side_->colour : palette_.window(eWindowNormal);

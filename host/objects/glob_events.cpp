@@ -2,8 +2,9 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/dispatch.h"
-#include "host/objects/glob_ref.h"
+#include "host/objects/glob.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/placement.h"
@@ -144,9 +145,11 @@ bool Glob::offerToHandlers(Event const& event) {
     bool isUsed = false;
     side_->offers->list.walk([&](Side::Offered const& entry) {
         bool const wanted = (entry.kinds & event.kind() & EventKind::groupMask) != 0;
-        if (isUsed || !life.alive() || !wanted || !valid(entry.handler, entry.stamp)) return;
-        Asking const asking(event, *entry.handler);
-        isUsed = entry.handler->handleEvent(event);
+        if (isUsed || !life.alive() || !wanted) return;
+        Glob* const handler = entry.handler.get();
+        if (!handler) return;
+        Asking const asking(event, *handler);
+        isUsed = handler->handleEvent(event);
     });
     return isUsed;
 }
@@ -185,7 +188,7 @@ void Glob::startMoving() {
     EventHandler* const captured = system->pointer.captureHolder();
     if (system->pointer.heldButtons == 0 || captured == this) return;
     system->pointer.capture(this);
-    tellCaptureLost(GlobRef<Glob>(captured ? captured->asGlob() : nullptr));
+    tellCaptureLost(HandlerRef<Glob>(captured ? captured->asGlob() : nullptr));
 }
 
 void Glob::stopMoving() {
@@ -195,22 +198,22 @@ void Glob::stopMoving() {
     if (parent_) Placement::setRule(*this, WidgetPosition(CoordinateOrigin::bottomLeft, position_));
 }
 
-GlobRef<Glob> Glob::loseInput() {
+HandlerRef<Glob> Glob::loseInput() {
     KbdFocus::leave(*this);
     return losePointer(Whose::itsToo);
 }
 
-GlobRef<Glob> Glob::losePointer(Whose whose) {
+HandlerRef<Glob> Glob::losePointer(Whose whose) {
     EventSystem* const system = EventSystem::current();
     EventHandler* const captured = system ? system->pointer.captureHolder() : nullptr;
     Glob* const holder = captured ? captured->asGlob() : nullptr;
     bool const isIts = whose == Whose::itsToo && holder == this;
     if (!isIts && !isParentedTo(holder, this)) return {};
     system->pointer.releaseCapture();
-    return GlobRef<Glob>(holder);
+    return HandlerRef<Glob>(holder);
 }
 
-void Glob::tellCaptureLost(GlobRef<Glob> const& holder) {
+void Glob::tellCaptureLost(HandlerRef<Glob> const& holder) {
     DispatchScope const scope;
     if (Glob* const told = holder.get()) runHandler("handleCaptureLost", [&] { told->handleCaptureLost(); });
 }
@@ -241,7 +244,7 @@ void Glob::addEventHandler(Glob* handler, int kinds) {
         return;
     }
     if (!side().offers) side_->offers = std::make_unique<Side::Offers>();
-    side_->offers->add({handler, handler->idStamp(), kinds});
+    side_->offers->add({HandlerRef<Glob>(handler), kinds});
 }
 
 void Glob::removeEventHandler(int kinds) {
@@ -262,7 +265,7 @@ void Glob::Side::Offers::remove(int kinds) {
 void Glob::Side::Offers::dropDead() {
     std::vector<Offered> living;
     list.walk([&](Offered const& entry) {
-        if (valid(entry.handler, entry.stamp)) living.push_back(entry);
+        if (entry.handler) living.push_back(entry);
     });
     list.clear();
     byKinds.clear();

@@ -1,7 +1,8 @@
 #include "host/objects/glob_notices.h"
 
 #include "host/events/dispatch_scope.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
+#include "host/objects/glob.h"
 
 #include <memory>
 #include <unordered_map>
@@ -54,10 +55,10 @@ NotifierSubscription GlobNotices::watchFocus(Glob& glob, Callback callback) {
 }
 
 void GlobNotices::focused(Glob& holder) {
-    std::vector<GlobRef<Glob>> told;
+    std::vector<HandlerRef<Glob>> told;
     for (Glob* glob = &holder; glob; glob = glob->parent_)
         if (glob->hasFlag(Glob::watchedFlag)) told.emplace_back(glob);
-    for (GlobRef<Glob> const& glob : told)
+    for (HandlerRef<Glob> const& glob : told)
         if (glob.get()) issue(*glob.get(), focusedMsg);
 }
 

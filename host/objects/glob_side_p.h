@@ -17,8 +17,7 @@ namespace wainscot {
 struct Glob::Side {
     /// Handlers that are offered events before the object itself.
     struct Offered {
-        Glob* handler;
-        IdStamp stamp;
+        HandlerRef<Glob> handler;
         int kinds;
     };
     struct Offers {

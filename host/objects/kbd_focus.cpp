@@ -5,8 +5,9 @@
 #include "host/drawing/canvas.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
+#include "host/messages/handler_ref.h"
+#include "host/objects/glob.h"
 #include "host/objects/glob_notices.h"
-#include "host/objects/glob_ref.h"
 #include "host/objects/root_host.h"
 
 namespace wainscot {
@@ -63,7 +64,7 @@ public:
     }
 
 private:
-    GlobRef<Glob> heir_;
+    HandlerRef<Glob> heir_;
 };
 
 } // namespace

@@ -33,8 +33,7 @@ public:
 
 private:
     struct Item {
-        Glob* glob;
-        IdStamp stamp;
+        HandlerRef<Glob> glob;
         /// Its lower-left corner, what may be painted of it, and of what lies round it, on the surface.
         XY<int> origin;
         IntBox clip;
@@ -47,11 +46,11 @@ private:
 
     void drain(std::size_t bottom);
     void drawItem(Item const& item);
-    void pushChildren(Item const& item);
-    void enterCanvas(Item const& item);
-    void drawSurround(Item const& item);
+    void pushChildren(Item const& item, Glob& glob);
+    void enterCanvas(Item const& item, Glob& glob);
+    void drawSurround(Item const& item, Glob& glob);
     bool meetsDamage(IntBox const& box) const;
-    XY<int> canvasOrigin(Item const& item) const;
+    static XY<int> canvasOrigin(Item const& item, Glob& glob);
 
     Surface& surface_;
     PaintPhase& phase_;
@@ -73,16 +72,16 @@ bool Visit::meetsDamage(IntBox const& box) const {
     return false;
 }
 
-XY<int> Visit::canvasOrigin(Item const& item) const {
-    if (item.glob->ownsCanvas()) return item.origin;
-    if (item.glob->canvas() == item.outerCanvas) return item.outerOrigin;
-    return item.glob->canvas()->owner().canvasPlace().origin;
+XY<int> Visit::canvasOrigin(Item const& item, Glob& glob) {
+    if (glob.ownsCanvas()) return item.origin;
+    if (glob.canvas() == item.outerCanvas) return item.outerOrigin;
+    return glob.canvas()->owner().canvasPlace().origin;
 }
 
 void Visit::run(Glob& root) {
     XY<int> const origin = surface_.contentPlace();
     IntBox const clip = surface_.bounds().intersection(root.bounds().translated(origin));
-    stack_.push_back({&root, root.idStamp(), origin, clip, clip, nullptr, origin, 1.0F});
+    stack_.push_back({HandlerRef<Glob>(&root), origin, clip, clip, nullptr, origin, 1.0F});
     drain(0);
 }
 
@@ -94,18 +93,18 @@ void Visit::drain(std::size_t bottom) {
     }
 }
 
-void Visit::enterCanvas(Item const& item) {
+void Visit::enterCanvas(Item const& item, Glob& glob) {
     CanvasPlace place;
     place.surface = &surface_;
-    place.origin = canvasOrigin(item);
+    place.origin = canvasOrigin(item, glob);
     place.visible = item.clip;
     place.mapped = true;
     place.opacity = item.opacity;
-    phase_.enter(item.glob->canvas(), place);
+    phase_.enter(glob.canvas(), place);
 }
 
 /// On the parent's canvas.
-void Visit::drawSurround(Item const& item) {
+void Visit::drawSurround(Item const& item, Glob& glob) {
     CanvasPlace place;
     place.surface = &surface_;
     place.origin = item.outerOrigin;
@@ -113,21 +112,21 @@ void Visit::drawSurround(Item const& item) {
     place.mapped = true;
     place.opacity = item.opacity;
     phase_.enter(item.outerCanvas, place);
-    IntBox const box = IntBox::sized(item.origin - item.outerOrigin, item.glob->size());
+    IntBox const box = IntBox::sized(item.origin - item.outerOrigin, glob.size());
     CanvasRenderer renderer(item.outerCanvas, box.inset(-Surround::maxExtent));
-    Painting::surroundOf(*item.glob).draw(renderer, box, item.glob->getPalette());
+    Painting::surroundOf(glob).draw(renderer, box, glob.getPalette());
 }
 
 void Visit::drawItem(Item const& item) {
-    Glob* const glob = item.glob;
-    if (!EventHandler::valid(glob, item.stamp) || !glob->isVisible() || !glob->canvas()->isMapped()) return;
+    Glob* const glob = item.glob.get();
+    if (!glob || !glob->isVisible() || !glob->canvas()->isMapped()) return;
     bool mayDraw = false;
     runHandler("canDraw", [&] { mayDraw = glob->canDraw(); });
-    if (!mayDraw || !EventHandler::valid(glob, item.stamp)) return;
-    if (glob->hasSurround() && item.outerCanvas) drawSurround(item);
+    if (!mayDraw || !item.glob) return;
+    if (glob->hasSurround() && item.outerCanvas) drawSurround(item, *glob);
     if (item.clip.isEmpty()) return;
     ++drawnCount;
-    enterCanvas(item);
+    enterCanvas(item, *glob);
     Item const* const outerDrawing = drawing_;
     bool const outerChildrenDrawn = childrenDrawn_;
     drawing_ = &item;
@@ -136,13 +135,13 @@ void Visit::drawItem(Item const& item) {
     int const holds = Drawable::holdCount();
     runHandler("draw", [&] { glob->draw(); });
     Drawable::restoreHoldCount(holds);
-    bool const childrenAreDue = !childrenDrawn_ && EventHandler::valid(glob, item.stamp);
+    bool const childrenAreDue = !childrenDrawn_ && item.glob;
     drawing_ = outerDrawing;
     childrenDrawn_ = outerChildrenDrawn;
-    if (childrenAreDue) pushChildren(item);
+    if (childrenAreDue) pushChildren(item, *glob);
 }
 
-void Visit::pushChildren(Item const& item) {
+void Visit::pushChildren(Item const& item, Glob& glob) {
     found_.clear();
     reach_.clear();
     for (IntBox const& damaged : phase_.damage()) {
@@ -150,8 +149,8 @@ void Visit::pushChildren(Item const& item) {
         if (!part.isEmpty())
             reach_.push_back(part.inset(-Surround::maxExtent).translated(XY<int>() - item.origin));
     }
-    Tree::childrenMeeting(*item.glob, reach_, found_);
-    XY<int> const origin = canvasOrigin(item);
+    Tree::childrenMeeting(glob, reach_, found_);
+    XY<int> const origin = canvasOrigin(item, glob);
     for (auto child = found_.rbegin(); child != found_.rend(); ++child) {
         IntBox const box = (*child)->box().translated(item.origin);
         IntBox const clip = box.intersection(item.clip);
@@ -160,23 +159,23 @@ void Visit::pushChildren(Item const& item) {
         if (wide.isEmpty() || !meetsDamage(wide)) continue;
         float const own = (*child)->ownsCanvas() ? (*child)->canvas()->opacity() : 1.0F;
         if (!(own > 0.0F)) continue;
-        stack_.push_back({*child, (*child)->idStamp(), box.bottomLeft(), clip, item.clip, item.glob->canvas(),
-                          origin, item.opacity * own});
+        stack_.push_back({HandlerRef<Glob>(*child), box.bottomLeft(), clip, item.clip, glob.canvas(), origin,
+                          item.opacity * own});
     }
 }
 
 bool Visit::drawChildrenNow(Glob& glob) {
-    if (!drawing_ || drawing_->glob != &glob || childrenDrawn_) return false;
+    if (!drawing_ || drawing_->glob.get() != &glob || childrenDrawn_) return false;
     // Deeper than any interface: the children follow after the drawing, as they do without this call.
     if (nesting_ >= maxNesting) return true;
     ++nesting_;
     Item const item = *drawing_;
     std::size_t const bottom = stack_.size();
-    pushChildren(item);
+    pushChildren(item, glob);
     drain(bottom);
     --nesting_;
     childrenDrawn_ = true;
-    if (EventHandler::valid(item.glob, item.stamp)) enterCanvas(item);
+    if (item.glob) enterCanvas(item, glob);
     return true;
 }
 

@@ -168,15 +168,16 @@ Glob* Placement::siblingOf(Glob const& parent, Glob const& child) {
 /// A child next to a sibling waits for that sibling; a ring of siblings is broken where it closes.
 void Placement::placeChildren(Glob& parent) {
     DispatchScope const scope;
-    std::vector<std::pair<Glob*, IdStamp>> children;
+    std::vector<HandlerRef<Glob>> children;
     for (Glob* child = parent.firstChild_; child; child = child->next_) {
         child->setFlag(Glob::placedFlag, false);
-        children.emplace_back(child, child->idStamp());
+        children.emplace_back(child);
     }
     LifeGuard const life = parent.guard();
     std::vector<Glob*> waiting;
-    for (auto const& [first, stamp] : children) {
-        if (!EventHandler::valid(first, stamp) || first->parent() != &parent) continue;
+    for (HandlerRef<Glob> const& ref : children) {
+        Glob* const first = ref.get();
+        if (!first || first->parent() != &parent) continue;
         waiting.clear();
         for (Glob* child = first; child && !child->hasFlag(Glob::placedFlag);
              child = siblingOf(parent, *child)) {

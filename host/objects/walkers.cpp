@@ -9,21 +9,12 @@ namespace wainscot {
 
 namespace {
 
-struct Remembered {
-    Glob* glob;
-    IdStamp stamp;
-};
-
-std::vector<Remembered> remember(std::vector<Glob*> const& globs) {
-    std::vector<Remembered> remembered;
-    remembered.reserve(globs.size());
-    for (Glob* glob : globs) remembered.push_back({glob, glob->idStamp()});
-    return remembered;
-}
-
 void visitAll(std::vector<Glob*> const& globs, Glob::Visitor const& visit) {
-    for (Remembered const& next : remember(globs))
-        if (EventHandler::valid(next.glob, next.stamp) && !visit(*next.glob)) return;
+    std::vector<HandlerRef<Glob>> remembered;
+    remembered.reserve(globs.size());
+    for (Glob* glob : globs) remembered.emplace_back(glob);
+    for (HandlerRef<Glob> const& next : remembered)
+        if (Glob* const glob = next.get(); glob && !visit(*glob)) return;
 }
 
 /// The subtree, children before their parents.
@@ -90,7 +81,7 @@ Glob* Glob::findNearestGlob(bool (*accept)(Glob*)) {
     iRootHost const* const host = iRootHost::current();
     if (!host || !accept) return nullptr;
     LifeGuard const life = guard();
-    Remembered nearest{nullptr, IdStamp()};
+    HandlerRef<Glob> nearest;
     double least = std::numeric_limits<double>::infinity();
     for (Glob* root : host->roots()) {
         if (!is_good_glob_ptr(root)) continue;
@@ -98,18 +89,18 @@ Glob* Glob::findNearestGlob(bool (*accept)(Glob*)) {
             if (&glob == this || isParentedTo(&glob, this) || isParentedTo(this, &glob)) return true;
             double const distance = glob_pseudo_distance(this, &glob);
             if (distance >= least) return true;
-            IdStamp const stamp = glob.idStamp();
+            HandlerRef<Glob> const asked(&glob);
             bool const taken = accept(&glob);
             if (!life.alive()) return false;
-            if (taken && valid(&glob, stamp)) {
+            if (taken && asked) {
                 least = distance;
-                nearest = {&glob, stamp};
+                nearest = asked;
             }
             return true;
         });
         if (!life.alive()) return nullptr;
     }
-    return valid(nearest.glob, nearest.stamp) ? nearest.glob : nullptr;
+    return nearest.get();
 }
 
 Glob* walk_all_root_globs(Glob* previous) {

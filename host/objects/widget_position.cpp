@@ -5,11 +5,10 @@
 namespace wainscot {
 
 WidgetPosition::WidgetPosition(Glob* sibling, int gap, WidgetRelativity relativity, WidgetAlignment alignment)
-    : relativity_(relativity), alignment_(alignment), relative_(true), offset_(gap, 0), sibling_(sibling),
-      siblingStamp_(sibling ? sibling->idStamp() : IdStamp()) {}
+    : relativity_(relativity), alignment_(alignment), relative_(true), offset_(gap, 0), sibling_(sibling) {}
 
 Glob* WidgetPosition::sibling() const {
-    return EventHandler::valid(sibling_, siblingStamp_) ? sibling_ : nullptr;
+    return sibling_.get();
 }
 
 WidgetPosition TopLeft(int x, int y) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/base/export.h"
-#include "host/base/id_stamp.h"
 #include "host/base/xy.h"
+#include "host/messages/handler_ref.h"
 
 #include <cstdint>
 
@@ -67,8 +67,7 @@ private:
     bool relative_ = false;
     bool userArea_ = false;
     XY<int> offset_;
-    Glob* sibling_ = nullptr;
-    IdStamp siblingStamp_;
+    HandlerRef<Glob> sibling_;
 };
 
 /// All that a parent knows about the place of one child.

@@ -1,6 +1,7 @@
 #include "host/services/system_watchdog.h"
 
 #include "host/base/diagnostics.h"
+#include "host/base/host_value.h"
 #include "host/services/clock.h"
 
 namespace wainscot {
@@ -8,7 +9,10 @@ namespace wainscot {
 namespace {
 
 constinit int depth = 0;
-constinit double limit = SystemWatchdog::standardLimit;
+struct Limit {
+    double msecs = SystemWatchdog::standardLimit;
+};
+constinit HostValue<Limit> limit;
 /// When the outermost bracket began, and the length of all that have ended.
 constinit double supportStart = 0.0;
 constinit double supportedTime = 0.0;
@@ -37,7 +41,7 @@ bool SystemWatchdog::isOnLifeSupport() {
 }
 
 void SystemWatchdog::setLimit(double msecs) {
-    limit = msecs;
+    limit.edit().msecs = msecs;
 }
 
 SystemWatchdog::Watch::Watch(char const* where)
@@ -46,7 +50,8 @@ SystemWatchdog::Watch::Watch(char const* where)
 SystemWatchdog::Watch::~Watch() {
     double const now = service_get_msecs();
     double const taken = now - start_ - (supportedUntil(now) - supportedBefore_);
-    if (limit <= 0.0 || taken <= limit) return;
+    double const most = limit.get().msecs;
+    if (most <= 0.0 || taken <= most) return;
     Diagnostics::count("handler too slow", where_);
     LogBoth("wainscot: %s kept the user waiting for %.1f s", where_, taken / 1000.0);
 }

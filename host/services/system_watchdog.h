@@ -42,7 +42,8 @@ private:
     double supportedBefore_;
 };
 
-/// Another limit, in milliseconds; 0 or less means that nothing is reported.
+/// Another limit, in milliseconds; 0 or less means that nothing is reported. The host has the
+/// standard one from the start.
 WAINSCOT_API void setLimit(double msecs);
 
 } // namespace SystemWatchdog

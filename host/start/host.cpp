@@ -2,13 +2,19 @@
 
 #include "host/backends/offscreen/offscreen_backend.h"
 #include "host/base/diagnostics.h"
+#include "host/base/host_value.h"
 #include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
 #include "host/events/keybinding_manager.h"
+#include "host/services/clipboard.h"
+#include "host/services/clock.h"
 #include "host/services/command_map.h"
 #include "host/services/folder_watch.h"
 #include "host/services/preferences.h"
 #include "host/start/desktop_loader_p.h"
+#include "host/windows/backend.h"
 #include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 
 #include <stdexcept>
 
@@ -46,6 +52,7 @@ struct Host::Parts {
         preferences.reset();
         iClipboard::install(nullptr);
         iClock::install(nullptr);
+        HostValueBase::resetAll();
     }
 
     std::unique_ptr<Backend> backend;

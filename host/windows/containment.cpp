@@ -7,17 +7,17 @@
 namespace wainscot {
 
 void ContainmentPath::tell(Step const& step, bool inside) {
-    if (!step.alive() || step.glob->containsPointer() == inside) return;
-    step.glob->setFlag(Glob::containsPointerFlag, inside);
-    runHandler("handleMouseContainment", [&] { step.glob->handleMouseContainment(inside); });
+    Glob* const glob = step.get();
+    if (!glob || glob->containsPointer() == inside) return;
+    glob->setFlag(Glob::containsPointerFlag, inside);
+    runHandler("handleMouseContainment", [&] { glob->handleMouseContainment(inside); });
 }
 
 void ContainmentPath::moveTo(Glob* deepest) {
     std::vector<Step> wanted;
-    for (Glob* glob = deepest; glob; glob = glob->parent()) wanted.push_back({glob, glob->idStamp()});
+    for (Glob* glob = deepest; glob; glob = glob->parent()) wanted.emplace_back(glob);
     std::reverse(wanted.begin(), wanted.end());
-    auto const same = [](Step const& a, Step const& b) { return a.glob == b.glob && a.stamp == b.stamp; };
-    auto const parting = std::mismatch(steps_.begin(), steps_.end(), wanted.begin(), wanted.end(), same);
+    auto const parting = std::mismatch(steps_.begin(), steps_.end(), wanted.begin(), wanted.end());
     std::vector<Step> const left(parting.first, steps_.end());
     std::vector<Step> const entered(parting.second, wanted.end());
     if (left.empty() && entered.empty()) return;
@@ -29,7 +29,7 @@ void ContainmentPath::moveTo(Glob* deepest) {
 
 Glob* ContainmentPath::deepest() const {
     for (auto step = steps_.rbegin(); step != steps_.rend(); ++step)
-        if (step->alive()) return step->glob;
+        if (Glob* const glob = step->get()) return glob;
     return nullptr;
 }
 

@@ -16,11 +16,7 @@ public:
     Glob* deepest() const;
 
 private:
-    struct Step {
-        Glob* glob;
-        IdStamp stamp;
-        bool alive() const { return EventHandler::valid(glob, stamp); }
-    };
+    using Step = HandlerRef<Glob>;
     static void tell(Step const& step, bool inside);
 
     std::vector<Step> steps_;

@@ -3,7 +3,7 @@
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/tree.h"
 #include "host/windows/glob_manager.h"
 
@@ -20,11 +20,6 @@ constinit DragDropManager* liveManager = nullptr;
 constexpr int pointerExtent = 18;
 
 } // namespace
-
-void DragDropManager::Known::set(Glob* known) {
-    glob = known;
-    stamp = known ? known->idStamp() : IdStamp();
-}
 
 DragDropManager::DragDropManager(GlobManager& windows, EventSystem& events)
     : windows_(windows), events_(events) {
@@ -46,11 +41,11 @@ bool DragDropManager::beginDrag(Qv::Ptr<DragDropItem> item, Glob* source) {
     EventHandler* const captured = events_.pointer.captureHolder();
     events_.pointer.releaseCapture();
     item_ = std::move(item);
-    source_.set(is_good_glob_ptr(source) ? source : nullptr);
-    hovered_.set(nullptr);
+    source_ = HandlerRef<Glob>(is_good_glob_ptr(source) ? source : nullptr);
+    hovered_ = HandlerRef<Glob>();
     cursor_ = forbiddenCursor;
     // Whoever held the pointer hears nothing of the release.
-    Glob::tellCaptureLost(GlobRef<Glob>(captured ? captured->asGlob() : nullptr));
+    Glob::tellCaptureLost(HandlerRef<Glob>(captured ? captured->asGlob() : nullptr));
     return true;
 }
 
@@ -82,20 +77,19 @@ Glob* DragDropManager::getDestinationUnder(XY<int> const& place) {
 void DragDropManager::hoverOver(Glob* destination, XY<int> const& place) {
     Qv::Ptr<DragDropItem> const item = item_;
     DispatchScope const scope;
-    Known next;
-    next.set(destination);
+    HandlerRef<Glob> const next(destination);
     Glob* const last = hovered_.get();
     hovered_ = next;
     if (last && last != destination)
         runHandler("handleDragHover",
                    [&] { last->handleDragHover(*item, last->screenXYToGlobXY(place), false); });
     // The one that was left may have ended the drag, or the destination.
-    if (item_ != item || !next.get()) return;
+    if (item_ != item || !next) return;
     runHandler("handleDragHover",
                [&] { destination->handleDragHover(*item, destination->screenXYToGlobXY(place), true); });
     if (item_ != item) return;
     cursor_ = forbiddenCursor;
-    if (!next.get()) return;
+    if (!next) return;
     MouseCursorID wish = inheritCursor;
     runHandler("getDropCursor",
                [&] { wish = destination->getDropCursor(*item, destination->screenXYToGlobXY(place)); });
@@ -154,7 +148,7 @@ void DragDropManager::cancel() {
 void DragDropManager::end(Qv::Ptr<DragDropItem> const& item, bool taken) {
     cursor_ = inheritCursor;
     label_.hide();
-    Glob* const source = std::exchange(source_, Known()).get();
+    Glob* const source = std::exchange(source_, {}).get();
     DispatchScope const scope;
     if (source) runHandler("handleDragEnd", [&] { source->handleDragEnd(*item, taken); });
 }

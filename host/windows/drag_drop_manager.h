@@ -2,6 +2,7 @@
 
 #include "host/base/ptr.h"
 #include "host/events/event.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/drag_drop_item.h"
 #include "host/windows/floating_note.h"
 
@@ -51,14 +52,6 @@ public:
     bool dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place);
 
 private:
-    struct Known {
-        Glob* glob = nullptr;
-        IdStamp stamp;
-
-        void set(Glob* known);
-        Glob* get() const { return EventHandler::valid(glob, stamp) ? glob : nullptr; }
-    };
-
     /// The item's label follows the pointer.
     void showLabel(XY<int> const& place);
     Glob* destinationFor(DragDropItem const& item, XY<int> const& place, Glob::eDropReason reason);
@@ -72,8 +65,8 @@ private:
     Qv::Ptr<DragDropItem> item_;
     /// The item stands for files of another program.
     bool isFromOutside_ = false;
-    Known source_;
-    Known hovered_;
+    HandlerRef<Glob> source_;
+    HandlerRef<Glob> hovered_;
     MouseCursorID cursor_ = inheritCursor;
     FloatingNote label_;
 };

@@ -3,10 +3,14 @@
 #include "host/base/diagnostics.h"
 #include "host/base/ui_thread.h"
 #include "host/events/dispatch_scope.h"
+#include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
 #include "host/services/preferences.h"
 #include "host/services/system_watchdog.h"
+#include "host/windows/backend.h"
+#include "host/windows/glob_manager.h"
+#include "host/windows/input_router_p.h"
 
 #include <algorithm>
 
@@ -75,7 +79,10 @@ void EventLoop::endWith(std::shared_ptr<void> parts) {
 }
 
 EventLoop::EventLoop(Backend& backend, EventSystem& events, GlobManager& windows)
-    : backend_(backend), events_(events), windows_(windows), router_(backend, events, windows) {}
+    : backend_(backend), events_(events), windows_(windows),
+      router_(std::make_unique<InputRouter>(backend, events, windows)) {}
+
+EventLoop::~EventLoop() = default;
 
 template <class Handler>
 void EventLoop::handle(char const* where, Handler handler) {
@@ -125,7 +132,7 @@ void EventLoop::turn() {
     dispatchTimers();
     takeCalls();
     drain();
-    backend_.setRepeating(router_.isRepeating());
+    backend_.setRepeating(router_->isRepeating());
     paint();
 }
 
@@ -141,9 +148,9 @@ void EventLoop::dispatchInput() {
 }
 
 void EventLoop::routeInput(InputEvent const& input) {
-    handle("input", [&] { router_.route(input); });
+    handle("input", [&] { router_->route(input); });
     drain();
-    backend_.setRepeating(router_.isRepeating());
+    backend_.setRepeating(router_->isRepeating());
 }
 
 /// Handlers that open and close windows for ever leave the rest for the next turn.
@@ -167,8 +174,8 @@ void EventLoop::dispatchTimers() {
         if (!events_.timers.isStillDue(due)) continue;
         Event event(EventKind::timer);
         event.setTime(now);
-        event.setTarget(due.handler);
-        handle("timer", [&] { deliverEvent(due.handler, event); });
+        event.setTarget(due.handler.get());
+        handle("timer", [&] { deliverEvent(due.handler.get(), event); });
         drain();
     }
 }
@@ -216,8 +223,8 @@ void EventLoop::deliver(EventQueue::Entry& entry) {
 
 void EventLoop::paint() {
     if (windows_.hasPaintWork()) handle("painting", [&] { windows_.paintPending(); });
-    handle("text caret", [&] { router_.followTextCaret(); });
-    if (router_.containmentIsStale()) handle("containment", [&] { router_.refreshContainment(); });
+    handle("text caret", [&] { router_->followTextCaret(); });
+    if (router_->containmentIsStale()) handle("containment", [&] { router_->refreshContainment(); });
 }
 
 bool EventLoop::isIdle() const {

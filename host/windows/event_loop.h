@@ -1,19 +1,27 @@
 #pragma once
 
-#include "host/events/event_system.h"
-#include "host/windows/backend.h"
-#include "host/windows/glob_manager.h"
-#include "host/windows/input_router.h"
+#include "host/base/export.h"
+#include "host/events/event_queue.h"
+#include "host/windows/input_event.h"
 
 #include <memory>
+#include <vector>
 
 namespace wainscot {
+
+class Backend;
+class EventSystem;
+class GlobManager;
+class InputRouter;
 
 /// The one loop. A turn dispatches the platform input that has come, then the timers that are due, then calls
 /// from other threads, draining the queue after each; then it paints once, and presents.
 class WAINSCOT_API EventLoop {
 public:
     EventLoop(Backend& backend, EventSystem& events, GlobManager& windows);
+    ~EventLoop();
+    EventLoop(EventLoop const&) = delete;
+    EventLoop& operator=(EventLoop const&) = delete;
 
     /// Turns until the last window has closed or `quit()` is called; the answer is the argument of that, or
     /// 0. A `quit()` that came before ends it at once. Without a screen it also ends when nothing can happen
@@ -58,7 +66,7 @@ private:
     Backend& backend_;
     EventSystem& events_;
     GlobManager& windows_;
-    InputRouter router_;
+    std::unique_ptr<InputRouter> router_;
     std::vector<InputEvent> input_;
     bool turning_ = false;
     /// Calls of `run`, `settle` and `turn` inside each other.

@@ -12,6 +12,7 @@
 #include "host/windows/screen_places.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace wainscot {
 
@@ -104,21 +105,16 @@ void NoteGlob::describe(GlobDescription& description) const {
 
 } // namespace
 
-Glob* FloatingNote::glob() const {
-    return EventHandler::valid(glob_, stamp_) ? glob_ : nullptr;
-}
-
 void FloatingNote::hide() {
-    Glob* const shown = glob();
-    glob_ = nullptr;
-    stamp_.invalidate();
+    Glob* const shown = std::exchange(glob_, {}).get();
     if (shown) destroy(shown);
 }
 
 void FloatingNote::showAt(XY<int> place, NoteText const& text, Glob& owner) {
     GlobManager& windows = GlobManager::instance();
-    if (glob() && text == text_) {
-        if (place != place_) glob_->setScreenPos(place);
+    Glob* const shown = glob();
+    if (shown && text == text_) {
+        if (place != place_) shown->setScreenPos(place);
         place_ = place;
         return;
     }
@@ -132,16 +128,15 @@ void FloatingNote::showAt(XY<int> place, NoteText const& text, Glob& owner) {
         if (life.alive()) destroy(made);
         return;
     }
-    glob_ = made;
-    stamp_ = made->idStamp();
+    glob_ = HandlerRef<Glob>(made);
     text_ = text;
     place_ = place;
 }
 
 void FloatingNote::showBeside(IntBox const& anchor, NoteText const& text, Glob& owner) {
     XY<int> size;
-    if (glob() && text == text_) {
-        size = glob_->size();
+    if (Glob const* const shown = glob(); shown && text == text_) {
+        size = shown->size();
     } else {
         NoteGlob* const measured = new NoteGlob(text);
         size = measured->size();

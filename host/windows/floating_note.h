@@ -32,16 +32,15 @@ public:
     /// The same with the beginning of the text on the lower-left corner of the box.
     void showOn(IntBox const& box, NoteText const& text, Glob& owner);
     void hide();
-    bool isShown() const { return glob() != nullptr; }
+    bool isShown() const { return glob_.get() != nullptr; }
     /// What is shown; null when nothing is.
-    Glob* glob() const;
+    Glob* glob() const { return glob_.get(); }
 
 private:
     XY<int> prepare(NoteText const& text);
     void showAt(XY<int> place, NoteText const& text, Glob& owner);
 
-    Glob* glob_ = nullptr;
-    IdStamp stamp_;
+    HandlerRef<Glob> glob_;
     NoteText text_;
     XY<int> place_;
 };

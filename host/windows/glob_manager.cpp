@@ -287,11 +287,11 @@ void GlobManager::rootDying(Glob& root) {
 
 /// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
 void GlobManager::destroyOwned(Glob const& root) {
-    std::vector<std::pair<Glob*, IdStamp>> owned;
+    std::vector<HandlerRef<Glob>> owned;
     for (TopLevelWindow const* window : windows_.ownedBy(root.idStamp()))
-        if (!popUps_.contains(&window->root())) owned.emplace_back(&window->root(), window->rootStamp());
-    for (auto const& [glob, stamp] : owned)
-        if (EventHandler::valid(glob, stamp)) destroy(glob);
+        if (!popUps_.contains(&window->root())) owned.emplace_back(&window->root());
+    for (HandlerRef<Glob> const& ref : owned)
+        if (Glob* const glob = ref.get()) destroy(glob);
 }
 
 std::vector<Glob*> GlobManager::roots() const {
@@ -334,12 +334,13 @@ void GlobManager::closeAll() {
             Diagnostics::count("window refused", "windows keep opening while all are closed");
             refusesWindows_ = true;
         }
-        std::vector<std::pair<Glob*, IdStamp>> doomed;
-        for (auto const& window : windows_) doomed.emplace_back(&window->root(), window->rootStamp());
+        std::vector<HandlerRef<Glob>> doomed;
+        for (auto const& window : windows_) doomed.emplace_back(&window->root());
         bool isProgress = false;
         for (auto next = doomed.rbegin(); next != doomed.rend(); ++next) {
-            if (!EventHandler::valid(next->first, next->second) || next->first->isDying()) continue;
-            destroy(next->first);
+            Glob* const root = next->get();
+            if (!root || root->isDying()) continue;
+            destroy(root);
             isProgress = true;
         }
         if (!isProgress) break;

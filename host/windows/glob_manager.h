@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/drawing/drawable.h"
+#include "host/objects/look_change.h"
 #include "host/objects/root_host.h"
 #include "host/windows/modal_flash.h"
 #include "host/windows/modality.h"
@@ -119,9 +120,10 @@ public:
     /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
     /// and painted.
     void screenChanged();
-    /// Tells every object that the look has changed, lays all windows out again and paints them.
-    void lookChanged();
+    /// Tells every object what of the look has changed, lays all windows out again and paints them.
+    void lookChanged(LookChange changes);
     void setDeviceScale(double scale);
+    double deviceScale() const { return backend_.deviceScale(); }
 
     /// The root with that name, or the first object with it below a root; null when there is none.
     Glob* find(char const* name) const;
@@ -192,7 +194,7 @@ private:
     XY<int> placeBy(GlobCreationInfo const& info, WidgetPosition const& position) const;
     template <class Visit>
     void visitDamaged(Visit visit);
-    void tellLookChanged();
+    void tellLookChanged(LookChange changes);
 
     Backend& backend_;
     WindowList windows_;
@@ -203,7 +205,8 @@ private:
     /// Everything is being closed.
     bool refusesWindows_ = false;
     bool tellsLook_ = false;
-    bool lookHasChanged_ = false;
+    /// What is still to be told.
+    LookChange lookChanges_ = LookChange::none;
 };
 
 } // namespace wainscot

@@ -258,34 +258,35 @@ void GlobManager::setDeviceScale(double scale) {
         window->setScale(backend_.deviceScale());
     }
     if (!changed) return;
-    lookChanged();
+    lookChanged(LookChange::deviceScale);
     DispatchScope const keepsWindows;
     for (Glob* root : roots())
         if (windowOf(root)) runHandler("change of the scale", [&] { fitOnScreen(*root); });
 }
 
 /// A change that answers a change is told when that has been.
-void GlobManager::lookChanged() {
-    lookHasChanged_ = true;
+void GlobManager::lookChanged(LookChange changes) {
+    lookChanges_ = lookChanges_ | changes;
     if (tellsLook_) return;
     tellsLook_ = true;
-    for (int round = 0; current() == this && std::exchange(lookHasChanged_, false); ++round) {
+    for (int round = 0; current() == this && lookChanges_ != LookChange::none; ++round) {
+        LookChange const told = std::exchange(lookChanges_, LookChange::none);
         if (round == maxLookRounds) {
             Diagnostics::count("look change not told", "handlers keep changing the look");
             break;
         }
-        tellLookChanged();
+        tellLookChanged(told);
     }
     if (current() == this) tellsLook_ = false;
 }
 
-void GlobManager::tellLookChanged() {
+void GlobManager::tellLookChanged(LookChange changes) {
     DispatchScope const keepsWindows;
     for (Glob* root : roots()) {
         if (!windowOf(root)) continue;
         LifeGuard const life = root->guard();
-        root->visitSubtree([](Glob& glob) {
-            runHandler("handleLookChange", [&] { glob.handleLookChange(); });
+        root->visitSubtree([changes](Glob& glob) {
+            runHandler("handleLookChange", [&] { glob.handleLookChange(changes); });
             return true;
         });
         if (!life.alive()) continue;

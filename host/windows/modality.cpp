@@ -17,12 +17,12 @@ void Modality::addModal(Glob& glob) {
     dropDeadIfWorthwhile();
     removeModal(glob);
     places_[&glob] = ++lastPlace_;
-    modals_.emplace(lastPlace_, Modal{&glob, glob.idStamp()});
+    modals_.emplace(lastPlace_, &glob);
 }
 
 void Modality::setContext(Glob& glob, Glob& context) {
     dropDeadIfWorthwhile();
-    contexts_[&glob] = {glob.idStamp(), &context, context.idStamp()};
+    contexts_[&glob] = {HandlerRef<Glob const>(&glob), HandlerRef<Glob>(&context)};
 }
 
 void Modality::remove(Glob const& glob) {
@@ -39,13 +39,9 @@ void Modality::removeModal(Glob const& glob) {
 
 void Modality::dropDeadIfWorthwhile() {
     if (modals_.size() + contexts_.size() < sweepAt_) return;
-    std::erase_if(contexts_, [](auto const& entry) {
-        Context const& held = entry.second;
-        return !EventHandler::valid(entry.first, held.stamp) ||
-               !EventHandler::valid(held.context, held.contextStamp);
-    });
+    std::erase_if(contexts_, [](auto const& entry) { return !entry.second.glob || !entry.second.context; });
     std::erase_if(places_, [this](auto const& entry) {
-        bool const isDead = !EventHandler::valid(entry.first, modals_.at(entry.second).stamp);
+        bool const isDead = !modals_.at(entry.second);
         if (isDead) modals_.erase(entry.second);
         return isDead;
     });
@@ -54,16 +50,14 @@ void Modality::dropDeadIfWorthwhile() {
 
 bool Modality::isModal(Glob const& glob) const {
     auto const place = places_.find(&glob);
-    return place != places_.end() && EventHandler::valid(&glob, modals_.at(place->second).stamp);
+    return place != places_.end() && modals_.at(place->second).get() == &glob;
 }
 
 Glob* Modality::contextOf(Glob const& target) const {
     if (contexts_.empty()) return nullptr;
     for (Glob const* glob = &target; glob; glob = glob->parent()) {
         auto const found = contexts_.find(glob);
-        if (found == contexts_.end() || !EventHandler::valid(glob, found->second.stamp)) continue;
-        Context const& held = found->second;
-        return EventHandler::valid(held.context, held.contextStamp) ? held.context : nullptr;
+        if (found != contexts_.end() && found->second.glob) return found->second.context.get();
     }
     return nullptr;
 }
@@ -80,12 +74,12 @@ bool Modality::belongsTo(Glob const& target, Glob const& modal) const {
 
 Glob* Modality::firstBlockerOf(Glob const& target) const {
     for (auto entry = modals_.rbegin(); entry != modals_.rend(); ++entry) {
-        Modal const& modal = entry->second;
-        if (!modal.counts()) continue;
-        if (belongsTo(target, *modal.glob)) return nullptr;
-        Glob* const root = Glob::getRootParent(modal.glob);
-        bool const reachesHere = modal.glob == root || lies(target, *root);
-        if (reachesHere) return modal.glob;
+        Glob* const modal = entry->second.get();
+        if (!modal || !modal->isShown()) continue;
+        if (belongsTo(target, *modal)) return nullptr;
+        Glob* const root = Glob::getRootParent(modal);
+        bool const reachesHere = modal == root || lies(target, *root);
+        if (reachesHere) return modal;
     }
     return nullptr;
 }

@@ -27,15 +27,9 @@ public:
     bool isModal(Glob const& glob) const;
 
 private:
-    struct Modal {
-        Glob* glob;
-        IdStamp stamp;
-        bool counts() const { return EventHandler::valid(glob, stamp) && glob->isShown(); }
-    };
     struct Context {
-        IdStamp stamp;
-        Glob* context;
-        IdStamp contextStamp;
+        HandlerRef<Glob const> glob;
+        HandlerRef<Glob> context;
     };
 
     void removeModal(Glob const& glob);
@@ -47,7 +41,7 @@ private:
     Glob* firstBlockerOf(Glob const& target) const;
 
     /// By the order of adding.
-    std::map<std::uint64_t, Modal> modals_;
+    std::map<std::uint64_t, HandlerRef<Glob>> modals_;
     std::unordered_map<Glob const*, std::uint64_t> places_;
     std::uint64_t lastPlace_ = 0;
     std::unordered_map<Glob const*, Context> contexts_;

@@ -52,9 +52,8 @@ PopUpChain::~PopUpChain() = default;
 // Membership
 
 std::size_t PopUpChain::indexOf(Glob const* popUp) const {
-    auto const found = std::find_if(links_.begin(), links_.end(), [popUp](Link const& link) {
-        return link.popUp == popUp && link.alive();
-    });
+    auto const found = std::find_if(links_.begin(), links_.end(),
+                                    [popUp](Link const& link) { return popUp && link.popUp.get() == popUp; });
     return static_cast<std::size_t>(found - links_.begin());
 }
 
@@ -63,21 +62,22 @@ bool PopUpChain::contains(Glob const* root) const {
 }
 
 bool PopUpChain::containsStamp(IdStamp root) const {
-    return std::any_of(links_.begin(), links_.end(), [root](Link const& link) { return link.stamp == root; });
+    return std::any_of(links_.begin(), links_.end(),
+                       [root](Link const& link) { return link.popUp.stamp() == root; });
 }
 
 Glob* PopUpChain::last() const {
-    return links_.empty() || !links_.back().alive() ? nullptr : links_.back().popUp;
+    return links_.empty() ? nullptr : links_.back().popUp.get();
 }
 
 Glob* PopUpChain::parentOf(Glob const* popUp) const {
     std::size_t const index = indexOf(popUp);
-    bool const has = index > 0 && index < links_.size() && links_[index - 1].alive();
-    return has ? links_[index - 1].popUp : nullptr;
+    bool const has = index > 0 && index < links_.size();
+    return has ? links_[index - 1].popUp.get() : nullptr;
 }
 
 Glob* PopUpChain::opener() const {
-    return EventHandler::valid(opener_, openerStamp_) ? opener_ : nullptr;
+    return opener_.get();
 }
 
 // Opening
@@ -94,13 +94,12 @@ bool PopUpChain::add(Glob& popUp, Glob* parent, Glob* opener, Glob* owner) {
     if (contains(&popUp)) return true;
     if (links_.empty()) begin(openerLife.alive() ? opener : nullptr, ownerLife.alive() ? owner : nullptr);
     int const priority = lowestPriority + 2 + static_cast<int>(links_.size());
-    links_.push_back({&popUp, popUp.idStamp(), EventSystem::live().intercepts.push(&popUp, priority)});
+    links_.push_back({HandlerRef<Glob>(&popUp), EventSystem::live().intercepts.push(&popUp, priority)});
     return true;
 }
 
 void PopUpChain::begin(Glob* opener, Glob* owner) {
-    opener_ = opener;
-    openerStamp_ = opener ? opener->idStamp() : IdStamp();
+    opener_ = HandlerRef<Glob>(opener);
     owner_ = owner ? owner->idStamp() : IdStamp();
     closingFrom_.reset();
     keeper_ = std::make_unique<Keeper>(*this);
@@ -110,11 +109,11 @@ void PopUpChain::begin(Glob* opener, Glob* owner) {
 /// The keeper may be the one who is just running.
 void PopUpChain::endIfEmpty() {
     if (!links_.empty() || !keeper_) return;
-    opener_ = nullptr;
+    opener_ = HandlerRef<Glob>();
     owner_.invalidate();
     closingFrom_.reset();
     auto const freeKeeper = [](void* keeper) { delete static_cast<Keeper*>(keeper); };
-    if (EventSystem* system = EventSystem::current()) system->intercepts.removeAll(keeper_.get());
+    if (EventSystem* system = EventSystem::current()) system->intercepts.removeAll(*keeper_);
     DispatchScope::freeWhenUnwound(freeKeeper, keeper_.release());
     setOutsidePresses_(false);
 }
@@ -130,20 +129,21 @@ PopUpChain::Link PopUpChain::take(std::size_t index) {
 }
 
 void PopUpChain::close(Link const& link) {
-    if (!link.alive()) return;
+    Glob* const popUp = link.popUp.get();
+    if (!popUp) return;
     bool handled = false;
-    runHandler("poot", [&] { handled = callMessage(Glob::pootMsg, link.popUp, link.popUp) == 1; });
-    if (!handled && link.alive()) destroy(link.popUp);
+    runHandler("poot", [&] { handled = callMessage(Glob::pootMsg, popUp, popUp) == 1; });
+    if (!handled && link.popUp) destroy(popUp);
 }
 
 /// Handlers may close others, or open a new chain: only what stands there now is closed.
 void PopUpChain::closeFrom(std::size_t index) {
     DispatchScope const scope;
     std::vector<IdStamp> doomed;
-    for (std::size_t i = index; i < links_.size(); ++i) doomed.push_back(links_[i].stamp);
+    for (std::size_t i = index; i < links_.size(); ++i) doomed.push_back(links_[i].popUp.stamp());
     for (auto stamp = doomed.rbegin(); stamp != doomed.rend(); ++stamp) {
         auto const found = std::find_if(links_.begin(), links_.end(),
-                                        [&](Link const& link) { return link.stamp == *stamp; });
+                                        [&](Link const& link) { return link.popUp.stamp() == *stamp; });
         if (found != links_.end()) close(take(static_cast<std::size_t>(found - links_.begin())));
     }
 }
@@ -177,7 +177,7 @@ void PopUpChain::leave(Glob const& popUp) {
 PopUpChain::Press PopUpChain::press(Glob* under) {
     if (links_.empty() || contains(Glob::getRootParent(under))) return Press::goesOn;
     if (liesIn(under, opener())) {
-        pressedChain_ = links_.front().stamp;
+        pressedChain_ = links_.front().popUp.stamp();
         return Press::reachesOpener;
     }
     closeAll();
@@ -186,7 +186,7 @@ PopUpChain::Press PopUpChain::press(Glob* under) {
 
 /// Behind the messages that the opener has sent: an owner who is told of the press may close it himself.
 void PopUpChain::openerWasPressed() {
-    if (!links_.empty() && links_.front().stamp == pressedChain_) closeFromLater(0);
+    if (!links_.empty() && links_.front().popUp.stamp() == pressedChain_) closeFromLater(0);
     pressedChain_.invalidate();
 }
 

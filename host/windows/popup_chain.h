@@ -85,10 +85,8 @@ public:
 private:
     class Keeper;
     struct Link {
-        Glob* popUp;
-        IdStamp stamp;
+        HandlerRef<Glob> popUp;
         IdStamp intercept;
-        bool alive() const { return EventHandler::valid(popUp, stamp); }
     };
 
     std::size_t indexOf(Glob const* popUp) const;
@@ -103,8 +101,7 @@ private:
     std::vector<Link> links_;
     /// Hears Escape and postponed closings; lives while the chain is open.
     std::unique_ptr<Keeper> keeper_;
-    Glob* opener_ = nullptr;
-    IdStamp openerStamp_;
+    HandlerRef<Glob> opener_;
     IdStamp owner_;
     /// The first pop-up when the opener was pressed.
     IdStamp pressedChain_;

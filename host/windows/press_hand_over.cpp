@@ -25,15 +25,10 @@ Glob* PressHandOver::popUpUnder(Glob* holder, Event const& event) const {
     return isDragged ? &window->root() : nullptr;
 }
 
-void PressHandOver::remember(Glob* popUp) {
-    popUp_ = popUp;
-    stamp_ = popUp ? popUp->idStamp() : IdStamp();
-}
-
 Glob* PressHandOver::receiver(Glob* holder, Event const& event) {
     Glob* const before = present();
-    remember(popUpUnder(holder, event));
-    if (before && before != popUp_) {
+    popUp_ = HandlerRef<Glob>(popUpUnder(holder, event));
+    if (before && before != present()) {
         DispatchScope const scope;
         dispatchUpwards(before, event);
     }

@@ -16,16 +16,14 @@ public:
     /// the pointer has left hears this event as its last.
     Glob* receiver(Glob* holder, Event const& event);
     /// The pop-up that the pointer was dragged onto; null when it is over none.
-    Glob* present() const { return EventHandler::valid(popUp_, stamp_) ? popUp_ : nullptr; }
-    void end() { remember(nullptr); }
+    Glob* present() const { return popUp_.get(); }
+    void end() { popUp_ = HandlerRef<Glob>(); }
 
 private:
     Glob* popUpUnder(Glob* holder, Event const& event) const;
-    void remember(Glob* popUp);
 
     GlobManager const& windows_;
-    Glob* popUp_ = nullptr;
-    IdStamp stamp_;
+    HandlerRef<Glob> popUp_;
 };
 
 } // namespace wainscot

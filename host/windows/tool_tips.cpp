@@ -52,8 +52,7 @@ bool ToolTips::find(Glob* under, XY<int> place, Subject& subject) {
         runHandler("getTooltipDetails", [&] { found = glob->getTooltipDetails(inside, details); });
         if (!life.alive()) return false;
         if (found) {
-            subject.glob = glob;
-            subject.stamp = glob->idStamp();
+            subject.glob = HandlerRef<Glob>(glob);
             subject.text = {details.text.text(), details.more.text(), UifStd::getFont()};
             subject.area = details.area.translated(place - inside);
             return true;
@@ -63,18 +62,13 @@ bool ToolTips::find(Glob* under, XY<int> place, Subject& subject) {
     return false;
 }
 
-bool ToolTips::isCurrent(Subject const& subject) const {
-    return subject.glob == subject_.glob && subject.stamp == subject_.stamp &&
-           subject.text == subject_.text && subject.area == subject_.area;
-}
-
 void ToolTips::pointerIsOver(Glob* under) {
     // The press has sent them away; what it was about is remembered until the release.
     if (events_.pointer.heldButtons != 0) return;
     Subject now;
     bool const found = events_.focus.applicationHasFocus() && find(under, events_.pointer.place, now);
     bool const rests = rest_ && restPlace_ == events_.pointer.place;
-    if (found && isCurrent(now) && (note_.isShown() || dismissed_ || rests)) return;
+    if (found && now == subject_ && (note_.isShown() || dismissed_ || rests)) return;
     if (note_.isShown()) {
         lastShown_ = service_get_msecs();
         note_.hide();
@@ -89,7 +83,7 @@ void ToolTips::pointerIsOver(Glob* under) {
 }
 
 void ToolTips::dismiss() {
-    dismissed_ = subject_.glob != nullptr;
+    dismissed_ = subject_.glob != HandlerRef<Glob>();
     rest_.reset();
     note_.hide();
 }
@@ -97,10 +91,11 @@ void ToolTips::dismiss() {
 void ToolTips::show() {
     // This was called by it.
     std::unique_ptr<Rest> const ending = std::move(rest_);
-    if (!EventHandler::valid(subject_.glob, subject_.stamp) || !subject_.glob->isShown()) return;
+    Glob* const glob = subject_.glob.get();
+    if (!glob || !glob->isShown()) return;
     XY<int> const place = events_.pointer.place;
     IntBox const pointer(place.x, place.y - pointerExtent, place.x + 1, place.y + 1);
-    note_.showBeside(pointer, subject_.text, *subject_.glob);
+    note_.showBeside(pointer, subject_.text, *glob);
     dismissed_ = !note_.isShown();
 }
 

@@ -28,15 +28,15 @@ public:
 private:
     class Rest;
     struct Subject {
-        Glob* glob = nullptr;
-        IdStamp stamp;
+        HandlerRef<Glob> glob;
         NoteText text;
         /// Root coordinates.
         IntBox area;
+
+        friend bool operator==(Subject const&, Subject const&) = default;
     };
 
     static bool find(Glob* under, XY<int> place, Subject& subject);
-    bool isCurrent(Subject const& subject) const;
     void show();
 
     EventSystem& events_;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/windows/composition.h"
+#include "host/windows/pointer_presses_p.h"
+
+namespace wainscot {
+
+/// Brings keys, and text that an input method composes, to whom they belong.
+class KeyRouting {
+public:
+    KeyRouting(Backend& backend, EventSystem& events, GlobManager& windows, InputTargets& targets,
+               PointerHover& hover, PointerPresses& presses);
+
+    void key(InputEvent const& input);
+    /// Finished text.
+    void composedText(InputEvent const& input);
+    /// Text that is not finished yet.
+    void composing(InputEvent const& input);
+    void endComposition() { composition_.end(); }
+    /// To be called when the text caret may have moved.
+    void followTextCaret() { composition_.follow(targets_.ofKeys()); }
+    /// A Tab leaves nothing right after this.
+    void forgetEscape() { escapeWasUnused_ = false; }
+
+private:
+    /// Offers a key to the intercept stack, then dispatches it from the focus holder upwards.
+    void dispatch(Event& event);
+    bool offerToStack(Event const& event);
+    bool dispatchToHolder(Event const& event);
+    /// What is done with a key press that no object has used. True = something was.
+    bool useElsewhere(Event const& event);
+    /// Leaves what would keep Tab for itself. Whether that went somewhere.
+    bool leaveWithTab(Event const& key);
+
+    EventSystem& events_;
+    GlobManager& windows_;
+    InputTargets& targets_;
+    PointerHover& hover_;
+    PointerPresses& presses_;
+    Composition composition_;
+    /// The last key press was an Escape that nobody used.
+    bool escapeWasUnused_ = false;
+};
+
+} // namespace wainscot
