@@ -253,13 +253,12 @@ bool Button::getTooltipDetails(XY<int> const& place, TooltipDetails& details) co
 }
 
 void Button::describe(GlobDescription& description) const {
-    rect::describe(description);
+    Bindable::describe(description);
     description.role = Role::button;
     description.name = shownLabel().text().text();
     TooltipDetails tip;
     if (description.name.isEmpty() && getTooltipDetails({0, 0}, tip)) description.name = tip.text.text();
     if (looksDown()) description.states |= GlobDescription::pressed;
-    if (isActive()) description.states |= GlobDescription::focusable;
     if (defaultAction_) description.states |= GlobDescription::isDefault;
     description.actions |= GlobDescription::press;
 }

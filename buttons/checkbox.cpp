@@ -329,12 +329,11 @@ bool Checkbox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) 
 }
 
 void Checkbox::describe(GlobDescription& description) const {
-    StandardPanel::describe(description);
+    Bindable::describe(description);
     description.role = set_ ? Role::radioButton : Role::checkbox;
     description.name = getString().text();
     if (ticked_) description.states |= GlobDescription::checked;
     if (showsMixed()) description.states |= GlobDescription::mixed;
-    if (isActive()) description.states |= GlobDescription::focusable;
     description.actions |= GlobDescription::toggle;
     if (!set_ || !description.wants(GlobDescription::relations)) return;
     description.position = memberIndex_ + 1U;

@@ -241,7 +241,7 @@ void Slider::informParent(eEventType type) {
 }
 
 void Slider::describe(GlobDescription& description) const {
-    Glob::describe(description);
+    Bindable::describe(description);
     description.role = Role::slider;
     description.name = fromUTF8(name());
     if (!isDataMixed()) {
@@ -249,7 +249,6 @@ void Slider::describe(GlobDescription& description) const {
         description.number = {value_, std::min(minimum_, maximum_), std::max(minimum_, maximum_),
                               std::abs(maximum_ / nudgesInRange - minimum_ / nudgesInRange), 0};
     }
-    if (isActive()) description.states |= GlobDescription::focusable;
     if (isThumbHeld()) description.states |= GlobDescription::pressed;
     description.actions |= GlobDescription::drag;
 }

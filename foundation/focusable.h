@@ -3,6 +3,7 @@
 #include "foundation/focus_stop.h"
 #include "foundation/press.h"
 #include "foundation/tab_orderable.h"
+#include "host/objects/description.h"
 
 namespace wainscot {
 
@@ -23,6 +24,7 @@ public:
     void handleTabStopFocusLoss() override;
     void handleKbdFocus() override;
     void handleDetached() override;
+    void describe(GlobDescription& description) const override;
 
 protected:
     /// Draws the mark of the focus round it while it is to be shown.
@@ -53,6 +55,12 @@ template <class Base>
 void Focusable<Base>::handleDetached() {
     leaveAllManagers();
     Base::handleDetached();
+}
+
+template <class Base>
+void Focusable<Base>::describe(GlobDescription& description) const {
+    Base::describe(description);
+    if (this->isActive()) description.states |= GlobDescription::focusable;
 }
 
 template <class Base>

@@ -22,6 +22,7 @@ std::span<Page const> pages() {
         {"choices", L"Choices", makeChoicesPage},
         {"scroll", L"Scrolling", makeScrollPage},
         {"timeline", L"Timeline", makeTimelinePage, true},
+        {"rating", L"A control of your own", makeRatingPage},
         {"taborder", L"Tab order", makeTabOrderPage},
         {"binding", L"Value binding", makeBindingPage},
     };

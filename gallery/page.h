@@ -45,6 +45,7 @@ std::unique_ptr<Glob> makeButtonsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeChoicesPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeScrollPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeTimelinePage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeRatingPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeTabOrderPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeBindingPage(XY<int> size, LogLine log);
 

@@ -1,9 +1,11 @@
 #include "host/drawing/uif_std.h"
 
 #include "host/base/host_value.h"
+#include "host/services/text_ids.h"
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace wainscot {
 namespace {
@@ -11,6 +13,8 @@ namespace {
 struct Measures {
     UifStd::Metrics metrics;
     double userScale = 1.0;
+    /// Nothing = the language file has not been asked.
+    std::optional<bool> isRightToLeft;
 };
 
 constinit HostValue<Measures> measures;
@@ -67,6 +71,16 @@ int UifStd::calcScaledValue(float value) {
     double const result = std::round(static_cast<double>(value) * measures.get().userScale);
     if (!(std::abs(result) < std::numeric_limits<int>::max())) return 0;
     return static_cast<int>(result);
+}
+
+bool UifStd::isRightToLeft() {
+    if (!measures.get().isRightToLeft)
+        setRightToLeft(resourceStrW(TextId::readingDirection) == LightweightString<wchar_t>(L"rtl"));
+    return *measures.get().isRightToLeft;
+}
+
+void UifStd::setRightToLeft(bool isRightToLeft) {
+    measures.edit().isRightToLeft = isRightToLeft;
 }
 
 Glib::FontDesc UifStd::getFont() {

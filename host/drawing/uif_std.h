@@ -43,6 +43,12 @@ public:
     /// A measure of the standard size in the user's size, rounded.
     static int calcScaledValue(float value);
 
+    /// Whether the user's language is read from right to left, as its language file says: what has a
+    /// direction is then drawn, and worked with Left and Right, the other way round.
+    static bool isRightToLeft();
+    /// Overrules the language file.
+    static void setRightToLeft(bool isRightToLeft);
+
     static Glib::FontDesc getFont();
     static Glib::FontDesc getTitleFont();
     static Glib::FontDesc getSubheadingFont();

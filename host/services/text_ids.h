@@ -8,6 +8,8 @@ namespace wainscot::TextId {
 /// The word for "off", with which the options of check boxes in menus are compared.
 inline constexpr ResId off = 10001;
 inline constexpr ResId on = 10002;
+/// "ltr" or "rtl": which way the language is read.
+inline constexpr ResId readingDirection = 10003;
 
 inline constexpr ResId fileSystem = 10101;
 inline constexpr ResId home = 10102;

@@ -27,6 +27,7 @@ struct BuiltIn {
 constexpr BuiltIn builtInTexts[] = {
     {TextId::off, L"Off"},
     {TextId::on, L"On"},
+    {TextId::readingDirection, L"ltr"},
     {TextId::fileSystem, L"File system"},
     {TextId::home, L"Home"},
     {TextId::desktop, L"Desktop"},

@@ -1,0 +1,159 @@
+#include "tests/widget_fixture.h"
+
+#include "buttons/checkbox_group.h"
+#include "buttons/checkbox_radio_set.h"
+#include "buttons/radio_set.h"
+#include "containers/scroll_bar.h"
+#include "containers/slider.h"
+#include "foundation/val_server_adaptor.h"
+#include "host/events/key_names.h"
+#include "star_rating.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace wainscot {
+namespace {
+
+using example::StarRating;
+
+class Guide : public WidgetTest {
+protected:
+    StarRating* addRating(int x) {
+        auto* const rating = new StarRating(GlobCreationInfo(100, 20));
+        root_->addChild(rating, BottomLeft(x, 10));
+        order_.addTabStop(*rating);
+        return rating;
+    }
+    /// The middle of a star, as they lie from the left.
+    static XY<int> star(StarRating const& rating, int place) {
+        return rating.globXYToScreenXY({place * 20 - 10, 10});
+    }
+    void clickStar(StarRating const& rating, int place) {
+        driver_.moveTo(star(rating, place));
+        driver_.press();
+        driver_.release();
+    }
+};
+
+TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
+    StarRating* const one = addRating(10);
+    StarRating* const other = addRating(150);
+    ValServer<int> stars(1);
+    bindToServer<int>(*one, stars);
+    bindToServer<int>(*other, stars);
+    EXPECT_EQ(one->getWidgetValue(), 1);
+    clickStar(*one, 4);
+    EXPECT_EQ(stars.value(), 4);
+    EXPECT_EQ(other->getWidgetValue(), 4);
+    EXPECT_EQ(sent(), "rated");
+
+    // The stars under the pointer are shown, and count when it is let go inside.
+    driver_.moveTo(star(*one, 2));
+    driver_.press();
+    driver_.moveTo(star(*one, 3));
+    EXPECT_EQ(one->getWidgetValue(), 4);
+    driver_.key(Key::escape);
+    driver_.release();
+    driver_.press();
+    driver_.moveTo(star(*one, 3) + XY<int>{0, 100});
+    driver_.release();
+    EXPECT_EQ(stars.value(), 4);
+    driver_.moveTo(star(*one, 1));
+    driver_.press();
+    one->setActive(false);
+    driver_.release();
+    one->setActive(true);
+    EXPECT_EQ(stars.value(), 4);
+    EXPECT_EQ(sent(), "");
+
+    one->claimKbdFocus();
+    EXPECT_TRUE(one->isTabStopFocus());
+    driver_.key(Key::right);
+    driver_.key(Key::right);
+    EXPECT_EQ(stars.value(), 5) << "there are no more";
+    driver_.key(Key::left);
+    UifStd::setRightToLeft(true);
+    driver_.key(Key::left);
+    EXPECT_EQ(stars.value(), 5);
+    clickStar(*one, 1);
+    EXPECT_EQ(stars.value(), 5) << "the first one lies at the right";
+    clickStar(*one, 4);
+    EXPECT_EQ(stars.value(), 2);
+    driver_.key(Key::home);
+    GlobDescription const description = GlobDescription::of(*one);
+    EXPECT_EQ(description.number, (NumberValue{0, 0, 5, 1}));
+    EXPECT_NE(description.states & GlobDescription::focused, 0u);
+    sent();
+
+    int told = -1;
+    one->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
+                                        told = *unwrapData<int>(message.payload());
+                                        destroy(one);
+                                        return 1;
+                                    }),
+                                    ""));
+    driver_.key(Key::end);
+    EXPECT_EQ(told, 5);
+    EXPECT_FALSE(is_good_glob_ptr(one));
+    EXPECT_EQ(sent(), "");
+}
+
+// What the guides say of keys and messages comes from the tables of the classes.
+
+std::string guide(char const* name) {
+    std::ifstream const file(std::string(WAINSCOT_SOURCE_DIR) + "/docs/" + name);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+template <std::size_t count>
+void expectMessages(char const* file, MessageInfo const (&table)[count]) {
+    std::string const text = guide(file);
+    for (MessageInfo const& row : table) {
+        bool const isMessage = row.delivery != MessageInfo::callback;
+        std::string name = row.text.empty() ? "" : std::string("`") + row.text.c_str() + "`";
+        if (row.naming == MessageInfo::ownThenText) name = row.text.empty() ? "name" : "name + " + name;
+        if (row.naming == MessageInfo::textThenValue) name += " + value";
+        char const* const how = row.delivery == MessageInfo::called   ? "called"
+                                : row.delivery == MessageInfo::queued ? "queued"
+                                                                      : "call";
+        std::ostringstream line;
+        line << "| " << (isMessage ? name : "-") << " | " << row.when << " | " << how << " | ";
+        if (isMessage) line << row.code << " |";
+        EXPECT_NE(text.find(line.str()), std::string::npos) << file << " lacks\n" << line.str();
+    }
+}
+
+template <class Action, std::size_t count>
+void expectKeys(char const* file, KeyRow<Action> const (&table)[count]) {
+    std::string const text = guide(file);
+    for (std::size_t i = 0; i < count;) {
+        std::string line = "| ";
+        std::size_t const first = i;
+        for (; i < count && table[i].does == table[first].does; ++i)
+            line += (i > first ? ", " : "") + std::string(keyToString(table[i].key).c_str());
+        line += " | " + std::string(table[first].does) + " |";
+        EXPECT_NE(text.find(line), std::string::npos) << file << " lacks\n" << line;
+    }
+}
+
+TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
+    expectMessages("button.md", Button::messageTable);
+    expectMessages("choices.md", Checkbox::messageTable);
+    expectMessages("choices.md", CheckboxGroup::messageTable);
+    expectMessages("choices.md", radio_button::messageTable);
+    expectMessages("choices.md", RadioSet::messageTable);
+    expectMessages("choices.md", CheckboxRadioSet::messageTable);
+    expectMessages("scrolling.md", ScrollBar::messageTable);
+    expectMessages("scrolling.md", Slider::messageTable);
+    expectMessages("panel.md", StandardPanel::messageTable);
+    expectKeys("button.md", Button::keyTable);
+    expectKeys("choices.md", Checkbox::keyTable);
+    expectKeys("choices.md", choiceKeys);
+    expectKeys("scrolling.md", Slider::keyTable);
+}
+
+} // namespace
+} // namespace wainscot
