@@ -25,6 +25,11 @@ protected:
         order_.addTabStop(*rating);
         return rating;
     }
+    std::string sent() {
+        std::string const names = WidgetTest::sent();
+        root_->forgetMessages();
+        return names;
+    }
     /// The middle of a star, as they lie from the left.
     static XY<int> star(StarRating const& rating, int place) {
         return rating.globXYToScreenXY({place * 20 - 10, 10});
@@ -34,6 +39,8 @@ protected:
         driver_.press();
         driver_.release();
     }
+
+    TabOrderManager order_{false};
 };
 
 TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
