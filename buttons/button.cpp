@@ -32,6 +32,11 @@ Button::InitArgs::InitArgs(UIString text, LightweightString<char> messageName, u
     : GlobCreationInfo(w, h), label(std::move(text)), message(std::move(messageName)),
       font(UifStd::getFont()) {}
 
+Button::InitArgs::InitArgs(UIString text, LightweightString<char> messageName, XY<int> const& size)
+    : InitArgs(std::move(text), std::move(messageName)) {
+    setSize(size);
+}
+
 Button::Button(InitArgs const& args) : Bindable(args), label_(args.label, args.font), message_(args.message) {
     setStyle(args.style);
     setLatching(args.latching, false);

@@ -86,6 +86,7 @@ public:
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(unsigned short w, unsigned short h);
+        InitArgs(UIString text, LightweightString<char> messageName, XY<int> const& size);
         InitArgs(UIString text, LightweightString<char> messageName, unsigned short w = 0,
                  unsigned short h = 0);
 

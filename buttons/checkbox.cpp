@@ -57,6 +57,11 @@ Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned short w, uns
     ticked = isTicked;
 }
 
+Checkbox::InitArgs::InitArgs(UIString text, bool isTicked, XY<int> const& size)
+    : InitArgs(std::move(text), isTicked) {
+    setSize(size);
+}
+
 Checkbox::Checkbox(InitArgs const& args)
     : Bindable(panelArgs(args)), label_(args.label, args.font), appearance_(args.appearance),
       ticked_(args.ticked), automatic_(args.width == 0, args.height == 0) {

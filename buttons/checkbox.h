@@ -100,6 +100,7 @@ public:
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(unsigned short w, unsigned short h);
+        InitArgs(UIString text, bool isTicked, XY<int> const& size);
         explicit InitArgs(UIString text, bool isTicked = false, unsigned short w = 0, unsigned short h = 0);
 
         UIString label;

@@ -11,6 +11,11 @@ CheckboxGroup::InitArgs::InitArgs(UIString const& heading, std::vector<UIString>
     border = Border::group;
 }
 
+CheckboxGroup::InitArgs::InitArgs(UIString const& heading, std::vector<UIString> texts, XY<int> const& size)
+    : InitArgs(heading, std::move(texts)) {
+    setSize(size);
+}
+
 CheckboxGroup::CheckboxGroup(InitArgs const& args) : CheckboxPanel(args) {
     for (UIString const& label : args.labels) {
         Checkbox::InitArgs boxArgs(label);

@@ -19,6 +19,7 @@ public:
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
         /// In a frame with the title on it.
+        InitArgs(UIString const& heading, std::vector<UIString> texts, XY<int> const& size);
         InitArgs(UIString const& heading, std::vector<UIString> texts, unsigned short w = 0,
                  unsigned short h = 0);
     };

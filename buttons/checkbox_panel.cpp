@@ -38,6 +38,11 @@ CheckboxPanel::InitArgs::InitArgs(std::vector<UIString> texts, unsigned short w,
     opaque = false;
 }
 
+CheckboxPanel::InitArgs::InitArgs(std::vector<UIString> texts, XY<int> const& size)
+    : InitArgs(std::move(texts)) {
+    setSize(size);
+}
+
 /// What sizes itself does so when it has its checkboxes.
 StandardPanel::InitArgs CheckboxPanel::panelArgs(InitArgs const& args) {
     return {args, Border(args.border)};

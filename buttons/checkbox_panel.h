@@ -16,6 +16,7 @@ public:
     /// A width or height of 0 becomes what the checkboxes need.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
+        InitArgs(std::vector<UIString> texts, XY<int> const& size);
         explicit InitArgs(std::vector<UIString> texts = {}, unsigned short w = 0, unsigned short h = 0);
 
         std::vector<UIString> labels;

@@ -24,6 +24,11 @@ CheckboxRadioSet::InitArgs::InitArgs(std::vector<UIString> texts, unsigned short
     appearance = Checkbox::roundTickBox;
 }
 
+CheckboxRadioSet::InitArgs::InitArgs(std::vector<UIString> texts, XY<int> const& size)
+    : InitArgs(std::move(texts)) {
+    setSize(size);
+}
+
 CheckboxRadioSet::CheckboxRadioSet(InitArgs const& args) : Bindable(args) {
     for (UIString const& label : args.labels) {
         RadioSetCheckbox::InitArgs boxArgs(label, static_cast<int>(numCheckboxes()) == args.selected);

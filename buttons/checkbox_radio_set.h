@@ -25,6 +25,7 @@ public:
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
+        InitArgs(std::vector<UIString> texts, XY<int> const& size);
         explicit InitArgs(std::vector<UIString> texts = {}, unsigned short w = 0, unsigned short h = 0);
         /// The one that is chosen at first; -1 = none.
         int selected = -1;

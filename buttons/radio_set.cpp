@@ -30,6 +30,11 @@ RadioSet::InitArgs argsFor(Vector<LightweightString<wchar_t>> const& labels, Pal
 RadioSet::InitArgs::InitArgs(Vector<LightweightString<wchar_t>> texts, unsigned short w, unsigned short h)
     : GlobCreationInfo(w, h), labels(std::move(texts)) {}
 
+RadioSet::InitArgs::InitArgs(Vector<LightweightString<wchar_t>> texts, XY<int> const& size)
+    : InitArgs(std::move(texts)) {
+    setSize(size);
+}
+
 RadioSet::RadioSet(InitArgs const& args)
     : StandardPanel(StandardPanel::InitArgs(args)), vertical_(args.vertical),
       automatic_(args.width == 0, args.height == 0) {

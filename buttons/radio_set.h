@@ -26,6 +26,7 @@ public:
     /// out, with a diagnostic.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
+        InitArgs(Vector<LightweightString<wchar_t>> texts, XY<int> const& size);
         explicit InitArgs(Vector<LightweightString<wchar_t>> texts = {}, unsigned short w = 0,
                           unsigned short h = 0);
 

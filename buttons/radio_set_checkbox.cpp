@@ -9,6 +9,11 @@ RadioSetCheckbox::InitArgs::InitArgs(UIString text, bool isTicked, unsigned shor
     appearance = roundTickBox;
 }
 
+RadioSetCheckbox::InitArgs::InitArgs(UIString text, bool isTicked, XY<int> const& size)
+    : InitArgs(std::move(text), isTicked) {
+    setSize(size);
+}
+
 RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args) : Checkbox(args) {}
 
 RadioSetCheckbox::RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set) : RadioSetCheckbox(args) {

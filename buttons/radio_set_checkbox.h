@@ -12,6 +12,7 @@ class WAINSCOT_API RadioSetCheckbox : public Checkbox {
 public:
     class WAINSCOT_API InitArgs : public Checkbox::InitArgs {
     public:
+        InitArgs(UIString text, bool isTicked, XY<int> const& size);
         explicit InitArgs(UIString text, bool isTicked = false, unsigned short w = 0, unsigned short h = 0);
     };
 

@@ -44,6 +44,9 @@ ScrollBar::InitArgs::InitArgs(Orientation lie, unsigned short w, unsigned short 
     opaque = false;
 }
 
+ScrollBar::InitArgs::InitArgs(Orientation lie, XY<int> const& size)
+    : InitArgs(lie, toSize16(size.x), toSize16(size.y)) {}
+
 ScrollBar::ScrollBar(InitArgs const& args)
     : Bindable(StandardPanel::InitArgs(args, Border(Border::none))), size_(validSize(args.thumb.size)),
       orientation_(args.orientation), resizable_(args.resizable) {

@@ -87,6 +87,7 @@ public:
         /// A bar of the usual thickness; behind its arrow buttons the ground shows what lies below.
         explicit InitArgs(Orientation lie = eVertical, unsigned short length = 0);
         InitArgs(Orientation lie, unsigned short w, unsigned short h);
+        InitArgs(Orientation lie, XY<int> const& size);
 
         Orientation orientation;
         /// Whether the ends of the thumb can be dragged.

@@ -81,6 +81,10 @@ public:
     public:
         InitArgs(unsigned short w, unsigned short h, Border const& frame = Border())
             : GlobCreationInfo(w, h), border(frame) {}
+        explicit InitArgs(XY<int> const& size, Border const& frame = Border())
+            : GlobCreationInfo(size), border(frame) {}
+        explicit InitArgs(int const (&size)[2], Border const& frame = Border())
+            : GlobCreationInfo(size), border(frame) {}
         InitArgs(GlobCreationInfo const& info, Border const& frame = Border())
             : GlobCreationInfo(info), border(frame) {}
 

@@ -47,8 +47,7 @@ public:
 
 private:
     static std::unique_ptr<Button> make(wchar_t const* label, LightweightString<char> message) {
-        return std::make_unique<Button>(
-            Button::InitArgs(label, std::move(message), toSize16(buttonSize().x), toSize16(buttonSize().y)));
+        return std::make_unique<Button>(Button::InitArgs(label, std::move(message), buttonSize()));
     }
     void set(Label const& label) {
         bool const taken = label_.updateAndNotify(label);

@@ -28,7 +28,7 @@ public:
 
 private:
     StarRating* add(XY<int> size, int column, int row) {
-        GlobCreationInfo info(toSize16(size.x), toSize16(size.y));
+        GlobCreationInfo info(size);
         info.opaque = false;
         StarRating* const rating =
             addChild(std::make_unique<StarRating>(info), UserTopLeft(cell(column), rowTop(row)));

@@ -41,8 +41,7 @@ public:
 
 private:
     static std::unique_ptr<Button> make(wchar_t const* label, LightweightString<char> message) {
-        return std::make_unique<Button>(
-            Button::InitArgs(label, std::move(message), toSize16(buttonSize().x), toSize16(buttonSize().y)));
+        return std::make_unique<Button>(Button::InitArgs(label, std::move(message), buttonSize()));
     }
     void addCommand(wchar_t const* label, LightweightString<char> message, int column) {
         addButton(make(label, std::move(message)), column, rows + 2);

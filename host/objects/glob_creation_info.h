@@ -1,6 +1,8 @@
 #pragma once
 
+#include "host/base/convert.h"
 #include "host/base/lightweight_string.h"
+#include "host/base/xy.h"
 #include "host/drawing/palette.h"
 
 namespace wainscot {
@@ -11,6 +13,10 @@ class Canvas;
 class GlobCreationInfo {
 public:
     GlobCreationInfo(unsigned short w, unsigned short h) : width(w), height(h) {}
+    /// Sizes are kept within 0 to 65535.
+    explicit GlobCreationInfo(XY<int> const& size) { setSize(size); }
+    /// The same for a size in braces.
+    explicit GlobCreationInfo(int const (&size)[2]) { setSize({size[0], size[1]}); }
     GlobCreationInfo(GlobCreationInfo const& other, unsigned short w, unsigned short h)
         : GlobCreationInfo(other) {
         width = w;
@@ -20,8 +26,13 @@ public:
     GlobCreationInfo& operator=(GlobCreationInfo const&) = default;
     virtual ~GlobCreationInfo() = default;
 
-    unsigned short width;
-    unsigned short height;
+    void setSize(XY<int> const& size) {
+        width = toSize16(size.x);
+        height = toSize16(size.y);
+    }
+
+    unsigned short width = 0;
+    unsigned short height = 0;
     Palette palette;
     /// A canvas to share; null = one of its own.
     Canvas* canvas = nullptr;
