@@ -239,7 +239,7 @@ void Button::setCustomDrawFn(void (*function)(Button const&)) {
 
 XY<int> Button::calcSizeFor(UIString const& label, Glib::FontDesc const& font) {
     int const height = UifStd::getButtonHeight();
-    return {Glib::loadFont(font)->textWidth(label.text()) + height, height};
+    return {FittedLabel(label, font).neededWidth() + height, height};
 }
 
 void Button::autoResize() {

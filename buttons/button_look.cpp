@@ -84,8 +84,4 @@ void drawLatchMark(CanvasRenderer& renderer, Face const& face, Palette const& pa
     renderer.renderPrimitive(Glib::RectDescription(bar, colour));
 }
 
-void drawFocus(CanvasRenderer& renderer, IntBox const& box, Palette const& palette) {
-    Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
-}
-
 } // namespace wainscot::ButtonLook

@@ -34,8 +34,6 @@ WAINSCOT_API void drawFace(CanvasRenderer& renderer, Face const& face, Palette c
 WAINSCOT_API void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette);
 /// The mark of a face that stays down until it is pressed again.
 WAINSCOT_API void drawLatchMark(CanvasRenderer& renderer, Face const& face, Palette const& palette);
-/// The mark of the keyboard focus on a face.
-WAINSCOT_API void drawFocus(CanvasRenderer& renderer, IntBox const& box, Palette const& palette);
 
 } // namespace ButtonLook
 } // namespace wainscot

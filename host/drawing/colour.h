@@ -71,7 +71,6 @@ struct NormalisedRGB {
         return {static_cast<float>(colour.red()), static_cast<float>(colour.green()),
                 static_cast<float>(colour.blue())};
     }
-    constexpr Colour asColour() const { return {r, g, b}; }
 
     friend constexpr bool operator==(NormalisedRGB const&, NormalisedRGB const&) = default;
 };

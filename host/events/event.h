@@ -23,7 +23,6 @@ public:
     Event(int kind, std::uint32_t keyCode, EventHandler* target = nullptr);
 
     int kind() const { return kind_; }
-    void setKind(int kind) { kind_ = kind; }
     XY<int> place() const { return place_; }
     void setPlace(XY<int> place) { place_ = place; }
 

@@ -2,8 +2,7 @@
 
 #include "host/base/export.h"
 #include "host/base/id_stamp.h"
-
-#include <memory>
+#include "host/events/one_shot_timer.h"
 
 namespace wainscot {
 
@@ -28,7 +27,6 @@ public:
     static constexpr int changes = 6;
 
 private:
-    class Ticker;
     void tick();
     void end();
     void show(bool marked);
@@ -36,8 +34,8 @@ private:
     GlobManager& windows_;
     IdStamp root_;
     int left_ = 0;
-    /// Lives while it flashes.
-    std::unique_ptr<Ticker> ticker_;
+    /// Runs while it flashes.
+    OneShotTimer timer_;
 };
 
 } // namespace wainscot

@@ -6,26 +6,8 @@
 
 namespace wainscot {
 
-class SubMenuApproach::Timer final : public EventHandler {
-public:
-    explicit Timer(SubMenuApproach& approach) : approach_(approach) {
-        EventTimeServer::theEventTimeServer()->registerForTimeEvents(this);
-        EventTimeServer::theEventTimeServer()->setNextTimer(this, DiagonalWay::longest);
-    }
-    // Owned by the approach, never counted.
-    void addRef() const noexcept override {}
-    void release() const noexcept override {}
-    bool handleEvent(Event const& event) override {
-        if (isTimerEvent(event)) approach_.timeIsOver();
-        return true;
-    }
-
-private:
-    SubMenuApproach& approach_;
-};
-
 SubMenuApproach::SubMenuApproach(GlobManager const& windows, std::function<void(InputEvent const&)> deliver)
-    : windows_(windows), deliver_(std::move(deliver)) {}
+    : windows_(windows), deliver_(std::move(deliver)), timer_([this] { timeIsOver(); }) {}
 
 SubMenuApproach::~SubMenuApproach() = default;
 
@@ -50,20 +32,17 @@ bool SubMenuApproach::holdsBack(XY<int> from, InputEvent const& move) {
         return false;
     }
     held_ = move;
-    if (!timer_) timer_ = std::make_unique<Timer>(*this);
+    if (!timer_.isRunning()) timer_.start(DiagonalWay::longest);
     return true;
 }
 
-/// The timer may be the one who is just running.
 void SubMenuApproach::drop() {
     way_.end();
-    if (!timer_) return;
-    EventTimeServer::theEventTimeServer()->unregister(timer_.get());
-    DispatchScope::freeWhenUnwound([](void* timer) { delete static_cast<Timer*>(timer); }, timer_.release());
+    timer_.stop();
 }
 
 void SubMenuApproach::checkTarget(XY<int> from) {
-    if (timer_ && !target(from, held_.place)) timeIsOver();
+    if (timer_.isRunning() && !target(from, held_.place)) timeIsOver();
 }
 
 void SubMenuApproach::timeIsOver() {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "host/events/one_shot_timer.h"
 #include "host/windows/diagonal_way.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
 
 #include <functional>
-#include <memory>
 
 namespace wainscot {
 
@@ -26,7 +26,6 @@ public:
     void checkTarget(XY<int> from);
 
 private:
-    class Timer;
     /// The box towards which the pointer may be on its way; nothing when there is none.
     std::optional<IntBox> target(XY<int> from, XY<int> place) const;
     void timeIsOver();
@@ -35,8 +34,8 @@ private:
     std::function<void(InputEvent const&)> deliver_;
     DiagonalWay way_;
     InputEvent held_;
-    /// Lives while a move is held back.
-    std::unique_ptr<Timer> timer_;
+    /// Runs while a move is held back.
+    OneShotTimer timer_;
     bool delivering_ = false;
 };
 

@@ -16,28 +16,7 @@ constexpr int pointerExtent = 18;
 
 } // namespace
 
-/// Waits until the pointer has rested long enough.
-class ToolTips::Rest final : public EventHandler {
-public:
-    Rest(ToolTips& tips, double ms) : tips_(tips) {
-        EventTimeServer& timers = tips.events_.timers;
-        timers.registerForTimeEvents(this);
-        timers.setNextTimer(this, ms);
-    }
-
-    void addRef() const noexcept override {}
-    void release() const noexcept override {}
-
-    bool handleEvent(Event const&) override {
-        tips_.show();
-        return true;
-    }
-
-private:
-    ToolTips& tips_;
-};
-
-ToolTips::ToolTips(EventSystem& events) : events_(events) {}
+ToolTips::ToolTips(EventSystem& events) : events_(events), rest_([this] { show(); }) {}
 
 ToolTips::~ToolTips() = default;
 
@@ -67,7 +46,7 @@ void ToolTips::pointerIsOver(Glob* under) {
     if (events_.pointer.heldButtons != 0) return;
     Subject now;
     bool const found = events_.focus.applicationHasFocus() && find(under, events_.pointer.place, now);
-    bool const rests = rest_ && restPlace_ == events_.pointer.place;
+    bool const rests = rest_.isRunning() && restPlace_ == events_.pointer.place;
     if (found && now == subject_ && (note_.isShown() || dismissed_ || rests)) return;
     if (note_.isShown()) {
         lastShown_ = service_get_msecs();
@@ -75,22 +54,20 @@ void ToolTips::pointerIsOver(Glob* under) {
     }
     dismissed_ = false;
     subject_ = now;
-    rest_.reset();
+    rest_.stop();
     if (!found) return;
     bool const isReading = service_get_msecs() - lastShown_ < readingMs;
-    rest_ = std::make_unique<Rest>(*this, isReading ? readingRestMs : restMs);
+    rest_.start(isReading ? readingRestMs : restMs);
     restPlace_ = events_.pointer.place;
 }
 
 void ToolTips::dismiss() {
     dismissed_ = subject_.glob != HandlerRef<Glob>();
-    rest_.reset();
+    rest_.stop();
     note_.hide();
 }
 
 void ToolTips::show() {
-    // This was called by it.
-    std::unique_ptr<Rest> const ending = std::move(rest_);
     Glob* const glob = subject_.glob.get();
     if (!glob || !glob->isShown()) return;
     XY<int> const place = events_.pointer.place;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/events/event_system.h"
+#include "host/events/one_shot_timer.h"
 #include "host/windows/floating_note.h"
 
 namespace wainscot {
@@ -26,7 +27,6 @@ public:
     bool isShown() const { return note_.isShown(); }
 
 private:
-    class Rest;
     struct Subject {
         HandlerRef<Glob> glob;
         NoteText text;
@@ -42,8 +42,8 @@ private:
     EventSystem& events_;
     FloatingNote note_;
     Subject subject_;
-    /// Lives while the pointer's rest is awaited.
-    std::unique_ptr<Rest> rest_;
+    /// Runs while the pointer's rest is awaited.
+    OneShotTimer rest_;
     /// Where it rests.
     XY<int> restPlace_;
     double lastShown_ = -readingMs;
