@@ -7,7 +7,7 @@
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
 #include "host/events/key_names.h"
-#include "star_rating.h"
+#include <star_rating.h>
 
 #include <fstream>
 #include <sstream>

@@ -1,7 +1,7 @@
 #include "gallery/pages/cell_panel.h"
 
 #include "foundation/val_server_adaptor.h"
-#include "star_rating.h"
+#include <star_rating.h>
 
 namespace wainscot::gallery {
 
