@@ -21,7 +21,7 @@ public:
         show(*disabled, 2);
         disabled->setActive(false);
         addNote(L"Any size will do:", 0, 4);
-        show(*add(buttonSize() * 2, 0, 5), 4);
+        show(*add({2 * buttonSize().x, 2 * buttonSize().y}, 0, 5), 4);
         show(*add({buttonSize().x / 2, buttonSize().y / 2}, 2, 5), 5);
         addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 7);
     }
