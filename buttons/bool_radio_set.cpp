@@ -1,7 +1,6 @@
 #include "buttons/bool_radio_set.h"
 
-#include "foundation/focus_stop.h"
-#include "host/drawing/drawable.h"
+#include "buttons/checkbox_members_p.h"
 
 namespace wainscot {
 
@@ -10,15 +9,22 @@ BoolRadioSet::~BoolRadioSet() {
 }
 
 void BoolRadioSet::letGo() {
-    for (int i = 0; i < static_cast<int>(count()); ++i) {
-        Checkbox* const box = side(i);
-        if (!box) continue;
-        // Somebody else may have taken the function since.
-        if (box->getUserContext() == this) box->setUserFunction(nullptr, nullptr);
-        box->setMembership(nullptr);
-        box->setNotChosen(false);
-    }
+    for (int i = 0; i < numMembers(); ++i)
+        if (Checkbox* const box = member(i)) CheckboxMembers::leave(*box, this);
     removeMembers();
+}
+
+bool BoolRadioSet::belongs(Glob const& member, int index) const {
+    return CheckboxMembers::belongs(member, *this, index);
+}
+
+bool BoolRadioSet::isChosenMember(int index) const {
+    Checkbox const* const box = member(index);
+    return box && box->isTicked();
+}
+
+int BoolRadioSet::indexOfMember(Glob const& glob) const {
+    return CheckboxMembers::indexIn(*this, glob);
 }
 
 bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTrue) {
@@ -27,8 +33,7 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
     for (Checkbox* const box : {first, second}) {
         std::uint32_t const index = addMember(*box);
         if (index == refused) return false;
-        box->setUserFunction(checkboxCallback, this);
-        box->setMembership(this, index);
+        CheckboxMembers::join(*box, *this, index, checkboxCallback, this);
         box->setShownMixed(isDataMixed());
     }
     firstIsTrue_ = firstIsTrue;
@@ -48,40 +53,18 @@ void BoolRadioSet::setNewWidgetValue(bool& value, eRedrawFlag) {
 }
 
 void BoolRadioSet::setEnabledState(bool enabled) {
-    LifeGuard const life(radioSetLife());
+    LifeGuard const life(choiceLife());
     for (int i = 0; life.alive() && i < static_cast<int>(count()); ++i)
-        if (Checkbox* const box = side(i)) box->setActive(enabled);
+        if (Checkbox* const box = member(i)) box->setActive(enabled);
 }
 
 void BoolRadioSet::show(bool value) {
     value_ = value;
-    int const chosen = indexFor(value);
-    storeCurrent(chosen);
-    LifeGuard const life(radioSetLife());
-    for (int i = 0; i < static_cast<int>(count()); ++i) {
-        Checkbox* const box = side(i);
-        if (!box) continue;
-        Glib::UpdateDeferrer const deferrer(box->canvas());
-        box->setNotChosen(i != chosen);
-        switchMember(*box, i == chosen, false);
-        // Whoever was shown it may have chosen otherwise.
-        if (!life.alive() || value_ != value || getCurrent() != chosen) return;
-    }
-    takeFocusAlong();
-}
-
-/// The pair is one stop: the focus does not stay behind on the side that is not ticked.
-void BoolRadioSet::takeFocusAlong() {
-    Checkbox* const chosen = side(getCurrent());
-    if (!chosen || !chosen->isTicked() || !FocusStop::canTake(*chosen)) return;
-    auto const* const holder = dynamic_cast<Checkbox*>(FocusStop::holderBeside(*chosen));
-    if (holder && holder->getMembership() == this && !holder->isTicked())
-        FocusStop::giveFocus(*chosen, *chosen);
-}
-
-Checkbox* BoolRadioSet::side(int index) const {
-    Checkbox* const box = member(index);
-    return box && box->getMembership() == this ? box : nullptr;
+    storeCurrent(indexFor(value));
+    Choosing const choosing(*this);
+    CheckboxMembers::tickOnly(*this, getCurrent(), [&] { return choosing.goesOn(); });
+    // Whoever was shown it may have chosen otherwise.
+    if (choosing.goesOn() && isChosenMember(getCurrent())) takeFocusAlong();
 }
 
 // Choosing
@@ -106,7 +89,7 @@ void BoolRadioSet::checkboxCallback(Checkbox* clicked, void* set) {
 void BoolRadioSet::click(Checkbox const* clicked) {
     if (!clicked || clicked->isTicked()) return;
     for (int i = 0; i < static_cast<int>(count()); ++i) {
-        if (side(i) != clicked) continue;
+        if (member(i) != clicked) continue;
         // The program may have cleared the chosen one.
         return i == getCurrent() ? show(value_) : set_current(i, false);
     }
@@ -115,23 +98,21 @@ void BoolRadioSet::click(Checkbox const* clicked) {
 // Mixed values
 
 void BoolRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
-    LifeGuard const life(radioSetLife());
+    LifeGuard const life(choiceLife());
     for (int i = 0; life.alive() && i < static_cast<int>(count()); ++i)
-        if (Checkbox* const box = side(i)) box->setShownMixed(mixed);
+        if (Checkbox* const box = member(i)) box->setShownMixed(mixed);
 }
 
 // Keys
 
 bool BoolRadioSet::isTabStop(Checkbox const& stop) const {
-    if (stop.isTicked()) return true;
-    Checkbox const* const other = side(0) == &stop ? side(1) : side(0);
-    bool const otherTakesIt = other && FocusStop::canTake(*other);
-    return !otherTakesIt || (!other->isTicked() && side(0) == &stop);
+    return isTabStopAt(static_cast<int>(stop.getMemberIndex()));
 }
 
 bool BoolRadioSet::stepFrom(Checkbox& from, XY<int>) {
-    Checkbox* const next = side(side(0) == &from ? 1 : 0);
-    if (!next || !FocusStop::canTake(*next)) return false;
+    int const index = static_cast<int>(from.getMemberIndex());
+    Checkbox* const next = member(nextUsable(index, {1, 0}));
+    if (!next || next == &from) return false;
     if (next->isTicked())
         takeFocusAlong();
     else

@@ -42,17 +42,17 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
-    unsigned int numMembers() const override { return static_cast<unsigned int>(count()); }
+    std::size_t memberCount() const override { return count(); }
 
 protected:
     void switchMember(Checkbox& member, bool on, bool notify) override;
+    bool belongs(Glob const& member, int index) const override;
+    bool isChosenMember(int index) const override;
+    int indexOfMember(Glob const& glob) const override;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
 
 private:
     void letGo();
-    /// Null also for one that has gone to another set.
-    Checkbox* side(int index) const;
-    void takeFocusAlong();
     int indexFor(bool value) const { return value == valueOfFirst_ ? 0 : 1; }
     void click(Checkbox const* clicked);
     void show(bool value);

@@ -93,7 +93,7 @@ void Button::setIgnoreMouseClicks(bool ignore) {
 }
 
 void Button::report(Messages which) {
-    informParent(messages[which].nameFor(message_), static_cast<unsigned int>(messages[which].code));
+    informParent(messageTable[which].nameFor(message_), static_cast<unsigned int>(messageTable[which].code));
 }
 
 void Button::informParent(LightweightString<char> name, unsigned int code) {

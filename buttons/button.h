@@ -4,6 +4,7 @@
 #include "foundation/automatic_size.h"
 #include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
+#include "foundation/key_table.h"
 #include "foundation/report.h"
 #include "host/drawing/image.h"
 
@@ -41,6 +42,9 @@ public:
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
     static constexpr int codeRepeat = 4098;
+    enum KeyAction { clickAction };
+    static constexpr KeyRow<KeyAction> keyTable[] = {{Key::enter, clickAction, "a click"},
+                                                     {Key::space, clickAction, "a click"}};
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
     /// What is appended to the message.
@@ -49,7 +53,7 @@ public:
     static constexpr LightweightString<char> dragSuffix{" drag"};
     /// What it tells others.
     enum Messages { releasedMsg, pressedMsg, onMsg, offMsg, dragMsg, repeatMsg };
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"released", MessageInfo::ownThenText, {}, MessageInfo::queued, codeUp, "released inside"},
         {"pressed",
          MessageInfo::ownThenText,

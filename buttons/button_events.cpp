@@ -16,7 +16,7 @@ namespace {
 constexpr int dragDistance = 4;
 
 bool isClickKey(Event const& event) {
-    return isKeyPressEvent(event) && (event.keyCode() == Key::enter || event.keyCode() == Key::space);
+    return isKeyPressEvent(event) && actionFor(Button::keyTable, event.keyCode());
 }
 
 } // namespace

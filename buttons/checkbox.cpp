@@ -1,7 +1,7 @@
 #include "buttons/checkbox.h"
 
 #include "buttons/button_look.h"
-#include "buttons/choice_steps_p.h"
+#include "buttons/choice_core.h"
 #include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
@@ -33,7 +33,7 @@ StandardPanel::InitArgs panelArgs(Checkbox::InitArgs const& args) {
 }
 
 bool isToggleKey(Event const& event) {
-    return isKeyPressEvent(event) && (event.keyCode() == Key::enter || event.keyCode() == Key::space);
+    return isKeyPressEvent(event) && actionFor(Checkbox::keyTable, event.keyCode());
 }
 
 } // namespace
@@ -109,7 +109,7 @@ void Checkbox::reportUserChange(DataChangeType) {
 }
 
 LightweightString<char> Checkbox::messageFor(bool ticked) const {
-    return appendState_ ? messages[ticked ? tickedMsg : clearMsg].nameFor(prefix_) : prefix_;
+    return appendState_ ? messageTable[ticked ? tickedMsg : clearMsg].nameFor(prefix_) : prefix_;
 }
 
 void Checkbox::setCallback(WidgetCallback const& callback) {
@@ -159,7 +159,7 @@ bool Checkbox::react(Event const& event) {
 }
 
 bool Checkbox::reactToArrow(Event const& event) {
-    auto const direction = ChoiceSteps::directionOf(event.keyCode());
+    auto const direction = actionFor(choiceKeys, event.keyCode());
     return direction && set_->stepFrom(*this, *direction);
 }
 
@@ -343,7 +343,7 @@ void Checkbox::describe(GlobDescription& description) const {
     description.actions |= GlobDescription::toggle;
     if (!set_ || !description.wants(GlobDescription::relations)) return;
     description.position = memberIndex_ + 1U;
-    description.setSize = set_->numMembers();
+    description.setSize = set_->memberCount();
 }
 
 } // namespace wainscot

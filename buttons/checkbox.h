@@ -3,6 +3,7 @@
 #include "foundation/automatic_size.h"
 #include "foundation/fitted_label.h"
 #include "foundation/focusable.h"
+#include "foundation/key_table.h"
 #include "foundation/report.h"
 #include "foundation/val_widget.h"
 #include "host/drawing/image.h"
@@ -26,7 +27,7 @@ public:
     /// any; everything may be gone then.
     virtual bool stepFrom(Checkbox& member, XY<int> direction) = 0;
     /// Those that have died are counted.
-    virtual unsigned int numMembers() const = 0;
+    virtual std::size_t memberCount() const = 0;
 };
 
 /// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is
@@ -58,7 +59,7 @@ public:
 
     /// What it tells others, where nothing else is named after the prefix.
     enum Messages { clearMsg, tickedMsg };
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"clear", MessageInfo::ownThenText, clearWord, MessageInfo::queued, codeClear,
          "the tick was taken away"},
         {"ticked", MessageInfo::ownThenText, tickedWord, MessageInfo::queued, codeTicked, "it was ticked"},
@@ -76,6 +77,10 @@ public:
          "instead of the whole toggle, after `setUserFunction`"},
         {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, where it is bound to data"},
     };
+
+    enum KeyAction { toggle };
+    static constexpr KeyRow<KeyAction> keyTable[] = {{Key::enter, toggle, "toggles it"},
+                                                     {Key::space, toggle, "toggles it"}};
 
     using UserFunction = void (*)(Checkbox* checkbox, void* context);
 

@@ -36,7 +36,7 @@ int CheckboxGroup::handleMessageEvent(LightweightString<char> name, Glob* sender
     int const index = name.startsWith(Checkbox::defaultPrefix.view()) ? indexOf(sender) : -1;
     if (index < 0) return CheckboxPanel::handleMessageEvent(name, sender);
     lastClicked_ = index;
-    reporter_.report(*this, parent(), messages[0]);
+    reporter_.report(*this, parent(), messageTable[0]);
     return 1;
 }
 

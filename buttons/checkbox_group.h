@@ -12,9 +12,9 @@ public:
     static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
 
     /// What it tells others.
-    static constexpr MessageInfo messages[] = {{"CheckboxGroupClicked", MessageInfo::fixed, clickedMsg,
-                                                MessageInfo::queued, 0,
-                                                "the user has toggled one; read `getLastClicked()`"}};
+    static constexpr MessageInfo messageTable[] = {{"CheckboxGroupClicked", MessageInfo::fixed, clickedMsg,
+                                                    MessageInfo::queued, 0,
+                                                    "the user has toggled one; read `getLastClicked()`"}};
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:

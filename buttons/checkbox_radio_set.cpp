@@ -67,7 +67,7 @@ void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
 }
 
 void CheckboxRadioSet::reportUserChange(DataChangeType) {
-    reporter_.report(*this, parent(), messages[0]);
+    reporter_.report(*this, parent(), messageTable[0]);
 }
 
 void CheckboxRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {

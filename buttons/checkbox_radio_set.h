@@ -17,7 +17,7 @@ public:
     static constexpr LightweightString<char> selectionChangedMsg{"CRSChanged"};
 
     /// What it tells others.
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"CRSChanged", MessageInfo::fixed, selectionChangedMsg, MessageInfo::called, 0,
          "the choice has changed by a click, a key or `setSelectedItem`"},
         {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},

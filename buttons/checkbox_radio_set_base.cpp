@@ -1,11 +1,7 @@
 #include "buttons/checkbox_radio_set_base.h"
 
-#include "buttons/choice_steps_p.h"
-#include "foundation/focus_stop.h"
-#include "host/drawing/drawable.h"
+#include "buttons/checkbox_members_p.h"
 #include "host/events/dispatch_scope.h"
-
-#include <algorithm>
 
 namespace wainscot {
 
@@ -17,27 +13,33 @@ CheckboxRadioSetBase::~CheckboxRadioSetBase() {
 
 void CheckboxRadioSetBase::addCheckbox(Checkbox* checkbox) {
     if (!checkbox || checkbox->getMembership() == this) return;
-    checkbox->setUserFunction(checkboxClickCallback, this);
-    checkbox->setMembership(this, numCheckboxes());
+    DispatchScope const scope;
+    unsigned int const index = static_cast<unsigned int>(addMemberGlob(*checkbox));
+    CheckboxMembers::join(*checkbox, *this, index, checkboxClickCallback, this);
     checkbox->setShownMixed(mixed_);
-    members_.emplace_back(checkbox);
 }
 
 void CheckboxRadioSetBase::clear() {
-    for (unsigned int i = 0; i < numCheckboxes(); ++i) {
-        Checkbox* const box = checkbox(i);
-        if (!box) continue;
-        // Somebody else may have taken the function since.
-        if (box->getUserContext() == this) box->setUserFunction(nullptr, nullptr);
-        box->setMembership(nullptr);
-        box->setNotChosen(false);
-    }
-    members_.clear();
+    for (unsigned int i = 0; i < numCheckboxes(); ++i)
+        if (Checkbox* const box = checkbox(i)) CheckboxMembers::leave(*box, this);
+    removeMemberGlobs();
 }
 
 Checkbox* CheckboxRadioSetBase::checkbox(unsigned int index) const {
-    Checkbox* const box = index < members_.size() ? members_[index].get() : nullptr;
-    return box && box->getMembership() == this && box->getMemberIndex() == index ? box : nullptr;
+    return static_cast<Checkbox*>(memberAt(static_cast<int>(index)));
+}
+
+bool CheckboxRadioSetBase::belongs(Glob const& member, int index) const {
+    return CheckboxMembers::belongs(member, *this, index);
+}
+
+bool CheckboxRadioSetBase::isChosenMember(int index) const {
+    Checkbox const* const box = checkbox(static_cast<unsigned int>(index));
+    return box && box->isTicked();
+}
+
+int CheckboxRadioSetBase::indexOfMember(Glob const& glob) const {
+    return CheckboxMembers::indexIn(*this, glob);
 }
 
 unsigned int CheckboxRadioSetBase::findCheckbox(Checkbox const* sought) const {
@@ -77,61 +79,23 @@ void CheckboxRadioSetBase::handleCheckboxClickInternal(Checkbox* clicked) {
 void CheckboxRadioSetBase::handleCheckboxClick(Checkbox*) {}
 
 bool CheckboxRadioSetBase::tickOnly(unsigned int index) {
-    LifeGuard const life(life_);
-    unsigned int const choice = ++choice_;
-    Checkbox const* const chosen = checkbox(index);
-    Glib::UpdateDeferrer const deferrer(chosen ? chosen->canvas() : nullptr);
-    for (unsigned int i = 0; i < members_.size(); ++i) {
-        Checkbox* const box = checkbox(i);
-        if (!box) continue;
-        box->setNotChosen(index != noCheckbox && i != index);
-        box->setState(i == index);
-        if (!life.alive() || choice != choice_) return false;
-    }
-    takeFocusAlong();
-    return life.alive() && choice == choice_;
-}
-
-/// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
-void CheckboxRadioSetBase::takeFocusAlong() {
-    Checkbox* const chosen = checkbox(getSelectedCheckbox());
-    if (!chosen || !FocusStop::canTake(*chosen)) return;
-    auto const* const holder = dynamic_cast<Checkbox*>(FocusStop::holderBeside(*chosen));
-    if (holder && holder->getMembership() == this && !holder->isTicked())
-        FocusStop::giveFocus(*chosen, *chosen);
+    Choosing const choosing(*this);
+    CheckboxMembers::tickOnly(*this, static_cast<int>(index), [&] { return choosing.goesOn(); });
+    if (choosing.goesOn()) takeFocusAlong();
+    return choosing.goesOn();
 }
 
 void CheckboxRadioSetBase::showMixed(bool mixed) {
     mixed_ = mixed;
-    LifeGuard const life(life_);
+    LifeGuard const life(choiceLife());
     for (unsigned int i = 0; life.alive() && i < numCheckboxes(); ++i)
         if (Checkbox* const box = checkbox(i)) box->setShownMixed(mixed);
 }
 
 // Keys
 
-int CheckboxRadioSetBase::nextUsable(int from, XY<int> direction) const {
-    return ChoiceSteps::next(from, direction, static_cast<int>(members_.size()), columns_, [this](int index) {
-        Checkbox const* const box = checkbox(static_cast<unsigned int>(index));
-        return box && FocusStop::canTake(*box);
-    });
-}
-
-/// Looks back to the nearest other one only, so that asking all members takes linear time.
-template <class Test>
-bool CheckboxRadioSetBase::isFirst(Checkbox const& member, Test test) const {
-    for (unsigned int i = std::min(member.getMemberIndex(), numCheckboxes()); i-- > 0;) {
-        Checkbox const* const box = checkbox(i);
-        if (box && test(*box)) return false;
-    }
-    return true;
-}
-
 bool CheckboxRadioSetBase::isTabStop(Checkbox const& member) const {
-    if (member.isTicked()) return isFirst(member, [](Checkbox const& box) { return box.isTicked(); });
-    if (!isFirst(member, [](Checkbox const& box) { return FocusStop::canTake(box); })) return false;
-    Checkbox const* const chosen = checkbox(getSelectedCheckbox());
-    return !chosen || !FocusStop::canTake(*chosen);
+    return isTabStopAt(static_cast<int>(member.getMemberIndex()));
 }
 
 bool CheckboxRadioSetBase::stepFrom(Checkbox& member, XY<int> direction) {

@@ -1,23 +1,18 @@
 #pragma once
 
 #include "buttons/checkbox.h"
-#include "host/objects/glob_ref.h"
-
-#include <vector>
+#include "buttons/choice_core.h"
 
 namespace wainscot {
 
 /// Keeps one of several checkboxes ticked: a click on one ticks it and clears all others, a click on the
 /// ticked one changes nothing. The checkboxes are not owned, and may die before it. None is ticked until one
 /// is clicked.
-class WAINSCOT_API CheckboxRadioSetBase : public iCheckboxSet {
+class WAINSCOT_API CheckboxRadioSetBase : public iCheckboxSet, public ChoiceCore {
 public:
     /// The index of what is not there.
     static constexpr unsigned int noCheckbox = 0xFFFFFFFF;
 
-    CheckboxRadioSetBase() = default;
-    CheckboxRadioSetBase(CheckboxRadioSetBase const&) = delete;
-    CheckboxRadioSetBase& operator=(CheckboxRadioSetBase const&) = delete;
     /// Lets go of the checkboxes, which keep their state.
     ~CheckboxRadioSetBase() override;
 
@@ -28,7 +23,7 @@ public:
     /// `noCheckbox` when it is no member.
     unsigned int findCheckbox(Checkbox const* checkbox) const;
     /// Members that have died are counted: the others keep their indices.
-    unsigned int numCheckboxes() const { return static_cast<unsigned int>(members_.size()); }
+    unsigned int numCheckboxes() const { return static_cast<unsigned int>(numMembers()); }
     /// Null for a member that has died or gone to another set, and out of range.
     Checkbox* checkbox(unsigned int index) const;
 
@@ -41,16 +36,20 @@ public:
     /// The user function of the members; `set` is a `CheckboxRadioSetBase`.
     static void checkboxClickCallback(Checkbox* clicked, void* set);
 
+    // ChoiceCore
+    int chosenIndex() const override { return static_cast<int>(getSelectedCheckbox()); }
+
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
-    unsigned int numMembers() const override { return numCheckboxes(); }
+    std::size_t memberCount() const override { return numCheckboxes(); }
 
 protected:
+    bool belongs(Glob const& member, int index) const override;
+    bool isChosenMember(int index) const override;
+    int indexOfMember(Glob const& glob) const override;
     /// A member was clicked, and is ticked now. It may destroy everything. Does nothing here.
     virtual void handleCheckboxClick(Checkbox* clicked);
-    /// How the members lie, for arrow keys.
-    void setChoiceColumns(int columns) { columns_ = columns; }
     /// Ticks one member, or none at `noCheckbox`, and tells nobody. False when somebody who was shown it
     /// destroyed the set, or chose otherwise.
     bool tickOnly(unsigned int index);
@@ -61,18 +60,9 @@ protected:
 
 private:
     void handleCheckboxClickInternal(Checkbox* clicked);
-    int nextUsable(int from, XY<int> direction) const;
-    template <class Test>
-    bool isFirst(Checkbox const& member, Test test) const;
-    void takeFocusAlong();
 
-    std::vector<GlobRef<Checkbox>> members_;
-    int columns_ = 1;
     unsigned int previous_ = noCheckbox;
     bool mixed_ = false;
-    /// Tells one choice from those made while it is being shown.
-    unsigned int choice_ = 0;
-    LifeToken life_;
 };
 
 } // namespace wainscot

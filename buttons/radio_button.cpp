@@ -1,7 +1,5 @@
 #include "buttons/radio_button.h"
 
-#include "buttons/choice_steps_p.h"
-#include "foundation/focus_stop.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/events/event.h"
@@ -10,42 +8,21 @@
 
 namespace wainscot {
 
-namespace {
-
-bool isUsable(Button const* button) {
-    return button && button->isActive() && button->isShown();
-}
-
-} // namespace
-
 radio_set::~radio_set() = default;
 
 void radio_set::switchMember(Button& member, bool on, bool notify) {
     member.switchState(on ? buttonDown : buttonUp, notify);
 }
 
-int radio_set::nextActive(int from, XY<int> direction) const {
-    return ChoiceSteps::next(from, direction, static_cast<int>(count()), 1,
-                             [this](int index) { return isUsable(member(index)); });
+int radio_set::indexOfMember(Glob const& glob) const {
+    auto const* const button = dynamic_cast<radio_button const*>(&glob);
+    return button && button->set() == this ? button->index() : -1;
 }
 
 void radio_set::set_current(int index, bool quiet) {
-    LifeGuard const life(radioSetLife());
+    LifeGuard const life(choiceLife());
     RadioSetBase::set_current(index, quiet);
     if (life.alive()) takeFocusAlong();
-}
-
-/// The set is one stop: the focus does not stay behind on a member that is not the chosen one.
-void radio_set::takeFocusAlong() {
-    Button* const chosen = member(getCurrent());
-    if (!chosen || !FocusStop::canTake(*chosen)) return;
-    auto const* const holder = dynamic_cast<radio_button*>(FocusStop::holderBeside(*chosen));
-    if (holder && holder->set() == this && holder->index() != getCurrent())
-        FocusStop::giveFocus(*chosen, *chosen);
-}
-
-int radio_set::tabStopIndex() const {
-    return isUsable(member(getCurrent())) ? getCurrent() : nextActive(-1, {1, 0});
 }
 
 radio_button::radio_button(InitArgs const& args) : Button(args) {
@@ -65,7 +42,7 @@ void radio_button::init(radio_set* set) {
     checkMessage();
     if (!set) return;
     set_ = set;
-    setLife_ = LifeGuard(set->radioSetLife());
+    setLife_ = LifeGuard(set->choiceLife());
     std::uint32_t const added = set->addMember(*this);
     index_ = added == radio_set::refused ? -1 : static_cast<int>(added);
 }
@@ -80,7 +57,7 @@ void radio_button::setMessage(char const* message) {
 }
 
 void radio_button::checkMessage() const {
-    if (getMessage().size() + messages[1].text.size() > maxText)
+    if (getMessage().size() + messageTable[1].text.size() > maxText)
         Diagnostics::count("radio button's message too long", getMessage().c_str());
 }
 
@@ -95,7 +72,7 @@ void radio_button::switchState(button_state, bool notify) {
 }
 
 void radio_button::report(bool on) {
-    MessageInfo const& info = messages[on ? 0 : 1];
+    MessageInfo const& info = messageTable[on ? 0 : 1];
     NotifyMsg message(info.nameFor(getMessage()).substr(0, maxText));
     message.setCode(info.code);
     Glob* target = parent();
@@ -108,12 +85,12 @@ void radio_button::report(bool on) {
 
 bool radio_button::isTabStopActive() {
     radio_set const* const known = set();
-    return Button::isTabStopActive() && (!known || index_ < 0 || known->tabStopIndex() == index_);
+    return Button::isTabStopActive() && (!known || index_ < 0 || known->isTabStopAt(index_));
 }
 
 bool radio_button::stepBy(XY<int> direction) {
     radio_set* const known = set();
-    int const next = known && index_ >= 0 ? known->nextActive(index_, direction) : -1;
+    int const next = known && index_ >= 0 ? known->nextUsable(index_, direction) : -1;
     if (next < 0) return false;
     known->set_current(next, false);
     return true;
@@ -121,7 +98,7 @@ bool radio_button::stepBy(XY<int> direction) {
 
 bool radio_button::react(Event const& event) {
     auto const direction =
-        isActive() && isKeyPressEvent(event) ? ChoiceSteps::directionOf(event.keyCode()) : std::nullopt;
+        isActive() && isKeyPressEvent(event) ? actionFor(choiceKeys, event.keyCode()) : std::nullopt;
     if (direction && stepBy(*direction)) return true;
     if (!mouse_left_event(event) || mouse_wheel_event(event)) return Button::react(event);
     if (!mouse_down_event(event)) return isActive() || Button::react(event);

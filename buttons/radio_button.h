@@ -14,17 +14,10 @@ public:
 
     /// Where the keyboard focus lies on a member, it goes to the chosen one.
     void set_current(int index, bool quiet) override;
-    /// Where Tab stops: the chosen member, or the first active one when that cannot be used or none is
-    /// chosen. -1 when there is none.
-    int tabStopIndex() const;
-    /// The next active member from an index on, as arrow keys go; -1 when there is none.
-    int nextActive(int from, XY<int> direction) const;
 
 protected:
     void switchMember(Button& member, bool on, bool notify) override;
-
-private:
-    void takeFocusAlong();
+    int indexOfMember(Glob const& glob) const override;
 };
 
 /// One of several buttons of which one is down. A left press chooses it; so do Return and space, and the
@@ -49,7 +42,7 @@ public:
     ~radio_button() override;
 
     /// What it tells its parent, whatever callback it has.
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"on", MessageInfo::ownThenText, " on", MessageInfo::queued, codeDown, "it was chosen"},
         {"off", MessageInfo::ownThenText, " off", MessageInfo::queued, codeUp, "another one was chosen"},
     };

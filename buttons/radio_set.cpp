@@ -64,7 +64,7 @@ bool RadioSet::isButton(Glob const* glob) const {
 
 bool RadioSet::react(Event const& event) {
     if (event.kind() != EventKind::message || !isButton(event.sender())) return StandardPanel::react(event);
-    if (event.message().endsWith(Button::onSuffix.view())) reporter_.report(*this, parent(), messages[0]);
+    if (event.message().endsWith(Button::onSuffix.view())) reporter_.report(*this, parent(), messageTable[0]);
     return true;
 }
 

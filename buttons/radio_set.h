@@ -18,9 +18,9 @@ namespace wainscot {
 class WAINSCOT_API RadioSet : public StandardPanel, public TabOrderableHost {
 public:
     /// What it tells others.
-    static constexpr MessageInfo messages[] = {{"radio_set_message", MessageInfo::fixed, "radio_set_message",
-                                                MessageInfo::called, 0,
-                                                "the user has chosen; read `getSelectedItem()`"}};
+    static constexpr MessageInfo messageTable[] = {{"radio_set_message", MessageInfo::fixed,
+                                                    "radio_set_message", MessageInfo::called, 0,
+                                                    "the user has chosen; read `getSelectedItem()`"}};
 
     /// A width or height of 0 becomes what the labels need. Labels beyond `radio_set::maxMembers` are left
     /// out, with a diagnostic.
@@ -41,7 +41,7 @@ public:
              bool vertical, Canvas* canvas, Colour* faceColour);
     ~RadioSet() override;
 
-    static LightweightString<char> radioSetMessage() { return messages[0].text; }
+    static LightweightString<char> radioSetMessage() { return messageTable[0].text; }
     /// Told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 

@@ -11,41 +11,31 @@ template <class T>
 RadioSetBase<T>::~RadioSetBase() = default;
 
 template <class T>
-T* RadioSetBase<T>::member(int index) const {
-    bool const exists = index >= 0 && static_cast<std::size_t>(index) < members_.size();
-    return exists ? members_[static_cast<std::size_t>(index)].get() : nullptr;
-}
-
-template <class T>
 std::uint32_t RadioSetBase<T>::addMember(T& added) {
-    if (members_.size() >= maxMembers) {
+    if (count() >= maxMembers) {
         vex_printf("RadioSetBase:: attempt to exceed max no of radio buttons");
         return refused;
     }
-    members_.push_back(GlobRef<T>(&added));
-    return static_cast<std::uint32_t>(members_.size() - 1);
+    return static_cast<std::uint32_t>(addMemberGlob(added));
 }
 
 template <class T>
 void RadioSetBase<T>::removeMembers() {
-    members_.clear();
+    removeMemberGlobs();
     current_ = -1;
-    ++choice_;
 }
 
 template <class T>
 void RadioSetBase<T>::set_current(int index, bool quiet) {
     int const wanted = std::max(index, -1);
-    if (wanted == current_) return;
-    if (wanted >= 0 && static_cast<std::size_t>(wanted) >= members_.size()) return;
-    LifeGuard const life(life_);
-    unsigned int const choice = ++choice_;
+    if (wanted == current_ || wanted >= numMembers()) return;
+    Choosing const choosing(*this);
     T* const before = member(current_);
     T* const first = before ? before : member(wanted);
     Glib::UpdateDeferrer const deferrer(first ? first->canvas() : nullptr);
     if (before) switchMember(*before, false, !quiet);
     // A choice that was made meanwhile counts instead of this one.
-    if (!life.alive() || choice != choice_) return;
+    if (!choosing.goesOn()) return;
     current_ = wanted;
     if (T* const chosen = member(wanted)) switchMember(*chosen, true, !quiet);
 }

@@ -2,39 +2,35 @@
 
 #include "buttons/button.h"
 #include "buttons/checkbox.h"
-#include "host/objects/glob_ref.h"
+#include "buttons/choice_core.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace wainscot {
 
 /// Keeps at most one of its members chosen. The members tell it when they were clicked; they are not owned,
 /// and may die before it. `T` is `Button` or `Checkbox`.
 template <class T>
-class WAINSCOT_API RadioSetBase {
+class WAINSCOT_API RadioSetBase : public ChoiceCore {
 public:
     static constexpr std::size_t maxMembers = 1024;
     /// The index of what could not be added.
     static constexpr std::uint32_t refused = 0xFFFFFFFF;
 
-    RadioSetBase() = default;
-    RadioSetBase(RadioSetBase const&) = delete;
-    RadioSetBase& operator=(RadioSetBase const&) = delete;
-    virtual ~RadioSetBase();
+    ~RadioSetBase() override;
 
     /// Chooses a member: the one chosen before is released first, both report unless `quiet`. A negative
     /// index leaves none chosen. Nothing happens for the chosen one, and from the number of members on.
     virtual void set_current(int index, bool quiet);
     /// -1 when none is chosen.
     int getCurrent() const { return current_; }
-    std::size_t count() const { return members_.size(); }
+    int chosenIndex() const override { return current_; }
+    std::size_t count() const { return static_cast<std::size_t>(numMembers()); }
     /// Null for a member that has died, and out of range.
-    T* member(int index) const;
+    T* member(int index) const { return static_cast<T*>(memberAt(index)); }
 
     /// Gives the member's index; `refused`, with a diagnostic, when there are too many.
     std::uint32_t addMember(T& member);
-    LifeToken const& radioSetLife() const { return life_; }
 
 protected:
     /// What choosing and releasing a member means.
@@ -44,12 +40,7 @@ protected:
     void removeMembers();
 
 private:
-    /// The slots of those that have died stay; the others keep their indices.
-    std::vector<GlobRef<T>> members_;
     int current_ = -1;
-    /// Tells one choice from those made while it is being told.
-    unsigned int choice_ = 0;
-    LifeToken life_;
 };
 
 extern template class RadioSetBase<Button>;

@@ -20,8 +20,9 @@ public:
 /// Closes its panel: sends "poot".
 class WAINSCOT_API PootButton final : public TitleButton {
 public:
-    static constexpr MessageInfo messages[] = {{"poot", MessageInfo::fixed, Glob::pootMsg,
-                                                MessageInfo::queued, codeUp, "the close button was clicked"}};
+    static constexpr MessageInfo messageTable[] = {{"poot", MessageInfo::fixed, Glob::pootMsg,
+                                                    MessageInfo::queued, codeUp,
+                                                    "the close button was clicked"}};
     explicit PootButton(Palette const& palette);
 };
 
@@ -29,8 +30,9 @@ public:
 class WAINSCOT_API SizeButton final : public TitleButton {
 public:
     static constexpr LightweightString<char> flipSizeMsg{"freeze_flip"};
-    static constexpr MessageInfo messages[] = {{"freeze_flip", MessageInfo::fixed, flipSizeMsg,
-                                                MessageInfo::queued, codeUp, "the size button was clicked"}};
+    static constexpr MessageInfo messageTable[] = {{"freeze_flip", MessageInfo::fixed, flipSizeMsg,
+                                                    MessageInfo::queued, codeUp,
+                                                    "the size button was clicked"}};
     explicit SizeButton(Palette const& palette);
 };
 
@@ -49,7 +51,7 @@ public:
 class WAINSCOT_API PinButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> pinMsg{"pin"};
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"pin on", MessageInfo::fixed, "pin on", MessageInfo::queued, codeDown, "the pin button went down"},
         {"pin off", MessageInfo::fixed, "pin off", MessageInfo::queued, codeUp, "the pin button went up"}};
     explicit PinButton(Palette const& palette);
@@ -59,11 +61,11 @@ public:
 class WAINSCOT_API SettingsButton final : public LatchingTitleButton {
 public:
     static constexpr LightweightString<char> settingsMsg{"settings"};
-    static constexpr MessageInfo messages[] = {{"settings on", MessageInfo::fixed, "settings on",
-                                                MessageInfo::queued, codeDown,
-                                                "the settings button went down"},
-                                               {"settings off", MessageInfo::fixed, "settings off",
-                                                MessageInfo::queued, codeUp, "the settings button went up"}};
+    static constexpr MessageInfo messageTable[] = {
+        {"settings on", MessageInfo::fixed, "settings on", MessageInfo::queued, codeDown,
+         "the settings button went down"},
+        {"settings off", MessageInfo::fixed, "settings off", MessageInfo::queued, codeUp,
+         "the settings button went up"}};
     explicit SettingsButton(Palette const& palette);
 };
 

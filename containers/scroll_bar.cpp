@@ -116,7 +116,7 @@ void ScrollBar::informParent(eEventType type) {
     auto const index = static_cast<std::size_t>(type);
     if (index >= numTypes) return;
     Qv::Ptr<iObject> const told(reporter_.getCallback() ? new Event(type) : nullptr);
-    reporter_.report(*this, parent(), messages[index], {}, told);
+    reporter_.report(*this, parent(), messageTable[index], {}, told);
 }
 
 bool ScrollBar::report(eEventType type) {
@@ -136,7 +136,7 @@ void ScrollBar::showThumbPosition() {
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!sender || (sender != firstButton_.get() && sender != lastButton_.get())) return 0;
     for (std::size_t type = 0; type < numTypes; ++type) {
-        if (messages[type].text != name) continue;
+        if (messageTable[type].text != name) continue;
         report(static_cast<eEventType>(type));
         return 1;
     }

@@ -46,7 +46,7 @@ public:
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
 
     /// What it tells others; those of the bar itself in the order of the types.
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"thumb moved", MessageInfo::fixed, thumbMovedMsg, MessageInfo::queued, thumbMoved,
          "the thumb was dragged, resized or paged"},
         {"thumb released", MessageInfo::fixed, thumbReleasedMsg, MessageInfo::queued, thumbReleased,

@@ -239,7 +239,7 @@ void Slider::handleDataMixed(bool, eRedrawFlag redraw) {
 void Slider::informParent(eEventType type) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
-    MessageInfo const& info = messages[type == sliderReleased ? sliderReleased : sliderMoved];
+    MessageInfo const& info = messageTable[type == sliderReleased ? sliderReleased : sliderMoved];
     NotifyMsg message(info.nameFor(StringFromFloat(value_, reportedDecimals, false)));
     message.setCode(info.code);
     reporter_.report(*this, parent(), message, synchronous_ ? MessageInfo::called : info.delivery);

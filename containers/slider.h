@@ -2,6 +2,7 @@
 
 #include "containers/orientation.h"
 #include "foundation/focusable.h"
+#include "foundation/key_table.h"
 #include "foundation/report.h"
 #include "foundation/val_widget.h"
 
@@ -30,13 +31,25 @@ public:
 
     /// What it tells others, in the order of the types: queued unless `setSynchronousMessages` says
     /// otherwise.
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"moved", MessageInfo::textThenValue, "slider ", MessageInfo::queued, sliderMoved,
          "the user has changed the value"},
         {"released", MessageInfo::textThenValue, "slider_released ", MessageInfo::queued, sliderReleased,
          "the thumb was let go; after a change by a key, or to a point of interest, as well"},
         {"callback", MessageInfo::fixed, {}, MessageInfo::callback, 0, "instead, after `setCallback`"},
         {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
+    };
+
+    enum KeyAction { nudgeUp, nudgeDown, pageUp, pageDown, toMinimum, toMaximum };
+    static constexpr KeyRow<KeyAction> keyTable[] = {
+        {Key::right, nudgeUp, "a 500th of the range towards the maximum"},
+        {Key::up, nudgeUp, "a 500th of the range towards the maximum"},
+        {Key::left, nudgeDown, "a 500th of the range towards the minimum"},
+        {Key::down, nudgeDown, "a 500th of the range towards the minimum"},
+        {Key::pageUp, pageUp, "a tenth of the range towards the maximum"},
+        {Key::pageDown, pageDown, "a tenth of the range towards the minimum"},
+        {Key::home, toMinimum, "to the minimum"},
+        {Key::end, toMaximum, "to the maximum"},
     };
 
     /// A mark on the channel that the thumb can be taken to.

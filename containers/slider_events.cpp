@@ -24,31 +24,26 @@ bool Slider::react(Event const& event) {
 
 /// Keys that take it no further are used all the same: they mean nothing else while it has the focus.
 bool Slider::reactToKey(Event const& event) {
+    auto const action = actionFor(keyTable, event.keyCode());
+    if (!action) return false;
     double const page = maximum_ / pagesInRange - minimum_ / pagesInRange;
-    switch (event.keyCode()) {
-    case Key::right:
-    case Key::up:
-        nudge(true);
-        return true;
-    case Key::left:
-    case Key::down:
-        nudge(false);
-        return true;
-    case Key::pageUp:
-        changePosition(value_ + page);
-        return true;
-    case Key::pageDown:
-        changePosition(value_ - page);
-        return true;
-    case Key::home:
+    switch (*action) {
+    case nudgeUp:
+    case nudgeDown:
+        nudge(*action == nudgeUp);
+        break;
+    case pageUp:
+    case pageDown:
+        changePosition(value_ + (*action == pageUp ? page : -page));
+        break;
+    case toMinimum:
         changePosition(minimum_);
-        return true;
-    case Key::end:
+        break;
+    case toMaximum:
         changePosition(maximum_);
-        return true;
-    default:
-        return false;
+        break;
     }
+    return true;
 }
 
 bool Slider::pressBegan(Event const& event) {

@@ -8,8 +8,8 @@ namespace wainscot {
 
 class Glob;
 
-/// One thing that a class of widgets tells others. Each class has a `constexpr` table of them, `messages`:
-/// what it sends, what its guide says, and in what the tests destroy everything.
+/// One thing that a class of widgets tells others. Each class has a `constexpr` table of them,
+/// `messageTable`: what it sends, what its guide says, and in what the tests destroy everything.
 struct MessageInfo {
     enum Naming : unsigned char {
         /// `text` is the whole name.

@@ -42,7 +42,7 @@ public:
 
     /// What it tells its parent.
     enum Messages { titleTyped, titleChanged };
-    static constexpr MessageInfo messages[] = {
+    static constexpr MessageInfo messageTable[] = {
         {"StdPanelTitleTyped", MessageInfo::fixed, titleTypedMsg, MessageInfo::queued, 0,
          "the text of an editable title has changed"},
         {"StdPanelTitleChanged", MessageInfo::fixed, titleChangedMsg, MessageInfo::queued, 0,

@@ -332,7 +332,7 @@ void StandardPanel::handleTitleEdited() {
 }
 
 void StandardPanel::tellParent(Messages which) {
-    if (parent()) Reporter().report(*this, parent(), messages[which]);
+    if (parent()) Reporter().report(*this, parent(), messageTable[which]);
 }
 
 } // namespace wainscot

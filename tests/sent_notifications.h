@@ -2,6 +2,7 @@
 
 #include "tests/host_fixture.h"
 
+#include "foundation/report.h"
 #include "foundation/val_widget.h"
 #include "foundation/widget_callback.h"
 
@@ -26,7 +27,7 @@ private:
 };
 
 /// Everything that a class of widgets tells others, and in each the widget, its parent, its window or its
-/// listener destroyed. What a class declares (`messages`) and no row sends fails the test.
+/// listener destroyed. What a class declares (`messageTable`) and no row sends fails the test.
 class SentNotifications : public HostTest {
 protected:
     enum Victim { sender, parent, window, listener, numVictims };
@@ -109,11 +110,11 @@ protected:
         auto const rowFor = [&](std::string_view name) {
             return std::ranges::find(rows, name, &Row::notification) != rows.end();
         };
-        for (MessageInfo const& declared : T::messages)
+        for (MessageInfo const& declared : T::messageTable)
             EXPECT_TRUE(rowFor(declared.what)) << declared.what << " is declared, and has no row";
         for (Row const& row : rows) {
-            EXPECT_NE(std::ranges::find(T::messages, row.notification, &MessageInfo::what),
-                      std::end(T::messages))
+            EXPECT_NE(std::ranges::find(T::messageTable, row.notification, &MessageInfo::what),
+                      std::end(T::messageTable))
                 << row.notification << " is not declared";
             for (int victim = sender; victim < numVictims; ++victim)
                 run(row, make, static_cast<Victim>(victim));
