@@ -42,7 +42,7 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
-    std::size_t memberCount() const override { return count(); }
+    unsigned int getNumMembers() const override { return static_cast<unsigned int>(count()); }
 
 protected:
     void switchMember(Checkbox& member, bool on, bool notify) override;

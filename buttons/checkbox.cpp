@@ -343,7 +343,7 @@ void Checkbox::describe(GlobDescription& description) const {
     description.actions |= GlobDescription::toggle;
     if (!set_ || !description.wants(GlobDescription::relations)) return;
     description.position = memberIndex_ + 1U;
-    description.setSize = set_->memberCount();
+    description.setSize = set_->getNumMembers();
 }
 
 } // namespace wainscot

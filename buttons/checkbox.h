@@ -27,7 +27,7 @@ public:
     /// any; everything may be gone then.
     virtual bool stepFrom(Checkbox& member, XY<int> direction) = 0;
     /// Those that have died are counted.
-    virtual std::size_t memberCount() const = 0;
+    virtual unsigned int getNumMembers() const = 0;
 };
 
 /// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is

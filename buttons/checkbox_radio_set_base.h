@@ -42,7 +42,7 @@ public:
     // iCheckboxSet
     bool isTabStop(Checkbox const& member) const override;
     bool stepFrom(Checkbox& member, XY<int> direction) override;
-    std::size_t memberCount() const override { return numCheckboxes(); }
+    unsigned int getNumMembers() const override { return numCheckboxes(); }
 
 protected:
     bool belongs(Glob const& member, int index) const override;
