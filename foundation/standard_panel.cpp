@@ -1,7 +1,11 @@
 #include "foundation/standard_panel_p.h"
 
-#include "foundation/focus_stop.h"
-#include "foundation/tab_order_geometry.h"
+#include "foundation/panel_frame_p.h"
+#include "foundation/panel_look_p.h"
+#include "foundation/panel_minimising_p.h"
+#include "foundation/panel_tab_keys_p.h"
+#include "foundation/panel_title_p.h"
+#include "foundation/panel_widgets_p.h"
 #include "host/base/configb.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
@@ -12,7 +16,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/description.h"
-#include "host/objects/kbd_focus.h"
+#include "host/objects/tooltip_details.h"
 #include "host/windows/glob_manager.h"
 
 #include <algorithm>
@@ -30,11 +34,6 @@ Border savedBorder(configb const& settings) {
     auto const type = static_cast<Border::eType>(kind);
     int size = 0;
     return settings.in("border_size", size) ? Border(type, toSize16(size)) : Border(type);
-}
-
-/// A Tab that moves the focus: exactly this key, or this with Shift.
-bool isTabStep(std::uint32_t keyCode) {
-    return keyCode == Key::tab || keyCode == Key::shiftTab;
 }
 
 } // namespace
@@ -61,7 +60,7 @@ StandardPanel::StandardPanel(configb const& settings, unsigned short width, unsi
     : rect(settings, width, height), TabOrderManager(false) {
     init(savedBorder(settings));
     LightweightString<wchar_t> title;
-    if (settings.in("title", title)) storeTitle(title, nullptr, eRedrawNo);
+    if (settings.in("title", title)) PanelTitle::store(*this, title, nullptr, eRedrawNo);
     int flags = 0;
     if (settings.in("standard_widgets", flags)) addStandardWidgets(flags);
 }
@@ -117,14 +116,14 @@ XY<int> StandardPanel::calcPanelSize(XY<int> const& userSize, int flags, Border 
 
 IntBox StandardPanel::getUserArea() const {
     UserAreaBorders const taken = getUserAreaBorders(layoutFlags(), border_);
-    int const status = isStatusWidgetShown() ? calcSize(spacingButton) + calcSize(spacingIndent) : 0;
+    int const status = PanelWidgets::hasStatus(*this) ? calcSize(spacingButton) + calcSize(spacingIndent) : 0;
     int const left = std::min(taken.left, width());
     int const bottom = std::min(taken.bottom + status, height());
     return {left, bottom, std::max(left, width() - taken.right), std::max(bottom, height() - taken.top)};
 }
 
 int StandardPanel::layoutFlags() const {
-    return standardFlags_ | (extras_ && !extras_->title.isEmpty() ? plainTitle : 0);
+    return standardFlags_ | (PanelTitle::isEmpty(*this) ? 0 : plainTitle);
 }
 
 void StandardPanel::setBorder(Border const& border) {
@@ -138,7 +137,7 @@ void StandardPanel::layOut() {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
-    keepMinimised();
+    PanelMinimising::keep(*this);
     if (life.alive()) positionStandardWidgets();
     if (life.alive()) resizeTitleWidget();
     if (life.alive()) positionChildWidgets();
@@ -158,7 +157,7 @@ void StandardPanel::handleLookChange(LookChange changes) {
     rect::handleLookChange(changes);
     if (!life.alive()) return;
     if (standardBorder_) border_ = Border(border_.getType());
-    resizeWidgetsToMetrics();
+    PanelWidgets::resizeToMetrics(*this);
     if (life.alive()) layOut();
 }
 
@@ -184,34 +183,11 @@ bool StandardPanel::reactToKey(Event const& event) {
     int const answer = handleKeyboardEvent(static_cast<int>(event.keyCode()));
     if (answer == handled || !life.alive()) return true;
     if (answer != unhandled) return Glob::react(event);
-    return (isTabStep(event.keyCode()) && stepTabFocus(event.keyCode())) || rect::react(event);
-}
-
-/// Whether a stop has the focus now, or the panel has died of it.
-bool StandardPanel::stepTabFocus(std::uint32_t keyCode) {
-    LifeGuard const life = guard();
-    bool const forward = keyCode == Key::tab;
-    if (wasPassedOn()) return false;
-    bool const goesOn =
-        tabGoesOn_ && !hasTabStopAhead(forward ? TabOrderable::forward : TabOrderable::backward);
-    if (goesOn || !life.alive()) return !life.alive();
-    unsigned int const index = forward ? incrementTabStop() : decrementTabStop();
-    if (!life.alive() || index == noTabStop) return !life.alive();
-    FocusStop::reveal();
-    return true;
-}
-
-bool StandardPanel::wasPassedOn() const {
-    for (Glob const* glob = get_kbd_focus(); glob && glob != this; glob = glob->parent()) {
-        auto const* const panel = dynamic_cast<StandardPanel const*>(glob);
-        if (panel && panel->tabGoesOn_ && panel->numTabStops() > 0) return true;
-    }
-    return false;
+    return PanelTabKeys::step(*this, event.keyCode()) || rect::react(event);
 }
 
 bool StandardPanel::isTabStopHere(TabOrderable& stop) const {
-    Glob* const widget = TabOrderGeometry::widgetOf(&stop);
-    return !widget || getRootParent(widget) == getRootParent(const_cast<StandardPanel*>(this));
+    return PanelTabKeys::isStopHere(*this, stop);
 }
 
 bool StandardPanel::reactToMessage(Event const& event) {
@@ -225,29 +201,37 @@ bool StandardPanel::reactToMessage(Event const& event) {
         handlePoot();
         return true;
     }
-    if (reactToStandardWidget(event.sender())) return true;
+    if (PanelWidgets::reactTo(*this, event.sender())) return true;
     Diagnostics::count("message not handled", name.c_str());
     return false;
 }
 
-bool StandardPanel::reactToStandardWidget(Glob const* sender) {
-    if (!sender || !extras_) return false;
-    if (sender == extras_->inSlot(Extras::pinSlot)) {
-        handlePinned(isPinned());
-        return true;
-    }
-    if (sender != extras_->inSlot(Extras::sizeSlot)) return false;
-    LifeGuard const life = guard();
-    if (handleFlipSize() == handled || !life.alive()) return true;
-    if (minimisable_) setMinimised(!minimised_);
-    return true;
-}
-
 bool StandardPanel::reactToMouse(Event const& event) {
-    if (grip_ != 0 && followDrag(event)) return true;
+    if (PanelFrame::follow(*this, event)) return true;
     LifeGuard const life = guard();
     if (handleMouseEvent(event) == handled || !life.alive()) return true;
-    return beginDrag(event) || rect::react(event);
+    return PanelFrame::begin(*this, event) || rect::react(event);
+}
+
+void StandardPanel::handlePressCancelled(Event const& press) {
+    LifeGuard const life = guard();
+    PanelFrame::takeBack(*this, press.pressPlace());
+    if (life.alive()) rect::handlePressCancelled(press);
+}
+
+/// A drag that was ended by something else (the panel was hidden) is found out here.
+void StandardPanel::handleCaptureLost() {
+    grip_ = 0;
+    rect::handleCaptureLost();
+}
+
+MouseCursorID StandardPanel::contextCursor(XY<int> const& place) const {
+    MouseCursorID const cursor = PanelFrame::cursorAt(*this, place);
+    return cursor != inheritCursor ? cursor : rect::contextCursor(place);
+}
+
+bool StandardPanel::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
+    return rect::getTooltipDetails(place, details) || PanelTitle::tipAt(*this, place, details);
 }
 
 int StandardPanel::handleKeyboardEvent(int) {
@@ -308,17 +292,160 @@ void StandardPanel::handleAutoClose(bool closes) {
 void StandardPanel::setSizeFlag(size_state state) {
     DispatchScope const scope;
     sizeState_ = state;
-    if ((standardFlags_ & (settingsWidget | latchWidget)) == 0 || !extras_) return;
-    LifeGuard const life = guard();
-    if (auto* const button = dynamic_cast<iStateButton*>(extras_->inSlot(Extras::optionSlot)))
-        button->setDown(state == sizeMinimised, eRedrawYes);
-    if (life.alive()) positionStandardWidgets();
+    PanelWidgets::showSizeState(*this, state);
+}
+
+void StandardPanel::setMinimised(bool minimised) {
+    PanelMinimising::set(*this, minimised);
+}
+
+void StandardPanel::setResizable(bool resizable) {
+    resizableEdges_ = resizable;
+    Glob::setResizable(resizable);
 }
 
 void StandardPanel::describe(GlobDescription& description) const {
     rect::describe(description);
-    if (extras_ && !extras_->title.isEmpty()) description.name = getTitleW();
+    if (!PanelTitle::isEmpty(*this)) description.name = getTitleW();
     if (minimisable_ && !minimised_) description.states |= GlobDescription::expanded;
+}
+
+// Title
+
+void StandardPanel::setTitle(UIString const& title, Glib::FontDesc const& font, eRedrawFlag redraw) {
+    PanelTitle::store(*this, title, &font, redraw);
+}
+
+void StandardPanel::setTitle(UIString const& title, eRedrawFlag redraw) {
+    PanelTitle::store(*this, title, nullptr, redraw);
+}
+
+UIString StandardPanel::getTitle() const {
+    return PanelTitle::text(*this);
+}
+
+LightweightString<wchar_t> StandardPanel::getTitleW() const {
+    return getTitle().text();
+}
+
+ResId StandardPanel::getTitleResId() const {
+    return getTitle().resId();
+}
+
+Glib::FontDesc StandardPanel::getTitleFont() const {
+    return PanelTitle::font(*this);
+}
+
+void StandardPanel::setEditableTitle(bool editable) {
+    if (editable)
+        addStandardWidgets(editableTitle);
+    else
+        removeStandardWidgets(PanelWidgets::editableFlags);
+}
+
+Glob* StandardPanel::getTitleWidget() const {
+    return PanelTitle::box(*this);
+}
+
+int StandardPanel::calcTitleWidth(UIString const& title) const {
+    return PanelTitle::widthOf(*this, title);
+}
+
+int StandardPanel::calcMaxTitleWidgetWidth() const {
+    return PanelTitle::rowWidth(*this);
+}
+
+void StandardPanel::resizeTitleWidget() {
+    PanelTitle::resizeBox(*this);
+}
+
+void StandardPanel::handleTitleChangeInternal(eRedrawFlag redraw) {
+    PanelTitle::changed(*this, redraw);
+}
+
+void StandardPanel::handleTitleTyped() {
+    PanelTitle::typed(*this);
+}
+
+void StandardPanel::handleTitleEdited() {
+    PanelTitle::edited(*this);
+}
+
+// Standard widgets and status area
+
+void StandardPanel::addStandardWidgets(int flags) {
+    PanelWidgets::add(*this, flags);
+}
+
+void StandardPanel::removeStandardWidgets(int flags, bool redraw) {
+    PanelWidgets::remove(*this, flags, redraw);
+}
+
+bool StandardPanel::isStandardWidget(Glob const* widget) const {
+    return PanelWidgets::isOne(*this, widget);
+}
+
+Glob* StandardPanel::getStandardWidget(StandardWidget which) const {
+    return PanelWidgets::get(*this, which);
+}
+
+void StandardPanel::positionStandardWidgets() {
+    PanelWidgets::position(*this);
+}
+
+Glob* StandardPanel::addStatusWidget(Glob* widget, unsigned short width) {
+    return PanelWidgets::addStatus(*this, widget, width);
+}
+
+// Look
+
+void StandardPanel::setPalette(Palette const& palette) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    rect::setPalette(palette);
+    if (life.alive()) PanelWidgets::recolour(*this);
+}
+
+void StandardPanel::setCol(Colour const& colour, bool redraw) {
+    DispatchScope const scope;
+    Glob::setCol(colour, redraw);
+    PanelWidgets::recolour(*this);
+}
+
+Palette StandardPanel::getColoursForWidgets() const {
+    bool const hasOwnColour = getCol() != getPalette().window(eWindowNormal);
+    return hasOwnColour ? Palette(getCol()) : getPalette();
+}
+
+void StandardPanel::drawBackground() {
+    if (!isOpaque()) return;
+    PanelLook::drawCorners(*this);
+    rect::drawBackground();
+    PanelLook::drawTitleBar(*this);
+}
+
+void StandardPanel::drawBorder() {
+    drawBorder(1.0F);
+}
+
+void StandardPanel::drawBorder(float scale) {
+    PanelLook::drawBorder(*this, scale);
+}
+
+void StandardPanel::drawSquarePanelBorder(float scale, unsigned int edges) {
+    PanelLook::drawSquareBorder(*this, scale, edges);
+}
+
+void StandardPanel::drawTitleSeparator(float scale) {
+    PanelLook::drawTitleSeparator(*this, scale);
+}
+
+void StandardPanel::eraseRectangle(IntBox const& box, Colour const& colour) {
+    PanelLook::erase(*this, box, colour);
+}
+
+IntBox StandardPanel::getTitleBar() const {
+    return PanelTitle::bar(*this);
 }
 
 } // namespace wainscot

@@ -252,6 +252,12 @@ public:
     void describe(GlobDescription& description) const override;
 
 private:
+    friend class PanelFrame;
+    friend class PanelLook;
+    friend class PanelMinimising;
+    friend class PanelTabKeys;
+    friend class PanelTitle;
+    friend class PanelWidgets;
     struct Extras;
 
     void init(Border const& border);
@@ -263,46 +269,9 @@ private:
     void layOut();
 
     bool reactToKey(Event const& event);
-    bool stepTabFocus(std::uint32_t keyCode);
-    /// Tab comes from a panel in this one that lets it go on: it is not this one's to use.
-    bool wasPassedOn() const;
-    bool isTabStopHere(TabOrderable& stop) const override;
     bool reactToMessage(Event const& event);
-    /// What a message of a standard widget does when no handler consumed it. False when it is none of theirs.
-    bool reactToStandardWidget(Glob const* sender);
     bool reactToMouse(Event const& event);
-
-    void storeTitle(UIString const& title, Glib::FontDesc const* font, eRedrawFlag redraw);
-    void makeMissingWidgets();
-    void makeTitleBox();
-    void removeTitleBox(bool redraw);
-    void removeStandardWidget(StandardWidget which, bool redraw);
-    void recolourWidgets();
-    void resizeWidgetsToMetrics();
-    bool isStatusWidgetShown() const;
-    int chainWidth() const;
-    void tellParent(Messages which);
-    IntBox titleRow() const;
-
-    int titleBarHeight() const { return calcSize(spacingButton) + 2 * border_.getSize(); }
-    void keepMinimised();
-    void hideWidgets();
-    void showWidgets();
-    void resizeKeepingTop(XY<int> const& size);
-
-    // The frame: edges and title strip under the pointer.
-    unsigned edgesAt(XY<int> const& place) const;
-    bool beginDrag(Event const& event);
-    bool followDrag(Event const& event);
-    void dragEdges(XY<int> const& place);
-    void keepTitleInReach();
-    XY<int> leastFrameSize() const;
-
-    void drawRoundBorder(CanvasRenderer& renderer, float scale);
-    void drawGroove(CanvasRenderer& renderer, float scale);
-    void drawTitleBar();
-    void drawTitle(CanvasRenderer& renderer);
-    LightweightString<wchar_t> fittedTitle(bool* wasCut = nullptr) const;
+    bool isTabStopHere(TabOrderable& stop) const override;
 
     /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
     std::unique_ptr<Extras> extras_;

@@ -18,7 +18,6 @@ struct StandardPanel::Extras {
     enum Slot : std::size_t { closeSlot, sizeSlot, pinSlot, optionSlot, doItSlot, numSlots };
     static constexpr std::size_t chainLength = doItSlot;
 
-    static Slot slotOf(StandardWidget which);
     Glob* inSlot(Slot slot) const { return slots[slot].get(); }
     Glob* inSlot(std::size_t slot) const { return slots[slot].get(); }
 
@@ -40,10 +39,5 @@ struct StandardPanel::Extras {
     IntBox dragBox;
     XY<int> dragPlace;
 };
-
-namespace PanelGrip {
-/// Beside the bits of edges (`Surround::Edge`).
-inline constexpr unsigned char title = 16;
-} // namespace PanelGrip
 
 } // namespace wainscot
