@@ -1,9 +1,10 @@
-#include "host/windows/modal_flash.h"
+#include "host/windows/modal_flash_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/events/event_time_server.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/windows/diagonal_way.h"
+#include "host/windows/diagonal_way_p.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
 

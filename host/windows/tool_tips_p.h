@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/events/event_system.h"
-#include "host/windows/floating_note.h"
+#include "host/windows/floating_note_p.h"
 
 namespace wainscot {
 
