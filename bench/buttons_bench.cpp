@@ -7,6 +7,7 @@
 #include "host/objects/kbd_focus.h"
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 #include <string>
 

@@ -5,6 +5,7 @@
 #include "host/drawing/surface.h"
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 #include <cstdio>
 #include <cstring>

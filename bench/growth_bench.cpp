@@ -9,6 +9,7 @@
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/look.h"
+#include "host/windows/modality_p.h"
 
 #include <algorithm>
 #include <cmath>

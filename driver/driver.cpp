@@ -9,6 +9,7 @@
 #include "host/objects/tree.h"
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 #include <algorithm>
 

@@ -5,6 +5,7 @@
 #include "host/objects/description.h"
 #include "host/objects/tree.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 #include <algorithm>
 

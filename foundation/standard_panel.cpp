@@ -18,6 +18,8 @@
 #include "host/objects/description.h"
 #include "host/objects/tooltip_details.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/top_level_window.h"
 
 #include <algorithm>
 

@@ -104,7 +104,7 @@ bool pressDefaultButton(Glob& target, Event const& key) {
 bool closeModal(Glob& target) {
     GlobManager* const windows = GlobManager::current();
     Glob* const root = Glob::getRootParent(&target);
-    if (!windows || !windows->modality().isModal(*root)) return false;
+    if (!windows || !windows->isModal(*root)) return false;
     windows->closeRequested(*root);
     return true;
 }

@@ -11,8 +11,11 @@
 #include "host/events/key_codes.h"
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
+#include "host/windows/backend.h"
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/top_level_window.h"
 
 #include <gmock/gmock.h>
 

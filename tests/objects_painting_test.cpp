@@ -4,7 +4,7 @@
 #include "host/drawing/path.h"
 #include "host/drawing/shapes.h"
 #include "host/objects/inset.h"
-#include "host/objects/painting.h"
+#include "host/objects/painting_p.h"
 #include "host/objects/surround.h"
 
 #include <random>

@@ -1,6 +1,8 @@
 #include "tests/host_fixture.h"
 
 #include "host/drawing/uif_std.h"
+#include "host/windows/modal_flash_p.h"
+#include "host/windows/modality_p.h"
 
 namespace wainscot {
 namespace {

@@ -4,7 +4,7 @@
 #include "host/drawing/uif_std.h"
 #include "host/windows/look.h"
 #include "host/windows/screen.h"
-#include "host/windows/screen_places.h"
+#include "host/windows/screen_places_p.h"
 
 #include <cmath>
 #include <random>

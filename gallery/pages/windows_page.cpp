@@ -13,6 +13,7 @@
 #include "host/objects/surround.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/look.h"
+#include "host/windows/popup_chain.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "host/base/host_value.h"
 #include "host/base/recent_map.h"
 #include "host/drawing/standard_icons.h"
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 #include "host/services/data_folders.h"
 #include "host/services/file_names.h"
 

@@ -1,4 +1,4 @@
-#include "host/objects/activity.h"
+#include "host/objects/activity_p.h"
 
 #include "host/messages/handler_ref.h"
 #include "host/objects/description.h"

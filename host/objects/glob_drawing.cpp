@@ -4,8 +4,8 @@
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/surface.h"
 #include "host/objects/glob_side_p.h"
-#include "host/objects/painting.h"
-#include "host/objects/placement.h"
+#include "host/objects/painting_p.h"
+#include "host/objects/placement_p.h"
 #include "host/objects/tree.h"
 
 #include <algorithm>

@@ -7,7 +7,7 @@
 #include "host/objects/glob.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
-#include "host/objects/placement.h"
+#include "host/objects/placement_p.h"
 
 namespace wainscot {
 

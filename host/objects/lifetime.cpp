@@ -1,4 +1,4 @@
-#include "host/objects/lifetime.h"
+#include "host/objects/lifetime_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"

@@ -1,4 +1,4 @@
-#include "host/objects/painting.h"
+#include "host/objects/painting_p.h"
 
 #include "host/base/diagnostics.h"
 #include "host/drawing/canvas_renderer.h"

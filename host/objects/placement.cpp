@@ -1,4 +1,4 @@
-#include "host/objects/placement.h"
+#include "host/objects/placement_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"

@@ -1,6 +1,6 @@
 #include "host/objects/tree.h"
 
-#include "host/objects/activity.h"
+#include "host/objects/activity_p.h"
 #include "host/objects/glob_side_p.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 
 #include <cerrno>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 #include "host/services/clock.h"
 #include "host/services/user_folders.h"
 

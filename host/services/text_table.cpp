@@ -1,6 +1,6 @@
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 #include "host/services/data_folders.h"
 #include "host/services/text_ids.h"
 #include "host/services/text_table_p.h"

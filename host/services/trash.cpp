@@ -1,6 +1,6 @@
 #include "host/services/file_operations_p.h"
 
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 #include "host/services/clock.h"
 #include "host/services/local_time.h"
 #include "host/services/user_folders.h"

@@ -1,6 +1,6 @@
 #include "host/services/user_folders.h"
 
-#include "host/services/atomic_file.h"
+#include "host/services/atomic_file_p.h"
 
 #include <cstdlib>
 #include <sstream>

@@ -1,4 +1,4 @@
-#include "host/windows/composition.h"
+#include "host/windows/composition_p.h"
 
 #include "host/drawing/uif_std.h"
 

@@ -1,4 +1,4 @@
-#include "host/windows/containment.h"
+#include "host/windows/containment_p.h"
 
 #include "host/events/dispatch_scope.h"
 

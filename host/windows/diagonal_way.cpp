@@ -1,4 +1,4 @@
-#include "host/windows/diagonal_way.h"
+#include "host/windows/diagonal_way_p.h"
 
 #include <array>
 

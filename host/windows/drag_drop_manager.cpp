@@ -5,7 +5,10 @@
 #include "host/events/event_system.h"
 #include "host/messages/handler_ref.h"
 #include "host/objects/tree.h"
+#include "host/windows/floating_note_p.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/modality_p.h"
+#include "host/windows/top_level_window.h"
 
 #include <stdexcept>
 #include <utility>
@@ -22,7 +25,7 @@ constexpr int pointerExtent = 18;
 } // namespace
 
 DragDropManager::DragDropManager(GlobManager& windows, EventSystem& events)
-    : windows_(windows), events_(events) {
+    : windows_(windows), events_(events), label_(std::make_unique<FloatingNote>()) {
     liveManager = this;
 }
 
@@ -109,9 +112,9 @@ bool DragDropManager::handleMouseMove(Event const& event) {
 
 void DragDropManager::showLabel(XY<int> const& place) {
     Glob* const owner = source_.get() ? source_.get() : hovered_.get();
-    if (!owner) return label_.hide();
+    if (!owner) return label_->hide();
     IntBox const pointer(place.x, place.y - pointerExtent, place.x + pointerExtent, place.y + 1);
-    label_.showBeside(pointer, {item_->label(), {}, UifStd::getFont()}, *owner);
+    label_->showBeside(pointer, {item_->label(), {}, UifStd::getFont()}, *owner);
 }
 
 bool DragDropManager::offer(DragDropItem& item, XY<int> const& place) {
@@ -147,7 +150,7 @@ void DragDropManager::cancel() {
 
 void DragDropManager::end(Qv::Ptr<DragDropItem> const& item, bool taken) {
     cursor_ = inheritCursor;
-    label_.hide();
+    label_->hide();
     Glob* const source = std::exchange(source_, {}).get();
     DispatchScope const scope;
     if (source) runHandler("handleDragEnd", [&] { source->handleDragEnd(*item, taken); });

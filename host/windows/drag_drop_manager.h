@@ -1,14 +1,18 @@
 #pragma once
 
 #include "host/base/ptr.h"
-#include "host/events/event.h"
+#include "host/events/mouse_cursor.h"
 #include "host/messages/handler_ref.h"
 #include "host/objects/drag_drop_item.h"
-#include "host/windows/floating_note.h"
+#include "host/objects/glob.h"
+
+#include <memory>
+#include <vector>
 
 namespace wainscot {
 
 class EventSystem;
+class FloatingNote;
 class GlobManager;
 
 /// Carries an item from one object to another with the pointer. The object under the pointer that accepts the
@@ -68,7 +72,7 @@ private:
     HandlerRef<Glob> source_;
     HandlerRef<Glob> hovered_;
     MouseCursorID cursor_ = inheritCursor;
-    FloatingNote label_;
+    std::unique_ptr<FloatingNote> label_;
 };
 
 } // namespace wainscot

@@ -1,4 +1,4 @@
-#include "host/windows/floating_note.h"
+#include "host/windows/floating_note_p.h"
 
 #include "host/base/convert.h"
 #include "host/drawing/canvas_renderer.h"
@@ -9,7 +9,7 @@
 #include "host/objects/description.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/screen.h"
-#include "host/windows/screen_places.h"
+#include "host/windows/screen_places_p.h"
 
 #include <algorithm>
 #include <utility>

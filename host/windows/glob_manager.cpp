@@ -8,7 +8,8 @@
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
-#include "host/windows/screen_places.h"
+#include "host/windows/glob_manager_p.h"
+#include "host/windows/screen_places_p.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -28,7 +29,7 @@ void freeWindow(void* window) {
 } // namespace
 
 GlobManager::GlobManager(Backend& backend)
-    : backend_(backend), popUps_([&backend](bool wanted) { backend.setOutsidePresses(wanted); }) {
+    : backend_(backend), parts_(std::make_unique<Parts>(*this, backend)) {
     liveManager = this;
     iRootHost::install(this);
     Drawable::setPainter(this);
@@ -48,6 +49,52 @@ GlobManager& GlobManager::instance() {
 
 GlobManager* GlobManager::current() {
     return liveManager;
+}
+
+PopUpChain& GlobManager::popUps() {
+    return parts_->popUps;
+}
+
+PopUpChain const& GlobManager::popUps() const {
+    return parts_->popUps;
+}
+
+Modality const& GlobManager::modality() const {
+    return parts_->modality;
+}
+
+bool GlobManager::isModal(Glob const& glob) const {
+    return parts_->modality.isModal(glob);
+}
+
+bool GlobManager::isBlocked(Glob const& glob) const {
+    return parts_->modality.blockerOf(glob) != nullptr;
+}
+
+// Windows
+
+TopLevelWindow* GlobManager::windowOf(Glob const* root) const {
+    return parts_->windows.of(root);
+}
+
+TopLevelWindow* GlobManager::windowOf(NativeWindowId id) const {
+    return parts_->windows.of(id);
+}
+
+TopLevelWindow* GlobManager::windowOfStamp(IdStamp root) const {
+    return parts_->windows.ofStamp(root);
+}
+
+std::size_t GlobManager::numWindows() const {
+    return parts_->windows.size();
+}
+
+TopLevelWindow* GlobManager::topmost() const {
+    return parts_->windows.topmost();
+}
+
+void GlobManager::broughtToFront(TopLevelWindow& window) {
+    parts_->windows.bringToFront(window);
 }
 
 NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish) const {
@@ -89,8 +136,9 @@ bool GlobManager::mayOpen(Glob const* root) const {
     return false;
 }
 
-bool GlobManager::open(Glob& root, Wish wish) {
+bool GlobManager::open(Glob& root, Wish const& wanted) {
     DispatchScope const keepsWindow;
+    Wish wish = wanted;
     LifeGuard const life = root.guard();
     IdStamp const owner = wish.owner ? wish.owner->rootStamp() : IdStamp();
     if (wish.kind == TopLevelWindow::Kind::ordinary) shrinkToFit(root, wish);
@@ -106,7 +154,7 @@ bool GlobManager::open(Glob& root, Wish wish) {
     }
     WindowMargins const margins =
         settings.isPopUp() ? WindowMargins::forRoot(root, settings.translucent) : WindowMargins();
-    TopLevelWindow& window = windows_.add(
+    TopLevelWindow& window = parts_->windows.add(
         std::make_unique<TopLevelWindow>(root, std::move(native), backend_.deviceScale(), wish.kind, margins),
         owner);
     window.surface().setTranslucent(settings.translucent);
@@ -149,9 +197,9 @@ bool GlobManager::realizeFor(Glob* root, Glob* owner, std::optional<XY<int>> pla
 Glob* GlobManager::find(char const* name) const {
     if (!name || !*name) return nullptr;
     Glob* found = nullptr;
-    for (auto const& window : windows_)
+    for (auto const& window : parts_->windows)
         if (window->root().name() == name) return &window->root();
-    for (auto const& window : windows_) {
+    for (auto const& window : parts_->windows) {
         window->root().visitSubtree([&](Glob& glob) {
             if (glob.name() == name) found = &glob;
             return !found;
@@ -179,13 +227,13 @@ TopLevelWindow* GlobManager::activeWindow() const {
 }
 
 TopLevelWindow* GlobManager::foremost() const {
-    return windows_.foremost([](TopLevelWindow const& window) {
+    return parts_->windows.foremost([](TopLevelWindow const& window) {
         return !window.isPopUp() && !window.isHidden() && window.root().isVisible();
     });
 }
 
 TopLevelWindow* GlobManager::windowAt(XY<int> place) const {
-    return windows_.foremost([place](TopLevelWindow const& window) {
+    return parts_->windows.foremost([place](TopLevelWindow const& window) {
         return !window.isHidden() && !window.isNote() && window.root().isVisible() &&
                window.root().box().contains(place);
     });
@@ -199,12 +247,12 @@ void GlobManager::activated(TopLevelWindow& window) {
 
 void GlobManager::rootResized(Glob& root) {
     if (TopLevelWindow* window = windowOf(&root)) window->rootResized();
-    popUps_.windowChanged(root);
+    parts_->popUps.windowChanged(root);
 }
 
 void GlobManager::rootMoved(Glob& root) {
     if (TopLevelWindow* window = windowOf(&root)) window->rootMoved();
-    popUps_.windowChanged(root);
+    parts_->popUps.windowChanged(root);
 }
 
 void GlobManager::rootVisibilityChanged(Glob& root) {
@@ -214,7 +262,7 @@ void GlobManager::rootVisibilityChanged(Glob& root) {
         window->native().show();
     else
         hideNative(*window);
-    popUps_.windowChanged(root);
+    parts_->popUps.windowChanged(root);
 }
 
 /// The release of a button that was pressed in it may never be reported.
@@ -267,13 +315,13 @@ void GlobManager::fitOnScreen(Glob& root) {
 
 /// The pixels stay until nobody can be drawing on them any more.
 void GlobManager::rootDying(Glob& root) {
-    TopLevelWindow* const window = windows_.take(root).release();
+    TopLevelWindow* const window = parts_->windows.take(root).release();
     if (!window) return;
     // What was under the pointer is not there any more.
     Tree::noteChange();
     window->close();
-    flash_.forget(root);
-    popUps_.rootDying(root);
+    parts_->flash.forget(root);
+    parts_->popUps.rootDying(root);
     destroyOwned(root);
     if (glib_rootcanvas() == root.canvas()) glib_setrootcanvas(nullptr);
     if (EventSystem* system = EventSystem::current()) {
@@ -288,33 +336,33 @@ void GlobManager::rootDying(Glob& root) {
 /// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
 void GlobManager::destroyOwned(Glob const& root) {
     std::vector<HandlerRef<Glob>> owned;
-    for (TopLevelWindow const* window : windows_.ownedBy(root.idStamp()))
-        if (!popUps_.contains(&window->root())) owned.emplace_back(&window->root());
+    for (TopLevelWindow const* window : parts_->windows.ownedBy(root.idStamp()))
+        if (!parts_->popUps.contains(&window->root())) owned.emplace_back(&window->root());
     for (HandlerRef<Glob> const& ref : owned)
         if (Glob* const glob = ref.get()) destroy(glob);
 }
 
 std::vector<Glob*> GlobManager::roots() const {
     std::vector<Glob*> found;
-    for (auto const& window : windows_) found.push_back(&window->root());
+    for (auto const& window : parts_->windows) found.push_back(&window->root());
     return found;
 }
 
 Glob* GlobManager::rootAfter(Glob const* root) const {
-    TopLevelWindow const* const window = windows_.of(root);
-    TopLevelWindow const* const next = root && !window ? nullptr : windows_.after(window);
+    TopLevelWindow const* const window = parts_->windows.of(root);
+    TopLevelWindow const* const next = root && !window ? nullptr : parts_->windows.after(window);
     return next ? &next->root() : nullptr;
 }
 
 template <class Visit>
 void GlobManager::visitDamaged(Visit visit) {
     DispatchScope const keepsWindows;
-    for (Glob* root : windows_.damaged())
+    for (Glob* root : parts_->windows.damaged())
         if (TopLevelWindow* window = windowOf(root)) visit(*window);
 }
 
 bool GlobManager::hasPaintWork() const {
-    return !Drawable::isHeld() && windows_.hasPaintWork();
+    return !Drawable::isHeld() && parts_->windows.hasPaintWork();
 }
 
 void GlobManager::paintPending() {
@@ -329,13 +377,13 @@ void GlobManager::dropPending() {
 /// Handlers may open further windows meanwhile, again and again.
 void GlobManager::closeAll() {
     DispatchScope const scope;
-    for (int round = 0; !windows_.empty(); ++round) {
+    for (int round = 0; !parts_->windows.empty(); ++round) {
         if (round == maxRounds) {
             Diagnostics::count("window refused", "windows keep opening while all are closed");
             refusesWindows_ = true;
         }
         std::vector<HandlerRef<Glob>> doomed;
-        for (auto const& window : windows_) doomed.emplace_back(&window->root());
+        for (auto const& window : parts_->windows) doomed.emplace_back(&window->root());
         bool isProgress = false;
         for (auto next = doomed.rbegin(); next != doomed.rend(); ++next) {
             Glob* const root = next->get();

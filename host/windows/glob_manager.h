@@ -1,12 +1,11 @@
 #pragma once
 
+#include "host/base/box.h"
 #include "host/drawing/drawable.h"
 #include "host/objects/look_change.h"
 #include "host/objects/root_host.h"
-#include "host/windows/modal_flash.h"
-#include "host/windows/modality.h"
-#include "host/windows/popup_chain.h"
-#include "host/windows/window_list.h"
+#include "host/objects/widget_position.h"
+#include "host/windows/input_event.h"
 
 #include <memory>
 #include <optional>
@@ -14,7 +13,14 @@
 
 namespace wainscot {
 
+class Backend;
+class Canvas;
 class Event;
+class Modality;
+class PopUpChain;
+class TopLevelWindow;
+struct GlobCreationInfo;
+struct NativeWindowSettings;
 
 /// How a pop-up is to be opened. All places are root coordinates.
 struct PopUpOptions {
@@ -62,8 +68,8 @@ public:
     void pinPopUp(Glob* root);
     /// Whether a root is in a pop-up window, pinned or not.
     bool isPopUp(Glob const* root) const;
-    PopUpChain& popUps() { return popUps_; }
-    PopUpChain const& popUps() const { return popUps_; }
+    PopUpChain& popUps();
+    PopUpChain const& popUps() const;
 
     /// Makes an object modal until it dies: input outside its modal chain is refused (see `Modality`). A root
     /// without a window gets one, owned by that of `context`; a null context is the active window. False when
@@ -73,7 +79,8 @@ public:
     void setModalContextGlob(Glob* glob, Glob* context);
     /// Takes back `addModalGlob` and `setModalContextGlob`.
     void unsetModalContextGlob(Glob* glob);
-    Modality const& modality() const { return modality_; }
+    bool isModal(Glob const& glob) const;
+    Modality const& modality() const;
     /// What keys do when no object and no command has used them: given is what has the focus and the key
     /// press; the answer is whether it was used. None from the start.
     using UnusedKeyHandler = bool (*)(Glob& target, Event const& key);
@@ -103,7 +110,7 @@ public:
                            WidgetRelativity side = WidgetRelativity::below,
                            WidgetAlignment alignment = WidgetAlignment::start) const;
     /// Boxes of the monitors; never empty, the first is the main one.
-    std::vector<IntBox> monitors() const { return backend_.monitors(); }
+    std::vector<IntBox> monitors() const;
     IntBox monitorFor(IntBox const& box) const;
     /// That of the active window, else the main one.
     IntBox activeMonitor() const;
@@ -115,7 +122,7 @@ public:
     /// The foremost window of those that are no pop-ups; null when there is none.
     TopLevelWindow* foremost() const;
     /// The foremost of all.
-    TopLevelWindow* topmost() const { return windows_.topmost(); }
+    TopLevelWindow* topmost() const;
 
     /// Monitors, or the scale of the screen, have changed: windows are brought back onto the screen, laid out
     /// and painted.
@@ -123,7 +130,7 @@ public:
     /// Tells every object what of the look has changed, lays all windows out again and paints them.
     void lookChanged(LookChange changes);
     void setDeviceScale(double scale);
-    double deviceScale() const { return backend_.deviceScale(); }
+    double deviceScale() const;
 
     /// The root with that name, or the first object with it below a root; null when there is none.
     Glob* find(char const* name) const;
@@ -132,16 +139,16 @@ public:
     /// and is destroyed when it does not handle that.
     void closeRequested(Glob& root);
 
-    std::size_t numWindows() const { return windows_.size(); }
+    std::size_t numWindows() const;
     /// Null when there is none.
-    TopLevelWindow* windowOf(Glob const* root) const { return windows_.of(root); }
-    TopLevelWindow* windowOf(NativeWindowId id) const { return windows_.of(id); }
+    TopLevelWindow* windowOf(Glob const* root) const;
+    TopLevelWindow* windowOf(NativeWindowId id) const;
     /// By the stamp of its root.
-    TopLevelWindow* windowOfStamp(IdStamp root) const { return windows_.ofStamp(root); }
+    TopLevelWindow* windowOfStamp(IdStamp root) const;
     /// The foremost window at a place in root coordinates; null when there is none.
     TopLevelWindow* windowAt(XY<int> place) const;
     /// It is above all others from now on, as far as is known here.
-    void broughtToFront(TopLevelWindow& window) { windows_.bringToFront(window); }
+    void broughtToFront(TopLevelWindow& window);
     /// It is the active one from now on: keys go there, and its root's canvas is `glib_rootcanvas()`.
     void activated(TopLevelWindow& window);
 
@@ -157,7 +164,7 @@ public:
     void rootSurroundChanged(Glob& root) override;
     void rootToTop(Glob& root, bool activate) override;
     void constrainRoot(Glob& root) override;
-    bool isBlocked(Glob const& glob) const override { return modality_.blockerOf(glob) != nullptr; }
+    bool isBlocked(Glob const& glob) const override;
     std::vector<Glob*> roots() const override;
     Glob* rootAfter(Glob const* root) const override;
 
@@ -167,20 +174,13 @@ public:
 
 private:
     static void modalityChanged();
-    /// How a window is to be opened.
-    struct Wish {
-        /// Lower-left corner of the root.
-        std::optional<XY<int>> place;
-        TopLevelWindow const* owner = nullptr;
-        TopLevelWindow::Kind kind = TopLevelWindow::Kind::ordinary;
-        bool isModal = false;
-    };
+    struct Wish;
     bool realizeFor(Glob* root, Glob* owner, std::optional<XY<int>> place, bool isModal);
     bool mayOpen(Glob const* root) const;
     void shrinkToFit(Glob& root, Wish const& wish) const;
     NativeWindowSettings settingsFor(Glob const& root, Wish const& wish) const;
     /// Opens the window of a root that has none. False when the window system refuses or the root has died.
-    bool open(Glob& root, Wish wish);
+    bool open(Glob& root, Wish const& wanted);
     void destroyOwned(Glob const& root);
     /// The window of an object, or for one in a pop-up the window that this belongs to; the active one where
     /// there is none.
@@ -196,12 +196,10 @@ private:
     void visitDamaged(Visit visit);
     void tellLookChanged(LookChange changes);
 
+    struct Parts;
     Backend& backend_;
-    WindowList windows_;
-    PopUpChain popUps_;
-    Modality modality_;
+    std::unique_ptr<Parts> parts_;
     UnusedKeyHandler unusedKey_ = nullptr;
-    ModalFlash flash_{*this};
     /// Everything is being closed.
     bool refusesWindows_ = false;
     bool tellsLook_ = false;

@@ -4,10 +4,10 @@
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/objects/kbd_focus.h"
-#include "host/objects/placement.h"
+#include "host/objects/placement_p.h"
 #include "host/objects/tree.h"
-#include "host/windows/glob_manager.h"
-#include "host/windows/screen_places.h"
+#include "host/windows/glob_manager_p.h"
+#include "host/windows/screen_places_p.h"
 
 #include <cmath>
 
@@ -50,6 +50,14 @@ Glob* liveOrNull(Glob* glob) {
 } // namespace
 
 // Monitors
+
+std::vector<IntBox> GlobManager::monitors() const {
+    return backend_.monitors();
+}
+
+double GlobManager::deviceScale() const {
+    return backend_.deviceScale();
+}
 
 IntBox GlobManager::monitorFor(IntBox const& box) const {
     return ScreenPlaces::monitorOf(monitors(), box);
@@ -151,7 +159,7 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     }
     DispatchScope const scope;
     Glob* const opener = liveOrNull(options.opener);
-    Glob* const parent = popUps_.contains(options.parent) ? options.parent : nullptr;
+    Glob* const parent = parts_->popUps.contains(options.parent) ? options.parent : nullptr;
     Glob* const context = parent ? parent : opener;
     LifeGuard const contextLife = context ? context->guard() : root->guard();
     TopLevelWindow const* const owner = ordinaryWindowFor(context);
@@ -163,18 +171,18 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
                                          : IntBox::sized(glib_getMousePos(), {1, 1});
     XY<int> const corner = ScreenPlaces::movedOnto(roomForPopUp(*root, anchor), wanted).bottomLeft();
     LifeGuard const life = root->guard();
-    if (!popUps_.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
+    if (!parts_->popUps.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
     // What had to be closed for it may have opened it.
     if (windowOf(root)) return true;
     // Or given it to a parent.
     if (!mayOpen(root)) {
-        popUps_.leave(*root);
+        parts_->popUps.leave(*root);
         return false;
     }
-    if (context && contextLife.alive()) modality_.setContext(*root, *context);
+    if (context && contextLife.alive()) parts_->modality.setContext(*root, *context);
     TopLevelWindow const* const ownerNow = windowOfStamp(ownerStamp);
     if (open(*root, {corner, ownerNow, TopLevelWindow::Kind::popUp})) return true;
-    if (life.alive()) popUps_.leave(*root);
+    if (life.alive()) parts_->popUps.leave(*root);
     return !life.alive();
 }
 
@@ -185,7 +193,7 @@ bool GlobManager::openNote(Glob* root, XY<int> place, Glob& owner) {
 }
 
 void GlobManager::pinPopUp(Glob* root) {
-    if (is_good_glob_ptr(root)) popUps_.leave(*root);
+    if (is_good_glob_ptr(root)) parts_->popUps.leave(*root);
 }
 
 bool GlobManager::isPopUp(Glob const* root) const {
@@ -203,13 +211,13 @@ bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
     LifeGuard const life = glob->guard();
     TopLevelWindow const* const before = ordinaryWindowFor(liveOrNull(context));
     IdStamp const owner = before ? before->rootStamp() : IdStamp();
-    popUps_.closeAll();
+    parts_->popUps.closeAll();
     if (!life.alive()) return true;
     TopLevelWindow const* const now = windowOfStamp(owner);
     bool const needsWindow = !glob->isChildGlob() && !windowOf(glob);
     if (needsWindow && !realizeFor(glob, now ? &now->root() : nullptr, {}, true)) return false;
     if (!life.alive()) return true;
-    modality_.addModal(*glob);
+    parts_->modality.addModal(*glob);
     if (TopLevelWindow* window = windowOf(glob)) window->setModal(true, windowOfStamp(owner));
     modalityChanged();
     return true;
@@ -222,24 +230,24 @@ void GlobManager::modalityChanged() {
 }
 
 void GlobManager::setModalContextGlob(Glob* glob, Glob* context) {
-    if (liveOrNull(glob) && liveOrNull(context)) modality_.setContext(*glob, *context);
+    if (liveOrNull(glob) && liveOrNull(context)) parts_->modality.setContext(*glob, *context);
 }
 
 void GlobManager::unsetModalContextGlob(Glob* glob) {
-    if (glob) modality_.remove(*glob);
+    if (glob) parts_->modality.remove(*glob);
     if (TopLevelWindow* window = windowOf(glob)) window->setModal(false, nullptr);
     modalityChanged();
 }
 
 void GlobManager::showModal(Glob& modal) {
     modal.popToTop();
-    if (TopLevelWindow* window = windowOf(Glob::getRootParent(&modal))) flash_.start(*window);
+    if (TopLevelWindow* window = windowOf(Glob::getRootParent(&modal))) parts_->flash.start(*window);
 }
 
 // Changes of screen and look
 
 void GlobManager::screenChanged() {
-    popUps_.closeAll();
+    parts_->popUps.closeAll();
     setDeviceScale(backend_.deviceScale());
     DispatchScope const keepsWindows;
     for (Glob* root : roots())
@@ -253,7 +261,7 @@ void GlobManager::setDeviceScale(double scale) {
     }
     backend_.setDeviceScale(scale);
     bool changed = false;
-    for (auto const& window : windows_) {
+    for (auto const& window : parts_->windows) {
         changed = changed || window->surface().scale() != backend_.deviceScale();
         window->setScale(backend_.deviceScale());
     }

@@ -2,6 +2,8 @@
 
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
+#include "host/windows/modality_p.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

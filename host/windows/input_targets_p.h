@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/events/event_system.h"
+#include "host/objects/glob.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
 

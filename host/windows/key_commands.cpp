@@ -4,6 +4,7 @@
 #include "host/services/clipboard.h"
 #include "host/services/command_map.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/popup_chain.h"
 
 namespace wainscot {
 

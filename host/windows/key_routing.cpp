@@ -5,6 +5,7 @@
 #include "host/messages/notify_msg.h"
 #include "host/objects/dispatch.h"
 #include "host/windows/key_commands_p.h"
+#include "host/windows/popup_chain.h"
 
 #include <utility>
 

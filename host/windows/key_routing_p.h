@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/windows/composition.h"
+#include "host/windows/composition_p.h"
 #include "host/windows/pointer_presses_p.h"
 
 namespace wainscot {

@@ -1,6 +1,7 @@
-#include "host/windows/modal_flash.h"
+#include "host/windows/modal_flash_p.h"
 
 #include "host/windows/glob_manager.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

@@ -1,4 +1,4 @@
-#include "host/windows/modality.h"
+#include "host/windows/modality_p.h"
 
 #include <algorithm>
 

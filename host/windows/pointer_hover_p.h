@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/windows/containment.h"
+#include "host/windows/containment_p.h"
 #include "host/windows/drag_drop_manager.h"
 #include "host/windows/input_targets_p.h"
-#include "host/windows/pointer_wishes.h"
-#include "host/windows/press_hand_over.h"
-#include "host/windows/tool_tips.h"
+#include "host/windows/pointer_wishes_p.h"
+#include "host/windows/press_hand_over_p.h"
+#include "host/windows/tool_tips_p.h"
 
 namespace wainscot {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/windows/pointer_hover_p.h"
-#include "host/windows/sub_menu_approach.h"
+#include "host/windows/sub_menu_approach_p.h"
 
 namespace wainscot {
 

@@ -3,6 +3,7 @@
 #include "host/events/dispatch_scope.h"
 #include "host/objects/dispatch.h"
 #include "host/services/clock.h"
+#include "host/windows/top_level_window.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/windows/pointer_moves_p.h"
+#include "host/windows/popup_chain.h"
 
 namespace wainscot {
 

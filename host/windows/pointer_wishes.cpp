@@ -1,4 +1,4 @@
-#include "host/windows/pointer_wishes.h"
+#include "host/windows/pointer_wishes_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/objects/glob.h"

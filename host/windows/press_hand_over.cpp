@@ -1,8 +1,10 @@
-#include "host/windows/press_hand_over.h"
+#include "host/windows/press_hand_over_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/objects/dispatch.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

@@ -4,7 +4,9 @@
 #include "host/events/event_system.h"
 #include "host/objects/tree.h"
 #include "host/windows/glob_manager.h"
-#include "host/windows/screen_places.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/screen_places_p.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

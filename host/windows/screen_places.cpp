@@ -1,4 +1,4 @@
-#include "host/windows/screen_places.h"
+#include "host/windows/screen_places_p.h"
 
 #include <cstdint>
 

@@ -1,8 +1,10 @@
-#include "host/windows/sub_menu_approach.h"
+#include "host/windows/sub_menu_approach_p.h"
 
 #include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/services/clock.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

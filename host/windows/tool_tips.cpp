@@ -1,4 +1,4 @@
-#include "host/windows/tool_tips.h"
+#include "host/windows/tool_tips_p.h"
 
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"

@@ -2,7 +2,7 @@
 
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
-#include "host/objects/painting.h"
+#include "host/objects/painting_p.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "host/windows/window_list.h"
+#include "host/windows/window_list_p.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "host/windows/window_margins.h"
 
-#include "host/objects/painting.h"
+#include "host/objects/painting_p.h"
 #include "host/objects/surround.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 #include "host/windows/window_reports_p.h"
 
 #include "host/objects/kbd_focus.h"
+#include "host/windows/popup_chain.h"
+#include "host/windows/top_level_window.h"
 
 namespace wainscot {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/events/one_shot_timer.h"
-#include "host/windows/diagonal_way.h"
+#include "host/windows/diagonal_way_p.h"
 #include "host/windows/glob_manager.h"
 #include "host/windows/input_event.h"
 

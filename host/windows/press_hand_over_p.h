@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/objects/glob.h"
 #include "host/windows/glob_manager.h"
 
 namespace wainscot {

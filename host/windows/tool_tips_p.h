@@ -2,7 +2,7 @@
 
 #include "host/events/event_system.h"
 #include "host/events/one_shot_timer.h"
-#include "host/windows/floating_note.h"
+#include "host/windows/floating_note_p.h"
 
 namespace wainscot {
 

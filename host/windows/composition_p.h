@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/windows/backend.h"
-#include "host/windows/floating_note.h"
+#include "host/windows/floating_note_p.h"
 
 namespace wainscot {
 
