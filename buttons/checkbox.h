@@ -7,7 +7,7 @@
 #include "foundation/key_table.h"
 #include "foundation/report.h"
 #include "host/drawing/image.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 #include <memory>
 #include <optional>
@@ -94,7 +94,7 @@ public:
 
     private:
         bool state_;
-        GlobRef<Checkbox> checkbox_;
+        HandlerRef<Checkbox> checkbox_;
     };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {

@@ -144,26 +144,26 @@ void CheckboxPanel::handleLookChange(LookChange changes) {
 
 void CheckboxPanel::setAppearance(Checkbox::eAppearance appearance) {
     DispatchScope const scope;
-    for (GlobRef<Checkbox> const& box : boxes_)
+    for (HandlerRef<Checkbox> const& box : boxes_)
         if (box.get()) box.get()->setAppearance(appearance);
 }
 
 void CheckboxPanel::setPalette(Palette const& palette) {
     DispatchScope const scope;
     StandardPanel::setPalette(palette);
-    for (GlobRef<Checkbox> const& box : boxes_)
+    for (HandlerRef<Checkbox> const& box : boxes_)
         if (box.get()) box.get()->setPalette(palette);
 }
 
 void CheckboxPanel::getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int) {
-    for (GlobRef<Checkbox> const& box : boxes_)
+    for (HandlerRef<Checkbox> const& box : boxes_)
         if (box.get()) controls.push_back(box.get());
 }
 
 void CheckboxPanel::describeChild(Glob const& child, GlobDescription& description) const {
     int const index = indexOf(&child);
     if (index < 0) return;
-    description.memberOf = GlobRef<Glob>(const_cast<CheckboxPanel*>(this));
+    description.memberOf = HandlerRef<Glob>(const_cast<CheckboxPanel*>(this));
     description.position = static_cast<std::size_t>(index) + 1;
     description.setSize = boxes_.size();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "buttons/checkbox.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 #include <vector>
 
@@ -64,7 +64,7 @@ private:
     XY<int> neededSize() const;
     void resizeToFit();
 
-    std::vector<GlobRef<Checkbox>> boxes_;
+    std::vector<HandlerRef<Checkbox>> boxes_;
     int columns_;
     bool bold_;
     AutomaticSize automatic_;

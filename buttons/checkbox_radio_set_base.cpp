@@ -71,7 +71,7 @@ void CheckboxRadioSetBase::handleCheckboxClickInternal(Checkbox* clicked) {
     if (!clicked || clicked->isTicked()) return;
     unsigned int const index = findCheckbox(clicked);
     if (index == noCheckbox) return;
-    GlobRef<Checkbox> const ref(clicked);
+    HandlerRef<Checkbox> const ref(clicked);
     previous_ = getSelectedCheckbox();
     if (tickOnly(index)) handleCheckboxClick(ref.get());
 }

@@ -4,7 +4,7 @@
 #include "host/base/life.h"
 #include "host/base/xy.h"
 #include "host/events/key_codes.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 #include <vector>
 
@@ -75,7 +75,7 @@ protected:
 private:
     bool isUsable(int index) const;
 
-    std::vector<GlobRef<Glob>> members_;
+    std::vector<HandlerRef<Glob>> members_;
     int columns_ = 1;
     unsigned int choice_ = 0;
     LifeToken life_;

@@ -152,7 +152,7 @@ void RadioSet::describe(GlobDescription& description) const {
 }
 
 void RadioSet::describeChild(Glob const& child, GlobDescription& description) const {
-    if (isButton(&child)) description.memberOf = GlobRef<Glob>(const_cast<RadioSet*>(this));
+    if (isButton(&child)) description.memberOf = HandlerRef<Glob>(const_cast<RadioSet*>(this));
 }
 
 } // namespace wainscot

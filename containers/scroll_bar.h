@@ -5,7 +5,7 @@
 #include "foundation/press.h"
 #include "foundation/repeat_clock.h"
 #include "foundation/report.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 #include <cstdint>
 #include <optional>
@@ -185,7 +185,7 @@ private:
     int buttonLength() const;
     void addArrowButtons();
     void layOutButtons();
-    void layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits);
+    void layOutButton(HandlerRef<Button> const& button, XY<int> const& place, int side, bool fits);
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
     /// False when the bar has gone.
@@ -229,8 +229,8 @@ private:
     Reporter reporter_;
     std::optional<Colour> thumbColour_;
     /// At the left or upper end, and at the other; null without arrow buttons, and for one that has died.
-    GlobRef<Button> firstButton_;
-    GlobRef<Button> lastButton_;
+    HandlerRef<Button> firstButton_;
+    HandlerRef<Button> lastButton_;
 };
 
 } // namespace wainscot

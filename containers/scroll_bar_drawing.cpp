@@ -67,8 +67,8 @@ void ScrollBar::addArrowButtons() {
         button->setPalette(getPalette());
         addChild(button);
     }
-    firstButton_ = GlobRef<Button>(first);
-    lastButton_ = GlobRef<Button>(last);
+    firstButton_ = HandlerRef<Button>(first);
+    lastButton_ = HandlerRef<Button>(last);
     layOutButtons();
     updateButtonStates(eRedrawNo);
 }

@@ -125,7 +125,7 @@ void ScrollBar::layOutButtons() {
     layOutButton(lastButton_, isVertical() ? lower : upper, side, fit);
 }
 
-void ScrollBar::layOutButton(GlobRef<Button> const& button, XY<int> const& place, int side, bool fits) {
+void ScrollBar::layOutButton(HandlerRef<Button> const& button, XY<int> const& place, int side, bool fits) {
     if (!getWidget(button.get())) return;
     DispatchScope const scope;
     LifeGuard const life = guard();

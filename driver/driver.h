@@ -36,7 +36,7 @@ public:
         explicit operator bool() const { return glob() != nullptr; }
 
     private:
-        GlobRef<Glob> glob_;
+        HandlerRef<Glob> glob_;
         ItemKey item_;
     };
     /// Which items are looked for: those that can be seen, or all that there are.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/tab_orderable.h"
+#include "host/messages/handler_ref.h"
 #include "host/messages/notifier.h"
-#include "host/objects/glob_ref.h"
 
 namespace wainscot {
 
@@ -37,7 +37,7 @@ private:
     /// The holder of the keyboard focus when that is the widget or lies in it; else null.
     Glob* focusHolderInside() const;
 
-    GlobRef<Glob> widget_;
+    HandlerRef<Glob> widget_;
     NotifierSubscription deletion_;
     NotifierSubscription focus_;
     bool passing_ = false;

@@ -47,7 +47,7 @@ bool MenuGlob::openMenu(XY<int> const& place, Event const* event) {
     if (!life.alive()) return false;
     Glob* const opened = menu_->open(*this, place);
     if (!life.alive()) return false;
-    open_ = GlobRef<Glob>(opened);
+    open_ = HandlerRef<Glob>(opened);
     return opened != nullptr;
 }
 

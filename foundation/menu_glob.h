@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/makers.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 namespace wainscot {
 
@@ -34,7 +34,7 @@ private:
     bool opensMenu(Event const& event, XY<int>& place) const;
 
     std::unique_ptr<iContextMenu> menu_;
-    GlobRef<Glob> open_;
+    HandlerRef<Glob> open_;
 };
 
 } // namespace wainscot

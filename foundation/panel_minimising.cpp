@@ -38,20 +38,20 @@ void PanelMinimising::keep(StandardPanel& panel) {
 }
 
 void PanelMinimising::hideWidgets(StandardPanel& panel) {
-    std::vector<GlobRef<Glob>> hidden;
+    std::vector<HandlerRef<Glob>> hidden;
     Glob const* const doIt = PanelWidgets::get(panel, StandardWidget::doIt);
     for (Glob* child = panel.firstChild(); child; child = child->nextSibling()) {
         bool const staysShown = PanelWidgets::isOne(panel, child) && child != doIt;
         if (child->isVisible() && !staysShown) hidden.emplace_back(child);
     }
     panel.extras().hidden = hidden;
-    for (GlobRef<Glob> const& ref : hidden)
+    for (HandlerRef<Glob> const& ref : hidden)
         if (Glob* const widget = ref.get()) widget->setVisible(false);
 }
 
 void PanelMinimising::showWidgets(StandardPanel& panel) {
     auto const hidden = std::exchange(panel.extras().hidden, {});
-    for (GlobRef<Glob> const& ref : hidden)
+    for (HandlerRef<Glob> const& ref : hidden)
         if (Glob* const widget = ref.get()) widget->setVisible(true);
 }
 

@@ -94,7 +94,7 @@ void PanelTitle::makeBox(StandardPanel& panel) {
     if (!life.alive()) return;
     if (!added) return destroy(&made->glob());
     panel.extras().titleBox = made;
-    panel.extras().titleWidget = GlobRef<Glob>(added);
+    panel.extras().titleWidget = HandlerRef<Glob>(added);
 }
 
 void PanelTitle::removeBox(StandardPanel& panel, bool redraw) {

@@ -67,7 +67,7 @@ void PanelWidgets::makeMissing(StandardPanel& panel) {
         Glob* const added = widget ? panel.addChild(widget) : nullptr;
         if (!life.alive()) return;
         if (!added) destroy(widget);
-        panel.extras().slots[slot] = GlobRef<Glob>(added);
+        panel.extras().slots[slot] = HandlerRef<Glob>(added);
         if (slot == StandardPanel::Extras::optionSlot)
             panel.extras().optionIsLatch = wish.widget == StandardWidget::latch;
     }
@@ -91,7 +91,7 @@ void PanelWidgets::remove(StandardPanel& panel, int flags, bool redraw) {
 void PanelWidgets::removeOne(StandardPanel& panel, StandardWidget which, bool redraw) {
     bool const isOption = which == StandardWidget::settings || which == StandardWidget::latch;
     if (isOption && panel.extras_->optionIsLatch != (which == StandardWidget::latch)) return;
-    GlobRef<Glob>& slot = panel.extras_->slots[slotOf(which)];
+    HandlerRef<Glob>& slot = panel.extras_->slots[slotOf(which)];
     Glob* widget = slot.get();
     slot = {};
     if (panel.getWidget(widget)) panel.removeWidget(widget, redraw);
@@ -99,7 +99,7 @@ void PanelWidgets::removeOne(StandardPanel& panel, StandardWidget which, bool re
 
 bool PanelWidgets::isOne(StandardPanel const& panel, Glob const* widget) {
     if (!widget || !panel.extras_) return false;
-    auto const isIt = [widget](GlobRef<Glob> const& ref) { return ref.get() == widget; };
+    auto const isIt = [widget](HandlerRef<Glob> const& ref) { return ref.get() == widget; };
     auto const& slots = panel.extras_->slots;
     return std::any_of(slots.begin(), slots.end(), isIt) || isIt(panel.extras_->titleWidget);
 }
@@ -142,9 +142,9 @@ int PanelWidgets::chainWidth(StandardPanel const& panel) {
 void PanelWidgets::recolour(StandardPanel& panel) {
     if (!panel.extras_) return;
     auto const slots = panel.extras_->slots;
-    GlobRef<Glob> const titleBox = panel.extras_->titleWidget;
+    HandlerRef<Glob> const titleBox = panel.extras_->titleWidget;
     Palette const palette = panel.getColoursForWidgets();
-    for (GlobRef<Glob> const& ref : slots)
+    for (HandlerRef<Glob> const& ref : slots)
         if (Glob* const widget = ref.get()) widget->setPalette(palette);
     if (Glob* const box = titleBox.get()) box->setPalette(palette);
 }
@@ -154,7 +154,7 @@ void PanelWidgets::resizeToMetrics(StandardPanel& panel) {
     if (!panel.extras_) return;
     auto const slots = panel.extras_->slots;
     int const height = UifStd::getButtonHeight();
-    for (GlobRef<Glob> const& ref : slots) {
+    for (HandlerRef<Glob> const& ref : slots) {
         Glob* const widget = ref.get();
         if (widget && widget->height() > 0)
             widget->resize(double(widget->width()) * height / widget->height(), height);

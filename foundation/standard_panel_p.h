@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/standard_panel.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 
 #include <array>
 #include <optional>
@@ -12,7 +12,7 @@ namespace wainscot {
 /// What few panels have.
 struct StandardPanel::Extras {
     /// A widget that may die by itself.
-    using WidgetRef = GlobRef<Glob>;
+    using WidgetRef = HandlerRef<Glob>;
 
     /// The places of standard widgets; those of the chain first, in its order.
     enum Slot : std::size_t { closeSlot, sizeSlot, pinSlot, optionSlot, doItSlot, numSlots };

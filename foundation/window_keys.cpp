@@ -4,8 +4,8 @@
 #include "foundation/standard_panel.h"
 #include "host/events/event.h"
 #include "host/events/messages.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/description.h"
-#include "host/objects/glob_ref.h"
 #include "host/objects/kbd_focus.h"
 #include "host/windows/glob_manager.h"
 
@@ -24,8 +24,8 @@ TabOrderManager* stopsOf(Glob* glob) {
 }
 
 /// Panels that are shown and active, and have stops, in the order of the tree.
-std::vector<GlobRef<Glob>> panesIn(Glob& root) {
-    std::vector<GlobRef<Glob>> panes;
+std::vector<HandlerRef<Glob>> panesIn(Glob& root) {
+    std::vector<HandlerRef<Glob>> panes;
     root.visitSubtree([&](Glob& glob) {
         if (stopsOf(&glob) && glob.isActive() && glob.isShown()) panes.emplace_back(&glob);
         return true;
@@ -46,7 +46,7 @@ bool enterAtEnd(TabOrderManager& stops, bool forward) {
 
 /// Whether a stop of the pane has the focus now, or the pane has died of it. F6 goes back to the stop that
 /// was the current one.
-bool enter(GlobRef<Glob> const& pane, std::uint32_t key) {
+bool enter(HandlerRef<Glob> const& pane, std::uint32_t key) {
     TabOrderManager* const stops = stopsOf(pane.get());
     if (!stops) return false;
     unsigned int const current = stops->getCurrentTabStopIndex();
@@ -59,8 +59,8 @@ bool enter(GlobRef<Glob> const& pane, std::uint32_t key) {
 
 bool stepPanes(Glob& target, std::uint32_t key) {
     bool const forward = key == nextPane || key == Key::tab;
-    std::vector<GlobRef<Glob>> const panes = panesIn(*Glob::getRootParent(&target));
-    auto const isHere = [here = paneOf(&target)](GlobRef<Glob> const& pane) { return pane.get() == here; };
+    std::vector<HandlerRef<Glob>> const panes = panesIn(*Glob::getRootParent(&target));
+    auto const isHere = [here = paneOf(&target)](HandlerRef<Glob> const& pane) { return pane.get() == here; };
     auto const found = std::find_if(panes.begin(), panes.end(), isHere);
     std::size_t const count = panes.size();
     std::size_t const from = found != panes.end() ? static_cast<std::size_t>(found - panes.begin())

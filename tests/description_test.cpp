@@ -9,7 +9,7 @@
 #include "host/base/convert.h"
 #include "host/objects/described_items.h"
 #include "host/objects/description.h"
-#include "host/windows/floating_note.h"
+#include "host/windows/floating_note_p.h"
 
 #include <gmock/gmock.h>
 

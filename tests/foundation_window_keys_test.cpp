@@ -96,7 +96,7 @@ TEST_F(WindowKeysTest, ReturnPressesTheDefaultButtonAndEscapeClosesModalWindows)
     modal->addStandardWidgets(StandardPanel::doItWidget);
     driver_.key(Key::enter);
     EXPECT_EQ(modal->heard, "ydo_it");
-    GlobRef<Glob> const ref(modal);
+    HandlerRef<Glob> const ref(modal);
     driver_.key(Key::escape);
     EXPECT_EQ(ref.get(), nullptr);
     EXPECT_EQ(&host_->globManager().activeWindow()->root(), root_) << "its owner";

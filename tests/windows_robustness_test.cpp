@@ -4,9 +4,9 @@
 #include "foundation/load_toolkit.h"
 #include "foundation/makers.h"
 #include "host/drawing/uif_std.h"
+#include "host/messages/handler_ref.h"
 #include "host/messages/notifier.h"
 #include "host/objects/glob_notices.h"
-#include "host/objects/glob_ref.h"
 #include "host/services/preferences.h"
 #include "host/windows/look.h"
 
@@ -396,7 +396,7 @@ TEST_F(Robust, WhatIsOpenedMayDoAnythingWhenItIsLaidOut) {
             big->onReshape = nullptr;
             deed();
         };
-        GlobRef<Glob> const left(big);
+        HandlerRef<Glob> const left(big);
         opened += windows.addModalGlob(big, owner) ? '1' : '0';
         driver_.settle();
         driver_.moveTo({500, 300});

@@ -3,7 +3,7 @@
 #include "host/base/box.h"
 #include "host/base/export.h"
 #include "host/base/lightweight_string.h"
-#include "host/objects/glob_ref.h"
+#include "host/messages/handler_ref.h"
 #include "host/objects/role.h"
 
 #include <cstddef>
@@ -82,10 +82,10 @@ struct WAINSCOT_API GlobDescription {
     std::optional<TextContent> content;
 
     // --- Relations
-    GlobRef<Glob> labelledBy;
-    GlobRef<Glob> controls;
+    HandlerRef<Glob> labelledBy;
+    HandlerRef<Glob> controls;
     /// What it is one of several in.
-    GlobRef<Glob> memberOf;
+    HandlerRef<Glob> memberOf;
     /// Which one it is, from 1, and how many there are; 0 = it is no member of a set.
     std::size_t position = 0;
     std::size_t setSize = 0;

@@ -530,7 +530,7 @@ void Glob::describeChild(Glob const&, GlobDescription&) const {}
 
 void Glob::setLabelledBy(Glob* label) {
     if (label == getLabelledBy()) return;
-    side().labelledBy = GlobRef<Glob>(label);
+    side().labelledBy = HandlerRef<Glob>(label);
     describeChanged(DescriptionChange::name);
 }
 
@@ -540,7 +540,7 @@ Glob* Glob::getLabelledBy() const {
 
 void Glob::setControls(Glob* controlled) {
     if (side_ ? side_->controls.get() == controlled : !controlled) return;
-    side().controls = GlobRef<Glob>(controlled);
+    side().controls = HandlerRef<Glob>(controlled);
     describeChanged(DescriptionChange::relations);
 }
 

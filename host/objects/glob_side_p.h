@@ -1,10 +1,10 @@
 #pragma once
 
 #include "host/drawing/colour.h"
+#include "host/messages/handler_ref.h"
 #include "host/messages/observer_list.h"
 #include "host/objects/child_grid_p.h"
 #include "host/objects/glob.h"
-#include "host/objects/glob_ref.h"
 #include "host/objects/surround.h"
 
 #include <optional>
@@ -43,8 +43,8 @@ struct Glob::Side {
     XY<int> grip;
     UIString tip;
     UIString moreTip;
-    GlobRef<Glob> labelledBy;
-    GlobRef<Glob> controls;
+    HandlerRef<Glob> labelledBy;
+    HandlerRef<Glob> controls;
     std::unique_ptr<Offers> offers;
     std::unique_ptr<ChildGrid> grid;
     /// All children, or empty: made when one in the middle is asked for by its index.
