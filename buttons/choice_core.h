@@ -10,6 +10,8 @@
 
 namespace wainscot {
 
+class Glob;
+
 /// Which way the keys go from one member of a set to the next: x to the right, y downwards.
 inline constexpr KeyRow<XY<int>> choiceKeys[] = {
     {Key::right, {1, 0}, "choose the next member that way, round the ends, past disabled ones"},

@@ -79,7 +79,7 @@ bool PanelFrame::begin(StandardPanel& panel, Event const& event) {
     if (edges == 0 && !(panel.isMovable() && PanelTitle::bar(panel).contains(place))) return false;
     panel.grip_ = edges != 0 ? static_cast<unsigned char>(edges) : titleGrip;
     panel.extras().dragBox = panel.screenBox();
-    panel.extras().dragPlace = event.place();
+    panel.extras().press.take(event, panel);
     panel.moveToTop();
     if (edges == 0) panel.startMoving();
     return true;
@@ -90,22 +90,43 @@ void PanelFrame::takeBack(StandardPanel& panel, XY<int> const& pressPlace) {
 }
 
 bool PanelFrame::follow(StandardPanel& panel, Event const& event) {
-    if (panel.grip_ == 0 || mouse_wheel_event(event)) return false;
+    if (panel.grip_ == 0) return false;
     bool const isTitle = isTitleHeld(panel);
-    bool const isHeld = (event.heldButtons() & EventKind::left) != 0 && (!isTitle || panel.isMoving());
-    if (mouse_move_event(event) && isHeld) {
-        LifeGuard const life = panel.guard();
-        if (!isTitle)
-            dragEdges(panel, event.place());
-        else if (panel.Glob::react(event) && life.alive())
-            keepTitleInReach(panel);
-        return true;
+    // Moving may have been stopped otherwise.
+    if (isTitle && !panel.isMoving()) {
+        end(panel);
+        return mouse_up_event(event);
     }
-    if (isHeld) return true;
+    switch (panel.extras_->press.take(event, panel)) {
+    case Press::Step::moves:
+        move(panel, event);
+        return true;
+    case Press::Step::chord:
+        return true;
+    case Press::Step::releasedInside:
+    case Press::Step::releasedOutside:
+        end(panel);
+        if (isTitle) panel.stopMoving();
+        return true;
+    case Press::Step::lost:
+        end(panel);
+        return false;
+    case Press::Step::begins:
+    case Press::Step::other:
+        break;
+    }
+    return false;
+}
+
+void PanelFrame::move(StandardPanel& panel, Event const& event) {
+    if (!isTitleHeld(panel)) return dragEdges(panel, event.place());
+    LifeGuard const life = panel.guard();
+    if (panel.Glob::react(event) && life.alive()) keepTitleInReach(panel);
+}
+
+void PanelFrame::end(StandardPanel& panel) {
     panel.grip_ = 0;
-    if (!mouse_up_event(event)) return false;
-    if (isTitle) panel.stopMoving();
-    return true;
+    if (panel.extras_) panel.extras_->press.end();
 }
 
 XY<int> PanelFrame::leastSize(StandardPanel const& panel) {
@@ -118,7 +139,7 @@ void PanelFrame::dragEdges(StandardPanel& panel, XY<int> const& place) {
     Glob* const parent = panel.parent();
     IntBox const start = panel.extras_->dragBox;
     XY<int> const pointer = parent ? movedInto(place, parent->screenBox()) : place;
-    XY<int> const way = pointer - panel.extras_->dragPlace;
+    XY<int> const way = pointer - panel.extras_->press.place();
     int const wider = (edges & Surround::left) != 0 ? -way.x : (edges & Surround::right) != 0 ? way.x : 0;
     int const higher = (edges & Surround::bottom) != 0 ? -way.y : (edges & Surround::top) != 0 ? way.y : 0;
     LifeGuard const life = panel.guard();

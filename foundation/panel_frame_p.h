@@ -15,10 +15,13 @@ public:
     static bool follow(StandardPanel& panel, Event const& event);
     /// An edge that is held goes back to where it was taken.
     static void takeBack(StandardPanel& panel, XY<int> const& pressPlace);
+    /// Nothing is held any more.
+    static void end(StandardPanel& panel);
 
 private:
     static unsigned edgesAt(StandardPanel const& panel, XY<int> const& place);
     static bool isTitleHeld(StandardPanel const& panel);
+    static void move(StandardPanel& panel, Event const& event);
     static void dragEdges(StandardPanel& panel, XY<int> const& place);
     static void keepTitleInReach(StandardPanel& panel);
     static XY<int> leastSize(StandardPanel const& panel);

@@ -223,7 +223,7 @@ void StandardPanel::handlePressCancelled(Event const& press) {
 
 /// A drag that was ended by something else (the panel was hidden) is found out here.
 void StandardPanel::handleCaptureLost() {
-    grip_ = 0;
+    PanelFrame::end(*this);
     rect::handleCaptureLost();
 }
 

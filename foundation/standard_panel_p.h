@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/press.h"
 #include "foundation/standard_panel.h"
 #include "host/messages/handler_ref.h"
 
@@ -35,9 +36,10 @@ struct StandardPanel::Extras {
     /// While minimised: what was hidden, and the height to come back to.
     std::vector<WidgetRef> hidden;
     int fullHeight = 0;
-    /// While an edge is dragged: box and pointer at the press, in root coordinates.
+    /// The press that drags an edge or the title strip, and the panel's box when it began, in root
+    /// coordinates.
+    Press press;
     IntBox dragBox;
-    XY<int> dragPlace;
 };
 
 } // namespace wainscot

@@ -1,5 +1,7 @@
 #include "host/objects/description.h"
 
+#include "host/objects/glob.h"
+
 namespace wainscot {
 
 GlobDescription GlobDescription::of(Glob const& glob, std::uint32_t parts) {

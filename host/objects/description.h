@@ -12,6 +12,8 @@
 
 namespace wainscot {
 
+class Glob;
+
 /// A value as a number.
 struct NumberValue {
     double value = 0;
