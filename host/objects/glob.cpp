@@ -8,6 +8,7 @@
 #include "host/objects/activity.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
+#include "host/objects/glob_memory_p.h"
 #include "host/objects/glob_ref.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
@@ -68,11 +69,11 @@ Glob::~Glob() {
 }
 
 void* Glob::operator new(std::size_t size) {
-    return ::operator new(size);
+    return GlobMemory::allocate(size);
 }
 
 void Glob::operator delete(void* memory) {
-    ::operator delete(memory);
+    GlobMemory::free(memory);
 }
 
 void Glob::operator delete(Glob* glob, std::destroying_delete_t) {
