@@ -22,6 +22,13 @@ namespace {
 /// Half a second on the processor clock.
 constexpr int halfSecond = iClock::processorPerSecond / 2;
 
+/// Buttons that are made one after the other mostly send the same message: they share its text.
+LightweightString<char> sharedText(char const* message) {
+    static auto& latest = *new LightweightString<char>;
+    if (!(latest == message)) latest = message;
+    return latest;
+}
+
 } // namespace
 
 Button::InitArgs::InitArgs(unsigned short w, unsigned short h)
@@ -36,25 +43,25 @@ Button::Button(InitArgs const& args)
     : rect(args), label_(args.label), font_(args.font), message_(args.message) {
     setStyle(args.style);
     setLatching(args.latching, false);
+    standardFont_ = font_ == UifStd::getFont();
     init(args.width);
 }
 
-Button::Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
-               bool opaque, Canvas* canvas)
-    : rect(width, height, Palette(), opaque, canvas), label_(label), font_(UifStd::getFont()),
-      message_(message ? message : "") {
+Button::Button(UIString label, char const* message, unsigned short width, unsigned short height, bool opaque,
+               Canvas* canvas)
+    : rect(width, height, Palette(), opaque, canvas), label_(std::move(label)), font_(UifStd::getFont()),
+      message_(sharedText(message)) {
     init(width);
 }
 
-Button::Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info)
-    : rect(info), label_(label), font_(UifStd::getFont()), message_(std::move(message)) {
+Button::Button(UIString label, LightweightString<char> message, GlobCreationInfo const& info)
+    : rect(info), label_(std::move(label)), font_(UifStd::getFont()), message_(std::move(message)) {
     init(info.width);
 }
 
 Button::~Button() = default;
 
 void Button::init(unsigned short width) {
-    standardFont_ = font_ == UifStd::getFont();
     if (width != 0 || label_.text().isEmpty()) return;
     automatic_ = AutomaticSize(true, height() == 0);
     automatic_.apply(*this, calcSizeFor(label_, font_));
@@ -68,7 +75,7 @@ Button::Extras& Button::extras() {
 // Reporting
 
 void Button::setMessage(char const* message) {
-    message_ = message ? message : "";
+    message_ = sharedText(message);
 }
 
 void Button::setPayload(Qv::Ptr<iObject> payload) {

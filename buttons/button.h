@@ -70,9 +70,9 @@ public:
 
     /// A width of 0 becomes what the label needs.
     explicit Button(InitArgs const& args);
-    Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
+    Button(UIString label, char const* message, unsigned short width, unsigned short height,
            bool opaque = true, Canvas* canvas = nullptr);
-    Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info);
+    Button(UIString label, LightweightString<char> message, GlobCreationInfo const& info);
     ~Button() override;
 
     // --- Reporting
@@ -239,7 +239,7 @@ private:
     std::uint64_t clickKeyPress_ = 0;
     /// Its size, and its font, follow the user's size preference.
     AutomaticSize automatic_{false, false};
-    bool standardFont_;
+    bool standardFont_ = true;
 };
 
 static_assert(sizeof(Button) <= 600);
