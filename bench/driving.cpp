@@ -14,11 +14,19 @@
 
 namespace wainscot::Measuring {
 
+namespace {
+
+constexpr IntBox hugeMonitor(0, 0, Surface::maxDeviceExtent, Surface::maxDeviceExtent);
+
+} // namespace
+
 std::unique_ptr<Host> makeHost(HostSettings::Screen screen) {
     HostSettings settings;
     settings.name = "bench";
     settings.screen = screen;
     auto host = std::make_unique<Host>(0, nullptr, settings);
+    // No window is opened larger than its monitor.
+    if (OffscreenBackend* const offscreen = host->offscreen()) offscreen->setMonitors({hugeMonitor});
     auto* const warm = new rect(100, 100);
     warm->addWidget(new Button(L"warm", "warm", 76, 34), 0, 0);
     host->globManager().realize(warm);

@@ -22,6 +22,13 @@ namespace {
 /// Half a second on the processor clock.
 constexpr int halfSecond = iClock::processorPerSecond / 2;
 
+/// Buttons that are made one after the other mostly send the same message: they share its text.
+LightweightString<char> sharedText(char const* message) {
+    static auto& latest = *new LightweightString<char>;
+    if (!(latest == message)) latest = message;
+    return latest;
+}
+
 } // namespace
 
 Button::InitArgs::InitArgs(unsigned short w, unsigned short h)
@@ -43,14 +50,15 @@ Button::Button(InitArgs const& args) : Bindable(args), label_(args.label, args.f
     init(args.width);
 }
 
-Button::Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
-               bool opaque, Canvas* canvas)
-    : Bindable(width, height, Palette(), opaque, canvas), label_(label), message_(message ? message : "") {
+Button::Button(UIString label, char const* message, unsigned short width, unsigned short height, bool opaque,
+               Canvas* canvas)
+    : Bindable(width, height, Palette(), opaque, canvas), label_(std::move(label)),
+      message_(sharedText(message)) {
     init(width);
 }
 
-Button::Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info)
-    : Bindable(info), label_(label), message_(std::move(message)) {
+Button::Button(UIString label, LightweightString<char> message, GlobCreationInfo const& info)
+    : Bindable(info), label_(std::move(label)), message_(std::move(message)) {
     init(info.width);
 }
 
@@ -70,7 +78,7 @@ Button::Extras& Button::extras() {
 // Reporting
 
 void Button::setMessage(char const* message) {
-    message_ = message ? message : "";
+    message_ = sharedText(message);
 }
 
 void Button::setPayload(Qv::Ptr<iObject> payload) {

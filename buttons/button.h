@@ -99,9 +99,9 @@ public:
 
     /// A width of 0 becomes what the label needs.
     explicit Button(InitArgs const& args);
-    Button(UIString const& label, char const* message, unsigned short width, unsigned short height,
+    Button(UIString label, char const* message, unsigned short width, unsigned short height,
            bool opaque = true, Canvas* canvas = nullptr);
-    Button(UIString const& label, LightweightString<char> message, GlobCreationInfo const& info);
+    Button(UIString label, LightweightString<char> message, GlobCreationInfo const& info);
     ~Button() override;
 
     // --- Reporting

@@ -11,36 +11,37 @@
 namespace wainscot {
 namespace {
 
-/// Addresses as an allocator gives them: multiples of 16, side by side in two blocks.
-class Addresses {
+/// Objects as an allocator places them: at multiples of 16, side by side in two blocks.
+struct alignas(16) Place {
+    IdStamp stamp;
+};
+
+class Places {
 public:
-    explicit Addresses(std::mt19937& random) : random_(random) {}
-    void const* any() { return &blocks_[random_() % 2][random_() % 600]; }
+    explicit Places(std::mt19937& random) : random_(random) {}
+    Place* any() { return &blocks_[random_() % 2][random_() % 6000]; }
 
 private:
-    struct alignas(16) Place {
-        char bytes[16];
-    };
     std::mt19937& random_;
-    std::vector<Place> blocks_[2] = {std::vector<Place>(600), std::vector<Place>(600)};
+    std::vector<Place> blocks_[2] = {std::vector<Place>(6000), std::vector<Place>(6000)};
 };
 
 TEST(Liveness, AgreesWithAModelUnderRandomUse) {
     std::size_t const before = Liveness::count();
     std::map<void const*, IdStamp> model;
     std::mt19937 random(5);
-    Addresses addresses(random);
+    Places places(random);
     for (int i = 0; i < 60000; ++i) {
-        void const* const object = addresses.any();
+        Place* const object = places.any();
         // Phases of growing and of shrinking, so that the table fills, empties and fills again.
         if (random() % 8 < (i / 5000 % 2 ? 1 : 6)) {
-            model[object] = IdStamp::make();
-            Liveness::add(object, model[object]);
+            model[object] = object->stamp = IdStamp::make();
+            Liveness::add(object, object->stamp);
         } else {
             Liveness::remove(object);
             model.erase(object);
         }
-        void const* const asked = addresses.any();
+        void const* const asked = places.any();
         auto const found = model.find(asked);
         ASSERT_EQ(Liveness::stampOf(asked), found == model.end() ? IdStamp() : found->second);
         ASSERT_EQ(Liveness::count(), before + model.size());

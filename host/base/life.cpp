@@ -8,57 +8,107 @@ namespace wainscot {
 
 namespace {
 
-/// Open addressing with linear probing; removal shifts the following entries back, so there are no
-/// tombstones.
-class LiveTable {
+/// What lives at an address.
+enum Kind : std::uint64_t {
+    nothing = 0,
+    /// Its stamp is the first that is in it.
+    stampFirst = 1,
+    /// Its stamp follows the pointer to its virtual functions.
+    stampSecond = 2,
+    /// The same, and it belongs to the on-screen tree.
+    treeObject = 3,
+};
+
+/// The kinds of all places at which an object may begin, in a piece of the address space. Objects that are
+/// made together lie together, so that their records do so, too.
+class Region {
 public:
-    void add(void const* object, IdStamp stamp) {
-        if ((count_ + 1) * 4 > capacity_ * 3) grow();
-        Entry& entry = entries_[slotOf(object)];
-        if (!entry.object) ++count_;
-        entry = {object, stamp.value()};
+    static constexpr int addressBits = 14;
+    static std::uintptr_t keyOf(void const* object) {
+        return reinterpret_cast<std::uintptr_t>(object) >> addressBits;
     }
 
-    /// Null when there is no such entry.
-    std::uint64_t* find(void const* object) const {
+    Kind kind(void const* object) const { return Kind(wordOf(object) >> shiftOf(object) & mask); }
+    void set(void const* object, Kind kind) {
+        std::uint64_t& word = words_[indexOf(object)];
+        word = (word & ~(mask << shiftOf(object))) | std::uint64_t(kind) << shiftOf(object);
+    }
+
+    std::size_t count = 0;
+
+private:
+    static constexpr std::uint64_t mask = 3;
+    static constexpr int bitsEach = 2;
+    static constexpr int placesInWord = 64 / bitsEach;
+
+    static std::size_t placeOf(void const* object) {
+        constexpr std::size_t mostPlaces = (std::size_t(1) << addressBits) / sizeof(void*);
+        return reinterpret_cast<std::uintptr_t>(object) / sizeof(void*) % mostPlaces;
+    }
+    static std::size_t indexOf(void const* object) { return placeOf(object) / placesInWord; }
+    static int shiftOf(void const* object) { return int(placeOf(object) % placesInWord) * bitsEach; }
+    std::uint64_t wordOf(void const* object) const { return words_[indexOf(object)]; }
+
+    std::uint64_t words_[(std::size_t(1) << addressBits) / sizeof(void*) / placesInWord] = {};
+};
+
+/// The regions in which something lives. Open addressing with linear probing; removal shifts the following
+/// entries back, so there are no tombstones.
+class Regions {
+public:
+    /// Null when nothing lives there.
+    Region* find(std::uintptr_t key) {
+        if (key == latestKey_) return latest_;
         if (count_ == 0) return nullptr;
-        Entry& entry = entries_[slotOf(object)];
-        return entry.object ? &entry.tagged : nullptr;
+        Region* const found = entries_[slotOf(key)].region;
+        if (found) remember(key, found);
+        return found;
     }
 
-    void remove(void const* object) {
-        if (count_ == 0) return;
-        std::size_t hole = slotOf(object);
-        if (!entries_[hole].object) return;
+    Region& make(std::uintptr_t key) {
+        if (Region* const known = find(key)) return *known;
+        if ((count_ + 1) * 4 > capacity_ * 3) grow();
+        Region* const made = new Region;
+        entries_[slotOf(key)] = {key, made};
+        ++count_;
+        remember(key, made);
+        return *made;
+    }
+
+    void remove(std::uintptr_t key) {
+        std::size_t const hole = slotOf(key);
+        delete entries_[hole].region;
         entries_[hole] = {};
         --count_;
+        remember(0, nullptr);
         closeGap(hole);
         if (count_ == 0) releaseMemory();
     }
 
-    std::size_t count() const { return count_; }
-
 private:
     struct Entry {
-        void const* object = nullptr;
-        std::uint64_t tagged = 0;
+        std::uintptr_t key = 0;
+        Region* region = nullptr;
     };
 
-    std::size_t homeOf(void const* object) const {
-        auto const bits = reinterpret_cast<std::uintptr_t>(object) * 0x9E3779B97F4A7C15ull;
-        return bits >> shift_;
+    /// Whoever is asked about is mostly asked about again, or then its neighbour.
+    void remember(std::uintptr_t key, Region* region) {
+        latestKey_ = key;
+        latest_ = region;
     }
 
-    std::size_t slotOf(void const* object) const {
-        std::size_t slot = homeOf(object);
-        while (entries_[slot].object && entries_[slot].object != object) slot = (slot + 1) & (capacity_ - 1);
+    std::size_t homeOf(std::uintptr_t key) const { return key * 0x9E3779B97F4A7C15ull >> shift_; }
+
+    std::size_t slotOf(std::uintptr_t key) const {
+        std::size_t slot = homeOf(key);
+        while (entries_[slot].region && entries_[slot].key != key) slot = (slot + 1) & (capacity_ - 1);
         return slot;
     }
 
     void closeGap(std::size_t hole) {
         std::size_t const mask = capacity_ - 1;
-        for (std::size_t slot = (hole + 1) & mask; entries_[slot].object; slot = (slot + 1) & mask) {
-            std::size_t const home = homeOf(entries_[slot].object);
+        for (std::size_t slot = (hole + 1) & mask; entries_[slot].region; slot = (slot + 1) & mask) {
+            std::size_t const home = homeOf(entries_[slot].key);
             bool const mayMove = ((slot - home) & mask) >= ((slot - hole) & mask);
             if (!mayMove) continue;
             entries_[hole] = entries_[slot];
@@ -74,7 +124,7 @@ private:
         shift_ = 64 - std::countr_zero(capacity_);
         entries_ = new Entry[capacity_];
         for (std::size_t i = 0; i < oldCapacity; ++i)
-            if (old[i].object) entries_[slotOf(old[i].object)] = old[i];
+            if (old[i].region) entries_[slotOf(old[i].key)] = old[i];
         delete[] old;
     }
 
@@ -88,39 +138,58 @@ private:
     std::size_t capacity_ = 0;
     std::size_t count_ = 0;
     int shift_ = 0;
+    /// No object lies at so low an address as to have the key 0.
+    std::uintptr_t latestKey_ = 0;
+    Region* latest_ = nullptr;
 };
 
-constinit LiveTable liveTable;
+constinit Regions regions;
+constinit std::size_t liveCount = 0;
 
-/// Stamps never reach this bit; in the table it marks objects of the tree.
-constexpr std::uint64_t treeBit = std::uint64_t(1) << 63;
+Kind kindOf(void const* object) {
+    bool const isPlace = reinterpret_cast<std::uintptr_t>(object) % sizeof(void*) == 0;
+    Region const* const region = isPlace ? regions.find(Region::keyOf(object)) : nullptr;
+    return region ? region->kind(object) : nothing;
+}
 
 } // namespace
 
-void Liveness::add(void const* object, IdStamp stamp) {
-    if (object) liveTable.add(object, stamp);
+void Liveness::add(void const* object, IdStamp const& stamp) {
+    if (!object) return;
+    Region& region = regions.make(Region::keyOf(object));
+    if (region.kind(object) == nothing) {
+        ++region.count;
+        ++liveCount;
+    }
+    region.set(object, static_cast<void const*>(&stamp) == object ? stampFirst : stampSecond);
 }
 
 void Liveness::remove(void const* object) {
-    liveTable.remove(object);
+    if (kindOf(object) == nothing) return;
+    std::uintptr_t const key = Region::keyOf(object);
+    Region& region = *regions.find(key);
+    region.set(object, nothing);
+    --liveCount;
+    if (--region.count == 0) regions.remove(key);
 }
 
 void Liveness::markTreeObject(void const* object) {
-    if (std::uint64_t* tagged = liveTable.find(object)) *tagged |= treeBit;
+    if (kindOf(object) == stampSecond) regions.find(Region::keyOf(object))->set(object, treeObject);
 }
 
 bool Liveness::isTreeObject(void const* object) {
-    std::uint64_t const* const tagged = liveTable.find(object);
-    return tagged && (*tagged & treeBit) != 0;
+    return kindOf(object) == treeObject;
 }
 
 IdStamp Liveness::stampOf(void const* object) {
-    std::uint64_t const* const tagged = liveTable.find(object);
-    return tagged ? IdStamp::fromValue(*tagged & ~treeBit) : IdStamp();
+    Kind const kind = kindOf(object);
+    if (kind == nothing) return IdStamp();
+    auto const* const place = static_cast<char const*>(object) + (kind == stampFirst ? 0 : sizeof(void*));
+    return *reinterpret_cast<IdStamp const*>(place);
 }
 
 std::size_t Liveness::count() {
-    return liveTable.count();
+    return liveCount;
 }
 
 IdStamp LifeToken::stamp() const {

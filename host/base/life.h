@@ -6,11 +6,13 @@
 
 namespace wainscot {
 
-/// The one record of what is alive: address and stamp of every event handler and of every object that has
-/// handed out a guard. Look-ups never touch the object, so a dangling pointer may be asked about.
+/// The one record of what is alive: the address of every event handler and of every object that has handed
+/// out a guard. Look-ups touch the object only when it is alive, so a dangling pointer may be asked about.
 /// User-interface thread only; every operation takes constant time.
 namespace Liveness {
-WAINSCOT_API void add(void const* object, IdStamp stamp);
+/// `stamp` is that of the object and lies in it: at its beginning, or right behind the pointer to its virtual
+/// functions.
+WAINSCOT_API void add(void const* object, IdStamp const& stamp);
 WAINSCOT_API void remove(void const* object);
 /// Notes that the live object at that address belongs to the on-screen tree.
 WAINSCOT_API void markTreeObject(void const* object);

@@ -54,7 +54,10 @@ void LightweightString<CharT>::retain() const noexcept {
 template <class CharT>
 void LightweightString<CharT>::release() noexcept {
     Header* own = header();
-    if (own->references.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete(own);
+    // Nobody else can come to share what only this string has: counting down would cost for nothing.
+    if (own->references.load(std::memory_order_acquire) == 1 ||
+        own->references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        ::operator delete(own);
 }
 
 template <class CharT>

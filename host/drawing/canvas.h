@@ -73,6 +73,7 @@ public:
     /// From now on `sharer` draws here as well, and is told when the canvas goes.
     void share(CanvasClient& sharer);
     void unshare(CanvasClient& sharer);
+    bool isShared() const { return shared_; }
     /// Tells those who share it to draw elsewhere; afterwards nobody does.
     void dismissSharers();
 

@@ -11,8 +11,11 @@ namespace {
 /// Enough for every radius that a program uses; radii that change all the time must not fill the memory.
 constexpr std::size_t mostMasks = 256;
 
-Mask makeDisc(int size, int radius) {
-    Mask mask(static_cast<std::size_t>(size) * static_cast<std::size_t>(size));
+/// Of the upper left corner.
+using Square = std::vector<std::uint8_t>;
+
+Square makeDisc(int size, int radius) {
+    Square mask(static_cast<std::size_t>(size) * static_cast<std::size_t>(size));
     if (radius <= 0) return mask;
     cairo_surface_t* image = cairo_image_surface_create(CAIRO_FORMAT_A8, size, size);
     cairo_t* path = cairo_create(image);
@@ -32,11 +35,30 @@ Mask makeDisc(int size, int radius) {
     return mask;
 }
 
+Square makeRing(int radius, int thickness) {
+    Square ring = makeDisc(radius, radius);
+    Square const hole = makeDisc(radius, radius - thickness);
+    for (std::size_t i = 0; i < ring.size(); ++i)
+        ring[i] = static_cast<std::uint8_t>(ring[i] - std::min(ring[i], hole[i]));
+    return ring;
+}
+
 Mask make(int radius, int thickness) {
-    Mask mask = makeDisc(radius, radius);
-    Mask const hole = makeDisc(radius, radius - thickness);
-    for (std::size_t i = 0; i < mask.size(); ++i)
-        mask[i] = static_cast<std::uint8_t>(mask[i] - std::min(mask[i], hole[i]));
+    Square const ring = makeRing(radius, thickness);
+    auto const size = static_cast<std::size_t>(radius);
+    std::size_t const stride = (size + 3) / 4 * 4;
+    Mask mask;
+    mask.stride = static_cast<int>(stride);
+    for (bool const right : {false, true}) {
+        for (bool const low : {false, true}) {
+            Square& corner = mask.corners[Mask::corner(right, low)];
+            corner.resize(stride * size);
+            for (std::size_t y = 0; y < size; ++y)
+                for (std::size_t x = 0; x < size; ++x)
+                    corner[y * stride + x] =
+                        ring[(low ? size - 1 - y : y) * size + (right ? size - 1 - x : x)];
+        }
+    }
     return mask;
 }
 

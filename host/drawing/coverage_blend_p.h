@@ -98,4 +98,24 @@ inline void blendFour(std::uint32_t* pixels, std::uint8_t const* coverage, std::
     _mm_storeu_si128(place, _mm_packus_epi16(low, high));
 }
 
+/// Colours a row of pixels.
+inline void fill(std::uint32_t* pixels, int count, std::uint32_t ink) {
+    if (count < 4) {
+        for (; count > 0; --count) *pixels++ = ink;
+        return;
+    }
+    __m128i const inks = _mm_set1_epi32(static_cast<int>(ink));
+    auto const store = [&](std::uint32_t* four) { _mm_storeu_si128(reinterpret_cast<__m128i*>(four), inks); };
+    std::uint32_t* const last = pixels + count - 4;
+    for (; pixels + 12 <= last; pixels += 16) {
+        store(pixels);
+        store(pixels + 4);
+        store(pixels + 8);
+        store(pixels + 12);
+    }
+    for (; pixels < last; pixels += 4) store(pixels);
+    // May meet those before.
+    store(last);
+}
+
 } // namespace wainscot::CoverageBlend

@@ -22,6 +22,39 @@ pixman_box32_t asPixmanBox(IntBox const& box) {
     return {box.x1, box.y1, box.x2, box.y2};
 }
 
+std::uint32_t* pixelAt(Surface& surface, int x, int y) {
+    return surface.pixels() + static_cast<std::ptrdiff_t>(y) * surface.stride() + x;
+}
+
+/// Most boxes of widgets are small: the pixel library takes longer to look at one than to fill it.
+void fillOpaque(Surface& surface, IntBox const& part, std::uint32_t ink) {
+    for (int y = part.y1; y < part.y2; ++y)
+        CoverageBlend::fill(pixelAt(surface, part.x1, y), part.width(), ink);
+}
+
+/// Where the rows of a mask meet those of the surface.
+struct Rows {
+    std::uint32_t* pixels;
+    std::ptrdiff_t pixelStride;
+    std::uint8_t const* coverage;
+    int coverageStride;
+    int count;
+};
+
+template <bool opaque>
+void blendWhole(Rows rows, std::uint32_t ink) {
+    for (; rows.count > 0;
+         --rows.count, rows.pixels += rows.pixelStride, rows.coverage += rows.coverageStride)
+        for (int x = 0; x < rows.coverageStride; x += 4)
+            CoverageBlend::blendFour<opaque>(rows.pixels + x, rows.coverage + x, ink);
+}
+
+void blendPartly(Rows rows, int width, std::uint32_t ink) {
+    for (; rows.count > 0;
+         --rows.count, rows.pixels += rows.pixelStride, rows.coverage += rows.coverageStride)
+        for (int x = 0; x < width; ++x) CoverageBlend::blend(rows.pixels[x], ink, rows.coverage[x]);
+}
+
 int nearer(long long place) {
     return static_cast<int>(std::clamp<long long>(place, -farthest, farthest));
 }
@@ -83,32 +116,35 @@ void RenderTarget::fill(IntBox const* deviceBoxes, std::size_t count, Colour con
         for (int c = 0; c < clips; ++c) {
             IntBox const inside = intersection(deviceBoxes[i], clipBoxes[c]);
             if (inside.isEmpty()) continue;
+            if (ink.alpha == 0xFFFF) {
+                fillOpaque(surface(), inside, opaquePixel(colour));
+                continue;
+            }
             pixman_box32_t const part = asPixmanBox(inside);
-            if (ink.alpha == 0xFFFF)
-                pixman_fill(surface().pixels(), surface().stride(), 32, part.x1, part.y1, part.x2 - part.x1,
-                            part.y2 - part.y1, opaquePixel(colour));
-            else
-                pixman_image_fill_boxes(PIXMAN_OP_OVER, image(), &ink, 1, &part);
+            pixman_image_fill_boxes(PIXMAN_OP_OVER, image(), &ink, 1, &part);
         }
     }
 }
 
-void RenderTarget::fillMasked(std::uint8_t const* mask, IntBox const& deviceBox, Mirror mirror,
-                              Colour const& colour, double alpha) const {
+void RenderTarget::fillMasked(CoverageMask const& mask, IntBox const& deviceBox, std::uint32_t ink) const {
     int clips = 0;
     pixman_box32_t const* clipBoxes = pixman_region32_rectangles(clip(), &clips);
-    std::uint32_t const ink = CoverageBlend::premultiplied(colour, alpha);
     for (int c = 0; c < clips; ++c) {
         IntBox const part = intersection(deviceBox, clipBoxes[c]);
-        for (int y = part.y1; y < part.y2; ++y) {
-            int const row = mirror.upright ? deviceBox.y2 - 1 - y : y - deviceBox.y1;
-            std::uint8_t const* coverage = mask + static_cast<std::ptrdiff_t>(row) * deviceBox.width();
-            std::uint32_t* pixels = surface().pixels() + static_cast<std::ptrdiff_t>(y) * surface().stride();
-            for (int x = part.x1; x < part.x2; ++x) {
-                int const column = mirror.across ? deviceBox.x2 - 1 - x : x - deviceBox.x1;
-                CoverageBlend::blend(pixels[x], ink, coverage[column]);
-            }
-        }
+        if (part.isEmpty()) continue;
+        Rows const rows{pixelAt(surface(), part.x1, part.y1), surface().stride(),
+                        mask.coverage + static_cast<std::ptrdiff_t>(part.y1 - deviceBox.y1) * mask.stride +
+                            (part.x1 - deviceBox.x1),
+                        mask.stride, part.height()};
+        // Whole rows go four pixels at a time; what that touches behind the mask stays as it is.
+        bool const whole =
+            part.width() == deviceBox.width() && deviceBox.x1 + mask.stride <= surface().stride();
+        if (!whole)
+            blendPartly(rows, part.width(), ink);
+        else if (CoverageBlend::isOpaque(ink))
+            blendWhole<true>(rows, ink);
+        else
+            blendWhole<false>(rows, ink);
     }
 }
 

@@ -7,6 +7,13 @@
 
 namespace wainscot {
 
+/// How far the pixels of a box are covered, row by row from the top.
+struct CoverageMask {
+    std::uint8_t const* coverage;
+    /// Bytes from one row to the next: a multiple of four, the rest of a row is clear.
+    int stride;
+};
+
 /// What a renderer draws into, for the drawing helpers of this folder. Used only while
 /// `CanvasRenderer::isDrawing()`.
 class RenderTarget {
@@ -40,14 +47,8 @@ public:
     void fill(IntBox const& deviceBox, Colour const& colour, double alpha) const {
         fill(&deviceBox, 1, colour, alpha);
     }
-    /// Colours device pixels by a mask, clipped: `mask` gives the coverage for the pixels of `deviceBox` row
-    /// by row from the top, mirrored when asked.
-    struct Mirror {
-        bool across = false;
-        bool upright = false;
-    };
-    void fillMasked(std::uint8_t const* mask, IntBox const& deviceBox, Mirror mirror, Colour const& colour,
-                    double alpha) const;
+    /// Colours device pixels by a mask, clipped; `ink` is premultiplied.
+    void fillMasked(CoverageMask const& mask, IntBox const& deviceBox, std::uint32_t ink) const;
     /// Makes the image honour the clip for as long as this lives.
     class Clipped {
     public:

@@ -1,4 +1,5 @@
 #include "host/drawing/corner_masks_p.h"
+#include "host/drawing/coverage_blend_p.h"
 #include "host/drawing/render_target_p.h"
 #include "host/drawing/shapes.h"
 
@@ -24,12 +25,13 @@ struct RoundedBox {
 void fillCorners(RenderTarget const& target, RoundedBox const& shape, CornerMasks::Mask const& mask,
                  Colour const& colour, double alpha) {
     IntBox const& box = shape.box;
+    std::uint32_t const ink = CoverageBlend::premultiplied(colour, alpha);
     for (bool const right : {false, true}) {
         for (bool const low : {false, true}) {
             int const x = right ? box.x2 - shape.radius : box.x1;
             int const y = low ? box.y2 - shape.radius : box.y1;
-            target.fillMasked(mask.data(), IntBox::sized({x, y}, {shape.radius, shape.radius}), {right, low},
-                              colour, alpha);
+            target.fillMasked({mask.corners[CornerMasks::Mask::corner(right, low)].data(), mask.stride},
+                              IntBox::sized({x, y}, {shape.radius, shape.radius}), ink);
         }
     }
 }

@@ -79,6 +79,13 @@ private:
 class LayoutCache {
 public:
     TextLayoutPtr get(Font const& font, std::wstring_view text, BlockContext const* context) {
+        // Drawing a text asks for it several times: measured, fitted, drawn.
+        bool const isLatest = !entries_.empty() && !context && !entries_.front().context &&
+                              entries_.front().font == font.id() && entries_.front().text == text;
+        if (isLatest) {
+            ++statistics_.hits;
+            return entries_.front().layout;
+        }
         auto const known = index_.find({font.id(), text, context});
         if (known == index_.end()) return add(font, text, context);
         ++statistics_.hits;

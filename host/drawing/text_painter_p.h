@@ -24,14 +24,11 @@ public:
 
 private:
     GlyphRasters::DeviceFace& deviceFace(std::uint32_t index);
-    void drawGlyph(GlyphPicture const& picture, XY<int> const& place);
 
     RenderTarget const& target_;
     Font const& font_;
     GlyphRasters::Use use_;
     std::uint32_t ink_;
-    int clipCount_ = 0;
-    pixman_box32_t const* clips_;
     GlyphRasters::DeviceFace* current_ = nullptr;
     std::uint32_t currentIndex_ = 0;
 };

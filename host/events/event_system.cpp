@@ -37,8 +37,8 @@ EventSystem& EventSystem::live() {
 }
 
 void EventSystem::forget(EventHandler const& handler) {
-    timers.unregister(&handler);
-    intercepts.removeAll(handler);
+    if (timers.size() > 0) timers.unregister(&handler);
+    if (intercepts.size() > 0) intercepts.removeAll(handler);
     if (pointer.isCapturedBy(&handler)) pointer.releaseCapture();
 }
 

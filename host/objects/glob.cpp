@@ -9,6 +9,7 @@
 #include "host/objects/activity_p.h"
 #include "host/objects/description.h"
 #include "host/objects/description_listener.h"
+#include "host/objects/glob_memory_p.h"
 #include "host/objects/glob_side_p.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/lifetime_p.h"
@@ -64,15 +65,15 @@ void Glob::init(XY<int> size, Canvas* canvas, bool opaque) {
 }
 
 Glob::~Glob() {
-    Lifetime::detachFromDestructor(*this);
+    if (!isDying()) Lifetime::detachFromDestructor(*this);
 }
 
 void* Glob::operator new(std::size_t size) {
-    return ::operator new(size);
+    return GlobMemory::allocate(size);
 }
 
 void Glob::operator delete(void* memory) {
-    ::operator delete(memory);
+    GlobMemory::free(memory);
 }
 
 void Glob::operator delete(Glob* glob, std::destroying_delete_t) {
@@ -126,21 +127,26 @@ bool Glob::mayTake(Glob const* child) const {
 }
 
 Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
+    // Keeps the memory of both, so that each can be asked whether it is dying.
     DispatchScope const scope;
     if (!mayTake(child)) {
         refuse("addChild");
         return nullptr;
     }
-    if (child->parent_ != this) {
+    bool const isNew = child->parent_ != this;
+    if (isNew) {
         KbdFocus::joinTree(*child);
         if (child->parent_ && !moveHere(child)) return nullptr;
         Tree::link(*this, *child);
     }
-    LifeGuard const life = guard();
-    LifeGuard const childLife = child->guard();
-    setWidgetDetails({child, position, surround});
-    if (!life.alive() || !childLife.alive()) return nullptr;
-    child->makeDirty();
+    Placement::setRule(*child, position);
+    setWidgetBorderStyle(child, surround);
+    if (isNew)
+        Placement::placeNewChild(*this, *child);
+    else
+        Placement::placeChild(*this, *child);
+    if (isDying() || child->isDying()) return nullptr;
+    child->setFlag(dirtyFlag, true);
     child->damageWithSurround();
     describeChanged(DescriptionChange::children);
     return child;

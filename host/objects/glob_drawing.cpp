@@ -51,12 +51,14 @@ bool Glob::liesOnParent() const {
 /// What is damaged as a whole already, by itself or with its parent, is not looked for again: building or
 /// changing a deep tree costs nobody the way to the root each time.
 void Glob::damage(IntBox const& part) {
-    if (part.isEmpty() || !isVisible()) return;
     std::uint32_t const now = Damage::numTaken();
-    if (wholeDamaged_ == now) return;
+    if (wholeDamaged_ == now || part.isEmpty() || !isVisible()) return;
     bool const isOnParent = liesOnParent();
     bool const coveredByParent = isOnParent && parent_ && parent_->wholeDamaged_ == now;
-    if (!coveredByParent) canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
+    // Trees are mostly built before they are shown.
+    bool const isUnseen = ownsCanvas() && !getRootParent(this)->ownCanvas_.surface();
+    if (!coveredByParent && !isUnseen)
+        canvas_->damage(part.intersection(bounds()).translated(canvasArea().bottomLeft()));
     if (isOnParent && part.contains(bounds())) wholeDamaged_ = now;
 }
 

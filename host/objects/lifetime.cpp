@@ -12,11 +12,20 @@ namespace wainscot {
 
 namespace {
 
-void freeGlob(void* object) {
-    auto* const glob = static_cast<Glob*>(object);
-    void* const memory = dynamic_cast<void*>(glob);
-    runHandler("destructor", [&] { glob->~Glob(); });
-    Glob::operator delete(memory);
+using Doomed = std::vector<Glob*>;
+
+/// What one of them destroys in its destructor joins the end of the waiting.
+void freeGlobs(void* list) {
+    std::unique_ptr<Doomed> const doomed(static_cast<Doomed*>(list));
+    for (Glob* glob : *doomed) {
+        void* const memory = dynamic_cast<void*>(glob);
+        runHandler("destructor", [&] { glob->~Glob(); });
+        Glob::operator delete(memory);
+    }
+}
+
+void freeWhenUnwound(Doomed doomed) {
+    if (!doomed.empty()) DispatchScope::freeWhenUnwound(freeGlobs, new Doomed(std::move(doomed)));
 }
 
 } // namespace
@@ -25,35 +34,46 @@ void Lifetime::destroy(Glob& glob) {
     if (glob.isDying()) return;
     // Whatever dies inside a notice waits with its memory until this is done.
     DispatchScope const untilAllAreListed;
-    for (Glob* dead : detach(glob)) DispatchScope::freeWhenUnwound(freeGlob, dead);
+    freeWhenUnwound(detach(glob));
 }
 
 void Lifetime::detachFromDestructor(Glob& glob) {
     if (glob.isDying()) return;
     DispatchScope const untilAllAreListed;
-    for (Glob* dead : detach(glob))
-        if (dead != &glob) DispatchScope::freeWhenUnwound(freeGlob, dead);
+    std::vector<Glob*> others = detach(glob);
+    std::erase(others, &glob);
+    freeWhenUnwound(std::move(others));
 }
 
 /// A notice may destroy an ancestor: what is being detached already is then left to the one who does it.
 std::vector<Glob*> Lifetime::detach(Glob& top) {
     std::vector<Glob*> leaving;
-    std::vector<Glob*> doomed = Tree::subtree(top, [&](Glob& glob) {
-        if (glob.isDying()) leaving.push_back(&glob);
-        return !glob.isDying();
+    bool isWatched = false;
+    std::vector<Glob*> doomed = Tree::collect(top, [&](Glob& glob) {
+        if (glob.isDying()) {
+            leaving.push_back(&glob);
+            return false;
+        }
+        glob.setFlag(Glob::dyingFlag, true);
+        isWatched = isWatched || glob.hasFlag(Glob::watchedFlag);
+        return true;
     });
-    for (Glob* glob : doomed) glob->setFlag(Glob::dyingFlag, true);
-    for (Glob* glob : doomed)
-        if (glob->hasFlag(Glob::watchedFlag)) GlobNotices::deleted(*glob);
+    for (std::size_t i = 0; isWatched && i < doomed.size(); ++i)
+        if (doomed[i]->hasFlag(Glob::watchedFlag)) GlobNotices::deleted(*doomed[i]);
     leaveWindow(top);
-    for (Glob* glob : doomed) glob->retireStamp();
-    for (Glob* glob : doomed) glob->leaveSharedCanvas();
     for (Glob* glob : leaving)
         if (glob->parent_) Tree::unlink(*glob);
     if (top.parent_) Tree::unlink(top);
-    Tree::scatter(doomed);
+    std::vector<Glob*> sharing;
+    // Many objects do not fit into the nearest memory: each is gone to as seldom as can be.
+    for (Glob* glob : doomed) {
+        glob->retireStamp();
+        glob->leaveSharedCanvas();
+        Tree::scatter(*glob);
+        if (glob->ownCanvas_.isShared()) sharing.push_back(glob);
+    }
     for (Glob* glob : doomed) glob->handleDetached();
-    for (Glob* glob : doomed) glob->ownCanvas_.dismissSharers();
+    for (Glob* glob : sharing) glob->ownCanvas_.dismissSharers();
     return doomed;
 }
 

@@ -58,30 +58,30 @@ XY<int> besideSibling(WidgetPosition const& position, IntBox const& sibling, XY<
 }
 
 XY<int> fromCorner(WidgetPosition const& position, IntBox const& area, XY<int> size) {
-    auto const [x, y] = Placement::clampPlace(position.offset());
-    int const left = saturatingAdd(area.x1, x);
-    int const right = saturatingAdd(area.x2 - size.x, -x);
-    int const bottom = saturatingAdd(area.y1, y);
-    int const top = saturatingAdd(area.y2 - size.y, -y);
-    int const middleX = saturatingAdd(area.x1 + (area.width() - size.x) / 2, x);
-    int const middleY = saturatingAdd(area.y1 + (area.height() - size.y) / 2, y);
+    XY<int> const offset = Placement::clampPlace(position.offset());
+    auto const left = [&] { return saturatingAdd(area.x1, offset.x); };
+    auto const right = [&] { return saturatingAdd(area.x2 - size.x, -offset.x); };
+    auto const bottom = [&] { return saturatingAdd(area.y1, offset.y); };
+    auto const top = [&] { return saturatingAdd(area.y2 - size.y, -offset.y); };
+    auto const middleX = [&] { return saturatingAdd(area.x1 + (area.width() - size.x) / 2, offset.x); };
+    auto const middleY = [&] { return saturatingAdd(area.y1 + (area.height() - size.y) / 2, offset.y); };
     switch (position.origin()) {
     case CoordinateOrigin::bottomLeft:
-        return {left, bottom};
+        return {left(), bottom()};
     case CoordinateOrigin::bottomRight:
-        return {right, bottom};
+        return {right(), bottom()};
     case CoordinateOrigin::topLeft:
-        return {left, top};
+        return {left(), top()};
     case CoordinateOrigin::topRight:
-        return {right, top};
+        return {right(), top()};
     case CoordinateOrigin::leftCentre:
-        return {left, middleY};
+        return {left(), middleY()};
     case CoordinateOrigin::rightCentre:
-        return {right, middleY};
+        return {right(), middleY()};
     case CoordinateOrigin::centre:
         break;
     }
-    return {middleX, middleY};
+    return {middleX(), middleY()};
 }
 
 } // namespace
@@ -157,6 +157,15 @@ void Placement::boxChanged(Glob& glob) {
 
 void Placement::placeChild(Glob& parent, Glob& child) {
     moveTo(child, placeFor(parent, rule(child), child.size(), child.position_));
+}
+
+/// Nothing of it can be seen here yet.
+void Placement::placeNewChild(Glob& parent, Glob& child) {
+    XY<int> const place = clampPlace(placeFor(parent, rule(child), child.size(), child.position_));
+    if (child.position_ == place) return;
+    child.position_ = place;
+    child.wholeDamaged_ = 0;
+    boxChanged(child);
 }
 
 Glob* Placement::siblingOf(Glob const& parent, Glob const& child) {

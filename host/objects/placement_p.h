@@ -21,6 +21,8 @@ public:
     static void moveTo(Glob& glob, XY<int> place);
     static void setSize(Glob& glob, double width, double height);
     static void placeChild(Glob& parent, Glob& child);
+    /// For a child that was just linked: the place that it had elsewhere needs no repaint here.
+    static void placeNewChild(Glob& parent, Glob& child);
     static void placeChildren(Glob& parent);
 
 private:

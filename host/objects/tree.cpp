@@ -56,19 +56,7 @@ std::vector<Glob*> Tree::subtree(Glob& top) {
 }
 
 std::vector<Glob*> Tree::subtree(Glob& top, std::function<bool(Glob&)> const& enter) {
-    std::vector<Glob*> found;
-    Glob* glob = &top;
-    while (glob) {
-        bool const entered = enter(*glob);
-        if (entered) found.push_back(glob);
-        if (entered && glob->firstChild_) {
-            glob = glob->firstChild_;
-            continue;
-        }
-        while (glob != &top && !glob->next_) glob = glob->parent_;
-        glob = glob == &top ? nullptr : glob->next_;
-    }
-    return found;
+    return collect(top, enter);
 }
 
 std::uint64_t Tree::numChanges() {
@@ -79,15 +67,13 @@ void Tree::noteChange() {
     ++changeCount;
 }
 
-void Tree::scatter(std::vector<Glob*> const& globs) {
-    for (Glob* glob : globs) {
-        glob->parent_ = glob->previous_ = glob->next_ = nullptr;
-        glob->firstChild_ = glob->lastChild_ = nullptr;
-        glob->numChildren_ = 0;
-        if (!glob->side_) continue;
-        glob->side_->grid.reset();
-        glob->side_->byIndex.clear();
-    }
+void Tree::scatter(Glob& glob) {
+    glob.parent_ = glob.previous_ = glob.next_ = nullptr;
+    glob.firstChild_ = glob.lastChild_ = nullptr;
+    glob.numChildren_ = 0;
+    if (!glob.side_) return;
+    glob.side_->grid.reset();
+    glob.side_->byIndex.clear();
 }
 
 void Tree::noteLinked(Glob& parent, Glob& child) {

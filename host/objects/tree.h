@@ -21,11 +21,14 @@ public:
     static std::vector<Glob*> subtree(Glob& top);
     /// The same without the objects that `enter` refuses, and all below them.
     static std::vector<Glob*> subtree(Glob& top, std::function<bool(Glob&)> const& enter);
+    /// As the one above, for many: `enter` is called straight.
+    template <class Enter>
+    static std::vector<Glob*> collect(Glob& top, Enter enter);
     /// Counts changes of links, boxes and visibility: what may move objects under a resting pointer.
     static std::uint64_t numChanges();
     static void noteChange();
-    /// Cuts all links of detached objects from each other.
-    static void scatter(std::vector<Glob*> const& globs);
+    /// Cuts all links of a detached object; those to which they lead are cut as well.
+    static void scatter(Glob& glob);
     /// Appends the children whose boxes meet `area` (in the parent's coordinates), from below to above.
     static void childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found);
     /// The same for those that meet one of several areas, each once.
@@ -46,5 +49,23 @@ private:
     static void noteLinked(Glob& parent, Glob& child);
     static void noteUnlinked(Glob& parent, Glob const& child);
 };
+
+template <class Enter>
+std::vector<Glob*> Tree::collect(Glob& top, Enter enter) {
+    std::vector<Glob*> found;
+    found.reserve(top.numChildren_ + 1);
+    Glob* glob = &top;
+    while (glob) {
+        bool const entered = enter(*glob);
+        if (entered) found.push_back(glob);
+        if (entered && glob->firstChild_) {
+            glob = glob->firstChild_;
+            continue;
+        }
+        while (glob != &top && !glob->next_) glob = glob->parent_;
+        glob = glob == &top ? nullptr : glob->next_;
+    }
+    return found;
+}
 
 } // namespace wainscot

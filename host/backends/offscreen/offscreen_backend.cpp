@@ -161,10 +161,13 @@ void OffscreenWindow::present(Surface const& surface, std::vector<IntBox> const&
     }
     for (IntBox const& box : boxes) {
         IntBox const part = surface.deviceBox(box);
-        for (int y = part.y1; y < part.y2; ++y) {
-            auto const row = static_cast<std::ptrdiff_t>(y) * deviceSize_.x;
-            std::copy(surface.pixels() + row + part.x1, surface.pixels() + row + part.x2,
-                      pixels_.get() + row + part.x1);
+        // Whole rows follow each other: many go at once.
+        bool const areWhole = part.width() == deviceSize_.x;
+        int const rowsAtOnce = areWhole ? part.height() : 1;
+        std::ptrdiff_t const count = static_cast<std::ptrdiff_t>(part.width()) * rowsAtOnce;
+        for (int y = part.y1; y < part.y2; y += rowsAtOnce) {
+            std::ptrdiff_t const start = static_cast<std::ptrdiff_t>(y) * deviceSize_.x + part.x1;
+            std::copy_n(surface.pixels() + start, count, pixels_.get() + start);
         }
     }
 }
