@@ -60,9 +60,10 @@ public:
     /// What it tells others, where nothing else is named after the prefix.
     enum Messages { clearMsg, tickedMsg };
     static constexpr MessageInfo messageTable[] = {
-        {"clear", MessageInfo::ownThenText, clearWord, MessageInfo::queued, codeClear,
+        {"clear", MessageInfo::ownThenText, clearWord.view(), MessageInfo::queued, codeClear,
          "the tick was taken away"},
-        {"ticked", MessageInfo::ownThenText, tickedWord, MessageInfo::queued, codeTicked, "it was ticked"},
+        {"ticked", MessageInfo::ownThenText, tickedWord.view(), MessageInfo::queued, codeTicked,
+         "it was ticked"},
         {"callback",
          MessageInfo::fixed,
          {},

@@ -12,8 +12,8 @@ public:
     static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
 
     /// What it tells others.
-    static constexpr MessageInfo messageTable[] = {{"CheckboxGroupClicked", MessageInfo::fixed, clickedMsg,
-                                                    MessageInfo::queued, 0,
+    static constexpr MessageInfo messageTable[] = {{"CheckboxGroupClicked", MessageInfo::fixed,
+                                                    clickedMsg.view(), MessageInfo::queued, 0,
                                                     "the user has toggled one; read `getLastClicked()`"}};
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {

@@ -18,7 +18,7 @@ public:
 
     /// What it tells others.
     static constexpr MessageInfo messageTable[] = {
-        {"CRSChanged", MessageInfo::fixed, selectionChangedMsg, MessageInfo::called, 0,
+        {"CRSChanged", MessageInfo::fixed, selectionChangedMsg.view(), MessageInfo::called, 0,
          "the choice has changed by a click, a key or `setSelectedItem`"},
         {"adaptor", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
     };

@@ -42,7 +42,7 @@ public:
              bool vertical, Canvas* canvas, Colour* faceColour);
     ~RadioSet() override;
 
-    static LightweightString<char> radioSetMessage() { return messageTable[0].text; }
+    static LightweightString<char> radioSetMessage() { return LightweightString<char>(messageTable[0].text); }
     /// Told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 

@@ -20,7 +20,7 @@ public:
 /// Closes its panel: sends "poot".
 class WAINSCOT_API PootButton final : public TitleButton {
 public:
-    static constexpr MessageInfo messageTable[] = {{"poot", MessageInfo::fixed, Glob::pootMsg,
+    static constexpr MessageInfo messageTable[] = {{"poot", MessageInfo::fixed, Glob::pootMsg.view(),
                                                     MessageInfo::queued, codeUp,
                                                     "the close button was clicked"}};
     explicit PootButton(Palette const& palette);
@@ -30,7 +30,7 @@ public:
 class WAINSCOT_API SizeButton final : public TitleButton {
 public:
     static constexpr LightweightString<char> flipSizeMsg{"freeze_flip"};
-    static constexpr MessageInfo messageTable[] = {{"freeze_flip", MessageInfo::fixed, flipSizeMsg,
+    static constexpr MessageInfo messageTable[] = {{"freeze_flip", MessageInfo::fixed, flipSizeMsg.view(),
                                                     MessageInfo::queued, codeUp,
                                                     "the size button was clicked"}};
     explicit SizeButton(Palette const& palette);

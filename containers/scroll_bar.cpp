@@ -132,7 +132,7 @@ void ScrollBar::showThumbPosition() {
 int ScrollBar::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!sender || (sender != firstButton_.get() && sender != lastButton_.get())) return 0;
     for (std::size_t type = 0; type < numTypes; ++type) {
-        if (messageTable[type].text != name) continue;
+        if (messageTable[type].text != name.view()) continue;
         report(static_cast<eEventType>(type));
         return 1;
     }

@@ -47,17 +47,17 @@ public:
 
     /// What it tells others; those of the bar itself in the order of the types.
     static constexpr MessageInfo messageTable[] = {
-        {"thumb moved", MessageInfo::fixed, thumbMovedMsg, MessageInfo::queued, thumbMoved,
+        {"thumb moved", MessageInfo::fixed, thumbMovedMsg.view(), MessageInfo::queued, thumbMoved,
          "the thumb was dragged, resized or paged"},
-        {"thumb released", MessageInfo::fixed, thumbReleasedMsg, MessageInfo::queued, thumbReleased,
+        {"thumb released", MessageInfo::fixed, thumbReleasedMsg.view(), MessageInfo::queued, thumbReleased,
          "the end of a drag. A listener is told before `isDragging()` turns false, the parent after it"},
-        {"up", MessageInfo::fixed, upButtonPressedMsg, MessageInfo::queued, upButtonPressed,
+        {"up", MessageInfo::fixed, upButtonPressedMsg.view(), MessageInfo::queued, upButtonPressed,
          "the upper arrow button; a notch of the wheel upwards, on all bars"},
-        {"down", MessageInfo::fixed, downButtonPressedMsg, MessageInfo::queued, downButtonPressed,
+        {"down", MessageInfo::fixed, downButtonPressedMsg.view(), MessageInfo::queued, downButtonPressed,
          "the lower arrow button; a notch of the wheel downwards, on all bars"},
-        {"left", MessageInfo::fixed, leftButtonPressedMsg, MessageInfo::queued, leftButtonPressed,
+        {"left", MessageInfo::fixed, leftButtonPressedMsg.view(), MessageInfo::queued, leftButtonPressed,
          "the left arrow button"},
-        {"right", MessageInfo::fixed, rightButtonPressedMsg, MessageInfo::queued, rightButtonPressed,
+        {"right", MessageInfo::fixed, rightButtonPressedMsg.view(), MessageInfo::queued, rightButtonPressed,
          "the right arrow button"},
         {"listener",
          MessageInfo::fixed,

@@ -8,7 +8,8 @@
 namespace wainscot {
 
 LightweightString<char> MessageInfo::nameFor(LightweightString<char> const& own) const {
-    return naming == fixed ? text : naming == ownThenText ? own + text : text + own;
+    LightweightString<char> const fixedPart(text);
+    return naming == fixed ? fixedPart : naming == ownThenText ? own + fixedPart : fixedPart + own;
 }
 
 void Reporter::setCallback(WidgetCallback::Callback callback) {

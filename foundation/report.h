@@ -30,7 +30,7 @@ struct MessageInfo {
     /// What the tests call it.
     std::string_view what;
     Naming naming;
-    LightweightString<char> text;
+    std::string_view text;
     Delivery delivery;
     /// What the report carries beside its name (`NotifyMsg::code`, `Event::reportCode`).
     int code;

@@ -43,9 +43,9 @@ public:
     /// What it tells its parent.
     enum Messages { titleTyped, titleChanged };
     static constexpr MessageInfo messageTable[] = {
-        {"StdPanelTitleTyped", MessageInfo::fixed, titleTypedMsg, MessageInfo::queued, 0,
+        {"StdPanelTitleTyped", MessageInfo::fixed, titleTypedMsg.view(), MessageInfo::queued, 0,
          "the text of an editable title has changed"},
-        {"StdPanelTitleChanged", MessageInfo::fixed, titleChangedMsg, MessageInfo::queued, 0,
+        {"StdPanelTitleChanged", MessageInfo::fixed, titleChangedMsg.view(), MessageInfo::queued, 0,
          "editing the title has ended with another text"},
     };
 

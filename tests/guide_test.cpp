@@ -120,7 +120,7 @@ void expectMessages(char const* file, MessageInfo const (&table)[count]) {
     std::string const text = guide(file);
     for (MessageInfo const& row : table) {
         bool const isMessage = row.delivery != MessageInfo::callback;
-        std::string name = row.text.empty() ? "" : std::string("`") + row.text.c_str() + "`";
+        std::string name = row.text.empty() ? "" : "`" + std::string(row.text) + "`";
         if (row.naming == MessageInfo::ownThenText) name = row.text.empty() ? "name" : "name + " + name;
         if (row.naming == MessageInfo::textThenValue) name += " + value";
         char const* const how = row.delivery == MessageInfo::called   ? "called"
