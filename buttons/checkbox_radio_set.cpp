@@ -1,5 +1,6 @@
 #include "buttons/checkbox_radio_set.h"
 
+#include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/drawing/drawable.h"
 #include "host/events/dispatch_scope.h"
@@ -64,10 +65,12 @@ void CheckboxRadioSet::setNewWidgetValue(int& index, eRedrawFlag redraw) {
     if (index == getWidgetValue()) return;
     LifeGuard const life = guard();
     tickOnly(static_cast<unsigned int>(index));
-    if (life.alive() && redraw == eRedrawYes) makeDirty();
+    if (life.alive())
+        applyEffects(*this, redraw == eRedrawYes ? Effect::paint | Effect::value : Effect::value);
 }
 
 void CheckboxRadioSet::handleCheckboxClick(Checkbox*) {
+    describeChanged(DescriptionChange::value);
     tellUserChange(static_cast<int>(getPreviousSelection()), DataChangeType::single);
 }
 

@@ -69,8 +69,17 @@ bool RadioSet::isButton(Glob const* glob) const {
 
 bool RadioSet::react(Event const& event) {
     if (event.kind() != EventKind::message || !isButton(event.sender())) return StandardPanel::react(event);
-    if (event.message().endsWith(Button::onSuffix.view())) reporter_.report(*this, parent(), messageTable[0]);
+    if (!event.message().endsWith(Button::onSuffix.view())) return true;
+    describeChanged(DescriptionChange::value);
+    reporter_.report(*this, parent(), messageTable[0]);
     return true;
+}
+
+void RadioSet::setSelectedItem(int index) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    set_.set_current(index, true);
+    if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
 int RadioSet::getSelectedItem() const {

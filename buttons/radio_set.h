@@ -49,7 +49,7 @@ public:
     /// -1 when none is chosen.
     int getSelectedItem() const;
     /// Nobody is told. A negative index leaves none chosen; nothing happens out of range.
-    void setSelectedItem(int index) { set_.set_current(index, true); }
+    void setSelectedItem(int index);
     int getNumItems() const { return static_cast<int>(set_.count()); }
     /// Null when it has died, and out of range.
     Button* getButton(int index) const { return set_.member(index); }

@@ -84,9 +84,11 @@ double Slider::clamped(double value) const {
 bool Slider::setValueRange(double minimum, double maximum) {
     if (!isFinite(minimum, "Slider::setValueRange") || !isFinite(maximum, "Slider::setValueRange"))
         return false;
-    changeSetting(*this, minimum_, minimum, Effect::paint | Effect::value);
-    changeSetting(*this, maximum_, maximum, Effect::paint | Effect::value);
-    changeSetting(*this, value_, clamped(value_), Effect::paint | Effect::value);
+    bool const isSame = minimum == minimum_ && maximum == maximum_;
+    minimum_ = minimum;
+    maximum_ = maximum;
+    value_ = clamped(value_);
+    if (!isSame) applyEffects(*this, Effect::paint | Effect::value);
     return true;
 }
 

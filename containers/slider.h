@@ -19,7 +19,7 @@ class CanvasRenderer;
 /// The channel runs from left to right, or from below upwards, from the minimum to the maximum; a range may
 /// fall. A press beside the thumb does nothing, but for one on a point of interest, which takes the thumb
 /// there. With the keyboard focus, arrow keys `nudge` it, Page Up and Page Down take it a tenth of the range
-/// further, Home and End to the ends; a `GlobTabStop` makes a tab stop of it.
+/// further, Home and End to the ends.
 ///
 /// Messages, to the parent, with this as sender, queued unless `setSynchronousMessages` says otherwise: the
 /// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and

@@ -1,4 +1,5 @@
 #include "containers/slider.h"
+#include "foundation/effects.h"
 #include "host/base/first_exception.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -49,8 +50,10 @@ bool Slider::reactToKey(Event const& event) {
 bool Slider::pressBegan(Event const& event) {
     if (!isActive()) return false;
     LifeGuard const life = guard();
+    unsigned int const number = press().number();
     claimKbdFocus();
-    if (!life.alive() || !isActive()) return true;
+    // Whoever lost the focus may have ended the press.
+    if (!life.alive() || number != press().number() || !isActive()) return true;
     XY<int> const place = eventXYToGlobXY(event, *this);
     if (!getThumbArea().contains(place))
         return mouse_left_event(event) && pressPointOfInterest(alongChannel(place));
@@ -61,7 +64,7 @@ bool Slider::pressBegan(Event const& event) {
 void Slider::pickUpThumb(int x) {
     gesture_.begin(value_);
     grip_ = x - static_cast<int>(std::lround(v2x(value_)));
-    makeDirty();
+    applyEffects(*this, Effect::paint | Effect::state);
 }
 
 /// The nearest one within half a thumb's length of the pointer.
@@ -109,8 +112,9 @@ void Slider::pressEnded(PressEnd how) {
 
 bool Slider::dropThumb() {
     gesture_.letGo();
-    makeDirty();
     LifeGuard const life = guard();
+    applyEffects(*this, Effect::paint | Effect::state);
+    if (!life.alive()) return false;
     finishGesture(gesture_);
     return life.alive();
 }

@@ -26,8 +26,11 @@ Glob* GlobTabStop::widget() const {
 }
 
 bool GlobTabStop::isTabStopActive() {
-    Glob const* const glob = widget();
-    return glob && FocusStop::canTake(*glob);
+    Glob* const glob = widget();
+    // What is a stop by itself is not to be stopped at twice.
+    auto const* const own = dynamic_cast<TabOrderable const*>(glob);
+    bool const isStopItself = own && !own->tabOrderManagers().empty();
+    return glob && !isStopItself && FocusStop::canTake(*glob);
 }
 
 void GlobTabStop::handleTabStopFocusReceipt(eDirection) {

@@ -9,7 +9,7 @@ namespace wainscot {
 class Event;
 class Glob;
 
-/// Makes a tab stop of a widget that is worked with keys but is no `TabOrderable` itself (slider, table,
+/// Makes a tab stop of a widget that is worked with keys but is no `TabOrderable` itself (table,
 /// tree, tab strip): a member of whoever owns the widget. As the current stop it gives the widget the
 /// keyboard focus, so that keys go there; it becomes the current stop when the widget, or something in it,
 /// has got the focus otherwise. The widget is not owned; with its death the stop leaves its
@@ -22,7 +22,7 @@ public:
     /// Null once it has died.
     Glob* widget() const;
 
-    /// Whether the widget is active and shown.
+    /// Whether the widget is active and shown, and no stop of a manager itself.
     bool isTabStopActive() override;
     void handleTabStopFocusReceipt(eDirection direction) override;
     /// Hands the keyboard focus to the root where the widget, or something in it, still has it.

@@ -22,7 +22,7 @@ bool Press::end() {
 Press::Step Press::take(Event const& event, Glob const& widget) {
     if (mouse_wheel_event(event) || mouse_side_wheel_event(event)) return Step::other;
     int const button = event.kind() & buttons_;
-    if (mouse_down_event(event) && mouse_chord_event(event)) return isHeld() ? Step::chord : Step::other;
+    if (mouse_down_event(event) && mouse_chord_event(event) && isHeld()) return Step::chord;
     if (mouse_up_event(event)) return takeRelease(event, widget);
     if (mouse_down_event(event)) {
         if (button == 0) return Step::other;

@@ -2,6 +2,7 @@
 
 #include "foundation/rect.h"
 #include "foundation/standard_panel.h"
+#include "host/base/first_exception.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 
@@ -155,31 +156,39 @@ void Pressable<Base>::dropPress() {
 template <class Base>
 void Pressable<Base>::setActive(bool active, eRedrawFlag redraw) {
     DispatchScope const scope;
+    FirstException thrown;
     LifeGuard const life = this->guard();
-    if (!active) dropPress();
-    if (life.alive()) Base::setActive(active, redraw);
+    if (!active) thrown.run([&] { dropPress(); });
+    if (life.alive()) thrown.run([&] { Base::setActive(active, redraw); });
+    thrown.rethrow();
 }
 
 template <class Base>
 void Pressable<Base>::setVisible(bool visible) {
     DispatchScope const scope;
+    FirstException thrown;
     LifeGuard const life = this->guard();
-    if (!visible) dropPress();
-    if (life.alive()) Base::setVisible(visible);
+    if (!visible) thrown.run([&] { dropPress(); });
+    if (life.alive()) thrown.run([&] { Base::setVisible(visible); });
+    thrown.rethrow();
 }
 
 template <class Base>
 void Pressable<Base>::handlePressCancelled(Event const& press) {
+    FirstException thrown;
     LifeGuard const life = this->guard();
-    if (press_.end()) pressEnded(PressEnd::cancelled);
-    if (life.alive()) Base::handlePressCancelled(press);
+    if (press_.end()) thrown.run([&] { pressEnded(PressEnd::cancelled); });
+    if (life.alive()) thrown.run([&] { Base::handlePressCancelled(press); });
+    thrown.rethrow();
 }
 
 template <class Base>
 void Pressable<Base>::handleCaptureLost() {
+    FirstException thrown;
     LifeGuard const life = this->guard();
-    dropPress();
-    if (life.alive()) Base::handleCaptureLost();
+    thrown.run([&] { dropPress(); });
+    if (life.alive()) thrown.run([&] { Base::handleCaptureLost(); });
+    thrown.rethrow();
 }
 
 template <class Base>

@@ -109,13 +109,15 @@ template <class T>
 void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
     DispatchScope const scope;
     LifeGuard const life(life_);
-    if (adaptor_) handleDataAdaptorChange();
-    if (!life.alive()) return;
+    FirstException thrown;
+    if (adaptor_) thrown.run([&] { handleDataAdaptorChange(); });
+    if (!life.alive()) return thrown.rethrow();
     // The old one goes last: what its destructor does may destroy this.
     Qv::Ptr<ValAdaptorBase<T>> const old = std::exchange(adaptor_, std::move(adaptor));
     if (old) old->leaveWidget(*this);
     if (adaptor_) adaptor_->joinWidget(*this);
     if (!adaptor_) setDataMixed(false, eRedrawYes);
+    thrown.rethrow();
 }
 
 template <class T>

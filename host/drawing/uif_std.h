@@ -43,10 +43,10 @@ public:
     /// A measure of the standard size in the user's size, rounded.
     static int calcScaledValue(float value);
 
-    /// Whether the user's language is read from right to left, as its language file says: what has a
-    /// direction is then drawn, and worked with Left and Right, the other way round.
+    /// Whether the user's language is read from right to left, as its language file says: for controls that
+    /// have a direction, which are then drawn, and worked with Left and Right, the other way round.
     static bool isRightToLeft();
-    /// Overrules the language file.
+    /// Overrules the language file, before windows are made: nothing is painted again.
     static void setRightToLeft(bool isRightToLeft);
 
     static Glib::FontDesc getFont();

@@ -22,7 +22,7 @@ public:
     /// host.
     void start(double ms);
     void stop();
-    bool isRunning() const { return waiting_ != nullptr; }
+    bool isRunning() const;
 
 private:
     class Waiting;
