@@ -8,6 +8,10 @@ namespace wainscot {
 
 /// Says when something that is held down is to be repeated, on the processor clock. Intervals are in units of
 /// that clock (`iClock::processorPerSecond`).
+///
+/// A control that repeats while it is held asks for timer events (`Glob::setInterest(EventKind::timer)`,
+/// `Glob::setNextTimer(msToNext())`), asks `isDue()` at each, and answers true from `Glob::isAutoRepeating`
+/// meanwhile, so that the clock runs with wall time.
 class WAINSCOT_API RepeatClock {
 public:
     /// From now on: once after `first`, then after each `next`.

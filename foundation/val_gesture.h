@@ -11,7 +11,8 @@ class ValWidget;
 
 /// A change by the user that goes on for a while, such as the dragging of a thumb: what the value was when it
 /// began, what the data took last, and what the data was told. Data that hears of a start hears of the end,
-/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`.
+/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`. The control
+/// calls `finishGesture` when the gesture ends, and from `handleDataAdaptorChange`.
 template <class T>
 class ValGesture {
 public:
