@@ -151,7 +151,10 @@ bool Checkbox::react(Event const& event) {
         if (reactToPress(event) || Press::isOfLeftButton(event)) return true;
     }
     if (isActive() && isToggleKey(event)) {
-        requestToggleState();
+        LifeGuard const life = guard();
+        // As with a button, a click by keys ends what the pointer holds.
+        dropPress();
+        if (life.alive()) requestToggleState();
         return true;
     }
     if (set_ && isActive() && isKeyPressEvent(event) && reactToArrow(event)) return true;

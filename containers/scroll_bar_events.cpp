@@ -95,9 +95,11 @@ void ScrollBar::pressEnded(PressEnd how) {
 
 /// Reported while it still counts as dragged.
 void ScrollBar::letGo() {
+    FirstException thrown;
     LifeGuard const life = guard();
-    finishGesture(gesture_);
-    if (life.alive() && isActive()) report(thumbReleased);
+    thrown.run([&] { finishGesture(gesture_); });
+    if (life.alive() && isActive()) thrown.run([&] { report(thumbReleased); });
+    thrown.rethrow();
 }
 
 void ScrollBar::dropThumb() {

@@ -112,8 +112,8 @@ void Slider::storeValue(double value, eRedrawFlag redraw) {
 
 /// What the data let go of is not reported any more; one step is reported with its end.
 void Slider::reportUserChange(DataChangeType why) {
-    if (gesture_.isHeld()) return informParent(sliderMoved);
-    if (why != DataChangeType::single) return;
+    bool const isOneStep = why == DataChangeType::single && (press().isHeld() || !gesture_.isHeld());
+    if (!isOneStep) return gesture_.isHeld() ? informParent(sliderMoved) : void();
     FirstException thrown;
     LifeGuard const life = guard();
     thrown.run([&] { informParent(sliderMoved); });

@@ -104,9 +104,8 @@ void Slider::pressEnded(PressEnd how) {
         thrown.run([&] { takeBackGesture(gesture_, clamped(gesture_.atBegin())); });
     if (!life.alive()) return thrown.rethrow();
     bool const isReported = how != PressEnd::lost && !thrown.any() && isActive();
-    thrown.run([&] {
-        if (dropThumb() && isReported) informParent(sliderReleased);
-    });
+    thrown.run([&] { dropThumb(); });
+    if (life.alive() && isReported) thrown.run([&] { informParent(sliderReleased); });
     thrown.rethrow();
 }
 
