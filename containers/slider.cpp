@@ -207,20 +207,25 @@ void Slider::setPointsOfInterest(std::vector<PointOfInterest> points) {
 
 void Slider::setOrientation(Orientation orientation) {
     DispatchScope const scope;
+    if (orientation == orientation_) return;
+    FirstException thrown;
     LifeGuard const life = guard();
-    if (orientation != orientation_) dropPress();
-    if (!life.alive() || orientation == orientation_) return;
-    orientation_ = orientation;
-    recalculateStartAndEnd();
-    makeDirty();
+    thrown.run([&] { dropPress(); });
+    if (life.alive()) {
+        orientation_ = orientation;
+        recalculateStartAndEnd();
+        makeDirty();
+    }
+    thrown.rethrow();
 }
 
 void Slider::setThumbVisibility(bool visible) {
     DispatchScope const scope;
+    FirstException thrown;
     LifeGuard const life = guard();
-    if (!visible) dropPress();
-    if (!life.alive()) return;
-    changeSetting(*this, thumbVisible_, visible, Effect::paint);
+    if (!visible) thrown.run([&] { dropPress(); });
+    if (life.alive()) changeSetting(*this, thumbVisible_, visible, Effect::paint);
+    thrown.rethrow();
 }
 
 void Slider::setThumbColour(Colour const& colour) {

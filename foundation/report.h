@@ -10,7 +10,7 @@ class Glob;
 
 /// One thing that a class of widgets tells others. Each class has a `constexpr` table of them,
 /// `messageTable`: what it sends, what its guide says, and in what the tests destroy everything.
-struct MessageInfo {
+struct WAINSCOT_API MessageInfo {
     enum Naming : unsigned char {
         /// `text` is the whole name.
         fixed,

@@ -10,14 +10,14 @@ template <class T>
 class ValWidget;
 
 /// A change by the user that goes on for a while, such as the dragging of a thumb: what the value was when it
-/// began, what the data took last, and what the data was told. Data that hears of a start hears of the end,
-/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`. The control
-/// calls `finishGesture` when the gesture ends, and from `handleDataAdaptorChange`.
+/// began, and what the data was told. Data that hears of a start hears of the end,
+/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`. The
+/// control calls `finishGesture` when the gesture ends, and from `handleDataAdaptorChange`.
 template <class T>
 class ValGesture {
 public:
     void begin(T const& value) {
-        atBegin_ = accepted_ = value;
+        atBegin_ = value;
         isHeld_ = true;
         isChanging_ = false;
     }
@@ -34,8 +34,6 @@ private:
     }
 
     T atBegin_{};
-    /// What to go back to when the data refuses a change.
-    T accepted_{};
     bool isHeld_ = false;
     /// The data was told of a change, and not yet of the last one.
     bool isChanging_ = false;

@@ -92,7 +92,7 @@ private:
     void setDataMixed(bool mixed, eRedrawFlag redraw);
     void showData();
     bool askData(T const& fallback, DataChangeType why);
-    UserChange handOver(T const& before, T const& fallback, DataChangeType why, Reports reports, T* accepted);
+    UserChange handOver(T const& before, DataChangeType why, Reports reports);
 
     Qv::Ptr<ValAdaptorBase<T>> adaptor_;
     LifeToken life_;
@@ -123,8 +123,10 @@ void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
 template <class T>
 void ValWidget<T>::bindTo(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
     Qv::Ptr<ValAdaptorBase<T>> const held = adaptor;
-    setDataAdaptor(std::move(adaptor));
-    if (held) held->forceWidgetUpdate(eRedrawYes);
+    FirstException thrown;
+    thrown.run([&] { setDataAdaptor(std::move(adaptor)); });
+    if (held) thrown.run([&] { held->forceWidgetUpdate(eRedrawYes); });
+    thrown.rethrow();
 }
 
 template <class T>
@@ -164,14 +166,14 @@ template <class T>
 typename ValWidget<T>::UserChange ValWidget<T>::tellUserChange(T const& before, DataChangeType why,
                                                                Reports reports) {
     T const kept = before;
-    return handOver(kept, kept, why, reports, nullptr);
+    return handOver(kept, why, reports);
 }
 
 template <class T>
 typename ValWidget<T>::UserChange ValWidget<T>::stepGesture(ValGesture<T>& gesture, T const& before,
                                                             Reports reports) {
-    T const fallback = gesture.accepted_;
-    return handOver(before, fallback, gesture.nextChange(), reports, &gesture.accepted_);
+    T const kept = before;
+    return handOver(kept, gesture.nextChange(), reports);
 }
 
 template <class T>
@@ -184,15 +186,13 @@ typename ValWidget<T>::UserChange ValWidget<T>::takeBackGesture(ValGesture<T>& g
     setNewWidgetValue(shown, eRedrawYes);
     if (!life.alive()) return UserChange::widgetHasGone;
     if (getWidgetValue() == before) return UserChange::none;
-    T const fallback = gesture.accepted_;
-    DataChangeType const why = gesture.isChanging_ ? DataChangeType::continued : DataChangeType::single;
-    return handOver(before, fallback, why, reports, &gesture.accepted_);
+    return handOver(before, gesture.isChanging_ ? DataChangeType::continued : DataChangeType::single,
+                    reports);
 }
 
 template <class T>
 void ValWidget<T>::finishGesture(ValGesture<T>& gesture) {
-    T const fallback = gesture.accepted_;
-    if (std::exchange(gesture.isChanging_, false)) askData(fallback, DataChangeType::finished);
+    if (std::exchange(gesture.isChanging_, false)) askData(getWidgetValue(), DataChangeType::finished);
 }
 
 /// Whether the data took what is shown. Where it did not, and has shown nothing else, the widget shows
@@ -210,16 +210,15 @@ bool ValWidget<T>::askData(T const& fallback, DataChangeType why) {
 }
 
 template <class T>
-typename ValWidget<T>::UserChange ValWidget<T>::handOver(T const& before, T const& fallback,
-                                                         DataChangeType why, Reports reports, T* accepted) {
+typename ValWidget<T>::UserChange ValWidget<T>::handOver(T const& before, DataChangeType why,
+                                                         Reports reports) {
     DispatchScope const scope;
     FirstException thrown;
     bool taken = false;
     bool hasChanged = false;
     LifeGuard const life(life_);
-    thrown.run([&] { taken = askData(fallback, why); });
+    thrown.run([&] { taken = askData(before, why); });
     if (life.alive()) {
-        if (accepted) *accepted = getWidgetValue();
         hasChanged = (taken && reports == Reports::ifTaken) || !(getWidgetValue() == before);
         if (hasChanged) thrown.run([&] { reportUserChange(why); });
     }
