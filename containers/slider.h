@@ -150,8 +150,8 @@ private:
     bool pressPointOfInterest(int x);
     void pickUpThumb(int x);
     void setSliderFromPixelPos(double x);
-    /// Ends what is held; only the data is told. False when the slider has gone.
-    bool dropThumb();
+    /// Ends what is held; only the data is told.
+    void dropThumb();
 
     void drawChannel(CanvasRenderer& renderer);
     /// A colour as it is shown: weaker while it is inactive.

@@ -109,13 +109,10 @@ void Slider::pressEnded(PressEnd how) {
     thrown.rethrow();
 }
 
-bool Slider::dropThumb() {
+void Slider::dropThumb() {
     gesture_.letGo();
-    LifeGuard const life = guard();
     applyEffects(*this, Effect::paint | Effect::state);
-    if (!life.alive()) return false;
     finishGesture(gesture_);
-    return life.alive();
 }
 
 void Slider::handleDataAdaptorChange() {
