@@ -368,6 +368,27 @@ void Glob::reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& siz
     if (life.alive() && getWidget(child)) child->resize(size.x, size.y);
 }
 
+SizeNeeds Glob::sizeNeeds() const {
+    return {};
+}
+
+int Glob::heightForWidth(int) const {
+    return height();
+}
+
+bool Glob::handleChildChange(Glob&, ChildChange) {
+    return false;
+}
+
+void Glob::handleLayout() {}
+
+void Glob::tellParent(ChildChange change) {
+    for (Glob* child = this; child->parent_; child = child->parent_) {
+        if (child->parent_->isDying() || !child->parent_->handleChildChange(*child, change)) return;
+        change = ChildChange::needs;
+    }
+}
+
 XY<int> Glob::getWidgetPos(Glob* child) const {
     Glob const* const known = getWidget(child);
     return known ? known->position_ : XY<int>();
@@ -454,6 +475,7 @@ void Glob::setVisible(bool visible) {
     }
     setFlag(visibleFlag, visible);
     Tree::noteChange();
+    tellParent(ChildChange::visibility);
     if (visible) {
         makeDirty();
         damageWithSurround();

@@ -7,6 +7,7 @@
 #include "host/objects/glob_creation_info.h"
 #include "host/objects/look_change.h"
 #include "host/objects/redraw_flag.h"
+#include "host/objects/size_needs.h"
 #include "host/objects/widget_position.h"
 #include "host/services/ui_string.h"
 
@@ -196,6 +197,25 @@ public:
     void startMoving();
     void stopMoving();
     bool isMoving() const { return hasFlag(movingFlag); }
+
+    // --- Layout
+    /// The size that it wants; the base wants none.
+    virtual SizeNeeds sizeNeeds() const;
+    /// The height that it needs at a width, where its needs say that this depends on it.
+    virtual int heightForWidth(int width) const;
+    /// To be called when its needs have changed: tells its parent, and those above it as far as that changes
+    /// theirs.
+    void needsChanged() { tellParent(ChildChange::needs); }
+    /// Something of a child has changed that a layout depends on. Whether the needs of this one may have
+    /// changed by it. Must call nobody out. The base does nothing.
+    virtual bool handleChildChange(Glob& child, ChildChange change);
+    /// Has `handleLayout()` called once before the next painting.
+    void askForLayout();
+    bool isLayoutPending() const { return hasFlag(layoutPendingFlag); }
+    /// No longer to be done: it has been.
+    void layoutDone() { setFlag(layoutPendingFlag, false); }
+    /// The time to place the children, where that was asked for. The base does nothing.
+    virtual void handleLayout();
 
     void setWidgetPos(Glob* child, XY<int> const& place);
     /// Gives a child a place and a size in one step; its place is its rule from now on.
@@ -447,6 +467,7 @@ private:
         watchedFlag = 1u << 20,
         /// One of its ancestors is inactive.
         inactiveAboveFlag = 1u << 21,
+        layoutPendingFlag = 1u << 22,
     };
 
     bool hasFlag(Flag flag) const { return (flags_ & flag) != 0; }
@@ -462,6 +483,7 @@ private:
     /// Hands on the focus that it, or what lies in it, has.
     void handOnKbdFocus();
     bool moveHere(Glob* child);
+    void tellParent(ChildChange change);
     void surroundChanged();
     /// It is the root of a window.
     bool isWindow() const;

@@ -144,6 +144,7 @@ void Placement::setSize(Glob& glob, double width, double height) {
     bool const isWindow = !glob.parent_ && glob.ownCanvas_.surface();
     if (isWindow && iRootHost::current()) iRootHost::current()->rootResized(glob);
     glob.damageWithSurround();
+    glob.tellParent(ChildChange::size);
     LifeGuard const life = glob.guard();
     boxChanged(glob);
     if (life.alive()) glob.reshape();

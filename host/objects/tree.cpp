@@ -31,6 +31,7 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
     if (!child.ownsCanvas() && child.canvas_ != parent.canvas_) child.moveToCanvas(*parent.canvas_);
     noteChange();
     noteLinked(parent, child);
+    child.tellParent(ChildChange::added);
     if (!parent.side_ || !parent.side_->grid) return;
     child.gridNumber_ = before ? 0 : parent.side_->grid->append(&child, child.box());
     if (before || parent.side_->grid->isWorn()) dropGrid(parent);
@@ -38,6 +39,7 @@ void Tree::link(Glob& parent, Glob& child, Glob* before) {
 
 void Tree::unlink(Glob& child) {
     Glob& parent = *child.parent_;
+    child.tellParent(ChildChange::removed);
     (child.previous_ ? child.previous_->next_ : parent.firstChild_) = child.next_;
     (child.next_ ? child.next_->previous_ : parent.lastChild_) = child.previous_;
     child.parent_ = child.previous_ = child.next_ = nullptr;

@@ -6,6 +6,7 @@
 #include "host/events/event_system.h"
 #include "host/events/messages.h"
 #include "host/objects/dispatch.h"
+#include "host/objects/pending_layouts_p.h"
 #include "host/services/preferences.h"
 #include "host/services/system_watchdog.h"
 #include "host/windows/backend.h"
@@ -222,6 +223,7 @@ void EventLoop::deliver(EventQueue::Entry& entry) {
 }
 
 void EventLoop::paint() {
+    if (PendingLayouts::any()) handle("layout", [] { PendingLayouts::doAll(); });
     if (windows_.hasPaintWork()) handle("painting", [&] { windows_.paintPending(); });
     handle("text caret", [&] { router_->followTextCaret(); });
     if (router_->containmentIsStale()) handle("containment", [&] { router_->refreshContainment(); });
@@ -229,7 +231,7 @@ void EventLoop::paint() {
 
 bool EventLoop::isIdle() const {
     return input_.empty() && !backend_.hasInput() && events_.queue.empty() && events_.inbox->empty() &&
-           !windows_.hasPaintWork();
+           !PendingLayouts::any() && !windows_.hasPaintWork();
 }
 
 bool EventLoop::settle(int maxTurns) {
