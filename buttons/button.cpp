@@ -183,7 +183,7 @@ void Button::setRepeating(int perHalfSecond, double delay) {
 // Label and look
 
 void Button::setString(UIString const& label) {
-    if (label_.setText(label)) applyEffects(*this, Effect::paint | Effect::name);
+    if (label_.setText(label)) applyEffects(*this, Effect::size | Effect::paint | Effect::name);
 }
 
 void Button::setSecondString(UIString const& label) {
@@ -192,7 +192,7 @@ void Button::setSecondString(UIString const& label) {
 }
 
 void Button::setFont(Glib::FontDesc const& font) {
-    if (label_.setFont(font)) applyEffects(*this, Effect::paint);
+    if (label_.setFont(font)) applyEffects(*this, Effect::size | Effect::paint);
 }
 
 LightweightString<wchar_t> Button::getWidgetValue() const {
@@ -253,6 +253,12 @@ XY<int> Button::calcSizeFor(UIString const& label, Glib::FontDesc const& font) {
 void Button::autoResize() {
     XY<int> const size = calcSizeFor(label_.text(), label_.font());
     resize(size.x, height() != 0 ? height() : size.y);
+}
+
+/// A label may be cut.
+SizeNeeds Button::sizeNeeds() const {
+    return automatic_.needs(calcSizeFor(label_.text(), label_.font()),
+                            {2 * UifStd::getButtonHeight(), UifStd::getButtonHeight()});
 }
 
 void Button::handleLookChange(LookChange changes) {

@@ -174,6 +174,7 @@ public:
     void autoResize();
 
     // Glob
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void handleLookChange(LookChange changes) override;
     bool isAutoRepeating() const override;

@@ -192,7 +192,7 @@ bool Checkbox::isTabStopActive() {
 // Look
 
 void Checkbox::setString(UIString const& label) {
-    if (label_.setText(label)) applyEffects(*this, Effect::paint | Effect::name);
+    if (label_.setText(label)) applyEffects(*this, Effect::size | Effect::paint | Effect::name);
 }
 
 void Checkbox::setAppearance(eAppearance appearance) {
@@ -204,7 +204,7 @@ void Checkbox::setTickCharacter(char character) {
 }
 
 void Checkbox::setFont(Glib::FontDesc const& font) {
-    if (label_.setFont(font)) applyEffects(*this, Effect::paint);
+    if (label_.setFont(font)) applyEffects(*this, Effect::size | Effect::paint);
 }
 
 void Checkbox::setTextColour(Colour const& colour) {
@@ -248,6 +248,11 @@ Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
 
 XY<int> Checkbox::neededSize() const {
     return {calcWidth(getString(), getBorder().getType(), getFont()), UifStd::getButtonHeight()};
+}
+
+/// A label may be cut.
+SizeNeeds Checkbox::sizeNeeds() const {
+    return automatic_.needs(neededSize(), {2 * UifStd::getButtonHeight(), UifStd::getButtonHeight()});
 }
 
 void Checkbox::handleLookChange(LookChange changes) {

@@ -175,6 +175,7 @@ public:
     bool isTabStopActive() override;
 
     // Glob
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void draw() override;
     void drawBackground() override;

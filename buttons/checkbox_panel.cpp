@@ -90,6 +90,10 @@ XY<int> CheckboxPanel::neededSize() const {
                      getBorder());
 }
 
+SizeNeeds CheckboxPanel::sizeNeeds() const {
+    return automatic_.needs(neededSize());
+}
+
 void CheckboxPanel::resizeToFit() {
     automatic_.apply(*this, neededSize());
 }

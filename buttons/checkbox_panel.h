@@ -42,6 +42,7 @@ public:
 
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
+    SizeNeeds sizeNeeds() const override;
     void reshape() override;
     void handleLookChange(LookChange changes) override;
     void describeChild(Glob const& child, GlobDescription& description) const override;

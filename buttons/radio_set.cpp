@@ -103,6 +103,10 @@ XY<int> RadioSet::neededSize() const {
     return vertical_ ? XY<int>{widest, count * height} : XY<int>{count * widest, height};
 }
 
+SizeNeeds RadioSet::sizeNeeds() const {
+    return automatic_.needs(neededSize());
+}
+
 void RadioSet::resizeToFit() {
     automatic_.apply(*this, neededSize());
 }

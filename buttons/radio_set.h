@@ -57,6 +57,7 @@ public:
 
     void setPalette(Palette const& palette) override;
     void getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int order) override;
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void reshape() override;
     void handleLookChange(LookChange changes) override;

@@ -69,6 +69,7 @@ Slider::Slider(InitArgs const& args)
     recalculateStartAndEnd();
     setValueRange(args.minimum, args.maximum);
     value_ = clamped(args.value);
+    standardHeight_ = (isVertical() ? width() : height()) == UifStd::getButtonHeight();
 }
 
 Slider::~Slider() = default;
@@ -165,6 +166,16 @@ void Slider::reshape() {
     DispatchScope const scope;
     Glob::reshape();
     recalculateStartAndEnd();
+}
+
+/// Along the channel any length will do that the thumb can move in.
+SizeNeeds Slider::sizeNeeds() const {
+    int const button = UifStd::getButtonHeight();
+    int const across = standardHeight_ ? button : -1;
+    SizeNeeds needs;
+    needs.natural = isVertical() ? XY<int>{across, -1} : XY<int>{-1, across};
+    needs.minimum = isVertical() ? XY<int>{across, 2 * button} : XY<int>{2 * button, across};
+    return needs;
 }
 
 void Slider::handleLookChange(LookChange changes) {

@@ -125,6 +125,7 @@ public:
     /// Told instead of the parent, with the same name and the type as code; null = the parent again.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void handleLookChange(LookChange changes) override;
     void reshape() override;
@@ -175,6 +176,8 @@ private:
     bool thumbVisible_ = true;
     bool rounds_ = false;
     bool synchronous_ = false;
+    /// As high as a button across the channel, whatever that is at the time.
+    bool standardHeight_ = false;
 };
 
 } // namespace wainscot

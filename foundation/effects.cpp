@@ -11,6 +11,7 @@ void applyEffects(Glob& widget, unsigned int effects) {
     LifeGuard const life = widget.guard();
     if ((effects & Effect::layout) != 0) widget.reshape();
     if (!life.alive()) return;
+    if ((effects & Effect::size) != 0) widget.needsChanged();
     if ((effects & (Effect::paint | Effect::layout)) != 0) widget.makeDirty();
     if ((effects & Effect::name) != 0) widget.describeChanged(DescriptionChange::name);
     if ((effects & Effect::value) != 0) widget.describeChanged(DescriptionChange::value);

@@ -18,6 +18,8 @@ struct Effect {
         name = 4,
         value = 8,
         state = 16,
+        /// The size that it needs: what lays it out is told.
+        size = 32,
     };
 };
 

@@ -116,11 +116,16 @@ XY<int> StandardPanel::calcPanelSize(XY<int> const& userSize, int flags, Border 
     return userSize + XY<int>{taken.left + taken.right, taken.bottom + taken.top};
 }
 
+StandardPanel::UserAreaBorders StandardPanel::takenOfUserArea() const {
+    UserAreaBorders taken = getUserAreaBorders(layoutFlags(), border_);
+    if (PanelWidgets::hasStatus(*this)) taken.bottom += calcSize(spacingButton) + calcSize(spacingIndent);
+    return taken;
+}
+
 IntBox StandardPanel::getUserArea() const {
-    UserAreaBorders const taken = getUserAreaBorders(layoutFlags(), border_);
-    int const status = PanelWidgets::hasStatus(*this) ? calcSize(spacingButton) + calcSize(spacingIndent) : 0;
+    UserAreaBorders const taken = takenOfUserArea();
     int const left = std::min(taken.left, width());
-    int const bottom = std::min(taken.bottom + status, height());
+    int const bottom = std::min(taken.bottom, height());
     return {left, bottom, std::max(left, width() - taken.right), std::max(bottom, height() - taken.top)};
 }
 
@@ -143,7 +148,9 @@ void StandardPanel::layOut() {
     if (life.alive()) positionStandardWidgets();
     if (life.alive()) resizeTitleWidget();
     if (life.alive()) positionChildWidgets();
-    if (life.alive()) makeDirty();
+    if (!life.alive()) return;
+    if (Layout* const layout = getLayout()) layout->changed();
+    makeDirty();
 }
 
 void StandardPanel::reshape() {
@@ -151,6 +158,7 @@ void StandardPanel::reshape() {
     LifeGuard const life = guard();
     rect::reshape();
     if (life.alive()) resizeTitleWidget();
+    if (life.alive() && getLayout()) askForLayout();
 }
 
 void StandardPanel::handleLookChange(LookChange changes) {
@@ -160,7 +168,61 @@ void StandardPanel::handleLookChange(LookChange changes) {
     if (!life.alive()) return;
     if (standardBorder_) border_ = Border(border_.getType());
     PanelWidgets::resizeToMetrics(*this);
-    if (life.alive()) layOut();
+    if (!life.alive()) return;
+    if (Layout* const layout = getLayout()) layout->forgetNeeds();
+    layOut();
+}
+
+// Layout
+
+/// The former one lives until it has been left.
+bool StandardPanel::takeLayout(std::unique_ptr<Layout> layout) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    if (layout && layout->panel()) {
+        Diagnostics::count("layout refused", "it belongs to a panel");
+        return false;
+    }
+    if (!layout && !getLayout()) return true;
+    std::unique_ptr<Layout> const former = std::exchange(extras().layout, std::move(layout));
+    if (former) former->attach(nullptr);
+    needsChanged();
+    Layout* const taken = getLayout();
+    if (taken) taken->attach(this);
+    return life.alive() && getLayout() == taken;
+}
+
+void StandardPanel::setLayout(std::nullptr_t) {
+    takeLayout(nullptr);
+}
+
+Layout* StandardPanel::getLayout() const {
+    return extras_ ? extras_->layout.get() : nullptr;
+}
+
+SizeNeeds StandardPanel::sizeNeeds() const {
+    if (!getLayout() || minimised_) return rect::sizeNeeds();
+    SizeNeeds needs = getLayout()->needs();
+    UserAreaBorders const taken = takenOfUserArea();
+    XY<int> const around{taken.left + taken.right, taken.bottom + taken.top};
+    if (needs.natural.x >= 0) needs.natural += around;
+    if (needs.minimum.x >= 0) needs.minimum += around;
+    return needs;
+}
+
+int StandardPanel::heightForWidth(int width) const {
+    if (!getLayout() || minimised_) return rect::heightForWidth(width);
+    UserAreaBorders const taken = takenOfUserArea();
+    return getLayout()->heightForWidth(width - taken.left - taken.right) + taken.bottom + taken.top;
+}
+
+bool StandardPanel::handleChildChange(Glob& child, ChildChange change) {
+    return getLayout() && getLayout()->childChanged(child, change);
+}
+
+/// Its own widgets are hidden while it is minimised.
+void StandardPanel::handleLayout() {
+    if (getLayout() && !minimised_) getLayout()->layOutNow();
 }
 
 // Events

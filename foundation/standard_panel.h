@@ -12,6 +12,7 @@
 namespace wainscot {
 
 class CanvasRenderer;
+class Layout;
 
 /// The standard distances of panels, see `StandardPanel::calcSize`.
 enum eSpacing : int {
@@ -118,6 +119,18 @@ public:
     static unsigned short calcBorderSize(Border::eType type) { return Border::calcSize(type); }
     /// What border, title strip and status area leave, in the panel's coordinates; never less than empty.
     IntBox getUserArea() const override;
+
+    /// From now on this places the children that were added to it, in the user area. The former one is
+    /// destroyed, the children stay; null leaves them where they are. A layout that belongs to another panel
+    /// cannot be given.
+    template <class T>
+    T* setLayout(std::unique_ptr<T> layout) {
+        T* const taken = layout.get();
+        return takeLayout(std::move(layout)) ? taken : nullptr;
+    }
+    void setLayout(std::nullptr_t);
+    /// Null when it has none.
+    Layout* getLayout() const;
 
     Border const& getBorder() const { return border_; }
     /// Lays the panel out again.
@@ -238,6 +251,10 @@ public:
     void setCol(Colour const& colour, bool redraw = true) override;
 
     // Glob
+    SizeNeeds sizeNeeds() const override;
+    int heightForWidth(int width) const override;
+    bool handleChildChange(Glob& child, ChildChange change) override;
+    void handleLayout() override;
     bool react(Event const& event) override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
@@ -265,6 +282,9 @@ private:
     /// What was asked for, and whether there is a title.
     int layoutFlags() const;
     bool hasStrip() const { return (layoutFlags() & stripFlags) != 0; }
+    /// False when it, or this, was destroyed by someone who was told of a new child.
+    bool takeLayout(std::unique_ptr<Layout> layout);
+    UserAreaBorders takenOfUserArea() const;
     /// Puts everything that depends on border and strip in its place.
     void layOut();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/layout/layout.h"
 #include "foundation/press.h"
 #include "foundation/standard_panel.h"
 #include "host/messages/handler_ref.h"
@@ -28,6 +29,7 @@ struct StandardPanel::Extras {
     std::array<WidgetRef, numSlots> slots;
     /// Whether the option slot holds the latch.
     bool optionIsLatch = false;
+    std::unique_ptr<Layout> layout;
     /// Lives as long as `titleWidget`.
     iTitleBox* titleBox = nullptr;
     WidgetRef titleWidget;

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "foundation/layout/layout.h"
+#include "foundation/layout/tracks_p.h"
+#include "host/messages/handler_ref.h"
+
+#include <unordered_map>
+
+namespace wainscot {
+
+/// A child, a layout, or room without either.
+struct Layout::Item {
+    Item() = default;
+    Item(Item const&) = delete;
+    Item& operator=(Item const&) = delete;
+    /// What was handed in may have died, or found a parent, before there was a panel.
+    ~Item();
+
+    HandlerRef<Glob> child;
+    /// Handed in, and not yet a child of the panel.
+    std::unique_ptr<Glob> owned;
+    std::unique_ptr<Layout> nested;
+    bool isSpacer = false;
+
+    Cell cell;
+    LayoutOptions options;
+    /// The size that it was made with, or was given by others since.
+    XY<int> made;
+    SizeNeeds needs;
+    /// `needs` are to be asked for again.
+    bool stale = true;
+    /// As last asked of the child.
+    int widthAsked = -1;
+    int heightAnswered = 0;
+
+    // Of the present layout
+    bool shown = false;
+    Cell at;
+};
+
+/// A box for a child, in the panel's coordinates.
+struct Layout::Placed {
+    HandlerRef<Glob> child;
+    IntBox box;
+};
+
+struct Layout::Root {
+    struct Entry {
+        Layout* layout;
+        Item* item;
+        HandlerRef<Glob> child;
+    };
+
+    HandlerRef<Glob> panel;
+    std::unordered_map<Glob const*, Entry> items;
+};
+
+} // namespace wainscot
