@@ -1,9 +1,6 @@
 #include "gallery/gallery_frame.h"
 
-#include "gallery/caption.h"
-#include "gallery/label_glob.h"
-
-#include "foundation/tab_order_manager.h"
+#include "foundation/layout/box_layout.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -17,22 +14,17 @@ namespace wainscot::gallery {
 
 namespace {
 
-int margin() {
-    return UifStd::getIndentWidth() * 2;
-}
+/// How the height is shared between the page and the messages.
+constexpr int pageShare = 5;
+constexpr int logShare = 1;
 
 int listWidth() {
-    return UifStd::getButtonHeight() * 6;
+    return UifStd::getButtonHeight() * 8;
 }
 
-/// A quarter of a small window, so that the pages have room.
-int logHeight(int frameHeight) {
-    return std::min(UifStd::getButtonHeight() * 7, frameHeight / 4);
-}
-
-/// What the larger pages need to show all that they have.
-XY<int> leastPage() {
-    return {UifStd::getButtonHeight() * 34, UifStd::getButtonHeight() * 21};
+bool liesIn(Glob const* glob, Glob const& outer) {
+    while (glob && glob != &outer) glob = glob->parent();
+    return glob;
 }
 
 bool isFocusable(Glob const& glob) {
@@ -41,50 +33,60 @@ bool isFocusable(Glob const& glob) {
 
 } // namespace
 
-GalleryFrame::GalleryFrame(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
+// The order of the children is the way of Tab, which begins in the page.
+GalleryFrame::GalleryFrame(XY<int> size) : StandardPanel(size) {
     setName("Wainscot gallery");
-    setMinSize(toSize16(listWidth() * 3), toSize16(UifStd::getButtonHeight() * 16));
-    addChild(std::make_unique<Caption>(L"Wainscot", Caption::Kind::heading), TopLeft(margin(), margin()));
-    for (Page const& page : pages()) {
-        auto label = std::make_unique<LabelGlob>(XY<int>(listWidth(), UifStd::getButtonHeight()), page.title);
-        label->setFocusable(false);
-        label->setAction([this, &page](LabelGlob&) { show(page); });
-        list_.push_back(addChild(std::move(label)));
-    }
-    IntBox const area = pageArea();
-    area_ = addChild(std::make_unique<ScrolledArea>(area.size()), BottomLeft(area.x1, area.y1));
-    log_ = addChild(std::make_unique<MessageLog>(XY<int>(1, logHeight(size.y))),
-                    BottomLeft(2 * margin() + listWidth(), margin()));
-    reshape();
+    setMinSize(toSize16(listWidth() * 2), toSize16(UifStd::getButtonHeight() * 8));
+    area_ = addChild(std::make_unique<ScrolledArea>(XY<int>(1, 1)));
+    log_ = addChild(std::make_unique<LogPane>());
+    StandardPanel* const sidebar = addChild(makeSidebar());
+    header_ = addChild(std::make_unique<PageHeader>());
+    setLayout(makeLayout(*sidebar));
+    getLayout()->layOutNow();
 }
 
-IntBox GalleryFrame::pageArea() const {
-    int const bottom = margin() * 2 + logHeight(height());
-    int const left = margin() * 2 + listWidth();
-    return {left, bottom, std::max(width() - margin(), left + 1), std::max(height() - margin(), bottom + 1)};
+std::unique_ptr<StandardPanel> GalleryFrame::makeSidebar() {
+    auto sidebar = std::make_unique<StandardPanel>(1, 1, Palette(), false);
+    sidebar->setTabGoesOn(true);
+    auto layout = BoxLayout::makeColumn();
+    layout->setMargins(0);
+    layout->add(std::make_unique<Label>(L"Wainscot", Label::Part::heading));
+    list_ = layout->add(std::make_unique<ScrolledArea>(XY<int>(listWidth(), 1)), {.stretch = 1});
+    auto chooser = std::make_unique<PageChooser>([this](Page const& page) { show(page); });
+    chooser_ = chooser.get();
+    sidebar->addTabStop(*chooser_);
+    list_->setContents(std::move(chooser));
+    sidebar->setLayout(std::move(layout));
+    return sidebar;
+}
+
+std::unique_ptr<Layout> GalleryFrame::makeLayout(StandardPanel& sidebar) {
+    auto layout = BoxLayout::makeRow();
+    layout->add(sidebar);
+    BoxLayout* const column = layout->add(BoxLayout::makeColumn(), {.stretch = 1});
+    column->add(*header_);
+    LayoutOptions anySize{.size = {1, 1}, .minimum = {1, 1}};
+    anySize.stretch = pageShare;
+    column->add(*area_, anySize);
+    anySize.stretch = logShare;
+    anySize.maximum = {-1, UifStd::getButtonHeight() * 6};
+    column->add(*log_, anySize);
+    return layout;
 }
 
 void GalleryFrame::show(Page const& page) {
-    visitChildren([&](Glob& child) {
-        if (auto* label = dynamic_cast<LabelGlob*>(&child)) label->setChosen(label->label() == page.title);
-        return true;
-    });
-    fitsAnywhere_ = page.fitsAnywhere;
-    fitPage();
-    std::unique_ptr<Glob> made = page.make(area_->contentsSize(), [this, life = guard()](auto const& line) {
+    chooser_->setCurrent(page);
+    header_->show(page);
+    std::unique_ptr<Glob> made = page.make(area_->viewSize(), [this, life = guard()](auto const& line) {
         if (life.alive()) addLine(line);
     });
     made->setPalette(getPalette().makeChildPalette());
     page_ = HandlerRef<Glob>(area_->setContents(std::move(made)));
 }
 
-void GalleryFrame::fitPage() {
-    area_->setLeastSize(fitsAnywhere_ ? XY<int>() : leastPage());
-}
-
 void GalleryFrame::handleLookChange(LookChange changes) {
-    Glob::handleLookChange(changes);
-    fitPage();
+    StandardPanel::handleLookChange(changes);
+    list_->resize(listWidth(), list_->height());
 }
 
 void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
@@ -95,14 +97,26 @@ void GalleryFrame::addLine(LightweightString<wchar_t> const& line) {
 }
 
 bool GalleryFrame::react(Event const& event) {
-    bool const isTab =
-        isKeyPressEvent(event) && (event.keyCode() == Key::tab || event.keyCode() == Key::shiftTab);
-    return (isTab && stepInPage(event.keyCode() == Key::tab)) || Glob::react(event);
+    if (!isKeyPressEvent(event)) return StandardPanel::react(event);
+    switch (event.keyCode()) {
+    case Key::ctrl | Key::pageUp:
+        chooser_->take(PageChooser::Step::previous);
+        return true;
+    case Key::ctrl | Key::pageDown:
+        chooser_->take(PageChooser::Step::next);
+        return true;
+    case Key::tab:
+    case Key::shiftTab:
+        return stepInPage(event.keyCode() == Key::tab) || StandardPanel::react(event);
+    default:
+        return StandardPanel::react(event);
+    }
 }
 
 bool GalleryFrame::stepInPage(bool forward) {
     Glob* const page = page_.get();
-    if (!page) return false;
+    Glob* const focus = get_kbd_focus();
+    if (!page || (focus && focus != this && !liesIn(focus, *page))) return false;
     std::vector<Glob*> found;
     bool hasStops = false;
     page->visitSubtree([&](Glob& glob) {
@@ -112,46 +126,20 @@ bool GalleryFrame::stepInPage(bool forward) {
         return !hasStops;
     });
     if (hasStops || found.empty()) return false;
-    auto const here = std::find(found.begin(), found.end(), get_kbd_focus());
-    std::size_t const index = static_cast<std::size_t>(here - found.begin());
-    bool const isNone = here == found.end();
-    std::size_t const next = forward ? (isNone ? 0 : index + 1) : (isNone ? 0 : index) + found.size() - 1;
-    Glob* const chosen = found[next % found.size()];
-    if (!set_kbd_focus(chosen)) return false;
-    chosen->bringIntoView();
+    if (!forward) std::ranges::reverse(found);
+    auto const here = std::ranges::find(found, focus);
+    auto const next = here == found.end() ? found.begin() : here + 1;
+    if (next == found.end() || !set_kbd_focus(*next)) return false;
+    (*next)->bringIntoView();
     return true;
 }
 
-int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob*) {
-    // The labels of the page list act by themselves.
-    return name == pootMsg ? 0 : 1;
-}
-
-/// The rows draw together where the window is too low for all of them.
-void GalleryFrame::layOutList() {
-    int const top = margin() + UifStd::getButtonHeight() + UifStd::getRowGap();
-    int const room = height() - top - margin();
-    int const usual = UifStd::getButtonHeight() + UifStd::getWidgetGap();
-    int const step = std::clamp(room / std::max(static_cast<int>(list_.size()), 1), 1, usual);
-    int const gap = step == usual ? UifStd::getWidgetGap() : 1;
-    int y = height() - top;
-    for (Glob* row : list_) {
-        row->resize(listWidth(), std::max(step - gap, 1));
-        setWidgetPos(row, {margin(), y - row->height()});
-        y -= step;
-    }
-}
-
-void GalleryFrame::reshape() {
-    layOutList();
-    log_->resize(std::max(width() - 3 * margin() - listWidth(), 1), logHeight(height()));
-    IntBox const area = pageArea();
-    reshapeWidgetAt(area_, area.bottomLeft(), area.size());
-    Glob::reshape();
+int GalleryFrame::handleMessageEvent(LightweightString<char> name, Glob* sender) {
+    return name == pootMsg ? StandardPanel::handleMessageEvent(name, sender) : 1;
 }
 
 void GalleryFrame::describe(GlobDescription& description) const {
-    Glob::describe(description);
+    StandardPanel::describe(description);
     description.role = Role::window;
     description.name = L"Wainscot gallery";
 }

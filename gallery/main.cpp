@@ -63,7 +63,7 @@ GalleryFrame* openFrame(Options const& options, Page const& page) {
 }
 
 int listPages() {
-    for (Page const& page : pages()) std::printf("%s\n", page.name);
+    for (Page const* const page : pages()) std::printf("%s\n", page->name);
     return 0;
 }
 
@@ -72,12 +72,12 @@ int writeShots(Host& host, Options const& options, LightweightString<char> const
     std::error_code failure;
     std::filesystem::create_directories(folder.c_str(), failure);
     if (failure) return complain(LightweightString<char>("the folder \"") + folder + "\" cannot be made");
-    for (Page const& page : pages()) {
-        if (!options.page.empty() && options.page != page.name) continue;
-        GalleryFrame* const frame = openFrame(options, page);
+    for (Page const* const page : pages()) {
+        if (!options.page.empty() && options.page != page->name) continue;
+        GalleryFrame* const frame = openFrame(options, *page);
         if (!frame) return complain("the window system refuses a window");
         Driver driver(host);
-        LightweightString<char> const path = folder + "/" + page.name + ".png";
+        LightweightString<char> const path = folder + "/" + page->name + ".png";
         LightweightString<char> const problem = driver.snapshot(frame, path);
         if (!problem.empty()) return complain(problem);
         std::printf("%s\n", path.c_str());
@@ -142,9 +142,9 @@ bool useAtRandom(Host& host, Options const& options, Page const& page, RandomUse
 
 int useAllAtRandom(Host& host, Options const& options) {
     RandomUse use;
-    for (Page const& page : pages()) {
-        if (!options.page.empty() && options.page != page.name) continue;
-        if (!useAtRandom(host, options, page, use)) return complain("the window system refuses a window");
+    for (Page const* const page : pages()) {
+        if (!options.page.empty() && options.page != page->name) continue;
+        if (!useAtRandom(host, options, *page, use)) return complain("the window system refuses a window");
     }
     // Fewer would mean that the pages, or the user, do nothing.
     constexpr std::uint64_t leastShare = 10;
@@ -168,7 +168,7 @@ int run(int argc, char** argv, Options const& options) {
     if (options.random > 0) return useAllAtRandom(host, options);
     if (!host.problem().empty()) return showWithoutScreen(host, options);
     GalleryFrame* const frame =
-        openFrame(options, options.page.empty() ? pages().front() : *findPage(options.page));
+        openFrame(options, *(options.page.empty() ? pages().front() : findPage(options.page)));
     if (!frame) return complain("the window system refuses a window");
     BusyThread const busy(options.busy);
     return options.script.empty() ? host.run() : runScript(host, options, *frame);

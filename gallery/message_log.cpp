@@ -5,6 +5,8 @@
 #include "host/drawing/uif_std.h"
 #include "host/objects/description.h"
 
+#include <algorithm>
+
 namespace wainscot::gallery {
 
 namespace {
@@ -16,6 +18,21 @@ MessageLog::MessageLog(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) 
 void MessageLog::add(LightweightString<wchar_t> const& line) {
     lines_.push_back(Qv::WStringFromInteger(++numAdded_) + L"  " + line);
     if (lines_.size() > maxLines) lines_.pop_front();
+    if (isPaused_)
+        heldBack_ = std::min(heldBack_ + 1, lines_.size());
+    else
+        makeDirty();
+}
+
+void MessageLog::clear() {
+    lines_.clear();
+    heldBack_ = 0;
+    makeDirty();
+}
+
+void MessageLog::setPaused(bool paused) {
+    isPaused_ = paused;
+    heldBack_ = 0;
     makeDirty();
 }
 
@@ -41,9 +58,9 @@ void MessageLog::draw() {
     int const step = font->lineHeight() + UifStd::getWidgetGap() / 2;
     int y = box.y1 + UifStd::getWidgetGap() + font->descent();
     renderer.setClipRect(box.inset(1));
-    for (auto line = lines_.rbegin(); line != lines_.rend() && y + font->ascent() < box.y2;
-         ++line, y += step) {
-        eTextAppearance const appearance = line == lines_.rbegin() ? eTextEnabled : eTextSecondary;
+    auto const newest = lines_.rbegin() + static_cast<std::ptrdiff_t>(heldBack_);
+    for (auto line = newest; line != lines_.rend() && y + font->ascent() < box.y2; ++line, y += step) {
+        eTextAppearance const appearance = line == newest ? eTextEnabled : eTextSecondary;
         renderer.renderPrimitive(Glib::TextDescription(*line, {box.x1 + UifStd::getIndentWidth(), y}, font,
                                                        palette.text(appearance)));
     }

@@ -13,6 +13,11 @@ public:
     explicit MessageLog(XY<int> size);
 
     void add(LightweightString<wchar_t> const& line);
+    void clear();
+    /// While it is paused, lines are kept, and shown when it goes on.
+    void setPaused(bool paused);
+    /// How many lines came while it was paused.
+    std::size_t numHeldBack() const { return heldBack_; }
     /// All kept lines, each ended by a line feed.
     LightweightString<char> text() const;
 
@@ -22,6 +27,8 @@ public:
 private:
     std::deque<LightweightString<wchar_t>> lines_;
     unsigned numAdded_ = 0;
+    bool isPaused_ = false;
+    std::size_t heldBack_ = 0;
 };
 
 } // namespace wainscot::gallery

@@ -14,7 +14,7 @@ constexpr int maxExtent = 16000;
 
 Text pageNames() {
     Text names;
-    for (Page const& page : pages()) names += Text(names.empty() ? "" : ", ") + page.name;
+    for (Page const* const page : pages()) names += Text(names.empty() ? "" : ", ") + page->name;
     return names;
 }
 

@@ -1,37 +1,67 @@
 #include "gallery/page.h"
 
+#include "host/drawing/uif_std.h"
+
 namespace wainscot::gallery {
 
-std::span<Page const> pages() {
-    static constexpr Page list[] = {
-        {"globs", L"Globs", makeGlobsPage},
-        {"placement", L"Placement", makePlacementPage},
-        {"palette", L"Palette", makePalettePage},
-        {"shapes", L"Shapes", makeShapesPage},
-        {"text", L"Text", makeTextPage},
-        {"symbols", L"Symbols", makeSymbolsPage},
-        {"icons", L"Icons", makeIconsPage},
-        {"longtext", L"Long text", makeLongTextPage},
-        {"windows", L"Windows", makeWindowsPage},
-        {"keys", L"Keys", makeKeysPage},
-        {"pointer", L"Pointer", makePointerPage},
-        {"clipboard", L"Clipboard", makeClipboardPage},
-        {"dragging", L"Dragging", makeDraggingPage},
-        {"panel", L"Panels", makePanelPage},
-        {"buttons", L"Buttons", makeButtonsPage},
-        {"choices", L"Choices", makeChoicesPage},
-        {"scroll", L"Scrolling", makeScrollPage},
-        {"timeline", L"Timeline", makeTimelinePage, true},
-        {"rating", L"A control of your own", makeRatingPage},
-        {"taborder", L"Tab order", makeTabOrderPage},
-        {"binding", L"Value binding", makeBindingPage},
+// Each is defined in its own source.
+extern Page const deskPage;
+extern Page const timelinePage;
+extern Page const buttonsPage;
+extern Page const choicesPage;
+extern Page const scrollPage;
+extern Page const ratingPage;
+extern Page const panelPage;
+extern Page const tabOrderPage;
+extern Page const bindingPage;
+extern Page const windowsPage;
+extern Page const textPage;
+extern Page const longTextPage;
+extern Page const symbolsPage;
+extern Page const iconsPage;
+extern Page const shapesPage;
+extern Page const palettePage;
+extern Page const globsPage;
+extern Page const placementPage;
+extern Page const keysPage;
+extern Page const pointerPage;
+extern Page const clipboardPage;
+extern Page const draggingPage;
+
+LightweightString<wchar_t> titleOf(PageGroup group) {
+    switch (group) {
+    case PageGroup::showcase:
+        return L"Showcase";
+    case PageGroup::controls:
+        return L"Controls";
+    case PageGroup::panels:
+        return L"Panels and windows";
+    case PageGroup::drawing:
+        return L"Text and drawing";
+    case PageGroup::testBench:
+        return L"Test bench";
+    }
+    return {};
+}
+
+SizeNeeds usualNeeds() {
+    XY<int> const size{UifStd::getButtonHeight() * 34, UifStd::getButtonHeight() * 21};
+    return {.natural = size, .minimum = size};
+}
+
+std::span<Page const* const> pages() {
+    static constexpr Page const* list[] = {
+        &deskPage,    &timelinePage, &buttonsPage,   &choicesPage,  &scrollPage, &ratingPage,
+        &bindingPage, &panelPage,    &tabOrderPage,  &windowsPage,  &textPage,   &longTextPage,
+        &symbolsPage, &iconsPage,    &shapesPage,    &palettePage,  &globsPage,  &placementPage,
+        &keysPage,    &pointerPage,  &clipboardPage, &draggingPage,
     };
     return list;
 }
 
 Page const* findPage(LightweightString<char> const& name) {
-    for (Page const& page : pages())
-        if (name == page.name) return &page;
+    for (Page const* const page : pages())
+        if (name == page->name) return page;
     return nullptr;
 }
 

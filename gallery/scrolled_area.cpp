@@ -26,8 +26,14 @@ void showPart(ScrollBar& bar, int offset, int shown, int all) {
 
 } // namespace
 
+class ScrolledArea::View final : public Glob {
+public:
+    View() : Glob(1, 1, Palette(), false) {}
+    bool handleChildChange(Glob&, ChildChange change) override { return change == ChildChange::needs; }
+};
+
 ScrolledArea::ScrolledArea(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y), Palette(), false) {
-    view_ = addChild(std::make_unique<Glob>(1, 1, Palette(), false));
+    view_ = addChild(std::make_unique<View>());
     across_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eHorizontal)));
     down_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eVertical)));
     across_->setName("page across");
@@ -37,46 +43,60 @@ ScrolledArea::ScrolledArea(XY<int> size) : Glob(toSize16(size.x), toSize16(size.
 
 // Sizes
 
-void ScrolledArea::setLeastSize(XY<int> least) {
-    least_ = least;
-    layOut();
+/// Above 0 in the directions in which the contents cannot become as small as they like.
+XY<int> ScrolledArea::leastSize(int width) const {
+    Glob const* const contents = contents_.get();
+    if (!contents) return {};
+    SizeNeeds const needs = contents->sizeNeeds();
+    XY<int> least{needs.minimum.x < 0 ? needs.natural.x : needs.minimum.x,
+                  needs.minimum.y < 0 ? needs.natural.y : needs.minimum.y};
+    if (needs.heightFollowsWidth) least.y = contents->heightForWidth(std::max(width, least.x));
+    return least;
 }
 
-XY<int> ScrolledArea::viewSize() const {
+ScrolledArea::Sizes ScrolledArea::sizes() const {
     int const thick = ScrollBar::thickness();
-    bool const isLow = height() < least_.y;
-    bool const isNarrow = width() - (isLow ? thick : 0) < least_.x;
-    bool const needsDown = isLow || (isNarrow && height() - thick < least_.y);
-    return {std::max(width() - (needsDown ? thick : 0), 1), std::max(height() - (isNarrow ? thick : 0), 1)};
-}
-
-XY<int> ScrolledArea::contentsSize() const {
-    XY<int> const view = viewSize();
-    return {std::max(view.x, least_.x), std::max(view.y, least_.y)};
-}
-
-XY<int> ScrolledArea::range() const {
-    return contentsSize() - viewSize();
+    XY<int> view = size();
+    XY<int> least = leastSize(view.x);
+    if (least.y > view.y) {
+        view.x -= thick;
+        least = leastSize(view.x);
+    }
+    if (least.x > view.x) {
+        view.y -= thick;
+        if (least.y > view.y && view.x == width()) view.x -= thick;
+    }
+    view = {std::max(view.x, 1), std::max(view.y, 1)};
+    return {view, {std::max(view.x, least.x), std::max(view.y, least.y)}};
 }
 
 void ScrolledArea::layOut() {
-    XY<int> const view = viewSize();
+    sizes_ = sizes();
+    XY<int> const view = sizes_.view;
     int const thick = ScrollBar::thickness();
     reshapeWidgetAt(view_, {0, height() - view.y}, view);
     reshapeWidgetAt(across_, {0, 0}, {view.x, thick});
     reshapeWidgetAt(down_, {width() - thick, height() - view.y}, {thick, view.y});
     across_->setVisible(range().x > 0);
     down_->setVisible(range().y > 0);
-    XY<int> const size = contentsSize();
-    if (Glob* const contents = contents_.get(); contents && contents->size() != size)
-        contents->resize(size.x, size.y);
+    if (Glob* const contents = contents_.get(); contents && contents->size() != sizes_.contents)
+        contents->resize(sizes_.contents.x, sizes_.contents.y);
     scrollTo(offset_);
+}
+
+bool ScrolledArea::handleChildChange(Glob& child, ChildChange change) {
+    if (&child == view_ && change == ChildChange::needs) askForLayout();
+    return false;
+}
+
+void ScrolledArea::handleLayout() {
+    layOut();
 }
 
 void ScrolledArea::scrollTo(XY<int> offset) {
     XY<int> const most = range();
-    XY<int> const size = contentsSize();
-    XY<int> const view = viewSize();
+    XY<int> const size = sizes_.contents;
+    XY<int> const view = sizes_.view;
     offset_ = {std::clamp(offset.x, 0, most.x), std::clamp(offset.y, 0, most.y)};
     if (Glob* const contents = contents_.get())
         view_->setWidgetPos(contents, {-offset_.x, view.y - size.y + offset_.y});
@@ -132,7 +152,7 @@ int ScrolledArea::handleMessageEvent(LightweightString<char> name, Glob* sender)
     int& along = isAcross ? to.x : to.y;
     if (name == ScrollBar::thumbMovedMsg)
         along = static_cast<int>(std::lround((isAcross ? across_ : down_)->getThumbPos() *
-                                             (isAcross ? contentsSize().x : contentsSize().y)));
+                                             (isAcross ? sizes_.contents.x : sizes_.contents.y)));
     if (name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg) along -= step();
     if (name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg) along += step();
     if (to != offset_) scrollTo(to);

@@ -8,16 +8,14 @@ class ScrollBar;
 
 namespace gallery {
 
-/// Shows contents that need a certain size, and lets the user scroll them where there is not so much room.
+/// Shows contents in their smallest size or larger, and lets the user scroll them where there is not so much
+/// room. Contents that need no size get that which there is.
 class ScrolledArea final : public Glob {
 public:
     explicit ScrolledArea(XY<int> size);
 
-    /// The contents are never smaller than that.
-    void setLeastSize(XY<int> least);
-
-    /// What the contents are to be made for.
-    XY<int> contentsSize() const;
+    /// What is to be seen of the contents at once.
+    XY<int> viewSize() const { return view_->size(); }
     /// Takes it over, in the place of what was there.
     Glob* setContents(std::unique_ptr<Glob> contents);
 
@@ -26,16 +24,26 @@ public:
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     XY<int> handleBringIntoView(IntBox const& area) override;
     void reshape() override;
+    bool handleChildChange(Glob& child, ChildChange change) override;
+    void handleLayout() override;
     void describe(GlobDescription& description) const override;
 
 private:
-    /// What the bars leave.
-    XY<int> viewSize() const;
-    XY<int> range() const;
+    /// Passes on what it is told of the contents.
+    class View;
+    /// The sizes of view and contents, which depend on each other where texts are wrapped.
+    struct Sizes {
+        XY<int> view;
+        XY<int> contents;
+    };
+
+    XY<int> leastSize(int width) const;
+    Sizes sizes() const;
+    XY<int> range() const { return sizes_.contents - sizes_.view; }
     void layOut();
     void scrollTo(XY<int> offset);
 
-    XY<int> least_;
+    Sizes sizes_;
     /// How far the contents are moved up and to the left.
     XY<int> offset_;
     Glob* view_ = nullptr;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "gallery/page.h"
+
 #include "host/drawing/canvas_renderer.h"
-#include "host/objects/glob.h"
 
 namespace wainscot::gallery {
 
@@ -11,6 +12,7 @@ public:
     using Draw = void (*)(CanvasRenderer& renderer, IntBox const& area, Palette const& palette);
 
     Sheet(XY<int> size, Draw contents);
+    SizeNeeds sizeNeeds() const override { return usualNeeds(); }
     void draw() override;
 
 private:

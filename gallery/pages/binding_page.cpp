@@ -7,15 +7,15 @@ namespace wainscot::gallery {
 
 namespace {
 
-using Label = LightweightString<wchar_t>;
+using Text = LightweightString<wchar_t>;
 
 constexpr int numBound = 4;
 constexpr std::size_t longest = 8;
 
 /// Lets no label grow beyond a length, and takes none that is empty.
-class LengthGuard final : public iValGuard<Label>, public Qv::InternalRefCount {
+class LengthGuard final : public iValGuard<Text>, public Qv::InternalRefCount {
 public:
-    bool requestValChange(ValServer<Label>*, Label& value) override {
+    bool requestValChange(ValServer<Text>*, Text& value) override {
         if (value.size() > longest) value = value.substr(0, longest);
         return !value.isEmpty();
     }
@@ -24,18 +24,19 @@ public:
 /// Several buttons whose label is one value, and buttons that change it.
 class BindingPanel final : public CellPanel {
 public:
-    BindingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)), label_(Label(L"Take 1")) {
+    BindingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)), label_(Text(L"Take 1")) {
         label_.setGuard(Qv::makePtr<LengthGuard>());
-        addNote(L"The labels of these buttons are one value:", 0, 0);
+        addNote(L"The labels of these buttons are one value:", 0, 0, allColumns);
         for (int i = 0; i < numBound; ++i) {
-            Button* const bound = addButton(make(L"", "bound"), i, 1);
-            bound->setDataAdaptor(Qv::makePtr<ValServerAdaptor<Label>>(label_));
+            Button* const bound = addButton(newButton(L"", "bound"), i, 1);
+            bound->setDataAdaptor(Qv::makePtr<ValServerAdaptor<Text>>(label_));
             bound->getDataAdaptor()->forceWidgetUpdate(eRedrawNo);
         }
-        addNote(L"These change it. A guard cuts what is too long and refuses an empty label.", 0, 2);
-        addButton(make(L"Count on", "count"), 0, 3);
-        addButton(make(L"Far too long", "long"), 1, 3);
-        addButton(make(L"Empty", "empty"), 2, 3);
+        addNote(L"These change it. A guard cuts what is too long and refuses an empty label.", 0, 2,
+                allColumns);
+        addButton(newButton(L"Count on", "count"), 0, 3);
+        addButton(newButton(L"Far too long", "long"), 1, 3);
+        addButton(newButton(L"Empty", "empty"), 2, 3);
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
@@ -46,22 +47,29 @@ public:
     }
 
 private:
-    static std::unique_ptr<Button> make(wchar_t const* label, LightweightString<char> message) {
-        return std::make_unique<Button>(Button::InitArgs(label, std::move(message), buttonSize()));
+    static std::unique_ptr<Button> newButton(wchar_t const* label, LightweightString<char> message) {
+        return std::make_unique<Button>(Button::InitArgs(label, std::move(message)));
     }
-    void set(Label const& label) {
+    void set(Text const& label) {
         bool const taken = label_.updateAndNotify(label);
-        say(taken ? Label(L"the value is  ") + label_.value() : Label(L"refused by the guard"));
+        say(taken ? Text(L"the value is  ") + label_.value() : Text(L"refused by the guard"));
     }
 
-    ValServer<Label> label_;
+    ValServer<Text> label_;
     int takes_ = 1;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeBindingPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<BindingPanel>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const bindingPage = {"binding",
+                                 L"Value binding",
+                                 PageGroup::controls,
+                                 L"Widgets that show and edit one value; what one changes, the others show.",
+                                 "gallery/pages/binding_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

@@ -1,11 +1,12 @@
 #include "gallery/pages/cell_panel.h"
 
-#include "gallery/caption.h"
-
 namespace wainscot::gallery {
 
 CellPanel::CellPanel(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
     setTabGoesOn(true);
+    auto grid = std::make_unique<GridLayout>();
+    grid_ = grid.get();
+    setLayout(std::move(grid));
 }
 
 int CellPanel::handleMessageEvent(LightweightString<char> name, Glob* sender) {
@@ -17,21 +18,12 @@ int CellPanel::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     return 1;
 }
 
-int CellPanel::cell(int column) {
-    int const margin = 2 * UifStd::getIndentWidth();
-    return margin + column * (buttonSize().x + margin);
-}
-
-int CellPanel::rowTop(int row) {
-    int const margin = 2 * UifStd::getIndentWidth();
-    return margin + row * (buttonSize().y + margin);
-}
-
-Glob* CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row) {
-    auto note = std::make_unique<Caption>(text, Caption::Kind::note);
+Label* CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row, int columns) {
+    LayoutOptions options;
     // Nearer to the row below, to which it belongs.
-    int const down = rowTop(row + 1) - note->height() - UifStd::getIndentWidth();
-    return addChild(std::move(note), UserTopLeft(cell(column), down));
+    options.vertical = LayoutAlign::end;
+    return grid_->add(std::make_unique<Label>(UIString(text), Label::Part::secondary),
+                      {.row = row, .column = column, .columns = columns}, options);
 }
 
 } // namespace wainscot::gallery

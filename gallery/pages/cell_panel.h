@@ -3,39 +3,48 @@
 #include "gallery/page.h"
 
 #include "buttons/button.h"
+#include "foundation/label.h"
+#include "foundation/layout/grid_layout.h"
 #include "foundation/standard_panel.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 
 namespace wainscot::gallery {
 
-/// A panel that says which messages it hears from its widgets, and places them in a grid of cells from the
-/// upper left.
+/// A panel that says which messages it hears from its widgets, and has them in a grid. Room that is left over
+/// stays free at the far and the lower edge.
 class CellPanel : public StandardPanel {
 public:
     CellPanel(XY<int> size, LogLine log);
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
 
-    /// Adds a button in a cell and makes it a stop of the panel.
-    template <class B>
-    B* addButton(std::unique_ptr<B> button, int column, int row) {
-        B* const added = addChild(std::move(button), UserTopLeft(cell(column), rowTop(row)));
-        if (added) addTabStop(*added);
-        return added;
-    }
-    Glob* addNote(LightweightString<wchar_t> const& text, int column, int row);
-
-    static XY<int> buttonSize() { return {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight()}; }
+    /// A note above what it is about; a wide one goes on over the columns beside it.
+    Label* addNote(LightweightString<wchar_t> const& text, int column, int row, int columns = 1);
+    static constexpr int allColumns = 8;
 
 protected:
     void say(LightweightString<wchar_t> const& line) const { log_(line); }
-    /// Where a column begins, from the left, and a row, from above.
-    static int cell(int column);
-    static int rowTop(int row);
+    LogLine const& log() const { return log_; }
+    GridLayout& grid() { return *grid_; }
+
+    template <class W>
+    W* put(std::unique_ptr<W> widget, GridCell const& cell) {
+        LayoutOptions options;
+        options.vertical = LayoutAlign::start;
+        return grid_->add(std::move(widget), cell, options);
+    }
+    /// Adds a control in a cell and makes it a stop of the panel.
+    template <class B>
+    B* addButton(std::unique_ptr<B> button, int column, int row) {
+        B* const added = put(std::move(button), {row, column});
+        if (added) addTabStop(*added);
+        return added;
+    }
 
 private:
     LogLine log_;
+    GridLayout* grid_;
 };
 
 } // namespace wainscot::gallery

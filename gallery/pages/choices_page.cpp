@@ -69,54 +69,53 @@ private:
         addBox(L"Disabled", true, Checkbox::redLight, 4, 3)->setActive(false);
     }
     void addRadioButtons() {
-        addNote(L"one of several; arrow keys step through them", 0, 4);
+        addNote(L"one of several; arrow keys step through them", 0, 4, allColumns);
         int column = 0;
         for (wchar_t const* label : {L"24 fps", L"25 fps", L"30 fps", L"50 fps", L"60 fps"})
-            addButton(std::make_unique<radio_button>(label, "rate", &rates_, toSize16(buttonSize().x),
-                                                     toSize16(buttonSize().y)),
+            addButton(std::make_unique<radio_button>(label, "rate", &rates_, 0, UifStd::getButtonHeight()),
                       column++, 5);
         rates_.set_current(1, true);
         rates_.member(3)->setActive(false);
     }
     /// A composite hands its stops to the page.
     template <class Panel>
-    Panel* addPanel(std::unique_ptr<Panel> panel, int column, int row) {
-        Panel* const added = addChild(std::move(panel), UserTopLeft(cell(column), rowTop(row)));
+    Panel* addPanel(std::unique_ptr<Panel> panel, GridCell const& cell) {
+        Panel* const added = put(std::move(panel), cell);
         addTabStopsFrom(added);
         return added;
     }
     void addPanels() {
-        unsigned short const wide = toSize16(cell(2) - cell(1) + buttonSize().x);
         addNote(L"a group", 0, 6);
-        auto* const tracks =
-            addPanel(std::make_unique<CheckboxGroup>(CheckboxGroup::InitArgs(
-                         L"Tracks", {L"Video", L"Titles", L"Speech", L"Music"}, toSize16(buttonSize().x))),
-                     0, 7);
+        auto* const tracks = addPanel(std::make_unique<CheckboxGroup>(CheckboxGroup::InitArgs(
+                                          L"Tracks", {L"Video", L"Titles", L"Speech", L"Music"})),
+                                      {.row = 7, .column = 0, .rows = 5});
         tracks->setTicked(0, true);
-        addNote(L"a set in two columns, bold when chosen", 1, 6);
-        CheckboxRadioSet::InitArgs quality({L"Draft", L"Preview", L"Good", L"Best", L"Master"}, wide);
+        addNote(L"a set in two columns, bold when chosen", 1, 6, 2);
+        CheckboxRadioSet::InitArgs quality({L"Draft", L"Preview", L"Good", L"Best", L"Master"});
         quality.columns = 2;
         quality.selected = 3;
-        addPanel(std::make_unique<CheckboxRadioSet>(quality), 1, 7)->setBoldWhenTicked(true);
+        addPanel(std::make_unique<CheckboxRadioSet>(quality), {.row = 7, .column = 1, .columns = 2})
+            ->setBoldWhenTicked(true);
         addNote(L"in colours", 3, 6);
         auto* const states = addPanel(
             std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
-            3, 7);
+            {7, 3});
         states->setTextColourWhenTicked(getPalette().warning());
         states->setAppearance(Checkbox::greenLight);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;
-        addPanel(std::make_unique<CheckboxRadioSet>(fixed), 4, 7)->setActive(false);
-        addNote(L"a set of buttons", 1, 10);
-        addPanel(std::make_unique<RadioSet>(RadioSet::InitArgs({L"Fit", L"Fill", L"Crop"}, wide)), 1, 11)
+        addPanel(std::make_unique<CheckboxRadioSet>(fixed), {7, 4})->setActive(false);
+        addNote(L"sets of buttons", 1, 8, 2);
+        addPanel(std::make_unique<RadioSet>(RadioSet::InitArgs({L"Fit", L"Fill", L"Crop"})),
+                 {.row = 9, .column = 1, .columns = 2})
             ->setSelectedItem(0);
-        RadioSet::InitArgs upright({L"Over", L"Under"}, toSize16(buttonSize().x));
+        RadioSet::InitArgs upright({L"Over", L"Under"});
         upright.vertical = true;
-        addPanel(std::make_unique<RadioSet>(upright), 3, 11);
+        addPanel(std::make_unique<RadioSet>(upright), {.row = 9, .column = 3, .rows = 2});
     }
     void addPair() {
-        addNote(L"two sides of one value", 0, 12);
+        addNote(L"two sides of one value", 0, 12, 2);
         Checkbox* const on = addBox(L"Stereo", false, Checkbox::roundTickBox, 0, 13);
         Checkbox* const off = addBox(L"Mono", false, Checkbox::roundTickBox, 1, 13);
         pair_.setWidgets(on, off, true);
@@ -126,10 +125,17 @@ private:
     BoolRadioSet pair_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeChoicesPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<ChoicesPanel>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const choicesPage = {"choices",
+                                 L"Choices",
+                                 PageGroup::controls,
+                                 L"Check boxes, lights, and sets of which one is chosen.",
+                                 "gallery/pages/choices_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

@@ -1,5 +1,4 @@
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
+#include "gallery/pages/cell_panel.h"
 #include "gallery/pages/input_page_parts.h"
 
 #include "host/base/convert.h"
@@ -22,46 +21,58 @@ LightweightString<wchar_t> summary(LightweightString<wchar_t> const& text) {
     return text.substr(0, shown) + (text.size() > shown ? L"\u2026" : L"") + L"\n" + length + L" characters";
 }
 
-} // namespace
+class ClipboardPage final : public CellPanel {
+public:
+    ClipboardPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
+        for (auto const& [label, message, column, row] : commands)
+            addButton(std::make_unique<Button>(Button::InitArgs(label, message)), column, row);
+        shown_ =
+            grid().add(std::make_unique<ReadOut>(L"The text that came"), {.row = 2, .columns = allColumns});
+        shown_->setName("pasted");
+        grid().setRowStretch(2, 1);
+        grid().setColumnStretch(2, 1);
+    }
 
-std::unique_ptr<Glob> makeClipboardPage(XY<int> size, LogLine log) {
-    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
-    int const margin = pageMargin();
-    XY<int> const button{UifStd::getButtonHeight() * 8, UifStd::getButtonHeight()};
-    int const top = margin + 2 * (button.y + margin);
-    auto* const shown = static_cast<ReadOut*>(page->addChild(
-        std::make_unique<ReadOut>(XY<int>{size.x - 2 * margin, size.y - top - margin}, L"The text that came"),
-        TopLeft(margin, top)));
-    shown->setName("pasted");
-    struct Entry {
+    int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
+        if (name == copyMsg) say(WindowsClipboard::addText(sample) ? L"copied" : L"refused");
+        if (name == pasteMsg) shown_->setText(summary(WindowsClipboard::getText()));
+        if (name == selectMsg)
+            say(WindowsClipboard::addSelection(L"a selected text") ? L"selected" : L"refused");
+        if (name == insertMsg) shown_->setText(summary(WindowsClipboard::getSelection()));
+        bool const isCommand = std::ranges::find(commands, name, &Command::message) != std::end(commands);
+        return isCommand ? 1 : CellPanel::handleMessageEvent(name, sender);
+    }
+
+private:
+    static constexpr LightweightString<char> copyMsg{"copy"};
+    static constexpr LightweightString<char> pasteMsg{"paste"};
+    static constexpr LightweightString<char> selectMsg{"select"};
+    static constexpr LightweightString<char> insertMsg{"insert"};
+    struct Command {
         wchar_t const* label;
-        void (*act)(ReadOut& readOut, LogLine const& log);
+        LightweightString<char> message;
         int column;
         int row;
     };
-    constexpr Entry entries[] = {
-        {L"Copy a text",
-         [](ReadOut&, LogLine const& say) {
-             say(WindowsClipboard::addText(sample) ? L"copied" : L"refused");
-         },
-         0, 0},
-        {L"Paste", [](ReadOut& out, LogLine const&) { out.setText(summary(WindowsClipboard::getText())); }, 1,
-         0},
-        {L"Select a text",
-         [](ReadOut&, LogLine const& say) {
-             say(WindowsClipboard::addSelection(L"a selected text") ? L"selected" : L"refused");
-         },
-         0, 1},
-        {L"Insert the selection",
-         [](ReadOut& out, LogLine const&) { out.setText(summary(WindowsClipboard::getSelection())); }, 1, 1},
-    };
-    for (Entry const& entry : entries) {
-        auto made = std::make_unique<LabelGlob>(button, entry.label);
-        made->setAction([act = entry.act, shown, log](LabelGlob&) { act(*shown, log); });
-        page->addChild(std::move(made), TopLeft(margin + entry.column * (button.x + margin),
-                                                margin + entry.row * (button.y + margin)));
-    }
-    return page;
+    static constexpr Command commands[] = {{L"Copy a text", copyMsg, 0, 0},
+                                           {L"Paste", pasteMsg, 1, 0},
+                                           {L"Select a text", selectMsg, 0, 1},
+                                           {L"Insert the selection", insertMsg, 1, 1}};
+
+    ReadOut* shown_;
+};
+
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
+    return std::make_unique<ClipboardPage>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const clipboardPage = {"clipboard",
+                                   L"Clipboard",
+                                   PageGroup::testBench,
+                                   L"Text is put on the clipboard and read from it.",
+                                   "gallery/pages/clipboard_page.cpp",
+                                   make};
 
 } // namespace wainscot::gallery

@@ -1,3 +1,5 @@
+#include "foundation/layout/box_layout.h"
+#include "foundation/standard_panel.h"
 #include "gallery/label_glob.h"
 #include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
@@ -19,8 +21,9 @@ constexpr std::array<wchar_t const*, 3> clips{L"Interview", L"Titles", L"Music"}
 /// A thing that can be dragged away.
 class Source final : public LabelGlob {
 public:
-    Source(XY<int> size, LightweightString<char> type, LightweightString<wchar_t> label, LogLine log)
-        : LabelGlob(size, std::move(label)), type_(std::move(type)), log_(std::move(log)) {
+    Source(LightweightString<char> type, LightweightString<wchar_t> label, LogLine log)
+        : LabelGlob({UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2}, std::move(label)),
+          type_(std::move(type)), log_(std::move(log)) {
         setFocusable(false);
         setContextString(L"Drag me to a place that takes me", L"Escape takes it back.");
     }
@@ -50,8 +53,8 @@ private:
 /// Takes things of one kind, and files.
 class Target final : public ReadOut {
 public:
-    Target(XY<int> size, LightweightString<char> type, LightweightString<wchar_t> heading, LogLine log)
-        : ReadOut(size, std::move(heading)), type_(std::move(type)), log_(std::move(log)) {}
+    Target(LightweightString<char> type, LightweightString<wchar_t> heading, LogLine log)
+        : ReadOut(std::move(heading)), type_(std::move(type)), log_(std::move(log)) {}
 
     bool canAccept(DragDropItem const& item, XY<int> const&, eDropReason) override {
         return item.type() == type_ || item.type() == DroppedFiles::filesType;
@@ -87,25 +90,27 @@ private:
     bool hovered_ = false;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeDraggingPage(XY<int> size, LogLine log) {
-    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
-    int const margin = pageMargin();
-    XY<int> const item{UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2};
-    int x = margin;
-    for (wchar_t const* clip : clips) {
-        page->addChild(std::make_unique<Source>(item, "clip", clip, log), TopLeft(x, margin));
-        x += item.x + margin;
-    }
-    page->addChild(std::make_unique<Source>(item, "marker", L"A marker", log), TopLeft(x, margin));
-    int const top = 2 * margin + item.y;
-    XY<int> const box{(size.x - 3 * margin) / 2, size.y - top - margin};
-    page->addChild(std::make_unique<Target>(box, "clip", L"Takes clips, and files from other programs", log),
-                   TopLeft(margin, top));
-    page->addChild(std::make_unique<Target>(box, "marker", L"Takes markers, and files", log),
-                   TopLeft(2 * margin + box.x, top));
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
+    auto page = std::make_unique<StandardPanel>(size);
+    auto layout = BoxLayout::makeColumn();
+    BoxLayout* const sources = layout->add(BoxLayout::makeRow());
+    for (wchar_t const* clip : clips) sources->add(std::make_unique<Source>("clip", clip, log));
+    sources->add(std::make_unique<Source>("marker", L"A marker", log));
+    BoxLayout* const targets = layout->add(BoxLayout::makeRow(), {.stretch = 1});
+    targets->add(std::make_unique<Target>("clip", L"Takes clips, and files from other programs", log),
+                 {.stretch = 1});
+    targets->add(std::make_unique<Target>("marker", L"Takes markers, and files", log), {.stretch = 1});
+    page->setLayout(std::move(layout));
     return page;
 }
+
+} // namespace
+
+extern Page const draggingPage = {"dragging",
+                                  L"Dragging",
+                                  PageGroup::testBench,
+                                  L"Things are dragged onto places that take or refuse them.",
+                                  "gallery/pages/dragging_page.cpp",
+                                  make};
 
 } // namespace wainscot::gallery

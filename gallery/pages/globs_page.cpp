@@ -19,6 +19,7 @@ constexpr int columns = 4;
 /// Plain objects that can be pressed, focused with Tab, hidden, disabled and destroyed in their own handlers.
 class GlobsPage final : public Glob {
 public:
+    SizeNeeds sizeNeeds() const override { return usualNeeds(); }
     GlobsPage(XY<int> size, LogLine log) : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
         fill();
     }
@@ -100,10 +101,17 @@ private:
     int count_ = 0;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeGlobsPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<GlobsPage>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const globsPage = {"globs",
+                               L"Globs",
+                               PageGroup::testBench,
+                               L"Objects that destroy themselves, their page, or throw in their handlers.",
+                               "gallery/pages/globs_page.cpp",
+                               make};
 
 } // namespace wainscot::gallery

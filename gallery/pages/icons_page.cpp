@@ -47,10 +47,17 @@ void drawSheet(CanvasRenderer& renderer, IntBox const& area, Palette const& pale
         for (eTheme const theme : {eThemeDark, eThemeLight}) drawOnGround(cursor, theme, scaled(size));
 }
 
-} // namespace
-
-std::unique_ptr<Glob> makeIconsPage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<Sheet>(size, drawSheet);
 }
+
+} // namespace
+
+extern Page const iconsPage = {"icons",
+                               L"Icons",
+                               PageGroup::drawing,
+                               L"The icons that come with the toolkit, at several sizes.",
+                               "gallery/pages/icons_page.cpp",
+                               make};
 
 } // namespace wainscot::gallery

@@ -8,8 +8,12 @@
 
 namespace wainscot::gallery {
 
-ReadOut::ReadOut(XY<int> size, LightweightString<wchar_t> heading)
-    : Glob(toSize16(size.x), toSize16(size.y)), heading_(std::move(heading)) {}
+ReadOut::ReadOut(LightweightString<wchar_t> heading) : Glob(1, 1), heading_(std::move(heading)) {}
+
+SizeNeeds ReadOut::sizeNeeds() const {
+    int const unit = UifStd::getButtonHeight();
+    return {.natural = {12 * unit, 5 * unit}, .minimum = {4 * unit, 3 * unit}};
+}
 
 void ReadOut::setText(LightweightString<wchar_t> text) {
     if (text == text_) return;

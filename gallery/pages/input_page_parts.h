@@ -5,19 +5,15 @@
 
 namespace wainscot::gallery {
 
-/// The room between the things on a page about input.
-inline int pageMargin() {
-    return UifStd::getIndentWidth() * 2;
-}
-
-/// A recessed box with lines of text in it, by which a page shows what it was told.
+/// A recessed box, five lines high, with lines of text in it, by which a page shows what it was told.
 class ReadOut : public Glob {
 public:
-    ReadOut(XY<int> size, LightweightString<wchar_t> heading);
+    explicit ReadOut(LightweightString<wchar_t> heading);
 
     void setText(LightweightString<wchar_t> text);
     LightweightString<wchar_t> const& text() const { return text_; }
 
+    SizeNeeds sizeNeeds() const override;
     void draw() override;
     void describe(GlobDescription& description) const override;
 

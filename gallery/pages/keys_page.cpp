@@ -1,4 +1,5 @@
-#include "gallery/caption.h"
+#include "foundation/layout/box_layout.h"
+#include "foundation/standard_panel.h"
 #include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
 
@@ -20,8 +21,8 @@ constexpr std::size_t linesKept = 18;
 /// Shows every key and text that it hears; Tab goes on.
 class KeyReadOut final : public ReadOut {
 public:
-    KeyReadOut(XY<int> size, LogLine log)
-        : ReadOut(size, L"Press keys here; compose text with an input method"), log_(std::move(log)) {}
+    explicit KeyReadOut(LogLine log)
+        : ReadOut(L"Press keys here; compose text with an input method"), log_(std::move(log)) {}
 
     bool react(Event const& event) override {
         if (mouse_down_event(event)) return claimKbdFocus();
@@ -68,16 +69,22 @@ private:
     std::deque<LightweightString<wchar_t>> lines_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeKeysPage(XY<int> size, LogLine log) {
-    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
-    int const margin = pageMargin();
-    auto* const read = page->addChild(
-        std::make_unique<KeyReadOut>(XY<int>{size.x - 2 * margin, size.y - 2 * margin}, std::move(log)),
-        BottomLeft(margin, margin));
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
+    auto page = std::make_unique<StandardPanel>(size);
+    auto layout = BoxLayout::makeColumn();
+    KeyReadOut* const read = layout->add(std::make_unique<KeyReadOut>(std::move(log)), {.stretch = 1});
     read->setName("keys");
+    page->setLayout(std::move(layout));
     return page;
 }
+
+} // namespace
+
+extern Page const keysPage = {"keys",
+                              L"Keys",
+                              PageGroup::testBench,
+                              L"What the keyboard sends: codes, characters, repeats.",
+                              "gallery/pages/keys_page.cpp",
+                              make};
 
 } // namespace wainscot::gallery

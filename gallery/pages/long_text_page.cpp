@@ -56,10 +56,17 @@ private:
     Glob* box_ = nullptr;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeLongTextPage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<LongTextPage>(size);
 }
+
+} // namespace
+
+extern Page const longTextPage = {"longtext",
+                                  L"Long text",
+                                  PageGroup::drawing,
+                                  L"A million characters on one line, drawn where they are in sight.",
+                                  "gallery/pages/long_text_page.cpp",
+                                  make};
 
 } // namespace wainscot::gallery

@@ -87,10 +87,17 @@ void drawTable(CanvasRenderer& renderer, IntBox const& area, Palette const& pale
     }
 }
 
-} // namespace
-
-std::unique_ptr<Glob> makePalettePage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<Sheet>(size, drawTable);
 }
+
+} // namespace
+
+extern Page const palettePage = {"palette",
+                                 L"Palette",
+                                 PageGroup::drawing,
+                                 L"The colours of the current theme, by their roles.",
+                                 "gallery/pages/palette_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

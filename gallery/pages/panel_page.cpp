@@ -1,7 +1,8 @@
-#include "gallery/caption.h"
 #include "gallery/page.h"
 
 #include "buttons/button.h"
+#include "foundation/label.h"
+#include "foundation/layout/box_layout.h"
 #include "foundation/standard_panel.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
@@ -13,6 +14,7 @@ namespace wainscot::gallery {
 namespace {
 
 constexpr double roundCorners = 8.0;
+constexpr double shadowOpacity = 0.4;
 
 struct KindName {
     Border::eType type;
@@ -23,14 +25,6 @@ constexpr KindName kinds[] = {
     {Border::dialog, L"Dialogue"}, {Border::raised, L"Raised"}, {Border::sunken, L"Sunken"},
     {Border::group, L"Group"},
 };
-
-int margin() {
-    return 2 * UifStd::getIndentWidth();
-}
-
-int noteHeight() {
-    return UifStd::getButtonHeight();
-}
 
 /// Says what it hears, and leaves the rest to the panel.
 class ToldPanel : public StandardPanel {
@@ -60,101 +54,106 @@ public:
 
     /// A row of buttons, each a stop of the panel.
     void addButtons(std::vector<LightweightString<wchar_t>> const& labels) {
-        Glob* before = nullptr;
-        for (auto const& label : labels) {
-            auto* const button = new Button(label, "pressed", 0, UifStd::getButtonHeight());
-            button->autoResize();
-            if (before)
-                addWidgetRelative(button, before, UifStd::getWidgetGap(), WidgetRelativity::rightOf);
-            else
-                addChild(button, UserTopLeft(UifStd::getIndentWidth(), UifStd::getIndentWidth()));
-            addTabStop(*button);
-            before = button;
-        }
+        auto column = BoxLayout::makeColumn();
+        BoxLayout* const row = column->add(BoxLayout::makeRow());
+        for (auto const& label : labels)
+            addTabStop(*row->add(std::make_unique<Button>(Button::InitArgs(UIString(label), "pressed"))));
+        setLayout(std::move(column));
     }
 
 private:
     LogLine log_;
 };
 
-class PanelPage final : public Glob {
+class PanelPage final : public StandardPanel {
 public:
-    PanelPage(XY<int> size, LogLine log) : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
-        int y = margin();
-        y = addNote(L"Every kind of border, with square and with round corners", y);
-        y = addKinds(0.0, y);
-        y = addKinds(roundCorners, y);
-        y = addNote(L"Drag a title or an edge; Tab goes from button to button; the size button minimises",
-                    y + UifStd::getRowGap());
-        addWorking(y);
+    PanelPage(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
+        auto layout = BoxLayout::makeColumn();
+        addNote(*layout, L"Every kind of border, with square and with round corners");
+        addKinds(*layout, 0.0);
+        addKinds(*layout, roundCorners);
+        addNote(*layout,
+                L"Drag a title or an edge; Tab goes from button to button; the size button minimises");
+        addWorking(*layout);
+        layout->addStretch();
+        setLayout(std::move(layout));
+        addFloating();
     }
 
 private:
-    int addNote(wchar_t const* text, int y) {
-        addChild(std::make_unique<Caption>(text, Caption::Kind::note), TopLeft(margin(), y));
-        return y + noteHeight();
+    static void addNote(BoxLayout& layout, wchar_t const* text) {
+        layout.add(std::make_unique<Label>(text, Label::Part::secondary));
     }
 
-    XY<int> cellSize() const {
-        int const gaps = UifStd::getIndentWidth() * static_cast<int>(std::size(kinds) - 1);
-        return {(width() - 2 * margin() - gaps) / static_cast<int>(std::size(kinds)),
-                3 * UifStd::getButtonHeight()};
-    }
-
-    int addKinds(double radius, int y) {
-        int x = margin();
+    void addKinds(BoxLayout& layout, double radius) {
+        BoxLayout* const row = layout.add(BoxLayout::makeRow());
         for (KindName const& kind : kinds) {
-            auto panel = std::make_unique<ToldPanel>(cellSize(), kind.type, kind.name, log_);
+            auto panel = std::make_unique<ToldPanel>(
+                XY<int>{4 * UifStd::getButtonHeight(), 3 * UifStd::getButtonHeight()}, kind.type, kind.name,
+                log_);
             panel->set_radius(radius);
-            addChild(std::move(panel), TopLeft(x, y));
-            x += cellSize().x + UifStd::getIndentWidth();
+            row->add(std::move(panel), {.stretch = 1});
         }
-        return y + cellSize().y + UifStd::getIndentWidth();
     }
 
-    void addWorking(int y) {
-        XY<int> const size{(width() - 2 * margin() - 2 * UifStd::getIndentWidth()) / 3,
-                           6 * UifStd::getButtonHeight()};
-        int const step = size.x + UifStd::getIndentWidth();
+    void addWorking(BoxLayout& layout) {
         using enum StandardPanel::StandardWidgetFlags;
+        BoxLayout* const row = layout.add(BoxLayout::makeRow());
+        // The floating one is in no layout, which would bring it back.
+        row->addSpace(9 * UifStd::getButtonHeight());
+        row->addStretch();
 
+        auto dialogue = makePanel(Border::dialog, L"A dialogue with a long title", closeWidget | doItWidget);
+        dialogue->addButtons({L"Browse ...", L"Defaults"});
+        dialogue_ = row->add(std::move(dialogue), {.stretch = 1});
+
+        auto group = makePanel(Border::group, L"A group", sizeWidget | latchWidget);
+        group->setMinimisable(true);
+        group->set_radius(roundCorners / 2);
+        group->addButtons({L"Left", L"Right"});
+        group->addStatusWidget(new Label(L"Ready", Label::Part::secondary), 0);
+        row->add(std::move(group), {.stretch = 1});
+    }
+
+    void addFloating() {
+        using enum StandardPanel::StandardWidgetFlags;
+        getLayout()->layOutNow();
         auto floating =
-            make(size, Border::window, L"Floating", closeWidget | sizeWidget | pinWidget | settingsWidget);
+            makePanel(Border::window, L"Floating", closeWidget | sizeWidget | pinWidget | settingsWidget);
+        XY<int> const size = dialogue_->size();
+        floating->resize(size.x, size.y);
         floating->setMovable(true);
         floating->setResizable(true);
         floating->setMinimisable(true);
         floating->setMinSize(toSize16(size.x / 2), toSize16(size.y / 2));
         floating->set_radius(roundCorners / 2);
-        floating->addShadow(UifStd::getIndentWidth(), 0.4);
+        floating->addShadow(UifStd::getIndentWidth(), shadowOpacity);
         floating->addButtons({L"Cut", L"Copy", L"Paste"});
-
-        auto dialogue = make(size, Border::dialog, L"A dialogue with a long title", closeWidget | doItWidget);
-        dialogue->addButtons({L"Browse ...", L"Defaults"});
-
-        auto group = make(size, Border::group, L"A group", sizeWidget | latchWidget);
-        group->setMinimisable(true);
-        group->set_radius(roundCorners / 2);
-        group->addButtons({L"Left", L"Right"});
-        group->addStatusWidget(new Caption(L"Ready", Caption::Kind::note), 0);
-
-        addChild(std::move(dialogue), TopLeft(margin() + step, y));
-        addChild(std::move(group), TopLeft(margin() + 2 * step, y));
-        addChild(std::move(floating), TopLeft(margin(), y));
+        addChild(std::move(floating), LeftOf(UifStd::getWidgetGap(), dialogue_));
     }
 
-    std::unique_ptr<ToldPanel> make(XY<int> size, Border::eType border, wchar_t const* title, int widgets) {
-        auto panel = std::make_unique<ToldPanel>(size, border, title, log_);
+    std::unique_ptr<ToldPanel> makePanel(Border::eType border, wchar_t const* title, int widgets) {
+        int const unit = UifStd::getButtonHeight();
+        auto panel = std::make_unique<ToldPanel>(XY<int>{9 * unit, 6 * unit}, border, title, log_);
         panel->addStandardWidgets(widgets);
         return panel;
     }
 
     LogLine log_;
+    ToldPanel* dialogue_ = nullptr;
 };
+
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
+    return std::make_unique<PanelPage>(size, std::move(log));
+}
 
 } // namespace
 
-std::unique_ptr<Glob> makePanelPage(XY<int> size, LogLine log) {
-    return std::make_unique<PanelPage>(size, std::move(log));
-}
+extern Page const panelPage = {"panel",
+                               L"Panels",
+                               PageGroup::panels,
+                               L"Panels with titles, standard buttons, borders and sizes that change.",
+                               "gallery/pages/panel_page.cpp",
+                               make};
 
 } // namespace wainscot::gallery

@@ -12,6 +12,7 @@ namespace {
 /// Every corner and edge, and the four sides of a sibling; all follow when the window is resized.
 class PlacementPage final : public Glob {
 public:
+    SizeNeeds sizeNeeds() const override { return usualNeeds(); }
     PlacementPage(XY<int> size, LogLine log)
         : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
         int const inset = UifStd::getIndentWidth() * 2;
@@ -48,10 +49,17 @@ private:
     LogLine log_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makePlacementPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<PlacementPage>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const placementPage = {"placement",
+                                   L"Placement",
+                                   PageGroup::testBench,
+                                   L"Where objects come to lie in their parent.",
+                                   "gallery/pages/placement_page.cpp",
+                                   make};
 
 } // namespace wainscot::gallery

@@ -1,4 +1,7 @@
+#include "foundation/layout/box_layout.h"
+#include "foundation/layout/grid_layout.h"
 #include "foundation/repeat_clock.h"
+#include "foundation/standard_panel.h"
 #include "gallery/label_glob.h"
 #include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
@@ -33,9 +36,13 @@ constexpr int shapesInRow = 6;
 constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
 
+XY<int> cellSize() {
+    return {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2};
+}
+
 class ShapeGlob final : public LabelGlob {
 public:
-    ShapeGlob(XY<int> size, Shape const& shape) : LabelGlob(size, shape.name), cursor_(shape.cursor) {
+    explicit ShapeGlob(Shape const& shape) : LabelGlob(cellSize(), shape.name), cursor_(shape.cursor) {
         setFocusable(false);
         setContextString(LightweightString<wchar_t>(L"The pointer's shape: ") + shape.name,
                          L"Tips come when the pointer rests.");
@@ -53,8 +60,7 @@ LightweightString<wchar_t> number(int value) {
 /// Counts clicks, wheel notches and double clicks.
 class ClickReadOut final : public ReadOut {
 public:
-    explicit ClickReadOut(XY<int> size)
-        : ReadOut(size, L"Click, double click, hold two buttons, turn the wheel") {}
+    ClickReadOut() : ReadOut(L"Click, double click, hold two buttons, turn the wheel") {}
 
     bool react(Event const& event) override {
         if (mouse_wheel_event(event)) {
@@ -79,9 +85,7 @@ private:
 /// A value that follows the pointer for as long as it is held, past the edges of the screen.
 class DragReadOut final : public ReadOut {
 public:
-    explicit DragReadOut(XY<int> size) : ReadOut(size, L"Drag sideways: on and on; Escape takes it back") {
-        show();
-    }
+    DragReadOut() : ReadOut(L"Drag sideways: on and on; Escape takes it back") { show(); }
 
     bool react(Event const& event) override {
         if (mouse_left_event(event) && mouse_down_event(event)) {
@@ -117,8 +121,8 @@ private:
 /// Counts while it is held, as the arrow of a scroll bar would.
 class RepeatReadOut final : public ReadOut {
 public:
-    RepeatReadOut(XY<int> size, LogLine log)
-        : ReadOut(size, L"Hold: counts after 0.3 s, then every 0.1 s"), log_(std::move(log)) {
+    explicit RepeatReadOut(LogLine log)
+        : ReadOut(L"Hold: counts after 0.3 s, then every 0.1 s"), log_(std::move(log)) {
         show();
     }
 
@@ -164,30 +168,8 @@ private:
     int count_ = 0;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makePointerPage(XY<int> size, LogLine log) {
-    auto page = std::make_unique<Glob>(toSize16(size.x), toSize16(size.y));
-    int const margin = pageMargin();
-    int const rows = static_cast<int>(shapes.size()) / shapesInRow;
-    int const cellWidth = (size.x - margin * (shapesInRow + 1)) / shapesInRow;
-    int const cellHeight = UifStd::getButtonHeight() * 3 / 2;
-    for (std::size_t i = 0; i < shapes.size(); ++i) {
-        int const column = static_cast<int>(i) % shapesInRow;
-        int const row = static_cast<int>(i) / shapesInRow;
-        page->addChild(std::make_unique<ShapeGlob>(XY<int>{cellWidth, cellHeight}, shapes[i]),
-                       TopLeft(margin + column * (cellWidth + margin), margin + row * (cellHeight + margin)));
-    }
-    int const top = margin + rows * (cellHeight + margin);
-    XY<int> const box{(size.x - 3 * margin) / 2, UifStd::getButtonHeight() * 5};
-    page->addChild(std::make_unique<ClickReadOut>(box), TopLeft(margin, top))->setName("clicks");
-    page->addChild(std::make_unique<DragReadOut>(box), TopLeft(2 * margin + box.x, top))->setName("drag");
-    page->addChild(std::make_unique<RepeatReadOut>(box, log), TopLeft(margin, top + margin + box.y))
-        ->setName("repeat");
-    auto moving = std::make_unique<LabelGlob>(XY<int>{cellWidth * 2, cellHeight}, L"Drag me; Escape");
-    moving->setMovable(true);
-    moving->setFocusable(false);
-    Glob* const moved = page->addChild(std::move(moving), TopLeft(2 * margin + box.x, top + margin + box.y));
+/// A label that is dragged about in its page by its parent's own means.
+std::unique_ptr<LabelGlob> makeMovable() {
     class Mover final : public Glob {
     public:
         Mover() : Glob(1, 1) { setVisible(false); }
@@ -196,8 +178,40 @@ std::unique_ptr<Glob> makePointerPage(XY<int> size, LogLine log) {
             return false;
         }
     };
-    moved->addEventHandler(moved->addChild(std::make_unique<Mover>()), EventKind::mouse);
+    auto moving = std::make_unique<LabelGlob>(cellSize(), L"Drag me; Escape");
+    moving->setMovable(true);
+    moving->setFocusable(false);
+    moving->addEventHandler(moving->addChild(std::make_unique<Mover>()), EventKind::mouse);
+    return moving;
+}
+
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
+    auto page = std::make_unique<StandardPanel>(size);
+    auto layout = BoxLayout::makeColumn();
+    GridLayout* const cursors = layout->add(std::make_unique<GridLayout>());
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        int const at = static_cast<int>(i);
+        cursors->add(std::make_unique<ShapeGlob>(shapes[i]), {at / shapesInRow, at % shapesInRow},
+                     {.stretch = 1});
+    }
+    GridLayout* const boxes = layout->add(std::make_unique<GridLayout>(), {.stretch = 1});
+    boxes->add(std::make_unique<ClickReadOut>(), {0, 0}, {.stretch = 1})->setName("clicks");
+    boxes->add(std::make_unique<DragReadOut>(), {0, 1}, {.stretch = 1})->setName("drag");
+    boxes->add(std::make_unique<RepeatReadOut>(log), {1, 0})->setName("repeat");
+    LayoutOptions small;
+    small.horizontal = small.vertical = LayoutAlign::start;
+    boxes->add(makeMovable(), {1, 1}, small);
+    page->setLayout(std::move(layout));
     return page;
 }
+
+} // namespace
+
+extern Page const pointerPage = {"pointer",
+                                 L"Pointer",
+                                 PageGroup::testBench,
+                                 L"Pointer shapes, capture, tips, and motion past the edge of the screen.",
+                                 "gallery/pages/pointer_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

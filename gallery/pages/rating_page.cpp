@@ -13,25 +13,30 @@ using example::StarRating;
 class RatingPanel final : public CellPanel {
 public:
     RatingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
-        addNote(L"These are one value:", 0, 0);
-        for (int column : {0, 1}) bindToServer<int>(*add(buttonSize(), column, 1), stars_);
-        addNote(L"This one is by itself, that one is disabled:", 0, 2);
-        show(*add(buttonSize(), 0, 3), 3);
-        StarRating* const disabled = add(buttonSize(), 1, 3);
+        addNote(L"These are one value:", 0, 0, allColumns);
+        for (int column : {0, 1}) bindToServer<int>(*add(1, column, 1), stars_);
+        addNote(L"This one is by itself, that one is disabled:", 0, 2, allColumns);
+        show(*add(1, 0, 3), 3);
+        StarRating* const disabled = add(1, 1, 3);
         show(*disabled, 2);
         disabled->setActive(false);
-        addNote(L"Any size will do:", 0, 4);
-        show(*add({2 * buttonSize().x, 2 * buttonSize().y}, 0, 5), 4);
-        show(*add({buttonSize().x / 2, buttonSize().y / 2}, 2, 5), 5);
-        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 7);
+        addNote(L"Any size will do:", 0, 4, allColumns);
+        show(*add(2, 0, 5), 4);
+        show(*add(0.5, 1, 5), 5);
+        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 6, allColumns);
     }
 
 private:
-    StarRating* add(XY<int> size, int column, int row) {
-        GlobCreationInfo info(size);
+    /// In the size of a usual control, or so many times that.
+    StarRating* add(double size, int column, int row) {
+        double const height = size * UifStd::getButtonHeight();
+        GlobCreationInfo info(XY<int>(static_cast<int>(5 * height), static_cast<int>(height)));
         info.opaque = false;
-        StarRating* const rating =
-            addChild(std::make_unique<StarRating>(info), UserTopLeft(cell(column), rowTop(row)));
+        StarRating* const rating = put(std::make_unique<StarRating>(info), {row, column});
+        LayoutOptions options;
+        options.horizontal = LayoutAlign::start;
+        options.vertical = LayoutAlign::centre;
+        grid().setOptions(*rating, options);
         addTabStop(*rating);
         rating->setName("rating " + StringFromInteger(++count_));
         rating->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {
@@ -48,10 +53,17 @@ private:
     int count_ = 0;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeRatingPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<RatingPanel>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const ratingPage = {"rating",
+                                L"A control of your own",
+                                PageGroup::controls,
+                                L"The five stars that the guide builds step by step.",
+                                "gallery/pages/rating_page.cpp",
+                                make};
 
 } // namespace wainscot::gallery

@@ -1,6 +1,7 @@
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "foundation/glob_tab_stop.h"
+#include "foundation/layout/box_layout.h"
 #include "gallery/pages/cell_panel.h"
 
 namespace wainscot::gallery {
@@ -38,7 +39,7 @@ public:
         marked->setName("marked");
         marked->setPointsOfInterest(
             {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkFocus)}});
-        Glob* const note = addNote(L"disabled", 0, 12);
+        Label* const note = addNote(L"disabled", 0, 12);
         Slider* const off = addSlider(0.3, 13);
         off->setLabelledBy(note);
         off->setActive(false);
@@ -63,22 +64,17 @@ public:
 
 private:
     static LightweightString<wchar_t> nameOf(Glob const& glob) { return fromUTF8(glob.name()) + L"  "; }
-    static unsigned short length() { return toSize16(2 * buttonSize().x); }
-    template <class W>
-    W* addAt(W* widget, int x, int row) {
-        addChild(widget, UserTopLeft(x, rowTop(row)));
-        return widget;
-    }
+    static unsigned short length() { return toSize16(10 * UifStd::getButtonHeight()); }
     ScrollBar* addBar(ThumbSettings thumb, int row) {
         ScrollBar::InitArgs args(eHorizontal, length());
         args.thumb = thumb;
         args.resizable = row == 3;
-        return addAt(new ScrollBar(args), cell(0), row);
+        return put(std::make_unique<ScrollBar>(args), {row, 0});
     }
     Slider* addSlider(double value, int row) {
         Slider::InitArgs args(length());
         args.value = value;
-        return addStop(addAt(new Slider(args), cell(0), row));
+        return addStop(put(std::make_unique<Slider>(args), {row, 0}));
     }
     Slider* addStop(Slider* slider) {
         stops_.push_back(std::make_unique<GlobTabStop>(*slider));
@@ -86,28 +82,36 @@ private:
         return slider;
     }
     void addTallBars() {
-        int x = length() + 2 * UifStd::getButtonHeight();
+        BoxLayout* const row = grid().add(BoxLayout::makeRow(), {.row = 0, .column = 1, .rows = 14});
+        row->setMargins({.left = 2 * UifStd::getButtonHeight()});
+        row->setGaps(UifStd::getButtonHeight(), 0);
         for (auto const& [name, size] : tallBars) {
             ScrollBar::InitArgs args(eVertical, length());
             args.thumb = {0.1, size};
             args.resizable = size > 0.5;
-            ScrollBar* const bar = addAt(new ScrollBar(args), x, 1);
+            ScrollBar* const bar = row->add(std::make_unique<ScrollBar>(args));
             bar->setName(name);
             if (LightweightString<char>(name).endsWith("disabled")) bar->setActive(false);
-            x += 2 * ScrollBar::thickness();
         }
         Slider::InitArgs args(length(), eVertical);
         args.value = 0.7;
-        addStop(addAt(new Slider(args), x, 1))->setName("tall slider");
+        addStop(row->add(std::make_unique<Slider>(args)))->setName("tall slider");
     }
 
     std::vector<std::unique_ptr<GlobTabStop>> stops_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeScrollPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<ScrollPage>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const scrollPage = {"scroll",
+                                L"Scrolling",
+                                PageGroup::controls,
+                                L"Scroll bars, sliders and bars that zoom.",
+                                "gallery/pages/scroll_page.cpp",
+                                make};
 
 } // namespace wainscot::gallery

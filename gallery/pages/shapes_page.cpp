@@ -86,10 +86,17 @@ void drawShapes(CanvasRenderer& renderer, IntBox const& area, Palette const& pal
     drawPath(cursor);
 }
 
-} // namespace
-
-std::unique_ptr<Glob> makeShapesPage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<Sheet>(size, drawShapes);
 }
+
+} // namespace
+
+extern Page const shapesPage = {"shapes",
+                                L"Shapes",
+                                PageGroup::drawing,
+                                L"Boxes, lines, curves and paths.",
+                                "gallery/pages/shapes_page.cpp",
+                                make};
 
 } // namespace wainscot::gallery

@@ -33,10 +33,17 @@ void drawSymbols(CanvasRenderer& renderer, IntBox const& area, Palette const& pa
     }
 }
 
-} // namespace
-
-std::unique_ptr<Glob> makeSymbolsPage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<Sheet>(size, drawSymbols);
 }
+
+} // namespace
+
+extern Page const symbolsPage = {"symbols",
+                                 L"Symbols",
+                                 PageGroup::drawing,
+                                 L"The marks that are drawn as part of texts.",
+                                 "gallery/pages/symbols_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

@@ -17,10 +17,10 @@ public:
     TabOrderPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
         addNote(
             L"Tab and Shift+Tab follow the numbers. A click puts a stop first; the lower row changes all.", 0,
-            0);
+            0, allColumns);
         for (int i = 0; i < columns * rows; ++i) {
             int const cell = i * stride % (columns * rows);
-            stops_.push_back(addButton(make(L"", "first"), cell % columns, 1 + cell / columns));
+            stops_.push_back(addButton(newButton(L"", "first"), cell % columns, 1 + cell / columns));
         }
         addCommand(L"By the screen", "screen", 0);
         addCommand(L"Every second one", "second", 1);
@@ -40,11 +40,11 @@ public:
     }
 
 private:
-    static std::unique_ptr<Button> make(wchar_t const* label, LightweightString<char> message) {
-        return std::make_unique<Button>(Button::InitArgs(label, std::move(message), buttonSize()));
+    static std::unique_ptr<Button> newButton(wchar_t const* label, LightweightString<char> message) {
+        return std::make_unique<Button>(Button::InitArgs(label, std::move(message)));
     }
     void addCommand(wchar_t const* label, LightweightString<char> message, int column) {
-        addButton(make(label, std::move(message)), column, rows + 2);
+        addButton(newButton(label, std::move(message)), column, rows + 2);
     }
     void enableEvery(std::size_t nth) {
         for (std::size_t i = 0; i < stops_.size(); ++i) setTabStopEnabled(*stops_[i], i % nth == 0);
@@ -61,10 +61,17 @@ private:
     std::vector<Button*> stops_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeTabOrderPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<TabOrderPanel>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const tabOrderPage = {"taborder",
+                                  L"Tab order",
+                                  PageGroup::panels,
+                                  L"Tab stops whose order is changed while it is used.",
+                                  "gallery/pages/tab_order_page.cpp",
+                                  make};
 
 } // namespace wainscot::gallery

@@ -117,10 +117,17 @@ void drawText(CanvasRenderer& renderer, IntBox const& area, Palette const& palet
     drawLongTexts(cursor);
 }
 
-} // namespace
-
-std::unique_ptr<Glob> makeTextPage(XY<int> size, LogLine) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine) {
     return std::make_unique<Sheet>(size, drawText);
 }
+
+} // namespace
+
+extern Page const textPage = {"text",
+                              L"Text",
+                              PageGroup::drawing,
+                              L"Scripts, styles, alignment and wrapping.",
+                              "gallery/pages/text_page.cpp",
+                              make};
 
 } // namespace wainscot::gallery

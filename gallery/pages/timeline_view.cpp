@@ -25,6 +25,7 @@ constexpr double waveShare = 0.35;
 constexpr double tickShare = 0.6;
 /// In pixels.
 constexpr int narrowClip = 16;
+constexpr int selectedEdge = 2;
 /// Pixels from one line of a wave form to the next.
 constexpr int waveStep = 3;
 
@@ -38,7 +39,7 @@ constexpr std::array rulerSteps{RulerStep{0.2, 5}, RulerStep{0.5, 5}, RulerStep{
                                 RulerStep{120, 4}, RulerStep{300, 5}, RulerStep{600, 5}, RulerStep{900, 3},
                                 RulerStep{1800, 6}};
 
-LightweightString<wchar_t> timeText(double seconds, bool withTenths) {
+LightweightString<wchar_t> clockText(double seconds, bool withTenths) {
     auto const tenths = std::lround(seconds * 10);
     long const whole = tenths / 10;
     wchar_t text[32];
@@ -56,10 +57,20 @@ unsigned noise(std::int64_t place) {
 
 } // namespace
 
-TimelineView::TimelineView(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
+TimelineView::TimelineView(XY<int> size) : Focusable(GlobCreationInfo(size)) {
     setName("timeline");
     setTimes({0, timesAtStart});
     setTracks({0, tracksAtStart});
+}
+
+LightweightString<wchar_t> TimelineView::timeText(double seconds) {
+    return clockText(seconds, true);
+}
+
+/// The names of the tracks, and as much of the clips; the ruler and a track.
+SizeNeeds TimelineView::sizeNeeds() const {
+    return {.natural = {4 * headerWidth(), 6 * rulerHeight()},
+            .minimum = {2 * headerWidth(), 3 * rulerHeight()}};
 }
 
 // What is in sight
@@ -73,18 +84,27 @@ void TimelineView::change(Span& span, Span const& wanted) {
 
 void TimelineView::setTimes(Span const& times) {
     double const length = std::clamp(times.length, shortestTimes, TimelineModel::duration);
-    change(times_, {std::clamp(times.from, 0.0, TimelineModel::duration - length), length});
+    change(times_, {std::clamp(times.from, 0.0, timesExtent() - length), length});
 }
 
 void TimelineView::setTracks(Span const& tracks) {
     double const length = std::clamp<double>(tracks.length, fewestTracks, model_.numTracks());
-    change(tracks_, {std::clamp(tracks.from, 0.0, model_.numTracks() - length), length});
+    change(tracks_, {std::clamp(tracks.from, 0.0, tracksExtent() - length), length});
 }
 
 void TimelineView::zoomTimes(double factor, int x) {
     double const length = std::clamp(times_.length * factor, shortestTimes, TimelineModel::duration);
     double const fixed = timeAt(x);
     setTimes({fixed - (fixed - times_.from) * length / times_.length, length});
+}
+
+void TimelineView::zoomTimes(double factor) {
+    bool const isInSight = playhead_ >= times_.from && playhead_ <= times_.from + times_.length;
+    zoomTimes(factor, isInSight ? xOf(playhead_) : clipsArea().centre().x);
+}
+
+void TimelineView::fit() {
+    setTimes({0, TimelineModel::duration});
 }
 
 // Places
@@ -132,13 +152,34 @@ void TimelineView::draw() {
     int const first = static_cast<int>(tracks_.from);
     int const end = std::min(static_cast<int>(std::ceil(tracks_.from + tracks_.length)), model_.numTracks());
     renderer.setClipRect(lanes);
+    renderer.renderPrimitive(Glib::RectDescription(lanes, getPalette().window(eWindowNormal)));
     for (int i = first; i < end; ++i) drawTrack(renderer, i);
     renderer.setClipRect({canvasArea().x1, lanes.y1, lanes.x1, lanes.y2});
     for (int i = first; i < end; ++i) drawHeader(renderer, i);
     renderer.setClipRect({lanes.x1, lanes.y2, lanes.x2, canvasArea().y2});
     drawRuler(renderer);
+    renderer.setClipRect({lanes.x1, lanes.y1, lanes.x2, canvasArea().y2});
+    drawPlayhead(renderer);
     renderer.clearClipRect();
     drawCorner(renderer);
+    renderer.flush();
+    drawFocusMark();
+}
+
+/// A line through all lanes, and a head on the ruler that tells it from the edge of a clip.
+void TimelineView::drawPlayhead(CanvasRenderer& renderer) const {
+    if (playhead_ < times_.from || playhead_ > times_.from + times_.length) return;
+    IntBox const area = canvasArea();
+    int const x = area.x1 + xOf(playhead_);
+    int const half = UifStd::getIndentWidth();
+    Colour const ink = getPalette().text(eTextEnabled);
+    renderer.renderPrimitive(Glib::RectDescription({x, area.y1, x + 1, area.y2}, ink));
+    int const ruler = area.y1 + clipsArea().y2;
+    for (int row = 0; row <= half; ++row) {
+        IntBox const line(x - row, ruler + row, x + row + 1, ruler + row + 1);
+        renderer.renderPrimitive(Glib::RectDescription(line, ink));
+    }
+    renderer.renderPrimitive(Glib::RectDescription({x - half, ruler + half, x + half + 1, area.y2}, ink));
 }
 
 void TimelineView::drawTrack(CanvasRenderer& renderer, int number) {
@@ -148,11 +189,11 @@ void TimelineView::drawTrack(CanvasRenderer& renderer, int number) {
     renderer.renderPrimitive(Glib::RectDescription(box, ground));
     renderer.renderPrimitive(
         Glib::RectDescription({box.x1, box.y1, box.x2, box.y1 + 1}, palette.separator()));
-    drawClips(renderer, model_.tracks()[static_cast<std::size_t>(number)], box);
+    drawClips(renderer, number, box);
 }
 
-void TimelineView::drawClips(CanvasRenderer& renderer, TimelineModel::Track const& track,
-                             IntBox const& lane) {
+void TimelineView::drawClips(CanvasRenderer& renderer, int number, IntBox const& lane) {
+    TimelineModel::Track const& track = model_.tracks()[static_cast<std::size_t>(number)];
     int const left = canvasArea().x1;
     Colour const hue = colourOf(track.kind);
     Colour const face = Colour::mix(hue, getPalette().window(eWindowNormal), clipHue);
@@ -163,8 +204,8 @@ void TimelineView::drawClips(CanvasRenderer& renderer, TimelineModel::Track cons
         int const from = xOf(clip.start);
         int const to = std::max(xOf(clip.end()), from + 1);
         IntBox const box(left + from, lane.y1 + 2, left + to, lane.y2 - 1);
-        drawClip(renderer, clip, face, box);
-        if (track.kind == TimelineModel::Kind::audio) addWave(wave, box);
+        drawClip(renderer, clip, face, box, selection_ == ClipPlace{number, next});
+        if (hasWaves_ && track.kind == TimelineModel::Kind::audio) addWave(wave, box);
         ++numDrawn_;
         next = std::max(next + 1, track.firstEndingAfter(timeAt(to)));
     }
@@ -172,27 +213,34 @@ void TimelineView::drawClips(CanvasRenderer& renderer, TimelineModel::Track cons
 }
 
 void TimelineView::drawClip(CanvasRenderer& renderer, TimelineModel::Clip const& clip, Colour const& colour,
-                            IntBox const& box) const {
-    int const gap = UifStd::getIndentWidth();
+                            IntBox const& box, bool isSelected) const {
+    Palette const& palette = getPalette();
     if (box.width() < narrowClip) {
         // Edges would be more than what they are round: a pixel of ground tells clips apart.
         IntBox const inner(box.x1, box.y1, std::max(box.x2 - 1, box.x1 + 1), box.y2);
-        renderer.renderPrimitive(Glib::RectDescription(inner, colour));
+        renderer.renderPrimitive(
+            Glib::RectDescription(inner, isSelected ? palette.text(eTextEnabled) : colour));
         return;
     }
-    Palette const& palette = getPalette();
-    Colour const edge = Colour::mix(palette.text(eTextEnabled), colour, edgeShare);
-    Glib::drawRoundedRect(renderer, colour, edge, box, 1, UifStd::getCornerRadius());
-    // What is in sight of a long clip is named, too.
-    IntBox const lanes = clipsArea().translated(canvasArea().bottomLeft());
-    int const from = std::max(box.x1, lanes.x1) + gap;
-    int const room = std::min(box.x2, lanes.x2) - gap - from;
+    Colour const edge =
+        isSelected ? palette.text(eTextEnabled) : Colour::mix(palette.text(eTextEnabled), colour, edgeShare);
+    Glib::drawRoundedRect(renderer, colour, edge, box, isSelected ? selectedEdge : 1,
+                          UifStd::getCornerRadius());
+    IntBox const name = nameBox(box);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
-    if (room < 2 * font->lineHeight() || box.height() < font->lineHeight()) return;
-    int const strip = std::min(box.height(), font->lineHeight() + gap);
-    renderer.renderPrimitive(Glib::TextDescription(Glib::fitTextToWidth(font, clip.name, toSize16(room)),
-                                                   {from, box.y2 - strip + getFontYOffset(strip, font)}, font,
-                                                   palette.text(eTextEnabled)));
+    if (name.width() < 2 * font->lineHeight() || box.height() < font->lineHeight()) return;
+    renderer.renderPrimitive(Glib::TextDescription(
+        Glib::fitTextToWidth(font, clip.name, toSize16(name.width())),
+        {name.x1, name.y1 + getFontYOffset(name.height(), font)}, font, palette.text(eTextEnabled)));
+}
+
+/// What is in sight of a long clip is named, too.
+IntBox TimelineView::nameBox(IntBox const& clip) const {
+    int const gap = UifStd::getIndentWidth();
+    IntBox const lanes = clipsArea().translated(canvasArea().bottomLeft());
+    int const from = std::max(clip.x1, lanes.x1) + gap;
+    int const strip = std::min(clip.height(), Glib::loadFont(UifStd::getFont())->lineHeight() + gap);
+    return {from, clip.y2 - strip, std::max(std::min(clip.x2, lanes.x2) - gap, from), clip.y2};
 }
 
 /// Below the name, where there is room for both.
@@ -243,7 +291,7 @@ void TimelineView::drawRuler(CanvasRenderer& renderer) const {
     renderer.renderPrimitive(Glib::RectDescription(box, palette.window(eWindowRaised)));
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     int const gap = UifStd::getIndentWidth();
-    double const room = font->textWidth(timeText(0, true)) + 4.0 * gap;
+    double const room = font->textWidth(clockText(0, true)) + 4.0 * gap;
     double const perPixel = times_.length / box.width();
     auto const fits = [&](RulerStep const& step) { return step.seconds / perPixel >= room; };
     auto const found = std::ranges::find_if(rulerSteps, fits);
@@ -258,7 +306,7 @@ void TimelineView::drawRuler(CanvasRenderer& renderer) const {
         bool const isLabelled = number % step.parts == 0;
         ticks.emplace_back(x, box.y1, x + 1, box.y1 + (isLabelled ? box.height() * 2 / 3 : 2 * gap));
         if (!isLabelled) continue;
-        renderer.renderPrimitive(Glib::TextDescription(timeText(time, step.seconds < 1),
+        renderer.renderPrimitive(Glib::TextDescription(clockText(time, step.seconds < 1),
                                                        {x + gap, box.y2 - gap - font->ascent()}, font,
                                                        palette.text(eTextSecondary)));
     }
@@ -293,7 +341,7 @@ LightweightString<wchar_t> TimelineView::countText() const {
 }
 
 void TimelineView::describe(GlobDescription& description) const {
-    Glob::describe(description);
+    Focusable::describe(description);
     description.role = Role::drawing;
     description.name = L"Timeline";
     description.value = countText();

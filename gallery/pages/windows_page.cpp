@@ -1,21 +1,15 @@
-#include "gallery/caption.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
+#include "gallery/pages/cell_panel.h"
 
-#include "buttons/button.h"
-#include "foundation/standard_panel.h"
-#include "host/base/convert.h"
 #include "host/drawing/shapes.h"
-#include "host/drawing/uif_std.h"
 #include "host/events/event.h"
 #include "host/objects/described_items.h"
 #include "host/objects/description.h"
 #include "host/objects/surround.h"
 #include "host/windows/glob_manager.h"
-#include "host/windows/look.h"
 #include "host/windows/popup_chain.h"
 
-#include <algorithm>
+#include <functional>
+#include <map>
 
 namespace wainscot::gallery {
 
@@ -25,16 +19,8 @@ constexpr int levels = 3;
 constexpr int rowsOfPopUp = 4;
 constexpr double shadowOpacity = 0.35;
 
-int margin() {
-    return UifStd::getIndentWidth() * 2;
-}
-
 XY<int> rowSize() {
     return {UifStd::getButtonHeight() * 6, UifStd::getButtonHeight()};
-}
-
-XY<int> buttonSize() {
-    return {UifStd::getButtonHeight() * 8, UifStd::getButtonHeight()};
 }
 
 /// A list of rows in a pop-up; its first row opens the next level, the last one pins it, the others choose.
@@ -186,95 +172,88 @@ private:
 };
 
 /// Windows, modal windows and pop-ups, and what is heard of them.
-class WindowsPage final : public Glob {
+class WindowsPage final : public CellPanel {
 public:
-    WindowsPage(XY<int> size, LogLine log) : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
-        addChild(std::make_unique<Caption>(
-                     L"A press outside of the pop-ups closes them all; Escape closes the last one.",
-                     Caption::Kind::note),
-                 TopLeft(margin(), margin()));
-        place(L"Open a window", [this](LabelGlob&) { openWindow(); });
-        place(L"Open a modal window", [this](LabelGlob& self) { openModal(self); });
-        popUpLabel_ = place(L"Open pop-ups", {});
-        keepAbove_ = place(L"Keep above", [this](LabelGlob&) { toggleKeepAbove(); });
-        place(L"Modal strip below", [this](LabelGlob&) { makeStripModal(); });
-        place(L"Other theme", [](LabelGlob&) {
-            Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);
-        });
-        place(L"Other scale", [this](LabelGlob&) {
-            isLarge_ = !isLarge_;
-            Look::setDeviceScale(isLarge_ ? 2.0 : 1.0);
-        });
+    WindowsPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
+        addNote(L"A press outside of the pop-ups closes them all; Escape closes the last one.", 0, count_++,
+                allColumns);
+        place(L"Open a window", [this](Button&) { openWindow(); });
+        place(L"Open a modal window", [this](Button& self) { openModal(self); });
+        opener_ = place(
+            L"Open pop-ups", [this](Button&) { openPopUps(); }, "pressed");
+        opener_->setMessageOnMouseUp(false);
+        place(L"Keep above", [this](Button& self) {
+            GlobManager::instance().canvasKeepTopmost(canvas(), self.isDown());
+        })->setLatching(true, false);
+        place(L"Modal strip below", [this](Button&) { GlobManager::instance().addModalGlob(strip_, this); });
         strip_ = place(L"The strip: press to free the rest",
-                       [this](LabelGlob&) { GlobManager::instance().unsetModalContextGlob(strip_); });
-        strip_->resize(buttonSize().x * 2, buttonSize().y);
-        popUpLabel_->setFocusable(false);
+                       [this](Button&) { GlobManager::instance().unsetModalContextGlob(strip_); });
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
-        auto const* label = dynamic_cast<LabelGlob const*>(sender);
-        log_(fromUTF8(name) + L"  " +
-             (label ? label->label() : LightweightString<wchar_t>(L"(sender has gone)")));
-        if (name == LabelGlob::pressedMsg && sender == popUpLabel_) pressedPopUpLabel();
+        auto* const button = dynamic_cast<Button*>(sender);
+        log()(fromUTF8(name) + L"  " +
+              (button ? button->getWidgetValue() : LightweightString<wchar_t>(L"(sender has gone)")));
+        auto const found = actions_.find(button);
+        if (found == actions_.end()) return name == pootMsg ? 0 : 1;
+        auto const action = found->second;
+        action(*button);
         return 1;
     }
 
 private:
-    LabelGlob* place(LightweightString<wchar_t> const& text, std::function<void(LabelGlob&)> action) {
-        auto label = std::make_unique<LabelGlob>(buttonSize(), text);
-        label->setAction(std::move(action));
-        int const step = buttonSize().y + UifStd::getWidgetGap();
-        return addChild(std::move(label), TopLeft(margin(), margin() * 3 + step * count_++));
+    Button* place(LightweightString<wchar_t> const& text, std::function<void(Button&)> action,
+                  char const* message = "clicked") {
+        Button* const button =
+            addButton(std::make_unique<Button>(Button::InitArgs(UIString(text), message)), 0, count_++);
+        actions_[button] = std::move(action);
+        return button;
     }
 
     void openWindow() {
-        auto window = std::make_unique<SmallWindow>("Another window", L"Close it", log_);
+        auto window = std::make_unique<SmallWindow>("Another window", L"Close it", log());
         XY<int> const corner =
             GlobManager::instance().getSafePosForGlob({toSize16(window->width()), toSize16(window->height())},
-                                                      RightOf(UifStd::getWidgetGap(), popUpLabel_));
+                                                      RightOf(UifStd::getWidgetGap(), opener_));
         if (GlobManager::instance().realize(window.get(), corner)) static_cast<void>(window.release());
     }
 
-    void openModal(LabelGlob& from) {
-        auto window = std::make_unique<SmallWindow>("Modal window", L"Done", log_);
+    void openModal(Button& from) {
+        auto window = std::make_unique<SmallWindow>("Modal window", L"Done", log());
         if (GlobManager::instance().addModalGlob(window.get(), &from)) static_cast<void>(window.release());
     }
 
-    void pressedPopUpLabel() {
+    void openPopUps() {
         if (Glob* const open = popUp_.get()) return destroy(open);
-        auto made = std::make_unique<LevelPopUp>(1, log_);
-        IntBox const anchor = popUpLabel_->screenBox();
+        auto made = std::make_unique<LevelPopUp>(1, log());
+        IntBox const anchor = opener_->screenBox();
         PopUpOptions options;
         options.anchor = anchor;
-        options.opener = popUpLabel_;
+        options.opener = opener_;
         options.place = GlobManager::instance().calcPosForGlob(made->size(), anchor);
         if (options.place->y < 0) options.place->y = anchor.y2;
         popUp_ = HandlerRef<Glob>(made.get());
         if (GlobManager::instance().openPopUp(made.get(), options)) static_cast<void>(made.release());
     }
 
-    void toggleKeepAbove() {
-        keepsAbove_ = !keepsAbove_;
-        keepAbove_->setChosen(keepsAbove_);
-        GlobManager::instance().canvasKeepTopmost(canvas(), keepsAbove_);
-    }
-
-    void makeStripModal() { GlobManager::instance().addModalGlob(strip_, this); }
-
-    LogLine log_;
+    std::map<Button*, std::function<void(Button&)>> actions_;
     int count_ = 0;
-    LabelGlob* popUpLabel_;
-    LabelGlob* keepAbove_;
-    LabelGlob* strip_;
-    bool keepsAbove_ = false;
-    bool isLarge_ = false;
+    Button* opener_;
+    Button* strip_;
     HandlerRef<Glob> popUp_;
 };
 
-} // namespace
-
-std::unique_ptr<Glob> makeWindowsPage(XY<int> size, LogLine log) {
+std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
     return std::make_unique<WindowsPage>(size, std::move(log));
 }
+
+} // namespace
+
+extern Page const windowsPage = {"windows",
+                                 L"Windows",
+                                 PageGroup::panels,
+                                 L"Windows, pop-ups, modal dialogues and notes.",
+                                 "gallery/pages/windows_page.cpp",
+                                 make};
 
 } // namespace wainscot::gallery

@@ -433,9 +433,13 @@ void Glob::popToTop(bool activate) {
 }
 
 void Glob::bringIntoView() {
+    bringIntoView(bounds());
+}
+
+void Glob::bringIntoView(IntBox const& part) {
     EventSystem const* const system = EventSystem::current();
     if (!system || system->pointer.heldButtons != 0) return;
-    IntBox area = bounds();
+    IntBox area = part;
     HandlerRef<Glob> within(this);
     while (within.get() && within.get()->parent_) {
         area = area.translated(within.get()->position_);

@@ -242,6 +242,8 @@ public:
     /// Has what scrolls round it scroll it into view, as far as it fits. Nothing while a button of the
     /// pointer is held: what is under the pointer stays there.
     void bringIntoView();
+    /// The same for a part of it, in its own coordinates.
+    void bringIntoView(IntBox const& part);
     /// For what scrolls: an area of it, in its own coordinates, is wanted in view. The answer is how far the
     /// contents have moved.
     virtual XY<int> handleBringIntoView(IntBox const& area);

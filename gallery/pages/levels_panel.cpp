@@ -1,0 +1,78 @@
+#include "gallery/pages/levels_panel.h"
+
+#include "buttons/button.h"
+#include "buttons/checkbox.h"
+#include "containers/slider.h"
+#include "foundation/label.h"
+#include "foundation/layout/box_layout.h"
+#include "foundation/layout/grid_layout.h"
+#include "foundation/val_server_adaptor.h"
+#include "host/base/convert.h"
+#include "host/drawing/uif_std.h"
+
+#include <cmath>
+
+namespace wainscot::gallery {
+
+namespace {
+
+constexpr wchar_t const* channelNames[] = {L"Dialogue", L"Music", L"Effects", L"Ambience"};
+
+enum Row { barsRow, nameRow, muteRow };
+
+} // namespace
+
+LevelsPanel::LevelsPanel() : StandardPanel(InitArgs(1, 1, Border(Border::group))) {
+    setTitle(L"Levels");
+    setTabGoesOn(true);
+    setLayout(std::make_unique<GridLayout>());
+    for (std::size_t i = 0; i < numChannels; ++i) addChannel(i);
+    setTime(0);
+}
+
+void LevelsPanel::addChannel(std::size_t number) {
+    Channel& channel = channels_[number];
+    auto& grid = static_cast<GridLayout&>(*getLayout());
+    int const column = static_cast<int>(number);
+    grid.setColumnStretch(column, 1);
+    grid.setRowStretch(barsRow, 1);
+    LayoutOptions middle;
+    middle.horizontal = LayoutAlign::centre;
+    BoxLayout* const pair = grid.add(BoxLayout::makeRow(), {barsRow, column}, middle);
+    channel.meter = pair->add(std::make_unique<LevelMeter>());
+    channel.meter->setName(toUTF8(LightweightString<wchar_t>(channelNames[number]) + L" level"));
+    Slider* const fader = pair->add(
+        std::make_unique<Slider>(Slider::InitArgs(toSize16(4 * UifStd::getButtonHeight()), eVertical)));
+    fader->setName(toUTF8(channelNames[number]));
+    bindToServer<double>(*fader, channel.fader);
+    addTabStop(*fader);
+    Label* const label = grid.add(std::make_unique<Label>(channelNames[number]), {nameRow, column}, middle);
+    label->setLabelFor(*fader);
+    Checkbox* const mute =
+        grid.add(std::make_unique<Checkbox>(Checkbox::InitArgs(L"Mute")), {muteRow, column}, middle);
+    mute->setAppearance(Checkbox::redLight);
+    bindToServer<bool>(*mute, channel.silenced);
+    addTabStop(*mute);
+}
+
+double LevelsPanel::levelOf(std::size_t number) const {
+    Channel const& channel = channels_[number];
+    if (channel.silenced.value() || channel.fader.value() <= 0) return LevelMeter::silence;
+    double const pace = 1.7 + static_cast<double>(number);
+    double const voice =
+        std::sin(time_ * pace) * std::sin(time_ * 0.61 * pace + 1) + 0.4 * std::sin(time_ * 9);
+    return -14 + 9 * voice + 20 * std::log10(channel.fader.value() / 0.75);
+}
+
+void LevelsPanel::setTime(double time) {
+    time_ = time;
+    for (std::size_t i = 0; i < numChannels; ++i) channels_[i].meter->setLevel(levelOf(i));
+}
+
+int LevelsPanel::handleMessageEvent(LightweightString<char> message, Glob* sender) {
+    if (message == pootMsg) return StandardPanel::handleMessageEvent(message, sender);
+    setTime(time_);
+    return 1;
+}
+
+} // namespace wainscot::gallery
