@@ -102,10 +102,10 @@ void Layout::dropDead() {
     });
 }
 
-bool Layout::isShown(Item const& item) const {
+bool Layout::isShown(Item const& item, Glob const* panel) {
     if (item.isSpacer || item.nested) return true;
     Glob const* const child = item.child.get();
-    return child && child->isVisible() && child->parent() == panel();
+    return child && child->isVisible() && child->parent() == panel;
 }
 
 /// A layout in which nothing is shown still has its gap, as an empty panel has.
@@ -114,11 +114,11 @@ SizeNeeds Layout::measured(Item& item) {
         item.needs = item.nested->needs();
     } else if (item.isSpacer) {
         item.needs.natural = item.needs.minimum = item.made;
-    } else if (item.stale) {
+    } else if (item.stale && item.child.get()) {
+        item.stale = false;
         item.needs = item.child.get()->sizeNeeds();
         item.widthAsked = -1;
     }
-    item.stale = false;
     LayoutOptions const& options = item.options;
     Glob const* const child = item.child.get();
     XY<int> const least = child ? child->getMinSize() : XY<int>();
@@ -134,12 +134,15 @@ SizeNeeds Layout::measured(Item& item) {
     return {{x.x, y.x}, {x.y, y.y}, item.needs.heightFollowsWidth && options.size.y < 0};
 }
 
-/// Finds out where the items lie, and what the columns need.
+/// Finds out where the items lie, and what the columns need. A child that is asked may add others, or remove
+/// some: the former wait for the next layout.
 void Layout::measureColumns() {
     int shown = 0;
     Cell end{0, 0, 0, 0};
-    for (std::unique_ptr<Item> const& item : items_) {
-        item->shown = isShown(*item);
+    Glob const* const owner = panel();
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
+        item->shown = isShown(*item, owner);
         if (!item->shown) continue;
         item->at = cellOf(item->cell, shown++);
         end.columns = std::max(end.columns, item->at.column + item->at.columns);
@@ -148,7 +151,8 @@ void Layout::measureColumns() {
     columns_->reset(static_cast<std::size_t>(end.columns), columnGap());
     rows_->reset(static_cast<std::size_t>(end.rows), rowGap());
     stretch(*columns_, *rows_);
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown) continue;
         SizeNeeds const needs = measured(*item);
         auto const column = static_cast<std::size_t>(item->at.column);
@@ -216,7 +220,8 @@ void Layout::measureRows(int width, Tracks& rows) {
     std::vector<Tracks::Place> const columns = columns_->shared(width);
     rows.reset(rows_->size(), rowGap());
     rows.takeStretch(*rows_);
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown) continue;
         SizeNeeds needs = measured(*item);
         if (needs.heightFollowsWidth) {
@@ -234,8 +239,9 @@ void Layout::measureRows(int width, Tracks& rows) {
 
 int Layout::heightOf(Item& item, int width) {
     if (item.nested) return item.nested->heightForWidth(width);
-    if (item.widthAsked != width) {
-        item.heightAnswered = toSize16(item.child.get()->heightForWidth(width));
+    Glob const* const child = item.child.get();
+    if (child && item.widthAsked != width) {
+        item.heightAnswered = toSize16(child->heightForWidth(width));
         item.widthAsked = width;
     }
     return item.heightAnswered;
@@ -277,7 +283,8 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
     if (needs_.heightFollowsWidth) measureRows(width, wrapped);
     std::vector<Tracks::Place> const rows = (needs_.heightFollowsWidth ? wrapped : *rows_).shared(height);
     bool const mirrored = UifStd::isRightToLeft();
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown || item->isSpacer) continue;
         Tracks::Place const across = range(columns, item->at.column, item->at.columns);
         Tracks::Place const down = range(rows, item->at.row, item->at.rows);
