@@ -20,6 +20,7 @@ std::span<Page const> pages() {
         {"panel", L"Panels", makePanelPage},
         {"buttons", L"Buttons", makeButtonsPage},
         {"choices", L"Choices", makeChoicesPage},
+        {"form", L"Forms", makeFormPage, true},
         {"scroll", L"Scrolling", makeScrollPage},
         {"timeline", L"Timeline", makeTimelinePage, true},
         {"rating", L"A control of your own", makeRatingPage},

@@ -18,7 +18,7 @@ struct Page {
     wchar_t const* title;
     /// Makes the contents for an area of that size; they may keep `log` for as long as they live.
     std::unique_ptr<Glob> (*make)(XY<int> size, LogLine log);
-    /// Whether it fits itself into any room, and need not be scrolled.
+    /// Whether it fits itself into any room, and need not be scrolled, but where it says what it needs.
     bool fitsAnywhere = false;
 };
 
@@ -43,6 +43,7 @@ std::unique_ptr<Glob> makeDraggingPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makePanelPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeButtonsPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeChoicesPage(XY<int> size, LogLine log);
+std::unique_ptr<Glob> makeFormPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeScrollPage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeTimelinePage(XY<int> size, LogLine log);
 std::unique_ptr<Glob> makeRatingPage(XY<int> size, LogLine log);

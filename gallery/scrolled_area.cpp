@@ -24,10 +24,17 @@ void showPart(ScrollBar& bar, int offset, int shown, int all) {
     bar.setNewWidgetValue(thumb, eRedrawYes);
 }
 
+/// Lets what scrolls know when the contents need more room.
+class View final : public Glob {
+public:
+    View() : Glob(1, 1, Palette(), false) {}
+    bool handleChildChange(Glob&, ChildChange change) override { return change == ChildChange::needs; }
+};
+
 } // namespace
 
 ScrolledArea::ScrolledArea(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y), Palette(), false) {
-    view_ = addChild(std::make_unique<Glob>(1, 1, Palette(), false));
+    view_ = addChild(std::make_unique<View>());
     across_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eHorizontal)));
     down_ = addChild(std::make_unique<ScrollBar>(ScrollBar::InitArgs(eVertical)));
     across_->setName("page across");
@@ -42,17 +49,28 @@ void ScrolledArea::setLeastSize(XY<int> least) {
     layOut();
 }
 
+XY<int> ScrolledArea::least() const {
+    Glob const* const contents = contents_.get();
+    if (!contents) return least_;
+    SizeNeeds const needs = contents->sizeNeeds();
+    int const wide = std::max({least_.x, needs.natural.x, width() - ScrollBar::thickness()});
+    int const high = needs.heightFollowsWidth ? contents->heightForWidth(wide) : needs.natural.y;
+    return {std::max(least_.x, needs.natural.x), std::max(least_.y, high)};
+}
+
 XY<int> ScrolledArea::viewSize() const {
+    XY<int> const least = this->least();
     int const thick = ScrollBar::thickness();
-    bool const isLow = height() < least_.y;
-    bool const isNarrow = width() - (isLow ? thick : 0) < least_.x;
-    bool const needsDown = isLow || (isNarrow && height() - thick < least_.y);
+    bool const isLow = height() < least.y;
+    bool const isNarrow = width() - (isLow ? thick : 0) < least.x;
+    bool const needsDown = isLow || (isNarrow && height() - thick < least.y);
     return {std::max(width() - (needsDown ? thick : 0), 1), std::max(height() - (isNarrow ? thick : 0), 1)};
 }
 
 XY<int> ScrolledArea::contentsSize() const {
     XY<int> const view = viewSize();
-    return {std::max(view.x, least_.x), std::max(view.y, least_.y)};
+    XY<int> const least = this->least();
+    return {std::max(view.x, least.x), std::max(view.y, least.y)};
 }
 
 XY<int> ScrolledArea::range() const {
@@ -97,6 +115,15 @@ Glob* ScrolledArea::setContents(std::unique_ptr<Glob> contents) {
 void ScrolledArea::reshape() {
     Glob::reshape();
     if (down_) layOut();
+}
+
+bool ScrolledArea::handleChildChange(Glob& child, ChildChange change) {
+    if (&child == view_ && change == ChildChange::needs) askForLayout();
+    return false;
+}
+
+void ScrolledArea::handleLayout() {
+    layOut();
 }
 
 // What the user does

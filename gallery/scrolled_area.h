@@ -18,7 +18,7 @@ public:
 
     /// What the contents are to be made for.
     XY<int> contentsSize() const;
-    /// Takes it over, in the place of what was there.
+    /// Takes it over, in the place of what was there. It is never smaller than what it needs.
     Glob* setContents(std::unique_ptr<Glob> contents);
 
     /// Turns of the wheel that nothing in the contents has used.
@@ -26,12 +26,16 @@ public:
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     XY<int> handleBringIntoView(IntBox const& area) override;
     void reshape() override;
+    bool handleChildChange(Glob& child, ChildChange change) override;
+    void handleLayout() override;
     void describe(GlobDescription& description) const override;
 
 private:
     /// What the bars leave.
     XY<int> viewSize() const;
     XY<int> range() const;
+    /// What the contents cannot be smaller than.
+    XY<int> least() const;
     void layOut();
     void scrollTo(XY<int> offset);
 

@@ -110,17 +110,18 @@ bool Layout::isShown(Item const& item, Glob const* panel) {
 
 /// A layout in which nothing is shown still has its gap, as an empty panel has.
 SizeNeeds Layout::measured(Item& item) {
+    Glob const* child = item.child.get();
     if (item.nested) {
         item.needs = item.nested->needs();
     } else if (item.isSpacer) {
         item.needs.natural = item.needs.minimum = item.made;
-    } else if (item.stale && item.child.get()) {
+    } else if (item.stale && child) {
         item.stale = false;
-        item.needs = item.child.get()->sizeNeeds();
+        item.needs = child->sizeNeeds();
         item.widthAsked = -1;
+        child = item.child.get();
     }
     LayoutOptions const& options = item.options;
-    Glob const* const child = item.child.get();
     XY<int> const least = child ? child->getMinSize() : XY<int>();
     auto const both = [&](int XY<int>::*axis) {
         int const natural = orElse(options.size.*axis, orElse(item.needs.natural.*axis, item.made.*axis));
@@ -154,7 +155,7 @@ void Layout::measureColumns() {
     for (std::size_t i = 0; i < items_.size(); ++i) {
         Item* const item = items_[i].get();
         if (!item->shown) continue;
-        SizeNeeds const needs = measured(*item);
+        SizeNeeds const needs = item->wanted = measured(*item);
         auto const column = static_cast<std::size_t>(item->at.column);
         auto const row = static_cast<std::size_t>(item->at.row);
         if (item->options.stretch > 0 && stretchesRows()) rows_->stretchAtLeast(row, item->options.stretch);
@@ -223,7 +224,7 @@ void Layout::measureRows(int width, Tracks& rows) {
     for (std::size_t i = 0; i < items_.size(); ++i) {
         Item* const item = items_[i].get();
         if (!item->shown) continue;
-        SizeNeeds needs = measured(*item);
+        SizeNeeds needs = item->wanted;
         if (needs.heightFollowsWidth) {
             Tracks::Place const room = range(columns, item->at.column, item->at.columns);
             LayoutOptions const& options = item->options;
@@ -267,7 +268,9 @@ void Layout::layOutNow() {
 void Layout::growPanel() {
     Glob& owner = *panel();
     SizeNeeds const wanted = owner.sizeNeeds();
-    XY<int> const size{std::max(owner.width(), wanted.natural.x), std::max(owner.height(), wanted.natural.y)};
+    int const width = std::max(owner.width(), wanted.natural.x);
+    int const height = wanted.heightFollowsWidth ? owner.heightForWidth(width) : wanted.natural.y;
+    XY<int> const size{width, std::max(owner.height(), height)};
     if (size != owner.size()) owner.resize(size.x, size.y);
     if (is_good_glob_ptr(&owner)) owner.layoutDone();
 }
@@ -289,7 +292,7 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
         Tracks::Place const across = range(columns, item->at.column, item->at.columns);
         Tracks::Place const down = range(rows, item->at.row, item->at.rows);
         LayoutOptions const& options = item->options;
-        SizeNeeds const needs = measured(*item);
+        SizeNeeds const& needs = item->wanted;
         Tracks::Place const x = aligned(options.horizontal, across, needs.natural.x, options.maximum.x);
         int const natural = needs.heightFollowsWidth ? heightOf(*item, x.size) : needs.natural.y;
         Tracks::Place const y = aligned(options.vertical, down, natural, options.maximum.y);
@@ -307,12 +310,13 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
 void Layout::apply(std::vector<Placed> const& placed) {
     HandlerRef<Glob> const owner = root_->panel;
     Placing const placing(isPlacing_, life_);
+    Glob* panel = owner.get();
     for (Placed const& next : placed) {
-        Glob* const panel = owner.get();
-        Glob* const child = next.child.get();
         if (!panel) return;
+        Glob* const child = next.child.get();
         if (!child || child->parent() != panel || child->box() == next.box) continue;
         panel->reshapeWidgetAt(child, next.box.bottomLeft(), next.box.size());
+        panel = owner.get();
     }
 }
 
