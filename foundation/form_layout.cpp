@@ -8,16 +8,25 @@ FormLayout::FormLayout() {
 
 bool FormLayout::addRow(UIString const& text, Glob& control, LayoutOptions const& options) {
     int const row = nextRow();
-    if (!add(control, {row, 1}, options)) return false;
-    addLabel(row, text, &control);
-    return true;
+    Label* const label = addLabel(row, text);
+    bool const isAdded = add(control, {.row = row, .column = 1}, options);
+    finishRow(row, label, &control, isAdded);
+    return isAdded;
 }
 
 /// In the first line of what it names.
-void FormLayout::addLabel(int row, UIString const& text, Glob* control) {
-    Label* const label =
-        add(std::make_unique<Label>(text), GridCell{row, 0}, {.vertical = LayoutAlign::start});
-    if (!label) return;
+Label* FormLayout::addLabel(int row, UIString const& text) {
+    return add(std::make_unique<Label>(text), GridCell{.row = row}, {.vertical = LayoutAlign::start});
+}
+
+void FormLayout::finishRow(int row, Label* label, Glob* control, bool isAdded) {
+    if (!is_good_glob_ptr(label)) return;
+    if (!isAdded) {
+        bool const hasParent = label->parent() != nullptr;
+        remove(*label);
+        if (hasParent) destroy(label);
+        return;
+    }
     if (control) label->setLabelFor(*control);
     labels_.resize(static_cast<std::size_t>(row) + 1);
     labels_.back() = HandlerRef<Label>(label);

@@ -17,8 +17,9 @@ public:
     requires std::derived_from<T, Glob> T* addRow(UIString const& text, std::unique_ptr<T> control,
                                                   LayoutOptions const& options = {}) {
         int const row = nextRow();
-        T* const added = add(std::move(control), GridCell{row, 1}, options);
-        if (added) addLabel(row, text, added);
+        Label* const label = addLabel(row, text);
+        T* const added = add(std::move(control), GridCell{.row = row, .column = 1}, options);
+        finishRow(row, label, added, added != nullptr);
         return added;
     }
     /// The same for several controls, which the label does not name.
@@ -26,8 +27,9 @@ public:
     requires std::derived_from<T, Layout> T* addRow(UIString const& text, std::unique_ptr<T> controls,
                                                     LayoutOptions const& options = {}) {
         int const row = nextRow();
-        T* const added = add(std::move(controls), GridCell{row, 1}, options);
-        if (added) addLabel(row, text, nullptr);
+        Label* const label = addLabel(row, text);
+        T* const added = add(std::move(controls), GridCell{.row = row, .column = 1}, options);
+        finishRow(row, label, nullptr, added != nullptr);
         return added;
     }
     /// The same for a child of the panel. False when refused.
@@ -38,7 +40,10 @@ public:
     Label* labelOf(int row) const;
 
 private:
-    void addLabel(int row, UIString const& text, Glob* control);
+    /// Before what it names, as they are read.
+    Label* addLabel(int row, UIString const& text);
+    /// Relates both, or takes the label back.
+    void finishRow(int row, Label* label, Glob* control, bool isAdded);
 
     std::vector<HandlerRef<Label>> labels_;
 };

@@ -1,5 +1,6 @@
 #include "foundation/label.h"
 
+#include "foundation/tab_order_manager.h"
 #include "host/drawing/uif_std.h"
 #include "host/drawing/word_wrapping_text_renderer.h"
 #include "host/events/dispatch_scope.h"
@@ -18,6 +19,19 @@ constexpr int wrapLength = 14;
 
 Glib::FontDesc fontOf(Label::Part part) {
     return part == Label::Part::heading ? UifStd::getTitleFont() : UifStd::getFont();
+}
+
+/// Where a control is made of several, the first of them at which Tab stops.
+Glob& focusIn(Glob& control) {
+    auto* const host = dynamic_cast<TabOrderableHost*>(&control);
+    if (!host) return control;
+    std::vector<TabOrderable*> stops;
+    host->getTabOrderables(stops, TabOrderManager::appendTabStop);
+    for (TabOrderable* stop : stops) {
+        auto* const part = dynamic_cast<Glob*>(stop);
+        if (part && stop->isTabStopActive()) return *part;
+    }
+    return control;
 }
 
 } // namespace
@@ -123,7 +137,7 @@ void Label::handleLookChange(LookChange changes) {
 bool Label::react(Event const& event) {
     Glob* const control = getLabelFor();
     bool const isPress = mouse_down_event(event) && mouse_left_event(event);
-    if (isPress && control && isActive() && control->claimKbdFocus()) return true;
+    if (isPress && control && isActive() && focusIn(*control).claimKbdFocus()) return true;
     return Glob::react(event);
 }
 

@@ -11,6 +11,7 @@ extern Page const buttonsPage;
 extern Page const choicesPage;
 extern Page const scrollPage;
 extern Page const ratingPage;
+extern Page const formPage;
 extern Page const panelPage;
 extern Page const tabOrderPage;
 extern Page const bindingPage;

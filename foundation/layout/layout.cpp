@@ -161,6 +161,8 @@ void Layout::adoptChildren() {
 
 void Layout::collectChildren(std::vector<std::unique_ptr<Glob>>& owned) {
     for (std::unique_ptr<Item> const& item : items_) {
+        bool const isOurs = item->child.get() && !item->child.get()->parent();
+        if (!isOurs) static_cast<void>(item->owned.release());
         if (item->owned) owned.push_back(std::move(item->owned));
         if (item->nested) item->nested->collectChildren(owned);
     }
@@ -222,6 +224,7 @@ void Layout::setMargins(Margins const& margins) {
 // Changes
 
 void Layout::attach(Glob* panel) {
+    if (outer_) return;
     root_->panel = HandlerRef<Glob>(panel);
     forgetNeeds();
     if (!panel) return;

@@ -36,7 +36,7 @@ class Tracks;
 class WAINSCOT_API Layout {
 public:
     static constexpr int maxDepth = 64;
-    /// The room at the four sides.
+    /// The room at the four sides; left is the side from which the language is read.
     struct Margins {
         int left = 0;
         int bottom = 0;
@@ -150,7 +150,7 @@ private:
 
     void measure();
     void dropDead();
-    bool isShown(Item const& item) const;
+    static bool isShown(Item const& item, Glob const* panel);
     SizeNeeds measured(Item& item);
     void measureColumns();
     void measureRows(int width, Tracks& rows);

@@ -35,6 +35,8 @@ struct Layout::Item {
 
     // Of the present layout
     bool shown = false;
+    /// What its needs and its options come to.
+    SizeNeeds wanted;
     Cell at;
 };
 

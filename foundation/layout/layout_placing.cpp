@@ -102,25 +102,26 @@ void Layout::dropDead() {
     });
 }
 
-bool Layout::isShown(Item const& item) const {
+bool Layout::isShown(Item const& item, Glob const* panel) {
     if (item.isSpacer || item.nested) return true;
     Glob const* const child = item.child.get();
-    return child && child->isVisible() && child->parent() == panel();
+    return child && child->isVisible() && child->parent() == panel;
 }
 
 /// A layout in which nothing is shown still has its gap, as an empty panel has.
 SizeNeeds Layout::measured(Item& item) {
+    Glob const* child = item.child.get();
     if (item.nested) {
         item.needs = item.nested->needs();
     } else if (item.isSpacer) {
         item.needs.natural = item.needs.minimum = item.made;
-    } else if (item.stale) {
-        item.needs = item.child.get()->sizeNeeds();
+    } else if (item.stale && child) {
+        item.stale = false;
+        item.needs = child->sizeNeeds();
         item.widthAsked = -1;
+        child = item.child.get();
     }
-    item.stale = false;
     LayoutOptions const& options = item.options;
-    Glob const* const child = item.child.get();
     XY<int> const least = child ? child->getMinSize() : XY<int>();
     auto const both = [&](int XY<int>::*axis) {
         int const natural = orElse(options.size.*axis, orElse(item.needs.natural.*axis, item.made.*axis));
@@ -134,12 +135,15 @@ SizeNeeds Layout::measured(Item& item) {
     return {{x.x, y.x}, {x.y, y.y}, item.needs.heightFollowsWidth && options.size.y < 0};
 }
 
-/// Finds out where the items lie, and what the columns need.
+/// Finds out where the items lie, and what the columns need. A child that is asked may add others, or remove
+/// some: the former wait for the next layout.
 void Layout::measureColumns() {
     int shown = 0;
     Cell end{0, 0, 0, 0};
-    for (std::unique_ptr<Item> const& item : items_) {
-        item->shown = isShown(*item);
+    Glob const* const owner = panel();
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
+        item->shown = isShown(*item, owner);
         if (!item->shown) continue;
         item->at = cellOf(item->cell, shown++);
         end.columns = std::max(end.columns, item->at.column + item->at.columns);
@@ -148,9 +152,10 @@ void Layout::measureColumns() {
     columns_->reset(static_cast<std::size_t>(end.columns), columnGap());
     rows_->reset(static_cast<std::size_t>(end.rows), rowGap());
     stretch(*columns_, *rows_);
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown) continue;
-        SizeNeeds const needs = measured(*item);
+        SizeNeeds const needs = item->wanted = measured(*item);
         auto const column = static_cast<std::size_t>(item->at.column);
         auto const row = static_cast<std::size_t>(item->at.row);
         if (item->options.stretch > 0 && stretchesRows()) rows_->stretchAtLeast(row, item->options.stretch);
@@ -216,9 +221,10 @@ void Layout::measureRows(int width, Tracks& rows) {
     std::vector<Tracks::Place> const columns = columns_->shared(width);
     rows.reset(rows_->size(), rowGap());
     rows.takeStretch(*rows_);
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown) continue;
-        SizeNeeds needs = measured(*item);
+        SizeNeeds needs = item->wanted;
         if (needs.heightFollowsWidth) {
             Tracks::Place const room = range(columns, item->at.column, item->at.columns);
             LayoutOptions const& options = item->options;
@@ -234,8 +240,9 @@ void Layout::measureRows(int width, Tracks& rows) {
 
 int Layout::heightOf(Item& item, int width) {
     if (item.nested) return item.nested->heightForWidth(width);
-    if (item.widthAsked != width) {
-        item.heightAnswered = toSize16(item.child.get()->heightForWidth(width));
+    Glob const* const child = item.child.get();
+    if (child && item.widthAsked != width) {
+        item.heightAnswered = toSize16(child->heightForWidth(width));
         item.widthAsked = width;
     }
     return item.heightAnswered;
@@ -261,7 +268,9 @@ void Layout::layOutNow() {
 void Layout::growPanel() {
     Glob& owner = *panel();
     SizeNeeds const wanted = owner.sizeNeeds();
-    XY<int> const size{std::max(owner.width(), wanted.natural.x), std::max(owner.height(), wanted.natural.y)};
+    int const width = std::max(owner.width(), wanted.natural.x);
+    int const height = wanted.heightFollowsWidth ? owner.heightForWidth(width) : wanted.natural.y;
+    XY<int> const size{width, std::max(owner.height(), height)};
     if (size != owner.size()) owner.resize(size.x, size.y);
     if (is_good_glob_ptr(&owner)) owner.layoutDone();
 }
@@ -277,12 +286,13 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
     if (needs_.heightFollowsWidth) measureRows(width, wrapped);
     std::vector<Tracks::Place> const rows = (needs_.heightFollowsWidth ? wrapped : *rows_).shared(height);
     bool const mirrored = UifStd::isRightToLeft();
-    for (std::unique_ptr<Item> const& item : items_) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        Item* const item = items_[i].get();
         if (!item->shown || item->isSpacer) continue;
         Tracks::Place const across = range(columns, item->at.column, item->at.columns);
         Tracks::Place const down = range(rows, item->at.row, item->at.rows);
         LayoutOptions const& options = item->options;
-        SizeNeeds const needs = measured(*item);
+        SizeNeeds const& needs = item->wanted;
         Tracks::Place const x = aligned(options.horizontal, across, needs.natural.x, options.maximum.x);
         int const natural = needs.heightFollowsWidth ? heightOf(*item, x.size) : needs.natural.y;
         Tracks::Place const y = aligned(options.vertical, down, natural, options.maximum.y);
@@ -300,12 +310,13 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
 void Layout::apply(std::vector<Placed> const& placed) {
     HandlerRef<Glob> const owner = root_->panel;
     Placing const placing(isPlacing_, life_);
+    Glob* panel = owner.get();
     for (Placed const& next : placed) {
-        Glob* const panel = owner.get();
-        Glob* const child = next.child.get();
         if (!panel) return;
+        Glob* const child = next.child.get();
         if (!child || child->parent() != panel || child->box() == next.box) continue;
         panel->reshapeWidgetAt(child, next.box.bottomLeft(), next.box.size());
+        panel = owner.get();
     }
 }
 
