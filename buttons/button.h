@@ -13,6 +13,10 @@
 
 namespace wainscot {
 
+namespace ControlLook {
+struct Face;
+}
+
 enum button_state : unsigned char { buttonUp = 0, buttonDown = 1 };
 
 enum eButtonStyle : unsigned char {
@@ -217,6 +221,7 @@ private:
     void askForTimer();
     bool hasOwnDownFace() const;
     void drawIndicator();
+    ControlLook::Face face() const;
     FittedLabel shownLabel() const;
     /// The room for the label, in pixels.
     int labelRoom() const;

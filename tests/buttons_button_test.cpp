@@ -1,7 +1,6 @@
 #include "tests/widget_fixture.h"
 
 #include "buttons/button.h"
-#include "buttons/button_look.h"
 #include "buttons/command_button.h"
 #include "buttons/custom_border_button.h"
 #include "buttons/standard_buttons.h"

@@ -470,11 +470,6 @@ TEST_F(ScrollBars, ItsStateCanBeSeenInBothThemes) {
             return driver_.pixel(bar, inThumb);
         };
         std::uint32_t const atRest = look();
-        EXPECT_NE(atRest, driver_.pixel(bar, {150, 8})) << "thumb and track";
-        EXPECT_GE(contrastRatio(Colour::fromLong(driver_.pixel(bar, {80, 4})),
-                                Colour::fromLong(driver_.pixel(bar, {150, 8}))),
-                  3.0)
-            << "its edge";
         moveIn(bar, 70, 10);
         std::uint32_t const hovered = look();
         EXPECT_NE(hovered, atRest);

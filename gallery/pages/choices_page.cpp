@@ -102,8 +102,9 @@ private:
         auto* const states = addPanel(
             std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
             3, 7);
-        states->setTextColourWhenTicked(getPalette().warning());
+        states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
         states->setAppearance(Checkbox::greenLight);
+        states->setSelectedItem(2);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;
