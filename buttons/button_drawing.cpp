@@ -37,8 +37,9 @@ Colour Button::getForeCol() const {
                             : !isDown() && extras_->up  ? &*extras_->up
                                                         : nullptr;
     if (own && own->text) return isActive() ? *own->text : ControlLook::weakened(*own->text, own->face);
-    return ControlLook::textColour({.isActive = isActive(), .isDefault = !own && defaultAction_},
-                                   getPalette());
+    Colour const ink =
+        ControlLook::textColour({.isActive = isActive(), .isDefault = !own && defaultAction_}, getPalette());
+    return own ? ControlLook::inkOn(ink, ControlLook::faceColour(face(), getPalette()), isActive()) : ink;
 }
 
 Colour const* Button::borderColour() const {

@@ -24,9 +24,12 @@ constexpr double chosenOnLight = 0.2;
 constexpr double inactiveAccentShare = 0.15;
 /// What the edge of a face under the pointer has of the colour of marks.
 constexpr double hoverEdgeShare = 0.5;
-constexpr double edgeContrast = 3.0;
-/// The mark of the chosen is this share of the face's height thick, and no thinner than two pixels.
-constexpr int markShare = 12;
+/// A little more than is promised: what is shown is rounded.
+constexpr double edgeContrast = 3.1;
+/// The mark of the chosen is this share of the face's height thick, its edge included, and no thinner than
+/// that.
+constexpr int markShare = 8;
+constexpr int leastMark = 3;
 
 struct Settings {
     bool isCurved = true;
@@ -55,16 +58,6 @@ Colour restingEdge(Face const& face, Palette const& palette) {
     bool const isPlain = face.colour == palette.button() || face.colour == palette.window(eWindowNormal);
     if (isPlain) return palette.mark(eMarkEdge);
     return Palette::readable(face.colour, palette.window(eWindowNormal), edgeContrast);
-}
-
-/// The lower edge is thicker: what is chosen does not differ by its colour alone.
-void drawChosenMark(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
-    int const inset = static_cast<int>(UifStd::getCornerRadius()) + 1;
-    int const thickness = std::max(2, face.box.height() / markShare);
-    IntBox const bar(face.box.x1 + inset, face.box.y1 + 1, face.box.x2 - inset, face.box.y1 + 1 + thickness);
-    if (bar.isEmpty() || face.box.height() < 4 * thickness) return;
-    Colour const colour = face.state.isActive ? palette.mark(eMarkAccent) : palette.text(eTextDisabled);
-    renderer.renderPrimitive(Glib::RectDescription(bar, colour));
 }
 
 } // namespace
@@ -101,9 +94,15 @@ Colour edgeColour(Face const& face, Palette const& palette) {
     return answers ? Colour::mix(palette.mark(eMarkNormal), edge, hoverEdgeShare) : edge;
 }
 
+/// The lower edge of what is chosen is thicker, so that it does not differ by its colour alone.
 void drawFace(CanvasRenderer& renderer, Face const& face, Palette const& palette) {
-    Glib::drawRoundedRectFilled(renderer, faceColour(face, palette), face.box, cornerRadius());
-    if (face.state.isChosen) drawChosenMark(renderer, face, palette);
+    IntBox upper = face.box;
+    if (face.state.isChosen && face.box.height() > 4 * leastMark) {
+        Colour const mark = face.state.isActive ? palette.mark(eMarkAccent) : palette.text(eTextDisabled);
+        Glib::drawRoundedRectFilled(renderer, mark, face.box, cornerRadius());
+        upper.y1 += std::max(leastMark, face.box.height() / markShare);
+    }
+    Glib::drawRoundedRectFilled(renderer, faceColour(face, palette), upper, cornerRadius());
 }
 
 void drawEdge(CanvasRenderer& renderer, Face const& face, Palette const& palette) {

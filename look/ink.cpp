@@ -5,6 +5,9 @@ namespace wainscot::ControlLook {
 namespace {
 
 constexpr double weakenedShare = 0.45;
+// A little more than is promised: what is shown is rounded.
+constexpr double activeContrast = 4.6;
+constexpr double inactiveContrast = 2.6;
 
 } // namespace
 
@@ -13,8 +16,8 @@ Colour textColour(ControlState const& state, Palette const& palette) {
     return palette.text(state.isDefault ? eTextSelected : eTextEnabled);
 }
 
-Colour inkOn(Colour const& chosen, Colour const& ground) {
-    return Palette::readable(chosen, ground);
+Colour inkOn(Colour const& ink, Colour const& ground, bool isActive) {
+    return Palette::readable(ink, ground, isActive ? activeContrast : inactiveContrast);
 }
 
 Colour weakened(Colour const& colour, Colour const& ground) {

@@ -8,8 +8,9 @@ namespace wainscot::ControlLook {
 
 /// The label of a control in that state.
 WAINSCOT_API Colour textColour(ControlState const& state, Palette const& palette);
-/// A colour that somebody has chosen for a text, brought so far from its ground that it reads (4.5:1).
-WAINSCOT_API Colour inkOn(Colour const& chosen, Colour const& ground);
+/// A colour of a text, brought so far from a ground that somebody has chosen that it reads: 4.5:1, or 2.5:1
+/// in a control that cannot be used.
+WAINSCOT_API Colour inkOn(Colour const& ink, Colour const& ground, bool isActive = true);
 /// What is left of a colour on its ground in a control that cannot be used.
 WAINSCOT_API Colour weakened(Colour const& colour, Colour const& ground);
 /// Whether light is what stands out from a ground.

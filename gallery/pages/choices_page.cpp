@@ -103,7 +103,7 @@ private:
             std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
             3, 7);
         states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
-        states->setAppearance(Checkbox::greenLight);
+        states->setAppearance(Checkbox::redLight);
         states->setSelectedItem(2);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});

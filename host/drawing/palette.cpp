@@ -30,7 +30,7 @@ constexpr Colour rgb(std::uint32_t value) {
 // Greys without a cast, so that pictures are judged beside nothing that colours them.
 constexpr Colours darkColours = {
     .button = rgb(0x3C3C3C),
-    .text = {rgb(0xE6E6E6), rgb(0x8A8A8A), rgb(0xFFFFFF), rgb(0xBEBEBE)},
+    .text = {rgb(0xE6E6E6), rgb(0x808080), rgb(0xFFFFFF), rgb(0xBEBEBE)},
     .window = {rgb(0x282828), rgb(0x1B1B1B), rgb(0x323232), rgb(0x212121)},
     .selection = {rgb(0x2B62C4), rgb(0x4A4A4A)},
     .mark = {rgb(0xD2D2D2), rgb(0x868686), rgb(0xF2F2F2), rgb(0x7AADFA), rgb(0xFF9580)},
