@@ -13,6 +13,10 @@
 
 namespace wainscot {
 
+namespace ControlLook {
+struct Face;
+}
+
 enum button_state : unsigned char { buttonUp = 0, buttonDown = 1 };
 
 enum eButtonStyle : unsigned char {
@@ -159,7 +163,7 @@ public:
     bool isDefaultAction() const { return defaultAction_; }
     /// Text and face of both states.
     void setCols(Colour const& text, Colour const& face);
-    /// The label keeps the palette's colour.
+    /// The label keeps the palette's colour as far as it reads on the face.
     void setFaceColour(Colour const& face);
     void setUpCols(Colour const& text, Colour const& face);
     /// These are drawn as they are; a face that is not given for this state is drawn darker in it.
@@ -218,6 +222,7 @@ private:
     void askForTimer();
     bool hasOwnDownFace() const;
     void drawIndicator();
+    ControlLook::Face face() const;
     FittedLabel shownLabel() const;
     /// The room for the label, in pixels.
     int labelRoom() const;

@@ -1,10 +1,11 @@
 #include "buttons/button_extras_p.h"
-#include "buttons/button_look.h"
 #include "host/base/convert.h"
 #include "host/drawing/descriptions.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "host/objects/kbd_focus.h"
+#include "look/face.h"
+#include "look/ink.h"
 
 #include <algorithm>
 
@@ -35,8 +36,10 @@ Colour Button::getForeCol() const {
                             : isDown() && extras_->down ? &*extras_->down
                             : !isDown() && extras_->up  ? &*extras_->up
                                                         : nullptr;
-    if (!own || !own->text) return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
-    return isActive() ? *own->text : Colour::mix(*own->text, own->face, 0.5);
+    if (own && own->text) return isActive() ? *own->text : ControlLook::weakened(*own->text, own->face);
+    Colour const ink =
+        ControlLook::textColour({.isActive = isActive(), .isDefault = !own && defaultAction_}, getPalette());
+    return own ? ControlLook::inkOn(ink, ControlLook::faceColour(face(), getPalette()), isActive()) : ink;
 }
 
 Colour const* Button::borderColour() const {
@@ -45,6 +48,19 @@ Colour const* Button::borderColour() const {
 
 bool Button::isHovered() const {
     return isActive() && containsPointer();
+}
+
+ControlLook::Face Button::face() const {
+    bool const isChosen = isLatching() && isDown();
+    ControlState const state{.isActive = isActive(),
+                             .isHovered = isHovered(),
+                             .isPressed = looksDown() && !isChosen,
+                             .isChosen = isChosen,
+                             .isDefault = defaultAction_ && getBackCol() == getPalette().doIt()};
+    // What has no face at rest shows its state on the ground.
+    bool const isBare = style_ == eButtonFlat && !state.isDefault && getBackCol() == getPalette().button();
+    Colour const colour = isBare ? getPalette().window(eWindowNormal) : getBackCol();
+    return {canvasArea(), colour, state, borderColour(), hasOwnDownFace()};
 }
 
 void Button::draw() {
@@ -62,19 +78,13 @@ void Button::draw() {
 void Button::drawBackground() {
     if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::Face const face{canvasArea(), getBackCol(), looksDown(),     isHovered(),
-                                isActive(),   nullptr,      hasOwnDownFace()};
-    ButtonLook::drawFace(renderer, face, getPalette());
-    if (isLatching() && isDown()) ButtonLook::drawLatchMark(renderer, face, getPalette());
+    ControlLook::drawFace(renderer, face(), getPalette());
 }
 
 void Button::drawBorder() {
     if (style_ == eButtonFlat && !looksDown()) return;
     CanvasRenderer renderer(canvas(), canvasArea());
-    ButtonLook::drawEdge(
-        renderer,
-        {canvasArea(), getBackCol(), looksDown(), isHovered(), isActive(), borderColour(), hasOwnDownFace()},
-        getPalette());
+    ControlLook::drawEdge(renderer, face(), getPalette());
 }
 
 FittedLabel Button::shownLabel() const {

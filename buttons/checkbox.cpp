@@ -1,6 +1,5 @@
 #include "buttons/checkbox.h"
 
-#include "buttons/button_look.h"
 #include "buttons/choice_core.h"
 #include "foundation/effects.h"
 #include "host/base/convert.h"
@@ -13,6 +12,8 @@
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tooltip_details.h"
+#include "look/ink.h"
+#include "look/mark.h"
 
 #include <algorithm>
 #include <utility>
@@ -230,12 +231,12 @@ IntBox Checkbox::getTickExtents() const {
 }
 
 Colour Checkbox::getTextColour() const {
-    if (textColour_ && isActive()) return *textColour_;
-    return getPalette().text(isActive() ? eTextEnabled : eTextDisabled);
+    if (textColour_ && isActive()) return ControlLook::inkOn(*textColour_, getCol());
+    return ControlLook::textColour({.isActive = isActive()}, getPalette());
 }
 
 Colour Checkbox::getTickColour() const {
-    return isActive() ? getPalette().mark(eMarkNormal) : getPalette().text(eTextDisabled);
+    return ControlLook::markColour({.isActive = isActive()}, getPalette());
 }
 
 Qv::Ptr<Glib::Image> Checkbox::getLEDIcon() const {
@@ -276,31 +277,29 @@ void Checkbox::drawBackground() {
 void Checkbox::drawTickBox() {
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
-    Palette const& palette = getPalette();
-    bool const answers = isActive() && (containsPointer() || press().isHeld());
-    unsigned const radius =
-        appearance_ == roundTickBox ? static_cast<unsigned>(box.width() / 2) : UifStd::getCornerRadius() / 2U;
-    Colour const hover = palette.mark(eMarkFocus);
-    if (isLight()) {
-        if (Qv::Ptr<Glib::Image> const light = getLEDIcon())
-            renderer.renderPrimitive(Glib::ImageDescription(light, box));
-        if (answers) Glib::drawRoundedRectOutline(renderer, hover, box, 1, radius);
-        return;
-    }
-    Colour const ground = palette.window(!isActive()        ? eWindowNormal
-                                         : press().isHeld() ? eWindowRaised
-                                                            : eWindowRecessed);
-    Colour const edge = !isActive() ? palette.text(eTextDisabled) : answers ? hover : palette.mark(eMarkEdge);
-    Glib::drawRoundedMark(renderer, ground, edge, box, 1, radius);
+    ControlState const state{.isActive = isActive(),
+                             .isHovered = isActive() && containsPointer(),
+                             .isPressed = press().isHeld(),
+                             .isChosen = ticked_ || showsMixed()};
+    auto const shape =
+        appearance_ == roundTickBox ? ControlLook::MarkShape::round : ControlLook::MarkShape::square;
+    if (!isLight()) return ControlLook::drawMarkBox(renderer, box, shape, state, getPalette());
+    if (Qv::Ptr<Glib::Image> const light = getLEDIcon())
+        renderer.renderPrimitive(Glib::ImageDescription(light, box));
+    if (state.isActive && (state.isHovered || state.isPressed))
+        ControlLook::drawMarkEdge(renderer, box, shape, getPalette());
 }
 
 void Checkbox::drawTick(bool mixed) {
     IntBox const box = getTickExtents().translated(canvasArea().bottomLeft());
     CanvasRenderer renderer(canvas(), canvasArea());
     // On a light it stands out from every colour.
-    if (mixed) return drawBar(renderer, box, isLight() ? getPalette().text(eTextEnabled) : getTickColour());
+    if (mixed)
+        return ControlLook::drawMixedBar(renderer, box,
+                                         isLight() ? getPalette().text(eTextEnabled) : getTickColour());
     if (isLight()) return;
-    if (appearance_ == roundTickBox && tickCharacter_ == 0) return drawDot(renderer, box);
+    if (appearance_ == roundTickBox && tickCharacter_ == 0)
+        return ControlLook::drawDot(renderer, box, getTickColour());
     LightweightString<wchar_t> const tick =
         tickCharacter_ != 0
             ? LightweightString<wchar_t>(1, static_cast<wchar_t>(static_cast<unsigned char>(tickCharacter_)))
@@ -308,20 +307,6 @@ void Checkbox::drawTick(bool mixed) {
     Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), toSize16(box.height())});
     XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
     renderer.renderPrimitive(Glib::TextDescription(tick, place, font, getTickColour(), eAlignCentre));
-}
-
-/// Neither ticked nor clear.
-void Checkbox::drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour) {
-    int const inset = box.width() / 4;
-    int const middle = box.y1 + box.height() / 2;
-    IntBox const bar(box.x1 + inset, middle - 1, box.x2 - inset, middle + 1);
-    renderer.renderPrimitive(Glib::RectDescription(bar, colour));
-}
-
-void Checkbox::drawDot(CanvasRenderer& renderer, IntBox const& box) {
-    int const inset = box.width() / 4;
-    unsigned const radius = static_cast<unsigned>(box.inset(inset).width() / 2);
-    Glib::drawRoundedMark(renderer, getTickColour(), getTickColour(), box, 0, radius, inset);
 }
 
 int Checkbox::labelRoom() const {

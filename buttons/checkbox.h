@@ -200,8 +200,6 @@ private:
     bool reactToArrow(Event const& event);
     XY<int> neededSize() const;
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
-    void drawBar(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
-    void drawDot(CanvasRenderer& renderer, IntBox const& box);
     LightweightString<char> messageFor(bool ticked) const;
     /// The label in the font that it has at the moment, and the room for it.
     FittedLabel shownLabel() const { return label_.withFont(getTextFont()); }

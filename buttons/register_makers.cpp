@@ -1,9 +1,9 @@
 #include "buttons/register_makers.h"
 
-#include "buttons/button_look.h"
 #include "buttons/standard_buttons.h"
 #include "host/drawing/uif_std.h"
 #include "host/services/text_ids.h"
+#include "look/face.h"
 
 namespace wainscot::Buttons {
 
@@ -41,7 +41,7 @@ Glob* makeStandardWidget(Palette const& palette, StandardWidget which) {
 } // namespace
 
 void registerMakers(Registry& registry) {
-    ButtonLook::readPreferences();
+    ControlLook::readPreferences();
     registry.makeStandardWidget = makeStandardWidget;
 }
 

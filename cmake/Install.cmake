@@ -8,7 +8,7 @@ set(WAINSCOT_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/wainscot)
 set(WAINSCOT_LIBRARIES wainscot-host wainscot wainscot-driver)
 
 # Headers. Those that end in _p.h are private, and so is the desktop module.
-foreach(FOLDER host foundation buttons containers text menus tables dialogs filebrowser toolkit driver)
+foreach(FOLDER host look foundation buttons containers text menus tables dialogs filebrowser toolkit driver)
     if(EXISTS ${PROJECT_SOURCE_DIR}/${FOLDER})
         install(DIRECTORY ${FOLDER} DESTINATION ${WAINSCOT_INCLUDE_DIR}
             FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "backends/desktop" EXCLUDE)

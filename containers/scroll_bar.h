@@ -106,6 +106,8 @@ public:
     static int thickness();
     /// No thumb is shorter than this, in pixels, unless its track is.
     static int getMinThumbSize();
+    /// How far inside its edges a bar of that thickness draws.
+    static int laneInset(int thickness);
 
     // --- Value. The setters tell nobody. Positions and sizes are fractions of the track.
     double getThumbPos() const { return position_; }
@@ -209,9 +211,6 @@ private:
     bool isOnThumb(XY<int> const& place) const;
     /// Brings the look in line with where the pointer is.
     void updateHover();
-
-    Colour thumbColour() const;
-    void drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& face);
 
     double position_ = 0;
     double size_ = 1;

@@ -1,11 +1,12 @@
 #include "buttons/button.h"
-#include "buttons/button_look.h"
 #include "containers/scroll_bar.h"
-#include "host/drawing/shapes.h"
+#include "host/base/convert.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
+#include "look/face.h"
+#include "look/track.h"
 
 #include <algorithm>
 
@@ -16,17 +17,14 @@ namespace {
 /// Arrow buttons report at once, again after 0.3 s, and then ten times a second.
 constexpr int repeatsPerHalfSecond = 5;
 constexpr double repeatDelay = 0.6;
-/// What the edge of a thumb that cannot be used keeps of its colour.
-constexpr double inactiveShare = 0.6;
-/// The lines at each end of a zoom bar's thumb, and how far inside they are; shorter thumbs have none.
-constexpr int gripLines = 2;
-constexpr int gripInset = 3;
-constexpr int leastGripped = 24;
+/// The arrows, as a share of the bar's thickness.
+constexpr double arrowShare = 0.6;
 
 template <QvTTF::eGlyph glyph>
 void drawArrow(Button const& button) {
     IntBox const box = button.canvasArea();
-    auto const size = static_cast<unsigned short>(std::max(1, std::min(box.width(), box.height()) * 3 / 4));
+    auto const size =
+        toSize16(std::max(1, static_cast<int>(std::min(box.width(), box.height()) * arrowShare)));
     Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), size});
     Colour const colour =
         button.isActive() ? button.getPalette().mark(eMarkNormal) : button.getPalette().text(eTextDisabled);
@@ -35,10 +33,22 @@ void drawArrow(Button const& button) {
     renderer.renderPrimitive(Glib::TextDescription(getString(glyph), place, font, colour, eAlignCentre));
 }
 
-/// For the pointer only: keys scroll in what the bar belongs to.
+/// For the pointer only: keys scroll in what the bar belongs to. It can be hit as far as the bar is thick;
+/// what is drawn is no thicker than the bar's lane.
 class ArrowButton final : public Button {
 public:
     using Button::Button;
+    void drawBackground() override {
+        if (getStyle() != eButtonFlat) return Button::drawBackground();
+        ControlState const state{.isHovered = containsPointer(), .isPressed = isDown()};
+        if (!isActive() || !(state.isHovered || state.isPressed)) return;
+        CanvasRenderer renderer(canvas(), canvasArea());
+        IntBox const face = canvasArea().inset(ScrollBar::laneInset(std::min(width(), height())));
+        ControlLook::drawFace(renderer, {face, ControlLook::laneColour(getPalette()), state}, getPalette());
+    }
+    void drawBorder() override {
+        if (getStyle() != eButtonFlat) Button::drawBorder();
+    }
     void describe(GlobDescription& description) const override {
         Button::describe(description);
         description.states &= ~static_cast<std::uint32_t>(GlobDescription::focusable);
@@ -107,36 +117,19 @@ void ScrollBar::redrawThumb() {
     damage(getThumbArea());
 }
 
-Colour ScrollBar::thumbColour() const {
-    return thumbColour_ ? *thumbColour_ : ButtonLook::thumbColour(getPalette());
-}
-
 void ScrollBar::drawBackground() {
-    Palette const& palette = getPalette();
-    XY<int> const corner = canvasArea().bottomLeft();
     CanvasRenderer renderer(canvas(), canvasArea());
     if (isOpaque()) renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getCol()));
-    IntBox const track = getThumbBgArea().translated(corner);
-    Glib::drawIndentBox(renderer, palette.window(eWindowRecessed), track);
+    XY<int> const corner = canvasArea().bottomLeft();
+    // The arrows stand in the lane, too.
+    IntBox const lane = bounds().inset(laneInset(std::min(width(), height())));
+    ControlLook::drawLane(renderer, lane.translated(corner), getPalette());
     IntBox const thumb = getThumbArea().translated(corner);
     // A thumb that fills the track has nothing to say.
     if (size_ >= 1 || thumb.isEmpty()) return;
-    bool const isActiveThumb = isActive();
-    Colour const edge =
-        isActiveThumb ? palette.mark(eMarkEdge)
-                      : Colour::mix(palette.mark(eMarkEdge), palette.window(eWindowRecessed), inactiveShare);
-    ButtonLook::Face const face{thumb, thumbColour(), isDragging(), overThumb_, isActiveThumb, &edge};
-    ButtonLook::drawFace(renderer, face, palette);
-    ButtonLook::drawEdge(renderer, face, palette);
-    if (resizable_) drawGrips(renderer, thumb, edge);
-}
-
-/// Lines across both ends, where the thumb can be taken by them.
-void ScrollBar::drawGrips(CanvasRenderer& renderer, IntBox const& thumb, Colour const& colour) {
-    int const margin = std::max(2, (isVertical() ? thumb.width() : thumb.height()) / 4);
-    int const length = isVertical() ? thumb.height() : thumb.width();
-    if (length >= leastGripped)
-        Glib::drawGripLines(renderer, colour, thumb, isVertical(), gripInset, margin, gripLines);
+    ControlState const state{.isActive = isActive(), .isHovered = overThumb_, .isPressed = isDragging()};
+    Colour const* const own = thumbColour_ ? &*thumbColour_ : nullptr;
+    ControlLook::drawThumb(renderer, {thumb, own, state, isVertical(), resizable_}, getPalette());
 }
 
 } // namespace wainscot

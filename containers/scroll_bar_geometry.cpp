@@ -40,9 +40,12 @@ IntBox ScrollBar::getThumbBgArea() const {
 }
 
 /// The margins take at most half of the thickness, so that there always is a thumb to hold.
+int ScrollBar::laneInset(int thickness) {
+    return std::min<int>(UifStd::getIndentWidth(), thickness / 4);
+}
+
 IntBox ScrollBar::thumbTrack() const {
-    int const across = isVertical() ? width() : height();
-    IntBox track = getThumbBgArea().inset(std::min<int>(UifStd::getIndentWidth(), across / 4));
+    IntBox track = getThumbBgArea().inset(laneInset(isVertical() ? width() : height()));
     track.x2 = std::max(track.x1, track.x2);
     track.y2 = std::max(track.y1, track.y2);
     return track;

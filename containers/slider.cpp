@@ -1,16 +1,16 @@
 #include "containers/slider.h"
 
-#include "buttons/button_look.h"
 #include "foundation/effects.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
-#include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
+#include "look/ink.h"
+#include "look/track.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,8 +22,6 @@ namespace {
 /// Nudges from one end to the other.
 constexpr double nudgesInRange = 500;
 constexpr double roundingSteps = 1000;
-/// What channel and points keep of their colours while it is inactive.
-constexpr double inactiveShare = 0.45;
 /// As many as the "%lf" of formatted output.
 constexpr int reportedDecimals = 6;
 
@@ -105,9 +103,10 @@ void Slider::setNewWidgetValue(double& value, eRedrawFlag redraw) {
 
 void Slider::storeValue(double value, eRedrawFlag redraw) {
     if (value == value_) return;
-    if (redraw == eRedrawYes) damage(getThumbArea());
+    IntBox const before = getThumbArea();
     value_ = value;
-    if (redraw == eRedrawYes) damage(getThumbArea());
+    // The channel is filled up to the thumb.
+    if (redraw == eRedrawYes) damage(before.unitedWith(getThumbArea()));
     describeChanged(DescriptionChange::value);
 }
 
@@ -281,24 +280,24 @@ void Slider::drawBackground() {
     for (PointOfInterest const& point : points_) drawPoint(renderer, point.value, point.colour);
     if (pointOfInterest_) drawPoint(renderer, *pointOfInterest_, palette.mark(eMarkNormal));
     if (thumbVisible_) {
-        bool const answers = isActive() && !isDataMixed();
-        Colour const edge = palette.mark(eMarkEdge);
-        IntBox const box = getThumbArea().translated(canvasArea().bottomLeft());
-        ButtonLook::Face const face{box,           thumbColour_.value_or(ButtonLook::thumbColour(palette)),
-                                    isThumbHeld(), isActive() && containsPointer(),
-                                    answers,       answers ? &edge : nullptr};
-        ButtonLook::drawFace(renderer, face, palette);
-        ButtonLook::drawEdge(renderer, face, palette);
+        ControlState const state{.isActive = isActive() && !isDataMixed(),
+                                 .isHovered = isActive() && containsPointer(),
+                                 .isPressed = isThumbHeld()};
+        ControlLook::drawKnob(renderer, getThumbArea().translated(canvasArea().bottomLeft()),
+                              thumbColour_ ? &*thumbColour_ : nullptr, state, palette);
     }
     drawFocusMark();
 }
 
 void Slider::drawChannel(CanvasRenderer& renderer) {
     int const across = isVertical() ? width() : height();
-    int const margin = std::max(0, (across - UifStd::getWidgetGap()) / 2);
-    IntBox const box = alongBox(static_cast<int>(startX_), static_cast<int>(endX_), margin);
-    Glib::drawIndentBox(renderer, shownColour(getPalette().window(eWindowRecessed)),
-                        box.translated(canvasArea().bottomLeft()));
+    int const margin = std::max(0, (across - ControlLook::channelThickness()) / 2);
+    int const start = static_cast<int>(startX_);
+    int const filled = isDataMixed() || !thumbVisible_ ? start : static_cast<int>(std::lround(v2x(value_)));
+    XY<int> const corner = canvasArea().bottomLeft();
+    ControlLook::drawChannel(renderer, alongBox(start, static_cast<int>(endX_), margin).translated(corner),
+                             alongBox(start, filled, margin).translated(corner), {.isActive = isActive()},
+                             getPalette());
 }
 
 void Slider::drawPoint(CanvasRenderer& renderer, double value, Colour const& colour) {
@@ -309,7 +308,7 @@ void Slider::drawPoint(CanvasRenderer& renderer, double value, Colour const& col
 }
 
 Colour Slider::shownColour(Colour const& colour) const {
-    return isActive() ? colour : Colour::mix(colour, getPalette().window(eWindowNormal), inactiveShare);
+    return isActive() ? colour : ControlLook::weakened(colour, getPalette().window(eWindowNormal));
 }
 
 } // namespace wainscot

@@ -2,10 +2,10 @@
 
 #include "foundation/tab_orderable.h"
 #include "host/drawing/canvas_renderer.h"
-#include "host/drawing/shapes.h"
 #include "host/objects/description.h"
 #include "host/objects/glob.h"
 #include "host/objects/kbd_focus.h"
+#include "look/focus_mark.h"
 
 namespace wainscot::FocusStop {
 
@@ -41,7 +41,7 @@ void giveFocus(Glob& control, TabOrderable& stop) {
 void drawMark(Glob const& control) {
     if (!glib_showsKbdFocus(&control)) return;
     CanvasRenderer renderer(control.canvas(), control.canvasArea());
-    Glib::drawFocusRect(renderer, control.canvasArea(), control.getPalette().mark(eMarkFocus));
+    ControlLook::drawFocusMark(renderer, control.canvasArea(), control.getPalette());
 }
 
 void reveal() {

@@ -1,6 +1,7 @@
 #include "foundation/panel_edges_p.h"
 
 #include "host/drawing/shapes.h"
+#include "look/frame.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,12 +10,6 @@ namespace wainscot {
 
 namespace {
 
-// Shares of white and black in the lines that catch the light and those that lie in the shade. Light grounds
-// have little room above them, dark ones little below.
-constexpr double lightOnDark = 0.16;
-constexpr double lightOnLight = 0.75;
-constexpr double shadeOnDark = 0.45;
-constexpr double shadeOnLight = 0.22;
 /// No scale makes borders thicker than this many times.
 constexpr float maxScale = 64.0F;
 constexpr int fadeSteps = 8;
@@ -35,10 +30,7 @@ bool PanelEdges::hasTitleGround(Border::eType type) {
 }
 
 PanelEdges::PanelEdges(Border const& border, float scale, Colour const& ground, Palette const& palette) {
-    bool const isDark = palette.isDark();
-    Colour const light = Colour::mix(Colour(1, 1, 1), ground, isDark ? lightOnDark : lightOnLight);
-    Colour const shade = Colour::mix(Colour(), ground, isDark ? shadeOnDark : shadeOnLight);
-    Colour const& line = palette.separator();
+    auto const [light, shade, dimLight, dimShade, line] = ControlLook::frameColours(ground, palette);
     int const full = scaled(border.getSize(), scale);
     int const thin = std::min(lineWidth(scale), full);
     if (full == 0) return;
@@ -48,23 +40,22 @@ PanelEdges::PanelEdges(Border const& border, float scale, Colour const& ground, 
     case Border::line:
         add(0, full, line, line);
         break;
+    case Border::group:
+        add(0, thin, line, line);
+        break;
     case Border::window:
     case Border::raised:
         add(0, thin, shade, shade);
-        add(thin, thin, light, Colour::mix(light, ground, 0.25));
+        add(thin, thin, light, dimLight);
         break;
     case Border::dialog:
         add(0, thin, shade, shade);
-        add(thin, thin, light, Colour::mix(light, ground, 0.25));
+        add(thin, thin, light, dimLight);
         add(full - thin, thin, line, line);
         break;
     case Border::sunken:
         add(0, thin, shade, light);
-        add(thin, thin, Colour::mix(shade, ground, 0.5), ground);
-        break;
-    case Border::group:
-        add(0, thin, shade, shade);
-        add(thin, thin, light, light);
+        add(thin, thin, dimShade, ground);
         break;
     }
 }

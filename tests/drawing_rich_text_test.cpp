@@ -148,7 +148,7 @@ TEST(Html, WrapsMeasuresAndFindsLinks) {
     HTMLRenderer::render(renderer, *text, standard, area);
     EXPECT_NEAR(window.inkBox().width(), widest, 4);
     EXPECT_EQ(window.surface.pixelAt({left + 4, 60 - font->ascent() - 2}) & 0xFFFFFF,
-              Palette().mark(eMarkFocus).getAsLong());
+              Palette().mark(eMarkAccent).getAsLong());
 }
 
 TEST(Html, KeepsWordsOfSeveralStylesTogether) {

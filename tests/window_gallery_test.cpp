@@ -1,5 +1,7 @@
 #include "tests/gallery_window.h"
 
+#include "host/drawing/palette.h"
+
 #include <gmock/gmock.h>
 
 #include <utility>
@@ -12,6 +14,8 @@ namespace {
 /// The gallery's first page in a real window.
 class WindowGallery : public GalleryWindow {
 protected:
+    Palette const dark_ = Palette::standard(eThemeDark);
+
     void SetUp() override {
         GalleryWindow::SetUp();
         open("globs");
@@ -54,7 +58,8 @@ TEST_F(WindowGallery, HandlersDestroyTheirWidgetAndTheWindow) {
     XY<int> const destroysItself = areaOf("label \"Destroys itself\"").middle();
     clickAt(at(destroysItself));
     expectLines({"clicked  (sender has gone)"});
-    EXPECT_TRUE(bench_.waitForColour(window_, destroysItself, 0x313337)) << "the page shows where it was";
+    EXPECT_TRUE(bench_.waitForColour(window_, destroysItself, dark_.childWindow(eChildPanel).getAsLong()))
+        << "the page shows where it was";
     clickOn("label \"Destroys the window\"");
     EXPECT_EQ(gallery_->waitForExit(), 0);
 }
@@ -63,11 +68,13 @@ TEST_F(WindowGallery, TheContentsFollowTheWindowsSizeAndItClosesByItsButton) {
     XY<int> const size = bench_.sizeOf(window_);
     bench_.xdotool({"windowsize", std::to_string(window_), "800", "600"});
     // The bottom edge of the log stays at the same distance from the window's.
-    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>(500, 600 - 100), 0x1C1D20));
+    EXPECT_TRUE(
+        bench_.waitForColour(window_, XY<int>(500, 600 - 100), dark_.window(eWindowRecessed).getAsLong()));
     EXPECT_NE(bench_.sizeOf(window_), size);
     bench_.minimise(window_);
     bench_.activate(window_);
-    EXPECT_TRUE(bench_.waitForColour(window_, XY<int>(500, 600 - 100), 0x1C1D20));
+    EXPECT_TRUE(
+        bench_.waitForColour(window_, XY<int>(500, 600 - 100), dark_.window(eWindowRecessed).getAsLong()));
     bench_.requestClose(window_);
     EXPECT_EQ(gallery_->waitForExit(), 0);
 }

@@ -46,7 +46,7 @@ protected:
         ASSERT_NE(popUps_[1], 0u);
         ASSERT_TRUE(waitUntil([&] { return bench_.isViewable(popUps_[1]); }));
     }
-    static constexpr std::uint32_t faceColour = 0x44474D;
+    std::uint32_t const faceColour = Palette::standard(eThemeDark).button().getAsLong();
     int const gap_ = static_cast<int>(UifStd::Metrics().widgetGap);
     Area openPopUps_;
     XY<int> openWindow_;

@@ -1,6 +1,5 @@
 #include "tests/host_fixture.h"
 
-#include "buttons/button_look.h"
 #include "foundation/load_toolkit.h"
 #include "foundation/makers.h"
 #include "host/drawing/uif_std.h"
@@ -9,6 +8,7 @@
 #include "host/objects/glob_notices.h"
 #include "host/services/preferences.h"
 #include "host/windows/look.h"
+#include "look/face.h"
 
 #include <limits>
 
@@ -456,14 +456,14 @@ void expectStartValues() {
     EXPECT_EQ(UifStd::getScale(), 1.0);
     EXPECT_EQ(UifStd::metrics().rowGap, UifStd::Metrics().rowGap);
     EXPECT_EQ(Look::deviceScale(), 1.0);
-    EXPECT_TRUE(ButtonLook::isCurved());
+    EXPECT_TRUE(ControlLook::isCurved());
     EXPECT_EQ(Registry::instance().makeStandardWidget, nullptr);
 }
 
 void changeSettings() {
     prefs().setPreference("curved_buttons", 0);
     loadToolkit();
-    EXPECT_FALSE(ButtonLook::isCurved());
+    EXPECT_FALSE(ControlLook::isCurved());
     EXPECT_NE(Registry::instance().makeStandardWidget, nullptr);
     UifStd::Metrics metrics;
     metrics.rowGap = 30;

@@ -100,8 +100,9 @@ private:
         auto* const states = addPanel(
             std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
             {7, 3});
-        states->setTextColourWhenTicked(getPalette().warning());
-        states->setAppearance(Checkbox::greenLight);
+        states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
+        states->setAppearance(Checkbox::redLight);
+        states->setSelectedItem(2);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;

@@ -25,7 +25,6 @@ std::vector<Ground> groundsOf(Palette const& palette) {
             {L"Raised", palette.window(eWindowRaised)},
             {L"Alternate", palette.window(eWindowAlternate)},
             {L"Button", palette.button()},
-            {L"Do it", palette.doIt()},
             {L"Warning", palette.warning()},
             {L"Child panel", palette.childWindow(eChildPanel)},
             {L"Child text", palette.childWindow(eChildText)},
@@ -36,7 +35,8 @@ std::vector<Ink> inksOf(Palette const& palette) {
     return {{L"Text", palette.text(eTextEnabled)},      {L"Secondary", palette.text(eTextSecondary)},
             {L"Disabled", palette.text(eTextDisabled)}, {L"Heading", palette.headingText()},
             {L"Subheading", palette.subheadingText()},  {L"Edge", palette.mark(eMarkEdge)},
-            {L"Mark", palette.mark(eMarkNormal)},       {L"Focus", palette.mark(eMarkFocus)}};
+            {L"Mark", palette.mark(eMarkNormal)},       {L"Focus", palette.mark(eMarkFocus)},
+            {L"Accent", palette.mark(eMarkAccent)},     {L"Wrong", palette.mark(eMarkWarning)}};
 }
 
 void text(CanvasRenderer& renderer, IntBox const& cell, LightweightString<wchar_t> const& words,
@@ -74,16 +74,18 @@ void drawTable(CanvasRenderer& renderer, IntBox const& area, Palette const& pale
         }
     }
     IntBox const row = cursor.row(height);
-    for (eSelectionAppearance const which : {eSelectionActive, eSelectionInactive}) {
-        IntBox const cell(which == eSelectionActive ? row.x1 : row.centre().x, row.y1,
-                          which == eSelectionActive ? row.centre().x : row.x2, row.y2);
-        Colour const ground = palette.selection(which);
-        renderer.renderPrimitive(Glib::RectDescription(cell, ground));
+    std::vector<Ground> const accents = {{L"Do it ", palette.doIt()},
+                                         {L"Selection ", palette.selection(eSelectionActive)},
+                                         {L"Selection elsewhere ", palette.selection(eSelectionInactive)}};
+    int const third = row.width() / static_cast<int>(accents.size());
+    IntBox cell(row.x1, row.y1, row.x1 + third, row.y2);
+    for (Ground const& accent : accents) {
+        renderer.renderPrimitive(Glib::RectDescription(cell, accent.colour));
         Colour const ink = palette.text(eTextSelected);
+        double const contrast = contrastRatio(ink, accent.colour);
         text(renderer, cell,
-             LightweightString<wchar_t>(which == eSelectionActive ? L"Selection " : L"Selection elsewhere ") +
-                 Qv::WStringFromFloat(contrastRatio(ink, ground), 1, false),
-             ink);
+             LightweightString<wchar_t>(accent.name) + Qv::WStringFromFloat(contrast, 1, false), ink);
+        cell = cell.translated({third, 0});
     }
 }
 

@@ -38,7 +38,7 @@ public:
         Slider* const marked = addSlider(0.8, 11);
         marked->setName("marked");
         marked->setPointsOfInterest(
-            {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkFocus)}});
+            {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkWarning)}});
         Label* const note = addNote(L"disabled", 0, 12);
         Slider* const off = addSlider(0.3, 13);
         off->setLabelledBy(note);

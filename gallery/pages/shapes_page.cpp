@@ -68,7 +68,7 @@ void drawPath(SheetCursor& cursor) {
     IntBox const row = cursor.row(UifStd::getButtonHeight() * 3);
     Glib::StateSaver const saver;
     glib_setcanvas(cursor.renderer().canvas());
-    glib_setcolour(cursor.palette().mark(eMarkFocus));
+    glib_setcolour(cursor.palette().mark(eMarkAccent));
     glib_setlinewidth(2.0);
     glib_newpath();
     for (int x = 0; x <= row.width(); x += 4) {

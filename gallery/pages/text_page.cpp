@@ -98,7 +98,7 @@ void drawLongTexts(SheetCursor& cursor) {
     HTMLRenderer::render(cursor.renderer(), *HTMLRenderer::parse(rich, palette), UifStd::getFont(), middle);
     Glib::FontDesc const fixed("DejaVu Sans Mono", UifStd::getFont().size);
     SyntaxHighightingRenderer code(Glib::loadFont(fixed));
-    for (wchar_t const* word : {L"for", L"int", L"return"}) code.addKeyWord(word, palette.mark(eMarkFocus));
+    for (wchar_t const* word : {L"for", L"int", L"return"}) code.addKeyWord(word, palette.mark(eMarkAccent));
     XY<int> place{middle.x1 + third, row.y2 - font->lineHeight()};
     for (wchar_t const* source : {L"for (int i = 0; i < n; ++i)", L"    sum += values[i];", L"return sum;"}) {
         code.render(cursor.renderer(), source, place, palette.text(eTextEnabled));

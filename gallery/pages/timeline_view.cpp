@@ -332,7 +332,7 @@ void TimelineView::drawCorner(CanvasRenderer& renderer) const {
 Colour TimelineView::colourOf(TimelineModel::Kind kind) const {
     Palette const& palette = getPalette();
     if (kind == TimelineModel::Kind::title) return palette.warning();
-    return kind == TimelineModel::Kind::video ? palette.mark(eMarkFocus) : palette.doIt();
+    return kind == TimelineModel::Kind::video ? palette.mark(eMarkAccent) : palette.doIt();
 }
 
 LightweightString<wchar_t> TimelineView::countText() const {

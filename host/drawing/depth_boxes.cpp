@@ -7,6 +7,9 @@ namespace {
 
 constexpr double weightPerDepth = 0.09;
 constexpr int deepest = 4;
+/// What a recessed ground keeps of dark surroundings, and how much white it adds to light ones.
+constexpr double recessedOnDark = 0.68;
+constexpr double recessedOnLight = 0.8;
 
 Colour lit(Colour const& colour, double weight) {
     return Colour::mix(Colour(1, 1, 1), colour, weight);
@@ -50,7 +53,8 @@ void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const&
 } // namespace Glib
 
 Colour getIndentBoxColour(Colour const& surroundings) {
-    return Colour::scale(surroundings, 0.85);
+    bool const isDark = surroundings.brightness() < 0.5;
+    return isDark ? Colour::scale(surroundings, recessedOnDark) : lit(surroundings, recessedOnLight);
 }
 
 void indent_box(Canvas* canvas, IntBox const& box, Colour const& surroundings) {

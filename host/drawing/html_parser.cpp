@@ -161,7 +161,7 @@ std::optional<Tag> readTag(std::wstring_view text) {
 class Parser {
 public:
     explicit Parser(Palette const& palette)
-        : text_(palette.text(eTextEnabled)), link_(palette.mark(eMarkFocus)) {}
+        : text_(palette.text(eTextEnabled)), link_(palette.mark(eMarkAccent)) {}
 
     std::vector<HTMLRenderer::Paragraph> parse(std::wstring_view text) {
         for (std::size_t i = 0; i < text.size();) i += step(text.substr(i));

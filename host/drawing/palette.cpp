@@ -12,7 +12,7 @@ struct Colours {
     std::array<Colour, 4> text;
     std::array<Colour, 4> window;
     std::array<Colour, 2> selection;
-    std::array<Colour, 3> mark;
+    std::array<Colour, 5> mark;
     Colour heading;
     Colour subheading;
     Colour doIt;
@@ -27,33 +27,37 @@ constexpr Colour rgb(std::uint32_t value) {
     return Colour::fromLong(value);
 }
 
+// Greys without a cast, so that pictures are judged beside nothing that colours them.
 constexpr Colours darkColours = {
-    .button = rgb(0x44474D),
-    .text = {rgb(0xE6E7E9), rgb(0x929499), rgb(0xFFFFFF), rgb(0xC0C2C7)},
-    .window = {rgb(0x2B2D30), rgb(0x1C1D20), rgb(0x36383C), rgb(0x222326)},
-    .selection = {rgb(0x2C5FC0), rgb(0x3D4860)},
-    .mark = {rgb(0xC9CBD0), rgb(0x989BA3), rgb(0x7DB2FF)},
-    .heading = rgb(0xF4F5F7),
-    .subheading = rgb(0xC6C9CF),
-    .doIt = rgb(0x214E7C),
-    .warning = rgb(0x7A3127),
-    .childWindow = {rgb(0x313337), rgb(0x1C1D20), rgb(0x393B40)},
-    .separator = rgb(0x46494F),
+    .button = rgb(0x3C3C3C),
+    .text = {rgb(0xE6E6E6), rgb(0x808080), rgb(0xFFFFFF), rgb(0xBEBEBE)},
+    .window = {rgb(0x282828), rgb(0x1B1B1B), rgb(0x323232), rgb(0x212121)},
+    .selection = {rgb(0x2B62C4), rgb(0x4A4A4A)},
+    .mark = {rgb(0xD2D2D2), rgb(0x868686), rgb(0xF2F2F2), rgb(0x7AADFA), rgb(0xFF9580)},
+    .heading = rgb(0xF5F5F5),
+    .subheading = rgb(0xC8C8C8),
+    .doIt = rgb(0x2B62C4),
+    .warning = rgb(0x682B25),
+    .childWindow = {rgb(0x2E2E2E), rgb(0x1B1B1B), rgb(0x343434)},
+    .separator = rgb(0x474747),
 };
 
 constexpr Colours lightColours = {
-    .button = rgb(0xDDE0E4),
-    .text = {rgb(0x1D1F23), rgb(0x7C7E83), rgb(0xFFFFFF), rgb(0x55575D)},
-    .window = {rgb(0xF0F1F3), rgb(0xFFFFFF), rgb(0xE4E6EA), rgb(0xF6F7F9)},
-    .selection = {rgb(0x1A459A), rgb(0x424E68)},
-    .mark = {rgb(0x3C3F45), rgb(0x70737A), rgb(0x1F5FD0)},
-    .heading = rgb(0x0E0F12),
-    .subheading = rgb(0x3A3D44),
-    .doIt = rgb(0xB4D2F8),
-    .warning = rgb(0xF9C8BE),
-    .childWindow = {rgb(0xEAECEF), rgb(0xFFFFFF), rgb(0xF8F8FA)},
-    .separator = rgb(0xCDD0D6),
+    .button = rgb(0xFCFCFC),
+    .text = {rgb(0x1A1A1A), rgb(0x828282), rgb(0xFFFFFF), rgb(0x525252)},
+    .window = {rgb(0xEFEFEF), rgb(0xFFFFFF), rgb(0xE3E3E3), rgb(0xF7F7F7)},
+    .selection = {rgb(0x1B489E), rgb(0x434343)},
+    .mark = {rgb(0x3A3A3A), rgb(0x797979), rgb(0x121212), rgb(0x1A56B8), rgb(0xAD2318)},
+    .heading = rgb(0x0D0D0D),
+    .subheading = rgb(0x383838),
+    .doIt = rgb(0x1F5FC4),
+    .warning = rgb(0xF6C9C1),
+    .childWindow = {rgb(0xE9E9E9), rgb(0xFFFFFF), rgb(0xF8F8F8)},
+    .separator = rgb(0xCBCBCB),
 };
+
+/// What each mark must have against its grounds.
+constexpr std::array<double, 5> markRatios = {3, 3, 3, 4.5, 4.5};
 
 constexpr Colours const& coloursOf(eTheme theme) {
     return theme == eThemeLight ? lightColours : darkColours;
@@ -63,15 +67,9 @@ bool isDarkGround(Colour const& ground) {
     return contrastRatio(ground, rgb(0xFFFFFF)) >= contrastRatio(ground, rgb(0x000000));
 }
 
-/// `colour`, moved towards black or white until it stands out against `ground` by `ratio`. One of the two
-/// reaches 4.5 on every ground.
-Colour readable(Colour const& colour, Colour const& ground, double ratio) {
-    Colour const extreme = isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000);
-    for (int step = 0; step < 20; ++step) {
-        Colour const tried = Colour::mix(extreme, colour, step / 20.0);
-        if (contrastRatio(tried, ground) >= ratio) return tried;
-    }
-    return extreme;
+/// Black or white, whichever stands out more.
+Colour extremeOn(Colour const& ground) {
+    return isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000);
 }
 
 /// The weakest mixture of the text with its ground that can still be read.
@@ -84,7 +82,7 @@ Colour weakened(Colour const& text, Colour const& ground, double ratio) {
 }
 
 Colour stepped(Colour const& ground, double amount) {
-    return Colour::mix(isDarkGround(ground) ? rgb(0xFFFFFF) : rgb(0x000000), ground, amount);
+    return Colour::mix(extremeOn(ground), ground, amount);
 }
 
 /// A ground that stands out from another, where text still reads on it as well as needed; else the same.
@@ -110,25 +108,25 @@ Colours derivedFrom(Colour const& text, Colour const& ground) {
     result.window = {ground, recessed, groundOver(ground, 0.05, text), groundOver(ground, 0.03, text)};
     result.button = groundOver(ground, 0.1, text);
     result.childWindow = {ground, recessed, result.window[eWindowRaised]};
-    result.doIt = faceOf(result.doIt, ground, text);
     result.warning = faceOf(result.warning, ground, text);
     // What reads on the ground nearest to the text reads on all.
     Colour hardest = ground;
-    for (Colour const& other : {result.button, result.doIt, result.warning, result.window[eWindowRaised],
-                                result.window[eWindowAlternate]})
+    for (Colour const& other :
+         {result.button, result.warning, result.window[eWindowRaised], result.window[eWindowAlternate]})
         if (contrastRatio(other, text) < contrastRatio(hardest, text)) hardest = other;
     result.text = {text, weakened(text, hardest, 2.5), result.text[eTextSelected],
                    weakened(text, hardest, 4.5)};
-    for (Colour& mark : result.mark) mark = readable(mark, hardest, 3);
-    result.heading = readable(result.heading, hardest, 4.5);
-    result.subheading = readable(result.subheading, hardest, 4.5);
+    for (std::size_t i = 0; i < markRatios.size(); ++i)
+        result.mark[i] = Palette::readable(result.mark[i], hardest, markRatios[i]);
+    result.heading = Palette::readable(result.heading, hardest);
+    result.subheading = Palette::readable(result.subheading, hardest);
     result.separator = stepped(ground, 0.15);
     return result;
 }
 
 Colours derivedFrom(Colour const& ground) {
-    return derivedFrom(
-        readable(coloursOf(isDarkGround(ground) ? eThemeDark : eThemeLight).text[0], ground, 4.5), ground);
+    Colours const& theme = coloursOf(isDarkGround(ground) ? eThemeDark : eThemeLight);
+    return derivedFrom(Palette::readable(theme.text[eTextEnabled], ground), ground);
 }
 
 Colours forChild(Colours colours, Colour const& ground) {
@@ -224,7 +222,7 @@ Colour const& Palette::selection(eSelectionAppearance appearance) const {
 }
 
 Colour const& Palette::mark(eMarkAppearance appearance) const {
-    return data().now().mark[std::min<unsigned>(appearance, eMarkFocus)];
+    return data().now().mark[std::min<unsigned>(appearance, eMarkWarning)];
 }
 
 Colour const& Palette::headingText() const {
@@ -258,6 +256,16 @@ Colour Palette::scale(Colour const& colour, double factor) const {
 
 bool Palette::isDark() const {
     return isDarkGround(window(eWindowNormal));
+}
+
+Colour Palette::readable(Colour const& colour, Colour const& ground, double ratio) {
+    constexpr int steps = 20;
+    Colour const extreme = extremeOn(ground);
+    for (int step = 0; step < steps; ++step) {
+        Colour const tried = Colour::mix(extreme, colour, static_cast<double>(step) / steps);
+        if (contrastRatio(tried, ground) >= ratio) return tried;
+    }
+    return extreme;
 }
 
 Palette Palette::makeChildPalette(eChildWindowType type) const {

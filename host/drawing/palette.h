@@ -12,7 +12,7 @@ enum eTheme { eThemeDark = 0, eThemeLight = 1 };
 enum eTextAppearance {
     eTextEnabled = 0,
     eTextDisabled = 1,
-    /// On the ground of the focused selection.
+    /// On the ground of the focused selection, and on faces of the accent (`doIt()`).
     eTextSelected = 2,
     /// Hints, captions and other text that stands back, still readable.
     eTextSecondary = 3,
@@ -47,6 +47,10 @@ enum eMarkAppearance {
     eMarkEdge = 1,
     /// The frame that shows where the keyboard focus is.
     eMarkFocus = 2,
+    /// What is chosen or on, and links: the one accent, as an ink. At least 4.5:1.
+    eMarkAccent = 3,
+    /// What is wrong or missing, as an ink. At least 4.5:1.
+    eMarkWarning = 4,
 };
 
 class PaletteData;
@@ -83,7 +87,7 @@ public:
     Colour const& mark(eMarkAppearance appearance) const;
     Colour const& headingText() const;
     Colour const& subheadingText() const;
-    /// The face of the control that does the default action.
+    /// The face of the control that does the default action: the accent. Text on it is `text(eTextSelected)`.
     Colour const& doIt() const;
     Colour const& warning() const;
     Colour const& childWindow(eChildWindowType type) const;
@@ -94,6 +98,9 @@ public:
     /// the sense is turned round, so that above 1 always stands out more.
     Colour scale(Colour const& colour, double factor) const;
     bool isDark() const;
+    /// An ink as near to `colour` as stands out from `ground` by `ratio`, of those between it and black or
+    /// white. 4.5 is reached on every ground.
+    static Colour readable(Colour const& colour, Colour const& ground, double ratio = 4.5);
 
     /// For a child of that kind: its ground becomes `window(eWindowNormal)`.
     Palette makeChildPalette(eChildWindowType type = eChildPanel) const;

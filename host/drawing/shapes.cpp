@@ -86,8 +86,8 @@ void drawGripLines(CanvasRenderer& renderer, Colour const& colour, IntBox const&
     target.painted(box);
 }
 
-void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour) {
-    drawFrame(renderer, colour, box, 1);
+void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour, unsigned int radius) {
+    drawRoundedRectOutline(renderer, colour, box, focusWidth, radius);
 }
 
 } // namespace wainscot::Glib

@@ -12,8 +12,10 @@ WAINSCOT_API void drawFrame(CanvasRenderer& renderer, Colour const& colour, IntB
 /// A box filled with `fill` inside an edge of `edge`, `edgeWidth` thick.
 WAINSCOT_API void drawOutlinedRect(CanvasRenderer& renderer, Colour const& fill, Colour const& edge,
                                    IntBox const& box, int edgeWidth = 1);
-/// The mark of the keyboard focus.
-WAINSCOT_API void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour);
+/// The mark of the keyboard focus: a frame, `focusWidth` thick, with corners of that radius.
+WAINSCOT_API void drawFocusRect(CanvasRenderer& renderer, IntBox const& box, Colour const& colour,
+                                unsigned int radius = 0);
+inline constexpr int focusWidth = 2;
 
 /// A filled box with smooth round corners inside an edge. A radius beyond half of the box is cut to it. What
 /// is `inset` lies that many pixels inside the box on all sides, the same on each at every device scale.
@@ -43,7 +45,7 @@ WAINSCOT_API void drawLitFrame(CanvasRenderer& renderer, Colour const& upper, Co
 WAINSCOT_API void drawGripLines(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
                                 bool upright, int from, int margin, int count);
 
-/// A recessed ground, darker than its surroundings (`colour`) and edged as if lit from above.
+/// A recessed ground in surroundings of `colour` (`getIndentBoxColour`), edged as if lit from above.
 WAINSCOT_API void drawIndentBox(CanvasRenderer& renderer, Colour const& colour, IntBox const& box,
                                 int edgeWidth = 1);
 /// A face of `colour` with an edge of `edgeWidth` lit from above: raised for a positive `depth`, sunken for
@@ -60,7 +62,8 @@ inline constexpr int indentDepth = -2;
 
 namespace wainscot {
 
-/// The ground of a recessed box in surroundings of that colour.
+/// The ground of a recessed box in surroundings of that colour: nearer to the end, black or white, from which
+/// text stands out most.
 WAINSCOT_API Colour getIndentBoxColour(Colour const& surroundings);
 /// Draws a recessed box on a canvas at once.
 WAINSCOT_API void indent_box(Canvas* canvas, IntBox const& box, Colour const& surroundings);

@@ -22,7 +22,7 @@ public:
         double titleFontSize = 14;
         double subheadingFontSize = 12;
         double utilityFontSize = 12;
-        double cornerRadius = 3;
+        double cornerRadius = 4;
     };
 
     static unsigned short getButtonHeight();
