@@ -2,6 +2,7 @@
 
 #include "host/base/convert.h"
 #include "host/events/key_names.h"
+#include "host/objects/kbd_focus.h"
 #include "host/windows/glob_manager.h"
 
 #include <fstream>
@@ -93,6 +94,23 @@ Text placeInWindow(Target const& target) {
     for (int const measure : {box.x1 - window.x1, window.y2 - box.y2, box.width(), box.height()})
         line += " " + number(measure);
     return line + "\n";
+}
+
+/// Whether all of it lies within all that it lies in.
+bool isAllInSight(Glob const& glob) {
+    IntBox const box = glob.screenBox();
+    for (Glob const* outer = glob.parent(); outer; outer = outer->parent())
+        if (outer->screenBox().intersection(box) != box) return false;
+    return glob.isShown();
+}
+
+/// What has the keyboard focus, where it is, and whether that is all in sight.
+Text focusLine() {
+    Glob* const glob = get_kbd_focus();
+    auto const description = glob ? Driver::describe(glob) : std::nullopt;
+    if (!description) return "focus on nothing\n";
+    return Text("focus ") + roleName(description->role) + " \"" + toUTF8(description->name) + "\" " +
+           (isAllInSight(*glob) ? "in sight " : "out of sight ") + placeInWindow(glob);
 }
 
 Text outcome(Driver const& driver, bool done) {
@@ -228,6 +246,11 @@ std::span<Script::Command const> Script::commands() {
          [](S& s, W& w) {
              Text const path = w.take("the file");
              return s.onWindow(w, [&](Glob& root) { return s.driver_.snapshot(&root, path); });
+         }},
+        {"focus", "",
+         [](S& s, W&) {
+             s.print_(focusLine());
+             return Text();
          }},
         {"expect", "ROLE \"NAME\"", [](S& s, W& w) { return s.widget(w) ? Text() : w.problem; }},
         {"place", "ROLE \"NAME\"",

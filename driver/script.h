@@ -17,6 +17,10 @@ namespace wainscot {
 ///     advance MS                  tree                    messages             shot FILE.png
 ///     chord ROLE "NAME"           sidewheel ROLE "NAME" N zoom ROLE "NAME" N
 ///     expect ROLE "NAME"          resize W H              close                activate ROLE "NAME"
+///     place ROLE "NAME"           focus
+///
+/// `place` prints where a widget lies from the upper left corner of its window, and how large it is; `focus`
+/// prints what has the keyboard focus, whether all of it is in sight, and its place.
 class WAINSCOT_API Script {
 public:
     using Print = std::function<void(LightweightString<char> const&)>;

@@ -52,10 +52,10 @@ SizeNeeds usualNeeds() {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,    &timelinePage, &buttonsPage,   &choicesPage,  &scrollPage, &ratingPage,
-        &bindingPage, &panelPage,    &tabOrderPage,  &windowsPage,  &textPage,   &longTextPage,
-        &symbolsPage, &iconsPage,    &shapesPage,    &palettePage,  &globsPage,  &placementPage,
-        &keysPage,    &pointerPage,  &clipboardPage, &draggingPage,
+        &deskPage,      &timelinePage, &buttonsPage, &choicesPage,   &scrollPage,   &ratingPage,
+        &bindingPage,   &formPage,     &panelPage,   &tabOrderPage,  &windowsPage,  &textPage,
+        &longTextPage,  &symbolsPage,  &iconsPage,   &shapesPage,    &palettePage,  &globsPage,
+        &placementPage, &keysPage,     &pointerPage, &clipboardPage, &draggingPage,
     };
     return list;
 }

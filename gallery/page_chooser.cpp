@@ -4,7 +4,6 @@
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
-#include "host/objects/kbd_focus.h"
 
 #include <algorithm>
 #include <cwctype>
@@ -209,11 +208,9 @@ void PageChooser::drawRow(CanvasRenderer& renderer, std::size_t row) const {
     IntBox const box = boxOf(row).translated(canvasArea().bottomLeft());
     Page const* const page = rows_[row].page;
     bool const isCurrent = row == current_;
-    bool const hasFocus = get_kbd_focus() == this;
     int const gap = UifStd::getIndentWidth();
     IntBox const bar(box.x1 + gap / 2, box.y1, box.x2 - gap / 2, box.y2);
-    Colour const ground = isCurrent ? palette.selection(hasFocus ? eSelectionActive : eSelectionInactive)
-                                    : palette.window(eWindowRaised);
+    Colour const ground = isCurrent ? palette.selection(eSelectionActive) : palette.window(eWindowRaised);
     if (isCurrent || (row == hovered_ && page))
         Glib::drawRoundedRectFilled(renderer, ground, bar, UifStd::getCornerRadius());
     Qv::Ptr<iFont> const font = Glib::loadFont(page ? UifStd::getFont() : UifStd::getSubheadingFont());

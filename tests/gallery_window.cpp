@@ -29,7 +29,7 @@ void GalleryWindow::open(std::string const& page, XY<int> size, std::vector<std:
     ASSERT_NE(window_, 0u) << bench_.errors();
     ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
     // The heading of the list of pages: ground and letters.
-    Area const heading = areaOf("caption \"Wainscot\"");
+    Area const heading = areaOf("label \"Wainscot\"");
     ASSERT_TRUE(waitUntil([&] {
         std::uint32_t const ground = bench_.colourAt(at(heading.corner - XY<int>{2, 0}));
         for (int x = 0; x < heading.size.x; ++x)

@@ -69,12 +69,12 @@ TEST_F(WindowGallery, TheContentsFollowTheWindowsSizeAndItClosesByItsButton) {
     bench_.xdotool({"windowsize", std::to_string(window_), "800", "600"});
     // The bottom edge of the log stays at the same distance from the window's.
     EXPECT_TRUE(
-        bench_.waitForColour(window_, XY<int>(500, 600 - 100), dark_.window(eWindowRecessed).getAsLong()));
+        bench_.waitForColour(window_, XY<int>(500, 600 - 30), dark_.window(eWindowRecessed).getAsLong()));
     EXPECT_NE(bench_.sizeOf(window_), size);
     bench_.minimise(window_);
     bench_.activate(window_);
     EXPECT_TRUE(
-        bench_.waitForColour(window_, XY<int>(500, 600 - 100), dark_.window(eWindowRecessed).getAsLong()));
+        bench_.waitForColour(window_, XY<int>(500, 600 - 30), dark_.window(eWindowRecessed).getAsLong()));
     bench_.requestClose(window_);
     EXPECT_EQ(gallery_->waitForExit(), 0);
 }

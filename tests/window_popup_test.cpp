@@ -17,8 +17,8 @@ protected:
         // Away from the places of the other windows.
         bench_.xdotool({"windowmove", std::to_string(window_), "20", "60"});
         ASSERT_TRUE(waitUntil([&] { return bench_.placeOf(window_).x < 60; }));
-        openPopUps_ = areaOf("label \"Open pop-ups\"");
-        openWindow_ = areaOf("label \"Open a window\"").middle();
+        openPopUps_ = areaOf("button \"Open pop-ups\"");
+        openWindow_ = areaOf("button \"Open a window\"").middle();
         ASSERT_TRUE(bench_.movePointer(at({600, 300})));
     }
     void TearDown() override {
@@ -147,7 +147,7 @@ TEST_F(WindowPopUp, APressIsDraggedOntoAPopUpAndLetGoThere) {
 }
 
 TEST_F(WindowPopUp, AModalWindowKeepsItsOwnerAndGoesWithIt) {
-    clickOn("label \"Open a modal window\"");
+    clickOn("button \"Open a modal window\"");
     WindowBench::WindowId const modal = bench_.findWindow("Modal window");
     ASSERT_NE(modal, 0u);
     ASSERT_TRUE(waitUntil([&] { return bench_.isActive(modal); }));
@@ -181,7 +181,7 @@ TEST_F(WindowPopUp, HaveTransparentRoomForTheirShadowWhereThereIsACompositor) {
 }
 
 TEST_F(WindowPopUp, TheScaleChangesWhileTheProgramRuns) {
-    XY<int> const otherScale = areaOf("label \"Other scale\"").middle();
+    XY<int> const otherScale = areaOf("button \"Other scale\"").middle();
     XY<int> const face = openersFace();
     clickAt(at(otherScale));
     // Twice its size would be larger than the screen.

@@ -58,9 +58,10 @@ void LevelsPanel::addChannel(std::size_t number) {
 double LevelsPanel::levelOf(std::size_t number) const {
     Channel const& channel = channels_[number];
     if (channel.silenced.value() || channel.fader.value() <= 0) return LevelMeter::silence;
-    double const pace = 1.7 + static_cast<double>(number);
-    double const voice =
-        std::sin(time_ * pace) * std::sin(time_ * 0.61 * pace + 1) + 0.4 * std::sin(time_ * 9);
+    auto const which = static_cast<double>(number);
+    double const pace = 1.7 + which;
+    double const voice = std::sin(time_ * pace + which) * std::sin(time_ * 0.61 * pace + 2 * which) +
+                         0.4 * std::sin(time_ * 9 + which);
     return -14 + 9 * voice + 20 * std::log10(channel.fader.value() / 0.75);
 }
 

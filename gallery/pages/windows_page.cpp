@@ -6,6 +6,7 @@
 #include "host/objects/description.h"
 #include "host/objects/surround.h"
 #include "host/windows/glob_manager.h"
+#include "host/windows/look.h"
 #include "host/windows/popup_chain.h"
 
 #include <functional>
@@ -185,6 +186,7 @@ public:
         place(L"Keep above", [this](Button& self) {
             GlobManager::instance().canvasKeepTopmost(canvas(), self.isDown());
         })->setLatching(true, false);
+        place(L"Other scale", [](Button&) { Look::setDeviceScale(Look::deviceScale() > 1 ? 1.0 : 2.0); });
         place(L"Modal strip below", [this](Button&) { GlobManager::instance().addModalGlob(strip_, this); });
         strip_ = place(L"The strip: press to free the rest",
                        [this](Button&) { GlobManager::instance().unsetModalContextGlob(strip_); });
