@@ -14,12 +14,12 @@
 
 namespace wainscot {
 
-/// Reference-counted string: copies share one buffer, a change makes an own copy first.
+/// Reference-counted string: copies share one buffer; a changed string gets its own buffer first.
 ///
-/// A string that is initialised in a constant expression from a literal points at the literal itself and is
-/// never counted, so that `static constexpr` message names cost neither memory nor start-up code. All other
-/// strings own a counted buffer; the count is atomic, a single string object is not.
-/// The characters are always followed by a zero character. Instantiated for `char` and `wchar_t`.
+/// A string that is made from a literal in a constant expression points at the literal and is never counted,
+/// so that `static constexpr` message names cost neither memory nor start-up code. All other strings own a
+/// counted buffer. The count is atomic; one string object must not be used by two threads at a time. A zero
+/// character always follows the text. Instantiated for `char` and `wchar_t`.
 template <class CharT>
 class LightweightString {
 public:
