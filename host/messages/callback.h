@@ -35,7 +35,7 @@ Qv::Ptr<iCallbackBase<Result, Argument>> makeCallback(Function function) {
     return Qv::Ptr<iCallbackBase<Result, Argument>>(new Callback(std::move(function)));
 }
 
-/// A callback to a member function of an event handler; once that has died, calls answer `Result()`.
+/// A callback to a member function of an event handler; once the handler has died, calls answer `Result()`.
 template <class Result, class Argument, class Handler>
 Qv::Ptr<iCallbackBase<Result, Argument>> makeCallback(Handler* handler,
                                                       Result (Handler::*method)(Argument const&)) {
