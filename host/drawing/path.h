@@ -16,7 +16,7 @@ WAINSCOT_API void glib_setcanvas(Canvas* canvas);
 WAINSCOT_API Canvas* glib_currentcanvas();
 /// The canvas of the root of the active window; null when there is none.
 WAINSCOT_API Canvas* glib_rootcanvas();
-/// Told by whoever manages windows.
+/// Set by the window manager.
 WAINSCOT_API void glib_setrootcanvas(Canvas* canvas);
 
 WAINSCOT_API void glib_setcolour(Colour const& colour);
@@ -30,7 +30,7 @@ WAINSCOT_API void glib_lineto(double x, double y);
 WAINSCOT_API void glib_addrect(double x, double y, double width, double height);
 /// A rectangle with round corners.
 WAINSCOT_API void glib_addsoftrect(double x, double y, double width, double height, double radius);
-/// An arc round a centre; joined by a line to what the path has already.
+/// An arc round a centre; a line joins it to the path so far.
 WAINSCOT_API void glib_arc1(double x, double y, double radius, double fromDegrees, double toDegrees);
 WAINSCOT_API void glib_closepath();
 /// Draw the path in the current colour; the path stays.
@@ -44,7 +44,7 @@ WAINSCOT_API void glib_roundedRectOutline(IntBox const& box, unsigned int radius
 
 /// Moves the origin for what follows.
 WAINSCOT_API void glib_translate(double x, double y);
-/// Puts the whole state aside, and takes it back; a restore without a save is refused and counted.
+/// Save the whole state, and restore it; a restore without a save is refused and counted.
 WAINSCOT_API void glib_gsave();
 WAINSCOT_API void glib_grestore();
 /// Copies pixels of the current canvas to another place on it, at once.
