@@ -44,7 +44,7 @@ class WAINSCOT_API WidgetPosition {
 public:
     /// The lower-left corner.
     constexpr WidgetPosition() = default;
-    /// With `userArea` the corner is that of the parent's user area.
+    /// With `userArea` the corner is a corner of the parent's user area.
     constexpr WidgetPosition(CoordinateOrigin origin, XY<int> offset, bool userArea = false)
         : origin_(origin), userArea_(userArea), offset_(offset) {}
     /// Next to a sibling, `gap` pixels away.
