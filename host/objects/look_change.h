@@ -2,7 +2,7 @@
 
 namespace wainscot {
 
-/// Which parts of the look have changed; they may be added.
+/// Which parts of the look have changed; combined by `|`.
 enum class LookChange : unsigned char {
     none = 0,
     /// `Palette::currentTheme()`.

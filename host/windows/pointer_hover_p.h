@@ -19,7 +19,8 @@ public:
     /// The pointer is at the place of `input`; a move may not have been reported.
     void arrive(InputEvent const& input);
     void leave();
-    /// From now on the pointer is over `under`; while it is held, only the holder counts.
+    /// From now on the pointer is over `under`. While it is held, only the holder and its ancestors contain
+    /// it.
     void enter(Glob* under);
     /// To be called when the holder of the pointer may have changed, or another object may lie under it.
     void update();

@@ -63,7 +63,7 @@ public:
         virtual ~DamageWatcher() = default;
         virtual void damageAdded(TopLevelWindow& window) = 0;
     };
-    /// Null for nobody. Not owned. The watcher gets `number` with each call.
+    /// Null for nobody. Not owned. `number()` gives the number from now on.
     void watchDamage(DamageWatcher* watcher, std::uint64_t number);
     std::uint64_t number() const { return number_; }
     /// Whether there is something to paint or present, also while painting is held back or the window is
