@@ -27,13 +27,13 @@ public:
     explicit CheckboxGroup(InitArgs const& args);
     ~CheckboxGroup() override;
 
-    /// False for one that is not there.
+    /// False when there is no such checkbox.
     bool isTicked(int index) const;
     /// Nobody is told.
     void setTicked(int index, bool ticked);
-    /// The one that the user toggled last; -1 = none yet.
+    /// The checkbox that the user toggled last; -1 = none yet.
     int getLastClicked() const { return lastClicked_; }
-    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    /// The callback is told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;

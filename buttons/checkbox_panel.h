@@ -10,10 +10,10 @@ namespace wainscot {
 /// A panel of checkboxes in rows and columns, which it owns; the base of groups and sets of them. Row by row,
 /// from the upper left corner.
 ///
-/// It is no tab stop: whoever holds it adds its checkboxes to its own order, with `addTabStopsFrom`.
+/// It is not a tab stop: its owner adds the checkboxes to the owner's tab order, with `addTabStopsFrom`.
 class WAINSCOT_API CheckboxPanel : public StandardPanel, public TabOrderableHost {
 public:
-    /// A width or height of 0 becomes what the checkboxes need.
+    /// A width or height of 0 becomes the size that the checkboxes need.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(std::vector<UIString> texts, XY<int> const& size);
@@ -35,7 +35,7 @@ public:
 
     /// Counts those that have died: the others keep their indices.
     int getNumCheckboxes() const { return static_cast<int>(boxes_.size()); }
-    /// Null when it has died, and out of range.
+    /// Null when it has died, and for an index out of range.
     Checkbox* getCheckbox(int index) const;
     int getColumns() const { return columns_; }
     void setAppearance(Checkbox::eAppearance appearance);
@@ -58,7 +58,7 @@ protected:
 
 private:
     static StandardPanel::InitArgs panelArgs(InitArgs const& args);
-    /// Null also for one that has gone to another parent.
+    /// The same; null also when the button has another parent now.
     Checkbox* childBox(int index) const;
     /// What the checkboxes need, in columns that are as wide as the widest of them.
     XY<int> neededSize() const;

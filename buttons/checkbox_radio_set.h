@@ -43,7 +43,7 @@ public:
     int getWidgetValue() const override;
     /// What is no index chooses none.
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
-    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    /// The callback is told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     /// `InitArgs::bold` does so from the start.
