@@ -9,13 +9,13 @@ namespace wainscot {
 
 namespace {
 
-// Shares of white and black in the lines that catch the light and those that lie in the shade. Light grounds
-// have little room above them, dark ones little below.
+// Shares of white and black in the lit and the shaded lines. Light grounds cannot become much lighter, nor
+// dark grounds much darker.
 constexpr double lightOnDark = 0.16;
 constexpr double lightOnLight = 0.75;
 constexpr double shadeOnDark = 0.45;
 constexpr double shadeOnLight = 0.22;
-/// No scale makes borders thicker than this many times.
+/// The largest scale of a border.
 constexpr float maxScale = 64.0F;
 constexpr int fadeSteps = 8;
 
@@ -88,7 +88,7 @@ void PanelEdges::drawSquare(CanvasRenderer& renderer, IntBox const& box, unsigne
     for (std::size_t i = 0; i < numRings_; ++i) drawStraight(renderer, box, rings_[i], edges);
 }
 
-/// Round corners have no mitre at which the light could change: it fades along the sides.
+/// A round corner has no mitre at which the light could change: the light fades along the sides.
 void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
                            unsigned int radius) {
     IntBox const outer = box.inset(ring.inset);
