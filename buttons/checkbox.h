@@ -185,6 +185,7 @@ public:
 protected:
     bool pressBegan(Event const& event) override;
     void pressEnded(PressEnd how) override;
+    // The parts of the drawing.
     virtual void drawTickBox();
     virtual void drawText();
     virtual void drawTick(bool mixed);

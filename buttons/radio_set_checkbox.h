@@ -21,6 +21,7 @@ public:
     RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set);
     ~RadioSetCheckbox() override;
 
+    /// How the label looks while it is the chosen one.
     void setBoldWhenTicked(bool bold);
     void setTextColourWhenTicked(Colour const& colour);
 

@@ -77,8 +77,8 @@ public:
     explicit Slider(InitArgs const& args);
     ~Slider() override;
 
-    // --- Value. The setters tell nobody. What is no number is ignored, or refused with false, and counted in
-    // the diagnostics.
+    // --- Value. The setters tell nobody. NaN is ignored, or refused with false, and counted in the
+    // diagnostics.
     /// The value is clamped to the new range. Both ends must be finite.
     bool setValueRange(double minimum, double maximum);
     double getMinimum() const { return minimum_; }
@@ -103,7 +103,7 @@ public:
     /// In the slider's coordinates; empty while the thumb is not shown.
     IntBox getThumbArea() const;
 
-    // --- Points of interest; values that are no number are not kept
+    // --- Points of interest; NaN is not kept
     void setPointOfInterest(double value);
     std::optional<double> getPointOfInterest() const { return pointOfInterest_; }
     void removePointOfInterest();

@@ -42,7 +42,7 @@ public:
     /// Which items are looked for: visible items, or all.
     enum class Reach { inSight, all };
 
-    // --- Finding. Only widgets that are shown count. No role, and an empty name, fit all.
+    // --- Finding. Only shown widgets count. Without a role, or with an empty name, all of them fit.
     /// The first widget with that role and name, in the order of windows and children.
     Glob* find(std::optional<Role> role, LightweightString<wchar_t> const& name);
     std::vector<Glob*> findAll(std::optional<Role> role, LightweightString<wchar_t> const& name);

@@ -196,7 +196,7 @@ public:
     void setTabGoesOn(bool goesOn) { tabGoesOn_ = goesOn; }
     bool doesTabGoOn() const { return tabGoesOn_; }
 
-    // --- For derived classes: each does nothing, and answers 0, unless it is said otherwise. 1 = consumed.
+    // --- For derived classes. Unless stated otherwise each does nothing and answers 0. 1 = consumed.
     // `handleMessageEvent` and `handleDataMessageEvent` are those of `EventHandler`.
     /// A key press. After 0, Tab and Shift+Tab go to the next stop of the panel. All other answers but 1
     /// leave the key to `Glob`.

@@ -88,6 +88,7 @@ public:
     bool getTabStopEnabled(TabOrderable const& object, bool* found = nullptr) const;
     bool getTabStopEnabled(unsigned int index, bool* found = nullptr) const;
 
+    /// How many stops there are.
     unsigned int numTabStops() const;
     /// `noTabStop` when out of range.
     unsigned int getTabStopTabOrder(unsigned int index) const;

@@ -21,8 +21,10 @@ public:
         isHeld_ = true;
         isChanging_ = false;
     }
+    /// Ends the gesture; the data is told by `ValWidget::finishGesture`.
     void letGo() { isHeld_ = false; }
     bool isHeld() const { return isHeld_; }
+    /// The value at the beginning of the gesture.
     T const& atBegin() const { return atBegin_; }
 
 private:

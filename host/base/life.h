@@ -22,6 +22,7 @@ WAINSCOT_API IdStamp stampOf(void const* object);
 inline bool alive(void const* object, IdStamp stamp) {
     return stamp.valid() && stampOf(object) == stamp;
 }
+/// How many objects are alive.
 WAINSCOT_API std::size_t count();
 } // namespace Liveness
 
@@ -38,6 +39,7 @@ public:
         if (stamp_.valid()) Liveness::remove(this);
         stamp_.invalidate();
     }
+    /// The token's stamp, made when it is first asked for.
     IdStamp stamp() const;
 
 private:

@@ -84,7 +84,9 @@ public:
     constexpr View view() const { return View(data_, size_); }
     constexpr CharT const* begin() const { return data_; }
     constexpr CharT const* end() const { return data_ + size_; }
+    /// `index` must not be larger than `size()`, where the zero character stands.
     constexpr CharT operator[](std::size_t index) const { return data_[index]; }
+    /// The last character; the zero character when the string is empty.
     constexpr CharT back() const { return size_ ? data_[size_ - 1] : CharT(); }
     /// Hands out the inner pointer: never keep it across a call that may change or destroy the string.
     constexpr operator CharT const*() const { return data_; }
@@ -92,6 +94,7 @@ public:
     explicit operator bool() const = delete;
 
     void clear() { *this = LightweightString(); }
+    /// Makes room, so that the string can grow to `capacity` characters in place.
     void reserve(std::size_t capacity);
     LightweightString& append(View text);
     LightweightString& operator+=(LightweightString const& text) { return append(text.view()); }

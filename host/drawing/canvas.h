@@ -31,6 +31,7 @@ struct CanvasPlace {
 class WAINSCOT_API CanvasClient {
 public:
     virtual ~CanvasClient();
+    /// Where its canvas lies now.
     virtual CanvasPlace canvasPlace() const = 0;
     /// Damages whatever is painted later than this client and meets `area` (in canvas coordinates).
     virtual void damageAbove(IntBox const& area) = 0;
@@ -48,6 +49,7 @@ public:
     Canvas& operator=(Canvas const&) = delete;
 
     CanvasClient& owner() const { return *owner_; }
+    /// Where the canvas lies now, in a painting visit as that visit knows it.
     CanvasPlace place() const;
 
     /// The surface of the window, set on the canvas of a window's root only.

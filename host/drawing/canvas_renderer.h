@@ -23,6 +23,7 @@ public:
     CanvasRenderer(CanvasRenderer const&) = delete;
     CanvasRenderer& operator=(CanvasRenderer const&) = delete;
 
+    /// Draws one description.
     void renderPrimitive(Glib::RectDescription const& rect);
     void renderPrimitive(Glib::LineDescription const& line);
     void renderPrimitive(Glib::TextDescription const& text);

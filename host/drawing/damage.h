@@ -16,6 +16,7 @@ public:
     /// Told of the first damage after there was none.
     class Watcher {
     public:
+        /// Damage has been added after there was none.
         virtual void damageAdded() = 0;
 
     protected:

@@ -18,10 +18,12 @@ public:
     class WAINSCOT_API Painter {
     public:
         virtual ~Painter();
+        /// Paints pending damage, or forgets it.
         virtual void paintPending() = 0;
         virtual void dropPending() = 0;
     };
 
+    /// Begins and ends a hold. The loop ends holds that a handler leaves behind.
     static void disableRedraws();
     static void enableRedraws();
     /// How many holds handlers have; `LastingRedrawHold` does not count.
@@ -65,6 +67,7 @@ private:
     std::uint64_t number_;
 };
 
+/// Short for `Drawable::disableRedraws()` and `Drawable::enableRedraws()`.
 WAINSCOT_API void refresh_off();
 WAINSCOT_API void refresh_on();
 

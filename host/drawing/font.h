@@ -97,6 +97,7 @@ WAINSCOT_API LightweightString<wchar_t> fitTextToWidth(Qv::Ptr<iFont> const& fon
 
 } // namespace Glib
 
+/// The face of the symbol font.
 WAINSCOT_API LightweightString<char> getQvUtilityFontName();
 /// The size of the symbol font: `scale` times the standard size.
 WAINSCOT_API unsigned short getQvUtilityFontSize(float scale = 1.0F);

@@ -22,6 +22,7 @@ public:
     LongText() = default;
     explicit LongText(Qv::Ptr<iFont> font) : font_(std::move(font)) {}
 
+    /// Sets the font; all of the text is measured again.
     void setFont(Qv::Ptr<iFont> font);
     Qv::Ptr<iFont> const& font() const { return font_; }
 

@@ -11,6 +11,7 @@
 /// right. Without a current canvas, or after its end, nothing is drawn.
 namespace wainscot {
 
+/// The canvas on which paths are drawn from now on; null = none.
 WAINSCOT_API void glib_setcanvas(Canvas* canvas);
 /// Null when there is none, or it has died.
 WAINSCOT_API Canvas* glib_currentcanvas();
@@ -23,7 +24,9 @@ WAINSCOT_API void glib_setcolour(Colour const& colour);
 /// At least one device pixel is drawn.
 WAINSCOT_API void glib_setlinewidth(double width);
 
+/// Empties the path.
 WAINSCOT_API void glib_newpath();
+/// Begins a new line of the path at a point.
 WAINSCOT_API void glib_moveto(double x, double y);
 /// Begins at the point itself when the path is empty.
 WAINSCOT_API void glib_lineto(double x, double y);

@@ -52,6 +52,7 @@ namespace Glib {
 /// Puts a region together from boxes.
 class WAINSCOT_API RegionBuilder {
 public:
+    /// Adds a box, or takes its area out; the steps count in their order.
     RegionBuilder& add(IntBox const& box);
     RegionBuilder& subtract(IntBox const& box);
     Qv::Ptr<iRegion> build() const;

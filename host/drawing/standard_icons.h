@@ -15,6 +15,7 @@ namespace wainscot::Glib {
 /// Their width and height when no box is given.
 inline constexpr int standardIconExtent = 16;
 
+/// The bare names of all standard icons.
 WAINSCOT_API std::span<std::wstring_view const> standardIconNames();
 /// Null for an unknown name. `loadIcon` asks here when there is no file of that name.
 WAINSCOT_API Qv::Ptr<Image> makeStandardIcon(std::wstring_view bareName);

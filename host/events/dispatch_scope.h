@@ -19,6 +19,7 @@ public:
     DispatchScope(DispatchScope const&) = delete;
     DispatchScope& operator=(DispatchScope const&) = delete;
 
+    /// Whether any handler is running.
     static bool isActive();
 
     using Free = void (*)(void* object);

@@ -51,6 +51,7 @@ constexpr std::uint32_t function(int number) {
 constexpr std::uint32_t base(std::uint32_t code) {
     return code & ~modifierMask;
 }
+/// Whether the key is not a character.
 constexpr bool isSpecial(std::uint32_t code) {
     return (code & special) != 0;
 }

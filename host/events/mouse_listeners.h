@@ -20,6 +20,7 @@ public:
     MouseListener(MouseListener&& other) noexcept;
     MouseListener& operator=(MouseListener&& other) noexcept;
     ~MouseListener() { end(); }
+    /// Ends the listening now.
     void end();
 
 private:

@@ -14,6 +14,7 @@ class WAINSCOT_API ThreadInbox {
 public:
     explicit ThreadInbox(std::function<void()> wake) : wake_(std::move(wake)) {}
 
+    /// Leaves a call and wakes the loop.
     void post(Qv::Ptr<EventQueue::Call> call);
     /// Takes the calls that have come, oldest first, at most `most`; the rest stays.
     std::deque<Qv::Ptr<EventQueue::Call>> take(std::size_t most);

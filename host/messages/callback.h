@@ -11,6 +11,7 @@ namespace wainscot {
 template <class Result, class Argument>
 class iCallbackBase : public Qv::InternalRefCount {
 public:
+    /// Calls it; exceptions pass to the caller.
     virtual Result call(Argument const& argument) = 0;
 };
 

@@ -80,7 +80,7 @@ struct WAINSCOT_API GlobDescription {
     /// Root coordinates. For an item, the part in sight; empty when it is out of sight.
     IntBox box;
 
-    // --- Text content, of what is text
+    // --- Text content, for text widgets
     std::optional<TextContent> content;
 
     // --- Relations

@@ -122,8 +122,8 @@ public:
     void moveToTop();
     void moveToBottom();
 
-    // --- Walkers. Each walks a snapshot and skips what has died meanwhile; a visitor that answers false ends
-    // it.
+    // --- Walkers. Each walks a snapshot and skips objects that have died meanwhile. A visitor that answers
+    // false ends the walk.
     void visitChildren(Visitor const& visit);
     /// Itself first, then its descendants, parents before children.
     void visitSubtree(Visitor const& visit);
@@ -197,6 +197,7 @@ public:
     void stopMoving();
     bool isMoving() const { return hasFlag(movingFlag); }
 
+    /// Moves a child; its place is its place rule from now on.
     void setWidgetPos(Glob* child, XY<int> const& place);
     /// Gives a child a place and a size in one step. The place is its place rule from now on.
     void reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size);
@@ -279,6 +280,7 @@ public:
     void damage(IntBox const& part);
 
     Palette const& getPalette() const { return palette_; }
+    /// Sets the palette and has the object painted; children keep their palettes.
     virtual void setPalette(Palette const& palette);
     /// The look has changed: overriders compute and load again what depends on it. Afterwards everything is
     /// laid out and painted.

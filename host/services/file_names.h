@@ -23,6 +23,7 @@ enum class FileNameFault : unsigned char {
     /// More than 255 bytes.
     tooLong,
 };
+/// What is wrong with a name; `none` when it can stand for one entry.
 WAINSCOT_API FileNameFault findFileNameFault(LightweightString<wchar_t> const& name);
 
 } // namespace wainscot

@@ -23,6 +23,7 @@ WAINSCOT_API FileResult createFolder(LightweightString<wchar_t> const& path);
 /// Deletes a file, link, pipe or socket, but no folder.
 WAINSCOT_API FileResult deleteFile(LightweightString<wchar_t> const& path);
 
+/// Deletes a folder that has no entries.
 WAINSCOT_API FileResult deleteEmptyFolder(LightweightString<wchar_t> const& path);
 
 /// Deletes a folder of any depth and everything in it; links in it are deleted, never followed. It stops at

@@ -51,6 +51,7 @@ WAINSCOT_API LightweightString<wchar_t> joinPaths(LightweightString<wchar_t> con
 /// The parent folder of a path: "/a" for "/a/b" and "/a/b/", "/" for "/a" and "/", empty for "a".
 WAINSCOT_API LightweightString<wchar_t> getPath(LightweightString<wchar_t> const& path);
 
+/// Reads the entries of a folder.
 WAINSCOT_API iFileManager::Contents getDirectoryContents(LightweightString<wchar_t> const& folder);
 
 /// Whether a file may have this name; when not, `reason` (unless null) gets the reason, for people.

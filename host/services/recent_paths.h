@@ -12,6 +12,7 @@ public:
     /// `key` is the preference; with more than `limit` paths the oldest are dropped.
     explicit RecentPaths(LightweightString<char> key, std::size_t limit = 10);
 
+    /// The paths, the latest first.
     std::vector<LightweightString<wchar_t>> paths() const;
     /// Puts a path first, whether it was known or not; the empty path is ignored.
     void add(LightweightString<wchar_t> const& path);

@@ -53,6 +53,7 @@ public:
     LightweightString<char> const& problem() const { return problem_; }
     LightweightString<char> const& name() const { return settings_.name; }
 
+    /// The parts of the host.
     EventLoop& loop();
     GlobManager& globManager();
     Backend& backend();

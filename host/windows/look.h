@@ -9,6 +9,7 @@ namespace wainscot {
 /// Changes of the look while the program runs. Each function tells every object in every window what has
 /// changed (`Glob::handleLookChange`, parents before children), lays out all windows again and paints them.
 namespace Look {
+/// The theme (`Palette::setCurrentTheme`).
 WAINSCOT_API void setTheme(eTheme theme);
 /// The user's size preference (`UifStd::setScale`).
 WAINSCOT_API void setSize(double scale);

@@ -59,6 +59,7 @@ public:
     /// The object whose press opened the first pop-up; null when there is none, or it has died.
     Glob* opener() const;
 
+    /// Closes the whole chain; the pop-up that was opened last.
     void closeAll();
     void closeLast();
     /// Closes the pop-ups that were opened from a pop-up; does nothing when it is not in the chain.
