@@ -13,15 +13,14 @@ namespace wainscot {
 /// one chain is open.
 ///
 /// What a chain does for its pop-ups:
-/// - Each stands on the intercept stack above `lowestPriority`, the latest highest, so that `intercept`
-/// offers
-///   it every key. A pop-up never takes the keyboard focus.
-/// - A press outside the chain closes it and is spent: nobody else hears of that press, nor of its release.
-///   A press on the opener of the first pop-up reaches the opener; what is still open of the same chain after
-///   that, and after the messages that it has sent, is closed. A press on a pop-up goes there and closes
-///   nothing; pop-ups close their sub-menus themselves.
-/// - Escape that no pop-up consumed closes the last one. Deactivation of the application closes all, and so
-///   does moving, resizing, hiding or destroying the window from which the chain was opened.
+/// - Each stands on the intercept stack above `lowestPriority`, the latest highest: `intercept` gets every
+///   key. A pop-up never takes the keyboard focus.
+/// - A press outside the chain closes the chain; nobody else hears of that press, nor of its release.
+/// - A press on the opener of the first pop-up reaches the opener. After the messages that the opener then
+///   sends, the pop-ups of that chain that are still open are closed.
+/// - A press on a pop-up goes there and closes nothing; pop-ups close their sub-menus themselves.
+/// - Escape that no pop-up consumed closes the last pop-up. Deactivation of the application closes all, and
+///   so does moving, resizing, hiding or destroying the window from which the chain was opened.
 /// - The death of a pop-up closes those that were opened from it.
 ///
 /// A closed pop-up leaves the chain, and "poot" is called on it with itself as sender. It is destroyed when
