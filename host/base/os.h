@@ -4,8 +4,8 @@
 
 namespace wainscot {
 
-/// The host's service object. `Qv::Ptr` counts references through it; whoever holds a counted object without
-/// a `Qv::Ptr` does the same. Safe from any thread.
+/// The host's service object. `Qv::Ptr` counts references through it; code that holds a counted object
+/// without a `Qv::Ptr` uses it too. Safe from any thread.
 class WAINSCOT_API OSServices {
 public:
     /// Does nothing for objects that are not counted, and for null.

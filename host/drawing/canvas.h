@@ -94,8 +94,8 @@ private:
 /// Gives a canvas its outline; does nothing for null.
 WAINSCOT_API void glib_reshapecanvas(Canvas* canvas, Qv::Ptr<iRegion> region);
 
-/// The painting visit that is under way, if any: what a renderer must clip to.
-/// Set by whoever walks the tree, for one canvas at a time.
+/// The painting visit that is under way, if any: what a renderer must clip to. Set by the walk through the
+/// tree, for one canvas at a time.
 class WAINSCOT_API PaintPhase {
 public:
     explicit PaintPhase(std::vector<IntBox> const& damage);

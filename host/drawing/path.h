@@ -45,7 +45,7 @@ WAINSCOT_API void glib_rect(double x, double y, double width, double height);
 /// Draws the outline of a rectangle with round corners at once; the path stays as it was.
 WAINSCOT_API void glib_roundedRectOutline(IntBox const& box, unsigned int radius, int edgeWidth = 1);
 
-/// Moves the origin for what follows.
+/// Moves the origin for all further drawing.
 WAINSCOT_API void glib_translate(double x, double y);
 /// Save the whole state, and restore it; a restore without a save is refused and counted.
 WAINSCOT_API void glib_gsave();

@@ -47,8 +47,8 @@ public:
     /// Longer texts are cut into blocks.
     static constexpr std::size_t maxLength = 256;
 
-    /// What lies in a stretch of the context. Stretches stand in reading order, left to right; the line
-    /// takes each to its own place.
+    /// The part of the layout in a stretch of the context. Parts are in reading order, left to right; the
+    /// line takes each to its own place.
     struct Part {
         float left;
         float width;

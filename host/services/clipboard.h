@@ -35,7 +35,7 @@ private:
 /// The clipboard for programs: wide text inside, UTF-8 outside. A text outlives the widget that it came from.
 namespace WindowsClipboard {
 
-/// Messages that menus and keys send to whoever edits.
+/// Messages of menus and keys to the object that is being edited.
 inline constexpr LightweightString<char> cutTextMsg{"WindowsClipboard::cutText"};
 inline constexpr LightweightString<char> copyTextMsg{"WindowsClipboard::copyText"};
 inline constexpr LightweightString<char> pasteTextMsg{"WindowsClipboard::pasteText"};

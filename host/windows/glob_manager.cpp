@@ -333,7 +333,7 @@ void GlobManager::rootDying(Glob& root) {
     DispatchScope::freeWhenUnwound(freeWindow, window);
 }
 
-/// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
+/// Windows that belong to a window are destroyed with it. The open chain closes its pop-ups itself.
 void GlobManager::destroyOwned(Glob const& root) {
     std::vector<HandlerRef<Glob>> owned;
     for (TopLevelWindow const* window : parts_->windows.ownedBy(root.idStamp()))

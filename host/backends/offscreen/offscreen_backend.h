@@ -69,7 +69,7 @@ private:
     double deviceScale_;
     std::vector<IntBox> monitors_;
     std::vector<InputEvent> input_;
-    /// In the order of opening; owned by those who asked for them.
+    /// In the order of opening. Their makers own them.
     std::map<NativeWindowId, OffscreenWindow*> windows_;
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
