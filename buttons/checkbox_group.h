@@ -6,7 +6,7 @@ namespace wainscot {
 
 /// A framed panel of checkboxes that are ticked independently of each other.
 ///
-/// Sends `clickedMsg` to its parent, queued, with this as sender, whenever the user has toggled one.
+/// Sends `clickedMsg` to its parent, queued, with this as sender, whenever the user has toggled a checkbox.
 class WAINSCOT_API CheckboxGroup : public CheckboxPanel {
 public:
     static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
@@ -18,7 +18,7 @@ public:
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
-        /// In a frame with the title on it.
+        /// With a frame and a title on it.
         InitArgs(UIString const& heading, std::vector<UIString> texts, XY<int> const& size);
         InitArgs(UIString const& heading, std::vector<UIString> texts, unsigned short w = 0,
                  unsigned short h = 0);

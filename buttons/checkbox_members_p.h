@@ -5,7 +5,7 @@
 
 namespace wainscot {
 
-/// What sets do with members that are checkboxes.
+/// For sets whose members are checkboxes.
 namespace CheckboxMembers {
 
 /// The set takes the checkbox's user function for itself; `context` is handed to it.

@@ -66,7 +66,7 @@ public:
 
 private:
     bool addItem(LightweightString<wchar_t> const& label, std::optional<Colour> const& faceColour);
-    /// The same; null also when the button has another parent now.
+    /// The same; null also when it has another parent now.
     Button* childButton(int index) const;
     /// The size that the labels need, with all buttons as wide as the widest.
     XY<int> neededSize() const;

@@ -99,7 +99,7 @@ public:
     explicit ScrollBar(InitArgs const& args);
     ~ScrollBar() override;
 
-    /// Whether a message is one of those that scroll bars send.
+    /// Whether a message is a scroll bar's.
     static bool isScrollBarMsg(LightweightString<char> const& name);
     /// How thick bars are, in pixels.
     static int thickness();
