@@ -32,7 +32,7 @@ Button* makeButton(int index) {
     return made.back();
 }
 
-/// Presses and releases one button; each of both is a step.
+/// Presses and releases one button: two steps.
 std::vector<double> toggle(Host& host, WidgetGrid& grid) {
     Button* const button = made[pressedButton];
     XY<int> const place = button->screenBox().centre();

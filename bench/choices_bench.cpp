@@ -54,7 +54,7 @@ void benchCheckboxes() {
     report.print();
 }
 
-/// Holds down an arrow key on a set that is all in sight, five times round.
+/// Holds down an arrow key on a set that is wholly in sight, five times round.
 template <class IsChosen>
 void stepThrough(Report& report, Host& host, Glob* root, Glob* first, IsChosen isChosen) {
     host.globManager().realize(root, XY<int>(0, 0));

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-/// How fast the drawing folder is: each workload is painted as a window would paint it, and its pixels are
-/// read back, so that one that painted nothing fails.
+/// How fast the drawing folder is. Each workload is painted as a window paints it, and its pixels are read
+/// back: a workload that paints nothing fails.
 namespace {
 
 using namespace wainscot;
@@ -103,7 +103,7 @@ void drawCells(Canvas& canvas, std::vector<LightweightString<wchar_t>> const& te
 
 void benchCells() {
     Window window;
-    // What any painter must pay at least, to judge the others by.
+    // The least cost for any painter, for comparison.
     double const fill = microsecondsPerCall([&] {
         window.paint([&](Canvas& c) {
             CanvasRenderer renderer(&c, window.surface.bounds());

@@ -16,14 +16,14 @@ std::unique_ptr<Host> makeHost(HostSettings::Screen screen = HostSettings::Scree
 
 InputEvent pointerInput(InputEvent::Kind kind, XY<int> place);
 InputEvent keyInput(std::uint32_t keyCode);
-/// One piece of input and all that the loop owes for it, in microseconds.
+/// The time for one piece of input with all its effects, in microseconds.
 double timeInput(Host& host, InputEvent input);
 
-/// What the screen shows at a place, for programs without one.
+/// The colour of the offscreen screen at a place.
 std::uint32_t pixelAt(Host& host, Glob const* inWindow, XY<int> place);
 void addPicture(Report& report, Glob* root);
 
-/// Times one thing again and again.
+/// Times one step again and again.
 struct Steps {
     /// Notes median, 95th percentile and maximum of a run.
     void add(std::vector<double> const& times);
@@ -38,8 +38,8 @@ struct Workload {
     /// Whether it runs when none is named.
     bool usually = true;
 };
-/// Runs those that are named, each in a process of its own: memory that one has freed would hide what the
-/// next one takes. Gives the exit code.
+/// Runs the named workloads, each in a process of its own: memory that one has freed would hide the use of
+/// the next. Gives the exit code.
 int runWorkloads(int count, char** names, std::vector<Workload> const& workloads);
 
 } // namespace wainscot::Measuring

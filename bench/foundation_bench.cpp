@@ -23,7 +23,7 @@ double nanosecondsEach(int count, std::function<void()> const& work) {
     return (now() - start) * 1e6 / count;
 }
 
-/// A listener of its own kind, and one that passes on to a client.
+/// A listener, and an observer that passes on to a client.
 class Summing final : public ValClient<int> {
 public:
     explicit Summing(long& sum) : sum_(sum) {}

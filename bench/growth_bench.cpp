@@ -26,15 +26,15 @@ using namespace wainscot;
 using namespace wainscot::Measuring;
 
 constexpr double mostExponent = 1.35;
-/// Where the next size would take longer, what is known says enough.
+/// A size that would take longer is left out.
 constexpr double mostSeconds = 30;
-/// Shorter ones are repeated, and the best counts.
+/// Shorter runs are repeated, and the best one counts.
 constexpr double shortSeconds = 1;
 constexpr int repetitions = 5;
 /// A smaller time says nothing about growth.
 constexpr double leastSeconds = 0.0002;
 
-/// The seconds of what is to be measured in one run of n.
+/// The seconds of one run with n things.
 using Row = double (*)(int n);
 
 double processorSeconds(std::function<void()> const& work) {
@@ -104,7 +104,7 @@ double lookUpDefaultKeys(int n) {
 std::unique_ptr<Glob> makeParent(int n, unsigned short side, std::vector<Glob*>& children) {
     auto parent = std::make_unique<Glob>(4000, 4000);
     for (int i = 0; i < n; ++i) children.push_back(parent->addWidget(new Glob(side, side), 0, 0));
-    // One far away, so that a cell is smaller than a child.
+    // One child far away, so that a cell is smaller than a child.
     parent->addWidget(new Glob(10, 10), 3900, 3900);
     std::vector<Glob*> found;
     Tree::childrenMeeting(*parent, IntBox(0, 0, 1, 1), found);

@@ -15,18 +15,18 @@ namespace Measuring {
 
 /// Real milliseconds, whatever the clocks of the host do.
 double now();
-/// What is taken of the machine's memory, in bytes.
+/// The machine's memory in use, in bytes.
 double residentBytes();
-/// The same, what is backed by no file.
+/// The same without memory that a file backs.
 double anonymousBytes();
 
 double median(std::vector<double> values);
-/// The value that so many per cent of the values do not exceed.
+/// The value that `percent` per cent of the values do not exceed.
 double percentile(std::vector<double> values, double percent);
 
 struct Picture {
     std::size_t colours;
-    /// The share of pixels that are not of the commonest colour.
+    /// The share of pixels that do not have the most frequent colour.
     std::size_t inkPermille;
 };
 Picture look(std::uint32_t const* pixels, std::size_t count);
@@ -54,7 +54,7 @@ private:
     std::vector<std::pair<std::string, double>> metrics_;
 };
 
-/// Notes that something measured was not what it should be.
+/// Notes a failed check.
 void check(bool right, char const* what);
 /// The exit code of the program: 1 when a check failed.
 int exitCode();

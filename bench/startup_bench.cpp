@@ -20,7 +20,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// How long a program takes until its first window is painted, what it takes of memory then, and how often it
+/// How long a program takes until its first window is painted, how much memory it then uses, and how often it
 /// wakes up while nobody uses it.
 namespace {
 
@@ -31,7 +31,7 @@ constexpr int numProcesses = 10;
 constexpr int restMs = 1500;
 constexpr int measuredMs = 5000;
 
-/// What a started program tells about itself once its window is painted.
+/// What a started program tells about itself after its window is painted.
 struct Told {
     double cpuMs = 0;
     double rss = 0;
@@ -174,7 +174,7 @@ void benchStartUp(char const* kind) {
         cpu.push_back(told.cpuMs);
         rss.push_back(told.rss / 1e6);
         anonymous.push_back(told.anonymous / 1e6);
-        // Five seconds each: one process tells what the others would.
+        // This takes five seconds, so only one process is watched.
         if (!isDesktop || i > 0) continue;
         rest(restMs);
         long const before = wakeUps(program.pid());

@@ -65,7 +65,7 @@ GridFigures measureGrid(XY<int> size, Report& report, Make make, Toggle toggle) 
         double start = now();
         grid->fill(make);
         figures.create.push_back((now() - start) * 1000 / WidgetGrid::numWidgets);
-        // What was freed by an earlier run would hide what is taken.
+        // Memory that an earlier run has freed would hide the use.
         if (r == 0) figures.bytes.push_back((residentBytes() - before) / WidgetGrid::numWidgets);
         start = now();
         host->globManager().realize(grid, XY<int>(0, 0));

@@ -63,7 +63,7 @@ void BoolRadioSet::show(bool value) {
     storeCurrent(indexFor(value));
     Choosing const choosing(*this);
     CheckboxMembers::tickOnly(*this, getCurrent(), [&] { return choosing.goesOn(); });
-    // Whoever was shown it may have chosen otherwise.
+    // Listeners may have made another choice.
     if (choosing.goesOn() && isChosenMember(getCurrent())) takeFocusAlong();
 }
 
@@ -73,7 +73,7 @@ void BoolRadioSet::set_current(int index, bool quiet) {
     if (index < 0) return RadioSetBase::set_current(index, quiet);
     if (index == getCurrent() || index >= static_cast<int>(count())) return;
     bool const value = (index == 0) == valueOfFirst_;
-    // None was chosen: the value is the right one already.
+    // None was chosen: the value is right already.
     if (quiet || value == value_) return show(value);
     setState(value);
 }
@@ -90,7 +90,7 @@ void BoolRadioSet::click(Checkbox const* clicked) {
     if (!clicked || clicked->isTicked()) return;
     for (int i = 0; i < static_cast<int>(count()); ++i) {
         if (member(i) != clicked) continue;
-        // The program may have cleared the chosen one.
+        // The program may have cleared the chosen member.
         return i == getCurrent() ? show(value_) : set_current(i, false);
     }
 }

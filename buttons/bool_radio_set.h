@@ -5,37 +5,36 @@
 
 namespace wainscot {
 
-/// Two checkboxes of which one is ticked, as the two sides of a truth value. A click on the other one turns
-/// the value round: the adaptor is asked, and where it refuses all stays as it is. Nothing else is told.
+/// Two checkboxes for the two sides of a truth value: one of them is ticked. A click on the other one inverts
+/// the value, if the adaptor allows it. Only the adaptor is told.
 ///
-/// No widget itself: whoever makes it keeps it for as long as the checkboxes are to be a pair.
+/// It is not a widget: its maker keeps it for as long as the checkboxes are a pair.
 class WAINSCOT_API BoolRadioSet final : public RadioSetBase<Checkbox>,
                                         public ValWidget<bool>,
                                         public iCheckboxSet {
 public:
     BoolRadioSet() = default;
-    /// Lets go of the checkboxes, which keep their state.
+    /// Gives up the checkboxes, which keep their state.
     ~BoolRadioSet() override;
 
-    /// Makes them a pair; they are not owned. The first one is ticked when the value is true and
-    /// `firstIsTrue` says so, in all other cases the second; from then on each change of the value ticks the
-    /// other one. False, with a diagnostic, when one of them could not be added.
+    /// Makes a pair of two checkboxes; they are not owned. The first one is ticked at first when both the
+    /// value and `firstIsTrue` are true, else the second. From then on each change of the value ticks the
+    /// other checkbox. False, with a diagnostic, when a checkbox could not be added.
     bool setWidgets(Checkbox* first, Checkbox* second, bool firstIsTrue);
     bool isFirstTrue() const { return firstIsTrue_; }
 
-    /// As the user does: nothing for the present value, else the adaptor is asked.
+    /// Changes the value as the user does: the adaptor is asked, unless the value is the present one.
     void setState(bool value);
     bool getWidgetValue() const override { return value_; }
     void setNewWidgetValue(bool& value, eRedrawFlag redraw) override;
     void setEnabledState(bool enabled) override;
-    /// Choosing one of the two is a click on it, or, when quiet, a change that the adaptor is not asked
-    /// about.
+    /// Chooses a checkbox like a click on it; with `quiet` the adaptor is not asked.
     void set_current(int index, bool quiet) override;
 
     /// The user function of both; `set` is a `BoolRadioSet`.
     static void checkboxCallback(Checkbox* clicked, void* set);
 
-    // iObject: whoever made it owns it, nobody counts.
+    // iObject: its maker owns it, nobody counts.
     void addRef() const noexcept override {}
     void release() const noexcept override {}
 
@@ -59,7 +58,7 @@ private:
 
     bool value_ = false;
     bool firstIsTrue_ = true;
-    /// What the value is while the first one is ticked.
+    /// The value while the first checkbox is ticked.
     bool valueOfFirst_ = true;
 };
 

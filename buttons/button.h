@@ -23,26 +23,26 @@ enum eButtonStyle : unsigned char {
     /// No face until the pointer is over it or it is down; for tool bars.
     eButtonFlat = 0,
     eButtonStandard = 1,
-    /// Shows by a glyph whether what belongs to it is folded.
+    /// Shows by a glyph whether its contents are folded.
     eButtonFolding = 2,
-    /// Shows by a glyph that it opens a list.
+    /// Has a glyph: it opens a list.
     eButtonDropDown = 3,
 };
 
 /// A push button: a rectangle with a label or an icon that reports presses to its parent.
 ///
-/// Messages: what `setMessage` names, with the payload of `setPayload` (then as a data message), queued, with
-/// this as sender and the modifiers of the last press as key code. On the release inside, or as
-/// `setCallbackEvents` says. A latching button sends the name followed by " on" or " off"; drags are reported
-/// with " drag". A callback (`setCallback`) replaces all that; it gets a `NotifyMsg` with the name, the
-/// payload and one of the codes below. The receiver of a message gets the code from the event
-/// (`Event::reportCode`), or while it handles it from `currentReportCode()`.
+/// Messages: the name of `setMessage`, queued, on the release inside or as `setCallbackEvents` says. The
+/// sender is the button, the key code the modifiers of the last press; with a payload (`setPayload`) it is a
+/// data message. A latching button sends the name followed by " on" or " off"; drags are reported with "
+/// drag". A callback (`setCallback`) replaces the messages; it gets a `NotifyMsg` with the name, the payload
+/// and one of the codes below. The receiver of a message finds the code in the event (`Event::reportCode`),
+/// or while it handles the message by `currentReportCode()`.
 ///
 /// Return and space click it while it has the keyboard focus; Tab reaches it when it is a stop of its panel.
 class WAINSCOT_API Button
     : public Bindable<ButtonWidget<LightweightString<wchar_t>>, Focusable<Pressable<rect>>> {
 public:
-    /// What reports carry.
+    /// The codes of reports.
     static constexpr int codeUp = 1;
     static constexpr int codeDown = 2;
     static constexpr int codeDrag = 4;
@@ -52,7 +52,7 @@ public:
                                                      {Key::space, clickAction, "a click"}};
     /// For `setCallbackEvents`.
     enum CallbackEvents : unsigned int { onMouseUp = 1, onMouseDown = 2, onDrag = 4 };
-    /// What is appended to the message.
+    /// Appended to the name of the message.
     static constexpr LightweightString<char> onSuffix{" on"};
     static constexpr LightweightString<char> offSuffix{" off"};
     static constexpr LightweightString<char> dragSuffix{" drag"};
@@ -101,7 +101,7 @@ public:
         bool latching = false;
     };
 
-    /// A width of 0 becomes what the label needs.
+    /// A width of 0 becomes the width that the label needs.
     explicit Button(InitArgs const& args);
     Button(UIString label, char const* message, unsigned short width, unsigned short height,
            bool opaque = true, Canvas* canvas = nullptr);
@@ -113,20 +113,21 @@ public:
     LightweightString<char> const& getMessage() const { return message_; }
     /// Attached to every message; null = none.
     void setPayload(Qv::Ptr<iObject> payload);
-    /// Told instead of the parent, with the same name; null = the parent again. Takes the callback's message
-    /// name, when it has one, as the button's.
+    /// The callback is told instead of the parent, with the same name; null = the parent again. If the
+    /// callback has a message name, the button takes that name.
     void setCallback(WidgetCallback const& callback);
     void setCallbackEvents(unsigned int events) { callbackEvents_ = static_cast<unsigned char>(events & 7U); }
     unsigned int getCallbackEvents() const { return callbackEvents_; }
-    /// Report on release (true) or on press, and nothing else.
+    /// Report on release (true) or on press only.
     void setMessageOnMouseUp(bool onRelease) { callbackEvents_ = onRelease ? onMouseUp : onMouseDown; }
     void setMessageOnDrag(bool report);
-    /// From now on clicks go on to what lies behind; a press that is under way ends, and nobody is told.
+    /// From now on clicks go on to the object behind. A held press ends, and nobody is told.
     void setIgnoreMouseClicks(bool ignore);
     bool ignoresMouseClicks() const { return ignoresClicks_; }
     /// Reports a message with a code to the callback, else to the parent.
     void informParent(LightweightString<char> name, unsigned int code);
-    /// Sends the message to the parent; without one to the nearest object of the screen that this lies on.
+    /// Sends the message to the parent; without a parent to the nearest object on the screen that this button
+    /// overlaps.
     int sendMessageToParent(NotifyMsg const& message);
 
     // --- State
@@ -134,15 +135,16 @@ public:
     bool isDown() const { return state_ == buttonDown; }
     /// Nobody is told, unless a derived class says otherwise.
     virtual void setState(button_state state, eRedrawFlag redraw);
-    /// Changes the state as a click does; with `notify` it is reported.
+    /// Changes the state as a click does, and reports it with `notify`.
     virtual void switchState(button_state state, bool notify);
     /// A latching button stays down until it is clicked again; it reports presses. `second` is kept for
     /// subclasses that have a second way of latching.
     void setLatching(bool latching, bool second);
     bool isLatching() const { return latching_ != 0; }
     bool isLatchingSecond() const { return latching_ == 2; }
-    /// While it is held down it reports every 1/n half seconds, the first time after `delay` half seconds, on
-    /// the processor clock. Below 1 it does not. Counts at once, also while it is held.
+    /// While it is held down it reports `perHalfSecond` times in half a second, the first time after `delay`
+    /// half seconds, on the processor clock. Below 1 it does not repeat. Takes effect at once, also while it
+    /// is held.
     void setRepeating(int perHalfSecond, double delay);
 
     // --- Label and look
@@ -154,11 +156,11 @@ public:
     Glib::FontDesc const& getFont() const { return label_.font(); }
     LightweightString<wchar_t> getWidgetValue() const override;
     void setNewWidgetValue(LightweightString<wchar_t>& label, eRedrawFlag redraw) override;
-    /// Takes the style's usual alignment as well.
+    /// Sets the style's usual alignment too.
     void setStyle(eButtonStyle style);
     eButtonStyle getStyle() const { return style_; }
     void setAlignment(TextAlignment alignment);
-    /// It does what is usually wanted: its face is the palette's `doIt()`.
+    /// Marks the usual action: its face is the palette's `doIt()`.
     void setDefaultAction(bool isDefault);
     bool isDefaultAction() const { return defaultAction_; }
     /// Text and face of both states.
@@ -166,13 +168,14 @@ public:
     /// The label keeps the palette's colour as far as it reads on the face.
     void setFaceColour(Colour const& face);
     void setUpCols(Colour const& text, Colour const& face);
-    /// These are drawn as they are; a face that is not given for this state is drawn darker in it.
+    /// These faces are drawn as they are; a face that was not set for this state is drawn darker while the
+    /// button is down.
     void setDownCols(Colour const& text, Colour const& face);
-    /// Bare names of icons: while it is down, and while it is up (the first one where that is empty).
+    /// Bare names of icons: while it is down, and while it is up (empty = the first icon).
     void setIcons(LightweightString<wchar_t> const& active, LightweightString<wchar_t> const& inactive);
     /// Draws instead of label and icon.
     void setCustomDrawFn(void (*function)(Button const&));
-    /// What a label needs: its text, half a button height on each side, and the standard height.
+    /// The size that a label needs: its text, half a button height on each side, and the standard height.
     static XY<int> calcSizeFor(UIString const& label, Glib::FontDesc const& font);
     /// Takes the width that the label needs; the height stays, or becomes the standard one when it is 0.
     void autoResize();
@@ -189,7 +192,7 @@ public:
     void describe(GlobDescription& description) const override;
 
 protected:
-    /// A button that does not latch goes up when it is released, unless this says otherwise.
+    /// Whether a button that does not latch stays down when it is released.
     virtual bool staysDownAfterRelease() const;
     virtual void drawText();
     virtual void drawIcon();
@@ -197,7 +200,7 @@ protected:
     virtual IntBox calcIconPosition(XY<int> const& iconSize) const;
     Colour getBackCol() const;
     Colour getForeCol() const;
-    /// The edge that is drawn instead of one derived from the face; null = that one.
+    /// The colour of the edge; null = derived from the face.
     virtual Colour const* borderColour() const;
     bool pressBegan(Event const& event) override;
     void pressMoved(Event const& event) override;
@@ -243,7 +246,7 @@ private:
     unsigned char latching_ = 0;
     unsigned char callbackEvents_ = onMouseUp;
     bool ignoresClicks_ = false;
-    /// The press that is under way was reported.
+    /// Whether the present press was reported.
     bool pressReported_ = false;
     bool defaultAction_ = false;
     /// The key press that made the last click by keys; see `FocusHolders::heldKeyPress`.

@@ -12,7 +12,7 @@ namespace wainscot {
 
 namespace {
 
-/// Moves of the pointer below this are no drag.
+/// Shorter moves of the pointer are not a drag.
 constexpr int dragDistance = 4;
 
 bool isClickKey(Event const& event) {
@@ -28,7 +28,7 @@ bool Button::react(Event const& event) {
     if (isClickKey(event)) return reactToKey(event);
     if (clickKeyPress_ != 0 && isKeyReleaseEvent(event)) showKeyPress(0);
     if (ignoresClicks_ || !mouse_event(event)) return rect::react(event);
-    // A release whose press went elsewhere is nobody's click.
+    // A release without its press is not a click.
     return reactToPress(event) || Press::isOfLeftButton(event) || rect::react(event);
 }
 
@@ -67,7 +67,7 @@ void Button::pressEnded(PressEnd how) {
         Button::setState(buttonUp, eRedrawYes);
 }
 
-/// The owner of a latching button has heard of the press, so it hears of the way back.
+/// The owner of a latching button has heard of the press, so it also hears that the press is taken back.
 void Button::takeBack() {
     if (latching_ == 0)
         Button::setState(buttonUp, eRedrawYes);
@@ -105,7 +105,7 @@ bool Button::reactToTimer(Event const& event) {
         dropPress();
         return true;
     }
-    // The way back onto the button may still come.
+    // The pointer may still come back onto the button.
     if (!isDown()) return true;
     RepeatClock& clock = extras_->repeat.clock;
     bool const isDue = clock.isDue();

@@ -10,10 +10,10 @@ namespace wainscot {
 /// What only few buttons have; made when first needed.
 struct Button::Extras {
     struct Colours {
-        /// Nothing = that of the palette.
+        /// Nothing = the palette's.
         std::optional<Colour> text;
         Colour face;
-        /// Given for this very state, so that the face is drawn as it is.
+        /// Set for this state, so that the face is drawn as it is.
         bool isOfState = false;
 
         friend bool operator==(Colours const&, Colours const&) = default;

@@ -5,21 +5,21 @@
 
 namespace wainscot {
 
-/// The value face of a button: its value is its label. Messages that arrive at the button, from controls that
-/// lie on it, are passed to the face's callback.
+/// The value of a button, which is its label. Messages that arrive at the button, from controls that lie on
+/// it, are passed to a callback.
 template <class T>
 class WAINSCOT_API ButtonWidget : public ValWidget<T> {
 public:
     ButtonWidget() = default;
     ~ButtonWidget() override;
 
-    /// Takes messages that arrive at the button; an answer of 1 consumes them. Null takes none.
+    /// The callback gets messages that arrive at the button; the answer 1 consumes them. Null = no callback.
     void setInnerMessageCallback(WidgetCallback::Callback callback) {
         innerMessageCallback_ = std::move(callback);
     }
 
 protected:
-    /// What the callback answers; 0 without one. The button may be gone afterwards.
+    /// The callback's answer; 0 without a callback. The button may be dead afterwards.
     int callInnerMessageCallback(NotifyMsg const& message);
 
 private:

@@ -145,7 +145,7 @@ void Checkbox::setUserFunction(UserFunction function, void* context) {
 // Events
 
 bool Checkbox::react(Event const& event) {
-    // While another button is held the panel gets what the left one does.
+    // While another button is held, the panel gets events of the left button.
     if (mouse_chord_event(event)) {
         if (mouse_up_event(event) && mouse_left_event(event)) dropPress();
     } else if (clickable_ && isActive()) {
@@ -153,7 +153,7 @@ bool Checkbox::react(Event const& event) {
     }
     if (isActive() && isToggleKey(event)) {
         LifeGuard const life = guard();
-        // As with a button, a click by keys ends what the pointer holds.
+        // As with a button, a click by keys ends the held press.
         dropPress();
         if (life.alive()) requestToggleState();
         return true;
@@ -173,7 +173,7 @@ bool Checkbox::pressBegan(Event const&) {
     return true;
 }
 
-/// Where the pointer is at the release does not count.
+/// The pointer's place at the release does not matter.
 void Checkbox::pressEnded(PressEnd how) {
     makeDirty();
     bool const isReleased = how == PressEnd::releasedInside || how == PressEnd::releasedOutside;

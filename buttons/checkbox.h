@@ -23,26 +23,26 @@ public:
     virtual ~iCheckboxSet();
     /// Whether Tab stops at this member; the set is one stop.
     virtual bool isTabStop(Checkbox const& member) const = 0;
-    /// An arrow key was pressed on a member: chooses the next one that way (y downwards). Whether there was
-    /// any; everything may be gone then.
+    /// An arrow key was pressed on a member: chooses the next member in that direction (y downwards). False
+    /// when there is none. Everything may be dead afterwards.
     virtual bool stepFrom(Checkbox& member, XY<int> direction) = 0;
-    /// Those that have died are counted.
+    /// Dead members are counted.
     virtual unsigned int getNumMembers() const = 0;
 };
 
 /// A choice between on and off: a box with a tick, or a light, and a label. Its value is whether it is
 /// ticked.
 ///
-/// When the user toggles it, the state changes first; then an adaptor or a callback is told with a `Change`,
-/// or, when there is neither, the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". An
-/// adaptor that refuses takes the state back. A user function replaces all of that. The code of a report
+/// When the user toggles it, the state changes first. Then the adaptor and the callback are told with a
+/// `Change`; without both the parent is sent a message: the prefix, followed by "TICKED" or "CLEAR". When the
+/// adaptor refuses, the state goes back. A user function replaces all of that. The code of a report
 /// (`NotifyMsg::code`, `Event::reportCode`) is the new state.
 class WAINSCOT_API Checkbox : public Bindable<ValWidget<bool>, Focusable<Pressable<StandardPanel>>> {
 public:
     static constexpr LightweightString<char> defaultPrefix{"Checkbox "};
     static constexpr LightweightString<char> tickedWord{"TICKED"};
     static constexpr LightweightString<char> clearWord{"CLEAR"};
-    /// What reports carry.
+    /// The codes of reports.
     static constexpr int codeClear = 0;
     static constexpr int codeTicked = 1;
 
@@ -54,10 +54,10 @@ public:
         redLight = 5,
         greenLight = 6,
     };
-    /// On what a click toggles it. With any other value clicks do nothing.
+    /// When a click toggles it. With any other value clicks do nothing.
     enum eMsgGeneration : unsigned char { onPress = 0, onRelease = 1, onNothing = 2 };
 
-    /// What it tells others, where nothing else is named after the prefix.
+    /// What it tells others. The prefix comes first in the name.
     enum Messages { clearMsg, tickedMsg };
     static constexpr MessageInfo messageTable[] = {
         {"clear", MessageInfo::ownThenText, clearWord.view(), MessageInfo::queued, codeClear,
@@ -85,7 +85,7 @@ public:
 
     using UserFunction = void (*)(Checkbox* checkbox, void* context);
 
-    /// What adaptors of changes and callbacks are told.
+    /// What adaptors and callbacks are told of a change.
     class WAINSCOT_API Change final : public Qv::InternalRefCount {
     public:
         Change(bool state, Checkbox& checkbox);
@@ -111,7 +111,7 @@ public:
         Glib::FontDesc font;
     };
 
-    /// A width of 0 becomes what the label needs, a height of 0 that of a button.
+    /// A width of 0 becomes the width that the label needs, a height of 0 the height of a button.
     explicit Checkbox(InitArgs const& args);
     ~Checkbox() override;
     static std::unique_ptr<Checkbox> make(unsigned short width, unsigned short height, UIString const& label,
@@ -123,7 +123,7 @@ public:
     /// Nobody is told.
     void setState(bool ticked) { setState(ticked, true); }
     void setState(bool ticked, bool redraw);
-    /// Stores the state, and does nothing else.
+    /// Stores the state; nothing is painted and nobody is told.
     void setStateInternal(bool ticked) { ticked_ = ticked; }
     bool getWidgetValue() const override { return ticked_; }
     void setNewWidgetValue(bool& ticked, eRedrawFlag redraw) override;
@@ -137,20 +137,20 @@ public:
     void setUserFunction(UserFunction function, void* context);
     bool hasUserFunction() const { return userFunction_ != nullptr; }
     void* getUserContext() const { return userContext_; }
-    /// Told instead of the parent, with the same name and code, and a `Change` as payload; null = the parent
-    /// again. Takes the callback's message name, when it has one, as the prefix.
+    /// The callback is told instead of the parent, with the same name and code, and a `Change` as payload;
+    /// null = the parent again. If the callback has a message name, it becomes the prefix.
     void setCallback(WidgetCallback const& callback);
-    /// Clicks pass through it when false.
+    /// With false, clicks pass through it.
     void setClickable(bool clickable);
-    /// Written by a set of which it is a member: another member is the chosen one.
+    /// Set by its set: another member is the chosen one.
     void setNotChosen(bool notChosen) { notChosen_ = notChosen; }
     bool isNotChosen() const { return notChosen_; }
-    /// The set of which it is a member and its index there, told by the set itself, which takes itself away
-    /// before it dies; null = none. Who has gone to another set is no member of the former one.
+    /// Set by its set: the set and the index in it; null = none. The set clears it before it dies. A member
+    /// that joins another set leaves the former set.
     void setMembership(iCheckboxSet* set, unsigned int index = 0);
     iCheckboxSet* getMembership() const { return set_; }
     unsigned int getMemberIndex() const { return memberIndex_; }
-    /// Shows it as mixed, for sets whose data is.
+    /// Shows it as mixed, for a set whose data has several values.
     void setShownMixed(bool mixed);
 
     // --- Look
@@ -186,6 +186,7 @@ public:
 protected:
     bool pressBegan(Event const& event) override;
     void pressEnded(PressEnd how) override;
+    // The parts of the drawing.
     virtual void drawTickBox();
     virtual void drawText();
     virtual void drawTick(bool mixed);
@@ -201,7 +202,7 @@ private:
     XY<int> neededSize() const;
     bool showsMixed() const { return isDataMixed() || shownMixed_; }
     LightweightString<char> messageFor(bool ticked) const;
-    /// The label in the font that it has at the moment, and the room for it.
+    /// The label in its present font.
     FittedLabel shownLabel() const { return label_.withFont(getTextFont()); }
     int labelRoom() const;
 

@@ -6,7 +6,7 @@ namespace wainscot {
 
 /// A framed panel of checkboxes that are ticked independently of each other.
 ///
-/// Sends `clickedMsg` to its parent, queued, with this as sender, whenever the user has toggled one.
+/// Sends `clickedMsg` to its parent, queued, with this as sender, whenever the user has toggled a checkbox.
 class WAINSCOT_API CheckboxGroup : public CheckboxPanel {
 public:
     static constexpr LightweightString<char> clickedMsg{"CheckboxGroupClicked"};
@@ -18,7 +18,7 @@ public:
 
     class WAINSCOT_API InitArgs : public CheckboxPanel::InitArgs {
     public:
-        /// In a frame with the title on it.
+        /// With a frame and a title on it.
         InitArgs(UIString const& heading, std::vector<UIString> texts, XY<int> const& size);
         InitArgs(UIString const& heading, std::vector<UIString> texts, unsigned short w = 0,
                  unsigned short h = 0);
@@ -27,13 +27,13 @@ public:
     explicit CheckboxGroup(InitArgs const& args);
     ~CheckboxGroup() override;
 
-    /// False for one that is not there.
+    /// False when there is no such checkbox.
     bool isTicked(int index) const;
     /// Nobody is told.
     void setTicked(int index, bool ticked);
-    /// The one that the user toggled last; -1 = none yet.
+    /// The checkbox that the user toggled last; -1 = none yet.
     int getLastClicked() const { return lastClicked_; }
-    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    /// The callback is told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;

@@ -11,7 +11,7 @@ void join(Checkbox& box, iCheckboxSet& set, unsigned int index, Checkbox::UserFu
 }
 
 void leave(Checkbox& box, void const* context) {
-    // Somebody else may have taken the function since.
+    // The user function may have been replaced since.
     if (box.getUserContext() == context) box.setUserFunction(nullptr, nullptr);
     box.setMembership(nullptr);
     box.setNotChosen(false);

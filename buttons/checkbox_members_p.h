@@ -5,18 +5,18 @@
 
 namespace wainscot {
 
-/// What sets do with members that are checkboxes.
+/// For sets whose members are checkboxes.
 namespace CheckboxMembers {
 
 /// The set takes the checkbox's user function for itself; `context` is handed to it.
 void join(Checkbox& box, iCheckboxSet& set, unsigned int index, Checkbox::UserFunction clicked,
           void* context);
-/// Lets go of it; it keeps its state.
+/// Takes a checkbox out of the set; it keeps its state.
 void leave(Checkbox& box, void const* context);
 bool belongs(Glob const& member, iCheckboxSet const& set, int index);
-/// -1 for what is none of the set's checkboxes.
+/// The index of a member; -1 when it is not a member.
 int indexIn(iCheckboxSet const& set, Glob const& glob);
-/// Ticks one member and clears all others, or all at a negative index, until `goesOn` says no.
+/// Ticks one member and clears all others; a negative index clears all. Stops when `goesOn` answers false.
 void tickOnly(ChoiceCore& set, int index, std::function<bool()> const& goesOn);
 
 } // namespace CheckboxMembers

@@ -43,7 +43,7 @@ CheckboxPanel::InitArgs::InitArgs(std::vector<UIString> texts, XY<int> const& si
     setSize(size);
 }
 
-/// What sizes itself does so when it has its checkboxes.
+/// An automatic size is set after the checkboxes are added.
 StandardPanel::InitArgs CheckboxPanel::panelArgs(InitArgs const& args) {
     return {args, Border(args.border)};
 }
@@ -107,7 +107,7 @@ unsigned short CheckboxPanel::calcHeightForRows(unsigned char rows, unsigned sho
     return toSize16(heightFor(rows, rowHeight != 0 ? rowHeight : UifStd::getButtonHeight()));
 }
 
-/// Rows move together, and get lower at last, where there is no room for all of them.
+/// Without room for all rows, the gaps shrink first, then the rows.
 void CheckboxPanel::layOutBoxes() {
     DispatchScope const scope;
     LifeGuard const life = guard();
@@ -124,7 +124,7 @@ void CheckboxPanel::layOutBoxes() {
         int const left = area.width() * column / columns_;
         int const right = area.width() * (column + 1) / columns_;
         box->resize(right - left, rowHeight);
-        // Who was told of it may have taken it away.
+        // Listeners may have taken it away.
         if (childBox(i)) addChild(box, UserTopLeft(left, i / columns_ * step));
     }
 }

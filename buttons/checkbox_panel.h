@@ -7,13 +7,13 @@
 
 namespace wainscot {
 
-/// A panel of checkboxes in rows and columns, which it owns; the base of groups and sets of them. Row by row,
-/// from the upper left corner.
+/// A panel of checkboxes in rows and columns, row by row from the upper left corner; the base of groups and
+/// sets. It owns the checkboxes.
 ///
-/// It is no tab stop: whoever holds it adds its checkboxes to its own order, with `addTabStopsFrom`.
+/// It is not a tab stop: its owner adds the checkboxes to the owner's tab order, with `addTabStopsFrom`.
 class WAINSCOT_API CheckboxPanel : public StandardPanel, public TabOrderableHost {
 public:
-    /// A width or height of 0 becomes what the checkboxes need.
+    /// A width or height of 0 becomes the size that the checkboxes need.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(std::vector<UIString> texts, XY<int> const& size);
@@ -30,12 +30,13 @@ public:
 
     ~CheckboxPanel() override;
 
-    /// The height of so many rows, without border and title; a row height of 0 is that of a button.
+    /// The height of `rows` rows, without border and title; a row height of 0 stands for the height of a
+    /// button.
     static unsigned short calcHeightForRows(unsigned char rows, unsigned short rowHeight = 0);
 
-    /// Counts those that have died: the others keep their indices.
+    /// Dead checkboxes are counted: the others keep their indices.
     int getNumCheckboxes() const { return static_cast<int>(boxes_.size()); }
-    /// Null when it has died, and out of range.
+    /// Null when it has died, and for an index out of range.
     Checkbox* getCheckbox(int index) const;
     int getColumns() const { return columns_; }
     void setAppearance(Checkbox::eAppearance appearance);
@@ -49,19 +50,19 @@ public:
 
 protected:
     explicit CheckboxPanel(InitArgs const& args);
-    /// Takes it over as the last one.
+    /// Takes over a checkbox as the last one.
     void addBox(std::unique_ptr<Checkbox> box);
-    /// -1 for what is none of the checkboxes.
+    /// The index of a checkbox; -1 when it is not in the panel.
     int indexOf(Glob const* glob) const;
     void layOutBoxes();
-    /// Makes room for bold labels, or no longer, where it sizes itself.
+    /// Whether an automatic size leaves room for bold labels.
     void setBoldRoom(bool bold);
 
 private:
     static StandardPanel::InitArgs panelArgs(InitArgs const& args);
-    /// Null also for one that has gone to another parent.
+    /// The same; null also when it has another parent now.
     Checkbox* childBox(int index) const;
-    /// What the checkboxes need, in columns that are as wide as the widest of them.
+    /// The size that the checkboxes need, with all columns as wide as the widest checkbox.
     XY<int> neededSize() const;
     void resizeToFit();
 

@@ -82,7 +82,7 @@ void CheckboxRadioSet::handleDataMixed(bool mixed, eRedrawFlag) {
     showMixed(mixed);
 }
 
-/// Members report to the set itself; this serves those whose user function was taken by somebody else.
+/// Members report to the set itself; this is for members whose user function was replaced.
 int CheckboxRadioSet::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (!name.startsWith(Checkbox::defaultPrefix.view()))
         return CheckboxPanel::handleMessageEvent(name, sender);

@@ -6,11 +6,11 @@
 
 namespace wainscot {
 
-/// A panel of round checkboxes of which one is chosen. Its value is the index of the chosen one, counted row
-/// by row; -1 while none is.
+/// A panel of round checkboxes of which one is chosen. Its value is the index of the chosen checkbox, row by
+/// row; -1 while none is chosen.
 ///
-/// A choice by the user goes to the adaptor; one that it refuses is taken back. Then the parent is called
-/// with `selectionChangedMsg`, with this as sender, during the click: it may destroy everything.
+/// The adaptor is asked about a choice by the user; a refused choice is taken back. Then the parent is called
+/// during the click with `selectionChangedMsg`, with this as sender. It may destroy everything.
 class WAINSCOT_API CheckboxRadioSet : public Bindable<ValWidget<int>, CheckboxPanel>,
                                       public CheckboxRadioSetBase {
 public:
@@ -27,26 +27,26 @@ public:
     public:
         InitArgs(std::vector<UIString> texts, XY<int> const& size);
         explicit InitArgs(std::vector<UIString> texts = {}, unsigned short w = 0, unsigned short h = 0);
-        /// The one that is chosen at first; -1 = none.
+        /// The index that is chosen at first; -1 = none.
         int selected = -1;
     };
 
     explicit CheckboxRadioSet(InitArgs const& args);
-    /// In one column; a width or height of 0 becomes what the checkboxes need.
+    /// With one column; a width or height of 0 becomes the size that the checkboxes need.
     CheckboxRadioSet(std::vector<UIString> const& labels, Palette const& palette, int width, int height,
                      Canvas* canvas);
     ~CheckboxRadioSet() override;
 
-    /// As a click does, with all reports; nothing for the chosen one, and out of range.
+    /// Chooses as a click does, with all reports. Does nothing for the chosen index, or out of range.
     void setSelectedItem(int index);
     int getSelectedItem() const { return getWidgetValue(); }
     int getWidgetValue() const override;
-    /// What is no index chooses none.
+    /// An index out of range chooses none.
     void setNewWidgetValue(int& index, eRedrawFlag redraw) override;
-    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    /// The callback is told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
-    /// `InitArgs::bold` does so from the start.
+    /// Whether the chosen label is bold; at first as in `InitArgs::bold`.
     void setBoldWhenTicked(bool bold);
     void setTextColourWhenTicked(Colour const& colour);
 

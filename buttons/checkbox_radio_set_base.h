@@ -10,27 +10,27 @@ namespace wainscot {
 /// is clicked.
 class WAINSCOT_API CheckboxRadioSetBase : public iCheckboxSet, public ChoiceCore {
 public:
-    /// The index of what is not there.
+    /// The index of a checkbox that is not a member.
     static constexpr unsigned int noCheckbox = 0xFFFFFFFF;
 
-    /// Lets go of the checkboxes, which keep their state.
+    /// Gives up the checkboxes, which keep their state.
     ~CheckboxRadioSetBase() override;
 
     /// Takes the checkbox's user function for itself. Null and members are ignored.
     void addCheckbox(Checkbox* checkbox);
-    /// Lets go of all checkboxes.
+    /// Gives up all checkboxes.
     void clear();
-    /// `noCheckbox` when it is no member.
+    /// `noCheckbox` when it is not a member.
     unsigned int findCheckbox(Checkbox const* checkbox) const;
     /// Members that have died are counted: the others keep their indices.
     unsigned int numCheckboxes() const { return static_cast<unsigned int>(numMembers()); }
-    /// Null for a member that has died or gone to another set, and out of range.
+    /// Null for a member that has died or joined another set, and for an index out of range.
     Checkbox* checkbox(unsigned int index) const;
 
     /// The index of the first ticked member; `noCheckbox` when none is ticked.
     unsigned int getSelectedCheckbox() const;
     unsigned int getSelectedItem() const { return getSelectedCheckbox(); }
-    /// As a click does. Nothing from the number of members on.
+    /// Chooses a member as a click does. Does nothing for an index out of range.
     void setSelectedItem(unsigned short index);
 
     /// The user function of the members; `set` is a `CheckboxRadioSetBase`.
@@ -50,12 +50,12 @@ protected:
     int indexOfMember(Glob const& glob) const override;
     /// A member was clicked, and is ticked now. It may destroy everything. Does nothing here.
     virtual void handleCheckboxClick(Checkbox* clicked);
-    /// Ticks one member, or none at `noCheckbox`, and tells nobody. False when somebody who was shown it
-    /// destroyed the set, or chose otherwise.
+    /// Ticks one member, or with `noCheckbox` none, and tells nobody. False when the set was destroyed
+    /// meanwhile, or another choice was made.
     bool tickOnly(unsigned int index);
-    /// What was ticked before the click that is being handled.
+    /// The index that was ticked before the click that is being handled.
     unsigned int getPreviousSelection() const { return previous_; }
-    /// Shows all members as standing for several values, or no longer.
+    /// Shows all members as mixed, or no longer.
     void showMixed(bool mixed);
 
 private:

@@ -51,7 +51,7 @@ bool ChoiceCore::isUsable(int index) const {
 
 // Focus and keys
 
-/// Looks back to the nearest other one only, so that asking all members takes linear time.
+/// Looks back only to the nearest other candidate, so that asking all members takes linear time.
 bool ChoiceCore::isTabStopAt(int index) const {
     if (!memberAt(index)) return false;
     bool const isChosen = isChosenMember(index);

@@ -20,9 +20,9 @@ inline constexpr KeyRow<XY<int>> choiceKeys[] = {
     {Key::up, {0, -1}, "choose the next member that way, round the ends, past disabled ones"},
 };
 
-/// What all sets have in common of which one member is chosen: the members, which are not owned and may die
-/// before it; that a choice made while another is being told counts instead of that; that a set is one tab
-/// stop; and how keys step through it. Members keep their indices when others die.
+/// The common part of all sets of which one member is chosen. It keeps the members, which are not owned and
+/// may die before it; they keep their indices when others die. A choice that is made while another is being
+/// told replaces that one. A set is one tab stop, and keys step through it.
 class WAINSCOT_API ChoiceCore {
 public:
     ChoiceCore() = default;
@@ -30,18 +30,18 @@ public:
     ChoiceCore& operator=(ChoiceCore const&) = delete;
     virtual ~ChoiceCore();
 
-    /// Those that have died are counted.
+    /// Dead members are counted.
     int numMembers() const { return static_cast<int>(members_.size()); }
-    /// Null for one that has died or gone to another set, and out of range.
+    /// Null for a member that has died or joined another set, and for an index out of range.
     Glob* memberAt(int index) const;
     /// The member that is chosen; -1 when none is.
     virtual int chosenIndex() const = 0;
-    /// Where Tab stops: at the chosen member, or at the first one that can take the focus when that cannot,
-    /// or none is chosen.
+    /// Whether Tab stops at a member: the chosen member; or, when none is chosen or the chosen one cannot
+    /// take the focus, the first member that can.
     bool isTabStopAt(int index) const;
-    /// The next member that can take the focus, from one of them (-1 = from before the first) in a direction
-    /// and round the ends; -1 when there is none. Sideways, and in a single row or column, every member is
-    /// come by; else upwards and downwards only those of the same column.
+    /// The next member that can take the focus, from a member (-1 = from before the first) in a direction and
+    /// round the ends; -1 when there is none. Sideways, and in a single row or column, all members are tried;
+    /// upwards and downwards only those of the same column.
     int nextUsable(int from, XY<int> direction) const;
     LifeToken const& choiceLife() const { return life_; }
 
@@ -50,7 +50,7 @@ protected:
     class WAINSCOT_API Choosing {
     public:
         explicit Choosing(ChoiceCore& core) : core_(&core), life_(core.life_), number_(++core.choice_) {}
-        /// The set lives, and nobody has chosen since.
+        /// Whether the set lives, and no other choice was made since.
         bool goesOn() const { return life_.alive() && number_ == core_->choice_; }
 
     private:
@@ -64,14 +64,15 @@ protected:
     void removeMemberGlobs();
     /// In how many columns the members lie, row by row.
     void setChoiceColumns(int columns) { columns_ = columns; }
-    /// Whether what was added at an index is a member still. True here.
+    /// Whether the object that was added at an index is still a member. True here.
     virtual bool belongs(Glob const& member, int index) const;
-    /// More than one may be, for a moment. Here that is the member at `chosenIndex()`.
+    /// Whether a member is chosen; for a moment more than one may be. Here: whether it is the member at
+    /// `chosenIndex()`.
     virtual bool isChosenMember(int index) const;
-    /// The index of what may be a member; -1 when it is none.
+    /// The index of a member; -1 when it is not a member.
     virtual int indexOfMember(Glob const& glob) const = 0;
-    /// Where the keyboard focus lies on a member that is not chosen, it goes to the chosen one: the set is
-    /// one stop.
+    /// When a member that is not chosen has the keyboard focus, the focus goes to the chosen member: the set
+    /// is one stop.
     void takeFocusAlong();
 
 private:

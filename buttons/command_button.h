@@ -10,15 +10,15 @@ public:
     explicit CommandExecuter(LightweightString<char> command) : command_(std::move(command)) {}
 
     LightweightString<char> const& command() const { return command_; }
-    /// 1 when there was such a command.
+    /// Answers 1 when there is such a command.
     int call(NotifyMsg const& message) override;
 
 private:
     LightweightString<char> command_;
 };
 
-/// A button that runs a command instead of sending a message. Its label is the command's display name unless
-/// it is given one; its tool tip names the keys that run the command as well.
+/// A button that runs a command instead of sending a message. Without a label of its own it shows the
+/// command's display name; its tool tip also names the keys that run the command.
 class WAINSCOT_API CommandButton : public Button {
 public:
     CommandButton(LightweightString<char> const& command, unsigned short width, unsigned short height,

@@ -11,11 +11,11 @@ class WAINSCOT_API CustomBorderButton : public Button {
 public:
     using Button::Button;
 
-    /// The same colour in both states, and its use is turned on.
+    /// Sets one colour for both states, and turns its use on.
     void setCustomBorderColour(Colour const& colour);
-    /// One for each state, and their use is turned on.
+    /// Sets a colour for each state, and turns their use on.
     void setCustomBorderColours(Colour const& up, Colour const& down);
-    /// Whether they are used; without any having been set the edge stays the usual one.
+    /// Whether the colours are used. Without colours the edge is the usual one.
     void setUseCustomBorderColour(bool use);
     bool usesCustomBorderColour() const { return use_; }
 

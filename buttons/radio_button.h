@@ -12,7 +12,7 @@ class WAINSCOT_API radio_set final : public RadioSetBase<Button> {
 public:
     ~radio_set() override;
 
-    /// Where the keyboard focus lies on a member, it goes to the chosen one.
+    /// When a member has the keyboard focus, the focus goes to the chosen member.
     void set_current(int index, bool quiet) override;
 
 protected:
@@ -20,19 +20,19 @@ protected:
     int indexOfMember(Glob const& glob) const override;
 };
 
-/// One of several buttons of which one is down. A left press chooses it; so do Return and space, and the
-/// arrow keys step through the set. Clicking the chosen one changes nothing.
+/// One of several buttons of which one is down. A left press, Return or space chooses it; the arrow keys step
+/// through the set. A click on the chosen button changes nothing.
 ///
-/// Sends to its parent the message's name, a blank and "on" or "off"; the one that goes up reports first.
+/// Sends to its parent the message's name, a blank and "on" or "off"; the button that goes up reports first.
 class WAINSCOT_API radio_button : public Button {
 public:
-    /// With its suffix a message has at most so many characters; what is longer is cut.
+    /// The most characters of a message with its suffix; longer names are cut.
     static constexpr std::size_t maxText = 99;
 
     class WAINSCOT_API InitArgs : public Button::InitArgs {
     public:
         using Button::InitArgs::InitArgs;
-        /// Not owned; it may go first.
+        /// Not owned; it may die first.
         radio_set* set = nullptr;
     };
 
@@ -49,13 +49,13 @@ public:
 
     /// -1 when the set had no room for it.
     int index() const { return index_; }
-    /// Null when it has none, or that has gone.
+    /// Null when it has none, or when the set has died.
     radio_set* set() const;
     /// Chooses it, whatever state is asked for, and reports.
     void setState(button_state state, eRedrawFlag redraw) override;
-    /// Turns the state round; the state that is asked for does not count.
+    /// Inverts its state, whatever state is asked for.
     void switchState(button_state state, bool notify) override;
-    /// Counts in the diagnostics when it leaves no room for the suffix.
+    /// A name that leaves no room for the suffix is counted in the diagnostics.
     void setMessage(char const* message) override;
 
     bool isTabStopActive() override;

@@ -123,7 +123,7 @@ void RadioSet::layOutButtons() {
         int const from = extent * i / count;
         int const length = extent * (i + 1) / count - from;
         button->resize(vertical_ ? area.width() : length, vertical_ ? length : area.height());
-        // Who was told of it may have taken it away.
+        // Listeners may have taken it away.
         if (childButton(i)) addChild(button, vertical_ ? UserTopLeft(0, from) : UserTopLeft(from, 0));
     }
 }

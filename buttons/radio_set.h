@@ -14,7 +14,7 @@ namespace wainscot {
 /// Calls its parent with `radioSetMessage()`, with this as sender, when the user has made a choice; the owner
 /// reads it with `getSelectedItem()`, and may destroy everything.
 ///
-/// It is no tab stop: whoever holds it adds its buttons to its own order, with `addTabStopsFrom`.
+/// It is not a tab stop: its owner adds the buttons to the owner's tab order, with `addTabStopsFrom`.
 class WAINSCOT_API RadioSet : public StandardPanel, public TabOrderableHost {
 public:
     /// What it tells others.
@@ -22,8 +22,8 @@ public:
                                                     "radio_set_message", MessageInfo::called, 0,
                                                     "the user has chosen; read `getSelectedItem()`"}};
 
-    /// A width or height of 0 becomes what the labels need. Labels beyond `radio_set::maxMembers` are left
-    /// out, with a diagnostic.
+    /// A width or height of 0 becomes the size that the labels need. Labels beyond `radio_set::maxMembers`
+    /// are left out, with a diagnostic.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(Vector<LightweightString<wchar_t>> texts, XY<int> const& size);
@@ -32,26 +32,27 @@ public:
 
         Vector<LightweightString<wchar_t>> labels;
         bool vertical = false;
-        /// The colour of the faces; nothing = that of the palette.
+        /// The colour of the faces; nothing = the palette's.
         std::optional<Colour> faceColour;
     };
 
     explicit RadioSet(InitArgs const& args);
-    /// A colour of null is that of the palette.
+    /// A null colour stands for the palette's.
     RadioSet(Vector<LightweightString<wchar_t>> const& labels, Palette const& palette, int width, int height,
              bool vertical, Canvas* canvas, Colour* faceColour);
     ~RadioSet() override;
 
     static LightweightString<char> radioSetMessage() { return LightweightString<char>(messageTable[0].text); }
-    /// Told instead of the parent; null = the parent again. The message keeps its name.
+    /// The callback is told instead of the parent; null = the parent again. The message keeps its name.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     /// -1 when none is chosen.
     int getSelectedItem() const;
-    /// Nobody is told. A negative index leaves none chosen; nothing happens out of range.
+    /// Chooses a button and tells nobody. A negative index leaves none chosen; an index that is too large is
+    /// ignored.
     void setSelectedItem(int index);
     int getNumItems() const { return static_cast<int>(set_.count()); }
-    /// Null when it has died, and out of range.
+    /// Null when it has died, and for an index out of range.
     Button* getButton(int index) const { return set_.member(index); }
     bool isVertical() const { return vertical_; }
 
@@ -66,9 +67,9 @@ public:
 
 private:
     bool addItem(LightweightString<wchar_t> const& label, std::optional<Colour> const& faceColour);
-    /// Null also for one that has gone to another parent.
+    /// The same; null also when it has another parent now.
     Button* childButton(int index) const;
-    /// What the labels need, with all buttons as wide as the widest.
+    /// The size that the labels need, with all buttons as wide as the widest.
     XY<int> neededSize() const;
     void resizeToFit();
     bool isButton(Glob const* glob) const;

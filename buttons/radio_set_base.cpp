@@ -34,7 +34,7 @@ void RadioSetBase<T>::set_current(int index, bool quiet) {
     T* const first = before ? before : member(wanted);
     Glib::UpdateDeferrer const deferrer(first ? first->canvas() : nullptr);
     if (before) switchMember(*before, false, !quiet);
-    // A choice that was made meanwhile counts instead of this one.
+    // A choice that was made meanwhile replaces this one.
     if (!choosing.goesOn()) return;
     current_ = wanted;
     if (T* const chosen = member(wanted)) switchMember(*chosen, true, !quiet);

@@ -6,8 +6,8 @@
 
 namespace wainscot {
 
-/// A member of a set of which one is chosen: a round box with a dot, whose label can be bold or of another
-/// colour while it is the chosen one. Arrow keys choose the next one that way.
+/// A member of a set of which one is chosen: a round box with a dot. Its label can be bold or of another
+/// colour while it is chosen. Arrow keys choose the next member in their direction.
 class WAINSCOT_API RadioSetCheckbox : public Checkbox {
 public:
     class WAINSCOT_API InitArgs : public Checkbox::InitArgs {
@@ -21,6 +21,7 @@ public:
     RadioSetCheckbox(InitArgs const& args, CheckboxRadioSetBase& set);
     ~RadioSetCheckbox() override;
 
+    /// How the label looks while it is the chosen one.
     void setBoldWhenTicked(bool bold);
     void setTextColourWhenTicked(Colour const& colour);
 

@@ -12,7 +12,7 @@ public:
     TitleButton(LightweightString<wchar_t> const& icon, LightweightString<char> message, UIString const& tip,
                 Palette const& palette);
 
-    /// They keep to the pointer: Tab does not stop at them.
+    /// False: they are used with the pointer only.
     bool isTabStopActive() override;
     void describe(GlobDescription& description) const override;
 };

@@ -1,8 +1,15 @@
-# The control that docs/your-own-control.md builds: its blocks of C++ up to "Using it", one below the other.
+# What guides show is built: the blocks of C++ of a guide, one below the other, become a header.
 
-set(WAINSCOT_GUIDE ${PROJECT_SOURCE_DIR}/docs/your-own-control.md)
 set(WAINSCOT_GUIDE_CODE ${PROJECT_BINARY_DIR}/guide)
-add_custom_command(OUTPUT ${WAINSCOT_GUIDE_CODE}/star_rating.h
-    COMMAND ${PROJECT_SOURCE_DIR}/tools/guide-code ${WAINSCOT_GUIDE} ${WAINSCOT_GUIDE_CODE}/star_rating.h
-    DEPENDS ${WAINSCOT_GUIDE} ${PROJECT_SOURCE_DIR}/tools/guide-code VERBATIM)
-add_custom_target(guide-code DEPENDS ${WAINSCOT_GUIDE_CODE}/star_rating.h)
+set(WAINSCOT_GUIDE_HEADERS)
+function(wainscot_guide_code GUIDE HEADER)
+    set(SOURCE ${PROJECT_SOURCE_DIR}/docs/${GUIDE}.md)
+    set(TOOL ${PROJECT_SOURCE_DIR}/tools/guide-code)
+    add_custom_command(OUTPUT ${WAINSCOT_GUIDE_CODE}/${HEADER}
+        COMMAND ${TOOL} ${SOURCE} ${WAINSCOT_GUIDE_CODE}/${HEADER} DEPENDS ${SOURCE} ${TOOL} VERBATIM)
+    set(WAINSCOT_GUIDE_HEADERS ${WAINSCOT_GUIDE_HEADERS} ${WAINSCOT_GUIDE_CODE}/${HEADER} PARENT_SCOPE)
+endfunction()
+wainscot_guide_code(your-own-control star_rating.h)
+wainscot_guide_code(ownership ownership_examples.h)
+wainscot_guide_code(testing counter_test.h)
+add_custom_target(guide-code DEPENDS ${WAINSCOT_GUIDE_HEADERS})

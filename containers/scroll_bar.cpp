@@ -16,7 +16,7 @@ namespace wainscot {
 
 namespace {
 
-/// Changes of position or size below this are none.
+/// Smaller changes of position or size are ignored.
 constexpr double tolerance = 1e-6;
 constexpr LightweightString<char> messagePrefix{"ScrollBar::"};
 constexpr std::size_t numTypes = ScrollBar::rightButtonPressed + 1;
@@ -99,7 +99,7 @@ void ScrollBar::storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw) {
     if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
-/// What the data let go of is not reported any more.
+/// Nothing is reported once the data has ended the drag.
 void ScrollBar::reportUserChange(DataChangeType) {
     if (gesture_.isHeld() ? isDragging() : isActive()) report(thumbMoved);
 }

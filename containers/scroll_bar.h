@@ -16,17 +16,17 @@ namespace wainscot {
 class Button;
 
 /// A scroll bar: a track with a thumb whose length and place are fractions of the track, and an arrow button
-/// at each end. The thumb can be dragged; a left press in the track beside it moves it by its own length, and
-/// again while the button is held. With the preference `trackPressJumps` the thumb comes under the pointer
-/// instead and is dragged on from there. The thumb of a resizable bar (a zoom bar) can be dragged at its ends
-/// too; with Shift it is moved as a whole. Its value is position and size of the thumb.
+/// at each end. The thumb can be dragged. A left press in the track beside it moves it by its own length,
+/// again and again while the button is held. With the preference `trackPressJumps` the thumb jumps to the
+/// pointer instead and can be dragged on. The thumb of a resizable bar (a zoom bar) can be dragged at its
+/// ends too; with Shift it is moved as a whole. Its value is position and size of the thumb.
 ///
 /// Position 0 is the left end, or the top. Wheel and arrow buttons do not move the thumb: they are reported,
-/// and the owner of what is scrolled sets the thumb. Notches of the wheel are reported as the up and down
-/// buttons, on horizontal bars too.
+/// and the owner scrolls and sets the thumb. Notches of the wheel are reported as the up and down buttons, on
+/// horizontal bars too.
 ///
-/// Messages, to the parent, queued, with the bar as sender: those named below. A listener gets them instead,
-/// each as a `NotifyMsg` with a `ScrollBar::Event` as payload.
+/// Messages to the parent are named below; they are queued, with the bar as sender. A listener gets them
+/// instead, each as a `NotifyMsg` with a `ScrollBar::Event` as payload.
 class WAINSCOT_API ScrollBar : public Bindable<ValWidget<ThumbSettings>, Pressable<StandardPanel>> {
 public:
     enum eEventType : std::int32_t {
@@ -45,7 +45,7 @@ public:
     static constexpr LightweightString<char> leftButtonPressedMsg{"ScrollBar::leftButtonPressed"};
     static constexpr LightweightString<char> rightButtonPressedMsg{"ScrollBar::rightButtonPressed"};
 
-    /// What it tells others; those of the bar itself in the order of the types.
+    /// What it tells others, in the order of the types.
     static constexpr MessageInfo messageTable[] = {
         {"thumb moved", MessageInfo::fixed, thumbMovedMsg.view(), MessageInfo::queued, thumbMoved,
          "the thumb was dragged, resized or paged"},
@@ -68,8 +68,7 @@ public:
         {"data", MessageInfo::fixed, {}, MessageInfo::callback, 0, "before, where it is bound to data"},
     };
 
-    /// The name of the user's preference for what a press beside the thumb does, off from the start. Asked at
-    /// each press.
+    /// The user's preference for presses beside the thumb, off unless set. Read at each press.
     static constexpr char const* trackPressJumps = "track_press_jumps";
 
     /// What a listener is told.
@@ -84,7 +83,7 @@ public:
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
-        /// A bar of the usual thickness; behind its arrow buttons the ground shows what lies below.
+        /// A bar of the usual thickness. Its ground is transparent behind the arrow buttons.
         explicit InitArgs(Orientation lie = eVertical, unsigned short length = 0);
         InitArgs(Orientation lie, unsigned short w, unsigned short h);
         InitArgs(Orientation lie, XY<int> const& size);
@@ -100,11 +99,11 @@ public:
     explicit ScrollBar(InitArgs const& args);
     ~ScrollBar() override;
 
-    /// Whether a message is one of those that scroll bars send.
+    /// Whether a message is a scroll bar's.
     static bool isScrollBarMsg(LightweightString<char> const& name);
     /// How thick bars are, in pixels.
     static int thickness();
-    /// No thumb is shorter than this, in pixels, unless its track is.
+    /// The least length of a thumb, in pixels; in a shorter track the thumb is as long as the track.
     static int getMinThumbSize();
     /// How far inside its edges a bar of that thickness draws.
     static int laneInset(int thickness);
@@ -112,12 +111,11 @@ public:
     // --- Value. The setters tell nobody. Positions and sizes are fractions of the track.
     double getThumbPos() const { return position_; }
     double getThumbSize() const { return size_; }
-    /// Kept within 0 to 1 - size. False when the wish is the present position already (within a millionth),
-    /// or no number.
+    /// Clamped to 0 to 1 - size. False for the present position (within a millionth), and for NaN.
     bool setThumbPos(double position);
     bool setThumbPosDelta(double change) { return setThumbPos(position_ + change); }
-    /// What is not above 0 and below 1 counts as 1, and so does what is no number; the position is brought
-    /// within its new limits. False when the wish is the present size already (within a millionth).
+    /// Values outside 0 to 1, 0 itself and NaN count as 1; the position is clamped to its new limits. False
+    /// for the present size (within a millionth).
     bool setThumbSize(double size);
     ThumbSettings getWidgetValue() const override { return {position_, size_}; }
     /// Size and position together.
@@ -128,9 +126,9 @@ public:
     Orientation getOrientation() const { return orientation_; }
     bool isVertical() const { return orientation_ == eVertical; }
     bool isThumbResizable() const { return resizable_; }
-    /// The thumb, or one of its ends, is held.
+    /// Whether the thumb, or one of its ends, is held.
     bool isDragging() const { return dragging_ || resizingEnd_ != 0; }
-    /// Told instead of the parent, with the event's type as code; null = the parent again.
+    /// The listener is told instead of the parent, with the event's type as code; null = the parent again.
     void setListener(WidgetCallback::Callback listener) { reporter_.setCallback(std::move(listener)); }
 
     // --- Look
@@ -143,11 +141,12 @@ public:
     IntBox getThumbArea() const;
     /// The track, without the arrow buttons.
     IntBox getThumbBgArea() const;
-    /// How many pixels a change of the position by 1 is.
+    /// A change of the position by 1, in pixels.
     int getThumbRangePixels() const;
     /// Where the thumb begins and ends along the bar: x, or y, of its lower and its upper edge.
     XY<int> getThumbPixelExtents() const;
-    /// Which end of a resizable thumb lies at a place: 1 the right or lower one, -1 the other; 0 = none.
+    /// Which end of a resizable thumb lies at a place: 1 = the right or lower end, -1 = the other end, 0 =
+    /// none.
     int inResizingArea(XY<int> const& place) const;
 
     // --- Reporting and showing
@@ -155,7 +154,7 @@ public:
     /// Brings arrow buttons, picture and description in line with the thumb.
     void showThumbPosition();
     void redrawThumb();
-    /// An arrow button is active while the thumb can go its way.
+    /// An arrow button is active while the thumb can move in its direction.
     void updateButtonStates(eRedrawFlag redraw);
 
     // --- Repeating while the track is pressed, on the processor clock
@@ -181,7 +180,7 @@ protected:
     void reportUserChange(DataChangeType why) override;
 
 private:
-    /// The track without its margins, in which the thumb goes.
+    /// The track without its margins, in which the thumb moves.
     IntBox thumbTrack() const;
     int alongBar(XY<int> const& place) const { return isVertical() ? place.y : place.x; }
     int buttonLength() const;
@@ -190,26 +189,26 @@ private:
     void layOutButton(HandlerRef<Button> const& button, XY<int> const& place, int side, bool fits);
 
     void storeThumb(ThumbSettings const& thumb, eRedrawFlag redraw);
-    /// False when the bar has gone.
+    /// False when the bar has died.
     bool report(eEventType type);
 
     int turnWheel(int notches);
-    /// The position that brings the thumb's middle to a place along the bar, where there is room for it.
+    /// The position that brings the thumb's middle to a place along the bar, as far as there is room.
     double positionAt(int along) const;
     void jump(XY<int> const& place);
     void page(XY<int> const& place);
-    /// False when the bar has gone.
+    /// False when the bar has died.
     bool pageOnce();
     bool isBeyondThumb() const;
     void keepWay(double leftOut);
     void resizeBy(double change);
     void letGo();
-    /// Ends what is held; only the data is told.
+    /// Ends a held drag; only the data is told.
     void dropThumb();
-    /// What is dragged goes back to where it was at the press.
+    /// The thumb goes back to where it was at the press.
     void takeBack();
     bool isOnThumb(XY<int> const& place) const;
-    /// Brings the look in line with where the pointer is.
+    /// Brings the look in line with the pointer's place.
     void updateHover();
 
     double position_ = 0;
@@ -227,7 +226,7 @@ private:
     RepeatClock clock_;
     Reporter reporter_;
     std::optional<Colour> thumbColour_;
-    /// At the left or upper end, and at the other; null without arrow buttons, and for one that has died.
+    /// At the left or upper end, and at the other end. Null without arrow buttons, and when they have died.
     HandlerRef<Button> firstButton_;
     HandlerRef<Button> lastButton_;
 };

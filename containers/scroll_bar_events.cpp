@@ -16,9 +16,9 @@ namespace {
 /// In units of the processor clock.
 constexpr std::int64_t firstInterval = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t nextInterval = iClock::processorPerSecond / 10;
-/// Of one event: a broken wheel is not to hold up the program.
+/// For one event: a broken wheel must not hold up the program.
 constexpr int maxNotches = 100;
-/// No zoom bar is made shorter than this share of its track.
+/// The least size of a zoom bar's thumb, as a share of its track.
 constexpr double leastShare = 1e-6;
 
 } // namespace
@@ -37,7 +37,7 @@ int ScrollBar::handleMouseEvent(wainscot::Event const& event) {
     return 0;
 }
 
-/// The owner knows how far a notch goes: the thumb stays where it is until it is set.
+/// The owner knows how far a notch goes: the thumb stays until the owner sets it.
 int ScrollBar::turnWheel(int notches) {
     eEventType const type = notches < 1 ? downButtonPressed : upButtonPressed;
     FirstException thrown;
@@ -61,7 +61,7 @@ bool ScrollBar::pressBegan(wainscot::Event const& event) {
         config_int(trackPressJumps, 0) != 0 ? jump(place) : page(place);
         return true;
     }
-    // A short thumb is nothing but ends: with Shift it is moved all the same.
+    // A short thumb is only ends: with Shift it can be moved all the same.
     resizingEnd_ = (event.modifiers() & Key::shift) != 0 ? 0 : inResizingArea(place);
     dragging_ = resizingEnd_ == 0;
     gesture_.begin(getWidgetValue());
@@ -114,7 +114,7 @@ void ScrollBar::handleDataAdaptorChange() {
     finishGesture(gesture_);
 }
 
-/// A size that the owner has set during a drag is the owner's; pages that were turned stay turned.
+/// A size that the owner has set during a drag stays; so do pages that were turned.
 void ScrollBar::takeBack() {
     double const size = dragging_ ? size_ : gesture_.atBegin().size;
     takeBackGesture(gesture_, {std::min(gesture_.atBegin().position, 1 - size), size}, Reports::ifTaken);
@@ -143,13 +143,13 @@ void ScrollBar::pressMoved(wainscot::Event const& event) {
     if (life.alive() && dragging_) keepWay(wanted - position_);
 }
 
-/// What the data left out of a move is not lost: small steps add up to one that it takes.
+/// The part of a move that the data refuses is kept: small steps add up to a step that the data takes.
 void ScrollBar::keepWay(double leftOut) {
     int const pixels = static_cast<int>(std::lround(leftOut * getThumbRangePixels()));
     (isVertical() ? anchor_.y : anchor_.x) += isVertical() ? pixels : -pixels;
 }
 
-/// The thumb is held from now on, also where it had no way to go.
+/// The thumb is held from now on, even if it did not move.
 void ScrollBar::jump(XY<int> const& place) {
     dragging_ = true;
     ThumbSettings const before = getWidgetValue();
@@ -192,7 +192,7 @@ bool ScrollBar::pageOnce() {
     return life.alive();
 }
 
-/// And has somewhere to go.
+/// Whether the thumb has room to move there, too.
 bool ScrollBar::isBeyondThumb() const {
     bool const hasWay = pagingStep_ < 0 ? position_ > 0 : position_ < 1 - size_;
     XY<int> const extents = getThumbPixelExtents();

@@ -25,9 +25,9 @@ constexpr double roundingSteps = 1000;
 /// As many as the "%lf" of formatted output.
 constexpr int reportedDecimals = 6;
 
-/// The largest thousandths that are not further apart than one.
+/// Beyond this, thousandths cannot be told apart in a double.
 constexpr double mostRoundable = 9e15 / roundingSteps;
-/// What a value may miss its thousandth by, as a share of one, and still be it.
+/// How far a value may be below its thousandth, as a share of a thousandth, and still be rounded to it.
 constexpr double missing = 1e-6;
 
 bool counted(bool isRight, char const* asked) {
@@ -110,7 +110,7 @@ void Slider::storeValue(double value, eRedrawFlag redraw) {
     describeChanged(DescriptionChange::value);
 }
 
-/// What the data let go of is not reported any more; one step is reported with its end.
+/// Nothing is reported once the data has ended the drag. A single step is reported with its end.
 void Slider::reportUserChange(DataChangeType why) {
     bool const isOneStep = why == DataChangeType::single && (press().isHeld() || !gesture_.isHeld());
     if (!isOneStep) return gesture_.isHeld() ? informParent(sliderMoved) : void();
@@ -132,7 +132,7 @@ bool Slider::nudge(bool up) {
 
 // Pixels
 
-/// Halves, so that the length of no range is too large.
+/// Computes with halves, so that the length of a range cannot overflow.
 double Slider::v2x(double value) const {
     double const share = (value / 2 - minimum_ / 2) / (maximum_ / 2 - minimum_ / 2);
     return std::isfinite(share) ? share * (endX_ - startX_) + startX_ : startX_;

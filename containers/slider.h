@@ -16,15 +16,15 @@ class CanvasRenderer;
 
 /// Sets a number within a range: a thumb on a channel, which is dragged. Its value is that number.
 ///
-/// The channel runs from left to right, or from below upwards, from the minimum to the maximum; a range may
-/// fall. A press beside the thumb does nothing, but for one on a point of interest, which takes the thumb
-/// there. With the keyboard focus, arrow keys `nudge` it, Page Up and Page Down take it a tenth of the range
-/// further, Home and End to the ends.
+/// The channel runs from left to right, or from below upwards, from the minimum to the maximum; the minimum
+/// may be larger than the maximum. A press on a point of interest takes the thumb there; other presses beside
+/// the thumb do nothing. With the keyboard focus, arrow keys `nudge` it, Page Up and Page Down take it a
+/// tenth of the range further, Home and End to the ends.
 ///
-/// Messages, to the parent, with this as sender, queued unless `setSynchronousMessages` says otherwise: the
-/// text "slider " followed by the value with six decimals for each change by the user, "slider_released " and
-/// the value whenever the thumb is let go; after a change by a key, or to a point of interest, both. The
-/// adaptor is asked first.
+/// Messages to the parent, with the slider as sender, are queued unless `setSynchronousMessages` says
+/// otherwise. Each change by the user sends "slider " followed by the value with six decimals; the release of
+/// the thumb sends "slider_released " and the value. A change by a key, or to a point of interest, sends
+/// both. The adaptor is asked first.
 class WAINSCOT_API Slider : public Bindable<ValWidget<double>, Focusable<Pressable<Glob>>> {
 public:
     enum eEventType { sliderMoved = 0, sliderReleased = 1 };
@@ -52,7 +52,7 @@ public:
         {Key::end, toMaximum, "to the maximum"},
     };
 
-    /// A mark on the channel that the thumb can be taken to.
+    /// A mark on the channel. A press on it takes the thumb there.
     struct PointOfInterest {
         double value = 0;
         Colour colour;
@@ -63,7 +63,7 @@ public:
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         /// `length` goes along the channel; across it the slider is as high as a button. A width or height
-        /// that is set afterwards counts instead. Without a colour the thumb has that of the palette.
+        /// that is set afterwards counts instead. Without a colour the thumb has the palette's.
         explicit InitArgs(unsigned short length, Orientation lie = eHorizontal);
         InitArgs(Colour const& thumb, unsigned short length, Orientation lie = eHorizontal);
 
@@ -77,14 +77,13 @@ public:
     explicit Slider(InitArgs const& args);
     ~Slider() override;
 
-    // --- Value. The setters tell nobody. What is no number is ignored, or refused with false, and counted in
-    // the diagnostics.
-    /// The value is brought within the new range.
-    /// Both ends are to be finite.
+    // --- Value. The setters tell nobody. NaN is ignored, or refused with false, and counted in the
+    // diagnostics.
+    /// The value is clamped to the new range. Both ends must be finite.
     bool setValueRange(double minimum, double maximum);
     double getMinimum() const { return minimum_; }
     double getMaximum() const { return maximum_; }
-    /// Brought within the range.
+    /// The value is clamped to the range.
     void setPosition(double value);
     double getWidgetValue() const override { return value_; }
     void setNewWidgetValue(double& value, eRedrawFlag redraw) override;
@@ -99,12 +98,12 @@ public:
     double x2v(double x) const;
     double getStartX() const { return startX_; }
     double getEndX() const { return endX_; }
-    /// Whether `x2v` answers thousandths where pixels are further apart than that.
+    /// Whether `x2v` rounds to thousandths when pixels are further apart than that.
     void setRounding(bool rounds) { rounds_ = rounds; }
     /// In the slider's coordinates; empty while the thumb is not shown.
     IntBox getThumbArea() const;
 
-    // --- Points of interest; values that are no number are not kept
+    // --- Points of interest; NaN is not kept
     void setPointOfInterest(double value);
     std::optional<double> getPointOfInterest() const { return pointOfInterest_; }
     void removePointOfInterest();
@@ -117,12 +116,13 @@ public:
     /// Without a thumb it only shows its channel, and cannot be dragged.
     void setThumbVisibility(bool visible);
     void setThumbColour(Colour const& colour);
-    /// Messages are delivered before the change goes on, instead of being queued.
+    /// Whether messages are delivered before the change goes on, instead of being queued.
     void setSynchronousMessages(bool synchronous) { synchronous_ = synchronous; }
     bool isThumbHeld() const { return gesture_.isHeld(); }
 
     void informParent(eEventType type);
-    /// Told instead of the parent, with the same name and the type as code; null = the parent again.
+    /// The callback is told instead of the parent, with the same name and the type as code; null = the parent
+    /// again.
     void setCallback(WidgetCallback const& callback) { reporter_.setCallback(callback.getCallback()); }
 
     SizeNeeds sizeNeeds() const override;
@@ -151,7 +151,7 @@ private:
     bool pressPointOfInterest(int x);
     void pickUpThumb(int x);
     void setSliderFromPixelPos(double x);
-    /// Ends what is held; only the data is told.
+    /// Ends a held drag; only the data is told.
     void dropThumb();
 
     void drawChannel(CanvasRenderer& renderer);

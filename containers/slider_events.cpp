@@ -18,12 +18,12 @@ constexpr double pagesInRange = 10;
 } // namespace
 
 bool Slider::react(Event const& event) {
-    // What the pointer holds is not to be moved by two hands.
+    // Keys do not move a thumb that the pointer holds.
     bool const isKey = isActive() && !isThumbHeld() && isKeyPressEvent(event);
     return (isKey && reactToKey(event)) || reactToPress(event) || Glob::react(event);
 }
 
-/// Keys that take it no further are used all the same: they mean nothing else while it has the focus.
+/// Keys are used also when they change nothing: they mean nothing else while the slider has the focus.
 bool Slider::reactToKey(Event const& event) {
     auto const action = actionFor(keyTable, event.keyCode());
     if (!action) return false;
@@ -52,7 +52,7 @@ bool Slider::pressBegan(Event const& event) {
     LifeGuard const life = guard();
     unsigned int const number = press().number();
     claimKbdFocus();
-    // Whoever lost the focus may have ended the press.
+    // The object that lost the focus may have ended the press.
     if (!life.alive() || number != press().number() || !isActive()) return true;
     XY<int> const place = eventXYToGlobXY(event, *this);
     if (!getThumbArea().contains(place))
@@ -67,7 +67,7 @@ void Slider::pickUpThumb(int x) {
     applyEffects(*this, Effect::paint | Effect::state);
 }
 
-/// The nearest one within half a thumb's length of the pointer.
+/// Goes to the nearest point within half a thumb's length of the pointer.
 bool Slider::pressPointOfInterest(int x) {
     double nearest = UifStd::getButtonHeight() / 4.0;
     std::optional<double> chosen;

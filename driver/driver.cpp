@@ -17,7 +17,7 @@ namespace wainscot {
 
 namespace {
 
-/// A stretch of keys that is longer than any program of a person's needs.
+/// Longer than any program runs, in milliseconds.
 constexpr double endOfTime = 1e12;
 
 bool hasKeyCode(wchar_t character) {
@@ -33,7 +33,7 @@ ItemWalk::Reach reachOf(Driver::Reach reach) {
     return reach == Driver::Reach::all ? ItemWalk::Reach::all : ItemWalk::Reach::inSight;
 }
 
-/// The first that fits; the empty key when there is none.
+/// The first item that fits; the empty key when there is none.
 ItemKey findItemOf(Glob& glob, ItemKey in, Driver::Reach reach, std::optional<Role> role,
                    LightweightString<wchar_t> const& name) {
     DescribedItems const* const items = glob.isShown() ? glob.describedItems() : nullptr;
@@ -83,7 +83,7 @@ void appendLine(Text& text, std::size_t depth, GlobDescription const& descriptio
     text += statesOf(description.states) + "\n";
 }
 
-/// Those in sight.
+/// Appends the items in sight.
 void appendItems(Text& text, std::size_t depth, DescribedItems const& items) {
     for (ItemWalk walk(items, {}, ItemWalk::Reach::inSight); walk.next();) {
         GlobDescription description;

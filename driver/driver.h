@@ -15,8 +15,8 @@ namespace wainscot {
 class TopLevelWindow;
 
 /// Uses a program's interface as a person would: finds widgets by role and name, moves, presses, types,
-/// waits, and looks at the pixels. Input enters where platform input enters, and everything that it causes is
-/// done when a call returns. A call that cannot be carried out answers false (or null), with the reason in
+/// waits, and looks at pixels. Input enters where the window system's input enters, and all its effects are
+/// done when a call returns. A call that cannot be carried out answers false or null, with the reason in
 /// `problem()`.
 class WAINSCOT_API Driver {
 public:
@@ -24,10 +24,10 @@ public:
 
     explicit Driver(Host& host) : host_(host) {}
 
-    /// What the pointer can be put on: a widget, or an item in one. Either may die, or become unknown.
+    /// A widget, or an item in a widget, for the pointer. It may die, or become unknown.
     class WAINSCOT_API Target {
     public:
-        /// Null, or what has died = nothing.
+        /// Null or dead = nothing.
         Target(Glob* glob);
         Target(Glob* glob, ItemKey item) : Target(glob) { item_ = item; }
 
@@ -39,33 +39,32 @@ public:
         HandlerRef<Glob> glob_;
         ItemKey item_;
     };
-    /// Which items are looked for: those that can be seen, or all that there are.
+    /// Which items are looked for: visible items, or all.
     enum class Reach { inSight, all };
 
-    // --- Finding. Only widgets that are shown count. No role, and an empty name, fit all.
+    // --- Finding. Only shown widgets count. Without a role, or with an empty name, all of them fit.
     /// The first widget with that role and name, in the order of windows and children.
     Glob* find(std::optional<Role> role, LightweightString<wchar_t> const& name);
     std::vector<Glob*> findAll(std::optional<Role> role, LightweightString<wchar_t> const& name);
     Glob* button(LightweightString<wchar_t> const& name) { return find(Role::button, name); }
-    /// The first thing with that role and name that is no widget: a row, a cell, a node. An item before those
-    /// in it.
+    /// The first item with that role and name: a row, a cell, a node. An item comes before the items in it.
     Target findItem(std::optional<Role> role, LightweightString<wchar_t> const& name,
                     Reach reach = Reach::inSight);
     /// The same in one widget, or in one item.
     Target findItemIn(Target const& in, std::optional<Role> role, LightweightString<wchar_t> const& name,
                       Reach reach = Reach::inSight);
-    /// By the word for a role: a widget, else an item in sight. An empty word fits all.
+    /// By the word for a role: a widget, else an item in sight. An empty word stands for all roles.
     Target findByWord(LightweightString<char> const& role, LightweightString<wchar_t> const& name);
     /// By the name that the program gave the object.
     Glob* named(char const* name);
     static GlobDescription describe(Glob const& glob, std::uint32_t parts = 0);
-    /// None for what has gone.
+    /// Nothing when the target has gone.
     static std::optional<GlobDescription> describe(Target const& target, std::uint32_t parts = 0);
     /// Scrolls an item into sight.
     bool reveal(Target const& item);
 
     // --- Pointer. Places are root coordinates; a widget stands for its centre, an
-    // item for that of what is in sight of it.
+    // item for the centre of its visible part.
     bool moveTo(XY<int> place);
     bool moveTo(Target const& target);
     bool press(Button button = Button::left, int clicks = 1);
@@ -74,7 +73,7 @@ public:
     bool click(Target const& target, Button button = Button::left);
     bool clickAt(XY<int> place, Button button = Button::left);
     bool doubleClick(Target const& target);
-    /// Presses on it, moves by the given way in so many steps, and releases.
+    /// Presses on it, moves by `way` in `steps` steps, and releases.
     bool drag(Target const& target, XY<int> way, int steps = 4);
     /// Holds one button on it, clicks another meanwhile, and releases the first.
     bool chord(Target const& target, Button first = Button::left, Button second = Button::right);
@@ -84,7 +83,7 @@ public:
     bool sideWheel(Target const& target, int notches);
     /// A zoom gesture over it; positive = in.
     bool zoom(Target const& target, int steps);
-    /// Held with all that follows: `Key::shift` and so on.
+    /// Holds modifiers during all further calls: `Key::shift` and so on.
     void holdModifiers(std::uint32_t modifiers) { modifiers_ = modifiers; }
 
     // --- Keys
@@ -92,7 +91,7 @@ public:
     bool key(std::uint32_t code);
     bool keyDown(std::uint32_t code, bool repeat = false);
     bool keyUp(std::uint32_t code);
-    /// One key for each character; what no key code can hold comes as composed text.
+    /// One key for each character; characters without a key code come as composed text.
     bool type(LightweightString<wchar_t> const& text);
 
     // --- Windows
@@ -111,9 +110,9 @@ public:
     // --- Looking
     /// The colour (0xRRGGBB) on the screen at a place of a widget, from its lower-left corner.
     std::uint32_t pixel(Glob const* glob, XY<int> place);
-    /// Whether the box (of the widget, or a part of it) shows more than one colour.
+    /// Whether the widget shows more than one colour.
     bool painted(Glob const* glob);
-    /// Writes the window of a widget as PNG. The reason when it fails, else empty.
+    /// Writes the window of a widget as PNG. Gives the reason on failure, else the empty text.
     LightweightString<char> snapshot(Glob* glob, LightweightString<char> const& path);
     /// All that is shown, one widget a line, indented by depth.
     LightweightString<char> tree();

@@ -14,7 +14,7 @@ void ItemWalk::enter(ItemKey item) {
 }
 
 bool ItemWalk::next() {
-    // Those in the last one are next; asked for only now, since many a walk ends before.
+    // The items in the last item are next. They are asked for only now, since many walks end before.
     if (!key_.isEmpty()) enter(key_);
     while (!levels_.empty() && levels_.back().next == levels_.back().end) levels_.pop_back();
     if (levels_.empty()) return false;

@@ -6,7 +6,7 @@
 
 namespace wainscot {
 
-/// Goes through the items in a widget, or in one item: each before those in it, in their order.
+/// Walks the items in a widget, or in one item, in order; an item comes before the items in it.
 class ItemWalk {
 public:
     enum class Reach { inSight, all };
@@ -15,17 +15,17 @@ public:
         enter(in);
     }
 
-    /// Goes on to the next one, at first to the first. False when there are no more.
+    /// Goes to the next item, at first to the first item. False when there are no more.
     bool next();
     ItemKey key() const { return key_; }
     /// How many items it lies in.
     std::size_t depth() const { return depth_; }
-    /// What it says of itself, its place among those beside it included. False when the widget does not know
-    /// it.
+    /// Its description, with its place among the items beside it. False when the widget does not know the
+    /// item.
     bool describe(GlobDescription& description) const;
 
 private:
-    /// Items that lie beside each other, and how far they have been gone through.
+    /// Items beside each other, and how far they have been walked.
     struct Level {
         ItemKey in;
         std::size_t next;

@@ -52,12 +52,12 @@ constexpr int mostNotches = 3;
 
 RandomUser::RandomUser(Driver& driver, std::uint32_t seed) : driver_(driver), random_(seed) {}
 
-/// Not by a distribution of the library: those differ from one library to the next.
+/// Not by a distribution of the standard library: these differ between libraries.
 int RandomUser::below(int bound) {
     return static_cast<int>(random_() % static_cast<std::uint32_t>(std::max(bound, 1)));
 }
 
-/// Mostly on something: half of the places are those of an object picked from all that is shown.
+/// Half of the places are in an object, picked from all shown objects.
 XY<int> RandomUser::somePlace() {
     std::vector<Glob*> const roots = driver_.host().globManager().roots();
     if (roots.empty()) return {};

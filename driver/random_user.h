@@ -8,24 +8,24 @@
 
 namespace wainscot {
 
-/// Uses a program without any plan: presses, drags, types, scrolls, waits. The same seed does the same.
+/// Uses a program at random: presses, drags, types, scrolls, waits. The same seed does the same things.
 class WAINSCOT_API RandomUser {
 public:
     RandomUser(Driver& driver, std::uint32_t seed);
 
-    /// What came of it.
+    /// What has happened.
     struct Counts {
         std::uint64_t events = 0;
         std::uint64_t presses = 0;
-        /// Presses over an object that is no root.
+        /// Presses on an object that is not a root.
         std::uint64_t hits = 0;
-        /// Windows seen that were not there when it began.
+        /// Windows that have opened since it began.
         std::uint64_t windowsOpened = 0;
-        /// The classes of the objects that were pressed, by role.
+        /// How often objects of each role were pressed.
         std::map<std::string, std::uint64_t> pressedRoles;
     };
 
-    /// Does `events` things, or fewer when no window is left. False then.
+    /// Does `events` things. False when it has ended early because no window is left.
     bool run(std::uint64_t events);
     Counts const& counts() const { return counts_; }
 

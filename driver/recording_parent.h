@@ -6,12 +6,12 @@
 
 namespace wainscot {
 
-/// A parent that writes down every message it is sent, in order.
+/// A parent that records every message that it gets, in order.
 class WAINSCOT_API RecordingParent : public Glob {
 public:
     struct Message {
         LightweightString<char> name;
-        /// Null when it was no `Glob` or had died; may have died since.
+        /// Null when it was not a `Glob` or had died. It may have died since.
         Glob* sender;
         Qv::Ptr<iObject> data;
         std::uint32_t modifiers;

@@ -54,7 +54,7 @@ Text number(int value) {
 
 } // namespace
 
-/// The words behind a command; takes them one by one and remembers what was wrong.
+/// The words behind a command. They are taken one by one; the first problem is kept.
 struct Script::Words {
     std::vector<Word> words;
     std::size_t next = 1;
@@ -75,7 +75,7 @@ struct Script::Words {
     bool peekIs(char const* text) const { return has() && !words[next].quoted && words[next].text == text; }
 };
 
-/// A command: what it needs, and what it does. The answer is empty when it went well.
+/// A command: its arguments and its function, which gives an empty text on success.
 struct Script::Command {
     char const* name;
     char const* arguments;
@@ -132,7 +132,7 @@ Target Script::widget(Words& words) {
     return found;
 }
 
-/// Carries out what needs one widget, named by the next words.
+/// Runs a command for a widget, which the next words name.
 template <class Act>
 LightweightString<char> Script::onWidget(Words& words, Act act) {
     Target const target = widget(words);
@@ -150,7 +150,7 @@ LightweightString<char> Script::withAmount(Words& words, char const* what, Act a
     });
 }
 
-/// Carries out what needs a place, as in `at X Y`.
+/// Runs a command for a place, as in `at X Y`.
 template <class Act>
 LightweightString<char> Script::atPlace(Words& words, Act act) {
     words.take("at");
@@ -159,7 +159,7 @@ LightweightString<char> Script::atPlace(Words& words, Act act) {
     return words.problem.empty() ? outcome(driver_, act(XY<int>(x, y))) : words.problem;
 }
 
-/// Carries out what needs an open window.
+/// Runs a command for the open window.
 template <class Act>
 LightweightString<char> Script::onWindow(Words& words, Act act) {
     std::vector<Glob*> const roots = driver_.host().globManager().roots();

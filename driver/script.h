@@ -8,8 +8,8 @@
 namespace wainscot {
 
 /// Runs a text file of what a person would do, one command a line; blank lines and lines that begin with "#"
-/// are skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`; so
-/// is a row, a cell or another item that is in sight in one: `click row "Take 3"`.
+/// are skipped. A widget is named by its role and, in quotation marks, its label: `click button "Apply"`. So
+/// is an item in sight: `click row "Take 3"`.
 ///
 ///     click ROLE "NAME"           click at X Y            doubleclick ROLE "NAME"
 ///     press ROLE "NAME"           release                 move ROLE "NAME"     move at X Y
@@ -25,7 +25,7 @@ class WAINSCOT_API Script {
 public:
     using Print = std::function<void(LightweightString<char> const&)>;
 
-    /// `print` gets what commands show; `messages` tells the log of the page.
+    /// `print` gets the output of commands; `messages` gives the program's log for the command `messages`.
     Script(Driver& driver, Print print, std::function<LightweightString<char>()> messages);
 
     /// Runs the lines until one fails. Empty when all went well, else "line N: what is wrong and what is

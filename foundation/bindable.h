@@ -5,8 +5,8 @@
 
 namespace wainscot {
 
-/// A widget that can be bound to data: `Base` is what it is on the screen, `Value` its value face, a
-/// `ValWidget<T>`. It leaves its data when it is destroyed, at once.
+/// A widget that can be bound to data: `Base` is its class of widgets, `Value` a `ValWidget<T>`. It leaves
+/// its data at once when it is destroyed.
 template <class Value, class Base>
 class Bindable : public Base, public Value {
 public:

@@ -25,7 +25,7 @@ public:
     };
 
     Border() = default;
-    /// With the standard width of its kind. A number that is no kind means none.
+    /// With the standard width of its kind. Unknown kinds stand for `none`.
     explicit Border(eType type) : Border(type, calcSize(type)) {}
     Border(eType type, unsigned short size);
 
@@ -34,7 +34,7 @@ public:
     unsigned short getSize() const { return size_; }
     /// The standard width of a kind: `UifStd::getBorder()`, a single pixel line for `line`; 0 for `none`.
     static unsigned short calcSize(eType type);
-    /// Kinds that give the title strip more room.
+    /// Whether a kind gives the title strip more room.
     static bool isRoomy(eType type) { return type == window || type == dialog || type == group; }
 
     friend bool operator==(Border const&, Border const&) = default;

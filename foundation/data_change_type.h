@@ -10,7 +10,7 @@ enum class DataChangeType : unsigned int {
     continued = 1,
     /// The last of the series.
     finished = 2,
-    /// A change of its own: a click, a key, a notch of the wheel.
+    /// A single change: a click, a key, a notch of the wheel.
     single = 3,
 };
 

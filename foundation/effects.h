@@ -8,13 +8,13 @@ namespace wainscot {
 
 class Glob;
 
-/// What a changed setting of a widget has as its effect; bits, which may be added.
+/// The effects of a changed setting of a widget; bits, which may be added.
 struct Effect {
     enum Bits : unsigned int {
         paint = 1,
-        /// Its parts are placed again, and it is painted.
+        /// The parts are placed again, and the widget is painted.
         layout = 2,
-        /// What it says about itself: its name, its value, its state.
+        /// The description changes: name, value or state.
         name = 4,
         value = 8,
         state = 16,
@@ -26,8 +26,7 @@ struct Effect {
 /// Brings about the effects of a setting that has changed. It may destroy the widget.
 WAINSCOT_API void applyEffects(Glob& widget, unsigned int effects);
 
-/// What setters of widgets do: stores a value with its effects; an equal one has none. False when it was
-/// equal.
+/// For setters of widgets: stores a value and brings about its effects. An equal value has none: false.
 template <class T, class Value>
 bool changeSetting(Glob& widget, T& setting, Value&& value, unsigned int effects) {
     if (setting == value) return false;

@@ -10,12 +10,12 @@
 namespace wainscot::FocusStop {
 
 bool canTake(Glob const& control) {
-    // It may lie on the canvas of another.
+    // It may lie on another object's canvas.
     return control.isActive() && control.isShown() && canvas_is_mapped_to_root(control.canvas());
 }
 
 void handleLoss(Glob& control, TabOrderable const& stop) {
-    // Then it is the loss that follows the receipt of a stop that was the current one already.
+    // It was the current stop already: this loss follows its own receipt.
     if (stop.isReceivingTabStopFocus()) return;
     control.relinquishKbdFocus(control.parent());
 }

@@ -15,7 +15,7 @@ class WAINSCOT_API Focusable : public Base, public TabOrderable {
 public:
     using Base::Base;
 
-    // A base that is a panel has a tab order of its own; what is meant here is the widget as a stop.
+    // A panel as base has these names for its own tab order; here they are those of the widget as a stop.
     using TabOrderable::isTabStopFocus;
     using TabOrderable::setTabStopFocus;
 

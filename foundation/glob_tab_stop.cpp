@@ -27,7 +27,7 @@ Glob* GlobTabStop::widget() const {
 
 bool GlobTabStop::isTabStopActive() {
     Glob* const glob = widget();
-    // What is a stop by itself is not to be stopped at twice.
+    // A widget that is a stop itself must not become a second stop.
     auto const* const own = dynamic_cast<TabOrderable const*>(glob);
     bool const isStopItself = own && !own->tabOrderManagers().empty();
     return glob && !isStopItself && FocusStop::canTake(*glob);
@@ -51,7 +51,7 @@ Glob* GlobTabStop::focusHolderInside() const {
 }
 
 bool GlobTabStop::passKey(Event const& event) {
-    // What the widget does not consume goes up to its parents, and so comes here again.
+    // A key that the widget does not consume goes up to its parents, and so comes here again.
     if (passing_ || !widget() || focusHolderInside() || !isTabStopFocus()) return false;
     LifeGuard const life(tabStopLife());
     passing_ = true;

@@ -9,11 +9,10 @@ namespace wainscot {
 class Event;
 class Glob;
 
-/// Makes a tab stop of a widget that is worked with keys but is no `TabOrderable` itself (table,
-/// tree, tab strip): a member of whoever owns the widget. As the current stop it gives the widget the
-/// keyboard focus, so that keys go there; it becomes the current stop when the widget, or something in it,
-/// has got the focus otherwise. The widget is not owned; with its death the stop leaves its
-/// managers.
+/// Makes a tab stop of a widget that is worked with keys but is not a `TabOrderable` (table, tree, tab
+/// strip). It is a member of the widget's owner. As the current stop it gives the widget the keyboard focus.
+/// When the widget, or a descendant, gets the focus otherwise, it becomes the current stop. The widget is not
+/// owned; when it dies, the stop leaves its managers.
 class WAINSCOT_API GlobTabStop : public TabOrderable {
 public:
     explicit GlobTabStop(Glob& widget);
@@ -22,19 +21,19 @@ public:
     /// Null once it has died.
     Glob* widget() const;
 
-    /// Whether the widget is active and shown, and no stop of a manager itself.
+    /// Whether the widget is active and shown, and is not a stop of a manager itself.
     bool isTabStopActive() override;
     void handleTabStopFocusReceipt(eDirection direction) override;
-    /// Hands the keyboard focus to the root where the widget, or something in it, still has it.
+    /// Hands the keyboard focus to the root if the widget, or a descendant, still has it.
     void handleTabStopFocusLoss() override;
 
-    /// Passes a key that went elsewhere on to the widget while this is the current stop: a panel that keeps
-    /// the keyboard focus itself, or gets it back when a pop-up closes, calls it from its own key handling.
-    /// Whether the widget consumed it; false when it has the focus, and so has seen the key already.
+    /// Passes a key on to the widget while this is the current stop. A panel that keeps the keyboard focus to
+    /// itself calls it from its own key handling. True when the widget consumed the key; false when the
+    /// widget has the focus, and so has seen the key already.
     bool passKey(Event const& event);
 
 private:
-    /// The holder of the keyboard focus when that is the widget or lies in it; else null.
+    /// The holder of the keyboard focus if it is the widget or a descendant; else null.
     Glob* focusHolderInside() const;
 
     HandlerRef<Glob> widget_;

@@ -7,8 +7,8 @@
 
 namespace wainscot {
 
-/// What a key does in a control. Each control has one `constexpr` table of them, `keyTable`, which it asks
-/// for the keys that it gets, and which its guide and its tests are made from.
+/// What a key does in a control. Each control has a `constexpr` table of rows, `keyTable`. The control, its
+/// guide and its tests use that table.
 template <class Action>
 struct KeyRow {
     /// With its modifiers (`host/events/key_codes.h`).

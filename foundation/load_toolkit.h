@@ -4,9 +4,8 @@
 
 namespace wainscot {
 
-/// Gets the toolkit ready for the live host: all families register their makers, and what is read from the
-/// preferences once is read. The first widget of a host calls it; calling it again does nothing. Nothing
-/// happens without a host.
+/// Gets the toolkit ready for the live host: all families register their makers. The first widget of a host
+/// calls it. Further calls, and calls without a host, do nothing.
 WAINSCOT_API void loadToolkit();
 
 } // namespace wainscot

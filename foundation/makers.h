@@ -12,7 +12,7 @@ class MenuGlob;
 class MenuItem;
 class StandardPanel;
 
-/// What a context menu is to the object that carries it; families of widgets above this one provide it.
+/// A context menu, as its object sees it; a higher family of widgets provides it.
 class WAINSCOT_API iContextMenu {
 public:
     virtual ~iContextMenu();
@@ -20,7 +20,7 @@ public:
     virtual void add(MenuItem const& item) = 0;
     virtual bool isEmpty() const = 0;
     /// Opens the menu with its corner at a place in root coordinates; it sends its messages to `owner`. Gives
-    /// the pop-up, or null when it did not open. The pop-up may outlive this.
+    /// the pop-up, which may outlive this object; null when it did not open.
     virtual Glob* open(MenuGlob& owner, XY<int> const& place) = 0;
 };
 
@@ -47,18 +47,18 @@ enum class StandardWidget : unsigned char {
     doIt,
 };
 
-/// How panels get widgets of families that are built on them. Each family registers its makers when the
-/// toolkit loads; what nobody has registered is not made.
+/// How panels get widgets of higher families. Each family registers its makers when the toolkit loads. A
+/// widget without a maker is not made.
 class WAINSCOT_API Registry {
 public:
     using MakeContextMenu = std::unique_ptr<iContextMenu> (*)();
-    /// The widget is the caller's; those that latch are an `iStateButton`.
+    /// The caller owns the widget. Latching widgets are an `iStateButton`.
     using MakeStandardWidget = Glob* (*)(Palette const& palette, StandardWidget which);
-    /// Gives the widget's title face; the widget is the caller's.
+    /// Gives the title box; the caller owns its widget.
     using MakeTitleBox = iTitleBox* (*)(StandardPanel& panel, LightweightString<wchar_t> const& title,
                                         Glib::FontDesc const& font);
 
-    /// That of the host: empty again when the host has gone.
+    /// The registry of the host; it is emptied when the host goes.
     static Registry& instance();
 
     MakeContextMenu makeContextMenu = nullptr;
@@ -66,8 +66,8 @@ public:
     MakeTitleBox makeTitleBox = nullptr;
 };
 
-/// A standard widget that shows a state of its panel: the pin button that it is pinned, the settings button
-/// that settings are shown.
+/// A standard widget that shows a state of its panel: the pin button, for example, whether the panel is
+/// pinned.
 class WAINSCOT_API iStateButton {
 public:
     virtual ~iStateButton();

@@ -51,7 +51,7 @@ bool MenuGlob::openMenu(XY<int> const& place, Event const* event) {
     return opened != nullptr;
 }
 
-/// The keys open it at the middle of the object, the pointer where it is.
+/// Keys open it at the middle of the object, the pointer at its place.
 bool MenuGlob::opensMenu(Event const& event, XY<int>& place) const {
     place = event.place();
     if (mouse_down_event(event) && mouse_right_event(event)) return isPlainEvent(event);

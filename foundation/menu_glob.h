@@ -19,11 +19,11 @@ public:
     /// Appends an item to the context menu; nothing happens while no menus are registered.
     void addMenuItem(MenuItem const& item);
     bool hasMenuItems() const { return menu_ && !menu_->isEmpty(); }
-    /// Called before the menu opens, so that the items can be brought up to date; `event` is what opens it,
-    /// null when the program does. Does nothing here.
+    /// Called before the menu opens, so that the items can be brought up to date. `event` opens it; null when
+    /// the program does. Does nothing here.
     virtual void reviewMenu(Event const* event);
-    /// Opens the menu at a place in root coordinates, and closes the one that is open. False when there are
-    /// no items, or it did not open.
+    /// Opens the menu at a place in root coordinates, and closes an open one. False when there are no items,
+    /// or when it did not open.
     bool openMenu(XY<int> const& place, Event const* event = nullptr);
     /// The open context menu; null when none is open.
     Glob* contextMenu() const;

@@ -10,7 +10,7 @@ namespace wainscot {
 
 namespace {
 
-/// No scale makes borders thicker than this many times.
+/// The largest scale of a border.
 constexpr float maxScale = 64.0F;
 constexpr int fadeSteps = 8;
 
@@ -79,7 +79,7 @@ void PanelEdges::drawSquare(CanvasRenderer& renderer, IntBox const& box, unsigne
     for (std::size_t i = 0; i < numRings_; ++i) drawStraight(renderer, box, rings_[i], edges);
 }
 
-/// Round corners have no mitre at which the light could change: it fades along the sides.
+/// A round corner has no mitre at which the light could change: the light fades along the sides.
 void PanelEdges::drawRound(CanvasRenderer& renderer, IntBox const& box, Ring const& ring,
                            unsigned int radius) {
     IntBox const outer = box.inset(ring.inset);

@@ -11,14 +11,14 @@ namespace wainscot {
 /// other.
 class PanelEdges {
 public:
-    /// `ground` is the colour of the body, `palette` one that fits it.
+    /// `ground` is the colour of the body, `palette` fits it.
     PanelEdges(Border const& border, float scale, Colour const& ground, Palette const& palette);
 
-    /// Kinds whose title strip has a ground of its own.
+    /// Whether the title strip of a kind has a ground of its own.
     static bool hasTitleGround(Border::eType type);
     static int lineWidth(float scale);
 
-    /// How far the lines reach in, the innermost included.
+    /// How far the lines reach in.
     int width() const;
     void draw(CanvasRenderer& renderer, IntBox const& box, unsigned int radius) const;
     void drawSquare(CanvasRenderer& renderer, IntBox const& box, unsigned int edges) const;

@@ -12,7 +12,7 @@ namespace wainscot {
 
 namespace {
 
-/// Beside the bits of edges (`Surround::Edge`).
+/// A further bit besides the edges (`Surround::Edge`).
 constexpr unsigned char titleGrip = 16;
 
 constexpr unsigned horizontal = Surround::left | Surround::right;
@@ -27,7 +27,7 @@ MouseCursorID cursorFor(unsigned edges) {
     return rises ? sizeRisingCursor : sizeFallingCursor;
 }
 
-/// The edges nearer than `reach`; of two opposite ones the right and the lower.
+/// The edges nearer than `reach`; of two opposite edges the right one and the lower one.
 unsigned edgesWithin(XY<int> const& place, IntBox const& box, int reach) {
     unsigned edges = 0;
     if (place.x >= box.x2 - reach)
@@ -56,7 +56,7 @@ unsigned PanelFrame::edgesAt(StandardPanel const& panel, XY<int> const& place) {
     int const reach = std::max<int>(panel.border_.getSize(), UifStd::getWidgetGap());
     unsigned const edges = edgesWithin(place, panel.bounds(), reach);
     if (edges == 0) return 0;
-    // Near a corner either edge is meant as both.
+    // Near a corner one edge stands for both.
     int const corner =
         std::min(StandardPanel::calcSize(spacingButton), std::min(panel.width(), panel.height()) / 3);
     return edges | edgesWithin(place, panel.bounds(), corner);
@@ -92,7 +92,7 @@ void PanelFrame::takeBack(StandardPanel& panel, XY<int> const& pressPlace) {
 bool PanelFrame::follow(StandardPanel& panel, Event const& event) {
     if (panel.grip_ == 0) return false;
     bool const isTitle = isTitleHeld(panel);
-    // Moving may have been stopped otherwise.
+    // Moving may have been stopped elsewhere.
     if (isTitle && !panel.isMoving()) {
         end(panel);
         return mouse_up_event(event);

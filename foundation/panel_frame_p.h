@@ -7,15 +7,15 @@ namespace wainscot {
 /// The frame of a panel under the pointer: edges that are dragged, and the title strip, by which it is moved.
 class PanelFrame {
 public:
-    /// The cursor over a place; `inheritCursor` where the frame has none of its own.
+    /// The pointer's shape over a place; `inheritCursor` when the frame has none of its own.
     static MouseCursorID cursorAt(StandardPanel const& panel, XY<int> const& place);
-    /// Takes hold of what was pressed. False when it is neither an edge nor a title strip that moves.
+    /// Takes hold of a pressed edge or title strip. False when nothing there can be dragged.
     static bool begin(StandardPanel& panel, Event const& event);
-    /// What is held follows the pointer. False when the event is not about that.
+    /// A held edge or title strip follows the pointer. False when the event is not about that.
     static bool follow(StandardPanel& panel, Event const& event);
     /// An edge that is held goes back to where it was taken.
     static void takeBack(StandardPanel& panel, XY<int> const& pressPlace);
-    /// Nothing is held any more.
+    /// Lets go.
     static void end(StandardPanel& panel);
 
 private:

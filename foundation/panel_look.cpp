@@ -51,7 +51,7 @@ void PanelLook::drawSquareBorder(StandardPanel& panel, float scale, unsigned int
     look.drawSquare(renderer, panel.canvasArea(), edges);
 }
 
-/// The groove runs through the middle of the title row, and leaves out title and widgets.
+/// The groove runs through the middle of the title row, except behind title and widgets.
 void PanelLook::drawGroove(StandardPanel& panel, CanvasRenderer& renderer, PanelEdges const& edges) {
     int const corner = static_cast<int>(radius(panel));
     IntBox const area = panel.canvasArea();
@@ -65,7 +65,7 @@ void PanelLook::drawGroove(StandardPanel& panel, CanvasRenderer& renderer, Panel
     int const chain = PanelWidgets::chainWidth(panel);
     int const chainStart = chain > 0 ? area.x2 - panel.border_.getSize() - chain - gap : area.x2;
     int const rightCorner = area.x2 - edges.width() - corner;
-    // A pixel more, since lines are rounded to be thicker at some scales.
+    // One pixel more, since rounding makes lines thicker at some scales.
     int const below = ring.y2 - edges.width() - corner - 1;
     IntBox const parts[] = {
         {area.x1, area.y1, titleStart, area.y2},

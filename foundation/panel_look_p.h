@@ -10,7 +10,7 @@ class PanelEdges;
 /// How a panel is drawn: its ground, border and title strip.
 class PanelLook {
 public:
-    /// What shows behind the round corners of a window, which shows through nothing.
+    /// Fills behind the round corners of a window, since windows are not transparent.
     static void drawCorners(StandardPanel& panel);
     static void drawTitleBar(StandardPanel& panel);
     static void drawBorder(StandardPanel& panel, float scale);

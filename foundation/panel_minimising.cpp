@@ -55,7 +55,7 @@ void PanelMinimising::showWidgets(StandardPanel& panel) {
         if (Glob* const widget = ref.get()) widget->setVisible(true);
 }
 
-/// A place that is measured from the upper edge of the parent stays so.
+/// A place that is measured from the parent's upper edge is still measured from there.
 void PanelMinimising::resizeKeepingTop(StandardPanel& panel, XY<int> const& size) {
     LifeGuard const life = panel.guard();
     XY<int> const corner{panel.box().x1, panel.box().y2 - size.y};

@@ -12,7 +12,7 @@ public:
     static void keep(StandardPanel& panel);
 
 private:
-    /// What belongs to the strip stays; do-it stands below it.
+    /// Hides all widgets but those of the strip; the do-it button lies below it.
     static void hideWidgets(StandardPanel& panel);
     static void showWidgets(StandardPanel& panel);
     static void resizeKeepingTop(StandardPanel& panel, XY<int> const& size);

@@ -22,7 +22,7 @@ bool PanelTabKeys::step(StandardPanel& panel, std::uint32_t keyCode) {
     return true;
 }
 
-/// Tab comes from a panel in this one that lets it go on: it is not this one's to use.
+/// Tab comes from a panel in this panel that lets it go on: this panel does not use it.
 bool PanelTabKeys::wasPassedOn(StandardPanel const& panel) {
     for (Glob const* glob = get_kbd_focus(); glob && glob != &panel; glob = glob->parent()) {
         auto const* const inner = dynamic_cast<StandardPanel const*>(glob);

@@ -9,7 +9,7 @@ namespace wainscot {
 /// Tab and Shift+Tab in a panel.
 class PanelTabKeys {
 public:
-    /// Whether a stop has the focus now, or the panel has died of it.
+    /// True when a stop has the focus now, or the panel has died.
     static bool step(StandardPanel& panel, std::uint32_t keyCode);
     /// Whether a stop lies in the same window.
     static bool isStopHere(StandardPanel const& panel, TabOrderable& stop);

@@ -17,25 +17,25 @@ public:
     static Glib::FontDesc font(StandardPanel const& panel);
     static int widthOf(StandardPanel const& panel, UIString const& title);
 
-    /// The text is another one: shows and tells it.
+    /// The text has changed: shows it and tells of it.
     static void changed(StandardPanel& panel, eRedrawFlag redraw);
-    /// The user has typed in the box, and has ended it.
+    /// The user has typed in the box; has ended editing.
     static void typed(StandardPanel& panel);
     static void edited(StandardPanel& panel);
 
     /// Null when there is none.
     static Glob* box(StandardPanel const& panel);
-    /// Nothing when there is one already, and while nobody has registered how.
+    /// Makes the title box, unless there is one or no maker is registered.
     static void makeBox(StandardPanel& panel);
     static void removeBox(StandardPanel& panel, bool redraw);
-    /// Gives it the place between the left edge and the standard widgets.
+    /// Gives the box the place between the left edge and the standard widgets.
     static void resizeBox(StandardPanel& panel);
 
     // In the panel's coordinates.
     /// The coloured part of the strip; empty without one.
     static IntBox bar(StandardPanel const& panel);
     static int barHeight(StandardPanel const& panel);
-    /// Where the title stands.
+    /// The place of the title.
     static IntBox row(StandardPanel const& panel);
     static int rowWidth(StandardPanel const& panel);
 

@@ -11,7 +11,7 @@ namespace wainscot {
 
 namespace {
 
-/// Which bit asks for which widget. Where two want one place, the first wins.
+/// Which bit asks for which widget. When two want one place, the first wins.
 struct Wish {
     int flag;
     StandardWidget widget;
@@ -207,14 +207,14 @@ Glob* PanelWidgets::addStatus(StandardPanel& panel, Glob* widget, unsigned short
                             : panel.addWidget(widget, left, edge + lift);
     if (!life.alive() || !added) return nullptr;
     panel.extras().status.emplace_back(added);
-    // The user area changes with the first one only.
+    // Only the first widget changes the user area.
     if (isFirst) panel.layOut();
     return life.alive() && widgetLife.alive() ? added : nullptr;
 }
 
 bool PanelWidgets::hasStatus(StandardPanel const& panel) {
     if (!panel.extras_) return false;
-    // What has gone from the end is not asked about again.
+    // Dead widgets at the end are forgotten.
     auto& status = panel.extras_->status;
     while (!status.empty() && !panel.getWidget(status.back().get())) status.pop_back();
     return !status.empty();

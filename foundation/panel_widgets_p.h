@@ -4,7 +4,7 @@
 
 namespace wainscot {
 
-/// The standard widgets of a panel, and those in its status area.
+/// The standard widgets of a panel, and the widgets in its status area.
 class PanelWidgets {
 public:
     /// The flags that ask for a title box.
@@ -12,19 +12,19 @@ public:
 
     static void add(StandardPanel& panel, int flags);
     static void remove(StandardPanel& panel, int flags, bool redraw);
-    /// Whether it is one of them, or the title box.
+    /// Whether a widget is a standard widget or the title box.
     static bool isOne(StandardPanel const& panel, Glob const* widget);
     /// Null when there is none.
     static Glob* get(StandardPanel const& panel, StandardWidget which);
     static void position(StandardPanel& panel);
-    /// How much of the title strip they take.
+    /// The width that they take of the title strip.
     static int chainWidth(StandardPanel const& panel);
     static void recolour(StandardPanel& panel);
-    /// They were made for the metrics of their time; their proportions stay.
+    /// Fits them to changed metrics; their proportions stay.
     static void resizeToMetrics(StandardPanel& panel);
-    /// What a message of one of them does when no handler consumed it. False when it is none of theirs.
+    /// Carries out a message of a standard widget that no handler consumed. False for other messages.
     static bool reactTo(StandardPanel& panel, Glob const* sender);
-    /// Lets the settings or latch button show it, where it is asked for.
+    /// Lets the settings or latch button show the size state, if there is one.
     static void showSizeState(StandardPanel& panel, size_state state);
 
     /// Null when refused.

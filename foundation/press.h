@@ -12,10 +12,10 @@ namespace wainscot {
 enum class PressEnd : unsigned char {
     releasedInside,
     releasedOutside,
-    /// Escape was pressed, or the release is lost: what the press began is to be taken back.
+    /// Escape was pressed, or the release is lost: the widget takes back what the press began.
     cancelled,
-    /// The widget was disabled, hidden or taken away, or another took the pointer: what is held is to be let
-    /// go of, and nothing is to be chosen.
+    /// The widget was disabled, hidden or taken away, or another object took the pointer: the widget lets go
+    /// and chooses nothing.
     lost,
 };
 
@@ -23,9 +23,9 @@ enum class PressEnd : unsigned char {
 /// button of a chord changes nothing.
 class WAINSCOT_API Press {
 public:
-    /// What an event is to the press.
+    /// What an event means for the press.
     enum class Step : unsigned char {
-        /// It is none of the press.
+        /// It does not belong to the press.
         other,
         begins,
         moves,
@@ -33,20 +33,20 @@ public:
         chord,
         releasedInside,
         releasedOutside,
-        /// The button is not held any more, and nobody told of its release.
+        /// The button is no longer held, and no release was reported.
         lost,
     };
 
-    /// `buttons` are those that can begin it (`EventKind::left` ...).
+    /// `buttons` are the buttons that can begin it (`EventKind::left` ...).
     explicit Press(int buttons = EventKind::left) : buttons_(static_cast<unsigned char>(buttons)) {}
 
     /// Notes what a pointer event means for the press. All edges of the widget's box count as inside.
     Step take(Event const& event, Glob const& widget);
-    /// It ends for another reason, or has not begun after all. False when none is held.
+    /// Ends the press for another reason. False when none is held.
     bool end();
 
     bool isHeld() const { return held_ != 0; }
-    /// Tells one press from the next: it changes when a press begins and when one ends.
+    /// Tells one press from the next: it changes at the beginning and at the end of a press.
     unsigned int number() const { return number_; }
     /// Where it began, in root coordinates.
     XY<int> const& place() const { return place_; }
@@ -68,16 +68,16 @@ private:
     unsigned char held_ = 0;
 };
 
-/// A widget that is pressed: it hears of each press once that it begins and once that it ends, whatever ended
-/// it, and is drawn anew when the pointer comes and goes. `Base` is the class of widgets that it extends.
+/// A widget that can be pressed. It hears once that a press begins and once that it ends, whatever the
+/// reason. It is painted when the pointer enters and leaves. `Base` is the class of widgets that it extends.
 ///
-/// The widget hands its events to `reactToPress`. Anything may be destroyed in what is called here.
+/// The widget hands its events to `reactToPress`. The virtuals called here may destroy anything.
 template <class Base>
 class WAINSCOT_API Pressable : public Base {
 public:
     using Base::Base;
 
-    /// A press that is held ends when it becomes inactive or hidden.
+    /// A held press ends when the widget becomes inactive or hidden.
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void setVisible(bool visible) override;
     void handlePressCancelled(Event const& press) override;
@@ -85,19 +85,19 @@ public:
     void handleMouseContainment(bool inside) override;
 
 protected:
-    /// A button went down on it. False = it has no use for that: there is no press.
+    /// A button went down on it. False = no press begins.
     virtual bool pressBegan(Event const& event) = 0;
     /// The pointer has moved while the press is held. Does nothing here.
     virtual void pressMoved(Event const& event);
     /// `press()` is not held any more.
     virtual void pressEnded(PressEnd how) = 0;
 
-    /// Whether the event was one of the press, and is used; true as well when the widget has gone.
+    /// Whether the event belongs to the press and is used; true also when the widget has died.
     bool reactToPress(Event const& event);
-    /// Ends what is held as lost.
+    /// Ends a held press as lost.
     void dropPress();
     Press const& press() const { return press_; }
-    /// Which buttons begin a press from now on; the left one alone at first.
+    /// Sets the buttons that begin a press; at first the left button alone.
     void setPressButtons(int buttons) { press_ = Press(buttons); }
 
 private:
@@ -110,7 +110,7 @@ template <class Base>
 bool Pressable<Base>::reactToPress(Event const& event) {
     if (!mouse_event(event)) return false;
     LifeGuard const life = this->guard();
-    // A button that is pressed again was let go of where nobody told.
+    // The button is pressed again, so its release was not reported.
     if (mouse_down_event(event) && !mouse_chord_event(event)) dropPress();
     if (!life.alive()) return true;
     switch (press_.take(event, *this)) {

@@ -11,7 +11,7 @@ namespace wainscot {
 
 namespace {
 
-/// No box of the tree has larger corners.
+/// No object of the tree has larger corners.
 constexpr double maxRadius = 32767.0;
 
 } // namespace

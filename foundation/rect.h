@@ -13,14 +13,14 @@ public:
     /// From saved settings; besides those of `Glob`: "radius".
     rect(configb const& settings, unsigned short width, unsigned short height);
 
-    /// The colour of the body; that of the palette's window until one is set.
+    /// The colour of the body; the palette's window colour until it is set.
     virtual void setcol(Colour const& colour, bool redraw);
     Colour getcol() const { return getCol(); }
-    /// The radius of the corners in pixels, 0 = square; what is negative or no number counts as 0.
+    /// The radius of the corners in pixels, 0 = square; negative values and NaN count as 0.
     void set_radius(double radius);
     double get_radius() const { return radius_; }
 
-    /// Fills the body. A body that is not opaque is left to what lies below.
+    /// Fills the body, if the object is opaque.
     void drawBackground() override;
 
 private:

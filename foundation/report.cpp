@@ -13,7 +13,7 @@ LightweightString<char> MessageInfo::nameFor(LightweightString<char> const& own)
 }
 
 void Reporter::setCallback(WidgetCallback::Callback callback) {
-    // The old one goes last: what its destructor does may destroy the widget.
+    // The old callback is released last: its destructor may destroy the widget.
     WidgetCallback::Callback const old = std::exchange(callback_, std::move(callback));
 }
 

@@ -283,7 +283,7 @@ void StandardPanel::handlePressCancelled(Event const& press) {
     if (life.alive()) rect::handlePressCancelled(press);
 }
 
-/// A drag that was ended by something else (the panel was hidden) is found out here.
+/// A drag that ended for another reason (the panel was hidden) is noticed here.
 void StandardPanel::handleCaptureLost() {
     PanelFrame::end(*this);
     rect::handleCaptureLost();

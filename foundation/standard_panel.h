@@ -23,14 +23,14 @@ enum eSpacing : int {
     spacingEdge = 4,
 };
 
-/// What a panel shows of itself.
+/// How much a panel shows of itself.
 enum size_state : unsigned char { sizeFull = 0, sizeMinimised = 1 };
 
 /// A panel: a coloured body with a border, an optional title strip with standard widgets, a context menu and
 /// a tab order of its own. The base of panels that hold widgets, and of most widgets.
 ///
-/// Events come to the overridable handlers below; who answers 1 has consumed the event. What is not consumed
-/// is treated as the panel does it, and at last as any `Glob` does.
+/// Events come to the virtual handlers below; the answer 1 consumes an event. Other events are handled by the
+/// panel, and then by `Glob`.
 ///
 /// Messages, to the parent, queued, with the panel as sender: `titleTypedMsg` whenever the text of an
 /// editable title changes, `titleChangedMsg` when editing has ended with another title.
@@ -59,7 +59,7 @@ public:
         pinWidget = 0x10,
         editableTitle = 0x20,
         editableTitleToo = 0x40,
-        /// A latching icon button in the place of the settings button; gives way to that.
+        /// A latching icon button in the place of the settings button, unless there is a settings button.
         latchWidget = 0x80,
         /// Makes no widget: stands for a title in the calculation of sizes.
         plainTitle = 0x100,
@@ -68,7 +68,7 @@ public:
                      editableTitleToo | latchWidget | plainTitle,
     };
 
-    /// What border and title take of each side, in pixels.
+    /// The pixels that border and title take on each side.
     struct UserAreaBorders {
         int left = 0;
         int bottom = 0;
@@ -77,7 +77,7 @@ public:
         friend bool operator==(UserAreaBorders const&, UserAreaBorders const&) = default;
     };
 
-    /// Construction record; those of derived widgets derive from it.
+    /// Construction record; derived widgets derive their records from it.
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
     public:
         InitArgs(unsigned short w, unsigned short h, Border const& frame = Border())
@@ -102,7 +102,7 @@ public:
     explicit StandardPanel(int const (&size)[2]) : StandardPanel(XY<int>{size[0], size[1]}) {}
     StandardPanel(XY<int> const& size, Palette const& palette);
     /// From saved settings; besides those of `rect`: "border" (a kind), "border_size", "title",
-    /// "standard_widgets" (flags). What is no kind or size counts as none.
+    /// "standard_widgets" (flags). Invalid kinds and sizes count as none.
     StandardPanel(configb const& settings, unsigned short width, unsigned short height);
     ~StandardPanel() override;
 
@@ -111,13 +111,13 @@ public:
     /// `spacingIndent` and `spacingEdge` the indent, `spacingDoubleIndent` twice that; `spacingTitleStrip`
     /// the height of a title strip in that border. 0 for any other number.
     static int calcSize(eSpacing spacing, float scale = 1.0F, Border const& border = Border());
-    /// The size of a panel with these standard widgets and that border whose user area has a size.
+    /// The size of a panel with these standard widgets and that border, for a wanted user area.
     static XY<int> calcPanelSize(XY<int> const& userSize, int flags, Border const& border);
-    /// What border and title strip take. The do-it button takes nothing: it lies above the user area.
+    /// The room for border and title strip. The do-it button takes none: it lies above the user area.
     static UserAreaBorders getUserAreaBorders(int flags, Border const& border);
     /// The standard width of a kind of border.
     static unsigned short calcBorderSize(Border::eType type) { return Border::calcSize(type); }
-    /// What border, title strip and status area leave, in the panel's coordinates; never less than empty.
+    /// The area that border, title strip and status area leave, in the panel's coordinates; it may be empty.
     IntBox getUserArea() const override;
 
     /// From now on this places the children that were added to it, in the user area. The former one is
@@ -138,12 +138,12 @@ public:
     void setBorderStyle(Border::eType type) { setBorder(Border(type)); }
 
     // --- Title
-    /// An empty one takes the title away, and with it the strip unless a standard widget stands there.
+    /// An empty text takes the title away, and the strip too unless a standard widget stands there.
     void setTitle(UIString const& title, Glib::FontDesc const& font, eRedrawFlag redraw = eRedrawYes);
     /// In the standard font for titles.
     void setTitle(UIString const& title, eRedrawFlag redraw = eRedrawYes);
     UIString getTitle() const;
-    /// The text that is shown.
+    /// The shown text.
     LightweightString<wchar_t> getTitleW() const;
     /// The number of the title's resource text; `noResText` when it has none.
     ResId getTitleResId() const;
@@ -154,9 +154,9 @@ public:
     Glob* getTitleWidget() const;
     /// The width of a text in the title's font.
     int calcTitleWidth(UIString const& title) const;
-    /// What the standard widgets leave of the title strip's width.
+    /// The width that the standard widgets leave in the title strip.
     int calcMaxTitleWidgetWidth() const;
-    /// Gives the title box all of that, and calls `handleTitleWidgetResize()`.
+    /// Gives the title box that width, and calls `handleTitleWidgetResize()`.
     void resizeTitleWidget();
     /// The title was changed by the program: shows it in the title box and calls `handleTitleChange()`.
     void handleTitleChangeInternal(eRedrawFlag redraw);
@@ -169,17 +169,18 @@ public:
     /// missing.
     void addStandardWidgets(int flags);
     void removeStandardWidgets(int flags, bool redraw = true);
-    /// All that was asked for.
+    /// All flags that were asked for.
     int getStandardWidgetFlags() const { return standardFlags_; }
     /// Whether it is one of the standard widgets or the title box.
     bool isStandardWidget(Glob const* widget) const;
-    /// The widget in a place; null when there is none.
+    /// The standard widget of that kind; null when there is none.
     Glob* getStandardWidget(StandardWidget which) const;
     /// Puts the standard widgets in their places: from the upper right corner to the left close, size, pin
     /// and settings or latch; in the lower right corner do-it.
     void positionStandardWidgets();
-    /// Adds a widget, which the panel then owns, behind those in the status area along the lower edge; the
-    /// user area then lies above it. A width of 0 leaves it its own. Null when refused, as by `addChild`.
+    /// Adds a widget, which the panel then owns, to the status area along the lower edge, behind the others.
+    /// The user area lies above that. A width of 0 leaves the widget its width. Null when refused, as by
+    /// `addChild`.
     Glob* addStatusWidget(Glob* widget, unsigned short width);
 
     // --- State
@@ -198,20 +199,20 @@ public:
     /// widgets are hidden meanwhile.
     void setMinimised(bool minimised);
     bool isMinimised() const { return minimised_; }
-    /// Whether its edges can be dragged, for panels that have no frame of the window system; and, as for any
-    /// `Glob`, whether its window is resizable. Edges are fixed until this is called.
+    /// Whether its window is resizable, as for any `Glob`, and whether its edges can be dragged, for panels
+    /// without a frame of the window system. Edges are fixed until this is called.
     void setResizable(bool resizable) override;
     bool hasResizableEdges() const { return resizableEdges_; }
 
-    /// Lets Tab go on behind the last stop, and Shift+Tab before the first one, to what follows in the
-    /// window, instead of round the panel. Off until it is set: F6 leaves the panel.
+    /// Lets Tab go from the last stop, and Shift+Tab from the first stop, to the next panel in the window,
+    /// instead of round this panel. Off unless set: then F6 leaves the panel.
     void setTabGoesOn(bool goesOn) { tabGoesOn_ = goesOn; }
     bool doesTabGoOn() const { return tabGoesOn_; }
 
-    // --- For derived classes: each does nothing, and answers 0, unless it is said otherwise. 1 = consumed.
+    // --- For derived classes. Unless stated otherwise each does nothing and answers 0. 1 = consumed.
     // `handleMessageEvent` and `handleDataMessageEvent` are those of `EventHandler`.
-    /// A key press. 0: Tab and Shift+Tab go on to the next stop of the panel. Other answers leave it to
-    /// `Glob`.
+    /// A key press. After 0, Tab and Shift+Tab go to the next stop of the panel. All other answers but 1
+    /// leave the key to `Glob`.
     virtual int handleKeyboardEvent(int keyCode);
     virtual int handleKeyReleaseEvent(int keyCode);
     /// Presses, releases, moves and the wheel.
@@ -224,18 +225,18 @@ public:
     /// The title has changed, by the program or by the user.
     virtual void handleTitleChange();
     virtual void handleTitleWidgetResize();
-    /// Whether the panel, as a pop-up, is to be closed by presses outside. The base takes the pop-up out of
-    /// its chain, or makes it a chain of its own again.
+    /// Sets whether presses outside close the panel when it is a pop-up. The base takes the pop-up out of its
+    /// chain, or makes it a chain of its own again.
     virtual void handleAutoClose(bool closes);
     /// "poot" was heard and not consumed: destroys the panel, unless `canBeDestroyed` says no.
     virtual void handlePoot();
-    /// What is handed to the standard widgets, and fit for other children: the palette, or one derived from
-    /// the panel's own colour.
+    /// The palette for standard widgets and other children: the panel's palette, or one derived from the
+    /// panel's own colour.
     virtual Palette getColoursForWidgets() const;
 
     // --- Drawing
-    /// Draws the border as if it were `scale` times as wide, with round corners where the body has them, and
-    /// the title.
+    /// Draws the border as if it were `scale` times as wide, with round corners if the body has them, and the
+    /// title.
     virtual void drawBorder(float scale);
     /// The border alone, with square corners, along these edges (`Surround::Edge`).
     void drawSquarePanelBorder(float scale, unsigned int edges = Surround::allEdges);
@@ -279,7 +280,7 @@ private:
 
     void init(Border const& border);
     Extras& extras();
-    /// What was asked for, and whether there is a title.
+    /// The flags that were asked for, and whether there is a title.
     int layoutFlags() const;
     bool hasStrip() const { return (layoutFlags() & stripFlags) != 0; }
     /// False when it, or this, was destroyed by someone who was told of a new child.
@@ -293,7 +294,7 @@ private:
     bool reactToMouse(Event const& event);
     bool isTabStopHere(TabOrderable& stop) const override;
 
-    /// Title, widgets, what is remembered while minimised or dragged: few panels have any.
+    /// Title, widgets, and the state while it is minimised or dragged: few panels have any of that.
     std::unique_ptr<Extras> extras_;
     Border border_;
     size_state sizeState_ = sizeFull;

@@ -24,7 +24,7 @@ struct StandardPanel::Extras {
     Glob* inSlot(std::size_t slot) const { return slots[slot].get(); }
 
     UIString title;
-    /// None = the standard font for titles, whatever that is at the time.
+    /// Nothing = the standard font for titles at the time.
     std::optional<Glib::FontDesc> titleFont;
     std::array<WidgetRef, numSlots> slots;
     /// Whether the option slot holds the latch.
@@ -35,7 +35,7 @@ struct StandardPanel::Extras {
     WidgetRef titleWidget;
     std::vector<WidgetRef> status;
 
-    /// While minimised: what was hidden, and the height to come back to.
+    /// While minimised: the hidden widgets, and the height of the full panel.
     std::vector<WidgetRef> hidden;
     int fullHeight = 0;
     /// The press that drags an edge or the title strip, and the panel's box when it began, in root

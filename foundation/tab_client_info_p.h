@@ -17,9 +17,9 @@ public:
     TabOrderable* object;
     bool enabled = true;
 
-    /// Its place in the sequence of adding.
+    /// Its place in the order of adding.
     std::size_t slot = 0;
-    /// Where it stands in the list by order. What is stored lacks the shift of the chunk.
+    /// Its place in the list by order. The stored order lacks the shift of its chunk.
     TabOrderChunk* chunk = nullptr;
     unsigned int storedOrder = 0;
     /// The other stops of the same control, by index.
@@ -34,7 +34,7 @@ struct TabOrderChunk {
     unsigned int orderAt(std::size_t offset) const { return stops[offset]->storedOrder + shift; }
     unsigned int firstOrder() const { return orderAt(0); }
     unsigned int lastOrder() const { return orderAt(stops.size() - 1); }
-    /// Whether each order is that of the stop before it plus one.
+    /// Whether each order is one more than the order before it.
     bool isRun();
 
     std::vector<TabOrderManager::ClientInfo*> stops;

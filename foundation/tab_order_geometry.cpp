@@ -22,7 +22,7 @@ bool sharesHalf(IntBox const& row, IntBox const& box) {
     return shared * 2 >= smaller;
 }
 
-/// Sorts one row; what begins at the same x is read downwards.
+/// Sorts one row; controls with the same x are read downwards.
 void sortRow(std::vector<Placed>::iterator first, std::vector<Placed>::iterator last,
              eReadingDirection direction) {
     std::stable_sort(first, last, [direction](Placed const& a, Placed const& b) {

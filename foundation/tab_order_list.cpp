@@ -6,12 +6,12 @@ namespace wainscot {
 
 namespace {
 
-/// A push costs about one step a chunk and one a stop of a chunk.
+/// A push costs about one step for each chunk, and one for each stop of one chunk.
 constexpr std::size_t chunkCapacity = 512;
 
 using Stop = TabOrderManager::ClientInfo;
 
-/// Whether a stop comes before any of `order` from `slot` on.
+/// Whether a stop comes before all stops of `order` from `slot` on.
 bool isBefore(Stop const& stop, unsigned int order, std::size_t slot) {
     unsigned int const own = stop.tabOrder();
     return own != order ? own < order : stop.slot < slot;
@@ -71,7 +71,7 @@ void TabOrderList::insert(Stop& stop, unsigned int order) {
 TabOrderList::Place TabOrderList::roomFor(unsigned int order, std::size_t slot) {
     Place place = lowerBound(order, slot);
     if (atEnd(place)) {
-        // What comes last fills the last chunk and begins the next.
+        // A stop at the end fills the last chunk, or begins a new one.
         if (chunks_.empty() || chunks_.back()->stops.size() >= chunkCapacity) addChunk(chunks_.size());
         return {chunks_.size() - 1, chunks_.back()->stops.size()};
     }
@@ -137,13 +137,13 @@ unsigned int TabOrderList::endOfRun(Place place, unsigned int highest) const {
         if (order > last + 1 || order > highest) break;
         bool const whole = place.offset == 0 && chunk.isRun() && chunk.lastOrder() <= highest;
         last = whole ? chunk.lastOrder() : order;
-        // The other holders of the order have no part in the run.
+        // The other stops of the order do not belong to the run.
         place = whole ? Place{place.chunk + 1, 0} : lowerBound(order + 1);
     }
     return last;
 }
 
-// From the end of the run to its beginning, so that each stop moves to an order whose holder has gone.
+// From the end of the run to its beginning, so that each stop moves to a free order.
 std::optional<TabOrderList::Stop*> TabOrderList::push(unsigned int order, unsigned int highest) {
     if (!holds(order)) return nullptr;
     unsigned int const end = endOfRun(lowerBound(order), highest);

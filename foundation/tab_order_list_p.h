@@ -6,13 +6,13 @@
 
 namespace wainscot {
 
-/// The stops by tab order, those of one order by index. They lie in chunks, so that a run of any length is
+/// The stops by tab order; stops of one order by index. They lie in chunks, so that a run of any length is
 /// pushed chunk by chunk.
 class TabOrderList {
 public:
     using Stop = TabOrderManager::ClientInfo;
 
-    /// Good until the list changes.
+    /// Valid until the list changes.
     struct Place {
         std::size_t chunk = 0;
         std::size_t offset = 0;
@@ -21,20 +21,20 @@ public:
     /// Null at the end.
     Stop* stopAt(Place place) const;
     Place next(Place place) const;
-    /// The first stop of this order or a larger one.
+    /// The first stop with at least this order.
     Place lowerBound(unsigned int order) const { return lowerBound(order, 0); }
-    /// The same among those of one order from a slot on.
+    /// The same; among stops of that order, the first from a slot on.
     Place lowerBound(unsigned int order, std::size_t slot) const;
-    /// Nothing when there is none below.
+    /// The largest order below this one; nothing when there is none.
     std::optional<unsigned int> largestBelow(unsigned int order) const;
     /// Changes whenever the list does.
     std::uint64_t version() const { return version_; }
 
     void insert(Stop& stop, unsigned int order);
     void erase(Stop& stop);
-    /// Pushes the first holder of `order`, and the first holders of the unbroken run of orders behind it up
-    /// to `highest`, one up. The answer is the last of them, or null when nobody has that order; nothing when
-    /// an order would become too large.
+    /// Pushes the first stop with `order` one up, and the first stops of the unbroken run of orders behind
+    /// it, up to `highest`. Gives the last of them, or null when no stop has that order; nothing when an
+    /// order would become too large.
     std::optional<Stop*> push(unsigned int order, unsigned int highest);
     void clear();
 
@@ -47,8 +47,8 @@ private:
     /// The end of the run of orders that begins at `place`.
     unsigned int endOfRun(Place place, unsigned int highest) const;
     void moveFirstHolder(unsigned int order);
-    /// Adds 1 to the only holder of `order`, and to those of the orders below it down to `lowest` as far as
-    /// each has one holder. The answer is the last order so treated.
+    /// Adds 1 to the only stop with `order`, and to the stops below it, down to `lowest`, as long as each
+    /// order has one stop. Gives the last order that was changed.
     unsigned int shiftSingles(unsigned int order, unsigned int lowest);
     bool isWholeRun(Place lastOfChunk, unsigned int lowest) const;
     /// Where to insert; makes room.

@@ -35,7 +35,7 @@ void TabOrderManager::removeAllTabStops() {
         stop->object->leaveManager(this);
         stop->object = nullptr;
     }
-    // The tables stay: a step may be going through them.
+    // The tables stay: a step may be walking them.
     stops_->byOrder.clear();
     stops_->byObject.clear();
     stops_->sequence = TabStopSequence();
@@ -272,7 +272,7 @@ bool TabOrderManager::setTabStopFocus(TabOrderable const& object) {
 bool TabOrderManager::internalSetTabStopFocus(unsigned int index, bool, TabOrderable::eDirection direction) {
     RedrawHold const hold;
     if (index == noTabStop) return clearTabStopFocus();
-    // The control may have gone by the end of each question and call.
+    // The control may die in each question and call.
     Qv::Ptr<ClientInfo> const stop(stopAt(index));
     LifeGuard const life(life_);
     if (!stop || !canFocusStop(*stop) || !life.alive()) return false;
@@ -294,7 +294,7 @@ bool TabOrderManager::focusStop(ClientInfo& stop, TabOrderable::eDirection direc
     currentOrder_ = stop.tabOrder();
     currentIndex_ = indexOfStop(stop);
     stop.object->handleTabStopFocusReceipt(direction);
-    // This may be dead: then the old stop has no object either.
+    // The manager may be dead; then the old stop has no object either.
     if (old && old->object) old->object->handleTabStopFocusLoss();
     return true;
 }

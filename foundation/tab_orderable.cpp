@@ -36,7 +36,7 @@ TabOrderable::~TabOrderable() {
     Receiving::forget(*this);
 }
 
-// Also called while the derived object is gone: no virtual is called, and managers do not call back.
+// Also called by the destructor: no virtual is called, and managers do not call back.
 void TabOrderable::leaveAllManagers() {
     if (managers_.empty()) return;
     for (TabOrderManager* const manager : std::exchange(managers_, {})) manager->dropStopsOf(*this);

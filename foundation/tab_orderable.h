@@ -12,8 +12,8 @@ class TabOrderManager;
 /// A control that can hold the tab focus. It is a stop in the managers to which it was added, and leaves them
 /// when it dies.
 ///
-/// A control that is a panel as well has `setTabStopFocus` and `isTabStopFocus` twice, and says by using-
-/// declarations which ones are meant without a prefix.
+/// A control that is also a panel has `setTabStopFocus` and `isTabStopFocus` twice, and chooses by
+/// using-declarations which ones need no prefix.
 class WAINSCOT_API TabOrderable {
 public:
     /// Forward: Tab and direct focusing; backward: Shift+Tab.
@@ -26,21 +26,21 @@ public:
 
     /// Whether it can take the focus now.
     virtual bool isTabStopActive() = 0;
-    /// It has become the current stop; the one before it hears of its loss afterwards. When it was the
-    /// current one already, it hears of its own loss next (`isReceivingTabStopFocus()` tells that one from
-    /// the others). Does nothing here.
+    /// It has become the current stop; the former stop hears of its loss afterwards. When it was the current
+    /// stop already, it hears of its own loss next (`isReceivingTabStopFocus()` tells that loss from others).
+    /// Does nothing here.
     virtual void handleTabStopFocusReceipt(eDirection direction);
-    /// It is the current stop no more. Does nothing here.
+    /// It is no longer the current stop. Does nothing here.
     virtual void handleTabStopFocusLoss();
 
-    /// Asks every manager that it is registered with to focus it. The answer is whether one now does.
+    /// Asks all its managers to focus it. True when one of them does.
     bool setTabStopFocus();
-    /// Has every manager that it is registered with clear its focus, whoever holds that.
+    /// Has all its managers clear their focus, whoever holds it.
     void relinquishTabStopFocus();
     /// Whether it is the current stop of one of its managers.
     bool isTabStopFocus() const;
-    /// Whether a manager is giving it the focus at this moment. A loss that it hears meanwhile is not to be
-    /// acted on: it follows its own receipt.
+    /// Whether a manager is giving it the focus at this moment. It ignores a loss that it hears meanwhile,
+    /// which follows its own receipt.
     bool isReceivingTabStopFocus() const;
 
     /// Called by the manager only, once for each stop; leaving removes the first matching entry.
@@ -58,7 +58,7 @@ private:
     friend class TabOrderManager;
     class Receiving;
 
-    /// What of its managers can be asked later: they, or it, may die meanwhile.
+    /// A manager that can be asked later; it, or this object, may die meanwhile.
     struct ManagerRef {
         TabOrderManager* manager;
         LifeGuard life;

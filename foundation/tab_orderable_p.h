@@ -4,7 +4,7 @@
 
 namespace wainscot {
 
-/// One focusing in progress: who gets the focus. They stand inside each other.
+/// The object that is being focused. Such scopes may be nested.
 class TabOrderable::Receiving {
 public:
     explicit Receiving(TabOrderable& object);

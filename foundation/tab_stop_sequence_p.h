@@ -4,8 +4,8 @@
 
 namespace wainscot {
 
-/// The stops in the order of adding. Removal leaves a hole, so that the others keep their slots; once there
-/// are holes, a tree of counts leads from slot to index and back.
+/// The stops in the order of adding. Removal leaves a hole, so that the others keep their slots. With holes,
+/// a tree of counts leads from slot to index and back.
 class TabStopSequence {
 public:
     using Stop = TabOrderManager::ClientInfo;
@@ -14,9 +14,9 @@ public:
     /// Null when out of range.
     Stop* at(std::size_t index) const;
     std::size_t indexOf(Stop const& stop) const { return holes_ ? countBefore(stop.slot) : stop.slot; }
-    /// Closes the holes first when they have become many.
+    /// Appends a stop. When there are many holes, they are closed first.
     void append(Qv::Ptr<Stop> stop);
-    /// Hands the stop over.
+    /// Takes a stop out and hands it over.
     Qv::Ptr<Stop> remove(Stop& stop);
     /// All slots; holes are null.
     std::vector<Qv::Ptr<Stop>> const& slots() const { return slots_; }

@@ -14,15 +14,14 @@ namespace wainscot {
 template <class T>
 class ValWidget;
 
-/// What all adaptors share, whatever the type of their value. Adaptors are counted: widget and application
-/// share them.
+/// The common base of adaptors of all types. Adaptors are counted: widget and application share them.
 class WAINSCOT_API AdaptorBase : public Qv::InternalRefCount {
 public:
     ~AdaptorBase() override;
 
     /// Reads the data and shows it in the widget. Applications call it when the data changed elsewhere.
     virtual void forceWidgetUpdate(eRedrawFlag redraw) = 0;
-    /// Whether the data has several values, as a selection of unlike things has. Not so here.
+    /// Whether the data has several values, like a selection of unlike things. False here.
     virtual bool isMixed() const;
 };
 
@@ -37,8 +36,8 @@ public:
     /// widget, too, may be destroyed here.
     virtual bool requestSetNewDataValue(T const& value, DataChangeType why) = 0;
 
-    /// Nothing happens while no widget has it, or when the reading lost it the widget. Defined in
-    /// `val_widget.h`, for types that are not among those below.
+    /// Does nothing while no widget has the adaptor, and when the widget has died in the reading. Defined in
+    /// `val_widget.h`, for types other than those below.
     void forceWidgetUpdate(eRedrawFlag redraw) override;
     /// The widget that it was given to; null when there is none, or it has died.
     ValWidget<T>* getWidget() const { return widget_; }

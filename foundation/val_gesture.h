@@ -9,10 +9,10 @@ namespace wainscot {
 template <class T>
 class ValWidget;
 
-/// A change by the user that goes on for a while, such as the dragging of a thumb: what the value was when it
-/// began, and what the data was told. Data that hears of a start hears of the end,
-/// unless the widget dies. A member of each control that is dragged; see `ValWidget::stepGesture`. The
-/// control calls `finishGesture` when the gesture ends, and from `handleDataAdaptorChange`.
+/// A change by the user in several steps, such as the drag of a thumb: the value at its beginning, and what
+/// the data was told. Data that hears of a start hears of the end, unless the widget dies. A member of each
+/// control that can be dragged; see `ValWidget::stepGesture`. The control calls `finishGesture` when the
+/// gesture ends, and from `handleDataAdaptorChange`.
 template <class T>
 class ValGesture {
 public:
@@ -21,8 +21,10 @@ public:
         isHeld_ = true;
         isChanging_ = false;
     }
+    /// Ends the gesture; the data is told by `ValWidget::finishGesture`.
     void letGo() { isHeld_ = false; }
     bool isHeld() const { return isHeld_; }
+    /// The value at the beginning of the gesture.
     T const& atBegin() const { return atBegin_; }
 
 private:
@@ -35,7 +37,7 @@ private:
 
     T atBegin_{};
     bool isHeld_ = false;
-    /// The data was told of a change, and not yet of the last one.
+    /// Whether the data was told of a change, and not yet of the last one.
     bool isChanging_ = false;
 };
 

@@ -7,17 +7,17 @@ namespace wainscot {
 
 class ValObserverBase;
 
-/// Whoever hears from observers: it has one of them for each server that it watches.
+/// Hears from observers: it has an observer for each server that it watches.
 class WAINSCOT_API ValObserverClient {
 public:
     ValObserverClient() = default;
     ValObserverClient(ValObserverClient const&) {}
     ValObserverClient& operator=(ValObserverClient const&) { return *this; }
-    /// Observers that are left hear on, but have nobody to tell.
+    /// Observers that outlive it tell nobody.
     virtual ~ValObserverClient();
 
-    /// A value is about to change, and has changed. The argument names the observer that fired; it is alive,
-    /// its server is. Both do nothing here.
+    /// A value is about to change, and has changed. The argument is the observer that tells; it and its
+    /// server are alive. Both do nothing here.
     virtual void notifyPreValChanged(ValObserverBase* observer);
     virtual void notifyValChanged(ValObserverBase* observer);
 
@@ -34,12 +34,12 @@ public:
     ValObserverBase& operator=(ValObserverBase const&) = delete;
     virtual ~ValObserverBase();
 
-    /// Who is told; null when that is nobody, or has died.
+    /// The client; null when there is none, or when it has died.
     ValObserverClient* getClient() const { return client_; }
     void setClient(ValObserverClient* client);
     /// The server that it watches, whatever the type of its value; null when there is none, or it has died.
     virtual ValServerBase* getServerBase() const = 0;
-    /// Leaves its server; may be called from the client's notifications. False when it was with none.
+    /// Leaves its server; may be called in a notification. False when it had none.
     virtual bool stopObserving() = 0;
 
 protected:
@@ -62,7 +62,7 @@ public:
     }
     ~ValObserver() override;
 
-    /// The server it watches; null when there is none, or it has died.
+    /// The server that it watches; null when there is none, or when it has died.
     ValServer<T>* getServer() const;
     ValServerBase* getServerBase() const override { return getServer(); }
     bool stopObserving() override { return this->detach(); }
@@ -70,7 +70,7 @@ public:
     void handleNotification(NotifierEvent<T> const& event) override;
 };
 
-// Before anything of it goes: another thread may be notifying.
+// Detaches before its members are destroyed: another thread may be notifying.
 template <class T>
 ValObserver<T>::~ValObserver() {
     this->detach();

@@ -31,8 +31,8 @@ extern template class NotifierEx<LightweightString<wchar_t>>;
 extern template class NotifierEx<ColourData>;
 extern template class NotifierEx<ThumbSettings>;
 
-/// Asked by a value server before each change. A guard that owns its server would keep both for ever: it
-/// leaves the server (`setGuard({})`) first.
+/// Asked by a value server before each change. A guard that owns its server keeps both alive for ever: take
+/// it away first (`setGuard({})`).
 template <class T>
 class WAINSCOT_API iValGuard : public virtual iObject {
 public:
@@ -44,9 +44,9 @@ public:
 /// before and after each change.
 ///
 /// The value is read and changed on the user-interface thread; observers may be attached and detached on any.
-/// Nothing is compared: an equal value is stored and told like any other, so whoever writes back what it
-/// hears compares first. An observer may set the server again; observers further down the list then hear the
-/// newer value first, so they read the server and not the event.
+/// Nothing is compared: an equal value is stored and told like any other, so observers that write values back
+/// compare first. An observer may set the server again. Observers behind it then hear the newer value first:
+/// they read the server, not the event.
 template <class T>
 class WAINSCOT_API ValServer : public NotifierEx<T>, public ValServerBase, public LastValServer {
 public:
@@ -58,11 +58,12 @@ public:
     T const& value() const { return value_; }
     operator T const&() const { return value_; }
 
-    /// Asks the guard, where there is one, about a copy of `value`, tells the observers that the value is
-    /// about to change, stores what the guard made of the copy, and tells them again. False = refused by the
-    /// guard: nothing is stored and nobody told. When the server dies on the way, the rest is left out.
+    /// Asks the guard, if there is one, about a copy of `value`; tells the observers that the value is about
+    /// to change; stores the copy, which the guard may have changed; and tells the observers again. False =
+    /// refused by the guard: nothing is stored and nobody is told. When the server dies meanwhile, the rest
+    /// is left out.
     bool updateAndNotify(T const& value);
-    /// The same; the answer is lost.
+    /// The same without the answer.
     ValServer& operator=(T const& value);
     ValServer& operator=(ValServer const& other);
 

@@ -5,12 +5,11 @@
 
 namespace wainscot {
 
-/// Binds a widget to a value server, both ways: what the user chooses goes to the server, and what the server
-/// gets from elsewhere goes to the widget. The server is not owned; once it has died, the widget is refused
-/// every change.
+/// Binds a widget to a value server, both ways: the user's values go to the server, and other changes of the
+/// server go to the widget. The server is not owned; when it has died, every change by the user is refused.
 ///
-/// When the server's guard, or another observer, made something else of the user's value, the widget is shown
-/// that, and its own value is refused.
+/// When the server's guard or another observer changes the user's value, the widget shows the changed value,
+/// and its own is refused.
 template <class T>
 class WAINSCOT_API ValServerAdaptor : public ValAdaptorBase<T>, private ValClient<T> {
 public:
@@ -59,8 +58,7 @@ bool ValServerAdaptor<T>::requestSetNewDataValue(T const& value, DataChangeType)
     return false;
 }
 
-// The widget that is being changed shows its value itself; of all others only those that show another one are
-// told.
+// A widget that the user changes shows its value already; another widget is told if it shows another value.
 template <class T>
 void ValServerAdaptor<T>::handleNotification(NotifierEvent<T> const& event) {
     if (event.type == ValServerBase::valChangedMsgType && writing_ == 0 && widgetDiffers())

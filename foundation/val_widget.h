@@ -8,18 +8,18 @@
 
 namespace wainscot {
 
-/// The common root of all widgets that show a value.
+/// The common root of all widgets with a value.
 class WAINSCOT_API WidgetBase : public virtual iObject {
 public:
     ~WidgetBase() override;
 };
 
-/// The face of a widget that shows a value of type `T`. The widget keeps the value itself; an adaptor, where
-/// one is set, links it to data behind it.
+/// Base of widgets that show a value of type `T`. The widget keeps the value itself; an adaptor, if set,
+/// links it to the data.
 ///
-/// A widget that the user has changed calls `changeByUser`, or `stepGesture` while the change goes on: they
-/// show the value, ask the data, go back where that refuses, and have the widget report what came of it. The
-/// adaptor is the application's: anything may be destroyed in it.
+/// A widget that the user has changed calls `changeByUser`, or `stepGesture` during a drag: these show the
+/// value, ask the data, go back when it refuses, and have the widget report a change. The adaptor is the
+/// application's: it may destroy anything.
 template <class T>
 class WAINSCOT_API ValWidget : public WidgetBase {
 public:
@@ -28,55 +28,55 @@ public:
     ValWidget& operator=(ValWidget const&) = delete;
     ~ValWidget() override;
 
-    /// What the widget shows.
+    /// The value that the widget shows.
     virtual T getWidgetValue() const = 0;
-    /// Shows another value, because the data changed: nobody is told. The widget writes back into `value`
-    /// what it made of it. An equal value changes nothing.
+    /// Shows another value, because the data has changed: nobody is told. The widget writes the value that it
+    /// shows back into `value`. An equal value changes nothing.
     virtual void setNewWidgetValue(T& value, eRedrawFlag redraw) = 0;
 
     /// Shared with whoever else holds it; null when there is none.
     Qv::Ptr<ValAdaptorBase<T>> const& getDataAdaptor() const { return adaptor_; }
-    /// Lets the old one go. An adaptor serves one widget: the one that it was given to last. The widget goes
-    /// on showing what it showed; see `bindTo`.
+    /// Replaces the adaptor. An adaptor serves the widget that it was given to last. The widget keeps its
+    /// value; see `bindTo`.
     void setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor);
     /// The same, and shows the value that the data has now.
     void bindTo(Qv::Ptr<ValAdaptorBase<T>> adaptor);
-    /// Hands a value that the user chose to the adaptor, and answers what it answers; true without one. What
-    /// the adaptor throws passes to the caller when the widget shows what the data has then.
+    /// Hands a value that the user chose to the adaptor, and gives its answer; true without an adaptor. An
+    /// exception passes to the caller after the widget has shown the data's value.
     bool requestSetNewDataValue(T const& value, DataChangeType why);
-    /// The data behind it had several values, as a selection of unlike things has, when the adaptor last
-    /// showed or wrote them: to be drawn and announced so. What the widget's value is, and what it sends,
-    /// does not change.
+    /// Whether the data had several values, like a selection of unlike things, when the adaptor last showed
+    /// or wrote them. The widget draws and describes that; its value and its messages do not change.
     bool isDataMixed() const { return mixed_; }
-    /// That has changed. Does nothing here; widgets that draw it override it, and redraw as the flag says.
+    /// `isDataMixed()` has changed. Does nothing here; widgets that draw it override it, and paint as the
+    /// flag says.
     virtual void handleDataMixed(bool mixed, eRedrawFlag redraw);
 
-    /// Another adaptor is about to take the place of the present one: what that was told of and is not
-    /// finished ends now. Does nothing here. It may destroy everything.
+    /// Another adaptor is about to replace the present one: a gesture that the present one was told of ends
+    /// now. Does nothing here. It may destroy everything.
     virtual void handleDataAdaptorChange();
 
     /// Allows or forbids changes by the user. Does nothing here; widgets that can be disabled override it.
     virtual void setEnabledState(bool enabled);
 
 protected:
-    /// What came of a change by the user: whether the widget shows another value than before.
+    /// The result of a change by the user: whether the widget shows another value than before.
     enum class UserChange { none, changed, widgetHasGone };
 
-    /// The user has chosen a value: shows it, asks the data, goes back where that refuses, and reports when
-    /// another value than before is shown then; also when the data throws. Nothing happens for the value
+    /// The user has chosen a value: shows it, asks the data, goes back when it refuses, and reports if the
+    /// widget then shows another value than before; also when the data throws. Does nothing for the value
     /// that is shown already.
     UserChange changeByUser(T const& wanted, DataChangeType why = DataChangeType::single);
-    /// The same where the widget shows the new value already. `Reports::ifTaken`: what the data took is
-    /// reported also when it is the value before.
+    /// The same when the widget shows the new value already. With `Reports::ifTaken` a value that the data
+    /// takes is always reported, also when it is the same as before.
     enum class Reports { ifChanged, ifTaken };
     UserChange tellUserChange(T const& before, DataChangeType why, Reports reports = Reports::ifChanged);
     /// The same for one step of a gesture.
     UserChange stepGesture(ValGesture<T>& gesture, T const& before, Reports reports = Reports::ifChanged);
     /// Goes back to a value, usually that at the beginning of the gesture.
     UserChange takeBackGesture(ValGesture<T>& gesture, T const& back, Reports reports = Reports::ifChanged);
-    /// Tells the data, where it was told of a change, that this was the last one; once.
+    /// If the data was told of a change in the gesture: tells it once that it was the last one.
     void finishGesture(ValGesture<T>& gesture);
-    /// The user has changed the value: whoever listens to the widget is to be told. Does nothing here. It
+    /// The user has changed the value: the widget tells its parent or callback here. Does nothing here. It
     /// may destroy everything.
     virtual void reportUserChange(DataChangeType why);
 
@@ -112,7 +112,7 @@ void ValWidget<T>::setDataAdaptor(Qv::Ptr<ValAdaptorBase<T>> adaptor) {
     FirstException thrown;
     if (adaptor_) thrown.run([&] { handleDataAdaptorChange(); });
     if (!life.alive()) return thrown.rethrow();
-    // The old one goes last: what its destructor does may destroy this.
+    // The old adaptor is released last: its destructor may destroy this widget.
     Qv::Ptr<ValAdaptorBase<T>> const old = std::exchange(adaptor_, std::move(adaptor));
     if (old) old->leaveWidget(*this);
     if (adaptor_) adaptor_->joinWidget(*this);
@@ -144,9 +144,10 @@ bool ValWidget<T>::requestSetNewDataValue(T const& value, DataChangeType why) {
         throw;
     }
     if (!life.alive()) return accepted;
-    // Bound to other data meanwhile, it shows that; nothing is to be taken back unless it is the same value.
+    // If it was bound to other data meanwhile, it shows that data, and nothing has to be taken back unless
+    // the value is the same.
     if (adaptor_ != held) return getWidgetValue() == kept;
-    // A dying one is not to be asked: its data may have gone with it.
+    // A dying widget's adaptor is not asked: its data may have gone too.
     if (!isLeaving_) held->showWhetherMixed(eRedrawYes);
     return accepted;
 }
@@ -195,7 +196,7 @@ void ValWidget<T>::finishGesture(ValGesture<T>& gesture) {
     if (std::exchange(gesture.isChanging_, false)) askData(getWidgetValue(), DataChangeType::finished);
 }
 
-/// Whether the data took what is shown. Where it did not, and has shown nothing else, the widget shows
+/// Whether the data took the shown value. If it refused, and has shown no other value, the widget shows
 /// `fallback`.
 template <class T>
 bool ValWidget<T>::askData(T const& fallback, DataChangeType why) {
@@ -257,7 +258,7 @@ void ValWidget<T>::setEnabledState(bool) {}
 template <class T>
 void ValAdaptorBase<T>::forceWidgetUpdate(eRedrawFlag redraw) {
     if (!widget_) return;
-    // The data's code, and the widget's, may let go of this.
+    // The code of the data and of the widget may release this adaptor.
     Qv::Ptr<ValAdaptorBase> const held(this);
     T value = getDataValue();
     if (widget_) widget_->setNewWidgetValue(value, redraw);

@@ -5,8 +5,8 @@
 
 namespace wainscot {
 
-/// How a widget reports: the name of the message, and where given the callback that takes it; without one the
-/// message goes where the widget sends its messages otherwise.
+/// How a widget reports: the name of the message, and optionally a callback that takes it. Without a callback
+/// the message goes to the widget's usual receiver.
 class WidgetCallback {
 public:
     using Callback = Qv::Ptr<iCallbackBase<int, NotifyMsg>>;
@@ -16,7 +16,7 @@ public:
         : callback_(std::move(callback)), message_(std::move(message)) {}
 
     LightweightString<char> const& getMessage() const { return message_; }
-    /// Hold it by a pointer of your own while it runs: it may be replaced in its own call.
+    /// Keep a `Qv::Ptr` to it while it runs: it may be replaced in its own call.
     Callback const& getCallback() const { return callback_; }
 
 private:

@@ -23,7 +23,7 @@ TabOrderManager* stopsOf(Glob* glob) {
     return manager && manager->numTabStops() > 0 ? manager : nullptr;
 }
 
-/// Panels that are shown and active, and have stops, in the order of the tree.
+/// Shown, active panels with stops, in the order of the tree.
 std::vector<HandlerRef<Glob>> panesIn(Glob& root) {
     std::vector<HandlerRef<Glob>> panes;
     root.visitSubtree([&](Glob& glob) {
@@ -44,8 +44,8 @@ bool enterAtEnd(TabOrderManager& stops, bool forward) {
     return !life.alive() || index != TabOrderManager::noTabStop;
 }
 
-/// Whether a stop of the pane has the focus now, or the pane has died of it. F6 goes back to the stop that
-/// was the current one.
+/// True when a stop of the pane has the focus now, or the pane has died. F6 goes back to the stop that was
+/// the current one.
 bool enter(HandlerRef<Glob> const& pane, std::uint32_t key) {
     TabOrderManager* const stops = stopsOf(pane.get());
     if (!stops) return false;
@@ -97,7 +97,7 @@ Glob* defaultButtonIn(Glob& root) {
 bool pressDefaultButton(Glob& target, Event const& key) {
     Glob* button = doItButtonRound(&target);
     if (!button) button = defaultButtonIn(*Glob::getRootParent(&target));
-    // What has the focus itself has refused the key already.
+    // The holder of the focus has refused the key already.
     return button && button != &target && button->react(key);
 }
 

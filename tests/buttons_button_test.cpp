@@ -19,7 +19,7 @@ protected:
     Button* addButton(wchar_t const* label = L"Apply", int x = 20, int y = 20) {
         return show(new Button(label, "apply", 80, 24), x, y);
     }
-    /// Writes down name and code of every report, instead of sending it.
+    /// Records name and code of every report, instead of sending it.
     void record(Button* button) {
         button->setCallback(calling([this](NotifyMsg const& message) {
             log_.push_back(std::string(message.name().c_str()) + " " + std::to_string(message.code()));

@@ -16,7 +16,7 @@ protected:
     }
 };
 
-/// Writes down what it is asked, and answers what it is told to.
+/// Records what it is asked, and answers as the test says.
 class Asked final : public ValAdaptorBase<bool> {
 public:
     bool getDataValue() const override { return value; }

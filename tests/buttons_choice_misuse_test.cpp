@@ -14,7 +14,7 @@
 namespace wainscot {
 namespace {
 
-/// Choices in unusual hands: members of several sets, owners that interfere, buttons that are held.
+/// Sets in unusual use: members of several sets, owners that interfere, held buttons.
 class ChoicesMisused : public HostTest {
 protected:
     ChoicesMisused() : root_(openWindow(500, 400)) {}

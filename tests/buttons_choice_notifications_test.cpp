@@ -7,7 +7,7 @@
 namespace wainscot {
 namespace {
 
-/// The same for what is chosen instead of pressed.
+/// The same for sets.
 class ChoiceNotifications : public SentNotifications {
 protected:
     Checkbox& box() { return *static_cast<Checkbox*>(widget_); }

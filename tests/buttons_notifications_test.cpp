@@ -80,7 +80,7 @@ TEST_F(ButtonNotifications, OfTitleButtons) {
                            [] { return new SettingsButton(Palette()); });
 }
 
-/// A title box that reports what it is told to.
+/// A title box that reports what the test says.
 class TitleBox : public Glob, public iTitleBox {
 public:
     explicit TitleBox(StandardPanel& panel) : Glob(10, 10), panel_(panel) {}

@@ -14,7 +14,7 @@ namespace wainscot {
 /// How long a test waits for something that has to happen before it counts as failed.
 inline constexpr std::chrono::milliseconds patience{15'000};
 
-/// Asks again and again until the condition holds; false when it does not in time.
+/// Asks again and again until the condition holds; false when time is up.
 bool waitUntil(std::function<bool()> const& condition, std::chrono::milliseconds limit = patience);
 
 /// Lets wall time pass; for tests of what must not happen.
@@ -44,8 +44,8 @@ public:
 
     /// All lines of its standard output so far.
     std::vector<std::string> const& lines();
-    /// Waits for a line that begins so, from the first line that no earlier call gave or skipped. Empty when
-    /// none comes.
+    /// Waits for a line that begins so, among the lines that no earlier call gave or skipped. Empty when none
+    /// comes.
     std::string waitForLine(std::string_view beginning);
     /// Skips what has been written so far.
     void skipLines();

@@ -62,7 +62,7 @@ protected:
     RecordingParent* root_;
 };
 
-/// Writes down how it is told of changes, and answers what it is told to.
+/// Records how it is told of changes, and answers as the test says.
 template <class T>
 class Data final : public ValAdaptorBase<T> {
 public:

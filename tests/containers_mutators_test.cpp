@@ -61,8 +61,8 @@ Row const rows[] = {
 
 using Mutators = OneWindowTest;
 
-/// Whoever hears of a move destroys the widget, or what moves. From outside any handler, so that nothing but
-/// the call itself keeps the memory.
+/// A listener of moves destroys the widget, or the moving part. From outside any handler, so that only the
+/// call itself keeps the memory.
 TEST_F(Mutators, MayLoseTheWidgetOrItsPartsInTheMiddle) {
     int killed = 0;
     for (bool const all : {true, false}) {

@@ -33,7 +33,7 @@ protected:
         pressAt(x);
         driver_.moveTo(way);
     }
-    /// The act of a row with everything that is told bound to the listener, or to the data.
+    /// The act of a row, with the listener, or the data, attached.
     std::function<void()> listening(std::function<void()> act) {
         return [this, act] {
             bar().setListener(reaction());

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// What the user does, as the data behind the bar hears it.
+/// Records what the data behind the bar hears of the user.
 class ThumbAdaptor final : public ValAdaptorBase<ThumbSettings> {
 public:
     ThumbSettings getDataValue() const override { return {}; }
@@ -57,7 +57,7 @@ protected:
         root_->forgetMessages();
         return bar;
     }
-    /// Writes down the types of all reports instead of sending them.
+    /// Records the types of all reports instead of sending them.
     void listen(ScrollBar* bar) {
         bar->setListener(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {
             auto const* const event = dynamic_cast<ScrollBar::Event const*>(message.payload().get());

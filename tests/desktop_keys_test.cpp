@@ -12,8 +12,8 @@ using Kind = InputEvent::Kind;
 
 constexpr KeyTranslator::Origin origin{7, 100.0};
 
-/// Plays keys as the window library reports them and gives what becomes of them: presses as codes, releases
-/// as codes in `released`.
+/// Plays keys as the window library reports them, and gives the results: presses as codes, releases as codes
+/// in `released`.
 class Keyboard {
 public:
     Keyboard& press(SDL_Scancode scancode, SDL_Keycode symbol, unsigned modifiers = 0,

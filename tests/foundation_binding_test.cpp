@@ -16,7 +16,7 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-/// Writes down what it hears, then does what the test says.
+/// Records what it hears, then does what the test says.
 class Listener : public ValClient<int> {
 public:
     Listener(std::string name, Log& log) : name_(std::move(name)), log_(log) {}
@@ -197,8 +197,8 @@ TEST_F(ValServerTest, WhatIsThrownLeavesEverythingBalanced) {
     EXPECT_EQ(log, (Log{"a pre 2", "b pre 2", "a 3", "b 3"}));
 }
 
-/// Observers that add, remove and notify at random inside walks: each walk must meet exactly those that were
-/// there when it began and have not left since, in the order of coming.
+/// Observers that add, remove and notify at random inside walks: each walk must visit exactly the observers
+/// that were there when it began and have not left since, in the order of coming.
 TEST_F(ValServerTest, RandomChangesInNestedWalks) {
     struct Walk {
         std::vector<std::size_t> expected;

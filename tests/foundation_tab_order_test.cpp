@@ -16,7 +16,7 @@ constexpr unsigned int none = TabOrderManager::noTabStop;
 constexpr unsigned int append = TabOrderManager::appendTabStop;
 using Log = std::vector<std::string>;
 
-/// A control whose answers and deeds the test gives.
+/// A control whose answers and actions the test gives.
 class Control : public TabOrderable {
 public:
     explicit Control(int number = 0, Log* log = nullptr) : number_(number), log_(log) {}
@@ -191,8 +191,8 @@ TEST_F(TabOrderTest, WhatIsThrownReleasesTheRedraws) {
 
 // --- Destruction in calls
 
-/// Every way to move the focus, with every object destroyed, removed or focused in every call: nothing of the
-/// dead is touched (the sanitizer looks), and who is gone is not called.
+/// Every way to move the focus, with every object destroyed, removed or focused in every call: no dead object
+/// is touched (the sanitizer looks), and none is called.
 TEST_F(TabOrderTest, AnythingMayGoInEveryCall) {
     using Act = std::function<void()>;
     std::vector<Act> const ways{
@@ -489,7 +489,7 @@ TEST(TabOrderModel, SharedOrdersInsideRunsAgree) {
     }
 }
 
-/// What would take minutes if anything were quadratic, and overflow the stack if anything recursed.
+/// This would take minutes if anything were quadratic, and overflow the stack if anything recursed.
 TEST(TabOrderModel, HundredThousandStops) {
     constexpr unsigned int count = 100000, inFront = 20000;
     std::vector<Control> controls(count);

@@ -1,5 +1,5 @@
-// Keys in whole windows: panes, what Tab, Return and Escape do when nobody has used them, what is disabled
-// with its panel, and what is removed while a handler runs.
+// Keys in whole windows: panes; unused Tab, Return and Escape; controls that are disabled with their panel,
+// or removed while a handler runs.
 
 #include "buttons/bool_radio_set.h"
 #include "buttons/radio_set.h"
@@ -33,7 +33,7 @@ protected:
         auto* const made = new Button(fromUTF8(name), name, 60, 24);
         return addTo(parent, made, BottomLeft(10, y));
     }
-    /// What has the focus after each of these keys.
+    /// The holders of the focus after each of these keys.
     std::string walk(std::vector<std::uint32_t> const& keys) {
         std::string way;
         for (std::uint32_t const key : keys) {
@@ -121,7 +121,7 @@ TEST_F(WindowKeysTest, WhatLiesInAnInactivePanelIsInactive) {
     driver_.click(a);
     EXPECT_EQ(walk({Key::tab, f6, Key::enter}), "---");
     EXPECT_EQ(inner->numChildren(), 2u);
-    // What comes in is inactive, what is taken out is not.
+    // A control that comes in is inactive, one that is taken out is not.
     Button* const c = button(inner, 'c', 5);
     EXPECT_FALSE(c->isActive());
     std::unique_ptr<Glob> const taken = inner->takeWidget(c);

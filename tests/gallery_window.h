@@ -7,7 +7,7 @@
 namespace wainscot {
 
 /// The gallery in a real window, used with the real pointer and keys. Widgets are found by role and name; a
-/// gallery without a screen, which lays its page out in the same way, says where they are.
+/// gallery without a screen, which lays out its page in the same way, gives their places.
 class GalleryWindow : public testing::Test {
 protected:
     /// Pixels from the upper-left corner of the window's contents.
@@ -32,10 +32,10 @@ protected:
     void clickOn(std::string const& widget) { clickAt(middleOf(widget)); }
     void pressAt(XY<int> place);
 
-    /// The next line that begins so.
+    /// The next line that begins with `line`.
     std::string next(std::string_view line) { return gallery_->waitForLine(line); }
     void expectLines(std::vector<std::string> const& lines);
-    /// No line so far says this.
+    /// No line so far has this text.
     void expectNothingOf(std::string const& text);
 
     WindowBench bench_;

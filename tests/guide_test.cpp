@@ -55,7 +55,7 @@ TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
     EXPECT_EQ(other->getWidgetValue(), 4);
     EXPECT_EQ(sent(), "rated");
 
-    // The stars under the pointer are shown, and count when it is let go inside.
+    // The stars under the pointer are shown, and count when the button is released inside.
     driver_.moveTo(star(*one, 2));
     driver_.press();
     driver_.moveTo(star(*one, 3));
@@ -106,7 +106,7 @@ TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
     EXPECT_EQ(sent(), "");
 }
 
-// What the guides say of keys and messages comes from the tables of the classes.
+// The rows of keys and messages in the guides come from the tables of the classes.
 
 std::string guide(char const* name) {
     std::ifstream const file(std::string(WAINSCOT_SOURCE_DIR) + "/docs/" + name);

@@ -98,7 +98,7 @@ protected:
         driver_.settle();
     }
     void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
-    /// What has been written into the log since the last call.
+    /// The lines of the log since the last call.
     Lines takeLog() { return std::exchange(log_, {}); }
 
 private:
@@ -115,7 +115,7 @@ private:
 protected:
     std::unique_ptr<Host> host_;
     Driver driver_;
-    /// Whatever the test and its probes write down.
+    /// The records of the test and its probes.
     Lines log_;
 };
 
@@ -125,7 +125,7 @@ protected:
     RecordingParent* const root_ = openWindow();
 };
 
-/// A widget whose handlers are given by the test, and which writes down what happens to it.
+/// A widget whose handlers are given by the test, and which records what happens to it.
 class ProbeGlob : public Glob {
 public:
     explicit ProbeGlob(int width = 60, int height = 40, std::vector<std::string>* log = nullptr,
@@ -188,7 +188,7 @@ public:
         if (handler) handler();
     }
 
-    /// From now on writes down each mouse event with its place in the widget.
+    /// From now on records each mouse event with its place in the widget.
     void noteMouse(bool consume = true) {
         onReact = [this, consume](Event const& event) {
             if (!mouse_event(event)) return false;

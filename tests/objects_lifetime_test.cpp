@@ -131,8 +131,8 @@ Way const ways[] = {
      [](Driver&, Scene& s) { s.target->resize(30, 30); }},
 };
 
-/// Any handler may destroy itself, its parent, its window, its sibling, its child: nothing of the dead is
-/// found afterwards, and everything around them goes on.
+/// Any handler may destroy itself, its parent, its window, its sibling, its child: nobody finds the dead
+/// afterwards, and all others go on.
 TEST_F(Lifetimes, HandlersMayDestroyAnything) {
     for (Way const& way : ways) {
         for (Victim victim : {Victim::self, Victim::parent, Victim::root, Victim::sibling, Victim::child}) {

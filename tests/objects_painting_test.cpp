@@ -53,7 +53,7 @@ TEST_F(Paint, OnlyWhatMeetsTheDamageIsVisited) {
     EXPECT_EQ(at(5, 5), root_->getCol().getAsLong());
 }
 
-/// Damage that is known already is not looked for again; it must be damage that is still to be painted.
+/// Known damage is not added again, as long as it is still to be painted.
 TEST_F(Paint, WhatIsDamagedTwiceIsPaintedWhereItIsThen) {
     ProbeGlob* const panel = coloured(root_, IntBox(100, 100, 300, 250), red);
     ProbeGlob* const child = coloured(panel, IntBox(10, 10, 60, 60), green);

@@ -14,7 +14,7 @@ namespace PanelMetrics {
 constexpr int B = 24, I = 4, edge = 4; // the standard ones
 }
 
-/// A panel that writes down what it hears, answers as told, and can die of each of its handlers.
+/// A panel that records what it hears, answers as the test says, and can die in each of its handlers.
 class ProbePanel : public StandardPanel {
 public:
     using StandardPanel::StandardPanel;
@@ -106,7 +106,7 @@ protected:
     }
     std::string sent() { return root_->names().c_str(); }
 
-    /// It destroys itself when it hears that, which it does in the act.
+    /// It destroys itself when it hears that in the act.
     void expectDeath(char const* heard, int flags, std::function<void(ProbePanel*)> const& act) {
         ProbePanel::died = 0;
         ProbePanel* const panel = add(Border::window, flags);

@@ -25,8 +25,8 @@ private:
     std::function<void()> react_;
 };
 
-/// Everything that a class of widgets tells others, and in each the widget, its parent, its window or its
-/// listener destroyed. What a class declares (`messageTable`) and no row sends fails the test.
+/// Sends every report of a class of widgets, and destroys the widget, its parent, its window or its listener
+/// in each. The test fails when a report of the class's `messageTable` has no row here.
 class SentNotifications : public HostTest {
 protected:
     enum Victim { sender, parent, window, listener, numVictims };
@@ -37,7 +37,7 @@ protected:
         std::string_view message;
         /// Leads to the notification.
         std::function<void()> act;
-        /// So many of them pass before the one that destroys.
+        /// How many reports pass before the one that destroys.
         int passed = 0;
     };
 
@@ -62,7 +62,7 @@ protected:
     virtual void dropListeners() {}
 
     void react() {
-        // What is taken away may be told of its end.
+        // A listener that is taken away may be told of that.
         if (isReacting_ || passing_-- > 0) return;
         isReacting_ = true;
         ++heard_;

@@ -163,7 +163,7 @@ TEST_F(PreferencesTest, UnusableFoldersAreSurvivedAndReportedOnce) {
     EXPECT_EQ(Diagnostics::lines().size(), 1u);
 }
 
-/// Whoever may do everything becomes an ordinary user for a while.
+/// Root becomes an ordinary user for a while.
 class OrdinaryUser {
 public:
     OrdinaryUser() : changed_(geteuid() == 0 && seteuid(65534) == 0) {}

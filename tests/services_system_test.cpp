@@ -172,7 +172,7 @@ TEST(Links, AreMadeUsable) {
     EXPECT_EQ(usableLink(Wide(many + L"a")), L"http://a");
 }
 
-/// A program in the place of the desktop's, which writes down its words.
+/// A program in the place of the desktop's, which records its words.
 class LinkOpening : public testing::Test {
 protected:
     LinkOpening() {

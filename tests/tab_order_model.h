@@ -6,8 +6,8 @@
 
 namespace wainscot {
 
-/// The rules of the tab order word for word, with a search from the front for everything: what the real one
-/// is compared with. Controls are numbers.
+/// The rules of the tab order word for word, with a plain search from the front: the model for comparisons.
+/// Controls are numbers.
 class TabOrderModel {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;

@@ -15,7 +15,7 @@
 
 namespace wainscot {
 
-/// A folder of a test's own; everything in it goes with it.
+/// A folder for one test; it is removed with all its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder() {

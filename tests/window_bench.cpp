@@ -107,7 +107,7 @@ bool WindowBench::makeHome() {
         fs::permissions(path, fs::perms::owner_all);
         environment_[variable] = path;
     }
-    // No program of a test may reach the services of the person who runs it, or start some of its own.
+    // A program of a test must not reach the user's services, nor start its own.
     environment_["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
     for (char const* const variable : {"PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS",
                                        "UBSAN_OPTIONS", "TSAN_OPTIONS", "WAINSCOT_DATA_DIR"})

@@ -26,8 +26,8 @@ public:
     WindowBench(WindowBench const&) = delete;
     WindowBench& operator=(WindowBench const&) = delete;
 
-    /// What is wrong with the bench; empty when it works. A missing server, window manager or xdotool is a
-    /// fault like any other.
+    /// Why the bench does not work; empty when it works. A missing server, window manager or xdotool is a
+    /// failure too.
     std::string const& problem() const { return problem_; }
     XY<int> screenSize() const { return {1024, 768}; }
 
@@ -48,8 +48,8 @@ public:
     /// Moves the pointer in small steps, as a hand does.
     bool glidePointer(XY<int> from, XY<int> to);
     /// Takes the lower right corner of a window's frame with the left button and pulls a little, until the
-    /// window follows; gives where the pointer is then. A window that was still moving into its frame is
-    /// tried again. Nothing when it never follows; the button is up then.
+    /// window follows. Gives the pointer's place. A window that was still moving into its frame is tried
+    /// again. Nothing when the window never follows; then the button is up.
     std::optional<XY<int>> grabCorner(WindowId window);
     bool pressButton(int button = 1);
     bool releaseButton(int button = 1);
@@ -61,7 +61,7 @@ public:
     /// Sets the resource text of the screen, which tells programs its dots per inch, for example.
     void setResources(std::string const& text);
 
-    /// The window that has this title, waited for; 0 when none comes.
+    /// Waits for the window with this title; 0 when none comes.
     WindowId findWindow(std::string const& title);
     std::string titleOf(WindowId window);
     /// Upper-left corner and size of the contents on the screen.
@@ -72,7 +72,7 @@ public:
     bool isActive(WindowId window);
     /// Bits of a pixel of the window.
     int depthOf(WindowId window);
-    /// Programs that ask find a compositor from now on; what is transparent is not shown as such.
+    /// From now on programs find a compositor, although transparency is not shown.
     void pretendCompositor();
     /// Asks the window manager to close the window, as its close button does.
     void requestClose(WindowId window);

@@ -148,7 +148,7 @@ TEST_F(Notes, ComposedTextAppearsAtTheCaretBeforeItIsFinished) {
     driver_.settle();
     EXPECT_EQ(note(), L"") << "the focus has gone elsewhere";
     EXPECT_FALSE(host_->offscreen()->textCaret());
-    // Nobody has to take it, and that is no fault.
+    // Nobody has to take it: that is allowed.
     inject(done);
 }
 

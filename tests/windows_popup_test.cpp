@@ -26,7 +26,7 @@ protected:
         };
     }
 
-    /// A pop-up that closes itself when it is asked to, and writes that down.
+    /// A pop-up that closes itself when it is asked to, and records that.
     ProbeGlob* makePopUp(std::string const& name, XY<int> size = {100, 80}) {
         auto* popUp = new ProbeGlob(size.x, size.y, nullptr, name);
         popUp->onMessage = [this, name, popUp](LightweightString<char> const& message, Glob* sender) {

@@ -15,7 +15,7 @@
 namespace wainscot {
 namespace {
 
-/// What callers must survive when those who are told of something destroy what it is about.
+/// Callers survive when listeners destroy the object of a notice.
 class Robust : public OneWindowTest {
 protected:
     /// A callback that runs a function and answers 0.

@@ -10,7 +10,7 @@ namespace wainscot::Qv {
 struct BottomUpTraits {};
 
 /// A rectangle by its edges: `x1 <= x < x2`, `y1 <= y < y2`. Empty when an edge does not lie before its
-/// opposite. Sums that would leave the range of the type stay at its end.
+/// opposite. A sum beyond the range of the type is set to the end of that range.
 template <class T, class Traits>
 struct Box {
     T x1{};

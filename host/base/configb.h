@@ -26,6 +26,7 @@ public:
         return read(key, value);
     }
 
+    /// Sets a value, whatever the key had before.
     void set(LightweightString<char> const& key, bool value) { values_[key] = value; }
     void set(LightweightString<char> const& key, int value) { values_[key] = std::int64_t(value); }
     void set(LightweightString<char> const& key, double value) { values_[key] = value; }

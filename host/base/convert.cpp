@@ -34,8 +34,8 @@ void appendUTF8(std::string& bytes, char32_t c) {
     add(0x80 | (c & 0x3F));
 }
 
-/// What may follow a first byte: how many bytes, and the range of the first of them, which excludes overlong
-/// forms, surrogates and what lies beyond the last code point.
+/// What may follow a first byte: how many bytes, and the range of the first of them. The range excludes
+/// overlong forms, surrogates and numbers beyond the last code point.
 struct Continuation {
     int count;
     unsigned char low;

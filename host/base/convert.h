@@ -9,13 +9,14 @@
 
 namespace wainscot {
 
-/// Wide text as UTF-8. What is no code point (surrogates, beyond U+10FFFF) becomes U+FFFD.
+/// Wide text as UTF-8. Surrogates and values beyond U+10FFFF become U+FFFD.
 WAINSCOT_API LightweightString<char> toUTF8(LightweightString<wchar_t> const& text);
-/// UTF-8 as wide text. Bytes that are no UTF-8 become U+FFFD, one for each longest beginning of a character
-/// and one for each other stray byte. Zero characters pass both ways.
+/// UTF-8 as wide text. Invalid bytes become U+FFFD: one for the longest beginning of a character, one for
+/// each other stray byte. Zero characters are kept both ways.
 WAINSCOT_API LightweightString<wchar_t> fromUTF8(LightweightString<char> const& bytes);
 
-// All numbers are read and written the same in every locale: "." before the decimals, no group signs.
+// Numbers are read and written alike in every locale: "." before the decimals, no separators between
+// thousands.
 
 namespace ConvertDetail {
 WAINSCOT_API LightweightString<char> signedAsString(std::int64_t value);
@@ -36,7 +37,7 @@ LightweightString<char> StringFromInteger(T value) {
 }
 
 /// With `decimals` (0 to 20) decimals, rounded; `trim` takes off zeros at the end, and the "." when nothing
-/// follows it. Never "-0". What is not finite gives "nan", "inf" or "-inf".
+/// follows it. Never "-0". NaN and infinity give "nan", "inf" or "-inf".
 WAINSCOT_API LightweightString<char> StringFromFloat(double value, int decimals = 3, bool trim = true);
 
 /// "true" or "false".
@@ -54,16 +55,16 @@ LightweightString<wchar_t> WStringFromInteger(T value) {
 /// As `StringFromFloat`.
 WAINSCOT_API LightweightString<wchar_t> WStringFromFloat(double value, int decimals = 3, bool trim = true);
 
-/// The number that the whole text is, blanks and tabs around it and a "+" before it allowed. Nothing when the
-/// text is no number, is too large or too small for the type, or (for double) is not finite.
+/// The number in a text. Blanks and tabs around it and a "+" before it are allowed. Nothing when the text is
+/// not a number, is out of the type's range, or is NaN or infinite.
 WAINSCOT_API std::optional<int> IntFromWString(LightweightString<wchar_t> const& text);
 WAINSCOT_API std::optional<unsigned int> UIntFromWString(LightweightString<wchar_t> const& text);
 WAINSCOT_API std::optional<double> FloatFromWString(LightweightString<wchar_t> const& text);
 
 } // namespace Qv
 
-/// Whether two values are the same but for rounding: they differ by at most 1e-12 of the larger one, or by
-/// 1e-12 when both are below 1. Two values that are no numbers count as the same.
+/// Whether two values are the same but for rounding: they differ by at most 1e-12 of the larger value, or by
+/// 1e-12 when both are below 1. Two NaNs count as the same.
 WAINSCOT_API bool valEqualsVal(double a, double b);
 
 /// A size as the host's constructors take it: 0 for what is negative, 65,535 for what is larger.

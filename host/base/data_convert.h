@@ -15,9 +15,9 @@ namespace wainscot {
 /// Turns values of one type into another: truth values, integers, floating numbers, narrow (UTF-8) and wide
 /// strings.
 ///
-/// Numbers are cut towards zero and moved to the nearer end of the target's range; what is no number becomes
-/// 0 or false. Numbers become texts that read back as the same number. A text that does not stand for a value
-/// of the target type gives `onFailure`.
+/// Numbers are cut towards zero and moved to the nearer end of the target's range; NaN becomes 0 or false. A
+/// number becomes a text that reads back as the same number. A text that is not a value of the target type
+/// gives `onFailure`.
 class DataConvert {
 public:
     template <class To, class From>

@@ -35,7 +35,7 @@ locale_t makeLineLocale() {
     return utf8 ? utf8 : plain;
 }
 
-/// Formats independently of the locale that the program has set, for this thread only.
+/// Formats in the same way in every locale, by setting the locale of this thread for a moment.
 void formatLine(char* line, char const* format, va_list arguments) {
     static locale_t const lineLocale = makeLineLocale();
     locale_t const before = uselocale(lineLocale);
@@ -65,7 +65,7 @@ void keepLine(char const* line) {
     if (theLog().lines.size() > maxKeptLines) theLog().lines.pop_front();
 }
 
-/// Whether this was the first of its kind.
+/// True for the first entry of its kind.
 bool countOne(char const* kind, char const* detail) {
     std::lock_guard const lock(theLog().mutex);
     for (auto& entry : theLog().entries) {

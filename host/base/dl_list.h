@@ -5,8 +5,7 @@ namespace wainscot {
 template <class T>
 class DLList;
 
-/// The place of an object in a `DLList<T>`; `T` derives from it. Who dies while in a list must leave it
-/// first.
+/// The place of an object in a `DLList<T>`; `T` derives from it. An object leaves its list before it dies.
 template <class T>
 class DLLink {
 public:
@@ -20,9 +19,9 @@ private:
     DLLink* next_ = nullptr;
 };
 
-/// A doubly linked list through objects that it does not own. It may be changed while it is walked: what is
-/// added in a walk is not met in it, what is removed is never met. Adding and removing take constant time and
-/// no memory.
+/// A doubly linked list of objects that it does not own. It may be changed while it is walked: objects added
+/// in a walk are not visited by it, removed objects are never visited. Adding and removing take constant time
+/// and no memory.
 template <class T>
 class DLList {
 public:
@@ -51,7 +50,7 @@ public:
         link.previous_ = link.next_ = nullptr;
     }
 
-    /// One walk over what is in the list now. Walks of one list may stand inside each other and end in
+    /// One walk over the objects that are in the list now. Walks of one list may be nested; they end in
     /// reverse order.
     class Walk {
     public:

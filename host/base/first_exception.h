@@ -5,7 +5,7 @@
 
 namespace wainscot {
 
-/// For steps that are all to be done although one of them throws: the first exception goes on at the end.
+/// Runs all steps although one of them throws; `rethrow` then throws the first exception.
 class FirstException {
 public:
     template <class Step>

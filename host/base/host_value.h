@@ -13,14 +13,14 @@ public:
     HostValueBase(HostValueBase const&) = delete;
     HostValueBase& operator=(HostValueBase const&) = delete;
 
-    /// Brings every one back to its start value: the host that they belonged to has gone.
+    /// Brings every setting back to its start value: the host has gone.
     static void resetAll();
 
 protected:
     using Reset = void (*)(HostValueBase& value);
     explicit constexpr HostValueBase(Reset reset) noexcept : reset_(reset) {}
     ~HostValueBase() = default;
-    /// To be called before it becomes another than at the start.
+    /// To be called before the value differs from the start value.
     void noteChange() {
         if (!isChanged_) joinChanged();
     }
@@ -33,10 +33,10 @@ private:
     bool isChanged_ = false;
 };
 
-/// A setting that belongs to the host: at its start value again when the host has gone, so that the next one
-/// inherits nothing. Without a host it can be read and set as well; the next host then finds what was set.
-/// Reading costs no more than reading a variable. For objects with static storage only, made with the start
-/// value `T()`.
+/// A setting that belongs to the host: it returns to its start value when the host goes, so that the next
+/// host inherits nothing. It can be read and set without a host too; the next host then finds what was set.
+/// Reading costs no more than reading a variable. For objects with static storage only; the start value is
+/// `T()`.
 template <class T>
 class HostValue final : public HostValueBase {
 public:
@@ -44,7 +44,7 @@ public:
 
     T const& get() const { return value_; }
     void set(T value) { edit() = std::move(value); }
-    /// For changes of a part of it.
+    /// For changing a part of the value.
     T& edit() {
         noteChange();
         return value_;

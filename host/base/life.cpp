@@ -20,7 +20,7 @@ enum Kind : std::uint64_t {
 };
 
 /// The kinds of all places at which an object may begin, in a piece of the address space. Objects that are
-/// made together lie together, so that their records do so, too.
+/// made together lie together, and so do their records.
 class Region {
 public:
     static constexpr int addressBits = 14;
@@ -52,8 +52,8 @@ private:
     std::uint64_t words_[(std::size_t(1) << addressBits) / sizeof(void*) / placesInWord] = {};
 };
 
-/// The regions in which something lives. Open addressing with linear probing; removal shifts the following
-/// entries back, so there are no tombstones.
+/// The regions with live objects. Open addressing with linear probing; removal shifts the following entries
+/// back, so there are no tombstones.
 class Regions {
 public:
     /// Null when nothing lives there.
@@ -91,7 +91,7 @@ private:
         Region* region = nullptr;
     };
 
-    /// Whoever is asked about is mostly asked about again, or then its neighbour.
+    /// The next question is mostly about the same object, or its neighbour.
     void remember(std::uintptr_t key, Region* region) {
         latestKey_ = key;
         latest_ = region;
@@ -200,7 +200,7 @@ IdStamp LifeToken::stamp() const {
     return stamp_;
 }
 
-// Not inline: a compiler that sees the object die beside the question takes the asking for a use of it.
+// Not inline: a compiler that sees the object die nearby would warn of a use after its end.
 bool LifeGuard::alive() const {
     return Liveness::alive(object_, stamp_);
 }

@@ -54,7 +54,7 @@ void LightweightString<CharT>::retain() const noexcept {
 template <class CharT>
 void LightweightString<CharT>::release() noexcept {
     Header* own = header();
-    // Nobody else can come to share what only this string has: counting down would cost for nothing.
+    // Nobody else can share a buffer that only this string has, so that the atomic count is not needed.
     if (own->references.load(std::memory_order_acquire) == 1 ||
         own->references.fetch_sub(1, std::memory_order_acq_rel) == 1)
         ::operator delete(own);

@@ -14,12 +14,12 @@
 
 namespace wainscot {
 
-/// Reference-counted string: copies share one buffer, a change makes an own copy first.
+/// Reference-counted string: copies share one buffer; a changed string gets its own buffer first.
 ///
-/// A string that is initialised in a constant expression from a literal points at the literal itself and is
-/// never counted, so that `static constexpr` message names cost neither memory nor start-up code. All other
-/// strings own a counted buffer; the count is atomic, a single string object is not.
-/// The characters are always followed by a zero character. Instantiated for `char` and `wchar_t`.
+/// A string that is made from a literal in a constant expression points at the literal and is never counted,
+/// so that `static constexpr` message names cost neither memory nor start-up code. All other strings own a
+/// counted buffer. The count is atomic; one string object must not be used by two threads at a time. A zero
+/// character always follows the text. Instantiated for `char` and `wchar_t`.
 template <class CharT>
 class LightweightString {
 public:
@@ -84,7 +84,9 @@ public:
     constexpr View view() const { return View(data_, size_); }
     constexpr CharT const* begin() const { return data_; }
     constexpr CharT const* end() const { return data_ + size_; }
+    /// `index` must not be larger than `size()`, where the zero character stands.
     constexpr CharT operator[](std::size_t index) const { return data_[index]; }
+    /// The last character; the zero character when the string is empty.
     constexpr CharT back() const { return size_ ? data_[size_ - 1] : CharT(); }
     /// Hands out the inner pointer: never keep it across a call that may change or destroy the string.
     constexpr operator CharT const*() const { return data_; }
@@ -92,6 +94,7 @@ public:
     explicit operator bool() const = delete;
 
     void clear() { *this = LightweightString(); }
+    /// Makes room, so that the string can grow to `capacity` characters in place.
     void reserve(std::size_t capacity);
     LightweightString& append(View text);
     LightweightString& operator+=(LightweightString const& text) { return append(text.view()); }

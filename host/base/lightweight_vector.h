@@ -31,6 +31,7 @@ public:
     T const& operator[](std::size_t index) const { return shared_->items[index]; }
     T const* begin() const { return shared_ ? shared_->items.data() : nullptr; }
     T const* end() const { return begin() + size(); }
+    /// The vector must not be empty.
     T const& back() const { return shared_->items.back(); }
 
     std::vector<T>& edit() {

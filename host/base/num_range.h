@@ -15,7 +15,7 @@ public:
     constexpr T high() const { return high_; }
     constexpr T length() const { return high_ - low_; }
     constexpr bool contains(T value) const { return value >= low_ && value <= high_; }
-    /// The value, moved to the nearer end when it lies outside; what is not a number becomes the low end.
+    /// The value, moved to the nearer end when it lies outside; NaN becomes the low end.
     constexpr T clamp(T value) const { return value > high_ ? high_ : value >= low_ ? value : low_; }
 
     friend constexpr bool operator==(NumRange const&, NumRange const&) = default;

@@ -7,9 +7,8 @@
 
 namespace wainscot {
 
-/// Root of everything that a `Qv::Ptr` may hold. Whether the object is counted is its own affair: counted
-/// classes derive from `Qv::InternalRefCount`, objects owned otherwise answer add and release by doing
-/// nothing.
+/// Root of everything that a `Qv::Ptr` may hold. Counted classes derive from `Qv::InternalRefCount`. For
+/// objects with another owner, `addRef` and `release` do nothing.
 class WAINSCOT_API iObject {
 public:
     virtual ~iObject();
@@ -31,7 +30,8 @@ public:
     ~InternalRefCount() override;
     void addRef() const noexcept final { count_.fetch_add(1, std::memory_order_relaxed); }
     void release() const noexcept final;
-    /// Who reads 1 here owns the object alone and may change it: what others did with it has happened before.
+    /// 1 means that the caller is the only owner and may change the object: all that other owners did with it
+    /// has happened before.
     std::uint32_t refCount() const noexcept { return count_.load(std::memory_order_acquire); }
 
 protected:

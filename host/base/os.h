@@ -4,21 +4,21 @@
 
 namespace wainscot {
 
-/// The host's service object. `Qv::Ptr` counts references through it; whoever holds a counted object without
-/// a `Qv::Ptr` does the same. Safe from any thread.
+/// The host's service object. `Qv::Ptr` counts references through it; code that holds a counted object
+/// without a `Qv::Ptr` uses it too. Safe from any thread.
 class WAINSCOT_API OSServices {
 public:
-    /// Objects that belong to somebody else take no notice. Null is ignored.
+    /// Does nothing for objects that are not counted, and for null.
     void addReference(iObject const* object) const noexcept {
         if (object) object->addRef();
     }
-    /// The last reference takes the object with it.
+    /// The last release deletes the object.
     void releaseReference(iObject const* object) const noexcept {
         if (object) object->release();
     }
 };
 
-/// The one service object of the process; there before `main` and after it.
+/// The one service object of the process; it exists before `main` and after it.
 constexpr OSServices OS() {
     return {};
 }

@@ -8,7 +8,7 @@
 
 namespace wainscot {
 
-/// A cache of a stated number of entries: the one that was asked for longest ago goes for a new one. Every
+/// A cache for a stated number of entries. A new entry replaces the least recently used entry. Every
 /// operation takes constant time.
 template <class Key, class Value, class Hash = std::hash<Key>>
 class RecentMap {
@@ -17,14 +17,14 @@ public:
     RecentMap(RecentMap const&) = delete;
     RecentMap& operator=(RecentMap const&) = delete;
 
-    /// Null when it is not there. Valid until the next `add` or `clear`.
+    /// Null when the key is unknown. Valid until the next `add` or `clear`.
     Value* find(Key const& key) {
         auto const place = places_.find(key);
         if (place == places_.end()) return nullptr;
         entries_.splice(entries_.begin(), entries_, place->second);
         return &entries_.front().second;
     }
-    /// Takes the place of what was kept for the key.
+    /// Replaces what was kept for the key.
     Value& add(Key const& key, Value value) {
         if (Value* const known = find(key)) return *known = std::move(value);
         if (entries_.size() == most_) {

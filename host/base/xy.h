@@ -5,8 +5,8 @@
 
 namespace wainscot {
 
-/// Sums and differences of coordinates. What would leave the range of an integer stays at its end: a place
-/// may be absurd, but never comes back on the other side.
+/// Sums and differences of coordinates. A result beyond the range of the integer is set to the end of that
+/// range, so that it never wraps round.
 namespace Coordinate {
 
 template <class T>

@@ -12,7 +12,7 @@
 namespace wainscot {
 namespace {
 
-/// One unit for a supplementary character: of the same class of direction.
+/// One UTF-16 unit for a supplementary character, with the same class of direction.
 char16_t unitOfClass(std::uint32_t c) {
     switch (u_charDirection(static_cast<UChar32>(c))) {
     case U_RIGHT_TO_LEFT:
@@ -36,7 +36,7 @@ char16_t unitOfClass(std::uint32_t c) {
 
 char16_t unitFor(wchar_t character) {
     std::uint32_t const c = TextBoundaries::shapedAs(static_cast<std::uint32_t>(character));
-    // What is laid out as one line is one paragraph.
+    // A line is one paragraph.
     if (c == 0x2029) return u'\u2028';
     return c <= 0xFFFF ? static_cast<char16_t>(c) : unitOfClass(c);
 }

@@ -10,8 +10,8 @@ namespace wainscot {
 /// In which direction the characters of a line run.
 namespace Bidi {
 
-/// True for the characters that can make a line run from right to left, in whole or in part: those of the
-/// scripts that do, and the controls of direction. A text without them runs from left to right.
+/// Whether a character can make a line run from right to left, in whole or in part: a character of such a
+/// script, or a control of direction. A text without such characters runs from left to right.
 constexpr bool mayTurn(std::uint32_t c) {
     if (c < 0x590) return false;
     return c < 0x900 || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) ||
@@ -19,12 +19,12 @@ constexpr bool mayTurn(std::uint32_t c) {
            (c >= 0x1E800 && c < 0x1F000);
 }
 
-/// True when the text has such a character. Much quicker than looking at each one by one.
+/// The same for a text. Much quicker than asking for each character.
 bool mayTurn(std::wstring_view text);
 
-/// For a beginning of a line, up to `end`, that has no such character: true when it runs from left to right
-/// from the left end of the line, whatever follows. Looks at what follows only where the beginning has no
-/// letters.
+/// Whether the beginning of a line, up to `end`, runs from left to right at the left end of the line,
+/// whatever follows. The beginning has no character that may turn. Looks at what follows only when the
+/// beginning has no letters.
 bool startsPlainly(std::wstring_view line, std::size_t end);
 
 } // namespace Bidi
@@ -48,7 +48,7 @@ public:
     /// In reading order.
     std::vector<Run> const& runs() const { return runs_; }
 
-    /// For pieces in reading order, of one level each: their indices as they stand from left to right.
+    /// The indices of pieces from left to right; `levels` are the levels of the pieces in reading order.
     static std::vector<std::int32_t> fromLeftToRight(std::vector<std::uint8_t> const& levels);
 
 private:

@@ -9,10 +9,11 @@
 namespace wainscot {
 namespace {
 
-/// Blocks of longer lines are measured without being kept, so that they drive nothing else out of the cache.
+/// Blocks of longer lines are not cached when they are measured, so that they drive nothing else out of the
+/// cache.
 constexpr std::size_t keptLength = 16 * TextLayout::maxLength;
 
-/// How far beside a block letters are looked for that join with its own; marks may stand between them.
+/// How far beside a block letters are looked for that may join with its own; marks may stand between them.
 constexpr std::size_t joiningReach = 5;
 
 /// Characters below never join with others.
@@ -80,7 +81,7 @@ private:
     std::size_t next_ = 0;
 };
 
-/// True for a block that is laid out the same without its line.
+/// Whether a block is laid out the same without its line.
 bool standsAlone(std::wstring_view block, BlockContext const& context) {
     bool const scriptMatters =
         context.script != HB_SCRIPT_LATIN && TextShaper::takesPartInAnyScript(scriptOf(block[0]));
@@ -227,7 +228,7 @@ std::size_t BidiLine::nearestStop(double x) const {
     Layouts layouts(*this);
     Nearest nearest{text_.size(), std::abs((rightToLeft_ ? 0 : width_) - x)};
     std::size_t const middle = firstEndingAfter(x);
-    // The gap at the end of a part may belong to one that stands elsewhere, so its neighbours count as well.
+    // The gap at the end of a part may belong to a part elsewhere, so its neighbours count too.
     for (std::size_t i = middle; i < fromLeft_.size(); ++i) {
         auto const part = static_cast<std::size_t>(fromLeft_[i]);
         if (parts_[part].left - x > nearest.distance) break;

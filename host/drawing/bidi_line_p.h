@@ -10,10 +10,10 @@
 
 namespace wainscot {
 
-/// What a block of a line measures. The same for as long as its text and its context are; shared.
+/// The measures of a block of a line. They depend on its text and its context only; shared.
 struct BidiBlock {
     std::size_t length;
-    /// Null where the block is laid out as if it stood alone, from left to right.
+    /// Null when the block is laid out as if it stood alone, from left to right.
     std::unique_ptr<BlockContext const> context;
     /// The embedding levels of its parts, in reading order, and their widths.
     std::vector<std::uint8_t> levels;
@@ -27,8 +27,8 @@ using BidiBlockPtr = std::shared_ptr<BidiBlock const>;
 class BidiLine {
 public:
     BidiLine(Font const& font, std::wstring_view text);
-    /// For a line that was measured before: `lengths` are those of the blocks, `known` what is still known of
-    /// them by their text, null where nothing is.
+    /// For a line that was measured before: `lengths` are the lengths of the blocks, `known` what is still
+    /// known of each block; null = nothing.
     BidiLine(Font const& font, std::wstring text, std::vector<std::size_t> const& lengths,
              std::vector<BidiBlockPtr> const& known);
 
@@ -39,7 +39,8 @@ public:
     std::size_t nearestStop(double x) const;
     std::vector<BidiBlockPtr> const& blocks() const { return blocks_; }
 
-    /// Calls `visit(glyphs, x)` with what may be seen between two places; the glyphs stand relative to `x`.
+    /// Calls `visit(glyphs, x)` with the glyphs that may be seen between two places; their places are
+    /// relative to `x`.
     template <class Visit>
     void forEachVisible(double left, double right, Visit visit) const {
         Layouts layouts(*this);

@@ -11,7 +11,8 @@ namespace {
 
 constinit PaintPhase* innermost = nullptr;
 
-/// Few canvases are shared, so that who shares them is kept beside them. Lives for ever, as canvases may.
+/// The sharers of canvases. Few canvases are shared, so that this lies outside them. Lives for ever, as
+/// canvases may.
 using Sharers = std::unordered_map<Canvas const*, std::unordered_set<CanvasClient*>>;
 
 Sharers& sharers() {

@@ -27,19 +27,20 @@ struct CanvasPlace {
     float opacity = 1.0F;
 };
 
-/// What owns a canvas: tells where it lies and what lies above it.
+/// The owner of a canvas: it tells where the canvas lies and what lies above it.
 class WAINSCOT_API CanvasClient {
 public:
     virtual ~CanvasClient();
+    /// Where its canvas lies now.
     virtual CanvasPlace canvasPlace() const = 0;
     /// Damages whatever is painted later than this client and meets `area` (in canvas coordinates).
     virtual void damageAbove(IntBox const& area) = 0;
-    /// The canvas of another, on which it draws, is going: it must draw elsewhere. Nothing here.
+    /// The shared canvas on which this client draws is dying: it must draw elsewhere. Does nothing here.
     virtual void sharedCanvasDying(Canvas const& canvas);
 };
 
-/// A light handle on the place where an owner draws: it has no pixels and may exist unattached.
-/// Coordinates of a canvas are relative to its owner's lower-left corner.
+/// Where an owner draws: a light handle without pixels, which need not be attached to a surface. Coordinates
+/// of a canvas are relative to its owner's lower-left corner.
 class WAINSCOT_API Canvas {
 public:
     explicit Canvas(CanvasClient& owner) : owner_(&owner) {}
@@ -48,6 +49,7 @@ public:
     Canvas& operator=(Canvas const&) = delete;
 
     CanvasClient& owner() const { return *owner_; }
+    /// Where the canvas lies now, in a painting visit as that visit knows it.
     CanvasPlace place() const;
 
     /// The surface of the window, set on the canvas of a window's root only.
@@ -70,11 +72,11 @@ public:
     /// Damages an area (canvas coordinates) so that it is painted again; nothing while unattached or hidden.
     void damage(IntBox const& area) const;
 
-    /// From now on `sharer` draws here as well, and is told when the canvas goes.
+    /// From now on `sharer` draws here too, and is told when the canvas dies.
     void share(CanvasClient& sharer);
     void unshare(CanvasClient& sharer);
     bool isShared() const { return shared_; }
-    /// Tells those who share it to draw elsewhere; afterwards nobody does.
+    /// Tells all sharers to draw elsewhere; afterwards it has no sharers.
     void dismissSharers();
 
     LifeToken const& life() const { return life_; }
@@ -89,11 +91,11 @@ private:
     LifeToken life_;
 };
 
-/// Gives a canvas its outline; nothing for a null canvas.
+/// Gives a canvas its outline; does nothing for null.
 WAINSCOT_API void glib_reshapecanvas(Canvas* canvas, Qv::Ptr<iRegion> region);
 
-/// The painting visit that is under way, if any: what a renderer must clip to.
-/// Set by whoever walks the tree, for one canvas at a time.
+/// The painting visit that is under way, if any: what a renderer must clip to. Set by the walk through the
+/// tree, for one canvas at a time.
 class WAINSCOT_API PaintPhase {
 public:
     explicit PaintPhase(std::vector<IntBox> const& damage);
@@ -105,7 +107,7 @@ public:
     static PaintPhase* current();
     /// The damaged boxes on the surface.
     std::vector<IntBox> const& damage() const { return damage_; }
-    /// Names the canvas that is being drawn and its place, so that it need not be looked up.
+    /// Sets the canvas that is being drawn and its place, so that the place need not be looked up.
     void enter(Canvas const* canvas, CanvasPlace const& place);
     Canvas const* canvas() const { return canvas_; }
     CanvasPlace const& place() const { return place_; }

@@ -71,7 +71,7 @@ void CanvasRenderer::setUpClip() {
                                        static_cast<unsigned>(device.width()),
                                        static_cast<unsigned>(device.height()));
     };
-    // Damage is few boxes, most of which miss a widget's area: one by one is quick.
+    // Damage is a few boxes, most of which miss a widget's area: one by one is quick.
     if (inVisit_)
         for (IntBox const& damaged : PaintPhase::current()->damage()) add(damaged);
     else

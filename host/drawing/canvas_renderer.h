@@ -12,10 +12,10 @@ class Surface;
 
 /// Draws into one area of a canvas; a scope object. All coordinates are those of the canvas.
 ///
-/// While a painting visit is under way it draws only what that visit repaints. Outside one it draws at once
-/// into the window's pixels, and damages what lies above when it is flushed or ends. On a canvas that is
-/// null, unattached or hidden it draws nothing, which is no fault; nor does it after the end of its canvas or
-/// after the pixels were made anew in another size, which may happen while it lives.
+/// In a painting visit it draws only what that visit repaints. Outside a visit it draws at once into the
+/// window's pixels, and damages what lies above when it is flushed or ends. A null, unattached or hidden
+/// canvas is allowed: nothing is drawn. Nothing is drawn either once the canvas has died or the window's size
+/// has changed, which may happen while the renderer lives.
 class WAINSCOT_API CanvasRenderer {
 public:
     CanvasRenderer(Canvas* canvas, IntBox const& area);
@@ -23,6 +23,7 @@ public:
     CanvasRenderer(CanvasRenderer const&) = delete;
     CanvasRenderer& operator=(CanvasRenderer const&) = delete;
 
+    /// Draws one description.
     void renderPrimitive(Glib::RectDescription const& rect);
     void renderPrimitive(Glib::LineDescription const& line);
     void renderPrimitive(Glib::TextDescription const& text);
@@ -31,18 +32,18 @@ public:
     /// Many boxes of one colour in one step; much cheaper than one by one.
     void renderBoxes(std::span<IntBox const> boxes, Colour const& colour, double opacity = 1.0);
 
-    /// Draws nothing outside `clip` from now on (and nothing outside the renderer's area in any case).
+    /// Draws only inside `clip` from now on; nothing is ever drawn outside the renderer's area.
     void setClipRect(IntBox const& clip);
     void clearClipRect();
-    /// Tells what was changed, for boxes painted outside a full redraw.
+    /// Tells that a box has changed, for painting outside a painting visit.
     void addModifiedArea(IntBox const& area);
     /// Smooth edges of slanted lines and ellipses; on from the start.
     void setAntialiasingEnabled(bool enabled) { antialias_ = enabled; }
     bool isAntialiasingEnabled() const { return antialias_; }
-    /// Reports what was painted so far, when outside a painting visit.
+    /// Outside a painting visit: reports what was painted so far.
     void flush();
 
-    /// False when nothing at all can be seen of what is drawn.
+    /// False when nothing that is drawn can be seen.
     bool isDrawing() const { return surface_ != nullptr; }
     /// True when something of the box would be seen.
     bool isVisible(IntBox const& box) const;
@@ -73,8 +74,7 @@ private:
     float opacity_ = 1.0F;
     bool antialias_ = true;
     bool inVisit_ = false;
-    /// The renderers that live at the moment: a list through themselves, hardly ever longer than two or
-    /// three.
+    /// The renderers that live now form a list, seldom longer than three.
     CanvasRenderer* next_ = nullptr;
     CanvasRenderer* previous_ = nullptr;
     /// The device boxes that may be painted; a region of the pixel library.

@@ -11,8 +11,8 @@ namespace wainscot {
 class Colour {
 public:
     constexpr Colour() = default;
-    /// With `clamp`, components outside 0..1 (and those that are no number) are brought to the nearer end;
-    /// without it they are kept, for intermediate results.
+    /// With `clamp`, components outside 0 to 1 are moved to the nearer end, NaN too; without it they are
+    /// kept, for intermediate results.
     constexpr Colour(double red, double green, double blue, bool clamp = true) {
         setrgb(red, green, blue, clamp);
     }

@@ -8,7 +8,7 @@
 namespace wainscot::CornerMasks {
 namespace {
 
-/// Enough for every radius that a program uses; radii that change all the time must not fill the memory.
+/// Enough for every radius that a program uses. The limit matters when radii change all the time.
 constexpr std::size_t mostMasks = 256;
 
 /// Of the upper left corner.

@@ -44,7 +44,7 @@ IntBox takeAt(std::vector<IntBox>& boxes, std::size_t index) {
     return box;
 }
 
-/// Takes out what `box` covers, and joins with it what fits without any waste.
+/// Takes out the boxes that `box` covers, and joins `box` with those that fit without waste.
 void absorb(std::vector<IntBox>& boxes, IntBox& box) {
     for (std::size_t i = 0; i < boxes.size();) {
         if (waste(boxes[i], box) > 0) {

@@ -13,9 +13,10 @@ class WAINSCOT_API Damage {
 public:
     static constexpr std::size_t maxBoxes = 16;
 
-    /// Told when there is damage where there was none.
+    /// Told of the first damage after there was none.
     class Watcher {
     public:
+        /// Damage has been added after there was none.
         virtual void damageAdded() = 0;
 
     protected:
@@ -24,7 +25,7 @@ public:
     /// Null for nobody. Not owned.
     void watch(Watcher* watcher) { watcher_ = watcher; }
 
-    /// Adds a box; an empty one, or one that is already covered by another, changes nothing.
+    /// Adds a box; an empty or already covered box changes nothing.
     void add(IntBox const& box);
     void clear();
     bool empty() const { return boxes_.empty(); }
@@ -33,10 +34,11 @@ public:
     bool intersects(IntBox const& box) const;
     /// Gives the boxes away and is empty afterwards.
     std::vector<IntBox> take();
-    /// How often any damage was given away or forgotten, from 1: while it stays, all that was added is still
-    /// there.
+    /// How often damage was taken or forgotten, counted from 1, over all surfaces. While the number stays,
+    /// all added damage is still there.
     static std::uint32_t numTaken();
-    /// Something is shown whose damage was not taken in while it was not: counts as one more.
+    /// To be called when something hidden is shown: its damage was not added while it was hidden, so that the
+    /// number above changes.
     static void noteShown();
 
 private:

@@ -19,7 +19,7 @@ Colour shaded(Colour const& colour, double weight) {
     return Colour::mix(Colour(), colour, 2 * weight);
 }
 
-/// An edge never meets the one of the other side.
+/// Opposite edges never overlap.
 int fittingEdge(IntBox const& box, int edgeWidth) {
     return std::clamp(edgeWidth, 0, std::min(box.width(), box.height()) / 2);
 }

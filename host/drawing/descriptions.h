@@ -18,9 +18,9 @@ struct RectDescription {
         : box(area), colour(fill), opacity(alpha) {}
 };
 
-/// A straight line. Horizontal and vertical ones cover whole pixels: from the smaller coordinate up to, not
-/// including, the larger one, `width` thick upwards or to the right of it. Others run between the two points
-/// and are smooth while antialiasing is on.
+/// A straight line. A horizontal or vertical line covers whole pixels, from the smaller coordinate up to, not
+/// including, the larger one; it is `width` thick upwards or to the right. Other lines run between the two
+/// points and are smooth while antialiasing is on.
 struct LineDescription {
     XY<int> from;
     XY<int> to;
@@ -47,7 +47,7 @@ struct WAINSCOT_API TextDescription {
     TextDescription() = default;
     TextDescription(LightweightString<wchar_t> string, XY<int> const& at, FontDesc const& fontDesc,
                     Colour const& ink, TextAlignment align = eAlignLeft, double alpha = 1.0);
-    /// With a font that is loaded already.
+    /// With a loaded font.
     TextDescription(LightweightString<wchar_t> string, XY<int> const& at, Qv::Ptr<iFont> loadedFont,
                     Colour const& ink, TextAlignment align = eAlignLeft, double alpha = 1.0);
 

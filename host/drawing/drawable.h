@@ -18,17 +18,19 @@ public:
     class WAINSCOT_API Painter {
     public:
         virtual ~Painter();
+        /// Paints pending damage, or forgets it.
         virtual void paintPending() = 0;
         virtual void dropPending() = 0;
     };
 
+    /// Begins and ends a hold. The loop ends holds that a handler leaves behind.
     static void disableRedraws();
     static void enableRedraws();
-    /// Holds of handlers; those of `LastingRedrawHold` do not count.
+    /// How many holds handlers have; `LastingRedrawHold` does not count.
     static int holdCount();
-    /// Any hold exists, lasting ones too.
+    /// Whether any hold exists, lasting or not.
     static bool isHeld();
-    /// What the lasting holds that exist were made for, oldest first.
+    /// The purposes of all lasting holds, oldest first.
     static std::vector<LightweightString<char>> lastingHolds();
     /// Brings the count back to what it was; used by the loop after each handler.
     static void restoreHoldCount(int count);
@@ -51,9 +53,9 @@ public:
     RedrawHold& operator=(RedrawHold const&) = delete;
 };
 
-/// Holds back all painting for as long as it lives, which may be from one handler to a later one: while data
-/// is loaded, say. Whoever wants that owns it; a hold that a handler makes without one is taken to be
-/// forgotten, and ends with the handler. `purpose` tells whose it is, for diagnostics.
+/// Holds back all painting for as long as it lives, also from one handler to a later handler: while data is
+/// loaded, for example. All other holds that a handler leaves behind count as forgotten and end with the
+/// handler. `purpose` says in diagnostics what the hold is for.
 class WAINSCOT_API LastingRedrawHold {
 public:
     explicit LastingRedrawHold(LightweightString<char> purpose);
@@ -65,13 +67,14 @@ private:
     std::uint64_t number_;
 };
 
+/// Short for `Drawable::disableRedraws()` and `Drawable::enableRedraws()`.
 WAINSCOT_API void refresh_off();
 WAINSCOT_API void refresh_on();
 
 namespace Glib {
 
-/// Defers updates of the window that a canvas lies in, for a scope; made round every multi-step change of
-/// appearance. Survives the death of the canvas and of its window.
+/// Defers updates of a canvas's window for a scope, round a change of several steps. Survives the death of
+/// the canvas and of its window.
 class WAINSCOT_API UpdateDeferrer {
 public:
     explicit UpdateDeferrer(Canvas* canvas);

@@ -29,7 +29,7 @@ std::size_t clampedIndex(int index, std::size_t length) {
     return index < 0 ? 0 : std::min(static_cast<std::size_t>(index), length);
 }
 
-/// An empty face stands in where no font is installed: everything measures 0 and draws nothing.
+/// Without any installed font an empty face is used: all texts measure 0 and draw nothing.
 hb_font_t* makeShaper(FontFace* face, unsigned short size) {
     hb_font_t* shaper = hb_font_create(face ? face->shaped() : hb_face_get_empty());
     int const scale = size * fractions;
@@ -37,7 +37,7 @@ hb_font_t* makeShaper(FontFace* face, unsigned short size) {
     return shaper;
 }
 
-/// Characters without ink, for which no other face need be found.
+/// Characters without ink need no other face.
 bool isIgnorable(std::uint32_t c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
            (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) ||

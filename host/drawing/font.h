@@ -30,8 +30,8 @@ struct WAINSCOT_API FontDesc {
 
 } // namespace Glib
 
-/// A loaded font: one face, size and style, with the fallback faces behind it. Measures are logical pixels;
-/// they do not depend on the scale of the screen. The same text measures what it covers when drawn.
+/// A loaded font: one face, size and style, with the fallback faces behind it. Measures are logical pixels
+/// and do not depend on the scale of the screen. A drawn text covers exactly its measured width.
 class WAINSCOT_API iFont : public Qv::InternalRefCount {
 public:
     enum eCharSeekMethod {
@@ -43,7 +43,7 @@ public:
         eSeekEnd = 5,
         eSeekAbsolute = 6,
     };
-    /// The position meant where an index is optional.
+    /// Stands for the current position where an index is optional.
     static constexpr int currentIndex = -1;
 
     virtual Glib::FontDesc const& desc() const = 0;
@@ -70,15 +70,15 @@ public:
                      int index = currentIndex) const = 0;
 
 private:
-    /// The one implementation, so that a renderer knows what it is given.
+    /// The only implementation, so that a renderer may cast to it.
     friend class Font;
     iFont() = default;
 };
 
 namespace Glib {
 
-/// The shared font for a description; never null. A missing face is replaced by the default one (a
-/// fixed-pitch one by the default fixed-pitch face); a size of 0 becomes 1, one beyond 1,024 is cut to it.
+/// The shared font for a description; never null. A missing face is replaced by the default face (for fixed
+/// pitch by the default fixed-pitch face). The size is clamped to 1 to 1,024.
 WAINSCOT_API Qv::Ptr<iFont> loadFont(FontDesc const& desc);
 
 /// The standard font with these style bits.
@@ -89,16 +89,17 @@ WAINSCOT_API unsigned short getDefaultFontSize();
 /// How `fitTextToWidth` and `clipStringToFit` mark what was left out.
 inline constexpr wchar_t ellipsis = L'\u2026';
 
-/// A text that is no wider than `width`: itself, or its longest beginning with an ellipsis; empty when not
-/// even that fits. Control characters are dropped. `wasCut`, when given, tells whether anything is missing.
+/// The text when it is no wider than `width`, else its longest beginning with an ellipsis; empty when not
+/// even that fits. Control characters are dropped. `wasCut`, unless null, gets whether anything is missing.
 WAINSCOT_API LightweightString<wchar_t> fitTextToWidth(Qv::Ptr<iFont> const& font,
                                                        LightweightString<wchar_t> const& text,
                                                        unsigned short width, bool* wasCut = nullptr);
 
 } // namespace Glib
 
+/// The face of the symbol font.
 WAINSCOT_API LightweightString<char> getQvUtilityFontName();
-/// The size of the symbol font, `scale` times the standard one.
+/// The size of the symbol font: `scale` times the standard size.
 WAINSCOT_API unsigned short getQvUtilityFontSize(float scale = 1.0F);
 /// The baseline, above the bottom of a box that is `height` high, on which a line of text stands centred.
 WAINSCOT_API int getFontYOffset(int height, Qv::Ptr<iFont> const& font);

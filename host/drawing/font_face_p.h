@@ -14,7 +14,7 @@ namespace wainscot {
 /// One face of a font file, at no size in particular. Faces are shared and live for ever.
 class FontFace {
 public:
-    /// What must be imitated because the file does not bring it.
+    /// What the file lacks and must be imitated.
     struct Imitation {
         bool bold = false;
         bool italic = false;
@@ -28,7 +28,7 @@ public:
     Imitation imitation() const { return imitation_; }
     bool hasGlyph(std::uint32_t character) const;
     bool isFixedPitch() const;
-    /// True when a character's place depends on its neighbours only; known of the usual faces.
+    /// Whether a character's place depends on its neighbours only; this is known for the usual faces.
     bool isPairwise() const { return pairwise_; }
     void setPairwise() { pairwise_ = true; }
     /// Ascent and descent (positive downwards) as shares of the size.
@@ -49,7 +49,7 @@ private:
 /// places; the font configuration, which takes milliseconds to load, is asked only for others.
 namespace FontFinder {
 
-/// The face of that name and style, or the default one in its place; null when there is no font at all.
+/// The face of that name and style, or the default face; null when there is no font at all.
 FontFace* find(LightweightString<char> const& name, unsigned int style);
 /// A face that has the character; null when there is none.
 FontFace* findFallback(std::uint32_t character, unsigned int style);

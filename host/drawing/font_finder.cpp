@@ -51,7 +51,7 @@ constexpr unsigned int styleMask = Glib::eFontBold | Glib::eFontItalic;
 bool asked = false;
 
 FontFace* openUsual(UsualFamily const& family, unsigned int style) {
-    // The wanted style first; then with what is missing imitated, the slant before the weight.
+    // The wanted style first; then styles whose missing slant, weight or both are imitated.
     for (unsigned int const dropped :
          {0U, unsigned(Glib::eFontItalic), unsigned(Glib::eFontBold), styleMask}) {
         if ((style & dropped) != dropped) continue;
@@ -121,7 +121,7 @@ bool hasFamily(FcPattern* match, char const* name) {
     return false;
 }
 
-/// The configured face of exactly that name; another one would not be what was asked for.
+/// The configured face of exactly that name; no substitute.
 FontFace* findConfigured(char const* name, unsigned int style) {
     if (!configuration()) return nullptr;
     PatternPtr const pattern = makePattern(name, style);
@@ -130,7 +130,7 @@ FontFace* findConfigured(char const* name, unsigned int style) {
     return match && hasFamily(match.get(), name) ? openMatch(match.get(), style) : nullptr;
 }
 
-/// Any face that the configuration prefers, where no usual one is installed.
+/// The face that the configuration prefers, when no usual face is installed.
 FontFace* findAny(unsigned int style) {
     if (!configuration()) return nullptr;
     PatternPtr const pattern = makePattern("sans-serif", style);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr unsigned short largestSize = 1024;
 
-/// More than a program shows at a time; a text whose size is animated must not fill the memory.
+/// More than a program shows at a time. The limit matters when the size of a text is animated.
 constexpr std::size_t mostFonts = 256;
 
 struct DescHash {
@@ -65,7 +65,7 @@ unsigned short getQvUtilityFontSize(float scale) {
 
 int getFontYOffset(int height, Qv::Ptr<iFont> const& font) {
     if (!font) return 0;
-    // Halved downwards, also where the line is higher than the box.
+    // Rounded downwards, also when the line is higher than the box.
     return (Coordinate::difference(height, font->lineHeight()) >> 1) + font->descent();
 }
 

@@ -30,14 +30,14 @@ public:
     int seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method,
              int index) const override;
 
-    /// Tells fonts apart in caches; never used again.
+    /// Tells fonts apart in caches; an id is never used again.
     std::uint32_t id() const { return id_; }
     /// The exact width of a text of any length.
     double exactWidth(std::wstring_view text) const;
-    /// The exact width of one block; unlike its layout it is not kept, so that long texts drive nothing else
-    /// out of the cache.
+    /// The exact width of one block. Its layout is not cached, so that long texts drive nothing else out of
+    /// the cache.
     double blockWidth(std::wstring_view block) const;
-    /// The same for a block that runs from left to right only; nothing for one that may not.
+    /// The same for a block that runs from left to right only; nothing for a block that may not.
     std::optional<double> plainWidth(std::wstring_view block) const;
     /// Null when the face must always be shaped.
     PairAdvances* pairs() const { return pairs_.get(); }

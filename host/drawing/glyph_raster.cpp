@@ -13,11 +13,11 @@ namespace wainscot {
 namespace {
 
 constexpr int fractions = 64;
-/// A larger glyph is not worth a picture, and its size would overflow.
+/// Larger glyphs get no picture: their size would overflow.
 constexpr int largestSize = 4096 * fractions;
 /// Far beyond the number of glyphs that a face may have.
 constexpr std::uint32_t mostGlyphs = 1U << 16;
-/// What the table of faces takes for one, roughly.
+/// The rough cost of a face in the table of faces.
 constexpr std::size_t faceOverhead = 64;
 
 /// The glyph of the face, drawn into the face's slot; false when there is none.

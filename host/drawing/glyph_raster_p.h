@@ -23,7 +23,7 @@ struct GlyphPicture {
     std::vector<std::uint8_t> coverage;
 };
 
-/// The pictures of glyphs, made once per face, size and glyph. They are let go together when they take too
+/// The pictures of glyphs, made once per face, size and glyph. They are freed together when they take too
 /// much memory, but never while a `Use` lives.
 class GlyphRasters {
 public:

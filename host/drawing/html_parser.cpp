@@ -76,7 +76,8 @@ std::uint32_t numberOf(std::wstring_view name) {
     return value;
 }
 
-/// Reads a written character at the front of `text`, which begins with "&": its length, or 0 when it is none.
+/// Reads a character reference at the front of `text`, which begins with "&". Gives its length; 0 when it is
+/// not one.
 std::size_t readEntity(std::wstring_view text, wchar_t& character) {
     std::size_t const end = text.substr(0, 12).find(L';');
     if (end == text.npos || end < 2) return 0;

@@ -18,7 +18,7 @@ int clamped(std::int64_t value) {
     return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
-/// One line from `start`, its place on the baseline; only what lies between two columns.
+/// Draws one line from `start`, its place on the baseline; only the part between two columns.
 class LinePainter {
 public:
     LinePainter(CanvasRenderer& renderer, HTMLRenderer::Paragraphs const& text,
@@ -45,7 +45,7 @@ private:
         renderer_.renderPrimitive(
             Glib::TextDescription(part, at, layout_.fontOf(line, fragment), span.colour));
         if (span.url.empty()) return;
-        // Not under the blank at which the line was broken.
+        // No underline under the blank at which the line was broken.
         double const end = std::min(fragment.x + fragment.width, line.broken.width);
         XY<int> const below(0, -2);
         renderer_.renderPrimitive(

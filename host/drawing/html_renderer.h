@@ -9,8 +9,8 @@
 namespace wainscot {
 
 /// Simple rich text: paragraphs (p), bold (b, strong), italic (i, em), line breaks (br) and links (a href).
-/// Characters may be written as `&lt;`, `&gt;`, `&amp;`, `&quot;`, `&apos;`, `&nbsp;` and by number. What is
-/// no known tag is ordinary text and shown as it stands.
+/// Characters may be written as `&lt;`, `&gt;`, `&amp;`, `&quot;`, `&apos;`, `&nbsp;` and by number. Unknown
+/// tags are ordinary text.
 class WAINSCOT_API HTMLRenderer {
 public:
     /// A stretch of one look.
@@ -27,9 +27,8 @@ public:
     };
     struct Layout;
 
-    /// A text as it was parsed. It never changes, so it keeps the lines into which it was broken last: what
-    /// is asked about it again at the same width and font costs no more than what is in sight. User-interface
-    /// thread only.
+    /// A parsed text, which never changes. It keeps the lines of the last width and font, so that asking
+    /// again costs only what is in sight. User-interface thread only.
     class WAINSCOT_API Paragraphs {
     public:
         explicit Paragraphs(std::vector<Paragraph> list);
@@ -53,9 +52,9 @@ public:
     };
     using ParagraphsPtr = std::shared_ptr<Paragraphs const>;
 
-    /// True when a text holds a known tag; ordinary text with "<" in it is none.
+    /// Whether a text has a known tag; "<" alone does not count.
     static bool isHTML(LightweightString<wchar_t> const& text);
-    /// Links take the palette's mark of the focus, all else its enabled text. Never null.
+    /// Links have the colour of the palette's focus mark, other text that of its enabled text. Never null.
     static ParagraphsPtr parse(LightweightString<wchar_t> const& text, Palette const& palette);
 
     /// Draws from the top of `area`, wrapped to its width.
@@ -65,9 +64,9 @@ public:
     static int calcMaxWidth(Paragraphs const& text, Glib::FontDesc const& font);
     /// How many lines there are when wrapped to `width`; below 1 means not wrapped.
     static int calcNumDisplayLines(Paragraphs const& text, Glib::FontDesc const& font, int width);
-    /// The height of those lines.
+    /// The height of the lines.
     static int calcHeight(Paragraphs const& text, Glib::FontDesc const& font, int width);
-    /// Where the link under a place leads, for a text drawn in `area`; empty when there is none.
+    /// The target of the link under a place, for a text drawn in `area`; empty when there is no link.
     static LightweightString<wchar_t> getURLAtPosition(Paragraphs const& text, Glib::FontDesc const& font,
                                                        IntBox const& area, XY<int> const& place);
 };

@@ -18,7 +18,7 @@ public:
         double y;
     };
 
-    /// The square lies in the middle of a picture that is none.
+    /// The square is centred when the picture is not square.
     IconSketch(XY<int> size, std::span<std::uint32_t> pixels);
     ~IconSketch();
     IconSketch(IconSketch const&) = delete;
@@ -39,10 +39,11 @@ public:
     void circle(double radius);
     void star(int points, double outer, double inner, double flat = 0.0);
 
-    /// Draw the path: filled from the upper colour to the lower one, or as a line; it stays where told.
+    /// Draw the path: filled from the upper colour to the lower colour, or as a line. With `keep` the path
+    /// stays.
     void fill(Colour const& upper, Colour const& lower, bool keep = false);
     void stroke(Colour const& colour, double thickness, bool keep = false);
-    /// Fills the path with a light that is brightest near its middle.
+    /// Fills the path with light that is brightest near its middle.
     void glow(Colour const& middle, Colour const& rim);
 
 private:

@@ -26,8 +26,8 @@ public:
 
     /// From pixels; null when the size does not fit them or is refused.
     static Qv::Ptr<Image> fromPixels(XY<int> size, std::vector<std::uint32_t> pixels);
-    /// A picture that is not scaled but drawn anew for each size at which it is shown; `size` is its natural
-    /// one. Null when that is refused or there is no painter.
+    /// A picture that is drawn anew for each size at which it is shown, instead of scaled; `size` is its
+    /// natural size. Null when the size is refused or there is no painter.
     static Qv::Ptr<Image> fromPainter(XY<int> size, Painter paint);
 
     XY<int> size() const { return size_; }
@@ -50,7 +50,7 @@ private:
     std::unique_ptr<ScaledImages> scaled_;
 };
 
-/// Either an image or the message that says why there is none.
+/// An image, or the message that says why there is none.
 struct LoadedImage {
     Qv::Ptr<Image> image;
     LightweightString<char> message;
@@ -60,13 +60,13 @@ struct LoadedImage {
 WAINSCOT_API LoadedImage loadPng(LightweightString<char> const& path);
 WAINSCOT_API LoadedImage loadPng(std::span<std::uint8_t const> bytes);
 
-/// The icon of a bare file name ("folder.png"), read once: what was registered, else the file, else the
-/// standard icon (host/drawing/standard_icons.h). Null when there is none, which is no fault.
+/// The icon of a bare file name ("folder.png"), read once: the registered icon, else the file, else the
+/// standard icon (host/drawing/standard_icons.h). Null when there is none, which is not counted as misuse.
 WAINSCOT_API Qv::Ptr<Image> loadIcon(LightweightString<wchar_t> const& bareName);
-/// Where icons are looked for instead of `getIconsDirectory()`, or there again when empty; forgets those
-/// already read.
+/// Where icons are looked for instead of `getIconsDirectory()`; empty = there again. Forgets all icons that
+/// were read.
 WAINSCOT_API void setIconFolder(LightweightString<char> const& folder);
-/// Gives an icon that is made in code; null takes it away again.
+/// Registers an icon that is made in code; null takes it away again.
 WAINSCOT_API void registerIcon(LightweightString<wchar_t> const& bareName, Qv::Ptr<Image> image);
 
 } // namespace wainscot::Glib

@@ -29,7 +29,7 @@ std::uint32_t bigEndian(std::uint8_t const* bytes) {
            bytes[3];
 }
 
-/// What forbids decoding, judged before any memory is taken for the pixels; null when nothing does.
+/// Why a file must not be decoded, checked before memory is taken for the pixels; null when it may be.
 char const* refusal(std::span<std::uint8_t const> bytes) {
     if (bytes.size() < headerSize || !std::equal(signature.begin(), signature.end(), bytes.begin()) ||
         std::memcmp(bytes.data() + 12, "IHDR", 4) != 0)
@@ -51,7 +51,7 @@ cairo_status_t readOn(void* source, unsigned char* target, unsigned int length) 
     return CAIRO_STATUS_SUCCESS;
 }
 
-/// Pictures without alpha come with unused bits in its place.
+/// In pictures without alpha the bits of the alpha are undefined.
 std::vector<std::uint32_t> pixelsOf(cairo_surface_t* picture) {
     int const width = cairo_image_surface_get_width(picture);
     int const height = cairo_image_surface_get_height(picture);
@@ -68,7 +68,7 @@ std::vector<std::uint32_t> pixelsOf(cairo_surface_t* picture) {
     return pixels;
 }
 
-/// A picture as the path library would not give it, 16 bits a component, is drawn into one that it can.
+/// Converts a picture with 16 bits a component into the usual format.
 cairo_surface_t* withUsualFormat(cairo_surface_t* picture) {
     cairo_surface_t* usual = cairo_image_surface_create(
         CAIRO_FORMAT_ARGB32, cairo_image_surface_get_width(picture), cairo_image_surface_get_height(picture));

@@ -47,7 +47,7 @@ void LineBreaker::addWord(std::size_t span, std::size_t start, std::size_t lengt
     std::wstring_view const text = spans_[span].text;
     double const width = font.exactWidth(text.substr(start, length));
     double wanted = width;
-    // What follows without a blank in other spans goes with it, unless no line could hold it all.
+    // Text that follows without a blank in other spans stays with it, unless no line could hold it all.
     if (!wordIsOpen_ && blanks == 0 && start + length == text.size() && isLimited()) {
         double const whole = width + continuationWidth(span + 1);
         if (fits(whole)) wanted = whole;
@@ -63,8 +63,8 @@ void LineBreaker::addWord(std::size_t span, std::size_t start, std::size_t lengt
     wordIsOpen_ = blanks == 0;
 }
 
-/// The width of the rest of a word that goes on in the spans from `span` on; no more than is needed to tell
-/// that it does not fit.
+/// The width of the rest of a word, which goes on in the spans from `span` on; measured only until it does
+/// not fit.
 double LineBreaker::continuationWidth(std::size_t span) const {
     double width = 0;
     for (; span < spans_.size() && fits(width); ++span) {
@@ -78,7 +78,7 @@ double LineBreaker::continuationWidth(std::size_t span) const {
     return width;
 }
 
-/// Joins what follows directly on the same span, so that a line is few fragments.
+/// Joins neighbouring pieces of one span, so that a line has few fragments.
 void LineBreaker::addPiece(std::size_t span, std::size_t start, std::size_t length, double width) {
     if (length == 0) return;
     Fragment* last = line_.fragments.empty() ? nullptr : &line_.fragments.back();
@@ -93,7 +93,7 @@ void LineBreaker::addPiece(std::size_t span, std::size_t start, std::size_t leng
     line_.descent = std::max(line_.descent, spans_[span].font->descent());
 }
 
-/// How much of a block fits on the line; one layout tells it for all its beginnings.
+/// How much of a block fits on the line, found in one layout.
 std::size_t LineBreaker::fittingPlain(Font const& font, std::wstring_view piece) const {
     TextLayoutPtr const layout = TextLayouts::get(font, piece);
     std::size_t fitting = 0;
@@ -102,7 +102,7 @@ std::size_t LineBreaker::fittingPlain(Font const& font, std::wstring_view piece)
     return fitting;
 }
 
-/// The same where the gaps do not run from left to right: beginnings are laid out by themselves.
+/// The same when the gaps do not run from left to right: each beginning is laid out by itself.
 std::size_t LineBreaker::fittingTurned(Font const& font, std::wstring_view piece) const {
     std::size_t low = 0;
     std::size_t high = piece.size();

@@ -33,7 +33,7 @@ public:
         double width = 0;
         int ascent = 0;
         int descent = 0;
-        /// True when the text itself ended the line.
+        /// Whether the line ends where the text says so, not at the width.
         bool endsParagraph = false;
     };
 

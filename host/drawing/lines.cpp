@@ -6,7 +6,7 @@
 namespace wainscot {
 namespace {
 
-/// The box of an upright or level line; device thickness, so that a line never vanishes.
+/// The box of a vertical or horizontal line, in device thickness, so that a line never vanishes.
 IntBox straightLine(RenderTarget const& target, Glib::LineDescription const& line) {
     IntBox box = target.deviceBox(IntBox(line.from, line.to));
     int const thickness = deviceThickness(line.width, target.scale());

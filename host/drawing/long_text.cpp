@@ -11,7 +11,7 @@
 namespace wainscot::Glib {
 namespace {
 
-/// Blocks made by an edit leave room for more, so that typing does not cut them again and again.
+/// Blocks from an edit leave room for more text, so that typing does not cut them again and again.
 constexpr std::size_t roomyLength = TextLayout::maxLength / 2;
 /// An edited block that is shorter is joined with the next one.
 constexpr std::size_t shortLength = 32;
@@ -34,7 +34,8 @@ std::size_t nextLength(std::wstring_view text, std::size_t target) {
 
 } // namespace
 
-/// The width of a block that runs from left to right only; another is counted, and measured with its line.
+/// The width of a block that runs from left to right only. Other blocks are counted and measured with their
+/// line.
 double LongText::measure(std::wstring_view piece) {
     std::optional<double> const width = font_ ? Font::of(*font_).plainWidth(piece) : std::nullopt;
     if (!width && Bidi::mayTurn(piece)) ++turning_;
@@ -66,7 +67,7 @@ void LongText::sumFrom(std::size_t block) {
     width_ = left;
 }
 
-/// Orders a line that does not run from left to right only, after blocks were exchanged.
+/// Orders a line with text from right to left again, after blocks were exchanged.
 void LongText::order(std::size_t first, std::size_t removed, std::size_t added) {
     if (turning_ == 0 || !font_) return line_.reset();
     std::vector<BidiBlockPtr> known;

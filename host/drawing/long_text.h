@@ -14,14 +14,15 @@ class BidiLine;
 
 namespace wainscot::Glib {
 
-/// One line of text of any length that is measured and drawn while it is edited: a change costs what it
-/// changes, not what there is. Keeps the text in blocks with their widths. Where any of it runs from right to
-/// left, a change costs a pass over the line, which is ordered as a whole.
+/// One line of text of any length that is measured and drawn while it is edited. The text is kept in blocks
+/// with their widths, so that the cost of a change does not depend on the length of the line. Only a line
+/// with text from right to left is ordered as a whole: there a change costs a pass over the line.
 class WAINSCOT_API LongText {
 public:
     LongText() = default;
     explicit LongText(Qv::Ptr<iFont> font) : font_(std::move(font)) {}
 
+    /// Sets the font; all of the text is measured again.
     void setFont(Qv::Ptr<iFont> font);
     Qv::Ptr<iFont> const& font() const { return font_; }
 
@@ -39,8 +40,8 @@ public:
     /// The gap nearest to `x`, never inside a grapheme cluster.
     std::size_t indexAt(int x) const;
 
-    /// Draws the text with its left end on the baseline at `position`; only the blocks that can be seen cost
-    /// anything.
+    /// Draws the text with its left end on the baseline at `position`; costs only the blocks that can be
+    /// seen.
     void draw(CanvasRenderer& renderer, XY<int> const& position, Colour const& colour) const;
 
 private:
@@ -57,7 +58,7 @@ private:
     Place placeOf(std::size_t index) const;
     double measure(std::wstring_view piece);
     std::vector<Block> cut(std::wstring_view text, std::size_t target);
-    /// Puts blocks in the place of `count` others.
+    /// Replaces `count` blocks by others.
     void exchange(std::size_t first, std::size_t count, std::vector<Block> fresh);
     void sumFrom(std::size_t block);
     /// `added` blocks stand where `removed` ones stood before.

@@ -17,7 +17,7 @@ public:
     static constexpr std::uint32_t count = 0x5F;
     static constexpr bool takesPart(std::uint32_t character) { return character - first < count; }
 
-    /// Stands for "these two change each other": a ligature, say.
+    /// Stands for two characters that change each other, in a ligature for example.
     static constexpr std::int32_t entangled = INT32_MIN;
 
     explicit PairAdvances(hb_font_t* shaper) : shaper_(shaper) {}

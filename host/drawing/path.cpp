@@ -45,7 +45,7 @@ public:
         auto node = std::make_shared<Node>(Node{step, std::move(last_)});
         last_ = std::move(node);
     }
-    /// One by one: letting go of the last would take a call for each step inside the other.
+    /// Frees the steps one by one, without recursion.
     void clear() {
         while (last_ && last_.use_count() == 1) last_ = std::exchange(last_->before, nullptr);
         last_.reset();
@@ -97,7 +97,7 @@ RootCanvas& root() {
     return current;
 }
 
-/// Numbers that cannot be drawn become ones that can.
+/// NaN and numbers that are too large become drawable numbers.
 double usable(double value) {
     return std::isfinite(value) ? std::clamp(value, -double(far), double(far)) : 0.0;
 }
@@ -109,8 +109,7 @@ void add(PathStep step) {
     now.path.push_back(step);
 }
 
-/// Of many turns one is kept beside what is left: the outline and its end are the same, and the cost is not
-/// that of thousands.
+/// Of many turns only one is kept, with the rest: outline and end are the same, and the cost is small.
 void addArc(double x, double y, double radius, double fromDegrees, double toDegrees) {
     double const from = usable(fromDegrees);
     double const sweep = usable(toDegrees) - from;
@@ -312,7 +311,7 @@ void glib_copy(IntBox const& from, XY<int> const& to) {
     XY<int> const distance(wanted.x1 - source.x1, wanted.y1 - source.y1);
     pixman_box32_t const* limits = pixman_region32_extents(target.clip());
     IntBox const visible(limits->x1, limits->y1, limits->x2, limits->y2);
-    // Both ends must lie in what belongs to the canvas, and be alike in size where rounding made them differ.
+    // Both boxes must lie on the canvas, and have the same size although rounding may have made them differ.
     IntBox const readable = source.intersection(visible).translated(distance);
     IntBox const copied =
         IntBox::sized({wanted.x1, wanted.y1}, source.size()).intersection(visible).intersection(readable);
@@ -330,7 +329,7 @@ struct StateSaver::Saved {
 
 StateSaver::StateSaver() : saved_(new Saved{state(), savedStates().size()}) {}
 
-/// Also takes back what was saved and not restored in the scope.
+/// Also drops states that were saved and not restored in the scope.
 StateSaver::~StateSaver() {
     if (savedStates().size() > saved_->depth) savedStates().resize(saved_->depth);
     state() = std::move(saved_->state);

@@ -5,7 +5,7 @@
 
 namespace wainscot {
 
-/// Draws text and boxes on a canvas at once, with a colour and a font that it keeps.
+/// Draws text and boxes on a canvas at once, in its colour and its font.
 class WAINSCOT_API Pen {
 public:
     /// `colour` is copied; null stands for black. A face name of null or "" is the default face. `height` is

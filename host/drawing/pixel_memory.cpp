@@ -10,7 +10,7 @@ namespace {
 
 /// What the system calls a large page.
 constexpr std::size_t largePage = std::size_t(2) << 20;
-/// Less is not worth being rounded up to large pages.
+/// Smaller amounts are not rounded up to large pages.
 constexpr std::size_t manyBytes = 2 * largePage;
 
 } // namespace
@@ -28,7 +28,7 @@ PixelMemory makePixelMemory(std::size_t count) {
     void* place = start;
     if (needed >= manyBytes) {
         std::align(largePage, needed, place, space);
-        // A wish; without it the pixels only cost more time.
+        // This may fail; then the pixels only cost more time.
         madvise(place, needed, MADV_HUGEPAGE);
     }
     return PixelMemory(static_cast<std::uint32_t*>(place), deleter);

@@ -20,11 +20,10 @@ private:
     std::size_t bytes_ = 0;
 };
 
-/// The pixels of a window, straight from the system: it clears them as they are first touched, in large
-/// pieces where there are many.
+/// The pixels of a window, in memory straight from the system, which clears it when it is first touched.
 using PixelMemory = std::unique_ptr<std::uint32_t[], PixelMemoryDeleter>;
 
-/// So many pixels, all 0. Throws `std::bad_alloc` when there is no memory.
+/// Makes `count` pixels, all 0. Throws `std::bad_alloc` when there is no memory.
 WAINSCOT_API PixelMemory makePixelMemory(std::size_t count);
 
 } // namespace wainscot

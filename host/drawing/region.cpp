@@ -27,7 +27,7 @@ Qv::Ptr<iRegion> make(pixman_region32_t const* region) {
     return Qv::Ptr<iRegion>(new Region(region));
 }
 
-/// One region of many boxes at once: as one by one each would copy all before it.
+/// One region of many boxes at once: one by one, each would copy all boxes before it.
 Qv::Ptr<iRegion> makeFrom(std::vector<pixman_box32_t> const& boxes) {
     PixelRegion region;
     region.assign(boxes);
@@ -118,12 +118,12 @@ bool region_eq(Qv::Ptr<iRegion> const& a, Qv::Ptr<iRegion> const& b) {
 
 namespace {
 
-/// What some steps together do to any region: they take something away, then add something.
+/// The effect of several steps on any region: they take an area away, then add an area.
 struct Change {
     PixelRegion removed;
     PixelRegion added;
 
-    /// Makes this the change of its own steps and then those of `next`.
+    /// Appends the steps of `next`.
     void follow(Change& next) {
         pixman_region32_union(removed.get(), removed.get(), next.removed.get());
         pixman_region32_subtract(added.get(), added.get(), next.removed.get());

@@ -23,7 +23,7 @@ public:
     virtual bool contains(XY<int> const& place) const = 0;
 
 private:
-    /// The one implementation.
+    /// The only implementation.
     friend class Region;
     iRegion() = default;
 };
@@ -42,7 +42,7 @@ enum eCurvedRegionType {
 /// gives an empty region.
 WAINSCOT_API Qv::Ptr<iRegion> makeCurvedRegion(XY<int> const& size, unsigned int radius,
                                                eCurvedRegionType type = eCurvedAll);
-/// What lies in both; a null region is taken as everything.
+/// The intersection of both; a null region stands for everything.
 WAINSCOT_API Qv::Ptr<iRegion> region_intersect(Qv::Ptr<iRegion> const& a, Qv::Ptr<iRegion> const& b);
 /// True when both cover the same pixels; null equals only null.
 WAINSCOT_API bool region_eq(Qv::Ptr<iRegion> const& a, Qv::Ptr<iRegion> const& b);
@@ -52,6 +52,7 @@ namespace Glib {
 /// Puts a region together from boxes.
 class WAINSCOT_API RegionBuilder {
 public:
+    /// Adds a box, or takes its area out; the steps count in their order.
     RegionBuilder& add(IntBox const& box);
     RegionBuilder& subtract(IntBox const& box);
     Qv::Ptr<iRegion> build() const;

@@ -13,7 +13,7 @@ public:
     ~PixelRegion() { pixman_region32_fini(&region_); }
     PixelRegion(PixelRegion const&) = delete;
     PixelRegion& operator=(PixelRegion const&) = delete;
-    /// All the boxes at once: one by one each would copy those before it.
+    /// All boxes at once: one by one, each would copy the boxes before it.
     void assign(std::vector<pixman_box32_t> const& boxes) {
         pixman_region32_fini(&region_);
         pixman_region32_init_rects(&region_, boxes.data(), static_cast<int>(boxes.size()));

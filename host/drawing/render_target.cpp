@@ -7,7 +7,7 @@
 namespace wainscot {
 namespace {
 
-/// Beyond this nothing can be seen, and within it no sum or product overflows.
+/// Nothing beyond this can be seen; within it no sum or product overflows.
 constexpr int farthest = 1 << 20;
 
 std::uint16_t component(double value) {
@@ -136,7 +136,7 @@ void RenderTarget::fillMasked(CoverageMask const& mask, IntBox const& deviceBox,
                         mask.coverage + static_cast<std::ptrdiff_t>(part.y1 - deviceBox.y1) * mask.stride +
                             (part.x1 - deviceBox.x1),
                         mask.stride, part.height()};
-        // Whole rows go four pixels at a time; what that touches behind the mask stays as it is.
+        // Whole rows go four pixels at a time; pixels behind the mask are touched, but keep their colour.
         bool const whole =
             part.width() == deviceBox.width() && deviceBox.x1 + mask.stride <= surface().stride();
         if (!whole)

@@ -30,11 +30,11 @@ public:
     double scale() const { return surface().scale(); }
     /// The canvas's opacity times the primitive's.
     double opacity(double own) const;
-    /// A place on the canvas as a place on the surface; what lies absurdly far away is brought nearer.
+    /// A place on the canvas as a place on the surface; absurdly distant places are moved nearer.
     XY<int> onSurface(XY<int> const& place) const;
-    /// The same without bringing anything nearer; for sums with exact distances.
+    /// The same without moving anything nearer; for sums with exact distances.
     XY<long long> exactOnSurface(XY<int> const& place) const;
-    /// A box on the canvas, as small as that is easy to tell, outside of which nothing is drawn.
+    /// A box on the canvas outside of which nothing is drawn; it may be larger than necessary.
     IntBox visibleBox() const;
     /// The device box of a box on the canvas, not clipped.
     IntBox deviceBox(IntBox const& box) const;

@@ -9,7 +9,7 @@
 namespace wainscot::Glib {
 namespace {
 
-/// Larger radii make masks that cost more than they are worth; nothing on a screen needs them.
+/// Masks of larger radii cost too much; nothing on a screen needs them.
 constexpr int largestRadius = 512;
 
 /// A rounded box in device pixels.
@@ -36,7 +36,7 @@ void fillCorners(RenderTarget const& target, RoundedBox const& shape, CornerMask
     }
 }
 
-/// What lies between the corners.
+/// The boxes between the corners.
 std::array<IntBox, 3> bodyOf(RoundedBox const& shape) {
     IntBox const& b = shape.box;
     int const r = shape.radius;
@@ -47,7 +47,7 @@ std::array<IntBox, 3> bodyOf(RoundedBox const& shape) {
 /// The four straight parts of an edge.
 std::array<IntBox, 4> sidesOf(RoundedBox const& shape, int edge) {
     IntBox const& b = shape.box;
-    // Where the corners are smaller than the edge is thick, the sides above and below reach to the ends.
+    // When the edge is thicker than the corners' radius, the sides above and below reach to the ends.
     int const r = std::max(shape.radius, edge);
     int const ends = shape.radius;
     return {IntBox(b.x1 + ends, b.y1, b.x2 - ends, b.y1 + edge),

@@ -7,7 +7,7 @@
 
 namespace wainscot::Glib {
 
-/// An image at the device sizes at which it was drawn of late.
+/// An image at the device sizes at which it was drawn lately.
 class ScaledImages {
 public:
     ScaledImages() = default;

@@ -11,7 +11,7 @@ namespace {
 using Point = IconSketch::Point;
 
 constexpr Colour white(1, 1, 1);
-/// Marks of one colour stand out from dark and from light grounds alike.
+/// A colour that stands out from dark and from light grounds alike.
 constexpr Colour ink = Colour::fromLong(0x7E828A);
 
 // Lights
@@ -29,7 +29,7 @@ constexpr Point diamond[] = {{0.5, 0.07}, {0.93, 0.5}, {0.5, 0.93}, {0.07, 0.5}}
 constexpr Point peakUp[] = {{0.5, 0.12}, {0.92, 0.85}, {0.08, 0.85}};
 constexpr Point peakDown[] = {{0.08, 0.15}, {0.92, 0.15}, {0.5, 0.88}};
 
-/// Draws the path as a light: glowing, or there but not lit.
+/// Draws the path as a light that is lit or not.
 void light(IconSketch& sketch, Colour const& hue, bool lit) {
     Colour const body = lit ? hue : Colour::mix(hue, grey, 0.6);
     sketch.stroke(Colour::scale(body, 0.45), 2 * sketch.hairline(), true);
@@ -75,7 +75,7 @@ void whiteLight(IconSketch& sketch) {
     light(sketch, pale, lit);
 }
 
-/// Nothing is on: only the rim of a light.
+/// The light that is off: only a rim.
 void greyLight(IconSketch& sketch) {
     sketch.circle(0.34);
     sketch.stroke(ink, sketch.bar());

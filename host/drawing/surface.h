@@ -16,7 +16,7 @@ class SurfaceImage;
 /// edge round(e * scale), so neighbours share an edge at every scale.
 class WAINSCOT_API Surface {
 public:
-    /// A size below 1 becomes 1; one beyond `maxDeviceExtent` device pixels is cut to it.
+    /// The size is clamped to 1 at least and `maxDeviceExtent` device pixels at most.
     Surface(XY<int> size, double scale);
     ~Surface();
     Surface(Surface const&) = delete;
@@ -28,17 +28,16 @@ public:
     double scale() const { return scale_; }
     XY<int> deviceSize() const { return deviceSize_; }
     IntBox bounds() const { return IntBox::sized({0, 0}, size_); }
-    /// Takes a new size or scale: the pixels are lost, all is damaged. Nothing happens when both are as
-    /// before.
+    /// Sets size and scale. When either changes, the pixels are lost and everything is damaged.
     void resize(XY<int> size, double scale);
 
-    /// Where the lower-left corner of what the window shows lies; round it there may be room for a shadow.
+    /// The lower-left corner of the window's contents; round the contents there may be room for a shadow.
     XY<int> contentPlace() const { return contentPlace_; }
     void setContentPlace(XY<int> place) { contentPlace_ = place; }
     /// Whether transparent pixels show what lies below the window.
     bool isTranslucent() const { return translucent_; }
     void setTranslucent(bool translucent) { translucent_ = translucent; }
-    /// A frame is painted over its edges.
+    /// Whether a frame is painted over its edges.
     bool isMarked() const { return marked_; }
     void setMarked(bool marked) { marked_ = marked; }
 
@@ -53,14 +52,15 @@ public:
     /// The pixels as the pixel library sees them; for the renderer.
     SurfaceImage& image() const { return *image_; }
 
-    /// What must be painted by the next painting visit.
+    /// The damage that the next painting visit paints.
     Damage& toPaint() { return toPaint_; }
-    /// What has been painted and not yet been brought to the screen.
+    /// What has been painted, but not yet brought to the screen.
     Damage& toPresent() { return toPresent_; }
     Damage const& toPaint() const { return toPaint_; }
     Damage const& toPresent() const { return toPresent_; }
 
-    /// While held, painting visits leave the surface alone; its damage waits. Nests.
+    /// While painting is held, painting visits leave the surface alone, and its damage waits. Holds may be
+    /// nested.
     void holdPainting() { ++holds_; }
     void releasePainting() {
         if (holds_ > 0) --holds_;

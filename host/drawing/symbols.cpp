@@ -127,7 +127,7 @@ private:
             cairo_line_to(path_, snapped(point.x, offset), snapped(point.y, offset));
     }
 
-    /// Onto pixel edges for areas; for lines of an odd thickness, half a pixel beside them.
+    /// Moves areas onto pixel edges; lines of an odd thickness half a pixel beside them.
     double snapped(double share, double offset) const {
         return std::round(share * extent_ - offset) + offset;
     }

@@ -4,8 +4,8 @@
 
 namespace wainscot {
 
-/// The symbols of the user interface: drawn as shapes, in any font and at any size, like characters one size
-/// wide. Where a member has a stated number it is given.
+/// The symbols of the user interface: drawn as shapes, in any font and at any size, as wide as the font's
+/// size.
 namespace QvTTF {
 
 enum eGlyph {
@@ -35,10 +35,10 @@ enum eGlyph {
     eGrip = 33,
     ePlay = 34,
     eStar = 35,
-    /// What a folding button shows while it is up, and while it is down.
+    /// For a folding button: while it is up, and while it is down.
     eFoldClosed = 72,
     eFoldOpen = 73,
-    /// That a button opens a list.
+    /// For a button that opens a list.
     eDropDown = 102,
 };
 
@@ -48,7 +48,7 @@ inline constexpr wchar_t codePointCount = 128;
 
 } // namespace QvTTF
 
-/// The string that draws one symbol; empty for a number that is none.
+/// The string that draws one symbol; empty for an unknown number.
 WAINSCOT_API LightweightString<wchar_t> getString(QvTTF::eGlyph glyph);
 
 } // namespace wainscot

@@ -16,7 +16,7 @@ constexpr std::uint32_t glyphOf(std::uint32_t character) {
     return character - static_cast<std::uint32_t>(QvTTF::firstCodePoint);
 }
 
-/// A symbol's coverage of device pixels, as of a glyph; empty for a number that is none.
+/// A symbol's coverage of device pixels, like a glyph's; empty for an unknown number.
 GlyphPicture draw(std::uint32_t glyph, double deviceSize);
 
 } // namespace wainscot::Symbols

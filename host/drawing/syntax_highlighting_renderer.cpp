@@ -20,8 +20,8 @@ std::size_t endOfStretch(std::wstring_view text, std::size_t start) {
     return end;
 }
 
-/// Draws at an exact distance from the start of the line, as a line of one colour would be drawn. Returns the
-/// width of the stretch.
+/// Draws at an exact distance from the start of the line, as in a line of one colour. Gives the width of the
+/// stretch.
 double draw(CanvasRenderer& renderer, std::wstring_view stretch, Qv::Ptr<iFont> const& font,
             XY<int> const& position, double x, Colour const& colour) {
     RenderTarget const target(renderer);

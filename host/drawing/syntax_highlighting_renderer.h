@@ -16,8 +16,8 @@ public:
     void addKeyWord(LightweightString<wchar_t> const& word, Colour const& colour);
     bool isKeyWord(LightweightString<wchar_t> const& word) const;
 
-    /// With the left end on the baseline at `position`; what is no key word in `colour`. Every character lies
-    /// where it would lie in plain text.
+    /// Draws a line with its left end on the baseline at `position`; words that are no key words in `colour`.
+    /// Every character lies where it lies in plain text.
     void render(CanvasRenderer& renderer, LightweightString<wchar_t> const& line, XY<int> const& position,
                 Colour const& colour) const;
 

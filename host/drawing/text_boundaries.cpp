@@ -21,7 +21,7 @@ bool isPlainStop(wchar_t before, wchar_t after) {
     return before != L'\r' || after != L'\n';
 }
 
-/// The text as the boundary finder wants it, with the way back to its own indices.
+/// The text in UTF-16 for the boundary finder, with the indices of the original text.
 struct Utf16 {
     std::u16string units;
     std::vector<std::size_t> indices;
@@ -65,7 +65,7 @@ void markStops(std::wstring_view text, std::vector<bool>& inside) {
     inside.front() = inside.back() = false;
 }
 
-/// Flags are pairs of letters of their own, counted from the first of them in a row: whether a place lies
+/// A flag is a pair of regional letters, counted from the beginning of a row of them: whether a place lies
 /// inside a pair.
 bool oddFlagsBefore(std::wstring_view text, std::size_t index) {
     constexpr std::size_t mostFlags = 4096;

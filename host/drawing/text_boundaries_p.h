@@ -8,12 +8,12 @@
 /// Where a text may be cut: grapheme clusters and words. Any sequence of code points is accepted.
 namespace wainscot::TextBoundaries {
 
-/// What shapes and cuts as this code point: itself, or the replacement character where it is none.
+/// The code point itself, or the replacement character when it is invalid.
 constexpr std::uint32_t validCodePoint(std::uint32_t c) {
     return c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? 0xFFFD : c;
 }
 
-/// The character in whose place a code point is laid out, so that every text can be shaped.
+/// The character that is laid out for a code point, so that every text can be shaped.
 constexpr std::uint32_t shapedAs(std::uint32_t c) {
     if (c == '\t') return ' ';
     // Control characters take part with no width and no ink.
@@ -33,7 +33,7 @@ constexpr bool isControl(wchar_t c) {
 
 /// True where a grapheme cluster begins or the text ends. Looks at the neighbourhood only.
 bool isStop(std::wstring_view text, std::size_t index);
-/// The stop after or before `index`; the ends of the text are their own.
+/// The stop after or before `index`; at an end of the text that end.
 std::size_t nextStop(std::wstring_view text, std::size_t index);
 std::size_t previousStop(std::wstring_view text, std::size_t index);
 /// For every gap of the text (length + 1 of them), whether it lies inside a cluster; empty when none does.

@@ -18,15 +18,15 @@ std::wstring withoutControls(std::wstring_view text) {
     return kept;
 }
 
-/// A beginning of the text that is wider than `width`, or all of it: what lies beyond cannot matter. Blocks
-/// are looked at until there is enough, so that the cost depends on the width and not on the text.
+/// How much of the text is certainly wider than `width`, or all of it; the rest cannot matter. Blocks are
+/// measured until there is enough, so that the cost depends on the width, not on the text.
 std::size_t enoughFor(Font const& font, std::wstring_view text, double width) {
     double reached = 0;
     std::size_t length = 0;
     forEachBlock(text, [&](std::wstring_view block, std::size_t start) {
         TextLayoutPtr const layout = TextLayouts::get(font, block);
         reached += static_cast<double>(layout->width());
-        // By themselves such blocks may be a little wider than they are in their line.
+        // Such blocks may be a little wider by themselves than in their line.
         if (layout->mayTurn() && block.size() < text.size()) reached -= 2.0 * font.size();
         length = start + block.size();
         return reached <= width;
@@ -74,7 +74,7 @@ std::wstring cutAtEnd(Font const& font, std::wstring_view text, unsigned short w
 }
 
 std::wstring cutAtStart(Font const& font, std::wstring_view text, unsigned short width) {
-    // A character is hardly ever narrower than a quarter of a pixel, so this is all that could fit.
+    // Characters are seldom narrower than a quarter of a pixel, so no more could fit.
     text = text.substr(text.size() - std::min<std::size_t>(text.size(), 4U * width + 64U));
     std::vector<std::size_t> const stops = stopsOf(text);
     return longestFitting(font, stops.size(), width, [&](std::size_t i) {

@@ -32,7 +32,7 @@ std::size_t TextLayout::bytes() const {
 namespace {
 
 constexpr std::size_t cacheLimit = 4 * 1024 * 1024;
-/// What the lists and tables of the cache take for one entry, roughly.
+/// The rough cost of an entry in the lists and tables of the cache.
 constexpr std::size_t entryOverhead = 160;
 
 struct Key {

@@ -19,7 +19,7 @@ struct PlacedGlyph {
     float y;
 };
 
-/// What the layout of a block takes from its line, where that has text of both directions.
+/// What the layout of a block needs to know of a line with text of both directions.
 struct BlockContext {
     /// Characters that run together.
     struct Stretch {
@@ -47,8 +47,8 @@ public:
     /// Longer texts are cut into blocks.
     static constexpr std::size_t maxLength = 256;
 
-    /// What lies in a stretch of the context. Stretches stand in reading order, left to right; the line
-    /// takes each to its own place.
+    /// The part of the layout in a stretch of the context. Parts are in reading order, left to right; the
+    /// line takes each to its own place.
     struct Part {
         float left;
         float width;
@@ -86,11 +86,11 @@ private:
 
 using TextLayoutPtr = std::shared_ptr<TextLayout const>;
 
-/// The shaped runs of late: least recently used ones go when they take more than 4 MB.
+/// A cache of shaped runs: beyond 4 MB the least recently used runs are dropped.
 namespace TextLayouts {
 
-/// The layout of a text of at most `TextLayout::maxLength` characters: a line of its own, or with a context
-/// the block of one.
+/// The layout of a text of at most `TextLayout::maxLength` characters: a whole line, or with a context a
+/// block of a line.
 TextLayoutPtr get(Font const& font, std::wstring_view text, BlockContext const* context = nullptr);
 
 struct Statistics {

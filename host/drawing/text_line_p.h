@@ -9,8 +9,8 @@
 
 namespace wainscot {
 
-/// One line of text of any length, measured. Blocks of a line that runs from left to right only stand one
-/// beside the other; another line is ordered as a whole. Places are exact, from the left end of the line.
+/// One line of text of any length, measured. The blocks of a line from left to right stand side by side; any
+/// other line is ordered as a whole. Places are exact, from the left end of the line.
 class TextLine {
 public:
     /// The font and the text must outlive the line.
@@ -18,7 +18,8 @@ public:
 
     double width() const { return width_; }
 
-    /// Calls `visit(glyphs, x)` with what may be seen between two places; the glyphs stand relative to `x`.
+    /// Calls `visit(glyphs, x)` with the glyphs that may be seen between two places; their places are
+    /// relative to `x`.
     template <class Visit>
     void forEachVisible(double left, double right, Visit visit) const {
         if (ordered_) return ordered_->forEachVisible(left, right, visit);

@@ -24,7 +24,7 @@ bool hasInk(std::uint32_t c) {
     return c != ' ' && c != 0xA0 && c != 0x200B;
 }
 
-/// Characters that stay in the face of what they follow.
+/// Characters that keep the face of the character before them.
 bool followsItsBase(std::uint32_t c) {
     return TextShaper::scriptOf(c) == HB_SCRIPT_INHERITED || c == 0x200D || (c >= 0xFE00 && c <= 0xFE0F) ||
            c == 0x200B;
@@ -55,7 +55,7 @@ void TextShaper::sanitise() {
     simple_ = context_ == nullptr;
     for (wchar_t const c : source_) {
         std::uint32_t const character = TextBoundaries::shapedAs(static_cast<std::uint32_t>(c));
-        // What the pairs know needs no look into the face.
+        // Characters that the pairs know need no look into the face.
         bool const known = font_.pairs() && PairAdvances::takesPart(character);
         simple_ = simple_ && (known || (isSimple(character) && font_.faceFor(character) == 0));
         mayTurn_ = mayTurn_ || Bidi::mayTurn(character);
@@ -132,7 +132,7 @@ void TextShaper::orderRuns() {
     runs_ = std::move(ordered);
 }
 
-/// The line orders the parts of a block, with those of others among them.
+/// The line orders the parts of a block among those of other blocks.
 void TextShaper::splitRunsAsInContext() {
     std::vector<Run> split;
     std::size_t start = 0;
@@ -144,7 +144,7 @@ void TextShaper::splitRunsAsInContext() {
     runs_ = std::move(split);
 }
 
-/// Adds what lies in a stretch of one direction, from left to right.
+/// Adds the runs of a stretch of one direction, from left to right.
 void TextShaper::addRuns(std::vector<Run>& ordered, std::size_t start, std::size_t end,
                          bool rightToLeft) const {
     auto const place = static_cast<std::ptrdiff_t>(ordered.size());
@@ -163,8 +163,8 @@ void TextShaper::endPart() {
                      static_cast<std::uint32_t>(layout_->glyphs_.size())});
 }
 
-/// Lays plain text out from what is known about its pairs; only stretches whose characters change each other
-/// are shaped. False when the text is not of that kind.
+/// Lays out plain text from its pairs; only stretches whose characters change each other are shaped. False
+/// when the text is not of that kind.
 bool TextShaper::shapeByPairs() {
     PairAdvances* pairs = simple_ ? font_.pairs() : nullptr;
     if (!pairs || !std::all_of(text_.begin(), text_.end(), PairAdvances::takesPart)) return false;
@@ -174,11 +174,11 @@ bool TextShaper::shapeByPairs() {
     };
     auto const isEntangled = [&](std::size_t i) { return i < last && step(i) == PairAdvances::entangled; };
     for (std::size_t i = 0; i <= last;) {
-        // What stands before an entangled pair depends on the glyph that the pair becomes.
+        // The character before an entangled pair depends on the glyph of that pair.
         std::size_t end = i;
         while (isEntangled(end) || isEntangled(end + 1)) ++end;
         if (end > i) {
-            // The one after it is shaped along, to see what it does to the stretch, and placed afterwards.
+            // The character after it is shaped too, for its effect on the stretch, and placed afterwards.
             std::size_t const shown = std::min(end + 1, text_.size());
             shapeStretch({i, std::min(shown + 1, text_.size()), 0, HB_SCRIPT_LATIN, false, false}, shown);
             i = shown;
@@ -208,7 +208,7 @@ void TextShaper::placeSymbols(Run const& run) {
     }
 }
 
-/// Shapes a run and places what lies before `shown`.
+/// Shapes a run and places the characters before `shown`.
 void TextShaper::shapeStretch(Run const& run, std::size_t shown) {
     hb_font_t* shaper = font_.sizedFace(run.face).shaper;
     if (!buffer_) buffer_ = hb_buffer_create();
@@ -221,7 +221,7 @@ void TextShaper::shapeStretch(Run const& run, std::size_t shown) {
     placeGlyphs(run, shown);
 }
 
-/// With what stands beside the run, since letters may join across its ends.
+/// Adds the text beside the run too, since letters may join across its ends.
 void TextShaper::addToBuffer(Run const& run) {
     auto const add = [&](std::vector<std::uint32_t> const& text, std::size_t start) {
         hb_buffer_add_utf32(buffer_, text.data(), static_cast<int>(text.size()), static_cast<unsigned>(start),

@@ -10,8 +10,8 @@ namespace wainscot {
 
 class Font;
 
-/// The widths of words in a face whose rules look at neighbours only. A block is the sum of its words, each
-/// with the blank behind it: long texts say the same words again and again, and each is shaped once.
+/// The widths of words in a face whose rules look at neighbours only. The width of a block is the sum of its
+/// words, each with the blank behind it. Long texts repeat words, and each word is shaped once.
 class WordWidths {
 public:
     explicit WordWidths(Font const& font) : font_(font) {}
@@ -23,8 +23,8 @@ public:
 private:
     struct Word {
         double width;
-        /// Of its last letter, as the shaper knows it; the characters behind it that belong to any script
-        /// follow it.
+        /// The script of its last letter, as the shaper knows it; characters behind it that belong to any
+        /// script take that script.
         std::uint32_t script;
         /// A blank before it changes nothing.
         bool standsAlone;

@@ -30,8 +30,8 @@ public:
     void processString(
         LightweightString<wchar_t> const& text,
         std::function<bool(LightweightString<wchar_t> const& line, std::size_t index)> const& visit);
-    /// Draws the text last analysed (or `text`, when it is another) from the top of `area`; lines that do not
-    /// fit are cut off at its bottom.
+    /// Draws the text that was analysed last, or `text` when it differs, from the top of `area`; lines that
+    /// do not fit are cut off at its bottom.
     void renderString(CanvasRenderer& renderer, LightweightString<wchar_t> const& text, IntBox const& area,
                       Colour const& colour, TextAlignment alignment = eAlignLeft);
 

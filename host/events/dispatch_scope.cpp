@@ -20,7 +20,7 @@ constinit std::uint32_t modifiersInForce = 0;
 constinit int codeInForce = 0;
 constinit std::vector<Dead>* waiting = nullptr;
 
-/// Destructors may kill more; those join the end of the list.
+/// Destructors may destroy more objects, which join the end of the list.
 void freeTheDead() {
     if (!waiting) return;
     for (std::size_t i = 0; i < waiting->size(); ++i) {

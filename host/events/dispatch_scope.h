@@ -8,22 +8,23 @@ namespace wainscot {
 
 class Event;
 
-/// One handler being run. While any exists, memory of the dead is kept; the outermost one frees it.
-/// Gives handlers the modifiers of the event that is being dispatched.
+/// One handler that is running. While any scope exists, the memory of destroyed objects is kept; the
+/// outermost scope frees it. A handler gets the modifiers of its event from it.
 class WAINSCOT_API DispatchScope {
 public:
-    /// Without an event the modifiers stay those of the dispatch around it.
+    /// Without an event the modifiers are those of the scope around it.
     DispatchScope();
     explicit DispatchScope(Event const& event);
     ~DispatchScope();
     DispatchScope(DispatchScope const&) = delete;
     DispatchScope& operator=(DispatchScope const&) = delete;
 
+    /// Whether any handler is running.
     static bool isActive();
 
     using Free = void (*)(void* object);
-    /// Frees an object at once outside dispatch, else when the outermost scope has ended. In the order of
-    /// calling.
+    /// Outside all scopes frees an object at once, else when the outermost scope ends, in the order of the
+    /// calls.
     static void freeWhenUnwound(Free free, void* object);
 
 private:
@@ -31,19 +32,18 @@ private:
     int outerCode_;
 };
 
-/// Modifiers of the event being dispatched; a message carries those that held when it was sent. 0 outside
+/// Modifiers of the event that is being dispatched; a message has the modifiers of its sending. 0 outside
 /// dispatch.
 WAINSCOT_API std::uint32_t currentModifiers();
 
-/// The report code of the message being dispatched (`Event::reportCode`): a handler that gets only name and
-/// sender tells by it a repeat from a click. 0 outside dispatch, and in other events.
+/// The report code of the message that is being dispatched (`Event::reportCode`). By it a handler that gets
+/// only name and sender tells a repeat from a click. 0 outside dispatch and for other events.
 WAINSCOT_API int currentReportCode();
 
 /// Reports the exception being handled.
 WAINSCOT_API void reportHandlerException(char const* where);
 
-/// Runs one handler: an exception is reported as happening in `where` and goes no further; the answer is then
-/// false.
+/// Runs one handler. An exception is caught and reported as one in `where`; the answer is then false.
 template <class Handler>
 bool runHandler(char const* where, Handler handler) {
     try {

@@ -6,7 +6,7 @@ namespace wainscot {
 
 namespace {
 
-/// How far the pointer may stray from its press before a move counts as meant, in pixels on one axis.
+/// How far the pointer may stray from its press before a move counts as intended, in pixels on one axis.
 constexpr int significantDistance = 4;
 
 bool isMouse(Event const& event, int details) {

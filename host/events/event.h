@@ -13,7 +13,7 @@
 namespace wainscot {
 
 /// One input or message event. Its place is in root coordinates (logical, y upwards) and never changes on its
-/// way; who receives it asks for the place relative to itself.
+/// way; a receiver asks for the place relative to itself.
 class WAINSCOT_API Event {
 public:
     explicit Event(int kind) : kind_(kind) {}
@@ -51,7 +51,7 @@ public:
     /// More than one button has been down since the first press.
     bool isChord() const { return chord_; }
     void setChord(bool chord) { chord_ = chord; }
-    /// Where the press was that a move or release belongs to.
+    /// The place of the press to which a move or release belongs.
     XY<int> pressPlace() const { return pressPlace_; }
     void setPressPlace(XY<int> place) { pressPlace_ = place; }
     /// When it happened, on the millisecond clock.
@@ -63,17 +63,17 @@ public:
     void setMessage(LightweightString<char> name) { message_ = std::move(name); }
     Qv::Ptr<iObject> const& data() const { return data_; }
     void setData(Qv::Ptr<iObject> data);
-    /// A message with data, even when that is null.
+    /// Whether it is a message with data, which may be null.
     bool hasData() const { return hasData_; }
-    /// What a control reports beside the name, as the code of its `NotifyMsg`; 0 for other messages.
+    /// The code of the `NotifyMsg` from which the message was made; 0 for other messages.
     int reportCode() const { return reportCode_; }
     void setReportCode(int code) { reportCode_ = code; }
 
     void setSender(iObject* sender);
-    /// The `Glob` that sent the message; null when it was none or has died.
+    /// The `Glob` that sent the message; null when the sender is not a `Glob` or has died.
     Glob* sender() const;
     void setTarget(EventHandler* target) { target_ = HandlerRef<>(target); }
-    /// Whom it is addressed to; null when nobody, or when that has died.
+    /// The receiver; null when there is none, or when it has died.
     EventHandler* target() const { return target_.get(); }
 
 private:
@@ -115,7 +115,7 @@ WAINSCOT_API bool mouse_double_click_event(Event const& event);
 WAINSCOT_API bool mouse_chord_event(Event const& event);
 /// More than one button was held at some time since the first press.
 WAINSCOT_API bool eventWasChordEvent(Event const& event);
-/// A move that has left the neighbourhood of its press, so that it is meant.
+/// A move that is far enough from its press to be intended.
 WAINSCOT_API bool isMouseMoveSignificant(Event const& event);
 WAINSCOT_API bool isKeyPressEvent(Event const& event);
 WAINSCOT_API bool isKeyReleaseEvent(Event const& event);

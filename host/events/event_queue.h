@@ -17,7 +17,7 @@ public:
         virtual void run() = 0;
     };
 
-    /// Either an event (its target is inside) or a call.
+    /// Either an event, which holds its target, or a call.
     struct Entry {
         Event event;
         Qv::Ptr<Call> call;
@@ -29,7 +29,7 @@ public:
     std::size_t size() const { return entries_.size(); }
     /// Gives all entries away: one round of delivery.
     std::deque<Entry> take() { return std::exchange(entries_, {}); }
-    /// Puts back what a round could not deliver, in front of what has come meanwhile.
+    /// Puts back what a round could not deliver, in front of newer entries.
     void putBack(std::deque<Entry>& rest);
 
 private:

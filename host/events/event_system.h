@@ -15,7 +15,7 @@ namespace wainscot {
 /// Everything about events that belongs to the one live host.
 class WAINSCOT_API EventSystem {
 public:
-    /// Becomes the live one; `wake` is called from any thread when it has left something in the inbox.
+    /// Becomes the live one. `wake` is called on any thread that has left a call in the inbox.
     explicit EventSystem(std::function<void()> wake);
     ~EventSystem();
     EventSystem(EventSystem const&) = delete;
@@ -23,10 +23,10 @@ public:
 
     /// Null while no host lives.
     static EventSystem* current();
-    /// The same where the caller cannot go on without; throws when no host lives.
+    /// The same for a caller that needs it; throws when no host lives.
     static EventSystem& live();
 
-    /// Never used again in this program; no host has 0.
+    /// The number of the host: never used again in this program, never 0.
     std::uint64_t number() const { return number_; }
 
     /// Drops everything that remembers a handler: timers, capture, focus, intercept entries.

@@ -11,37 +11,37 @@
 
 namespace wainscot {
 
-/// Delivers timer events (kind 4096) to those that asked for them. A handler without a stated time is ticked
-/// on a common grid of 10 ms; `setNextTimer` states the next time of one handler, after which it is on the
-/// grid again unless it states another. Nobody registered: nothing is ever due.
+/// Delivers timer events (kind 4096) to registered handlers. A handler is ticked on a common grid of 10 ms.
+/// `setNextTimer` states the next time of one handler; after that it is on the grid again, unless it states
+/// another time. Without registered handlers nothing is ever due.
 class WAINSCOT_API EventTimeServer {
 public:
     static constexpr double gridMs = 10.0;
     /// No stated time is nearer than this.
     static constexpr double minMs = 1.0;
 
-    /// That of the live host.
+    /// The server of the live host.
     static EventTimeServer* theEventTimeServer();
 
-    /// Idempotent; the time of a handler that is registered already stays as it is.
+    /// A second call changes nothing, also not the stated time.
     void registerForTimeEvents(EventHandler* handler);
     void unregister(EventHandler const* handler);
     bool isRegistered(EventHandler const* handler) const { return places_.count(handler) > 0; }
-    /// The next tick of a registered handler comes `ms` from now, once; 0 (or less) = on the grid.
+    /// The next tick of a registered handler comes in `ms`, once; 0 or less = on the grid.
     void setNextTimer(EventHandler* handler, double ms);
     std::size_t size() const { return entries_.size(); }
 
     /// When the next tick is due, on the millisecond clock; nothing while nobody is registered.
     std::optional<double> nextDue() const;
-    /// The handlers due at `now`, in the order of their registration; their times are moved on, without
-    /// catching up. Deliver to each only after `isStillDue`.
+    /// The handlers that are due at `now`, in the order of registration; their next times are set, and missed
+    /// ticks are left out. Before each delivery ask `isStillDue`.
     struct Due {
         HandlerRef<> handler;
         /// Its registration.
         std::uint64_t number;
     };
     std::vector<Due> takeDue(double now);
-    /// Alive, and registered ever since.
+    /// Whether the handler is alive, and has been registered ever since.
     bool isStillDue(Due const& due) const;
 
 private:

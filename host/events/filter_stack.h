@@ -11,8 +11,8 @@
 
 namespace wainscot {
 
-/// Handlers that are asked before anyone else, highest priority first, of equal ones the latest first.
-/// May be changed, and its handlers may die, while it is walked.
+/// Handlers that are asked before all others: the highest priority first, with equal priority the latest
+/// first. It may be changed, and its handlers may die, while it is walked.
 template <class Subject>
 class FilterStack;
 
@@ -30,7 +30,7 @@ public:
     bool contains(IdStamp entry) const { return priorities_.count(entry.value()) > 0; }
 
     /// Offers a key press or release to the handlers for which `mayAsk` answers true, until one consumes it.
-    /// A handler pushed meanwhile is not asked, one that has gone neither.
+    /// Handlers that are pushed or popped meanwhile are not asked.
     bool offer(Event const& event, std::function<bool(EventHandler&)> const& mayAsk);
 
 private:
@@ -50,7 +50,7 @@ private:
     std::set<std::pair<std::uint64_t, std::uint64_t>> byHandler_;
 };
 
-/// The stack on which keys are offered before they are dispatched; that of the live host.
+/// The live host's stack of handlers to which keys are offered before they are dispatched.
 WAINSCOT_API FilterStack<Event>& getEventInterceptStack();
 
 } // namespace wainscot

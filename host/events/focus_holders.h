@@ -10,7 +10,7 @@ namespace wainscot {
 /// Who holds the keyboard focus of each top-level window; windows are named by the stamps of their roots.
 class WAINSCOT_API FocusHolders {
 public:
-    /// The holder in a window; null when there is none, or it has died.
+    /// The holder in a window; null when there is none, or when it has died.
     EventHandler* holder(IdStamp window) const;
     void setHolder(IdStamp window, EventHandler* handler);
     void forgetWindow(IdStamp window) { holders_.erase(window.value()); }
@@ -24,8 +24,8 @@ public:
 
     std::size_t numWindows() const { return holders_.size(); }
 
-    /// Which key press is still held: another number for each, 0 while none is, or when its release went
-    /// elsewhere.
+    /// The number of the key press that is still held; each press has its own. 0 while no key is held, or
+    /// when the release went elsewhere.
     std::uint64_t heldKeyPress() const { return heldKeyPress_; }
     void keyPressed() { heldKeyPress_ = ++lastKeyPress_; }
     void keysReleased() { heldKeyPress_ = 0; }

@@ -12,7 +12,7 @@ namespace Key {
 inline constexpr std::uint32_t shift = 0x1000000;
 inline constexpr std::uint32_t ctrl = 0x2000000;
 inline constexpr std::uint32_t alt = 0x4000000;
-/// Marks a key that is no character; the low bits are then a scan code.
+/// Marks a key that is not a character; the low bits are then a scan code.
 inline constexpr std::uint32_t special = 0x8000000;
 inline constexpr std::uint32_t meta = 0x100000;
 inline constexpr std::uint32_t keypad = 0x80000000;
@@ -51,6 +51,7 @@ constexpr std::uint32_t function(int number) {
 constexpr std::uint32_t base(std::uint32_t code) {
     return code & ~modifierMask;
 }
+/// Whether the key is not a character.
 constexpr bool isSpecial(std::uint32_t code) {
     return (code & special) != 0;
 }

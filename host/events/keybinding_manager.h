@@ -9,12 +9,12 @@
 
 namespace wainscot {
 
-/// Which keys run which commands. A program gives its commands keys to begin with; what the user assigns
-/// instead is kept in the preference "Key bindings", for each command the list of its keys as `keyToString`
-/// writes them. A key runs at most one command; the user's choice comes before what a program begins with.
+/// Which keys run which commands. A program gives its commands default keys. The user's own choice is kept in
+/// the preference "Key bindings": for each command the list of its keys as `keyToString` writes them. A key
+/// runs at most one command; the user's choice comes before default keys.
 ///
-/// Commands are named, whether they are registered at the moment or not. One manager belongs to the live
-/// host. User-interface thread only.
+/// Commands are known by name and need not be registered. One manager belongs to the live host.
+/// User-interface thread only.
 class WAINSCOT_API KeybindingManager {
 public:
     using Name = LightweightString<char>;
@@ -34,7 +34,7 @@ public:
     /// The command that a key runs; empty when it runs none.
     Name getCommandForKey(std::uint32_t key);
 
-    /// The keys of a command as long as the user has chosen no others.
+    /// Sets the default keys of a command, which count as long as the user has not chosen others.
     void setDefaultKeys(Name const& command, Keys keys);
     /// Adds a key to those of a command, as the user's choice; it is taken from the command that had it.
     void assignKey(std::uint32_t key, Name const& command);
@@ -50,14 +50,13 @@ private:
     void load();
     Keys const& keysOf(Name const& command) const;
     void setUserKeys(Name const& command, Keys keys);
-    /// Takes the keys of a command out of the way from keys to commands; `claimKeys` puts them back as they
-    /// are then.
+    /// Takes the keys of a command out of the table; `claimKeys` enters its present keys again.
     void disclaimKeys(Name const& command);
     void claimKeys(Name const& command);
 
     Table users_;
     Table defaults_;
-    /// Who wants a key. The first one has it: those for whom the user has chosen come first.
+    /// A command that wants a key. The first claim wins; claims of the user's choice come first.
     struct Claim {
         bool byDefault;
         Name command;

@@ -39,7 +39,7 @@ bool post(Event event) {
     return true;
 }
 
-/// What a handler answered last in the call that is under way.
+/// The last answer of a handler in the present call.
 constinit int notedAnswer = 0;
 
 class AnswerScope {

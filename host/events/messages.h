@@ -7,17 +7,17 @@
 
 namespace wainscot {
 
-/// Carries text that no key code can hold, or that an input method has made, to whoever has the keyboard
-/// focus: its data is wide text (`wrapData`).
+/// Brings text to the holder of the keyboard focus that no key code can hold, or that an input method has
+/// made. Its data is wide text (`wrapData`).
 inline constexpr LightweightString<char> compoundTextInputMsg{"CompoundTextInput"};
 
 /// Queues a named message. It is delivered before the next input event, unless the target has died by then;
-/// `sender` reaches the receiver as a `Glob`, or as null when it is none or has died.
-/// The last argument changes nothing: the queue is first in, first out. False when there is no target.
+/// The receiver gets `sender` as a `Glob`; null when it is not a `Glob` or has died. The last argument
+/// changes nothing: the queue is first in, first out. False when there is no target.
 WAINSCOT_API bool sendMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr,
                               bool urgent = false);
-/// Delivers a named message before it returns. The answer is the handler's: 1 = consumed, by it or by what
-/// the receiver does with that message itself; 0 when there is no target.
+/// Delivers a named message before it returns. The answer is the handler's. 1 = consumed, by the handler or
+/// by the receiver itself; 0 when there is no target.
 WAINSCOT_API int callMessage(LightweightString<char> name, EventHandler* target, iObject* sender = nullptr);
 /// The same with data; the receiver hears it through `handleDataMessageEvent`.
 WAINSCOT_API bool sendMessageWithData(LightweightString<char> name, EventHandler* target,
@@ -25,11 +25,11 @@ WAINSCOT_API bool sendMessageWithData(LightweightString<char> name, EventHandler
 WAINSCOT_API int callMessageWithData(LightweightString<char> name, EventHandler* target,
                                      Qv::Ptr<iObject> data, iObject* sender = nullptr);
 /// The same for a notification: its name, its payload as data where it has one, and its code as the event's
-/// report code. `modifiers` are those that the receiver is told; without them those of the present dispatch.
+/// report code. The receiver gets `modifiers`, or without them those of the present dispatch.
 WAINSCOT_API bool sendNotification(NotifyMsg const& message, EventHandler* target, iObject* sender = nullptr,
                                    std::optional<std::uint32_t> modifiers = {});
 WAINSCOT_API int callNotification(NotifyMsg const& message, EventHandler* target, iObject* sender = nullptr);
-/// For receivers that call the message handlers themselves: what the handler answered, for `callMessage`.
+/// For receivers that call their message handlers themselves: tells `callMessage` the handler's answer.
 WAINSCOT_API void noteMessageAnswer(int answer);
 
 /// Queues a copy of an event for the target named in it. The last argument changes nothing.

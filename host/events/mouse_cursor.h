@@ -4,7 +4,7 @@ namespace wainscot {
 
 /// The shapes of the pointer. Values from 1 up can be shown; the numbers are part of the interface.
 enum MouseCursorID : int {
-    /// No wish: what the parent wants, at last what the program has set.
+    /// No wish: the parent's shape; at the root the shape that the program has set.
     inheritCursor = 0,
     textCursor = 1,
     handCursor = 2,

@@ -7,7 +7,7 @@
 
 namespace wainscot {
 
-/// Those that hear of everything the pointer does, whoever gets it; they cannot consume it.
+/// Listeners that hear of all pointer events, whoever gets them. They cannot consume events.
 using MouseListeners = ObserverList<std::function<void(Event const&)>>;
 
 namespace Glib {
@@ -20,6 +20,7 @@ public:
     MouseListener(MouseListener&& other) noexcept;
     MouseListener& operator=(MouseListener&& other) noexcept;
     ~MouseListener() { end(); }
+    /// Ends the listening now.
     void end();
 
 private:

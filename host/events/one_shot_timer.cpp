@@ -46,13 +46,13 @@ void OneShotTimer::start(double ms) {
     waiting_->wait(*timers, ms);
 }
 
-/// The host with which it waits may have gone.
+/// The host of the present wait may have gone.
 bool OneShotTimer::isRunning() const {
     EventTimeServer const* const timers = EventTimeServer::theEventTimeServer();
     return waiting_ && timers && timers->isRegistered(waiting_.get());
 }
 
-/// What waits may be what is just running.
+/// It may be called by the function that is running.
 void OneShotTimer::stop() {
     if (!waiting_) return;
     waiting_->cancel();

@@ -7,7 +7,7 @@
 
 namespace wainscot {
 
-/// What is known of the pointer, and who has captured it.
+/// The state of the pointer, and who has captured it.
 struct WAINSCOT_API PointerState {
     /// Root coordinates of the last pointer input.
     XY<int> place;
@@ -18,13 +18,13 @@ struct WAINSCOT_API PointerState {
     int clicks = 1;
     /// The button that began the press, as `EventKind::left` and so on; it may be up while others are held.
     int pressButton = 0;
-    /// The pointer's shape where no object wants another.
+    /// The pointer's shape over objects that want no shape of their own.
     MouseCursorID defaultCursor = arrowCursor;
 
     /// The root of the window in which the first button was pressed.
     IdStamp pressedWindow;
 
-    /// As if no button were held.
+    /// From now on no button counts as held.
     void forgetPress() {
         heldButtons = 0;
         chord = false;
@@ -32,7 +32,7 @@ struct WAINSCOT_API PointerState {
         releaseCapture();
     }
 
-    /// From press to release everything goes to the pressed handler.
+    /// Has everything go to the handler until the release.
     void capture(EventHandler* handler) { holder_ = HandlerRef<>(handler); }
     void releaseCapture() { holder_ = HandlerRef<>(); }
     /// Null when nobody has captured the pointer, or the holder has died.
@@ -43,7 +43,7 @@ private:
     HandlerRef<> holder_;
 };
 
-/// The pointer's shape where no object wants another; the arrow from the start.
+/// Sets the pointer's shape over objects that want no shape of their own; the arrow unless set.
 WAINSCOT_API void setDefaultMouseCursor(MouseCursorID cursor);
 /// Root coordinates of the pointer.
 WAINSCOT_API XY<int> glib_getMousePos();

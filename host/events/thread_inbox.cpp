@@ -8,7 +8,7 @@ void ThreadInbox::post(Qv::Ptr<EventQueue::Call> call) {
     std::lock_guard const lock(mutex_);
     if (closed_) return;
     calls_.push_back(std::move(call));
-    // Inside the lock, so that the backend behind it cannot go while it is being woken.
+    // Inside the lock, so that the backend cannot be destroyed while it is being woken.
     if (wake_) wake_();
 }
 

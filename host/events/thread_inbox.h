@@ -14,11 +14,12 @@ class WAINSCOT_API ThreadInbox {
 public:
     explicit ThreadInbox(std::function<void()> wake) : wake_(std::move(wake)) {}
 
+    /// Leaves a call and wakes the loop.
     void post(Qv::Ptr<EventQueue::Call> call);
-    /// The calls that have come, oldest first; no more than `most`, the others stay.
+    /// Takes the calls that have come, oldest first, at most `most`; the rest stays.
     std::deque<Qv::Ptr<EventQueue::Call>> take(std::size_t most);
     bool empty() const;
-    /// From now on what is posted is dropped.
+    /// From now on new calls are dropped.
     void close();
 
 private:

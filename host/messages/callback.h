@@ -11,6 +11,7 @@ namespace wainscot {
 template <class Result, class Argument>
 class iCallbackBase : public Qv::InternalRefCount {
 public:
+    /// Calls it; exceptions pass to the caller.
     virtual Result call(Argument const& argument) = 0;
 };
 
@@ -35,7 +36,7 @@ Qv::Ptr<iCallbackBase<Result, Argument>> makeCallback(Function function) {
     return Qv::Ptr<iCallbackBase<Result, Argument>>(new Callback(std::move(function)));
 }
 
-/// A callback to a member function of an event handler; once that has died, calls answer `Result()`.
+/// A callback to a member function of an event handler; once the handler has died, calls answer `Result()`.
 template <class Result, class Argument, class Handler>
 Qv::Ptr<iCallbackBase<Result, Argument>> makeCallback(Handler* handler,
                                                       Result (Handler::*method)(Argument const&)) {

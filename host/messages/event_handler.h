@@ -38,12 +38,12 @@ public:
     /// The tree object that this handler is; null for all others.
     virtual Glob* asGlob();
 
-    /// Told of every handler that ends, so that nothing remembers it; installed by whoever keeps such
-    /// memories.
+    /// Installs a function that is told of every handler that ends, so that nothing goes on remembering the
+    /// handler.
     static void setForgetHook(void (*forget)(EventHandler const&));
 
 protected:
-    /// Ends the handler's life for everyone who remembers it, before its destructor runs.
+    /// From now on the handler counts as dead, before its destructor runs.
     void retireStamp();
 
 private:

@@ -13,7 +13,7 @@ namespace wainscot {
 class WAINSCOT_API NotifyMsgTypeDictionary {
 public:
     static NotifyMsgTypeDictionary& instance();
-    /// The number of a name, given out at the first question.
+    /// The number of a name; a name gets its number when it is asked for first.
     int typeOf(LightweightString<char> const& name);
 
 private:
@@ -43,7 +43,7 @@ public:
     ~NotifierSubscription() { end(); }
     NotifierSubscription(NotifierSubscription&& other) noexcept;
     NotifierSubscription& operator=(NotifierSubscription&& other) noexcept;
-    /// Ends it before its time.
+    /// Ends the registration now.
     void end();
 
 private:

@@ -19,14 +19,14 @@ template <class T>
 struct NotifierEvent {
     int type;
     T value;
-    /// Who notifies; only good until something is called that may destroy it.
+    /// The notifier; valid until something is called that may destroy it.
     NotifierEx<T>* source;
 };
 
 /// A listener of a `NotifierEx<T>`. It listens to one at a time, leaves it when it dies, and may outlive it.
 ///
-/// A listener that may be destroyed by a thread that is not the notifying one calls `detach()` first in the
-/// destructor of its most derived class: while that waits, no notification is running.
+/// A listener that another thread may destroy calls `detach()` first in the destructor of its most derived
+/// class. When `detach()` has returned, no notification to it is running.
 template <class T>
 class WAINSCOT_API ValClient : private DLLink<ValClient<T>> {
 public:
@@ -35,11 +35,12 @@ public:
     ValClient& operator=(ValClient const&) = delete;
     virtual ~ValClient();
 
-    /// Listens to `source` from now on, as its last listener; what it listened to before, it leaves.
+    /// Listens to `source` from now on, as its last listener. It leaves the notifier that it listened to
+    /// before.
     void attach(NotifierEx<T>& source);
-    /// Leaves; from the return on nothing is heard any more. False when it was with none.
+    /// Leaves its notifier: after the return it hears nothing any more. False when it had none.
     bool detach();
-    /// What it listens to; null when that is nothing, or has died.
+    /// The notifier that it listens to; null when there is none, or when it has died.
     NotifierEx<T>* source() const;
 
     /// A notification. Anything may be destroyed in it: this, other listeners, the notifier.
@@ -51,10 +52,11 @@ private:
     Qv::Ptr<typename NotifierEx<T>::Listeners> listeners_;
 };
 
-/// Hands events with a value of type `T` to its listeners, in the order in which they came. The list is
-/// walked under a lock that the notifying thread may enter again, so that other threads may attach and detach
-/// at any time. Listeners may come, go and die in a walk, and the notifier may die in it: what came in a walk
-/// is not called in it, what went is never called, the death of the notifier ends it.
+/// Hands events with a value of type `T` to its listeners, in the order in which they were attached. The list
+/// is walked under a lock that the notifying thread may enter again, so that other threads may attach and
+/// detach at any time. While listeners are told, others may be attached, detached or destroyed, and the
+/// notifier too. A new listener is not told in the same round, a detached listener is never told, and the
+/// death of the notifier ends the round.
 template <class T>
 class WAINSCOT_API NotifierEx {
     struct Listeners;
@@ -66,10 +68,10 @@ public:
     NotifierEx& operator=(NotifierEx const&) = delete;
 
     std::size_t numObservers() const { return listeners_->count.load(std::memory_order_acquire); }
-    /// What is entered while listeners are told, come or go.
+    /// The lock that is held while listeners are told, attached or detached.
     CriticalSection& criticalSection() const { return listeners_->section; }
 
-    /// Stands for a notifier across a call out, and may outlive it.
+    /// Tells after a call out whether the notifier still lives; may outlive it.
     class Alive {
     public:
         explicit Alive(NotifierEx const& notifier) : listeners_(notifier.listeners_) {}
@@ -80,8 +82,8 @@ public:
     };
 
 protected:
-    /// Tells all listeners; without any it takes no lock. When some throw, all the same, and
-    /// what was thrown first passes to the caller.
+    /// Tells all listeners, also when one of them throws; the first exception then passes to the caller.
+    /// Takes no lock when there are no listeners.
     void notify(NotifierEvent<T> const& event);
 
 private:
@@ -115,7 +117,7 @@ void ValClient<T>::attach(NotifierEx<T>& source) {
 
 template <class T>
 bool ValClient<T>::detach() {
-    // Held here, because the lock goes with the last who holds it.
+    // Held here, because the lock is a part of it.
     auto const left = std::exchange(listeners_, nullptr);
     if (!left) return false;
     CriticalSectionLock const lock(left->section);

@@ -8,9 +8,9 @@
 
 namespace wainscot {
 
-/// A list that may be changed, or destroyed, while it is walked: what is added in a walk is not called in it,
-/// what is removed is never called, the death of the list ends the walk. Entries are called in the order of
-/// adding. Adding, removing and each step take constant or logarithmic time.
+/// A list that may be changed, or destroyed, while it is walked. An entry added in a walk is not visited by
+/// it, a removed entry is never visited, and the death of the list ends the walk. Entries are visited in the
+/// order of adding. Adding, removing and each step take constant or logarithmic time.
 template <class T>
 class ObserverList {
 public:
@@ -78,7 +78,7 @@ private:
         bool dead = false;
     };
 
-    /// What the removed held is let go last: its destructor may change or destroy this very list.
+    /// Removed entries are destroyed last: their destructors may change or destroy this list.
     static void sweepIfWorthwhile(std::shared_ptr<State> state) {
         if (state->walks > 0 || state->live * 2 > state->entries.size()) return;
         auto const stays = [](Entry const& entry) { return !entry.removed; };

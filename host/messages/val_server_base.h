@@ -19,19 +19,19 @@ public:
     ValServerBase& operator=(ValServerBase const&) { return *this; }
     virtual ~ValServerBase();
 
-    /// Tells the observers that the value is about to change; it still is the old one.
+    /// Tells the observers that the value is about to change; the old value is still there.
     virtual void preNotifyValChanged() = 0;
     /// Tells the observers that the value has changed. Nothing happens when there are none.
     virtual void notifyValChanged() = 0;
 
-    /// For guards of those who call out and need to know whether the server still lives.
+    /// For guards: whether the server still lives after a call out.
     LifeToken const& life() const { return life_; }
 
 private:
     LifeToken life_;
 };
 
-/// Remembers when a server last changed, so that of several servers one can tell the last.
+/// Remembers when a server last changed, so that servers can be compared.
 class WAINSCOT_API LastValServer {
 public:
     /// The number of the last change, counted over all servers of the program; 0 = none yet.
@@ -40,7 +40,7 @@ public:
 
 protected:
     LastValServer() = default;
-    // A server of the same value has not changed by being a copy.
+    // Being copied is not a change.
     LastValServer(LastValServer const&) {}
     LastValServer& operator=(LastValServer const&) { return *this; }
     ~LastValServer() = default;

@@ -9,7 +9,7 @@
 
 namespace wainscot {
 
-/// What lies below an inactive object has the flag already, whatever is above: the walk does not go there.
+/// Descendants of an inactive object have the flag already: the walk does not go there.
 std::vector<Glob*> Activity::spread(Glob& top) {
     return Tree::subtree(top, [&top](Glob& glob) {
         if (&glob == &top) return true;

@@ -8,18 +8,19 @@ namespace wainscot {
 
 class Glob;
 
-/// Whether an object is active: when it and all its parents are. Each object knows of those above it by a
-/// flag, so that the question costs nothing.
+/// Whether an object is active: it and all its ancestors are switched on. A flag in each object says whether
+/// an ancestor is inactive, so that the question costs nothing.
 class WAINSCOT_API Activity {
 public:
     /// It has got a parent, or lost it.
     static void parentChanged(Glob& child);
-    /// It was switched on or off. What lies below learns of it; of what is inactive now, nothing keeps the
-    /// focus, and nothing below it the pointer.
+    /// It was switched on or off: its descendants are told. Objects that are inactive now lose the focus, and
+    /// descendants the pointer.
     static void switched(Glob& glob);
 
 private:
-    /// Brings the flags below up to date. Gives those for which the answer is another now, itself among them.
+    /// Brings the flags of the descendants up to date. Gives all objects for which the answer has changed,
+    /// itself included.
     static std::vector<Glob*> spread(Glob& top);
 };
 

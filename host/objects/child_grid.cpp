@@ -128,7 +128,7 @@ void ChildGrid::find(std::span<IntBox const> areas, std::vector<Glob*>& found) c
     for (IntBox const& area : areas)
         if (!area.isEmpty()) numCells += static_cast<std::size_t>(cellsOf(area).count());
     if (numCells == 0) return;
-    // Where much is wanted, going through all in their order is cheaper than bringing them into it.
+    // For large areas, walking all children in order is cheaper than sorting the found ones.
     if (numCells * 4 > cells_.size()) {
         for (Entry const& entry : entries_) addMeeting(entry, areas, found);
         return;

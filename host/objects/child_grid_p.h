@@ -12,7 +12,7 @@ namespace wainscot {
 
 class Glob;
 
-/// Numbers in any order. Adding and taking out cost the same however many there are.
+/// Numbers in any order. Adding and taking out take constant time.
 class NumberBag {
 public:
     void add(std::uint32_t number);
@@ -21,7 +21,7 @@ public:
     void appendTo(std::vector<std::uint32_t>& numbers) const;
 
 private:
-    /// So many are searched quickly; more are kept by hash.
+    /// Up to this many are searched one by one; more are kept by hash.
     static constexpr std::size_t fewAtMost = 128;
 
     std::vector<std::uint32_t> few_;
@@ -32,10 +32,10 @@ private:
 /// their order from below to above.
 class ChildGrid {
 public:
-    /// A parent with no more children than this is searched directly.
+    /// The children of a parent with at most this many are searched directly.
     static constexpr std::size_t threshold = 64;
 
-    /// Takes in the children as they are; each is told its number through `number`.
+    /// Takes in all children; `number` is called with each child and its number.
     template <class SetNumber>
     void build(std::vector<Glob*> const& children, std::vector<IntBox> const& boxes, SetNumber number) {
         reset(boxes);
@@ -50,8 +50,8 @@ public:
     std::uint32_t append(Glob* child, IntBox const& box);
     void move(std::uint32_t number, IntBox const& box);
     void remove(std::uint32_t number);
-    /// Better built anew: many numbers have no child any more, there are many more children than it was made
-    /// for, or many lie outside what it was made for.
+    /// Whether to build it anew: many numbers have no child any more, there are many more children than it
+    /// was made for, or many lie outside its area.
     bool isWorn() const { return (gone_ + outside_) * 2 > entries_.size() || entries_.size() > built_ * 2; }
 
     /// Appends the children that meet one of the areas, from below to above, each once.
@@ -76,7 +76,7 @@ private:
 
     std::vector<Entry> entries_;
     std::vector<NumberBag> cells_;
-    /// Children over so many cells that they are looked at each time.
+    /// Children that cover too many cells; they are looked at each time.
     NumberBag large_;
     IntBox extent_;
     int columns_ = 1;

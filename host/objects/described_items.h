@@ -9,8 +9,8 @@ namespace wainscot {
 
 struct GlobDescription;
 
-/// Stands for a thing in a widget that is no widget of its own: a row, a cell, a node, an item of a menu. The
-/// widget gives the keys out and knows what they mean; the empty key stands for the widget itself.
+/// Names an item in a widget: a row, a cell, a node, an entry of a menu. Items are not widgets. The widget
+/// gives out the keys and knows what they mean; the empty key stands for the widget itself.
 struct ItemKey {
     std::uint64_t value = 0;
 
@@ -18,12 +18,12 @@ struct ItemKey {
     friend bool operator==(ItemKey const&, ItemKey const&) = default;
 };
 
-/// The things in a widget that are no widgets, as a tree of any size: nothing is made before it is asked for,
-/// and nothing is asked for but what somebody looks at. Implemented by the widget, or by a part of it, and
-/// handed out by `Glob::describedItems`.
+/// The items in a widget, as a tree of any size. Nothing is made before it is asked for, and only what
+/// somebody looks at is asked for. Implemented by the widget, or by a part of it, and handed out by
+/// `Glob::describedItems`.
 ///
-/// Keys hold until the widget tells of `DescriptionChange::children`. One that is not known, or not any more,
-/// stands for nothing: it has no items, and is not described.
+/// Keys are valid until the widget tells of `DescriptionChange::children`. An unknown key has no items and no
+/// description.
 class WAINSCOT_API DescribedItems {
 public:
     /// Items that follow each other.
@@ -34,16 +34,16 @@ public:
 
     virtual ~DescribedItems();
 
-    /// How many lie directly in an item, in sight or not.
+    /// How many items lie directly in an item, in sight or not.
     virtual std::size_t numItems(ItemKey in) const = 0;
-    /// Those of them that are in sight, or have items that are. The cost depends on what is in sight.
+    /// The range of them that is in sight, or has items in sight. The cost depends on what is in sight.
     virtual Range itemsInSight(ItemKey in) const = 0;
-    /// One of them; empty when out of range.
+    /// An item by its index; empty when out of range.
     virtual ItemKey itemAt(ItemKey in, std::size_t index) const = 0;
-    /// Fills in what an item says of itself. False when it is not known.
+    /// Fills in what an item says about itself. False for an unknown item.
     virtual bool describeItem(ItemKey item, GlobDescription& description) const = 0;
-    /// Does one of the `GlobDescription::Action`s that the description of the item names. False when it was
-    /// not done, as here. May destroy everything.
+    /// Does one of the actions (`GlobDescription::Action`) in the item's description. False when it was not
+    /// done, as here. May destroy everything.
     virtual bool performItemAction(ItemKey item, std::uint32_t action);
 };
 

@@ -9,7 +9,7 @@ GlobDescription GlobDescription::of(Glob const& glob, std::uint32_t parts) {
     description.parts = parts;
     glob.describe(description);
     if (Glob const* const label = glob.getLabelledBy()) {
-        // The label's own words: labels that name each other do not lead in circles.
+        // Only the label's own words are used, so that labels that name each other do not lead in circles.
         GlobDescription words;
         label->describe(words);
         if (!words.name.isEmpty()) description.name = words.name;

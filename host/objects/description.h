@@ -19,15 +19,15 @@ struct NumberValue {
     double value = 0;
     double minimum = 0;
     double maximum = 0;
-    /// What the smallest change by a key is; 0 = there is none.
+    /// The smallest change by a key; 0 = there is none.
     double step = 0;
-    /// How much is in sight at once, for what scrolls; else 0.
+    /// For scrolling widgets: how much is in sight at once; else 0.
     double page = 0;
 
     friend bool operator==(NumberValue const&, NumberValue const&) = default;
 };
 
-/// What stands in a text. Places are gaps between its characters.
+/// The contents of a text widget. Places are gaps between characters.
 struct TextContent {
     LightweightString<wchar_t> text;
     std::size_t caret = 0;
@@ -47,9 +47,9 @@ struct WAINSCOT_API GlobDescription {
         expanded = 64,
         selected = 128,
         editable = 256,
-        /// Its value stands for several that differ.
+        /// Its value stands for several different values.
         mixed = 512,
-        /// Return presses it while nothing else has use for that key.
+        /// Return presses it when nothing else uses that key.
         isDefault = 1024,
     };
     /// What can be done with it.
@@ -61,10 +61,10 @@ struct WAINSCOT_API GlobDescription {
         /// Scrolls it into sight.
         reveal = 16,
     };
-    /// What costs more than the rest, and is filled in only when it is asked for.
+    /// Parts that cost more than the rest and are filled in only when asked for.
     enum Part : std::uint32_t { relations = 1, textContent = 2, allParts = 3 };
 
-    /// What was asked for; overriders look before they fill in such a part.
+    /// The parts that were asked for; overriders look here before they fill in such a part.
     std::uint32_t parts = 0;
     bool wants(Part part) const { return (parts & part) != 0; }
 
@@ -72,31 +72,31 @@ struct WAINSCOT_API GlobDescription {
     /// What a person would call it: its label.
     LightweightString<wchar_t> name;
     LightweightString<wchar_t> value;
-    /// The value of what is set within a range.
+    /// The value of a widget with a range.
     std::optional<NumberValue> number;
     std::uint32_t states = 0;
     /// `Action`s.
     std::uint32_t actions = 0;
-    /// Root coordinates. Of an item, what is in sight of it: empty when nothing is.
+    /// Root coordinates. For an item, the part in sight; empty when it is out of sight.
     IntBox box;
 
-    // --- Text content, of what is text
+    // --- Text content, for text widgets
     std::optional<TextContent> content;
 
     // --- Relations
     HandlerRef<Glob> labelledBy;
     HandlerRef<Glob> controls;
-    /// What it is one of several in.
+    /// The set of which it is a member.
     HandlerRef<Glob> memberOf;
-    /// Which one it is, from 1, and how many there are; 0 = it is no member of a set.
+    /// Its place in the set, from 1, and the number of members; 0 = it belongs to no set.
     std::size_t position = 0;
     std::size_t setSize = 0;
 
-    /// What a widget says, with its label's name and its place in its parent.
+    /// The description of a widget, with its label's name and its place in its parent.
     static GlobDescription of(Glob const& glob, std::uint32_t parts = 0);
 };
 
-/// What has changed in a description. Who has items tells of `children` when there are others.
+/// What has changed in a description. A widget with items tells of `children` when the items have changed.
 enum class DescriptionChange : std::uint8_t { name, value, state, place, children, relations };
 
 } // namespace wainscot

@@ -9,7 +9,7 @@ namespace wainscot {
 class Glob;
 enum class DescriptionChange : std::uint8_t;
 
-/// Whoever wants to hear when widgets change what they say about themselves. At most one is installed.
+/// Hears of changed descriptions. At most one listener is installed.
 class WAINSCOT_API DescriptionListener {
 public:
     virtual ~DescriptionListener();

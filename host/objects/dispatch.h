@@ -6,7 +6,7 @@ namespace wainscot {
 
 /// Delivers an event to an object and, while it is not consumed and is of a kind that goes up, to its
 /// ancestors. True = consumed. A widget that dies while it is asked has consumed it. Exceptions pass to the
-/// caller. `consumer`, where given, becomes the one that consumed it; null when nobody did, or when that has
+/// caller. `consumer`, unless null, gets the object that consumed it; null when there is none, or when it has
 /// died.
 WAINSCOT_API bool dispatchUpwards(Glob* target, Event const& event, Glob** consumer = nullptr);
 

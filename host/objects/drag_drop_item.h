@@ -10,7 +10,7 @@ namespace wainscot {
 /// What is being dragged. Programs derive from it and keep there what a receiver needs.
 class WAINSCOT_API DragDropItem : public Qv::InternalRefCount {
 public:
-    /// What kind of thing it is ("clip", "tab", "files"), by which receivers know it.
+    /// `type` says what it is ("clip", "tab", "files"); receivers decide by it.
     explicit DragDropItem(LightweightString<char> type, LightweightString<wchar_t> label = {});
     ~DragDropItem() override;
 
@@ -23,7 +23,7 @@ private:
     LightweightString<wchar_t> label_;
 };
 
-/// Files that were let go over a window by another program; its type is "files".
+/// Files that another program has dropped on a window; the type is "files".
 class WAINSCOT_API DroppedFiles final : public DragDropItem {
 public:
     static constexpr LightweightString<char> filesType{"files"};

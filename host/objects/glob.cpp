@@ -127,7 +127,7 @@ bool Glob::mayTake(Glob const* child) const {
 }
 
 Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround surround) {
-    // Keeps the memory of both, so that each can be asked whether it is dying.
+    // Keeps the memory of both, so that both can be asked whether they are dying.
     DispatchScope const scope;
     if (!mayTake(child)) {
         refuse("addChild");
@@ -152,7 +152,7 @@ Glob* Glob::addChild(Glob* child, WidgetPosition const& position, WidgetSurround
     return child;
 }
 
-/// Takes it out of its parent. False when somebody who was told of it did otherwise.
+/// Takes it out of its parent. False when somebody who was told of that has moved or destroyed it.
 bool Glob::moveHere(Glob* child) {
     LifeGuard const life = guard();
     std::unique_ptr<Glob> taken = child->parent_->takeWidget(child);
@@ -235,7 +235,7 @@ void Glob::setWidgetBorderStyle(Glob* child, WidgetSurround surround) {
 void Glob::addSurround(Surround const& surround) {
     damageWithSurround();
     Surround added = surround;
-    // A new frame leaves the shadow as it is, unless it brings one.
+    // A new frame keeps the old shadow, unless it has one of its own.
     if (side_ && surround.shadowSize() == 0)
         added.setShadow(side_->surround.shadowSize(), side_->surround.shadowOpacity(),
                         side_->surround.shadowEdges());

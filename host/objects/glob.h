@@ -31,9 +31,9 @@ enum class DescriptionChange : std::uint8_t;
 /// A node of the on-screen tree: it has a parent, children, a place, a size, a canvas and a palette; it draws
 /// itself and reacts to events.
 ///
-/// A `Glob` lives on the heap and belongs to its parent, a top-level one to the window manager. `delete`,
-/// `destroy()` and the death of the parent are the same: the whole subtree is detached at once, so that
-/// nobody finds it any more, and its memory goes when the outermost handler that is running has returned.
+/// A `Glob` lives on the heap and belongs to its parent; the root of a window belongs to the window manager.
+/// `delete`, `destroy()` and the death of the parent are the same: the whole subtree is detached at once, so
+/// that nobody finds it any more, and its memory is freed when the outermost running handler has returned.
 ///
 /// Places and sizes are logical pixels, y upwards. The stored place is relative to the parent's lower-left
 /// corner.
@@ -42,7 +42,7 @@ public:
     /// Asks an object to close itself.
     static constexpr LightweightString<char> pootMsg{"poot"};
 
-    /// Keeps counted pointers away: the tree is the owner.
+    /// Makes the compiler refuse counted pointers: the tree is the owner.
     using OwnedByTree = void;
     using Visitor = std::function<bool(Glob&)>;
 
@@ -53,7 +53,7 @@ public:
     Glob(configb const& settings, unsigned short width, unsigned short height);
     ~Glob() override;
 
-    // Not inline: compilers would take the pair below for a mismatch once they see through them.
+    // Not inline: compilers that see the definitions warn of a mismatch between the two.
     static void* operator new(std::size_t size);
     static void operator delete(void* memory);
     static void operator delete(Glob* glob, std::destroying_delete_t);
@@ -72,7 +72,7 @@ public:
     Glob* previousSibling() const { return previous_; }
     /// Appends the children, oldest first.
     void getChildren(std::vector<Glob*>& children) const;
-    /// The child itself when it is one of this parent's, else null.
+    /// `child` when it is a child of this object, else null.
     Glob* getWidget(Glob* child) const;
     /// The child at an index; null when out of range.
     Glob* getWidget(unsigned short index) const;
@@ -83,9 +83,9 @@ public:
 
     /// Whether `addChild` would take it.
     bool mayTake(Glob const* child) const;
-    /// Takes over a child and places it. Refused with null: no child, itself, an ancestor, a window,
-    /// something dying. Null also when it, or this, was destroyed by someone who was told of it.
-    /// A child of this parent is only placed anew; one of another parent is moved over.
+    /// Takes over a child and places it. Null, and refused, for null, this object, an ancestor, the root of a
+    /// window and a dying object. Null also when the child or this object was destroyed meanwhile. A child of
+    /// this object is only placed again; a child of another parent is moved here.
     Glob* addChild(Glob* child, WidgetPosition const& position = {}, WidgetSurround surround = {});
     template <class T>
     T* addChild(std::unique_ptr<T> child, WidgetPosition const& position = {}, WidgetSurround surround = {}) {
@@ -94,8 +94,7 @@ public:
         child.release();
         return addChild(static_cast<Glob*>(added), position, surround) ? added : nullptr;
     }
-    /// Adds a child at a corner; the last argument, where given, is the sibling below which it lies in the
-    /// order.
+    /// Adds a child at a corner. With `before` it lies below that sibling in the order, else on top.
     Glob* addWidget(Glob* child, int x, int y, CoordinateOrigin origin = CoordinateOrigin::bottomLeft,
                     WidgetSurround surround = {}, Glob* before = nullptr);
     /// Adds a child next to a sibling, which must be a child of this parent.
@@ -110,7 +109,8 @@ public:
         child = nullptr;
         removeWidget(removed, redraw);
     }
-    /// Takes a child out of the tree and hands it over; null when it is none of this parent's.
+    /// Takes a child out of the tree and hands it over to the caller; null when it is not a child of this
+    /// object.
     std::unique_ptr<Glob> takeWidget(Glob* child);
     void setWidgetDetails(WidgetDetails const& details);
     WidgetDetails getWidgetDetails(Glob* child) const;
@@ -123,8 +123,8 @@ public:
     void moveToTop();
     void moveToBottom();
 
-    // --- Walkers. Each walks a snapshot and skips what has died meanwhile; a visitor that answers false ends
-    // it.
+    // --- Walkers. Each walks a snapshot and skips objects that have died meanwhile. A visitor that answers
+    // false ends the walk.
     void visitChildren(Visitor const& visit);
     /// Itself first, then its descendants, parents before children.
     void visitSubtree(Visitor const& visit);
@@ -136,8 +136,8 @@ public:
     void visitSiblings(Visitor const& visit);
     void visitOlderSiblings(Visitor const& visit);
     void visitYoungerSiblings(Visitor const& visit);
-    /// Of all objects on the screen that `accept` takes, the one with the least `glob_pseudo_distance` to
-    /// this one; itself, its ancestors and its descendants are not asked. Null when there is none.
+    /// The nearest object on the screen (by `glob_pseudo_distance`) that `accept` takes. This object, its
+    /// ancestors and its descendants are not asked. Null when there is none.
     Glob* findNearestGlob(bool (*accept)(Glob*));
 
     // --- Lifetime policies, respected by the window manager and by tools, never by `delete`.
@@ -145,7 +145,7 @@ public:
     bool isTrashable() const { return hasFlag(trashableFlag); }
     void setIndestructible(bool indestructible) { setFlag(indestructibleFlag, indestructible); }
     bool isIndestructible() const { return hasFlag(indestructibleFlag); }
-    /// Whether a person's wish to close it is granted; `reason` is the asker's business.
+    /// Whether the user may close it. The meaning of `reason` is up to the caller.
     virtual bool canBeDestroyed(int reason);
     void setPersistable(bool persistable) { setFlag(persistableFlag, persistable); }
     bool isPersistable() const { return hasFlag(persistableFlag); }
@@ -156,9 +156,9 @@ public:
     bool canBeIt() const { return hasFlag(canBeItFlag); }
     /// Detached, and waiting for its memory to be freed.
     bool isDying() const { return hasFlag(dyingFlag); }
-    /// It is being destroyed, and has lost its parent and its children: nobody finds it any more, but its
-    /// memory may stay until the outermost handler has returned. What it is registered with elsewhere (tab
-    /// orders, observers) is to be left now. Must call nobody out; overriders call their base.
+    /// It is being destroyed, and has lost its parent and its children. Nobody finds it any more, but its
+    /// memory may stay until the outermost handler has returned. Here it leaves everything that it is
+    /// registered with (tab orders, observers). It must not call out. Overriders call their base.
     virtual void handleDetached();
 
     // --- Geometry
@@ -172,12 +172,12 @@ public:
     IntBox box() const { return IntBox::sized(position_, size()); }
     /// Its box in its own coordinates.
     IntBox bounds() const { return IntBox::sized({0, 0}, size()); }
-    /// Its place on the canvas on which it lies; for an owner of a canvas, its place in the parent's canvas.
+    /// Its place on the canvas on which it lies. For an owner of a canvas: its place on the parent's canvas.
     int getX() const { return placeOnCanvas().x; }
     int getY() const { return placeOnCanvas().y; }
     XY<int> placeOnCanvas() const;
-    /// Gives it a new size (rounded, kept within 0 to 65535; what is not a number is 0) and calls
-    /// `reshape()`. Widgets override it to lay out their parts.
+    /// Gives it a new size (rounded, clamped to 0 to 65535, 0 for NaN) and calls `reshape()`. Widgets
+    /// override it to lay out their parts.
     virtual void resize(double width, double height);
     /// Called after the size has changed: places the children again.
     virtual void reshape();
@@ -187,13 +187,13 @@ public:
     void forceReshape();
     void setMinSize(unsigned short width, unsigned short height);
     XY<int> getMinSize() const;
-    /// The nearest size that it can have; `edges` tells which edges are moved, for those who care.
+    /// The nearest allowed size. `edges` says which edges the user moves.
     virtual XY<int> sizeConstrain(XY<int> const& wanted, int edges) const;
     virtual void setResizable(bool resizable) { setFlag(resizableFlag, resizable); }
     bool isResizable() const { return hasFlag(resizableFlag); }
     void setMovable(bool movable) { setFlag(movableFlag, movable); }
     bool isMovable() const { return hasFlag(movableFlag); }
-    /// Begins to follow the pointer, from its present place; ended by `stopMoving()` or the release.
+    /// Follows the pointer from now on, until `stopMoving()` or the release.
     void startMoving();
     void stopMoving();
     bool isMoving() const { return hasFlag(movingFlag); }
@@ -217,35 +217,37 @@ public:
     /// The time to place the children, where that was asked for. The base does nothing.
     virtual void handleLayout();
 
+    /// Moves a child; its place is its place rule from now on.
     void setWidgetPos(Glob* child, XY<int> const& place);
-    /// Gives a child a place and a size in one step; its place is its rule from now on.
+    /// Gives a child a place and a size in one step. The place is its place rule from now on.
     void reshapeWidgetAt(Glob* child, XY<int> const& place, XY<int> const& size);
-    /// The child's place in this parent; (0, 0) for anything that is no child.
+    /// The child's place in this object; (0, 0) when it is not a child.
     XY<int> getWidgetPos(Glob* child) const;
     /// Places all children by their rules.
     void positionChildWidgets();
     void positionChildWidget(WidgetDetails const& details);
     /// Where a child lies by its rule, in this parent's coordinates.
     IntBox getAbsRect(WidgetDetails const& details) const;
-    /// Makes the present places the children's rules, so that they no longer follow corners or siblings.
+    /// Makes the present places the children's place rules, so that they no longer follow corners or
+    /// siblings.
     void calcAbsoluteWidgetPositions();
     /// The area for children inside borders and title.
     virtual IntBox getUserArea() const;
 
-    /// Moves it so that its lower-left corner lies there in root coordinates; its place rule stays as it is.
+    /// Moves its lower-left corner to a place in root coordinates. Its place rule stays as it is.
     void setScreenPos(XY<int> const& place);
     /// Moves its window by as little as possible so that it lies wholly on one monitor.
     void constrainWithinScreen();
     /// Brings its window to the front; with `activate` the window becomes the active one as well. Nothing
     /// while it has no window.
     void popToTop(bool activate = true);
-    /// Has what scrolls round it scroll it into view, as far as it fits. Nothing while a button of the
-    /// pointer is held: what is under the pointer stays there.
+    /// Has all scrolling ancestors scroll it into view, as far as it fits. Does nothing while a button of the
+    /// pointer is held, so that objects stay under the pointer.
     void bringIntoView();
     /// The same for a part of it, in its own coordinates.
     void bringIntoView(IntBox const& part);
-    /// For what scrolls: an area of it, in its own coordinates, is wanted in view. The answer is how far the
-    /// contents have moved.
+    /// For scrolling objects: scrolls an area, in its own coordinates, into view. Gives how far the contents
+    /// have moved.
     virtual XY<int> handleBringIntoView(IntBox const& area);
     /// From root coordinates to its own, and back.
     XY<int> screenXYToGlobXY(XY<int> const& place) const;
@@ -258,15 +260,15 @@ public:
     virtual void setVisible(bool visible);
     /// Its own setting; see `isShown()`.
     bool isVisible() const { return hasFlag(visibleFlag); }
-    /// It is in a window, and it and all its ancestors are visible and mapped. Not so for what has been
-    /// removed, also while its memory waits to be freed.
+    /// Whether it is in a window, and it and all its ancestors are visible and mapped. False for removed and
+    /// for dying objects.
     bool isShown() const;
-    /// It, or one of its ancestors, is invisible or unmapped, whether it is in a window or not.
+    /// Whether it, or one of its ancestors, is invisible or unmapped; a window does not matter.
     bool isHidden() const;
-    /// What is inactive takes no keys and no focus, and is drawn faint; the same holds for all that lies in
-    /// it, whose own settings stay as they are.
+    /// An inactive object takes no keys and no focus, and is drawn faint. So do its descendants, whose own
+    /// settings stay as they are.
     virtual void setActive(bool active, eRedrawFlag redraw = eRedrawYes);
-    /// It and all its ancestors are active.
+    /// Whether it and all its ancestors are active.
     bool isActive() const { return (flags_ & (activeFlag | inactiveAboveFlag)) == activeFlag; }
     /// Its own setting.
     bool isActiveItself() const { return hasFlag(activeFlag); }
@@ -286,11 +288,11 @@ public:
     virtual void drawWidgets();
     /// False keeps it and its children off the screen in this painting visit.
     virtual bool canDraw();
-    /// Re-forms the outline of its canvas after a change of size.
+    /// Makes the outline of its canvas anew after a change of size.
     virtual void reshapeCanvas();
     bool isOpaque() const { return hasFlag(opaqueFlag); }
     void setOpaque(bool opaque) { setFlag(opaqueFlag, opaque); }
-    /// Its whole box in coordinates of its canvas: what a renderer over all of it takes.
+    /// Its whole box in coordinates of its canvas: the area for a renderer.
     IntBox canvasArea() const;
     /// Marks it as out of date, and damages its whole box.
     void makeDirty();
@@ -300,11 +302,12 @@ public:
     void damage(IntBox const& part);
 
     Palette const& getPalette() const { return palette_; }
+    /// Sets the palette and has the object painted; children keep their palettes.
     virtual void setPalette(Palette const& palette);
-    /// The look has changed: what was computed or loaded for it is to be made again. Everything is laid out
-    /// and painted after it.
+    /// The look has changed: overriders compute and load again what depends on it. Afterwards everything is
+    /// laid out and painted.
     virtual void handleLookChange(LookChange changes);
-    /// The colour of its ground: that of the palette until one is set.
+    /// The colour of its ground: the palette's until it is set.
     Colour getCol() const;
     virtual void setCol(Colour const& colour, bool redraw);
 
@@ -317,24 +320,25 @@ public:
 
     // --- Events
     bool handleEvent(Event const& event) override;
-    /// What the widget does with an event. True = consumed. What it does not consume it passes to its base
-    /// class. The end of that chain: messages go to the two message handlers; keys, mouse and wheel go on to
-    /// the parent.
+    /// What the widget does with an event. True = consumed. Overriders pass all other events to their base.
+    /// `Glob::react` calls the two message handlers for messages, and passes keys, mouse and wheel on to the
+    /// parent.
     virtual bool react(Event const& event);
-    /// Which kinds of event it wants besides those that reach it anyway; 4096 = timer events. Idempotent.
+    /// Adds kinds of events that it wants besides those that reach it anyway; 4096 = timer events.
     void setInterest(int kinds);
     void clearInterest(int kinds);
     int interest() const { return interest_; }
     /// When its next timer event comes; see `EventTimeServer::setNextTimer`.
     void setNextTimer(double ms);
-    /// `handler` is offered all events of these kinds (groups) that reach this `Glob`, before itself.
+    /// From now on `handler` is offered all events of these kinds (groups) that reach this object, before
+    /// this object.
     void addEventHandler(Glob* handler, int kinds);
     /// Removes the handlers that were added for exactly these kinds.
     void removeEventHandler(int kinds);
     /// The pointer has entered or left its box.
     virtual void handleMouseContainment(bool inside);
     bool containsPointer() const { return hasFlag(containsPointerFlag); }
-    /// A held Return or space is to repeat for it, as for text and lists.
+    /// Whether a held Return or space repeats, as for text and lists.
     virtual bool repeatsReturnAndSpace() const;
     /// A character without Ctrl, Alt or Meta, or one of the plain control characters.
     static bool isPlainKey(unsigned int code);
@@ -344,36 +348,36 @@ public:
     // --- Pointer
     /// The pointer's shape over a place in its own coordinates; `inheritCursor` leaves it to the parent.
     virtual MouseCursorID contextCursor(XY<int> const& place) const;
-    /// The text shown when the pointer rests on it; `more` stands below it in a smaller voice. Empty texts
+    /// The text shown when the pointer rests on it; `more` stands below it in fainter letters. Empty texts
     /// leave it to the parent.
     void setContextString(UIString const& tip, UIString const& more = UIString());
     /// What is shown when the pointer rests at a place in its own coordinates. False = nothing of its own.
     virtual bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const;
-    /// While it holds the pointer: its way is wanted in small steps, none left out.
+    /// Whether the pointer's way comes in small steps, none left out, while this object holds the pointer.
     virtual bool wantsFullMotion() const;
-    /// While it holds the pointer: the way goes on past the screen's edges, and the pointer is back at the
-    /// place of the press in the end.
+    /// Whether the pointer's way goes on past the screen's edges while this object holds the pointer. At the
+    /// end the pointer is back at the place of the press.
     virtual bool wantsUnboundedMotion() const;
-    /// While it holds the pointer and has timer interest: it measures time with the processor clock, which
-    /// therefore runs with wall time meanwhile.
+    /// Whether it measures time with the processor clock. While it holds the pointer and has timer interest,
+    /// that clock then runs with wall time.
     virtual bool isAutoRepeating() const;
-    // A press ends once: with the release of its last button, or with one of these two; no release comes
-    // after them, and nothing is to be chosen by them.
-    /// Escape was pressed while it holds the pointer, or the release is lost, since its window was
-    /// deactivated, minimised or hidden: what the press began is to be undone. It holds the pointer no more.
-    /// The base goes back to where it was when it was moving, and calls `handleCaptureLost()`: who has
-    /// nothing to undo needs only that.
+    // A press ends once: with the release of its last button, or with one of the next two calls. After these
+    // no release comes, and they choose nothing.
+    /// Escape was pressed while it held the pointer, or the release is lost, because its window was
+    /// deactivated, minimised or hidden. It holds the pointer no more. Overriders undo what the press began.
+    /// The base moves a moving object back to where it was, and calls `handleCaptureLost()`, which is enough
+    /// for objects with nothing to undo.
     virtual void handlePressCancelled(Event const& press);
-    /// It was holding the pointer and does no more, since it was hidden or taken out of its parent, the
-    /// release went to a pop-up, or another took the pointer. Told when that change is done. What is held is
-    /// to be let go of without a report. The base stops moving.
+    /// It has lost the pointer: it was hidden or taken out of its parent, the release went to a pop-up, or
+    /// another object took the pointer. Called when that change is done. Overriders let go of what they hold,
+    /// without a report. The base stops moving.
     virtual void handleCaptureLost();
-    /// Tells a former holder, where it lives; what it does may destroy anything.
+    /// Calls `handleCaptureLost()` of a former holder that still lives. That may destroy anything.
     static void tellCaptureLost(HandlerRef<Glob> const& holder);
 
     // --- Text entry
-    /// The caret's box in its own coordinates while text can be entered here; nothing else. While it holds
-    /// the focus, composed text appears at the caret before it is finished.
+    /// The caret's box in its own coordinates while text can be entered here; otherwise nothing. While it
+    /// holds the focus, unfinished composed text appears at the caret.
     virtual std::optional<IntBox> textCaret() const;
 
     // --- Dragging
@@ -383,22 +387,22 @@ public:
         /// It was let go here.
         dropFinal
     };
-    /// Whether it takes an item at a place in its own coordinates. Asked from the object under the pointer
-    /// upwards.
+    /// Whether it takes an item at a place in its own coordinates. The object under the pointer is asked
+    /// first, then its ancestors.
     virtual bool canAccept(DragDropItem const& item, XY<int> const& place, eDropReason reason);
-    /// Takes the item. False = it did not after all.
+    /// Takes the item. False = it has refused it after all.
     virtual bool acceptDrop(DragDropItem& item, XY<int> const& place, eDropReason reason);
-    /// The pointer's shape while an item that it takes is dragged over it; `inheritCursor` = the usual one.
+    /// The pointer's shape while an accepted item is dragged over it; `inheritCursor` = the usual shape.
     virtual MouseCursorID getDropCursor(DragDropItem const& item, XY<int> const& place) const;
-    /// An item has come over it (and moves on it), or has left; so that it can mark where it would go.
+    /// An item has come over it, moves over it, or has left, so that it can mark where the item would go.
     virtual void handleDragHover(DragDropItem const& item, XY<int> const& place, bool inside);
-    /// The drag that began here has ended; whether somebody took the item.
+    /// The drag that began here has ended; `taken` says whether somebody took the item.
     virtual void handleDragEnd(DragDropItem& item, bool taken);
 
     // --- Messages
-    /// Queued; this is the sender. False when there is no target.
+    /// Queues a message with this object as sender. False when there is no target.
     bool sendMsg(Glob* target, char const* name);
-    /// Delivered before it returns; the answer is the handler's, as that of `callMessage`.
+    /// Delivers a message with this object as sender, and gives the handler's answer, as `callMessage` does.
     int callMsg(Glob* target, char const* name);
 
     // --- Keyboard focus
@@ -406,24 +410,24 @@ public:
     virtual void handleKbdFocus();
     /// False when it is not shown or not active.
     bool claimKbdFocus();
-    /// Hands the focus on when it holds it; to the root where `to` is null or cannot take it.
+    /// Hands the focus on when it holds it; to the root when `to` is null or cannot take it.
     void relinquishKbdFocus(Glob* to);
 
     // --- Self-description
     /// Fills in what it says about itself; overriders call their base first.
     virtual void describe(GlobDescription& description) const;
-    /// Adds what a child is to this one: which of a set it is. Called only when relations are asked for.
+    /// Adds what a child is to this object: its place in a set. Called only when relations are asked for.
     virtual void describeChild(Glob const& child, GlobDescription& description) const;
-    /// What is in it and is no `Glob`: rows, cells, nodes. Null when there is nothing of the kind, as here.
+    /// The items in it: rows, cells, nodes. Null when it has no items, as here.
     virtual DescribedItems* describedItems() { return nullptr; }
-    /// To be called when something of that has changed; free when nobody listens.
+    /// To be called when a part of its description has changed; free when nobody listens.
     void describeChanged(DescriptionChange what);
-    /// The widget that says in words what this one is: its name counts instead of this one's own. Null takes
-    /// it away. It may die first.
+    /// Sets the widget whose name counts as the name of this one. Null takes it away. It may die first.
     void setLabelledBy(Glob* label);
     /// Null when there is none, or it has died.
     Glob* getLabelledBy() const;
-    /// What changes when this is used, as what a scroll bar scrolls. Null takes it away. It may die first.
+    /// Sets the widget that changes when this one is used, such as the list that a scroll bar scrolls. Null
+    /// takes it away. It may die first.
     void setControls(Glob* controlled);
     LightweightString<char> name() const;
     void setName(LightweightString<char> name);
@@ -476,27 +480,28 @@ private:
     void setFlag(Flag flag, bool on) { flags_ = on ? flags_ | flag : flags_ & ~flag; }
     Side& side();
     void init(XY<int> size, Canvas* canvas, bool opaque);
-    /// Takes focus and captured pointer away from it and all below it, and tells nobody: the former holder of
-    /// the pointer, which is given, is told when the change is done that asked for it.
+    /// Takes the focus and the captured pointer away from it and its descendants, and tells nobody. Gives the
+    /// former holder of the pointer, which the caller tells when its change is done.
     HandlerRef<Glob> loseInput();
     enum class Whose { itsToo, below };
-    /// The pointer alone: its own and that of all below it, or of these only.
+    /// The same for the pointer alone: from it and its descendants, or from the descendants only.
     HandlerRef<Glob> losePointer(Whose whose);
-    /// Hands on the focus that it, or what lies in it, has.
+    /// Hands on the focus when it or a descendant holds it.
     void handOnKbdFocus();
     bool moveHere(Glob* child);
     void tellParent(ChildChange change);
     void surroundChanged();
-    /// It is the root of a window.
+    /// Whether it is the root of a window.
     bool isWindow() const;
     /// Damages it with what is drawn round it.
     void damageWithSurround();
-    /// It lies on its parent's canvas, or on its own there: what damages the parent damages it.
+    /// Whether it lies on its parent's canvas, or on its own canvas there: damage of the parent is damage of
+    /// this object.
     bool liesOnParent() const;
     /// Whether a handler that was added for such events has consumed it.
     bool offerToHandlers(Event const& event);
     void leaveSharedCanvas();
-    /// It, and what shares a canvas with it below, lies on this canvas from now on.
+    /// It, and the descendants that share its canvas, lie on this canvas from now on.
     void moveToCanvas(Canvas& canvas);
     /// What a moving object does with the pointer. True = used.
     bool followPointer(Event const& event);
@@ -519,13 +524,12 @@ private:
     int interest_ = 0;
     /// Its number in the parent's child grid.
     std::uint32_t gridNumber_ = 0;
-    /// `Damage::numTaken()` when all of it was damaged and none of that has been painted; else another
-    /// number.
+    /// Equals `Damage::numTaken()` while all of it is damaged and nothing of that has been painted.
     std::uint32_t wholeDamaged_ = 0;
     Canvas ownCanvas_;
     Canvas* canvas_ = nullptr;
     Palette palette_;
-    /// What few have: surround, limits, colour, name, relative place, child grid, event handlers.
+    /// What few objects have: surround, limits, colour, name, relative place, child grid, event handlers.
     std::unique_ptr<Side> side_;
 };
 
@@ -543,7 +547,7 @@ WAINSCOT_API XY<int> eventXYToGlobXY(Event const& event, Glob const& glob);
 WAINSCOT_API Glob* walk_all_root_globs(Glob* previous);
 /// The owner of a canvas; null for null.
 WAINSCOT_API Glob* canvas_to_glob(Canvas const* canvas);
-/// The `Glob` that sent a message; null when it was none or has died.
+/// The `Glob` that sent a message; null when the sender is not a `Glob` or has died.
 WAINSCOT_API Glob* event_to_sender_glob(Event const& event);
 WAINSCOT_API bool canvas_is_mapped_to_root(Canvas const* canvas);
 /// Damages all of a canvas.

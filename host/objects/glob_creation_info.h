@@ -13,7 +13,7 @@ class Canvas;
 class GlobCreationInfo {
 public:
     GlobCreationInfo(unsigned short w, unsigned short h) : width(w), height(h) {}
-    /// Sizes are kept within 0 to 65535.
+    /// The size is clamped to 0 to 65535.
     explicit GlobCreationInfo(XY<int> const& size) { setSize(size); }
     /// The same for a size in braces.
     explicit GlobCreationInfo(int const (&size)[2]) { setSize({size[0], size[1]}); }
@@ -36,7 +36,7 @@ public:
     Palette palette;
     /// A canvas to share; null = one of its own.
     Canvas* canvas = nullptr;
-    /// Whether it fills its box before anything is drawn in it.
+    /// Whether it fills its box with its ground first.
     bool opaque = true;
     /// A name by which drivers and `GlobManager::find` know it.
     LightweightString<char> name;

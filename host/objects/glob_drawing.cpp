@@ -48,8 +48,8 @@ bool Glob::liesOnParent() const {
     return !parent_ || ownsCanvas() || canvas_ == parent_->canvas_;
 }
 
-/// What is damaged as a whole already, by itself or with its parent, is not looked for again: building or
-/// changing a deep tree costs nobody the way to the root each time.
+/// An object that is damaged as a whole already, by itself or with its parent, is not damaged again: building
+/// or changing a deep tree does not cost the way to the root each time.
 void Glob::damage(IntBox const& part) {
     std::uint32_t const now = Damage::numTaken();
     if (wholeDamaged_ == now || part.isEmpty() || !isVisible()) return;
@@ -62,7 +62,7 @@ void Glob::damage(IntBox const& part) {
     if (isOnParent && part.contains(bounds())) wholeDamaged_ = now;
 }
 
-/// Those between it and the parent whose canvas it takes over may share the dying one, too.
+/// Objects between it and the parent whose canvas it takes over may share the dying canvas too.
 void Glob::sharedCanvasDying(Canvas const& canvas) {
     std::vector<Glob*> homeless;
     Glob* glob = this;
@@ -127,7 +127,7 @@ CanvasPlace Glob::canvasPlace() const {
         if (glob->ownsCanvas() && glob->parent_) place.opacity *= glob->canvas_->opacity();
         if (!glob->parent_) break;
         place.origin = Placement::clampPlace(place.origin) + glob->position_;
-        // What cannot be seen stays so; its box must not travel on to where sums overflow.
+        // An invisible box stays invisible; it is not moved on, so that sums cannot overflow.
         if (!place.visible.isEmpty())
             place.visible = place.visible.translated(glob->position_).intersection(glob->parent_->bounds());
         glob = glob->parent_;

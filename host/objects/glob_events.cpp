@@ -13,11 +13,11 @@ namespace wainscot {
 
 namespace {
 
-/// An object that is being asked, and for which event; the innermost one, with those around it.
+/// An object that is being asked, and for which event; linked to the calls round it.
 struct Asked {
     Event const* event = nullptr;
     Glob const* glob = nullptr;
-    /// Whoever asks it goes on with its parent: there `Glob::react` need not do that.
+    /// The caller goes on with its parent, so that `Glob::react` need not do that.
     bool goesOn = false;
     Asked const* outer = nullptr;
 };
@@ -40,15 +40,15 @@ bool isBeingAsked(Glob const& glob, Event const& event) {
     return asked && asked->event == &event && asked->glob == &glob;
 }
 
-/// It has handed such an event down: what nobody below wants comes back to it as an answer, and it is not
-/// asked again. The event may be a copy.
+/// Whether it has handed such an event down. When no descendant uses the event, the answer comes back to it,
+/// and it is not asked again. The event may be a copy.
 bool hasHandedDown(Glob const& glob, Event const& event) {
     for (Asked const* entry = asked; entry; entry = entry->outer)
         if (entry->glob == &glob && entry->event->kind() == event.kind()) return true;
     return false;
 }
-/// An object whose handlers are being offered an event. They may offer it to theirs in turn, but not in a
-/// ring, and not more deeply than any interface needs.
+/// An object whose handlers are being offered an event. They may offer it to their own handlers, but not in a
+/// ring, and only to a limited depth.
 class Offering {
 public:
     Offering(Event const& event, Glob const& glob) : event_(&event), glob_(&glob), outer_(innermost) {
@@ -81,14 +81,14 @@ bool goesToParents(Event const& event) {
            isKeyReleaseEvent(event);
 }
 
-/// The inactive hear no keys.
+/// Inactive objects hear no keys.
 bool mayHear(Glob const& glob, Event const& event) {
     bool const isKey = isKeyPressEvent(event) || isKeyReleaseEvent(event);
     return glob.isActive() || !isKey;
 }
 
-/// From `glob` upwards until somebody consumes it, or has handed it down. Whoever dies while it is asked has
-/// consumed it.
+/// Asks `glob` and its ancestors until one consumes the event, or has handed it down. An object that dies
+/// while it is asked has consumed it.
 bool askUpwards(Glob* glob, Event const& event, Glob** consumer = nullptr) {
     while (glob && !hasHandedDown(*glob, event)) {
         if (!mayHear(*glob, event)) {
@@ -194,7 +194,7 @@ void Glob::startMoving() {
 void Glob::stopMoving() {
     if (!isMoving()) return;
     setFlag(movingFlag, false);
-    // Where it was left is its place from now on, also when the parent is laid out again.
+    // Its present place becomes its place rule, so that it stays when the parent is laid out again.
     if (parent_) Placement::setRule(*this, WidgetPosition(CoordinateOrigin::bottomLeft, position_));
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 struct Block;
 
-/// The sanitizer is to find what is used after its end.
+/// With separate memory for each object, the sanitizer finds uses after the end.
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool isWatched = true;
 #else
@@ -23,7 +23,7 @@ struct Header {
     Block* block;
 };
 
-/// The memory of an object that has gone.
+/// The memory of a destroyed object.
 struct Vacant {
     Vacant* next;
 };
@@ -33,12 +33,12 @@ static_assert(sizeof(Header) <= alignment && alignment >= __STDCPP_DEFAULT_NEW_A
 /// Larger objects are rare.
 constexpr std::size_t largest = 2048;
 constexpr std::size_t blockBytes = 65536;
-/// So many empty blocks of that size are kept: a large window that closes is often followed by another.
+/// How many empty blocks of that size are kept: a large window that closes is often followed by another.
 constexpr int mostSpares = 128;
 
 /// The blocks for objects of one size.
 struct Blocks {
-    /// Those with room.
+    /// The blocks with room.
     Block* first = nullptr;
     std::size_t numObjects = 0;
 };
@@ -48,7 +48,7 @@ struct Block {
     Block* previous;
     Block* next;
     Vacant* vacant;
-    /// What was never used.
+    /// Memory that was never used.
     std::byte* fresh;
     std::byte* end;
     std::size_t numObjects;
@@ -98,7 +98,7 @@ void freeBlock(Block& block) {
     ++numSpares;
 }
 
-/// A window with one object of a size is not to pay for a hundred.
+/// The first block of a size is small: many sizes have one object only.
 Block& addBlock(Blocks& family, std::size_t bytesEach) {
     std::size_t const most = (blockBytes - firstSlot) / bytesEach;
     std::size_t const room = std::clamp<std::size_t>(family.numObjects, 1, most) * bytesEach;

@@ -18,7 +18,7 @@ Watched& watched() {
     return notifiers;
 }
 
-/// A notice must not keep anything from being taken down, so exceptions end here.
+/// A notice must not stop the destruction, so exceptions end here.
 void issue(Glob& glob, LightweightString<char> const& name) {
     auto const found = watched().find(&glob);
     if (found == watched().end()) return;

@@ -16,8 +16,7 @@ public:
     static constexpr LightweightString<char> movedMsg{"glob_moved"};
     static constexpr LightweightString<char> focusedMsg{"glob_focused"};
 
-    /// Called once, before anything of the object is taken down; the payload is the `Glob*`
-    /// (`unwrapData<Glob*>`).
+    /// Called once, before the object is detached; the payload is the `Glob*` (`unwrapData<Glob*>`).
     [[nodiscard]] static NotifierSubscription watchDeletion(Glob& glob, Callback callback);
     /// Called after its place in its parent, or its size, has changed.
     [[nodiscard]] static NotifierSubscription watchMoves(Glob& glob, Callback callback);

@@ -25,7 +25,7 @@ struct Glob::Side {
 
         ObserverList<Offered> list;
         std::unordered_map<int, std::vector<Id>> byKinds;
-        /// The dead are looked for when there are so many.
+        /// At this number of entries the dead ones are dropped.
         std::size_t sweepAt = 16;
 
         void add(Offered const& entry);
@@ -47,7 +47,7 @@ struct Glob::Side {
     HandlerRef<Glob> controls;
     std::unique_ptr<Offers> offers;
     std::unique_ptr<ChildGrid> grid;
-    /// All children, or empty: made when one in the middle is asked for by its index.
+    /// All children, or empty. Made when a child in the middle is asked for by its index.
     std::vector<Glob*> byIndex;
 };
 

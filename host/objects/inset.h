@@ -9,8 +9,8 @@ namespace wainscot {
 inline constexpr int insetEdgeWidth = 1;
 
 /// Draws an object's whole box as sunken into surroundings of that colour: an edge inside the box, lit from
-/// below, and with `fill` the recessed ground within it. Meant for `draw()`; elsewhere it draws at once.
-/// Nothing happens for null and for what does not live any more.
+/// below, and with `fill` the recessed ground within it. Meant for `draw()`; elsewhere it draws at once. Does
+/// nothing for null and dead objects.
 WAINSCOT_API void drawInset(Glob* glob, Colour const& surroundings, bool fill);
 
 } // namespace wainscot

@@ -20,7 +20,7 @@ Glob* asGlob(EventHandler* handler) {
     return handler ? handler->asGlob() : nullptr;
 }
 
-/// The window in which a change of the focus is being told; there `get_kbd_focus` looks meanwhile.
+/// The window in which a change of the focus is being told; `get_kbd_focus` answers for it meanwhile.
 constinit IdStamp changingWindow;
 
 class Change {
@@ -50,7 +50,7 @@ bool giveToRoot(EventSystem& system) {
     return holder && set_kbd_focus(Glob::getRootParent(holder));
 }
 
-/// Tells an object that has inherited the focus, when what took it from another is done.
+/// Tells an object that has inherited the focus, after the running handler.
 class HeirCall final : public EventQueue::Call {
 public:
     explicit HeirCall(Glob& heir) : heir_(&heir) {}
@@ -138,7 +138,7 @@ void KbdFocus::giveUp(Glob& holder) {
     EventSystem* const system = EventSystem::current();
     Glob* const root = Glob::getRootParent(&holder);
     if (!system || holderIn(*root) != &holder || change(*system, *root, root->idStamp())) return;
-    // Changes stand too deep inside each other to tell anybody.
+    // Changes are nested too deep to tell anybody.
     if (EventSystem::current() == system) leave(holder);
 }
 

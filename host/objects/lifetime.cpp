@@ -14,7 +14,7 @@ namespace {
 
 using Doomed = std::vector<Glob*>;
 
-/// What one of them destroys in its destructor joins the end of the waiting.
+/// Objects that are destroyed in a destructor wait behind all others.
 void freeGlobs(void* list) {
     std::unique_ptr<Doomed> const doomed(static_cast<Doomed*>(list));
     for (Glob* glob : *doomed) {
@@ -32,7 +32,7 @@ void freeWhenUnwound(Doomed doomed) {
 
 void Lifetime::destroy(Glob& glob) {
     if (glob.isDying()) return;
-    // Whatever dies inside a notice waits with its memory until this is done.
+    // Objects that die in a notice keep their memory until this is done.
     DispatchScope const untilAllAreListed;
     freeWhenUnwound(detach(glob));
 }
@@ -45,7 +45,7 @@ void Lifetime::detachFromDestructor(Glob& glob) {
     freeWhenUnwound(std::move(others));
 }
 
-/// A notice may destroy an ancestor: what is being detached already is then left to the one who does it.
+/// A notice may destroy an ancestor: objects that are being detached already are then left out.
 std::vector<Glob*> Lifetime::detach(Glob& top) {
     std::vector<Glob*> leaving;
     bool isWatched = false;
@@ -65,7 +65,7 @@ std::vector<Glob*> Lifetime::detach(Glob& top) {
         if (glob->parent_) Tree::unlink(*glob);
     if (top.parent_) Tree::unlink(top);
     std::vector<Glob*> sharing;
-    // Many objects do not fit into the nearest memory: each is gone to as seldom as can be.
+    // Many objects do not fit into the cache: each is visited as seldom as possible.
     for (Glob* glob : doomed) {
         glob->retireStamp();
         glob->leaveSharedCanvas();

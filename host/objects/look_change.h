@@ -2,7 +2,7 @@
 
 namespace wainscot {
 
-/// What of the look has changed; changes that come together are told together.
+/// Which parts of the look have changed; combined by `|`.
 enum class LookChange : unsigned char {
     none = 0,
     /// `Palette::currentTheme()`.

@@ -16,7 +16,7 @@ namespace {
 
 constinit std::uint64_t drawnCount = 0;
 
-/// One visit over a subtree. Uses a stack of its own, so that depth costs no call stack.
+/// One visit of a subtree. It uses a stack of its own, so that depth costs no call stack.
 class Visit {
 public:
     Visit(Surface& surface, PaintPhase& phase) : surface_(surface), phase_(phase), outer_(current) {
@@ -34,11 +34,12 @@ public:
 private:
     struct Item {
         HandlerRef<Glob> glob;
-        /// Its lower-left corner, what may be painted of it, and of what lies round it, on the surface.
+        /// On the surface: its lower-left corner, the part of it that may be painted, and the part of the
+        /// room round it.
         XY<int> origin;
         IntBox clip;
         IntBox outerClip;
-        /// The canvas on which its parent lies, and that canvas' place.
+        /// The canvas on which its parent lies, and the place of that canvas.
         Canvas* outerCanvas;
         XY<int> outerOrigin;
         float opacity;
@@ -166,7 +167,7 @@ void Visit::pushChildren(Item const& item, Glob& glob) {
 
 bool Visit::drawChildrenNow(Glob& glob) {
     if (!drawing_ || drawing_->glob.get() != &glob || childrenDrawn_) return false;
-    // Deeper than any interface: the children follow after the drawing, as they do without this call.
+    // Nested too deep: the children are drawn after `draw()`, as without this call.
     if (nesting_ >= maxNesting) return true;
     ++nesting_;
     Item const item = *drawing_;
@@ -179,7 +180,7 @@ bool Visit::drawChildrenNow(Glob& glob) {
     return true;
 }
 
-/// A place that takes in the room round the root.
+/// The place of the root's canvas, with the room round the root.
 CanvasPlace wholeSurface(Surface& surface) {
     CanvasPlace place;
     place.surface = &surface;
@@ -189,7 +190,7 @@ CanvasPlace wholeSurface(Surface& surface) {
     return place;
 }
 
-/// Where the root fills nothing itself, what was there before must not shine through.
+/// When the root does not fill its ground, old pixels must not shine through.
 void clearGround(Glob& root, Surface& surface, PaintPhase& phase) {
     phase.enter(root.canvas(), wholeSurface(surface));
     CanvasRenderer renderer(root.canvas(), root.bounds());
@@ -204,8 +205,8 @@ void makeTransparent(Surface& surface, IntBox const& box) {
     }
 }
 
-/// The room round the root of a pop-up: its surround on nothing, or an opaque edge where the desktop cannot
-/// show what lies below.
+/// The room round the root of a pop-up: its surround on transparent pixels, or an opaque edge when the
+/// desktop cannot show what lies below.
 void drawRoomRound(Glob& root, Surface& surface, PaintPhase& phase) {
     IntBox const room = surface.bounds().translated(XY<int>() - surface.contentPlace());
     if (room == root.bounds()) return;

@@ -12,10 +12,10 @@ class Surface;
 /// order.
 class WAINSCOT_API Painting {
 public:
-    /// Paints the pending damage of a window; what was painted is then waiting to be presented.
-    /// Nothing happens while there is no damage, the surface is held, or a visit is running.
+    /// Paints the pending damage of a window; what was painted then waits to be presented. Does nothing
+    /// without damage, while the surface is held, or in a visit.
     static void paint(Glob& root, Surface& surface);
-    /// Draws the children of the object that is just drawing itself; refused for any other.
+    /// Draws the children of the object that is drawing itself at the moment; refused for all others.
     static void drawChildrenNow(Glob& glob);
     /// What is drawn round an object that has a surround.
     static Surround const& surroundOf(Glob const& glob);

@@ -15,7 +15,7 @@ namespace wainscot {
 namespace {
 
 constexpr double maxSize = std::numeric_limits<unsigned short>::max();
-/// Places beyond this cannot be added up any more.
+/// Sums of places beyond this could overflow.
 constexpr int maxPlace = 1 << 29;
 
 unsigned short toSize(double value) {
@@ -175,7 +175,7 @@ Glob* Placement::siblingOf(Glob const& parent, Glob const& child) {
     return sibling && sibling->parent() == &parent ? sibling : nullptr;
 }
 
-/// A child next to a sibling waits for that sibling; a ring of siblings is broken where it closes.
+/// A child next to a sibling is placed after that sibling; a ring of siblings is broken where it closes.
 void Placement::placeChildren(Glob& parent) {
     DispatchScope const scope;
     std::vector<HandlerRef<Glob>> children;

@@ -2,7 +2,7 @@
 
 namespace wainscot {
 
-/// Whether a change is to be seen at once, or the caller will see to that.
+/// Whether a setter has the change painted, or the caller does that.
 enum eRedrawFlag : bool { eRedrawNo = false, eRedrawYes = true };
 
 } // namespace wainscot

@@ -17,7 +17,7 @@ enum class Role : std::uint8_t {
     group,
     label,
     caption,
-    /// A text that is only read.
+    /// A text that cannot be edited.
     text,
     button,
     checkbox,
@@ -59,7 +59,7 @@ enum class Role : std::uint8_t {
 
 /// The word that scripts and printed trees use: "button", "textbox" ...
 WAINSCOT_API LightweightString<char> roleName(Role role);
-/// The way back; none for other words.
+/// The role of a word; nothing for unknown words.
 WAINSCOT_API std::optional<Role> roleOf(LightweightString<char> const& word);
 /// All words, for messages that say what is allowed: "panel, window, ...".
 WAINSCOT_API LightweightString<char> allRoleNames();

@@ -8,7 +8,7 @@ namespace wainscot {
 
 class Glob;
 
-/// What the tree tells the one who keeps its roots in windows.
+/// What the tree tells the window manager, which keeps its roots in windows.
 class WAINSCOT_API iRootHost {
 public:
     virtual ~iRootHost();
@@ -25,11 +25,12 @@ public:
     virtual void rootToTop(Glob& root, bool activate) = 0;
     /// The root's window is to lie wholly on one monitor.
     virtual void constrainRoot(Glob& root) = 0;
-    /// Something modal keeps input from the object.
+    /// Whether a modal object keeps input from the object.
     virtual bool isBlocked(Glob const& glob) const = 0;
     /// All roots, oldest window first.
     virtual std::vector<Glob*> roots() const = 0;
-    /// That of the next window after a root's; the first one for null, null after the last.
+    /// The root of the next window after a root's window; null gives the first root, the last root gives
+    /// null.
     virtual Glob* rootAfter(Glob const* root) const = 0;
 
     static iRootHost* current();

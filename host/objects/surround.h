@@ -24,8 +24,8 @@ public:
 
     WidgetSurround frame() const { return frame_; }
     unsigned edges() const { return edges_; }
-    /// A shadow that reaches `size` pixels out at these edges; its darkest part has that opacity, 0 to 1. A
-    /// size of 0 takes it away.
+    /// A shadow that reaches out by `size` pixels at these edges. Its darkest part has that opacity, 0 to 1.
+    /// A size of 0 takes the shadow away.
     void setShadow(int size, double opacity, unsigned edges = allEdges);
     int shadowSize() const { return shadowSize_; }
     unsigned shadowEdges() const { return shadowEdges_; }

@@ -8,10 +8,10 @@ namespace wainscot {
 /// What is shown when the pointer rests on an object.
 struct TooltipDetails {
     UIString text;
-    /// Below the text, in a smaller voice.
+    /// Stands below the text, in fainter letters.
     UIString more;
-    /// The part that the text is about, in the object's own coordinates: the tip stands beside it, and goes
-    /// when the pointer leaves it. The whole object unless it says less.
+    /// The part that the text is about, in the object's own coordinates: the tip stands beside it, and is
+    /// hidden when the pointer leaves it. The whole object unless it is set.
     IntBox area;
 };
 

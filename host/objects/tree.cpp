@@ -9,7 +9,7 @@ namespace wainscot {
 
 namespace {
 constinit std::uint64_t changeCount = 0;
-/// Children so near to an end are counted out.
+/// This near to an end, children are counted one by one.
 constexpr std::uint32_t nearEnd = 32;
 } // namespace
 
@@ -94,7 +94,7 @@ void Tree::noteUnlinked(Glob& parent, Glob const& child) {
         parent.side_->byIndex.clear();
 }
 
-/// Null where counting would take long.
+/// Null when counting would take long.
 Glob* Tree::nearChildAt(Glob const& parent, std::uint32_t index) {
     std::uint32_t const fromEnd = parent.numChildren_ - 1 - index;
     if (std::min(index, fromEnd) >= nearEnd) return nullptr;

@@ -11,7 +11,7 @@ class ChildGrid;
 /// The links between parents and children. No drawing, no placing, no notices.
 class WAINSCOT_API Tree {
 public:
-    /// Whether `parent` may take `child` over: neither is null or dying, no cycle comes about.
+    /// Whether `parent` may take over `child`: neither is null or dying, and no cycle would arise.
     static bool mayAdopt(Glob const* parent, Glob const* child);
     /// Links a child that has no parent above all others, or below `before`.
     static void link(Glob& parent, Glob& child, Glob* before = nullptr);
@@ -21,22 +21,22 @@ public:
     static std::vector<Glob*> subtree(Glob& top);
     /// The same without the objects that `enter` refuses, and all below them.
     static std::vector<Glob*> subtree(Glob& top, std::function<bool(Glob&)> const& enter);
-    /// As the one above, for many: `enter` is called straight.
+    /// The same as a template, for large trees: `enter` is called directly.
     template <class Enter>
     static std::vector<Glob*> collect(Glob& top, Enter enter);
-    /// Counts changes of links, boxes and visibility: what may move objects under a resting pointer.
+    /// Counts changes of links, boxes and visibility, by which objects may move under a resting pointer.
     static std::uint64_t numChanges();
     static void noteChange();
-    /// Cuts all links of a detached object; those to which they lead are cut as well.
+    /// Cuts all links of a detached object. To be called for all objects that they lead to.
     static void scatter(Glob& glob);
     /// Appends the children whose boxes meet `area` (in the parent's coordinates), from below to above.
     static void childrenMeeting(Glob& parent, IntBox const& area, std::vector<Glob*>& found);
-    /// The same for those that meet one of several areas, each once.
+    /// The same for several areas; each child is appended once.
     static void childrenMeeting(Glob& parent, std::span<IntBox const> areas, std::vector<Glob*>& found);
     /// To be called after a child's box has changed.
     static void childBoxChanged(Glob& child);
-    /// The child with an index below the number of children. Going through all by index takes no longer than
-    /// going from one to the next.
+    /// The child with an index below the number of children. Going through all children by index takes linear
+    /// time.
     static Glob* childAt(Glob& parent, std::uint32_t index);
     /// The topmost shown descendant at a place (in `top`'s coordinates), or `top` itself; null outside it.
     static Glob* globAt(Glob& top, XY<int> place);
@@ -45,7 +45,7 @@ private:
     static ChildGrid* grid(Glob& parent);
     static void dropGrid(Glob& parent);
     static Glob* nearChildAt(Glob const& parent, std::uint32_t index);
-    /// Keeps, or drops, the children by their indices.
+    /// Keep the table of children by index up to date, or drop it.
     static void noteLinked(Glob& parent, Glob& child);
     static void noteUnlinked(Glob& parent, Glob const& child);
 };

@@ -44,7 +44,7 @@ class WAINSCOT_API WidgetPosition {
 public:
     /// The lower-left corner.
     constexpr WidgetPosition() = default;
-    /// With `userArea` the corner is that of the parent's user area.
+    /// With `userArea` the corner is a corner of the parent's user area.
     constexpr WidgetPosition(CoordinateOrigin origin, XY<int> offset, bool userArea = false)
         : origin_(origin), userArea_(userArea), offset_(offset) {}
     /// Next to a sibling, `gap` pixels away.
@@ -77,6 +77,7 @@ struct WidgetDetails {
     WidgetSurround surround;
 };
 
+// At a corner, edge or centre of the parent; with `User` of the parent's user area.
 WAINSCOT_API WidgetPosition TopLeft(int x, int y);
 WAINSCOT_API WidgetPosition TopRight(int x, int y);
 WAINSCOT_API WidgetPosition BottomLeft(int x, int y);
@@ -88,6 +89,7 @@ WAINSCOT_API WidgetPosition UserTopLeft(int x, int y);
 WAINSCOT_API WidgetPosition UserTopRight(int x, int y);
 WAINSCOT_API WidgetPosition UserBottomLeft(int x, int y);
 WAINSCOT_API WidgetPosition UserBottomRight(int x, int y);
+// Next to a sibling.
 WAINSCOT_API WidgetPosition Above(int gap, Glob* sibling, WidgetAlignment alignment = WidgetAlignment::start);
 WAINSCOT_API WidgetPosition Below(int gap, Glob* sibling, WidgetAlignment alignment = WidgetAlignment::start);
 WAINSCOT_API WidgetPosition LeftOf(int gap, Glob* sibling,

@@ -57,7 +57,7 @@ bool readAll(int file, std::string& bytes, std::size_t maxSize) {
     return false;
 }
 
-/// Where a symbolic link in the file's place leads; the path itself when there is none.
+/// The target of a symbolic link in the file's place; the path itself when it is not a link.
 std::string realTarget(Text const& path) {
     std::error_code problem;
     std::filesystem::path const given(std::string(path.view()));
@@ -73,7 +73,7 @@ void copyPermissions(std::string const& from, int file) {
     [[maybe_unused]] int const kept = fchmod(file, status.st_mode & 07777U);
 }
 
-/// Writes a file to the disk; the name of it is safe only when the folder, too, is on the disk.
+/// Writes a file to the disk. Its name is safe only when the folder is on the disk too.
 bool writeSynced(std::string const& path, std::string const& permissionsOf, std::string_view bytes) {
     Descriptor const file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!file.valid()) return false;
@@ -121,7 +121,7 @@ LightweightString<char> makeFolders(LightweightString<char> const& path) {
     for (std::size_t end = wanted.find('/', 1);; end = wanted.find('/', end + 1)) {
         bool const isLast = end == std::string::npos;
         bool const made = mkdir(wanted.substr(0, end).c_str(), 0700) == 0 || errno == EEXIST;
-        // Folders above may exist where this program may not make any.
+        // Folders above may exist although this program may not make any there.
         if (isLast) return made ? Text() : reason();
     }
 }

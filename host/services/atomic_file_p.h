@@ -6,7 +6,7 @@
 
 namespace wainscot {
 
-/// What came of reading a whole file.
+/// The result of reading a whole file.
 struct FileBytes {
     enum class State : unsigned char {
         read,
@@ -23,18 +23,17 @@ struct FileBytes {
 /// Reads a regular file of at most `maxSize` bytes.
 WAINSCOT_API FileBytes readWholeFile(LightweightString<char> const& path, std::size_t maxSize);
 
-/// Replaces a file in one step: whoever reads it, and also after a crash, finds the old contents or the new
-/// ones, never a part. Permissions and a symbolic link in its place are kept. Gives the reason when it
-/// failed, else the empty text; on failure the old file is untouched. Only one writer of a file may be at
-/// work.
+/// Replaces a file in one step: readers find the old contents or the new contents, never a part, also after a
+/// crash. Permissions are kept, and so is a symbolic link in its place. Gives the reason on failure, else the
+/// empty text; on failure the old file is untouched. Only one writer of a file may be at work.
 WAINSCOT_API LightweightString<char> writeFileAtomically(LightweightString<char> const& path,
                                                          std::string_view bytes);
 
 /// Makes a folder and the folders above it; gives the reason when it failed.
 WAINSCOT_API LightweightString<char> makeFolders(LightweightString<char> const& path);
 
-/// A lock that programs hold on a folder while they change a file in it; released by the destructor. Where
-/// the file system knows no locks there is none.
+/// A lock that programs hold on a folder while they change a file in it; released by the destructor. Without
+/// effect on file systems without locks.
 class WAINSCOT_API FolderLock {
 public:
     explicit FolderLock(LightweightString<char> const& folder);

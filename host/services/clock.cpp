@@ -10,7 +10,7 @@ namespace wainscot {
 
 namespace {
 constinit iClock const* installedClock = nullptr;
-/// Of a virtual clock; beyond it the others would overflow.
+/// The limit of a virtual clock; beyond it the other clocks would overflow.
 constexpr double latest = 1e15;
 } // namespace
 

@@ -20,7 +20,7 @@ public:
     /// Seconds since 1970-01-01 00:00 UTC.
     virtual std::int64_t calendar() const = 0;
 
-    /// The clock in force: the one that the live backend installed, else the system's.
+    /// The clock in force: the clock that the live backend installed, else the system's.
     static iClock const& current();
     /// Installs a clock; null restores the system's. The caller keeps ownership.
     static void install(iClock const* clock);
@@ -33,14 +33,14 @@ public:
     std::int64_t processor() const override;
     std::int64_t calendar() const override;
 
-    /// While on, the processor clock runs with wall time, so that who measures with it may sleep. It never
-    /// jumps.
+    /// While on, the processor clock runs with wall time, so that a measuring program may sleep. The clock
+    /// never jumps.
     void runProcessorWithWallTime(bool on);
 
 private:
     static std::int64_t wall();
     static std::int64_t used();
-    /// What is added to wall time, or else to the time that the program has used.
+    /// Added to wall time, or else to the time that the program has used.
     std::int64_t offset_ = 0;
     bool withWallTime_ = false;
 };
@@ -54,9 +54,10 @@ public:
         return calendarStart_ + static_cast<std::int64_t>(calendarMs_ / 1000.0);
     }
 
-    /// Moves all three clocks. What is no time, or lies beyond thirty thousand years, is refused.
+    /// Moves all three clocks. NaN and times beyond thirty thousand years are refused; a negative time does
+    /// nothing.
     void advance(double ms);
-    /// The same, so that `msecs()` is exactly `ms` then; a time that has passed changes nothing.
+    /// Moves all three clocks until `msecs()` is exactly `ms`; a time that has passed changes nothing.
     void advanceTo(double ms);
     void advanceProcessor(std::int64_t units) { processor_ += units; }
     void setCalendar(std::int64_t seconds) {

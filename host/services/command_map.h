@@ -30,11 +30,12 @@ public:
         : name_(std::move(name)), displayName_(std::move(displayName)), function_(std::move(function)),
           isTransport_(isTransport) {}
 
-    /// By which it is found and by which keys are bound to it.
+    /// The name by which the command is found and keys are bound to it.
     LightweightString<char> const& name() const { return name_; }
     /// For people, in their language.
     LightweightString<wchar_t> displayName() const { return displayName_.text(); }
-    /// Its keys come before what has the keyboard focus, unless that takes text or a pop-up is open.
+    /// Its keys come before the holder of the keyboard focus, unless the holder takes text or a pop-up is
+    /// open.
     bool isTransport() const { return isTransport_; }
     Cmd::Function const& function() const { return function_; }
 
@@ -65,16 +66,16 @@ public:
 
     /// The number of the command of that name; `none` when there is no such command.
     unsigned long findCommand(char const* name) const;
-    /// Null when there is no such command, or no longer.
+    /// Null when there is no such command (any more).
     CommandMapRec const* getCommand(unsigned long number) const;
-    /// Runs a command; false when there is none of that number. What it throws comes to the caller. It may
-    /// remove itself or others.
+    /// Runs a command; false when the number is unknown. Exceptions pass to the caller. The command may
+    /// remove itself and other commands.
     bool callCommand(unsigned long number, Cmd::Context const& context);
     /// All commands, in the order of their names.
     std::vector<CommandMapRec const*> commands() const;
 
-    /// Gives the number of the new command; `none`, and nothing done, when the name is empty or taken or
-    /// there is no function. Numbers are never used again.
+    /// Gives the number of the new command. `none`, and nothing is done, when the name is empty or taken, or
+    /// when there is no function. Numbers are never used again.
     unsigned long add(CommandMapRec command);
     void remove(unsigned long number);
 

@@ -17,8 +17,8 @@ WAINSCOT_API LightweightString<char> findDataFile(LightweightString<char> const&
 /// The folder of the icons; empty when there is none.
 WAINSCOT_API LightweightString<wchar_t> getIconsDirectory();
 
-/// The full path of an icon by its bare file name ("folder.png"); empty when there is none, and for names
-/// that lead out of the folder.
+/// The full path of an icon by its bare file name ("folder.png"). Empty when there is no such icon, and for
+/// names that lead out of the folder.
 WAINSCOT_API LightweightString<wchar_t> getIconPath(LightweightString<wchar_t> const& bareName);
 
 } // namespace wainscot

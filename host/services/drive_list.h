@@ -24,11 +24,11 @@ struct DriveItem {
 };
 
 /// The file system, the home folder, the standard places that exist, then what is mounted for people. No path
-/// comes twice. Nothing is read from the places themselves, so that a dead network folder does not wait.
+/// comes twice. Nothing is read from the places themselves, so that a dead network folder costs no time.
 WAINSCOT_API std::vector<DriveItem> buildDriveList();
 
-/// The mount points for people in a list of the system's form (`/proc/self/mounts`), as the bytes of paths:
-/// those below `/media`, `/mnt` and `/run/media`, and network folders anywhere.
+/// The mount points for people in a list as in `/proc/self/mounts`, as the bytes of paths: those below
+/// `/media`, `/mnt` and `/run/media`, and network folders anywhere.
 WAINSCOT_API std::vector<LightweightString<char>> findMountPoints(std::string_view mounts);
 
 } // namespace wainscot

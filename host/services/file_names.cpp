@@ -30,7 +30,7 @@ std::size_t lengthFrom(unsigned char first) {
     return first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
 }
 
-/// The character that `bytes` begin with; of length 0 when they begin with none.
+/// The character at the beginning of `bytes`; its length is 0 when there is none.
 Decoded decodeOne(std::string_view bytes) {
     constexpr std::uint32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
     auto const first = static_cast<unsigned char>(bytes[0]);
@@ -54,7 +54,8 @@ LightweightString<wchar_t> fileNameFromBytes(LightweightString<char> const& byte
     name.reserve(bytes.size());
     for (std::string_view rest = bytes.view(); !rest.empty();) {
         Decoded next = decodeOne(rest);
-        // A real character in the place of the escapes is escaped itself, or it would come back as a byte.
+        // A real character from the range of the escapes is escaped itself; otherwise it would come back as a
+        // byte.
         if (next.length == 0 || isEscape(next.code))
             next = {escapeBase + static_cast<unsigned char>(rest[0]), 1};
         name.push_back(static_cast<wchar_t>(next.code));

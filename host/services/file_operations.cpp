@@ -20,7 +20,7 @@ FileResult resultOf(bool done, Wide const& path) {
     return done ? FileResult() : failedOn(path, errno);
 }
 
-/// Runs one system call on a path that may be changed; it answers 0 when it is done.
+/// Runs one system call on a path, unless the path must not be changed. The call answers 0 on success.
 template <class Call>
 FileResult change(Wide const& path, Call call) {
     std::string const bytes = changeablePath(path);

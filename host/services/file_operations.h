@@ -4,9 +4,9 @@
 
 namespace wainscot {
 
-/// What came of changing something in the file system.
+/// The result of a change in the file system.
 struct FileResult {
-    /// Why it was not done, or not to its end, as the system puts it; empty when it was.
+    /// Why it was not done, or not to its end, in the system's words; empty on success.
     LightweightString<wchar_t> message;
     /// The file or folder that `message` is about.
     LightweightString<wchar_t> path;
@@ -14,24 +14,24 @@ struct FileResult {
     bool isDone() const { return message.empty(); }
 };
 
-// Paths are wide text as `fileNameFromBytes` gives it. A link is changed itself, never what it leads to; "/"
-// and paths that end in "." or ".." are refused. Nothing that exists is replaced.
+// Paths are wide text as `fileNameFromBytes` gives it. Links are never followed: the link itself is changed.
+// "/" and paths that end in "." or ".." are refused. Nothing that exists is replaced.
 
-/// Makes one folder; the folder that it lies in must exist.
+/// Makes one folder; its parent folder must exist.
 WAINSCOT_API FileResult createFolder(LightweightString<wchar_t> const& path);
 
 /// Deletes a file, link, pipe or socket, but no folder.
 WAINSCOT_API FileResult deleteFile(LightweightString<wchar_t> const& path);
 
+/// Deletes a folder that has no entries.
 WAINSCOT_API FileResult deleteEmptyFolder(LightweightString<wchar_t> const& path);
 
-/// Deletes a folder of any depth and everything in it; links in it go, what they lead to stays. It ends at
-/// the first thing that cannot be deleted, also where another file system begins; what has been deleted till
+/// Deletes a folder of any depth and everything in it; links in it are deleted, never followed. It stops at
+/// the first entry that cannot be deleted, and where another file system begins; what has been deleted by
 /// then is gone.
 WAINSCOT_API FileResult deleteFolderWithContents(LightweightString<wchar_t> const& path);
 
-/// Gives a file or folder another path on the same file system. Refused where something has that path
-/// already.
+/// Gives a file or folder another path on the same file system. Refused when the path is taken.
 WAINSCOT_API FileResult renamePath(LightweightString<wchar_t> const& from,
                                    LightweightString<wchar_t> const& to);
 

@@ -22,7 +22,7 @@ using Narrow = LightweightString<char>;
 using Wide = LightweightString<wchar_t>;
 using Item = iFileManager::DirectoryItem;
 
-/// A zero character would end the path early, so that another file would be meant.
+/// A zero character would end the path early, and so name another file.
 bool statusOf(Wide const& path, struct stat& status) {
     Narrow const bytes = fileNameToBytes(path);
     return bytes.view().find('\0') == Narrow::npos && stat(bytes.c_str(), &status) == 0;

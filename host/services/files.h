@@ -7,7 +7,7 @@
 
 namespace wainscot {
 
-/// What the file services say about the entries of folders.
+/// What the file services say about the entries of a folder.
 struct WAINSCOT_API iFileManager {
     /// Entries of a lower kind stand before those of a higher one.
     enum eKind : std::int32_t {
@@ -21,7 +21,7 @@ struct WAINSCOT_API iFileManager {
         LightweightString<wchar_t> name;
         /// The full path.
         LightweightString<wchar_t> path;
-        /// Of what a link leads to; a link that leads nowhere is a file.
+        /// For a link: the kind of its target; a link without a target is a file.
         eKind kind = eFile;
         bool isLink = false;
         bool isBrokenLink = false;
@@ -34,7 +34,7 @@ struct WAINSCOT_API iFileManager {
     /// A folder's entries, without "." and ".." and in no order.
     struct Contents {
         std::vector<DirectoryItem> items;
-        /// Why the folder could not be read to its end; empty when it was.
+        /// Why the folder could not be read to its end; empty on success.
         LightweightString<wchar_t> message;
     };
 };
@@ -48,12 +48,13 @@ WAINSCOT_API bool folderExists(LightweightString<wchar_t> const& path);
 /// A path from a folder and a name in it, with one "/" between them; an absolute `name` is given as it is.
 WAINSCOT_API LightweightString<wchar_t> joinPaths(LightweightString<wchar_t> const& folder,
                                                   LightweightString<wchar_t> const& name);
-/// The folder that a path lies in: "/a" for "/a/b" and "/a/b/", "/" for "/a" and "/", empty for "a".
+/// The parent folder of a path: "/a" for "/a/b" and "/a/b/", "/" for "/a" and "/", empty for "a".
 WAINSCOT_API LightweightString<wchar_t> getPath(LightweightString<wchar_t> const& path);
 
+/// Reads the entries of a folder.
 WAINSCOT_API iFileManager::Contents getDirectoryContents(LightweightString<wchar_t> const& folder);
 
-/// Whether a name may be given to a file; when not, `reason` (when given) says why, for people.
+/// Whether a file may have this name; when not, `reason` (unless null) gets the reason, for people.
 WAINSCOT_API bool validateFileName(LightweightString<wchar_t> const& name,
                                    LightweightString<wchar_t>* reason = nullptr);
 

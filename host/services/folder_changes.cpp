@@ -7,7 +7,7 @@ using Change = iWatchable::Change;
 void FolderChanges::note(std::string const& name, Change change) {
     seen_ = true;
     if (rescan_) return;
-    // Before its first event an entry was there unless that event has made it.
+    // Unless its first event made it, the entry existed before.
     Entry& entry = entries_.try_emplace(name, Entry{change != Change::added, true}).first->second;
     entry.isThere = change != Change::removed;
     if (entries_.size() > iWatchable::mostChanges) noteLoss();

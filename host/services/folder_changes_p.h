@@ -7,7 +7,7 @@
 
 namespace wainscot {
 
-/// Collects what the system says about one folder until it is delivered. Takes no more memory than
+/// Collects what the system says about one folder until it is delivered. Keeps at most
 /// `iWatchable::mostChanges` names.
 class FolderChanges {
 public:

@@ -14,9 +14,9 @@ namespace wainscot {
 
 namespace {
 
-/// Walks down into a folder and deletes on its way up. It holds one folder open at a time and goes by single
-/// names, so that neither depth nor the length of paths is limited; folders are known by their numbers, so
-/// that one that is moved meanwhile does not lead it elsewhere.
+/// Walks down into a folder and deletes on its way up. It holds one folder open at a time and uses single
+/// names, so that neither depth nor the length of paths is limited. It knows folders by their numbers, so
+/// that a folder that is moved meanwhile does not lead it elsewhere.
 class FolderDeletion {
 public:
     explicit FolderDeletion(std::string path) : top_(std::move(path)) {}
@@ -34,7 +34,7 @@ public:
         return rmdir(top_.c_str()) == 0 ? 0 : errno;
     }
 
-    /// What could not be deleted.
+    /// The entry that could not be deleted.
     std::string place() const {
         std::string path = top_;
         for (std::size_t i = 1; i < levels_.size(); ++i) path += "/" + levels_[i].name;
@@ -74,7 +74,7 @@ private:
         return deleteFiles();
     }
 
-    /// Deletes what is no folder and lists the folders.
+    /// Deletes all entries but folders, and lists the folders.
     bool deleteFiles() {
         int const copy = dup(folder_);
         DIR* const list = copy < 0 ? nullptr : fdopendir(copy);

@@ -29,14 +29,14 @@ constexpr std::uint32_t alteredMask = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 constexpr std::uint32_t goneMask = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
 constexpr std::uint32_t wantedMask =
     addedMask | removedMask | alteredMask | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
-/// So that delivery is not put off for ever while events come faster than they are read.
+/// The limit lets delivery begin although events come faster than they are read.
 constexpr int mostReads = 64;
 
 LightweightString<wchar_t> systemReason(int reason) {
     return fromUTF8(LightweightString<char>(std::strerror(reason)));
 }
 
-/// A thread started in this scope is asked to handle no signals: those are for the program's own.
+/// A thread that is started in this scope handles no signals; the program's own threads do.
 class SignalsBlocked {
 public:
     SignalsBlocked() {
@@ -145,7 +145,7 @@ void FolderWatchService::Core::remove(FolderWatch::Listener const& listener) {
     watched_.erase(place);
 }
 
-/// Whether the end has come before the time, in milliseconds, was over.
+/// Waits up to `timeout` milliseconds; true when the service is ending.
 bool FolderWatchService::Core::hasEnded(int timeout) const {
     pollfd waiting{end_, POLLIN, 0};
     return poll(&waiting, 1, timeout) > 0;
@@ -157,7 +157,7 @@ void FolderWatchService::Core::run() {
         int const ready = poll(waiting.data(), waiting.size(), -1);
         if (ready < 0 && errno != EINTR) return;
         if (ready <= 0) continue;
-        // What comes in this time is delivered together.
+        // Events of this time are delivered together.
         if (waiting[1].revents != 0 || hasEnded(iWatchable::collectMs)) return;
         readEvents();
         askForCollection();
@@ -218,7 +218,7 @@ void FolderWatchService::Core::collect() {
     for (auto const& [number, folder] : changes) tell(number, folder);
 }
 
-/// Every listener gets a call of its own, so that what happens in one of them is no other's affair.
+/// Every listener gets a call of its own, so that an exception in one does not affect the others.
 void FolderWatchService::Core::tell(int number, FolderChanges const& changes) {
     auto const place = watched_.find(number);
     if (place == watched_.end()) return;
@@ -235,7 +235,7 @@ void FolderWatchService::Core::tell(int number, FolderChanges const& changes) {
         });
     }
     if (!changes.isGone()) return;
-    // A folder that was moved would be watched on.
+    // Otherwise a moved folder would be watched on.
     inotify_rm_watch(events_, number);
     watched_.erase(place);
 }

@@ -8,10 +8,10 @@
 
 namespace wainscot {
 
-/// What is said about folders that are watched.
+/// News of watched folders.
 struct WAINSCOT_API iWatchable {
     enum eKind : std::uint8_t {
-        /// Nothing that a list of the folder would show: a file came and went again.
+        /// A list of the folder is as before: a file came and went again.
         eIgnored,
         /// The entries in `changes` have come, gone or changed.
         eChanged,
@@ -23,7 +23,7 @@ struct WAINSCOT_API iWatchable {
 
     enum class Change : std::uint8_t { added, removed, altered };
 
-    /// One entry, with what has become of it since the last result.
+    /// One entry, and what has happened to it since the last result.
     struct Entry {
         LightweightString<wchar_t> name;
         Change change = Change::altered;
@@ -40,20 +40,20 @@ struct WAINSCOT_API iWatchable {
         bool isEmpty() const { return kind == eIgnored || (kind == eChanged && changes.empty()); }
     };
 
-    /// More names than this are a rescan.
+    /// With more names than this the result is `eRescan`.
     static constexpr std::size_t mostChanges = 1000;
-    /// Changes are collected for so long, in milliseconds, before they are delivered.
+    /// How long changes are collected before they are delivered, in milliseconds.
     static constexpr int collectMs = 100;
 };
 
 /// Watches the entries of one folder for as long as it lives. Watches of one folder share their work, and
-/// cost nothing while nothing happens there. Made and destroyed on the user-interface thread, where the
-/// handler is called, too, from the loop; it may destroy this watch or others.
+/// cost nothing while nothing happens there. Made and destroyed on the user-interface thread. The handler is
+/// called there by the loop; it may destroy this watch and others.
 class WAINSCOT_API FolderWatch {
 public:
     using Handler = std::function<void(iWatchable::Result const& result)>;
 
-    /// Where the folder cannot be watched, or no host lives, nothing is ever delivered and `problem()` says
+    /// When the folder cannot be watched, or no host lives, nothing is ever delivered and `problem()` says
     /// why.
     FolderWatch(LightweightString<wchar_t> folder, Handler handler);
     ~FolderWatch();
@@ -73,8 +73,8 @@ private:
     LightweightString<wchar_t> problem_;
 };
 
-/// The service behind the watches of the live host. It has a thread from the first watch on, which sleeps
-/// until something happens in a watched folder.
+/// The service behind the watches of the live host. Its thread starts with the first watch and sleeps until
+/// something happens in a watched folder.
 class WAINSCOT_API FolderWatchService {
 public:
     using Call = std::function<void()>;

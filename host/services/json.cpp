@@ -40,7 +40,7 @@ Library toLibrary(JsonValue const& value) {
     return result;
 }
 
-/// The place where arrays and objects lie too deep inside each other; npos when nowhere.
+/// The place where arrays and objects are nested too deep; npos when there is none.
 std::size_t tooDeepAt(std::string_view text) {
     int depth = 0;
     bool inText = false;
@@ -143,7 +143,7 @@ ParsedJson failure(std::string_view text, std::size_t offset, LightweightString<
 
 JsonValue::JsonValue(LightweightString<wchar_t> const& value) : value_(toUTF8(value)) {}
 
-/// The old content goes last: `other` may have been a part of it.
+/// The old contents are freed last: `other` may have been a part of them.
 JsonValue& JsonValue::operator=(JsonValue other) noexcept {
     value_.swap(other.value_);
     std::swap(depth_, other.depth_);

@@ -37,7 +37,7 @@ bool isBlankOrControl(wchar_t c) {
     return code <= 0x20 || (code >= 0x7F && code <= 0xA0) || code == 0x2028 || code == 0x2029;
 }
 
-/// The scheme that a link begins with, in lower case; empty when it begins with none.
+/// The scheme of a link, in lower case; empty when it has none.
 std::string schemeOf(std::wstring_view link) {
     auto const end = std::find_if_not(link.begin(), link.end(), isSchemeCharacter);
     if (end == link.begin() || end == link.end() || *end != L':' || !isLetter(link.front())) return {};
@@ -51,14 +51,14 @@ bool isWebScheme(std::string const& scheme) {
     return scheme == "http" || scheme == "https";
 }
 
-/// Where the link goes on that has another one in front of it; 0 when it has none.
+/// The length of a doubled scheme at the beginning; 0 when there is none.
 std::size_t lengthOfDoubledScheme(std::wstring_view link) {
     std::string const outer = schemeOf(link);
     std::size_t const length = outer.size() + 3;
     if (!isWebScheme(outer) || link.substr(outer.size(), 3) != L"://") return 0;
     std::wstring_view const rest = link.substr(length);
     std::string const inner = schemeOf(rest);
-    // A host with a port looks like a scheme, too: what follows must be a whole link.
+    // A host with a port looks like a scheme too: the rest must be a whole link.
     bool const isWhole = rest.substr(inner.size(), 3) == L"://" || inner == "mailto";
     return !inner.empty() && isWhole ? length : 0;
 }
@@ -99,7 +99,7 @@ private:
     posix_spawn_file_actions_t files_{};
 };
 
-/// Takes the exit of a program that nobody waits for; where no thread can be had, it stays with the system.
+/// Waits for the end of a program on a thread of its own; without a thread its exit is left to the system.
 void takeExitLater(pid_t child) {
     try {
         std::thread([child] {

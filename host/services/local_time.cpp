@@ -17,7 +17,7 @@ constexpr std::wstring_view modifiers = L"EO";
 constexpr std::wstring_view conversions = L"aAbBcCdDeFgGhHIjklmMnpPrRsSTtuUVwWxXyYzZ%";
 /// Wider fields would only fill the memory.
 constexpr std::size_t mostWidthDigits = 2;
-/// Of one conversion: dates in words of any locale are shorter.
+/// The limit for one conversion: dates in words are shorter in every locale.
 constexpr std::size_t longestPart = 1024;
 
 bool breakDown(std::int64_t seconds, std::tm& broken) {
@@ -31,7 +31,7 @@ std::size_t countOf(std::wstring_view text, std::size_t at, std::wstring_view al
     return (end == text.npos ? text.size() : end) - at;
 }
 
-/// How long the conversion is that `text` begins with; 0 when it begins with none.
+/// The length of the conversion at the beginning of `text`; 0 when there is none.
 std::size_t conversionLength(std::wstring_view text) {
     std::size_t at = 1;
     at += countOf(text, at, flags);
@@ -43,7 +43,7 @@ std::size_t conversionLength(std::wstring_view text) {
     return isKnown ? at + 1 : 0;
 }
 
-/// A conversion may give nothing, which looks like a failure; with a mark behind it, it does not.
+/// A conversion may give an empty text, which looks like a failure; a mark behind it prevents that.
 std::wstring converted(std::wstring_view conversion, std::tm const& broken) {
     std::wstring const marked = std::wstring(conversion) + L'.';
     wchar_t part[longestPart];

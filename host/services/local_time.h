@@ -27,15 +27,15 @@ struct LocalTime {
     int utcOffset = 0;
 };
 
-/// A moment, in seconds since 1970-01-01 00:00 UTC, in the user's time zone; nothing for years that no
-/// calendar holds. A zone that is changed while the program runs counts from then on.
+/// A moment, in seconds since 1970-01-01 00:00 UTC, in the user's time zone; nothing for years out of range.
+/// The time zone may change while the program runs.
 WAINSCOT_API std::optional<LocalTime> getLocalTime(std::int64_t seconds);
 /// The present moment of the clock in force.
 WAINSCOT_API std::optional<LocalTime> getLocalTime();
 
-/// A moment written by a format as that of `strftime`: "%Y-%m-%d %H:%M". Names of days and months are those
-/// of the program's locale. Format and result may have any length; what is no conversion stands in the result
-/// as it is. Empty for a moment that `getLocalTime` refuses.
+/// A moment as text, by a format like that of `strftime`: "%Y-%m-%d %H:%M". Names of days and months are
+/// those of the program's locale. Format and result may have any length; text that is not a conversion is
+/// kept. Empty when `getLocalTime` gives nothing.
 WAINSCOT_API LightweightString<wchar_t> formatLocalTime(LightweightString<wchar_t> const& format,
                                                         std::int64_t seconds);
 

@@ -31,7 +31,7 @@ bool isUTF8(LightweightString<char> const& text) {
     return toUTF8(fromUTF8(text)) == text;
 }
 
-/// A name for a file that is set aside, so that none set aside before is lost.
+/// A new name for a damaged file, so that earlier damaged files are kept.
 LightweightString<char> nameForDamaged(LightweightString<char> const& path) {
     LightweightString<char> name = path + ".damaged";
     for (int i = 2; access(name.c_str(), F_OK) == 0 && i <= maxDamagedFiles; ++i)
@@ -163,7 +163,7 @@ bool EditorPreferences::flush() {
     bool const wasThere = access(filePath().c_str(), F_OK) == 0;
     std::optional<JsonValue> stored = readStored();
     if (!stored) return false;
-    // A file that has gone or was damaged meanwhile is made anew from everything that is known.
+    // A file that has gone or was damaged meanwhile is written again from all known settings.
     bool const isThere = wasThere && access(filePath().c_str(), F_OK) == 0;
     JsonValue all = isThere ? merged(std::move(*stored)) : values_;
     problem = writeFileAtomically(filePath(), (all.write(2) + "\n").view());

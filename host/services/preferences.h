@@ -11,11 +11,10 @@ namespace wainscot {
 /// The settings that a program keeps from one start to the next, by key.
 ///
 /// They are read from the file `preferences.json` in the program's folder at the first use, and kept in
-/// memory. A change costs no access to the disk; changes are written together by `flush()`, by `writeIfDue()`
-/// and at the end. Entries of other versions, and what other running programs have written meanwhile to other
-/// keys, stay in the file. A damaged file is renamed and reported; a folder that cannot be read or written is
-/// reported once, and the settings then last as long as the program.
-/// User-interface thread only.
+/// memory. A change does not touch the disk; changes are written together by `flush()`, by `writeIfDue()` and
+/// at the end. Keys that this program does not know stay in the file, and so do changes that other running
+/// programs make to other keys. A damaged file is renamed and reported. A folder that cannot be read or
+/// written is reported once; the settings are then lost when the program ends. User-interface thread only.
 class WAINSCOT_API EditorPreferences {
 public:
     using Narrow = LightweightString<char>;
@@ -27,7 +26,7 @@ public:
         /// Nowhere, unless `setFolder` gives a folder.
         memory,
     };
-    /// A change is written by `writeIfDue()` so many milliseconds after it was made.
+    /// `writeIfDue()` writes a change this many milliseconds after it was made.
     static constexpr double writeDelay = 2000;
 
     /// Becomes the live store. Throws when another one lives.
@@ -40,7 +39,7 @@ public:
     /// Null while no host lives.
     static EditorPreferences* current();
 
-    /// The value of a key; `otherwise` when it has none, or one of another type.
+    /// The value of a key; `otherwise` when it has no value, or a value of another type.
     bool getPreference(Narrow const& key, bool otherwise);
     int getPreference(Narrow const& key, int otherwise);
     double getPreference(Narrow const& key, double otherwise);
@@ -53,7 +52,7 @@ public:
     void setPreference(Narrow const& key, bool value) { setValue(key, JsonValue(value)); }
     void setPreference(Narrow const& key, int value) { setValue(key, JsonValue(value)); }
     void setPreference(Narrow const& key, double value) { setValue(key, JsonValue(value)); }
-    /// UTF-8; other bytes become U+FFFD and are counted in the diagnostics.
+    /// The value is UTF-8; invalid bytes become U+FFFD and are counted in the diagnostics.
     void setPreference(Narrow const& key, Narrow const& value);
     void setPreference(Narrow const& key, char const* value) { setPreference(key, Narrow(value)); }
     void setPreference(Narrow const& key, Wide const& value) { setValue(key, JsonValue(value)); }
@@ -64,11 +63,11 @@ public:
     JsonValue const& value(Narrow const& key);
     /// Null takes the key away.
     void setValue(Narrow const& key, JsonValue value);
-    /// One entry of a value that is an object, at the cost of what it changes; null takes the entry away.
+    /// Sets one entry of a value that is an object, in place; null takes the entry away.
     void setEntry(Narrow const& key, Narrow const& entry, JsonValue value);
 
-    /// Writes what has changed; false when that was not possible. The changes then stay in memory, and the
-    /// next call tries again.
+    /// Writes what has changed. False on failure: the changes then stay in memory, and the next call tries
+    /// again.
     bool flush();
     /// For the loop when it is idle: writes once the delay is over.
     void writeIfDue();
@@ -76,14 +75,15 @@ public:
     std::optional<double> nextWrite() const { return dueAt_; }
 
     /// Keeps the settings in this folder (UTF-8 path); the empty path keeps them in memory only. False, and
-    /// nothing done, once settings have been read or changed.
+    /// nothing is done, once settings have been read or changed.
     bool setFolder(Narrow const& folder);
     /// The file of the settings; empty when they are in memory only.
     Narrow filePath() const;
 
 private:
     void load();
-    /// What the file holds: an object, an empty one when there is none; nothing when it cannot be used.
+    /// The contents of the file: an object, which is empty when there is no file. Nothing when the file
+    /// cannot be used.
     std::optional<JsonValue> readStored();
     bool setAside(Narrow const& why);
     void noteChange(Narrow const& key, bool done);
@@ -104,7 +104,7 @@ private:
 WAINSCOT_API EditorPreferences& prefs();
 
 /// A number that decides how the program works: the preference of that name (a truth value counts as 1 or 0),
-/// else `otherwise`. Without a host there are no preferences. The environment never counts.
+/// else `otherwise`. Without a host it is `otherwise`. Environment variables are not read.
 WAINSCOT_API int config_int(char const* key, int otherwise);
 WAINSCOT_API double config_double(char const* key, double otherwise);
 

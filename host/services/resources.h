@@ -17,7 +17,7 @@ enum ResStrFmt : std::uint32_t {
     eResStrPlain = 0,
     /// A blank on both sides.
     eResStrPadded = 1,
-    /// "..." behind it: more will be asked.
+    /// "..." behind it: a question follows.
     eResStrEllipsis = 2,
     eResStrUpperCase = 4,
     eResStrLowerCase = 8,
@@ -35,12 +35,12 @@ WAINSCOT_API LightweightString<wchar_t> ellipsisResourceStrW(ResId id);
 /// A text in a format. Empty texts stay empty, and a text never gets a second ellipsis.
 WAINSCOT_API LightweightString<wchar_t> formatString(LightweightString<wchar_t> const& text,
                                                      ResStrFmt format);
-/// A text with `%1` to `%9` replaced by the values in order, and `%%` by "%". A place without a value stays
-/// as it is; values are not searched for places.
+/// A text with `%1` to `%9` replaced by the values in order, and `%%` by "%". A `%` number without a value
+/// stays as it is, and so does one that stands in a value.
 WAINSCOT_API LightweightString<wchar_t>
 formatString(LightweightString<wchar_t> const& text,
              std::initializer_list<LightweightString<wchar_t>> values);
-/// The label of a menu option: without blanks at its ends, then in a format.
+/// The label of a menu option: blanks at its ends are taken off, then the format is applied.
 WAINSCOT_API LightweightString<wchar_t> menuFormatString(LightweightString<wchar_t> const& text,
                                                          std::uint32_t format);
 
@@ -48,7 +48,7 @@ WAINSCOT_API LightweightString<wchar_t> menuFormatString(LightweightString<wchar
 ///
 /// They are `texts/<language>.txt` in the data folders: UTF-8, a line `number = text` for each text. "#"
 /// begins a line of remarks; in a text, `\n`, `\t`, `\s` and `\\` stand for a line end, a tab, a blank and a
-/// backslash. Lines that are not so are reported and left out.
+/// backslash. Other lines are reported and ignored.
 WAINSCOT_API void reloadResourceTexts();
 
 } // namespace wainscot

@@ -17,7 +17,7 @@ constinit HostValue<Limit> limit;
 constinit double supportStart = 0.0;
 constinit double supportedTime = 0.0;
 
-/// Of the bracket that is open, too: it may be closed in another handler.
+/// Counts the open bracket too: it may be closed in another handler.
 double supportedUntil(double now) {
     return supportedTime + (depth > 0 ? now - supportStart : 0.0);
 }

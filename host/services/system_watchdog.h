@@ -4,21 +4,21 @@
 
 namespace wainscot {
 
-/// Notices handlers that keep the user waiting. The loop watches each handler by the clock in force; one that
-/// takes longer than the limit without being on life support is counted and gets a line in the log when it
-/// has ended. User-interface thread only.
+/// Reports handlers that keep the user waiting. The loop watches each handler by the clock in force. A
+/// handler that takes longer than the limit without life support is counted, and logged when it has ended.
+/// User-interface thread only.
 namespace SystemWatchdog {
 
 /// Milliseconds that one handler may take.
 inline constexpr double standardLimit = 5000.0;
 
-/// Brackets work that is known to take long; brackets nest. The time inside them does not count.
+/// Begins a bracket round work that takes long. Brackets may be nested; the time inside them does not count.
 WAINSCOT_API void beginLifeSupport();
 /// Ends the innermost bracket; one too many is counted in the diagnostics.
 WAINSCOT_API void endLifeSupport();
 WAINSCOT_API bool isOnLifeSupport();
 
-/// Life support for a scope, also where that is left by an exception.
+/// Life support for a scope, which may be left by an exception.
 class WAINSCOT_API LifeSupport {
 public:
     LifeSupport() { beginLifeSupport(); }
@@ -42,8 +42,7 @@ private:
     double supportedBefore_;
 };
 
-/// Another limit, in milliseconds; 0 or less means that nothing is reported. The host has the
-/// standard one from the start.
+/// Sets the limit in milliseconds; with 0 or less nothing is reported. A new host has the standard limit.
 WAINSCOT_API void setLimit(double msecs);
 
 } // namespace SystemWatchdog

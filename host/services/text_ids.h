@@ -2,7 +2,7 @@
 
 #include "host/services/resources.h"
 
-/// The resource texts that the host itself uses; built in in English, so that they are always there.
+/// The resource texts that the host itself uses. They are built in in English, and so always available.
 namespace wainscot::TextId {
 
 /// The word for "off", with which the options of check boxes in menus are compared.

@@ -16,7 +16,7 @@ namespace wainscot {
 namespace {
 
 constexpr std::size_t maxFileSize = std::size_t(64) * 1024 * 1024;
-/// Reports of one file; what is wrong in all its lines is not worth more.
+/// The most reports for one file.
 constexpr int maxReports = 10;
 
 struct BuiltIn {
@@ -80,7 +80,7 @@ struct Line {
     LightweightString<wchar_t> text;
 };
 
-/// The meaning of a line such as "10001 = Off"; nothing when it has none.
+/// The number and text in a line such as "10001 = Off"; nothing for other lines.
 std::optional<Line> parseLine(std::string_view line) {
     std::size_t const equals = line.find('=');
     if (equals == std::string_view::npos) return {};
@@ -104,7 +104,7 @@ std::string languageSetting() {
     return {};
 }
 
-/// Part of a file's name: nothing may lead out of the folder.
+/// It becomes part of a file name: it must not lead out of the folder.
 bool isLanguageName(std::string_view name) {
     auto const fits = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||

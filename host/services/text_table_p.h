@@ -19,7 +19,7 @@ public:
 
     /// Built-in texts, then those of the wanted languages over them.
     void load();
-    /// Takes the lines of a language file; `name` stands in reports.
+    /// Takes the lines of a language file; `name` is used in reports.
     void addLines(std::string_view lines, LightweightString<char> const& name);
     /// Null when there is none.
     LightweightString<wchar_t> const* find(ResId id) const;

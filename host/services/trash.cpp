@@ -14,9 +14,9 @@ namespace wainscot {
 
 namespace {
 
-/// So that a number and the suffix of the note still fit into a name.
+/// Leaves room for a number and the suffix of the note in a name.
 constexpr std::size_t longestName = 200;
-/// Names with small numbers, before longer ones are taken that are surely free.
+/// How many small numbers are tried before longer ones that are surely free.
 constexpr int smallNumbers = 8;
 constexpr int mostTries = 64;
 
@@ -51,7 +51,7 @@ std::string nameInTrash(std::string const& name, int number) {
     return shortened + " " + std::to_string(iClock::current().calendar()) + "-" + suffix;
 }
 
-/// Writes a note that was not there yet; false, with the reason in `errno`, when it could not.
+/// Writes a new note. False on failure, with the reason in `errno`; an existing note is not replaced.
 bool writeNote(std::string const& path, std::string const& text) {
     int const note = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (note < 0) return false;
@@ -63,8 +63,8 @@ bool writeNote(std::string const& path, std::string const& text) {
     return isWhole;
 }
 
-/// 0, or the system's reason. The note is there before the file, so that nothing lies in the trash of which
-/// nobody knows where it came from.
+/// 0, or the system's reason. The note is written before the file is moved, so that the origin of every file
+/// in the trash is known.
 int putInto(std::string const& trash, std::string const& path, int number) {
     std::string const name = nameInTrash(path.substr(path.rfind('/') + 1), number);
     std::string const note = trash + "/info/" + name + ".trashinfo";

@@ -11,10 +11,10 @@ namespace wainscot {
 
 namespace {
 
-/// Far more than any desktop writes.
+/// The largest list that is read: far more than any desktop writes.
 constexpr std::size_t largestList = 1024 * 1024;
 
-/// A folder that the environment names; what is no absolute path does not count.
+/// A folder that the environment names; only absolute paths count.
 std::string folderFrom(char const* variable) {
     char const* const value = std::getenv(variable);
     if (!value || *value != '/') return {};
@@ -30,7 +30,7 @@ std::string configRoot() {
     return home.empty() ? home : home + "/.config";
 }
 
-/// One folder's name, whatever the program is called.
+/// Makes the program's name a single folder's name.
 std::string asFolderName(std::string name) {
     for (char& c : name)
         if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '_';

@@ -18,7 +18,8 @@ WAINSCOT_API LightweightString<char> getConfigFolder(LightweightString<char> con
 WAINSCOT_API LightweightString<char> getUserDataFolder();
 
 /// A folder that the desktop has set up for the user's files, by its name in the desktop's list ("DESKTOP",
-/// "DOCUMENTS", "DOWNLOAD", "MUSIC", "PICTURES", "VIDEOS"). Empty when none is named or it does not exist.
+/// "DOCUMENTS", "DOWNLOAD", "MUSIC", "PICTURES", "VIDEOS"). Empty when no such folder is named, or when it
+/// does not exist.
 WAINSCOT_API LightweightString<char> getStandardFolder(char const* name);
 
 } // namespace wainscot

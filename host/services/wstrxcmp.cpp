@@ -25,7 +25,7 @@ int order(T a, T b) {
     return a < b ? -1 : b < a ? 1 : 0;
 }
 
-/// Takes the digits that `text` begins with; gives them without zeros in front.
+/// Takes the digits from the beginning of `text`; gives them without leading zeros.
 std::wstring_view takeNumber(std::wstring_view& text) {
     std::size_t end = 0;
     while (end < text.size() && isDigit(text[end])) ++end;

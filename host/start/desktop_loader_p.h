@@ -7,8 +7,8 @@
 
 namespace wainscot {
 
-/// Opens the desktop module, which lies beside the host library or in its subfolder, and makes a backend.
-/// Null with the reason in `problem`.
+/// Opens the desktop module beside the host library, or in its subfolder, and makes a backend. Null with the
+/// reason in `problem`.
 std::unique_ptr<Backend> loadDesktopBackend(LightweightString<char>& problem);
 
 } // namespace wainscot

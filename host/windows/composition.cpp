@@ -6,7 +6,7 @@ namespace wainscot {
 
 namespace {
 
-/// In root coordinates; nothing where no text can be entered.
+/// In root coordinates; nothing when no text can be entered.
 std::optional<IntBox> caretOf(Glob* holder) {
     if (!holder) return {};
     LifeGuard const life = holder->guard();

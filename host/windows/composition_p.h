@@ -5,14 +5,14 @@
 
 namespace wainscot {
 
-/// Text that an input method has not finished: shows it at the caret of whoever has the keyboard focus, and
-/// tells the window system where that is.
+/// Shows unfinished text of an input method at the caret of the holder of the keyboard focus, and tells the
+/// window system where the caret is.
 class WAINSCOT_API Composition {
 public:
     explicit Composition(Backend& backend) : backend_(backend) {}
 
-    /// `holder` has the focus; null when nobody has. An empty text ends the composition. It stays at the
-    /// holder's caret, and ends when somebody else gets the focus.
+    /// `holder` has the focus; null when there is none. The text stays at the holder's caret, until an empty
+    /// text comes or another object gets the focus.
     void show(Glob* holder, LightweightString<wchar_t> const& text, int caret);
     void end() { note_.hide(); }
     /// To be called when the caret or the focus may have moved.

@@ -6,11 +6,12 @@
 
 namespace wainscot {
 
-/// The objects that contain the pointer, from the root to the deepest; tells them when that begins and ends.
+/// The objects that contain the pointer, from the root to the deepest. They are told when the pointer enters
+/// and leaves.
 class WAINSCOT_API ContainmentPath {
 public:
-    /// From now on the path leads to `deepest` (null = to nowhere). Leaving is told from the deepest
-    /// outwards, then entering inwards.
+    /// From now on the path leads to `deepest` (null = nowhere). Left objects are told first, the deepest
+    /// first; then entered objects, the deepest last.
     void moveTo(Glob* deepest);
     /// The deepest object that still lives; null when there is none.
     Glob* deepest() const;

@@ -8,11 +8,11 @@
 namespace wainscot {
 
 /// Watches the pointer on its way from a menu to the sub-menu that stands beside it. The straight way crosses
-/// other rows; while every move brings the pointer nearer to the sub-menu inside the triangle from where it
-/// set out to the sub-menu's near edge, those rows shall hear nothing of it.
+/// other rows. These hear nothing while each move brings the pointer nearer to the sub-menu, within the
+/// triangle between the starting place and the sub-menu's near edge.
 class WAINSCOT_API DiagonalWay {
 public:
-    /// No way takes longer, in milliseconds.
+    /// The longest time for a way, in milliseconds.
     static constexpr double longest = 300.0;
 
     /// Whether a move to `place` is to be held back. `from` is the last place that was delivered, `target`
@@ -20,8 +20,7 @@ public:
     bool holdsBack(XY<int> from, XY<int> place, IntBox const& target, double now);
     void end() { began_.reset(); }
     bool isUnderWay() const { return began_.has_value(); }
-    /// When a way that began at that time is over although the pointer rests; nothing while none is under
-    /// way.
+    /// When the present way ends at the latest, although the pointer rests; nothing when there is no way.
     std::optional<double> deadline() const;
 
 private:

@@ -47,7 +47,7 @@ bool DragDropManager::beginDrag(Qv::Ptr<DragDropItem> item, Glob* source) {
     source_ = HandlerRef<Glob>(is_good_glob_ptr(source) ? source : nullptr);
     hovered_ = HandlerRef<Glob>();
     cursor_ = forbiddenCursor;
-    // Whoever held the pointer hears nothing of the release.
+    // The former holder of the pointer does not hear of the release.
     Glob::tellCaptureLost(HandlerRef<Glob>(captured ? captured->asGlob() : nullptr));
     return true;
 }
@@ -86,7 +86,7 @@ void DragDropManager::hoverOver(Glob* destination, XY<int> const& place) {
     if (last && last != destination)
         runHandler("handleDragHover",
                    [&] { last->handleDragHover(*item, last->screenXYToGlobXY(place), false); });
-    // The one that was left may have ended the drag, or the destination.
+    // The object that was left may have ended the drag, or destroyed the destination.
     if (item_ != item || !next) return;
     runHandler("handleDragHover",
                [&] { destination->handleDragHover(*item, destination->screenXYToGlobXY(place), true); });

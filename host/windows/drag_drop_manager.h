@@ -16,9 +16,9 @@ class FloatingNote;
 class GlobManager;
 
 /// Carries an item from one object to another with the pointer. The object under the pointer that accepts the
-/// item (or the nearest of its ancestors that does) hears of it through `Glob::handleDragHover` and takes it
-/// through `Glob::acceptDrop`; the object where the drag began hears the end through `Glob::handleDragEnd`.
-/// Any of them may die meanwhile.
+/// item, or its nearest ancestor that does, hears of it through `Glob::handleDragHover` and takes it through
+/// `Glob::acceptDrop`; the object where the drag began hears the end through `Glob::handleDragEnd`. Any of
+/// them may die meanwhile.
 class WAINSCOT_API DragDropManager {
 public:
     DragDropManager(GlobManager& windows, EventSystem& events);
@@ -26,7 +26,7 @@ public:
     DragDropManager(DragDropManager const&) = delete;
     DragDropManager& operator=(DragDropManager const&) = delete;
 
-    /// That of the live host; throws when none lives.
+    /// The manager of the live host; throws when no host lives.
     static DragDropManager& instance();
 
     /// Begins to carry an item, from inside the handler of a press or of a move with a held button. Until the
@@ -36,9 +36,10 @@ public:
     bool isDragging() const { return item_ != nullptr && !isFromOutside_; }
     /// Null while nothing is dragged.
     DragDropItem* getCurrentItem() const { return item_.get(); }
-    /// The pointer has moved: finds who would take the item now and tells it. False while nothing is dragged.
+    /// The pointer has moved: finds the object that would take the item now, and tells it. False while
+    /// nothing is dragged.
     bool handleMouseMove(Event const& event);
-    /// Who would take the item at a place in root coordinates; null when nobody would.
+    /// The object that would take the item at a place in root coordinates; null when there is none.
     Glob* getDestinationUnder(XY<int> const& place);
     /// Lets the item go at a place in root coordinates. True when somebody took it.
     bool drop(XY<int> const& place);
@@ -47,12 +48,12 @@ public:
     /// The shape that says whether the item may be let go here; `inheritCursor` while nothing is dragged.
     MouseCursorID cursor() const;
 
-    /// Files are being dragged over a place in root coordinates by another program: who would take them hears
-    /// of it, with an item that names no file yet.
+    /// Another program drags files over a place in root coordinates: the object that would take them hears of
+    /// it. The item names no files yet.
     void dragFiles(XY<int> const& place);
-    /// They have left, or were let go.
+    /// The files have left, or were dropped.
     void filesLeft();
-    /// Files that another program let go at a place in root coordinates. True when somebody took them.
+    /// Another program has dropped files at a place in root coordinates. True when an object took them.
     bool dropFiles(std::vector<LightweightString<wchar_t>> paths, XY<int> const& place);
 
 private:
@@ -61,13 +62,13 @@ private:
     Glob* destinationFor(DragDropItem const& item, XY<int> const& place, Glob::eDropReason reason);
     bool offer(DragDropItem& item, XY<int> const& place);
     void hoverOver(Glob* destination, XY<int> const& place);
-    /// Tells the source; the drag is over before.
+    /// Ends the drag, then tells the source.
     void end(Qv::Ptr<DragDropItem> const& item, bool taken);
 
     GlobManager& windows_;
     EventSystem& events_;
     Qv::Ptr<DragDropItem> item_;
-    /// The item stands for files of another program.
+    /// Whether the item stands for files of another program.
     bool isFromOutside_ = false;
     HandlerRef<Glob> source_;
     HandlerRef<Glob> hovered_;

@@ -19,7 +19,7 @@ namespace wainscot {
 
 namespace {
 
-/// Of pure moves in one window that follow each other only the last counts.
+/// Of neighbouring moves in one window only the last one counts.
 void mergeMoves(std::vector<InputEvent>& input) {
     std::size_t kept = 0;
     for (std::size_t i = 0; i < input.size(); ++i) {
@@ -34,7 +34,7 @@ void mergeMoves(std::vector<InputEvent>& input) {
     input.resize(kept);
 }
 
-/// Writes settings that have waited long enough; gives when the next ones will have.
+/// Writes settings that have waited long enough; gives when the next settings are due.
 std::optional<double> writePreferences() {
     EditorPreferences* const store = EditorPreferences::current();
     if (!store) return {};
@@ -46,7 +46,7 @@ std::optional<double> sooner(std::optional<double> a, std::optional<double> b) {
     return a && b ? std::min(*a, *b) : a ? a : b;
 }
 
-/// Marks a turn that is under way; a window system that throws must not leave the mark behind.
+/// Marks that a turn is running; the mark goes also when the window system throws.
 class Turning {
 public:
     explicit Turning(bool& mark) : mark_(mark) { mark_ = true; }
@@ -60,7 +60,7 @@ private:
 
 } // namespace
 
-/// The loop goes with the last one when the host has been destroyed meanwhile.
+/// One call of the loop. When the host has been destroyed meanwhile, the outermost call frees the loop.
 class EventLoop::Running {
 public:
     explicit Running(EventLoop& loop) : loop_(loop) { ++loop.running_; }
@@ -163,7 +163,7 @@ void EventLoop::takeReports() {
     }
 }
 
-/// What has been reported so far came before it.
+/// Earlier reports come first.
 void EventLoop::inject(InputEvent input) {
     backend_.poll(input_);
     input_.push_back(std::move(input));

@@ -23,24 +23,24 @@ public:
     EventLoop(EventLoop const&) = delete;
     EventLoop& operator=(EventLoop const&) = delete;
 
-    /// Turns until the last window has closed or `quit()` is called; the answer is the argument of that, or
-    /// 0. A `quit()` that came before ends it at once. Without a screen it also ends when nothing can happen
-    /// any more. Refused with 1 inside a handler.
+    /// Turns until the last window has closed or `quit()` is called. The answer is the argument of `quit()`,
+    /// else 0. After an earlier `quit()` it ends at once. Without a screen it also ends when nothing can
+    /// happen any more. Refused with 1 inside a handler.
     int run();
     void quit(int code);
     /// One turn, without sleeping. Refused inside a handler: the loop never runs from there.
     void turn();
-    /// Input that comes as if from the platform, behind what is waiting.
+    /// Adds input as if it came from the window system, behind the waiting input.
     void inject(InputEvent input);
-    /// Nothing is left to do before time moves on or input comes.
+    /// Whether nothing is left to do before time moves or input comes.
     bool isIdle() const;
     /// Turns without moving time until idle; false when `maxTurns` were not enough.
     bool settle(int maxTurns = 1000);
 
     /// A turn is under way.
     bool isTurning() const { return running_ > 0; }
-    /// The host is destroyed from inside a turn: nothing more is delivered, and the host's parts, this among
-    /// them, go when the outermost caller of the loop is left.
+    /// The host is destroyed inside a turn: nothing more is delivered. The host's parts, this loop included,
+    /// are freed when the outermost call of the loop returns.
     void endWith(std::shared_ptr<void> parts);
 
     /// Rounds of delivery after one input event or timer; what is left then waits for the next turn.
@@ -52,14 +52,14 @@ private:
     class Running;
     void dispatchInput();
     void routeInput(InputEvent const& input);
-    /// Takes what the program itself has caused in the window system, before any further input.
+    /// Handles input that the program itself has caused in the window system, before further input.
     void takeReports();
     void dispatchTimers();
     void takeCalls();
     void drain();
     void deliver(EventQueue::Entry& entry);
     void paint();
-    /// Runs one handler: exceptions are reported, and holds of redraws that it left behind are taken back.
+    /// Runs one handler. Exceptions are reported; redraw holds that it leaves behind end.
     template <class Handler>
     void handle(char const* where, Handler handler);
 
@@ -69,7 +69,7 @@ private:
     std::unique_ptr<InputRouter> router_;
     std::vector<InputEvent> input_;
     bool turning_ = false;
-    /// Calls of `run`, `settle` and `turn` inside each other.
+    /// Nested calls of `run`, `settle` and `turn`.
     int running_ = 0;
     /// Not null when the host has been destroyed.
     std::shared_ptr<void> remains_;

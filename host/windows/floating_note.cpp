@@ -18,7 +18,7 @@ namespace wainscot {
 
 namespace {
 
-/// Texts wider than so many characters are wrapped.
+/// Texts are wrapped at this many characters.
 constexpr int mostCharacters = 60;
 
 class NoteGlob final : public Glob {
@@ -67,7 +67,7 @@ XY<int> NoteGlob::neededSize() {
     return {std::min(size.x, most.x), std::min(size.y, most.y)};
 }
 
-/// What fits on every monitor.
+/// The largest size that fits on every monitor.
 XY<int> NoteGlob::largestSize() {
     XY<int> size{glib_getRootWindowWidth(), glib_getRootWindowHeight()};
     for (IntBox const& monitor : GlobManager::instance().monitors())

@@ -19,7 +19,7 @@ namespace wainscot {
 namespace {
 
 constinit GlobManager* liveManager = nullptr;
-/// So often the closing of windows may open others.
+/// How often closing may go on while handlers open new windows.
 constexpr int maxRounds = 64;
 
 void freeWindow(void* window) {
@@ -117,7 +117,7 @@ NativeWindowSettings GlobManager::settingsFor(Glob const& root, Wish const& wish
     return settings;
 }
 
-/// No window is opened larger than its monitor, where it may have another size.
+/// Makes a window that would be larger than its monitor smaller, if it is resizable.
 void GlobManager::shrinkToFit(Glob& root, Wish const& wish) const {
     IntBox const near = wish.place   ? IntBox::sized(*wish.place, root.size())
                         : wish.owner ? wish.owner->root().box()
@@ -142,7 +142,7 @@ bool GlobManager::open(Glob& root, Wish const& wanted) {
     LifeGuard const life = root.guard();
     IdStamp const owner = wish.owner ? wish.owner->rootStamp() : IdStamp();
     if (wish.kind == TopLevelWindow::Kind::ordinary) shrinkToFit(root, wish);
-    // Whoever was asked to lay it out may have done anything.
+    // Laying out may have destroyed it, or opened its window.
     if (!life.alive() || windowOf(&root)) return true;
     if (!mayOpen(&root)) return false;
     wish.owner = windowOfStamp(owner);
@@ -317,7 +317,7 @@ void GlobManager::fitOnScreen(Glob& root) {
 void GlobManager::rootDying(Glob& root) {
     TopLevelWindow* const window = parts_->windows.take(root).release();
     if (!window) return;
-    // What was under the pointer is not there any more.
+    // The object under the pointer has gone.
     Tree::noteChange();
     window->close();
     parts_->flash.forget(root);
@@ -333,7 +333,7 @@ void GlobManager::rootDying(Glob& root) {
     DispatchScope::freeWhenUnwound(freeWindow, window);
 }
 
-/// What belongs to a window goes with it. Pop-ups of the open chain are closed by that.
+/// Windows that belong to a window are destroyed with it. The open chain closes its pop-ups itself.
 void GlobManager::destroyOwned(Glob const& root) {
     std::vector<HandlerRef<Glob>> owned;
     for (TopLevelWindow const* window : parts_->windows.ownedBy(root.idStamp()))

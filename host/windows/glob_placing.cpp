@@ -15,7 +15,7 @@ namespace wainscot {
 
 namespace {
 
-/// So often telling of a look may change it again.
+/// How often a change of the look may answer another one.
 constexpr int maxLookRounds = 64;
 
 /// The place of a root of that size one of whose corners lies at `place`.
@@ -136,7 +136,7 @@ void GlobManager::canvasKeepTopmost(Canvas* canvas, bool keep) {
 
 // Pop-ups
 
-/// Pop-ups come and go: what is opened from one belongs to the window behind it.
+/// Pop-ups come and go: a window that is opened from a pop-up belongs to the window behind it.
 TopLevelWindow* GlobManager::ordinaryWindowFor(Glob* context) const {
     TopLevelWindow* window = windowOf(Glob::getRootParent(context));
     while (window && window->isPopUp()) window = windowOfStamp(window->ownerStamp());
@@ -172,9 +172,9 @@ bool GlobManager::openPopUp(Glob* root, PopUpOptions const& options) {
     XY<int> const corner = ScreenPlaces::movedOnto(roomForPopUp(*root, anchor), wanted).bottomLeft();
     LifeGuard const life = root->guard();
     if (!parts_->popUps.add(*root, parent, opener, owner ? &owner->root() : nullptr)) return true;
-    // What had to be closed for it may have opened it.
+    // Closing other pop-ups may have opened it.
     if (windowOf(root)) return true;
-    // Or given it to a parent.
+    // Or may have given it a parent.
     if (!mayOpen(root)) {
         parts_->popUps.leave(*root);
         return false;
@@ -223,7 +223,7 @@ bool GlobManager::addModalGlob(Glob* glob, Glob* context) {
     return true;
 }
 
-/// The mark of the focus is not shown where something modal keeps the keys from it.
+/// The mark of the focus is hidden when a modal object keeps keys from the holder.
 void GlobManager::modalityChanged() {
     Tree::noteChange();
     if (Glob* holder = get_kbd_focus()) holder->makeDirty();
@@ -272,7 +272,7 @@ void GlobManager::setDeviceScale(double scale) {
         if (windowOf(root)) runHandler("change of the scale", [&] { fitOnScreen(*root); });
 }
 
-/// A change that answers a change is told when that has been.
+/// A change that is made in answer to a change is told after it.
 void GlobManager::lookChanged(LookChange changes) {
     lookChanges_ = lookChanges_ | changes;
     if (tellsLook_) return;

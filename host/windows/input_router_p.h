@@ -6,8 +6,7 @@
 
 namespace wainscot {
 
-/// Sorts platform input and hands it to those who turn it into events and bring each to the object that it
-/// belongs to.
+/// Sorts platform input by kind and hands it to the parts that make events of it and find their receivers.
 class InputRouter {
 public:
     InputRouter(Backend& backend, EventSystem& events, GlobManager& windows);
@@ -15,9 +14,9 @@ public:
     void route(InputEvent const& reported);
     /// Brings containment up to date after the tree has changed under a resting pointer.
     void refreshContainment() { moves_.refresh(); }
-    /// Something has been moved, added, removed, shown or hidden since then.
+    /// Whether an object has been moved, added, removed, shown or hidden since then.
     bool containmentIsStale() const { return hover_.isStale(); }
-    /// Somebody holds the pointer and repeats, by the processor clock.
+    /// Whether the holder of the pointer repeats by the processor clock.
     bool isRepeating() const { return presses_.isRepeating(); }
     /// To be called when the text caret may have moved.
     void followTextCaret() { keys_.followTextCaret(); }
@@ -25,7 +24,7 @@ public:
 private:
     void routePress(InputEvent const& input);
     void dragFiles(InputEvent const& input);
-    /// Tells those who hear of everything that the pointer does.
+    /// Tells the listeners that hear of all pointer events.
     void tellMouseListeners(InputEvent const& input);
 
     EventSystem& events_;

@@ -7,34 +7,34 @@
 
 namespace wainscot {
 
-/// Whom input is for: what lies under the pointer, who holds it, who has the keyboard focus, and what
-/// modality leaves of that. It keeps where the pointer is.
+/// Finds the receiver of input: the object under the pointer, the holder of the pointer, the holder of the
+/// keyboard focus. Modality may keep input from them. It remembers where the pointer is.
 class InputTargets {
 public:
     InputTargets(EventSystem& events, GlobManager& windows) : events_(events), windows_(windows) {}
 
-    /// The pointer is there, over a window of the program.
+    /// The pointer is at the place of `input`, over a window of the program.
     void pointerIsAt(InputEvent const& input);
     void pointerHasLeft() { pointerIsInside_ = false; }
     bool isPointerInside() const { return pointerIsInside_; }
     NativeWindowId pointerWindow() const { return pointerWindow_; }
 
     Glob* under(InputEvent const& input) const;
-    /// The same where modality counts for nothing.
+    /// The same, ignoring modality.
     Glob* anyUnder(InputEvent const& input) const;
-    /// What lies under the pointer at its last place; null when it has left.
+    /// The object under the pointer at its last place; null when the pointer has left.
     Glob* underPointer() const;
     Glob* captureHolder() const;
-    /// Whom the pointer's input goes to: the capture holder, else what lies under it.
+    /// The receiver of pointer input: the capture holder, else the object under the pointer.
     Glob* ofPointer(InputEvent const& input) const;
-    /// Whom keys go to: the focus holder, or the modal object that keeps them from it.
+    /// The receiver of keys: the focus holder, or the modal object that keeps keys from it.
     Glob* ofKeys() const;
-    /// The modal object that keeps input from `target`; null when it is free.
+    /// The modal object that keeps input from `target`; null when there is none.
     Glob* blockerOf(Glob const* target) const;
-    /// What is not shown gets no input: null then.
+    /// Null for an object that is not shown, since it gets no input.
     static Glob* shownOrNull(Glob* glob) { return glob && glob->isShown() ? glob : nullptr; }
 
-    /// A pointer event with all that is known of the press under way.
+    /// A pointer event with the data of the present press.
     Event pointerEvent(int kind, InputEvent const& input) const;
     /// The button as `EventKind::left` and so on; 0 for none.
     static int buttonBit(InputEvent::Button button);

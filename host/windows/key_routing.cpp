@@ -63,7 +63,7 @@ void KeyRouting::dispatch(Event& event) {
     escapeWasUnused_ = event.keyCode() == Key::escape;
 }
 
-/// Only entries of the active window and of open pop-ups are asked, and those that belong to no window.
+/// Only entries of the active window, of open pop-ups and of no window are asked.
 bool KeyRouting::offerToStack(Event const& event) {
     Glob* const target = targets_.ofKeys();
     IdStamp const active = target ? target->windowStamp() : events_.focus.activeWindow();

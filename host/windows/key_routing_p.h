@@ -5,7 +5,7 @@
 
 namespace wainscot {
 
-/// Brings keys, and text that an input method composes, to whom they belong.
+/// Brings keys, and text that an input method composes, to their receivers.
 class KeyRouting {
 public:
     KeyRouting(Backend& backend, EventSystem& events, GlobManager& windows, InputTargets& targets,
@@ -19,7 +19,7 @@ public:
     void endComposition() { composition_.end(); }
     /// To be called when the text caret may have moved.
     void followTextCaret() { composition_.follow(targets_.ofKeys()); }
-    /// A Tab leaves nothing right after this.
+    /// From now on the last key was not an unused Escape.
     void forgetEscape() { escapeWasUnused_ = false; }
 
 private:
@@ -27,9 +27,9 @@ private:
     void dispatch(Event& event);
     bool offerToStack(Event const& event);
     bool dispatchToHolder(Event const& event);
-    /// What is done with a key press that no object has used. True = something was.
+    /// Uses a key press that no object has used, for commands for example. True = used.
     bool useElsewhere(Event const& event);
-    /// Leaves what would keep Tab for itself. Whether that went somewhere.
+    /// Lets Tab leave a panel that keeps Tab to itself. True when the focus moved.
     bool leaveWithTab(Event const& key);
 
     EventSystem& events_;
@@ -38,7 +38,7 @@ private:
     PointerHover& hover_;
     PointerPresses& presses_;
     Composition composition_;
-    /// The last key press was an Escape that nobody used.
+    /// Whether the last key press was an Escape that nobody used.
     bool escapeWasUnused_ = false;
 };
 

@@ -6,19 +6,19 @@
 
 namespace wainscot {
 
-/// Changes of how everything looks, while the program runs. Each tells every object of every window
-/// what it was (`Glob::handleLookChange`, parents before children), lays all windows out again and paints
-/// them.
+/// Changes of the look while the program runs. Each function tells every object in every window what has
+/// changed (`Glob::handleLookChange`, parents before children), lays out all windows again and paints them.
 namespace Look {
+/// The theme (`Palette::setCurrentTheme`).
 WAINSCOT_API void setTheme(eTheme theme);
 /// The user's size preference (`UifStd::setScale`).
 WAINSCOT_API void setSize(double scale);
 WAINSCOT_API void setMetrics(UifStd::Metrics const& metrics);
-/// Device pixels in a logical pixel. What the window system says is overruled.
+/// Device pixels in a logical pixel. Counts instead of the window system's value.
 WAINSCOT_API void setDeviceScale(double scale);
 /// The scale in force; 1 without a live host.
 WAINSCOT_API double deviceScale();
-/// For a change that was made elsewhere.
+/// Tells of a change that was made elsewhere.
 WAINSCOT_API void broadcast(LookChange changes = LookChange::all);
 } // namespace Look
 

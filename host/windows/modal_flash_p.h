@@ -10,7 +10,7 @@ class Glob;
 class GlobManager;
 class TopLevelWindow;
 
-/// Makes the frame of a modal window flash a few times, so that one sees what a refused press waits for.
+/// Flashes the frame of a modal window a few times, to show why a press was refused.
 class WAINSCOT_API ModalFlash {
 public:
     explicit ModalFlash(GlobManager& windows);
@@ -22,7 +22,7 @@ public:
     /// The root's window goes.
     void forget(Glob const& root);
 
-    /// Of each change between plain and marked, in milliseconds.
+    /// Time between changes from plain to marked and back, in milliseconds.
     static constexpr double interval = 90.0;
     static constexpr int changes = 6;
 

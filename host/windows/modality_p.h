@@ -7,22 +7,22 @@
 
 namespace wainscot {
 
-/// Who may receive input: a filter over the routing, not a loop of its own.
+/// Decides who may receive input: a filter on routing, not a loop of its own.
 ///
 /// A modal object keeps input from everything outside its modal chain: a root from all other windows, a child
-/// from the rest of its own window. The chain holds all whose modal context leads to it, such as the menus
-/// that it opens. Of several modal objects the latest counts first. What has died, or is not shown, keeps
-/// nobody from anything.
+/// from the rest of its own window. The chain holds all objects whose modal context leads to the modal
+/// object, such as the menus that it opens. The latest modal object counts first. Modal objects that have
+/// died, or are not shown, do not count.
 class WAINSCOT_API Modality {
 public:
     /// From now on `glob` is modal.
     void addModal(Glob& glob);
-    /// Whatever modality allows to `context` it allows to `glob` as well.
+    /// From now on `glob` gets input whenever modality lets `context` have input.
     void setContext(Glob& glob, Glob& context);
-    /// Takes back both.
+    /// Takes back `addModal` and `setContext`.
     void remove(Glob const& glob);
 
-    /// The modal object that keeps input from `target`, itself not kept from it; null when `target` is free.
+    /// The modal object that keeps input from `target` and may have input itself; null when there is none.
     Glob* blockerOf(Glob const& target) const;
     bool isModal(Glob const& glob) const;
 
@@ -33,10 +33,10 @@ private:
     };
 
     void removeModal(Glob const& glob);
-    /// Now and then, so that it costs nothing to speak of.
+    /// Drops dead entries now and then, so that the cost is negligible.
     void dropDeadIfWorthwhile();
     bool belongsTo(Glob const& target, Glob const& modal) const;
-    /// The object that the next step towards the chain's end leads to; null at the end.
+    /// The modal context of an object; null at the end of the chain.
     Glob* contextOf(Glob const& target) const;
     Glob* firstBlockerOf(Glob const& target) const;
 

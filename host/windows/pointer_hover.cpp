@@ -22,7 +22,7 @@ void PointerHover::leave() {
     enter(nullptr);
 }
 
-/// While somebody holds the pointer, only that and its ancestors can be entered.
+/// While an object holds the pointer, only the holder and its ancestors can be entered.
 void PointerHover::enter(Glob* under) {
     Glob* const holder = targets_.captureHolder();
     Glob const* const popUp = handOver_.present();

@@ -9,27 +9,28 @@
 
 namespace wainscot {
 
-/// What follows from where the pointer is: who contains it, which tip is shown, what its shape is and how the
-/// window system reports its way.
+/// Everything that depends on the pointer's place: which objects contain it, which tip is shown, its shape,
+/// and how the window system reports its way.
 class PointerHover {
 public:
     PointerHover(Backend& backend, EventSystem& events, InputTargets& targets, DragDropManager& drags,
                  PressHandOver const& handOver);
 
-    /// The pointer's place is that of `input`, although no move may have told so.
+    /// The pointer is at the place of `input`; a move may not have been reported.
     void arrive(InputEvent const& input);
     void leave();
-    /// From now on the pointer is over `under`, as far as whoever holds it allows.
+    /// From now on the pointer is over `under`. While it is held, only the holder and its ancestors contain
+    /// it.
     void enter(Glob* under);
-    /// To be called when somebody has taken or lost the pointer, or something else may lie under it.
+    /// To be called when the holder of the pointer may have changed, or another object may lie under it.
     void update();
     /// To be called when the last button is up: puts the pointer back when its motion was unbounded.
     void pressHasEnded();
-    /// Brings all up to date after the tree has changed under a resting pointer.
+    /// Brings everything up to date after the tree has changed under a resting pointer.
     void refresh();
-    /// Something has been moved, added, removed, shown or hidden since then.
+    /// Whether an object has been moved, added, removed, shown or hidden since then.
     bool isStale() const;
-    /// A press, a key or the wheel: the tip goes.
+    /// A press, a key or the wheel hides the tip.
     void dismissTip() { tips_.dismiss(); }
 
 private:

@@ -17,7 +17,7 @@ void PointerMoves::move(InputEvent const& input) {
     bool const held = pointer.heldButtons != 0;
     if (!held && approach_.holdsBack(pointer.place, input)) return;
     targets_.pointerIsAt(input);
-    // What is being dragged may follow the pointer: containment is told when it has.
+    // The dragged object may follow the pointer: containment is told after that.
     if (!held) hover_.enter(targets_.under(input));
     Event const event = targets_.pointerEvent(EventKind::mouseMove | pointer.heldButtons, input);
     if (drags_.handleMouseMove(event)) return;

@@ -5,7 +5,7 @@
 
 namespace wainscot {
 
-/// Brings the moves of the pointer to whom they belong.
+/// Brings the moves of the pointer to their receivers.
 class PointerMoves {
 public:
     PointerMoves(EventSystem& events, GlobManager const& windows, InputTargets& targets,

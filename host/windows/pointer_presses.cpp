@@ -31,8 +31,7 @@ void PointerPresses::press(InputEvent const& input) {
     PointerState& pointer = events_.pointer;
     int const bit = InputTargets::buttonBit(input.button);
     if (bit == 0) return;
-    // A button that is pressed again was let go of where nobody told: over a window that was closed, for
-    // example.
+    // The button is pressed again, so its release was not reported: over a closed window, for example.
     if ((pointer.heldButtons & bit) != 0) lose();
     moves_.dropHeldBack();
     hover_.dismissTip();
@@ -45,8 +44,8 @@ void PointerPresses::press(InputEvent const& input) {
                targets_.pointerEvent(EventKind::mouse | bit | EventKind::down, input));
 }
 
-/// The release of a press on nobody's window, or on one that has gone, may never be reported: no button
-/// counts as held then.
+/// The release of a press outside all windows, or on a window that has gone, may never be reported: then no
+/// button counts as held.
 bool PointerPresses::isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under) {
     Glob* const blocker = targets_.blockerOf(is_good_glob_ptr(under) ? under : nullptr);
     if (press != PopUpChain::Press::spent && !blocker) return false;
@@ -112,7 +111,7 @@ void PointerPresses::deliverRelease(Event const& event, int bit, bool isLast) {
     if (isLast || isHandedOver) pointer.releaseCapture();
     if (isLast) pointer.chord = false;
     if (isLast) drags_.drop(event.place());
-    // Let go over a pop-up, it chooses there and nowhere else.
+    // A release over a pop-up chooses there and nowhere else.
     if (isHandedOver)
         Glob::tellCaptureLost(holder);
     else if (bit == pointer.pressButton)

@@ -5,8 +5,8 @@
 
 namespace wainscot {
 
-/// Brings presses and releases to whom they belong, and keeps the one press that is under way: from its first
-/// button down to its end, which is the last button up, or that the press is lost or taken back.
+/// Brings presses and releases to their receivers, and keeps the present press. It lasts from the first
+/// button down until the last button is up, or until the press is lost or taken back.
 class PointerPresses {
 public:
     PointerPresses(EventSystem& events, GlobManager& windows, InputTargets& targets, DragDropManager& drags,
@@ -14,26 +14,27 @@ public:
 
     void press(InputEvent const& input);
     void release(InputEvent const& input);
-    /// The press ends without a release: no button counts as held, nothing is chosen. As with Escape, what it
-    /// began is taken back.
+    /// Ends the press without a release: no button counts as held, and what the press began is taken back, as
+    /// with Escape.
     void lose();
-    /// Escape while a button is held takes back what the press began. True = it was that.
+    /// Takes back what the press began, if the key is Escape and a button is held. True = it did.
     bool takeBack(Event const& key);
-    /// The press goes to what lies in the window, or in a pop-up of its.
+    /// Whether the present press is in the window, or in a pop-up.
     bool isHeldIn(TopLevelWindow const& window) const;
-    /// Somebody holds the pointer and repeats, by the processor clock.
+    /// Whether the holder of the pointer repeats by the processor clock.
     bool isRepeating() const;
 
 private:
     /// The first button goes down.
     void begin(InputEvent const& input);
-    /// Offers a press to what lies under it, which holds the pointer from then on.
+    /// Offers a press to the object under it, which holds the pointer from then on.
     void deliver(InputEvent const& input, Glob& target);
-    /// A press that somebody other than what lies under it has use for, or that is refused.
+    /// Whether the object under the pointer does not get the press: it has closed pop-ups, or a modal object
+    /// keeps input from the object.
     bool isSpent(InputEvent const& input, PopUpChain::Press press, Glob* under);
-    /// The press that is under way, as its holder hears of its end without a release.
+    /// The present press, as an event for `handlePressCancelled`.
     Event pressUnderWay(std::uint32_t modifiers, double time) const;
-    /// Tells whoever holds the pointer, and whoever it was handed over to.
+    /// Tells the holder of the pointer, and the pop-up to which the press was handed over.
     void deliverRelease(Event const& event, int bit, bool isLast);
 
     EventSystem& events_;

@@ -7,17 +7,17 @@ namespace wainscot {
 
 class Glob;
 
-/// Tells the window system what the objects of the tree want of the pointer: its shape, and how its way is
-/// reported while somebody holds it.
+/// Tells the window system what objects want of the pointer: its shape, and how its way is reported while it
+/// is held.
 class WAINSCOT_API PointerWishes {
 public:
     PointerWishes(Backend& backend, EventSystem& events) : backend_(backend), events_(events) {}
 
     /// The shape for the place over `under`, unless `forced` is a shape.
     void updateCursor(Glob* under, MouseCursorID forced = inheritCursor);
-    /// To be called when somebody has taken or lost the pointer.
+    /// To be called when the holder of the pointer has changed.
     void updateMotion(Glob const* holder);
-    /// The program has set another shape since the last update.
+    /// Whether the program has set another shape since the last update.
     bool isStale() const { return seenDefault_ != events_.pointer.defaultCursor; }
 
 private:

@@ -18,7 +18,7 @@ bool liesIn(Glob const* glob, Glob const* ancestor) {
 
 } // namespace
 
-/// Belongs to no window, so that it is asked whichever is the active one.
+/// Belongs to no window, so that it is asked whichever window is active.
 class PopUpChain::Keeper final : public EventHandler {
 public:
     explicit Keeper(PopUpChain& chain) : chain_(chain) {
@@ -106,7 +106,7 @@ void PopUpChain::begin(Glob* opener, Glob* owner) {
     setOutsidePresses_(true);
 }
 
-/// The keeper may be the one who is just running.
+/// The keeper itself may be running.
 void PopUpChain::endIfEmpty() {
     if (!links_.empty() || !keeper_) return;
     opener_ = HandlerRef<Glob>();
@@ -136,7 +136,7 @@ void PopUpChain::close(Link const& link) {
     if (!handled && link.popUp) destroy(popUp);
 }
 
-/// Handlers may close others, or open a new chain: only what stands there now is closed.
+/// Handlers may close other pop-ups or open a new chain: only the pop-ups that are there now are closed.
 void PopUpChain::closeFrom(std::size_t index) {
     DispatchScope const scope;
     std::vector<IdStamp> doomed;
@@ -184,7 +184,7 @@ PopUpChain::Press PopUpChain::press(Glob* under) {
     return Press::spent;
 }
 
-/// Behind the messages that the opener has sent: an owner who is told of the press may close it himself.
+/// By a message behind those of the opener: an owner that is told of the press may close the chain itself.
 void PopUpChain::openerWasPressed() {
     if (!links_.empty() && links_.front().popUp.stamp() == pressedChain_) closeFromLater(0);
     pressedChain_.invalidate();

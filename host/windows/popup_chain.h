@@ -9,23 +9,22 @@
 
 namespace wainscot {
 
-/// The open pop-ups: one that was opened from a window, the one opened from that, and so on. At most one
-/// chain is open.
+/// The open pop-ups: the first was opened from a window, each other one from the pop-up before it. At most
+/// one chain is open.
 ///
 /// What a chain does for its pop-ups:
-/// - Each stands on the intercept stack above `lowestPriority`, the latest highest, so that `intercept`
-/// offers
-///   it every key. A pop-up never takes the keyboard focus.
-/// - A press outside the chain closes it and is spent: nobody else hears of that press, nor of its release.
-///   A press on the opener of the first pop-up reaches the opener; what is still open of the same chain after
-///   that, and after the messages that it has sent, is closed. A press on a pop-up goes there and closes
-///   nothing; pop-ups close their sub-menus themselves.
-/// - Escape that no pop-up consumed closes the last one. Deactivation of the application closes all, and so
-///   does moving, resizing, hiding or destroying the window from which the chain was opened.
+/// - Each stands on the intercept stack above `lowestPriority`, the latest highest: `intercept` gets every
+///   key. A pop-up never takes the keyboard focus.
+/// - A press outside the chain closes the chain; nobody else hears of that press, nor of its release.
+/// - A press on the opener of the first pop-up reaches the opener. After the messages that the opener then
+///   sends, the pop-ups of that chain that are still open are closed.
+/// - A press on a pop-up goes there and closes nothing; pop-ups close their sub-menus themselves.
+/// - Escape that no pop-up consumed closes the last pop-up. Deactivation of the application closes all, and
+///   so does moving, resizing, hiding or destroying the window from which the chain was opened.
 /// - The death of a pop-up closes those that were opened from it.
 ///
-/// Closing a pop-up means: it leaves the chain and "poot" is called on it, with itself as sender. It is
-/// destroyed when it does not handle that.
+/// A closed pop-up leaves the chain, and "poot" is called on it with itself as sender. It is destroyed when
+/// it does not handle that.
 class WAINSCOT_API PopUpChain {
 public:
     /// Pop-ups stand above this on the intercept stack.
@@ -38,12 +37,12 @@ public:
     PopUpChain& operator=(PopUpChain const&) = delete;
 
     /// Adds a pop-up. It continues the chain behind `parent`, or behind the pop-up in which `opener` lies;
-    /// what was opened from there before is closed. With neither the open chain is closed and a new one
-    /// begins. `owner` is the root of the window from which a new chain is opened. False when `popUp` was
-    /// destroyed meanwhile.
+    /// pop-ups that were opened from there before are closed. With neither, the open chain is closed and a
+    /// new one begins. `owner` is the root of the window from which a new chain is opened. False when `popUp`
+    /// was destroyed meanwhile.
     bool add(Glob& popUp, Glob* parent, Glob* opener, Glob* owner);
-    /// The pop-up stays open, and nothing of the above concerns it any more; nor those opened from it, unless
-    /// they are closed first. Nothing for an object that is not in the chain.
+    /// The pop-up leaves the chain and stays open, and so do the pop-ups that were opened from it, unless
+    /// they are closed first. Does nothing for an object that is not in the chain.
     void leave(Glob const& popUp);
 
     bool isOpen() const { return !links_.empty(); }
@@ -54,31 +53,33 @@ public:
     bool containsStamp(IdStamp root) const;
     /// The pop-up opened last; null when none is open.
     Glob* last() const;
-    /// The pop-up before it; null for the first, and for what is not in the chain.
+    /// The pop-up before it; null for the first pop-up, and for objects that are not in the chain.
     Glob* parentOf(Glob const* popUp) const;
     /// The object whose press opened the first pop-up; null when there is none, or it has died.
     Glob* opener() const;
 
+    /// Closes the whole chain; the pop-up that was opened last.
     void closeAll();
     void closeLast();
-    /// Closes what was opened from a pop-up; nothing for what is not in the chain.
+    /// Closes the pop-ups that were opened from a pop-up; does nothing when it is not in the chain.
     void closeBehind(Glob const& popUp);
 
     /// What becomes of a press.
     enum class Press {
-        /// It goes to whatever lies under the pointer.
+        /// It goes to the object under the pointer.
         goesOn,
         /// The same, and `openerWasPressed()` has to be called when it has been delivered.
         reachesOpener,
         /// The chain has been closed by it: nobody hears of it.
         spent,
     };
-    /// To be called for each first press, with the object under the pointer (null: none of the program's).
+    /// To be called for each first press, with the object under the pointer (null when there is none of the
+    /// program's).
     Press press(Glob* under);
     void openerWasPressed();
 
-    /// The window of the root was moved, resized, hidden or destroyed: what is to be closed is closed by the
-    /// next message.
+    /// The window of the root was moved, resized, hidden or destroyed. Pop-ups that this closes are closed by
+    /// the next message.
     void windowChanged(Glob const& root);
     void rootDying(Glob const& root);
 

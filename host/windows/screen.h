@@ -23,21 +23,21 @@ WAINSCOT_API IntBox glib_getMonitorBox(IntBox const& box);
 
 /// Where a new window of that size goes: in the middle of the active window, wholly on its monitor.
 WAINSCOT_API XY<int> glib_getPosForWindow(XY<int> const& size);
-/// `place`, moved by as little as possible so that a window of that size lies wholly on one monitor: that on
-/// which most of it would lie. A null canvas stands for a window that is not open yet; else the monitor is
-/// that of the canvas' window when nothing of the wanted box lies on any.
+/// `place`, moved by as little as possible so that a window of that size lies wholly on one monitor: the
+/// monitor on which most of it would lie. When the box lies on no monitor, the monitor of the canvas's window
+/// counts; a null canvas stands for a window that is not open yet.
 WAINSCOT_API XY<int> glib_getConstrainedPosForWindow(Canvas* canvas, XY<int> const& place,
                                                      XY<int> const& size);
 /// Puts the root that a canvas belongs to at a place, moved so that it lies wholly on one monitor. A root
 /// that is not open yet opens there as a pop-up.
 WAINSCOT_API void setupRootPos(Canvas* canvas, XY<int> const& place);
 
-/// The object under an event's place; null when it is none of the program's.
+/// The object under an event's place; null when there is none of the program's.
 WAINSCOT_API Glob* event_to_glob(Event const& event);
-/// The canvas of the object under the pointer; null when it is none of the program's.
+/// The canvas of the object under the pointer; null when there is none of the program's.
 WAINSCOT_API Canvas* glib_getCurrentMouseCanvas();
-/// Whether no other window of the program lies above that of the canvas; pop-ups of an open chain do not
-/// count.
+/// Whether no other window of the program lies above the window of the canvas; pop-ups of an open chain do
+/// not count.
 WAINSCOT_API bool canvas_is_topmost(Canvas const* canvas);
 
 } // namespace wainscot

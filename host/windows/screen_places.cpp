@@ -14,14 +14,14 @@ std::int64_t gap(int low1, int high1, int low2, int high2) {
     return std::max<std::int64_t>({std::int64_t(low1) - high2, std::int64_t(low2) - high1, 0});
 }
 
-/// The square of the distance between two boxes; of places anywhere no integer holds it.
+/// The square of the distance between two boxes, which may be too large for an integer.
 double distance(IntBox const& a, IntBox const& b) {
     auto const x = static_cast<double>(gap(a.x1, a.x2, b.x1, b.x2));
     auto const y = static_cast<double>(gap(a.y1, a.y2, b.y1, b.y2));
     return x * x + y * y;
 }
 
-/// The low edge of a stretch moved into [from, to); what does not fit begins, or ends, there.
+/// The low edge of a stretch moved into [from, to). A stretch that does not fit begins, or ends, there.
 int movedInto(int low, int length, int from, int to, bool alignHigh) {
     int const last = Coordinate::difference(to, length);
     if (length > Coordinate::difference(to, from)) return alignHigh ? last : from;

@@ -10,7 +10,7 @@
 namespace wainscot {
 
 /// Holds back moves of the pointer on its straight way from a pop-up to the one that was opened from it (see
-/// `DiagonalWay`). A move that is still held back when the way has taken too long is delivered then.
+/// `DiagonalWay`). A move that is still held back when the way takes too long is delivered then.
 class WAINSCOT_API SubMenuApproach {
 public:
     SubMenuApproach(GlobManager const& windows, std::function<void(InputEvent const&)> deliver);
@@ -20,9 +20,9 @@ public:
 
     /// Whether a move without a held button is held back; `from` is the last place that was delivered.
     bool holdsBack(XY<int> from, InputEvent const& move);
-    /// Other input has come: what was held back does not matter any more.
+    /// Other input has come: forgets the move that was held back.
     void drop();
-    /// Delivers what is held back when the pop-up that the pointer was on its way to has gone.
+    /// Delivers the move that is held back, if the pop-up at the end of the way has gone.
     void checkTarget(XY<int> from);
 
 private:

@@ -42,7 +42,7 @@ bool ToolTips::find(Glob* under, XY<int> place, Subject& subject) {
 }
 
 void ToolTips::pointerIsOver(Glob* under) {
-    // The press has sent them away; what it was about is remembered until the release.
+    // The press has hidden the tip; its subject is remembered until the release.
     if (events_.pointer.heldButtons != 0) return;
     Subject now;
     bool const found = events_.focus.applicationHasFocus() && find(under, events_.pointer.place, now);

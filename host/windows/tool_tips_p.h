@@ -6,13 +6,13 @@
 
 namespace wainscot {
 
-/// Shows what the object under the pointer says of itself when the pointer rests on it.
+/// Shows the tip of the object under the pointer when the pointer rests on it.
 class WAINSCOT_API ToolTips {
 public:
-    /// How long the pointer has to rest; and while tips are being read, one after the other.
+    /// How long the pointer has to rest; and how long while tips are being read, one after the other.
     static constexpr double restMs = 600.0;
     static constexpr double readingRestMs = 80.0;
-    /// After a tip has gone they count as being read for so long.
+    /// How long tips count as being read after a tip has gone.
     static constexpr double readingMs = 600.0;
 
     explicit ToolTips(EventSystem& events);
@@ -20,9 +20,9 @@ public:
     ToolTips(ToolTips const&) = delete;
     ToolTips& operator=(ToolTips const&) = delete;
 
-    /// The pointer is over `under` (null: over nothing that is asked), at its last known place.
+    /// The pointer is over `under`, at its last known place; null when no object is to be asked.
     void pointerIsOver(Glob* under);
-    /// A press, a key or the wheel: whatever is shown or awaited goes.
+    /// A press, a key or the wheel: the tip that is shown or about to be shown goes.
     void dismiss();
     bool isShown() const { return note_.isShown(); }
 
@@ -47,7 +47,7 @@ private:
     /// Where it rests.
     XY<int> restPlace_;
     double lastShown_ = -readingMs;
-    /// It was dismissed over this subject, or could not be shown, and comes again only over another one.
+    /// The tip was dismissed, or could not be shown; the next one comes only over another subject.
     bool dismissed_ = false;
 };
 

@@ -30,14 +30,14 @@ public:
     bool keepsAbove() const { return keepsAbove_; }
     void setKeepAbove(bool keep);
 
-    /// Keeps input from others: the window manager is told, and `context` (null for none) that it belongs
-    /// there. It cannot be made so small that nothing is seen of it.
+    /// Whether it is modal: tells the window manager, and that it belongs to `context` (null for none). It
+    /// cannot be made so small that nothing is seen of it.
     void setModal(bool modal, TopLevelWindow const* context);
     bool isModal() const { return isModal_; }
     /// The least size of a root in a window of its own.
     static XY<int> leastSizeOf(Glob const& root, bool isModal);
 
-    /// The window system shows nothing of it.
+    /// Whether the window system shows nothing of it.
     bool isHidden() const { return hidden_; }
     void setHidden(bool hidden);
 
@@ -56,17 +56,18 @@ public:
     /// A frame is drawn over its edges.
     void setMarked(bool marked);
 
-    /// Who hears when the window has something to paint or present where it had nothing, and when it has at
-    /// the moment of asking.
+    /// Hears when a window gets something to paint or present after it had nothing, and when it has something
+    /// already at `watchDamage`.
     class DamageWatcher {
     public:
         virtual ~DamageWatcher() = default;
         virtual void damageAdded(TopLevelWindow& window) = 0;
     };
-    /// Null for nobody. Not owned. The number is the window's from now on.
+    /// Null for nobody. Not owned. `number()` gives the number from now on.
     void watchDamage(DamageWatcher* watcher, std::uint64_t number);
     std::uint64_t number() const { return number_; }
-    /// Also while that is held back, or nothing is shown.
+    /// Whether there is something to paint or present, also while painting is held back or the window is
+    /// hidden.
     bool hasDamage() const;
     bool hasPaintWork();
     void paint();

@@ -5,8 +5,8 @@
 
 namespace wainscot {
 
-/// Brings turns of the wheel, and zoom gestures, to whom they belong: a wheel gesture stays with the object
-/// under which it began.
+/// Brings turns of the wheel and zoom gestures to their receivers: a wheel gesture stays with the object over
+/// which it began.
 class WheelGesture {
 public:
     WheelGesture(InputTargets& targets, PointerHover& hover) : targets_(targets), hover_(hover) {}

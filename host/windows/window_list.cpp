@@ -90,7 +90,7 @@ void WindowList::putInStack(TopLevelWindow& window) {
     stacking_.emplace(place, &window);
 }
 
-/// What belongs together stays in the order in which it lay.
+/// Windows that belong together keep their order.
 void WindowList::bringToFront(TopLevelWindow& window) {
     std::vector<TopLevelWindow*> group{&window};
     auto const liesBelow = [this](TopLevelWindow const* a, TopLevelWindow const* b) {

@@ -12,7 +12,7 @@
 namespace wainscot {
 
 /// All windows: by root, by number of the window system, in the order of opening, from the front to the back,
-/// and those with something to paint. No question goes through all of them that need not.
+/// and those with something to paint. Few questions go through all windows.
 class WAINSCOT_API WindowList final : private TopLevelWindow::DamageWatcher {
 public:
     WindowList() = default;
@@ -20,17 +20,17 @@ public:
     WindowList& operator=(WindowList const&) = delete;
     ~WindowList() override;
 
-    /// In front of all of its layer: notes lie above pop-ups, those above windows that are kept above, those
-    /// above the others.
+    /// Adds a window in front of its layer. Notes lie above pop-ups, pop-ups above windows that are kept
+    /// above, those above all others.
     TopLevelWindow& add(std::unique_ptr<TopLevelWindow> window, IdStamp owner);
-    /// Nothing of it is known afterwards. Null when there is no window of that root.
+    /// Takes a window out of the list. Null when the root has no window.
     std::unique_ptr<TopLevelWindow> take(Glob const& root);
 
     // Null when there is none.
     TopLevelWindow* of(Glob const* root) const;
     TopLevelWindow* of(NativeWindowId id) const;
     TopLevelWindow* ofStamp(IdStamp root) const;
-    /// That opened next after another; of no window, the first one.
+    /// The window that was opened next after another; null gives the first.
     TopLevelWindow* after(TopLevelWindow const* window) const;
 
     /// Steps through the windows of a table.
@@ -61,7 +61,7 @@ public:
         return nullptr;
     }
     TopLevelWindow* topmost() const;
-    /// In front of all of its layer, with all that belongs to it.
+    /// Brings a window to the front of its layer, with all windows that belong to it.
     void bringToFront(TopLevelWindow& window);
 
     bool hasPaintWork() const;
@@ -86,7 +86,7 @@ private:
     std::map<StackPlace, TopLevelWindow*> stacking_;
     std::unordered_map<TopLevelWindow const*, StackPlace> stackPlaces_;
 
-    /// The numbers of those that had damage when they were looked at last, and have had since.
+    /// The numbers of the windows that had damage at the last look, or got damage since.
     mutable std::set<std::uint64_t> damaged_;
 };
 

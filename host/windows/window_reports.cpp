@@ -61,7 +61,7 @@ void WindowReports::hidden(TopLevelWindow& window) {
         windows_.popUps().windowChanged(known->root());
 }
 
-/// Widgets show their mark of the focus only while the application has it.
+/// Widgets show the mark of the focus only while a window of the program is active.
 void WindowReports::redrawFocusMark(TopLevelWindow& window) {
     if (Glob* holder = KbdFocus::holderIn(window.root())) holder->makeDirty();
 }

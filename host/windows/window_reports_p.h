@@ -4,13 +4,14 @@
 
 namespace wainscot {
 
-/// What the window system reports of windows, and what it means for the press, the focus and the pop-ups.
+/// Handles what the window system reports of windows, with the effects on the press, the focus and the
+/// pop-ups.
 class WindowReports {
 public:
     WindowReports(EventSystem& events, GlobManager& windows, InputTargets& targets, PointerHover& hover,
                   PointerPresses& presses, KeyRouting& keys);
 
-    /// Nothing for a report of something else than a window of the program.
+    /// Ignores reports that are not of a window of the program.
     void report(InputEvent const& input);
 
 private:

@@ -16,7 +16,7 @@ namespace wainscot {
 
 namespace {
 
-/// How often the library is asked for composed text while some is awaited, in milliseconds.
+/// How often the library is asked for composed text while text is expected, in milliseconds.
 constexpr double compositionPoll = 20.0;
 
 struct Hint {
@@ -34,7 +34,7 @@ constexpr Hint hints[] = {
     {SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"},
     {SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"},
     {SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0"},
-    // The press that activates a window counts for what lies under it as well.
+    // The press that activates a window also reaches the object under it.
     {SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1"},
     {SDL_HINT_MOUSE_AUTO_CAPTURE, "1"},
     {SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"},
@@ -62,7 +62,7 @@ std::uint32_t windowFlags(NativeWindowSettings const& settings) {
     return flags;
 }
 
-/// How the next window keeps its pixels; 0 = as the screen does.
+/// The visual of the next window; 0 = that of the screen.
 void chooseVisual(unsigned long visual) {
     SDL_SetHint(SDL_HINT_VIDEO_X11_WINDOW_VISUALID, visual ? std::to_string(visual).c_str() : "");
 }

@@ -15,8 +15,8 @@ namespace wainscot {
 
 class DesktopWindow;
 
-/// The window system of the desktop, through the window library. The library is one for the program, so that
-/// there is at most one such backend at a time.
+/// The window system of the desktop, through the window library. The library has one state for the whole
+/// program, so that at most one such backend lives at a time.
 class DesktopBackend final : public Backend {
 public:
     /// Null with the reason in `problem` when there is no display, or when another backend lives.
@@ -47,9 +47,9 @@ public:
     /// Reads places and sizes of the monitors again.
     void updateMonitors();
     std::vector<DesktopWindow*> const& windows() const { return windows_; }
-    /// Null for a window that is closed.
+    /// Null when the window is closed.
     DesktopWindow* findWindow(NativeWindowId id) const;
-    /// The window that the window system shows at a place; null when it is none of ours.
+    /// The window that the window system shows at a place; null when it belongs to another program.
     DesktopWindow* windowShownAt(XY<int> place) const;
     /// The largest monitor, in device pixels.
     XY<int> largestDeviceSize() const;

@@ -17,7 +17,7 @@ public:
     LightweightString<char> text(Kind kind) override;
 
 private:
-    /// What this program has put there, and the window that owns it since.
+    /// The text that this program has put there, and the window that owns it since.
     struct Own {
         LightweightString<char> text;
         unsigned long window = 0;

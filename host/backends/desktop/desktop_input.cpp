@@ -30,12 +30,12 @@ constexpr double pinchStep = 0.05;
 /// An input method answers a key within this time, in milliseconds.
 constexpr double compositionDelay = 500.0;
 
-/// Length of the steps in which the pointer's way is reported to those who want all of it; a jump over the
-/// whole desktop is not worth more steps than this.
+/// The pointer's full way is reported in steps of this length, and with this many steps at most, even for a
+/// jump over the whole desktop.
 constexpr int stepLength = 3;
 constexpr int mostSteps = 4000;
 
-/// Whether a setting names one of the input methods that the library talks to without the X server.
+/// Whether a setting names an input method that the library talks to without the X server.
 bool names(char const* setting) {
     return setting && (std::strstr(setting, "ibus") || std::strstr(setting, "fcitx"));
 }
@@ -54,8 +54,8 @@ bool isBoxEvent(InputEvent const& event) {
     return event.kind == Kind::windowMoved || event.kind == Kind::windowResized;
 }
 
-/// Sizes and places that the loop had no time to look at are of no interest any more: the last one of each
-/// kind replaces those before it, as long as no other input lies between.
+/// Of sizes and places that follow each other only the last ones count, as long as no other input lies
+/// between them.
 void appendBoxEvent(InputEvent const& event, std::vector<InputEvent>& input) {
     for (std::size_t i = input.size(); i > 0 && isBoxEvent(input[i - 1]); --i) {
         if (input[i - 1].window == event.window && input[i - 1].kind == event.kind) {
@@ -174,7 +174,7 @@ void DesktopInput::forgetPress() {
     updateCapture();
 }
 
-/// The pointer moves without a button although no release has come: somebody else got it.
+/// The pointer moves without a button although no release has come: another program got it.
 void DesktopInput::loseRelease(std::vector<InputEvent>& input) {
     if (held_.any()) input.push_back(restingPointer(Kind::pressLost, pressedWindow_));
     forgetPress();
@@ -215,7 +215,7 @@ void DesktopInput::pointerMotion(SDL_MouseMotionEvent const& event, std::vector<
                                 : backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
     pointerWindow_ = window->id();
     InputEvent moved = pointerEvent(Kind::pointerMoved, *window, timeOf(event.timestamp));
-    // All that the captured pointer does is reported as happening in one window.
+    // The library reports all events of the captured pointer in one window.
     if (outsidePresses_) moved.window = 0;
     reportMove(from, moved, input);
 }
@@ -259,7 +259,7 @@ void DesktopInput::setUnboundedMotion(bool wanted) {
     if (!wanted) putPointerBack();
 }
 
-/// The library leaves the pointer where its own, bounded count of the motion has come to.
+/// The library leaves the pointer at the end of its own, bounded motion.
 void DesktopInput::putPointerBack() {
     pointer_ = lockedAt_;
     DesktopWindow* const window = backend_.findWindow(pointerWindow_);
@@ -287,7 +287,7 @@ void DesktopInput::pointerButton(SDL_MouseButtonEvent const& event, std::vector<
     auto const button = buttonOf(event.button);
     if (!window || button == InputEvent::Button::none) return;
     bool const pressed = event.type == SDL_MOUSEBUTTONDOWN;
-    // A release whose press went elsewhere is nobody's.
+    // A release without its press is ignored.
     if (!pressed && !held_.holds(button)) return;
     pointer_ = backend_.rootSpace().pixelInWindow(window->box(), {event.x, event.y});
     pointerWindow_ = window->id();

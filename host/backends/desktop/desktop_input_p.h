@@ -13,14 +13,14 @@ namespace wainscot {
 class DesktopBackend;
 class DesktopWindow;
 
-/// Makes input events from the window library's events and keeps what one needs of the earlier ones.
+/// Makes input events from the window library's events; it remembers what it needs of earlier events.
 class DesktopInput {
 public:
     explicit DesktopInput(DesktopBackend& backend);
 
     /// Appends what one event of the library means, which may be nothing.
     void translate(SDL_Event const& event, std::vector<InputEvent>& input);
-    /// Appends what is known only when all events that have arrived were translated.
+    /// Appends what is known only after all events that have arrived were translated.
     void endOfInput(std::vector<InputEvent>& input);
     /// Whether an input method may be about to deliver text. It speaks over a connection of the library's
     /// own, on which nobody can wait.
@@ -44,7 +44,7 @@ private:
     void pinch(SDL_MultiGestureEvent const& event, std::vector<InputEvent>& input);
     void rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input);
     void forgetPress();
-    /// What is told of the pointer where it is, without an event of the library.
+    /// Input about the pointer at its present place, without an event of the library.
     InputEvent restingPointer(Kind kind, NativeWindowId window) const;
     void loseRelease(std::vector<InputEvent>& input);
     void filesOver(RawEvents::FilesOver const& files, std::vector<InputEvent>& input);

@@ -7,7 +7,7 @@ namespace wainscot {
 
 namespace {
 
-/// From here on a code point would collide with the modifier flags.
+/// From here on code points would collide with the modifier flags.
 constexpr std::uint32_t firstUncodable = 0x100000;
 
 constexpr std::uint32_t special(std::uint32_t scanCode) {
@@ -34,7 +34,7 @@ bool isModifierKey(SDL_Scancode scancode) {
     }
 }
 
-/// What the US layout has on a key that is neither letter nor digit.
+/// The US layout's character on a key that is neither letter nor digit.
 std::uint32_t usPunctuation(SDL_Scancode scancode) {
     switch (scancode) {
     case SDL_SCANCODE_SPACE:
@@ -296,7 +296,7 @@ void KeyTranslator::emitPress(SDL_Scancode scancode, std::uint32_t base, std::ui
 
 void KeyTranslator::emitText(LightweightString<wchar_t> const& text, Origin const& origin,
                              std::vector<InputEvent>& input) const {
-    // Long texts arrive in pieces; they are one piece of input.
+    // Long texts arrive in pieces; these are joined.
     if (!input.empty() && input.back().kind == InputEvent::Kind::composedText &&
         input.back().window == origin.window) {
         input.back().text += text;

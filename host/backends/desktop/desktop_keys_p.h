@@ -24,21 +24,22 @@ struct KeyStroke {
     bool rightAltIsAltGr = false;
 };
 
-/// The `Key` flags of the modifiers that are held; locks are none.
+/// The `Key` flags of the modifiers that are held. Caps Lock and Num Lock do not count.
 std::uint32_t keyModifiers(unsigned modifiers, bool rightAltIsAltGr);
 
-/// The key code, without modifiers, of a key that is no character (Home, F1, Tab, Return ...); 0 for others.
+/// The key code, without modifiers, of a key that types no character (Home, F1, Tab, Return ...); 0 for
+/// others.
 std::uint32_t functionKeyCode(SDL_Scancode scancode);
 
 /// The key code, without modifiers, of a key of the numeric keypad; 0 for others.
 std::uint32_t keypadCode(SDL_Scancode scancode, bool numberLock);
 
-/// The character by which a key is known in shortcuts: what the layout has on it when that is Latin, else
-/// what the US layout has; letters in upper case. 0 when it is no character key.
+/// The character that names a key in shortcuts: the layout's character when it is Latin, else the US
+/// layout's; letters in upper case. 0 for a key that types no character.
 std::uint32_t shortcutCharacter(SDL_Scancode scancode, SDL_Keycode symbol);
 
 /// Makes key events from presses, releases and typed texts, so that one key gives one event: a character key
-/// waits for its text, the text that other keys bring along is dropped.
+/// waits for its text; the text of other keys is dropped.
 class KeyTranslator {
 public:
     /// Where an event belongs; copied into each event made.
@@ -50,8 +51,8 @@ public:
     void press(KeyStroke const& stroke, Origin const& origin, std::vector<InputEvent>& input);
     void release(KeyStroke const& stroke, Origin const& origin, std::vector<InputEvent>& input);
     void text(std::string_view utf8, Origin const& origin, std::vector<InputEvent>& input);
-    /// To be called when all input that has arrived was translated: a text that comes later belongs to no key
-    /// press before it.
+    /// To be called after all input that has arrived was translated: text that comes later belongs to no
+    /// earlier key press.
     void endOfInput() { textOfLastPress_ = TextOfLastPress::expected; }
     /// All keys count as released, without events.
     void reset();

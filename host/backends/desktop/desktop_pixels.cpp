@@ -6,8 +6,8 @@ namespace wainscot {
 
 namespace {
 
-/// The window's pixels can be copied as they are: four bytes with the colours where ours are. What the fourth
-/// byte holds does not matter to an opaque window.
+/// Whether pixels can be copied as they are: four bytes, with the colours in the same order. The fourth byte
+/// does not matter in an opaque window.
 bool hasOurFormat(SDL_PixelFormat const& format) {
     return format.BytesPerPixel == 4 && format.Rmask == 0x00FF0000 && format.Gmask == 0x0000FF00 &&
            format.Bmask == 0x000000FF;
@@ -49,9 +49,9 @@ void continueDown(SDL_Rect& rect, int rows, SDL_Surface& target) {
     rect.h += rows;
 }
 
-/// At some scales no logical size gives the window's device size, which is then a pixel larger; the surface's
-/// edge is continued, so that no seam shows. More than that is a window that has grown and will be painted
-/// anew.
+/// At some scales no logical size gives the window's device size, which is then a pixel larger: the surface's
+/// edge is repeated, so that no seam shows. A larger difference comes from a window that has grown and will
+/// be painted again.
 void continueEdges(Surface const& surface, SDL_Rect& rect, SDL_Surface& target) {
     XY<int> const missing = XY<int>{target.w, target.h} - surface.deviceSize();
     int const most = static_cast<int>(surface.scale());

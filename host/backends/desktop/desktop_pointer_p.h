@@ -4,8 +4,8 @@
 
 namespace wainscot {
 
-/// Counts presses in quick succession: 1, 2, 3 and from the start again. Presses belong together while they
-/// are of one button, in one window, at one place and not too far apart in time.
+/// Counts presses in quick succession: 1, 2, 3, then from 1 again. Presses belong together when they have the
+/// same button, window and place, and follow each other quickly.
 class ClickCounter {
 public:
     /// Milliseconds, where the user has not set another time.
@@ -33,7 +33,7 @@ private:
 /// Sums the fine motion of a wheel to whole notches.
 class WheelSum {
 public:
-    /// No device turns faster; what is beyond is a broken one.
+    /// No device turns faster; more comes from a broken device.
     static constexpr int most = 100;
 
     /// The whole notches that are due now, positive = up; 0 while only a fraction is. A turn in the other

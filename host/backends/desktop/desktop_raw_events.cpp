@@ -24,7 +24,7 @@ bool movesWithoutButton(XEvent const& event) {
     return event.type == EnterNotify && (event.xcrossing.state & buttons) == 0;
 }
 
-/// Called for every event; only those that are of use are kept.
+/// Called for every event; only useful events are kept.
 int SDLCALL isOfUse(void*, SDL_Event* event) {
     if (event->type != SDL_SYSWMEVENT) return 1;
     XEvent const* const x = xEvent(event->syswm);

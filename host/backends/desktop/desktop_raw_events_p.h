@@ -8,10 +8,10 @@
 
 namespace wainscot {
 
-/// What the window library does not make of the X server's events.
+/// Events of the X server that the window library does not report.
 class RawEvents {
 public:
-    /// The library passes on the X events that are asked for below, in their order among its own.
+    /// Has the library pass on the X events that are asked for below, in their order among its own events.
     static void watch();
 
     /// The pointer moved, or came, while no button was held.

@@ -4,9 +4,9 @@
 
 namespace wainscot {
 
-/// Device pixels for one logical pixel. A setting of the user goes first; without one, the dots per inch in
-/// the window system's resource text ("Xft.dpi: 144"), relative to 96 and rounded to quarters; else 1.
-/// Both may be null. What cannot be read as a sensible number counts as missing.
+/// Device pixels for one logical pixel. The user's setting comes first; then the dots per inch in the window
+/// system's resource text ("Xft.dpi: 144"), relative to 96 and rounded to quarters; then 1. Both may be null.
+/// Values that are not sensible numbers count as missing.
 double chooseDeviceScale(char const* setting, char const* resources);
 
 /// The logical length of a device length, and back. Both round; a logical length survives the way there and
@@ -36,11 +36,11 @@ public:
     double scale() const { return scale_; }
     /// The logical box of a window's contents or of a monitor.
     IntBox toRoot(DeviceRect const& rect) const;
-    /// The device place of the upper-left corner of a window whose lower-left corner is at `place`.
+    /// The device place of a window's upper-left corner, when its lower-left corner is at `place`.
     XY<int> toDeviceCorner(XY<int> place, int deviceHeight) const;
     /// The root pixel under a device pixel of a window's contents; also for places outside the window.
     XY<int> pixelInWindow(IntBox const& window, XY<int> devicePixel) const;
-    /// The other way round: a device pixel that lies under a root pixel.
+    /// The reverse: a device pixel under a root pixel.
     XY<int> devicePixelInWindow(IntBox const& window, XY<int> pixel) const;
 
 private:

@@ -14,7 +14,7 @@ namespace wainscot {
 namespace {
 
 constexpr double patience = 1000.0;
-/// Words of a property read in one step; and what a text may have at most, against owners that never end.
+/// Words of a property that are read in one step; and the most bytes of a text, in case its owner never ends.
 constexpr long wordsAtOnce = 1 << 16;
 constexpr std::size_t mostBytes = std::size_t{1} << 30;
 
@@ -95,7 +95,7 @@ unsigned long SelectionReader::takeProperty(std::string& text) {
     return type;
 }
 
-/// The owner writes the next piece whenever the last one was taken; an empty one is the end.
+/// The owner writes the next piece whenever the last one was taken; an empty piece is the end.
 bool SelectionReader::readPieces(std::string& text) {
     XEvent event;
     while (waitFor(PropertyNotify, &event)) {
@@ -108,7 +108,7 @@ bool SelectionReader::readPieces(std::string& text) {
     return false;
 }
 
-/// A picture must not be asked for as a text: some owners give its bytes.
+/// A picture must not be asked for as text: some owners would give its bytes.
 std::vector<unsigned long> SelectionReader::offered(char const* selection) {
     if (!convert(selection, "TARGETS")) return {};
     Atom type = None;
@@ -127,7 +127,7 @@ std::optional<std::string> SelectionReader::read(char const* selection) {
     if (!open()) return {};
     std::vector<unsigned long> const kinds = offered(selection);
     for (char const* const target : {"UTF8_STRING", "STRING"}) {
-        // An owner that does not say what it has is asked for each.
+        // An owner that does not say what it offers is asked for each kind.
         unsigned long const kind = XInternAtom(display_, target, False);
         if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) continue;
         if (!convert(selection, target)) continue;

@@ -20,7 +20,8 @@ public:
 
     /// The window that owns a selection ("CLIPBOARD", "PRIMARY"); 0 when nobody does.
     unsigned long owner(char const* selection);
-    /// Its text as UTF-8. Nothing when there is none, or when its owner stops answering for a second.
+    /// The selected text as UTF-8. Nothing when there is no text, or when its owner does not answer for a
+    /// second.
     std::optional<std::string> read(char const* selection);
 
 private:
@@ -28,9 +29,9 @@ private:
     bool convert(char const* selection, char const* target);
     /// Waits for an event of that type; false when none comes in time.
     bool waitFor(int type, void* event);
-    /// Takes the property that the owner has filled; its type, or 0 when it has none.
+    /// Takes the property that the owner has filled, and gives its type; 0 when there is no such property.
     unsigned long takeProperty(std::string& text);
-    /// The kinds of data that its owner has; empty when it does not say.
+    /// The kinds of data that the owner offers; empty when it does not say.
     std::vector<unsigned long> offered(char const* selection);
     bool readPieces(std::string& text);
 

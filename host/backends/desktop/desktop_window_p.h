@@ -12,10 +12,10 @@ namespace wainscot {
 
 class DesktopBackend;
 
-/// A window of the window library. What it reports of size and place is what the window system last said.
+/// A window of the window library. Its size and place are those that the window system reported last.
 class DesktopWindow final : public NativeWindow {
 public:
-    /// Takes the library's window over. `backend` outlives the window or calls `abandon()`.
+    /// Takes over the library's window. `backend` outlives the window or calls `abandon()`.
     DesktopWindow(DesktopBackend& backend, SDL_Window* window, NativeWindowSettings const& settings);
     ~DesktopWindow() override;
     DesktopWindow(DesktopWindow const&) = delete;
@@ -40,19 +40,19 @@ public:
     IntBox const& box() const { return box_; }
     /// Puts the pointer at a device pixel of the contents, y downwards.
     void warpPointer(XY<int> devicePixel);
-    /// Tells the library that no button is held, which else would swallow the next press.
+    /// Tells the library that no button is held; without that it would swallow the next press.
     void releaseButtons();
     bool isPopUp() const { return popUp_; }
-    /// It was pressed: where no window manager does so, it takes the keyboard.
+    /// It was pressed: it takes the keyboard when no window manager gives it the keyboard.
     void wasPressed();
     void belongTo(DesktopWindow const& owner) { native_.belongTo(owner.native_); }
     bool isNative(unsigned long window) const { return native_.is(window); }
     /// The scale has changed by that factor: the logical size stays as it is.
     void rescale(double factor);
     _XDisplay* display() const { return native_.display(); }
-    /// Takes the size and place that the window system has now; true when either has changed.
+    /// Takes over size and place from the window system; true when either has changed.
     bool updateBox(RootSpace const& space);
-    /// Whether pixels brought to the screen could be seen: shown and not minimised.
+    /// Whether the window is shown and not minimised, so that its pixels can be seen.
     bool isOnScreen() const;
     /// Takes note of `isOnScreen()`; true when it has changed while the program wants the window shown.
     bool updateOnScreen();
@@ -84,7 +84,7 @@ private:
     bool popUp_;
     bool wantedOnScreen_ = false;
     bool reportedOnScreen_ = true;
-    /// Kept from one present to the next for its memory.
+    /// A member only to reuse its memory.
     std::vector<SDL_Rect> rects_;
 };
 

@@ -25,7 +25,8 @@ KeyboardPtr readKeyboard(Display* display) {
             }};
 }
 
-/// The code of the key that the keyboard description names, at most four characters; 0 when it has none.
+/// The code of a key by its name in the keyboard description, at most four characters; 0 when there is no
+/// such key.
 int findKey(XkbDescRec const& keyboard, char const* name) {
     if (!keyboard.names || !keyboard.names->keys) return 0;
     for (int code = keyboard.min_key_code; code <= keyboard.max_key_code; ++code)

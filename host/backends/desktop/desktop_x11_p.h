@@ -9,19 +9,19 @@ struct _XDisplay;
 
 namespace wainscot {
 
-/// What the window library does not tell is asked of the X server directly.
+/// Asks the X server for what the window library does not tell.
 
 /// The resource text of the display ("Xft.dpi: 144 ..."). False with the reason in `problem` when no display
 /// can be reached, or when it cannot show colours.
 bool probeDisplay(std::string& resources, LightweightString<char>& problem);
 int connectionFile(_XDisplay* display);
-/// Sends what is waiting to be sent; true when events have been read that nobody has looked at yet.
+/// Sends pending requests; true when unhandled events have been read.
 bool hasUnreadEvents(_XDisplay* display);
 /// Returns when the server has carried out all that was asked of it.
 void finishRequests(_XDisplay* display);
-/// Somebody shows what lies below transparent pixels.
+/// Whether a compositor shows what lies below transparent pixels.
 bool hasCompositor(_XDisplay* display);
-/// The way of keeping pixels that has an alpha channel; 0 when there is none.
+/// The visual with an alpha channel; 0 when there is none.
 unsigned long translucentVisual(_XDisplay* display);
 /// The child of a window (0: of the whole screen) that is shown at a place on the screen, in device pixels, y
 /// downwards; 0 for none.

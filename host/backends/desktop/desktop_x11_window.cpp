@@ -36,7 +36,7 @@ void X11Window::wish(Wishes const& wishes) {
     if (!display_) return;
     XSizeHints hints{};
     XY<int> const least = wishes.fixedSize.value_or(wishes.leastSize);
-    // With static gravity all places mean the contents, not the frame.
+    // With static gravity all places are those of the contents, not of the frame.
     hints.flags = PMinSize | PWinGravity;
     hints.win_gravity = StaticGravity;
     hints.min_width = least.x;
@@ -63,7 +63,8 @@ void X11Window::setModal(bool modal, bool isFixed) {
     };
     Atom const kind = atom(modal ? "_NET_WM_WINDOW_TYPE_DIALOG" : "_NET_WM_WINDOW_TYPE_NORMAL");
     put(atom("_NET_WM_WINDOW_TYPE"), XA_ATOM, &kind, 1);
-    // What may be done with it: of the common hints, flag 1 names functions and flag 2 parts of the frame.
+    // What the user may do with it. In the common hints, flag 1 stands for functions and flag 2 for parts of
+    // the frame.
     constexpr unsigned long all = 1, resize = 2, move = 4, close = 32;
     constexpr unsigned long border = 2, handles = 4, title = 8, menu = 16;
     unsigned long const sizing = isFixed ? 0 : resize;

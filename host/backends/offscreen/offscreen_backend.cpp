@@ -20,7 +20,7 @@ InputEvent windowEvent(InputEvent::Kind kind, NativeWindowId window, double time
     return event;
 }
 
-/// Windows without a stated place stand one beside the other, so that no two lie exactly on each other.
+/// Windows without a stated place are staggered, so that no two lie exactly on each other.
 XY<int> nextPlace(NativeWindowId id, XY<int> size, IntBox const& monitor) {
     int const step = static_cast<int>((id - 1) % 10) * 32;
     return {monitor.x1 + 32 + step, std::max(monitor.y2 - 32 - step - size.y, monitor.y1)};
@@ -86,7 +86,7 @@ OffscreenWindow* OffscreenBackend::window(NativeWindowId id) const {
     return found == windows_.end() ? nullptr : found->second;
 }
 
-/// Its owner becomes the active one where that is shown, else the one that was active last.
+/// Its owner becomes the active window if it is shown, else the window that was active last.
 void OffscreenBackend::closed(OffscreenWindow& window) {
     windows_.erase(window.id());
     byActivation_.erase(window.activation_);

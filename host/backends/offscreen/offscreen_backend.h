@@ -10,8 +10,8 @@ namespace wainscot {
 
 class OffscreenWindow;
 
-/// A window system in memory: several windows, virtual clocks, pixels that can be read back. A window that is
-/// shown becomes the active one, as a window manager would have it; input is injected.
+/// A window system in memory: windows, virtual clocks, pixels that can be read back. A shown window becomes
+/// the active window, as with a window manager. Input is injected.
 class WAINSCOT_API OffscreenBackend final : public Backend {
 public:
     explicit OffscreenBackend(double deviceScale = 1.0);
@@ -45,17 +45,17 @@ public:
     bool unboundedMotion() const { return unboundedMotion_; }
     std::optional<IntBox> const& textCaret() const { return textCaret_; }
 
-    /// At least one; nothing happens for an empty list. They are moved so that the lower-left corner of the
+    /// Replaces the monitors; an empty list is ignored. They are moved so that the lower-left corner of the
     /// box round all of them is (0, 0). Reported as a change of the screen.
     void setMonitors(std::vector<IntBox> monitors);
     /// For windows that are made from now on.
     void setComposited(bool composited) { composited_ = composited; }
-    /// As a person would with the window manager.
+    /// Makes a window the active one, as a person does with a window manager.
     void activate(NativeWindowId id);
     void deactivateAll();
-    /// Input behind what is waiting, as the window system would report it.
+    /// Adds input behind the input that is waiting, as if the window system had reported it.
     void inject(InputEvent input);
-    /// From now on no window can be made, as by a window system that fails.
+    /// Whether to refuse new windows, like a window system that fails.
     void refuseWindows(bool refuse) { refuses_ = refuse; }
 
     OffscreenWindow* window(NativeWindowId id) const;
@@ -69,7 +69,7 @@ private:
     double deviceScale_;
     std::vector<IntBox> monitors_;
     std::vector<InputEvent> input_;
-    /// In the order of opening; owned by those who asked for them.
+    /// In the order of opening. Their makers own them.
     std::map<NativeWindowId, OffscreenWindow*> windows_;
     NativeWindowId lastId_ = 0;
     NativeWindowId active_ = 0;
@@ -86,7 +86,7 @@ private:
     std::optional<IntBox> textCaret_;
 };
 
-/// A window in memory: what was presented is what it shows.
+/// A window in memory: it shows what was presented.
 class WAINSCOT_API OffscreenWindow final : public NativeWindow {
 public:
     OffscreenWindow(OffscreenBackend& backend, NativeWindowId id, NativeWindowSettings const& settings,
@@ -136,7 +136,7 @@ private:
     NativeWindowId owner_;
     bool translucent_;
     bool modal_ = false;
-    /// When it became the active one last; 0 before that.
+    /// When it became the active window last; 0 before that.
     std::uint64_t activation_ = 0;
     bool shown_ = false;
     std::vector<IntBox> lastPresented_;
