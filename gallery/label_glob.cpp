@@ -1,20 +1,16 @@
 #include "gallery/label_glob.h"
 
 #include "host/base/convert.h"
-#include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
+#include "look/focus_mark.h"
+#include "look/ink.h"
 
 namespace wainscot::gallery {
 
-namespace {
-
-constexpr double hoverWeight = 1.12;
-constexpr double pressedWeight = 0.85;
-
-} // namespace
+namespace {} // namespace
 
 LabelGlob::LabelGlob(XY<int> size, LightweightString<wchar_t> label)
     : Glob(toSize16(size.x), toSize16(size.y)), label_(std::move(label)) {}
@@ -115,28 +111,23 @@ void LabelGlob::describe(GlobDescription& description) const {
     description.actions |= GlobDescription::press;
 }
 
-Colour LabelGlob::face() const {
-    Palette const& palette = getPalette();
-    Colour const ground = chosen_ ? palette.selection(eSelectionActive) : palette.button();
-    if (!isActive()) return palette.window(eWindowNormal);
-    if (pressed_) return palette.scale(ground, pressedWeight);
-    return containsPointer() ? palette.scale(ground, hoverWeight) : ground;
-}
-
 void LabelGlob::draw() {
     Palette const& palette = getPalette();
     IntBox const box = canvasArea();
     CanvasRenderer renderer(canvas(), box);
-    Glib::drawOutlinedRect(renderer, face(), palette.separator(), box);
+    ControlState const state{
+        .isActive = isActive(), .isHovered = containsPointer(), .isPressed = pressed_, .isDefault = chosen_};
+    ControlLook::Face const face{box, chosen_ ? palette.doIt() : palette.button(), state};
+    ControlLook::drawFace(renderer, face, palette);
+    ControlLook::drawEdge(renderer, face, palette);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
-    eTextAppearance const appearance = !isActive() ? eTextDisabled : chosen_ ? eTextSelected : eTextEnabled;
     auto const fitted =
         Glib::fitTextToWidth(font, label_, toSize16(box.width() - 2 * UifStd::getIndentWidth()));
     XY<int> const place{box.centre().x, box.y1 + getFontYOffset(box.height(), font)};
-    Glib::TextDescription const text(fitted, place, font, palette.text(appearance), eAlignCentre);
+    Glib::TextDescription const text(fitted, place, font, ControlLook::textColour(state, palette),
+                                     eAlignCentre);
     renderer.renderPrimitive(text);
-    bool const marked = glib_showsKbdFocus(this);
-    if (marked) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
+    if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, box, palette);
 }
 
 } // namespace wainscot::gallery

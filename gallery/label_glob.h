@@ -46,7 +46,6 @@ private:
     void setPressed(bool pressed);
     /// Reports, then acts; nothing of this is touched afterwards.
     void click();
-    Colour face() const;
 
     LightweightString<wchar_t> label_;
     std::function<void(LabelGlob&)> action_;

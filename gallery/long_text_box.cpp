@@ -7,6 +7,8 @@
 #include "host/objects/description.h"
 #include "host/objects/dispatch.h"
 #include "host/objects/kbd_focus.h"
+#include "look/focus_mark.h"
+#include "look/track.h"
 
 #include <algorithm>
 #include <string>
@@ -142,12 +144,9 @@ void LongTextBox::draw() {
     CanvasRenderer renderer(canvas(), canvasArea());
     IntBox const box = textBox().translated(origin);
     Glib::drawOutlinedRect(renderer, palette.window(eWindowRecessed), palette.mark(eMarkEdge), box);
-    if (glib_showsKbdFocus(this)) Glib::drawFocusRect(renderer, box, palette.mark(eMarkFocus));
-    int const radius = track().height() / 2;
-    Glib::drawRoundedRectFilled(renderer, palette.window(eWindowRecessed), track().translated(origin),
-                                static_cast<unsigned>(radius));
-    Glib::drawRoundedRectFilled(renderer, palette.mark(eMarkEdge), thumb().translated(origin),
-                                static_cast<unsigned>(radius));
+    if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, box, palette, 0);
+    ControlLook::drawLane(renderer, track().translated(origin), palette);
+    ControlLook::drawThumb(renderer, {thumb().translated(origin), nullptr, {.isActive = isActive()}}, palette);
     int const under = origin.y + track().y1 - UifStd::getRowGap() - lineStep();
     renderer.renderPrimitive(Glib::TextDescription(place(), {origin.x, under + text_.font()->descent()},
                                                    text_.font(), palette.text(eTextSecondary)));

@@ -5,6 +5,7 @@
 #include "host/drawing/word_wrapping_text_renderer.h"
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
+#include "look/focus_mark.h"
 
 namespace wainscot::gallery {
 
@@ -34,7 +35,7 @@ void ReadOut::draw() {
     IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent());
     Glib::WordWrappingTextRenderer(font, below.width())
         .renderString(renderer, text_, below, palette.text(eTextEnabled));
-    if (glib_showsKbdFocus(this)) Glib::drawFocusRect(renderer, canvasArea(), palette.mark(eMarkFocus));
+    if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, canvasArea(), palette, 0);
 }
 
 void ReadOut::describe(GlobDescription& description) const {

@@ -21,8 +21,8 @@ constexpr Colour green = Colour::fromLong(0x37B24A);
 constexpr Colour blue = Colour::fromLong(0x3F86F0);
 constexpr Colour yellow = Colour::fromLong(0xF2C522);
 constexpr Colour orange = Colour::fromLong(0xF0862A);
-constexpr Colour pale = Colour::fromLong(0xE9EBEF);
-constexpr Colour grey = Colour::fromLong(0x8D9199);
+constexpr Colour pale = Colour::fromLong(0xEBEBEB);
+constexpr Colour grey = Colour::fromLong(0x8A8A8A);
 
 constexpr Point square[] = {{0.16, 0.16}, {0.84, 0.16}, {0.84, 0.84}, {0.16, 0.84}};
 constexpr Point diamond[] = {{0.5, 0.07}, {0.93, 0.5}, {0.5, 0.93}, {0.07, 0.5}};
