@@ -9,6 +9,7 @@
 #include "foundation/standard_panel.h"
 #include "host/windows/look.h"
 
+#include <clip_form.h>
 #include <random>
 
 namespace wainscot {
@@ -64,6 +65,21 @@ TEST_F(LayoutTest, aFormPlacesLabelsAndControlsAndRelatesThem) {
     EXPECT_EQ(GlobDescription::of(*form->labelOf(0)).role, Role::label);
     driver_.press(form->labelOf(1));
     EXPECT_EQ(get_kbd_focus(), second);
+}
+
+TEST_F(LayoutTest, theFormOfTheGuideFitsItsWindow) {
+    auto* const form = new example::ClipForm;
+    ASSERT_TRUE(host_->globManager().realize(form));
+    driver_.settle();
+    int const gap = UifStd::getWidgetGap();
+    EXPECT_GE(form->speed->width(), 200);
+    EXPECT_EQ(form->ok->box().topRight().x, form->width() - gap);
+    EXPECT_EQ(form->ok->box().y1, gap);
+    EXPECT_EQ(GlobDescription::of(*form->loop).name, L"At the end");
+    form->loop->setString(L"Begin again, and again, and again, as long as nobody ends it");
+    driver_.settle();
+    EXPECT_GE(form->loop->width(), form->loop->sizeNeeds().natural.x);
+    EXPECT_TRUE(form->bounds().contains(form->loop->box()));
 }
 
 // Random trees of rows and columns, against sums and largest values.
@@ -323,6 +339,20 @@ TEST_F(LayoutTest, extremeSizesStayWithinTheirRange) {
         }
         destroy(panel);
     }
+}
+
+TEST_F(LayoutTest, panelsInPanelsAreMeasuredToALimit) {
+    expectDiagnostic("layout nested too deep");
+    StandardPanel* const outermost = openPanel(1000, 800);
+    StandardPanel* panel = outermost;
+    for (int i = 0; i < 300; ++i) {
+        auto* const column = panel->setLayout(BoxLayout::makeColumn());
+        column->setMargins(1);
+        panel = column->add(std::make_unique<StandardPanel>(XY<int>(50, 20)));
+    }
+    driver_.settle();
+    EXPECT_EQ(Diagnostics::countOf("layout not settled"), 0u);
+    EXPECT_EQ(outermost->firstChild()->firstChild()->width(), outermost->width() - 4);
 }
 
 TEST_F(LayoutTest, childrenAndPanelsMayGoWhileTheyArePlaced) {
