@@ -218,6 +218,13 @@ TEST_F(LayoutTest, aGridAlignsAndSpansAndLeavesOutWhatIsHidden) {
     EXPECT_EQ(left->box().y2, 200);
     EXPECT_EQ(grid->numItems(), 3u);
     EXPECT_EQ(grid->naturalSize(), XY<int>(70, 60));
+    auto* const row = grid->add(BoxLayout::makeRow(), {.row = 3});
+    EXPECT_TRUE(row->add(std::make_unique<Plain>(XY<int>(90, 20))));
+    EXPECT_EQ(grid->naturalSize(), XY<int>(90, 90));
+    EXPECT_TRUE(grid->remove(*row));
+    EXPECT_TRUE(grid->remove(*left));
+    EXPECT_EQ(grid->naturalSize(), XY<int>(70, 20));
+    EXPECT_EQ(panel->numChildren(), 4u);
 }
 
 TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
@@ -238,9 +245,12 @@ TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
     EXPECT_EQ(changing->width(), Button::calcSizeFor(changing->getString(), changing->getFont()).x);
     EXPECT_EQ(column->numLayouts(), before + 1);
     EXPECT_EQ(last->reshaped + fixed->reshaped, reshaped);
+    fixed->setMinSize(60, 20);
+    driver_.settle();
+    EXPECT_EQ(fixed->width(), 60);
     for (int i = 1; i <= 20; ++i) panel->resize(400 + i, 300 + i);
     driver_.settle();
-    EXPECT_EQ(column->numLayouts(), before + 2);
+    EXPECT_EQ(column->numLayouts(), before + 3);
     EXPECT_EQ(last->height(), 320 - 2 * UifStd::getWidgetGap() - UifStd::getRowGap() - inner->height());
 }
 
