@@ -53,6 +53,7 @@ ScrollBar::ScrollBar(InitArgs const& args)
     setListener(args.listener);
     position_ = validPosition(args.thumb.position, size_);
     setPressButtons(wainscot::EventKind::left | wainscot::EventKind::right);
+    usualThickness_ = (isVertical() ? width() : height()) == thickness();
     if (args.arrowButtons) addArrowButtons();
 }
 

@@ -166,6 +166,7 @@ public:
     /// Takes the messages of its arrow buttons.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void handleMouseContainment(bool inside) override;
+    SizeNeeds sizeNeeds() const override;
     void handleLookChange(LookChange changes) override;
     bool isAutoRepeating() const override;
     MouseCursorID contextCursor(XY<int> const& place) const override;
@@ -216,6 +217,8 @@ private:
     Orientation orientation_;
     std::int32_t resizingEnd_ = 0;
     bool resizable_;
+    /// Of the usual thickness, whatever that is at the time.
+    bool usualThickness_ = false;
     bool dragging_ = false;
     bool paging_ = false;
     bool overThumb_ = false;

@@ -110,6 +110,16 @@ void ScrollBar::reshape() {
     if (life.alive()) layOutButtons();
 }
 
+/// Any length will do in which the thumb can be seen.
+SizeNeeds ScrollBar::sizeNeeds() const {
+    int const thick = thickness();
+    int const across = usualThickness_ ? thick : -1;
+    SizeNeeds needs;
+    needs.natural = isVertical() ? XY<int>{across, -1} : XY<int>{-1, across};
+    needs.minimum = isVertical() ? XY<int>{across, 2 * thick} : XY<int>{2 * thick, across};
+    return needs;
+}
+
 void ScrollBar::handleLookChange(LookChange changes) {
     DispatchScope const scope;
     LifeGuard const life = guard();

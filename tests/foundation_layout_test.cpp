@@ -9,6 +9,7 @@
 #include "foundation/standard_panel.h"
 #include "host/windows/look.h"
 
+#include <clip_form.h>
 #include <random>
 
 namespace wainscot {
@@ -64,6 +65,21 @@ TEST_F(LayoutTest, aFormPlacesLabelsAndControlsAndRelatesThem) {
     EXPECT_EQ(GlobDescription::of(*form->labelOf(0)).role, Role::label);
     driver_.press(form->labelOf(1));
     EXPECT_EQ(get_kbd_focus(), second);
+}
+
+TEST_F(LayoutTest, theFormOfTheGuideFitsItsWindow) {
+    auto* const form = new example::ClipForm;
+    ASSERT_TRUE(host_->globManager().realize(form));
+    driver_.settle();
+    int const gap = UifStd::getWidgetGap();
+    EXPECT_GE(form->speed->width(), 200);
+    EXPECT_EQ(form->ok->box().topRight().x, form->width() - gap);
+    EXPECT_EQ(form->ok->box().y1, gap);
+    EXPECT_EQ(GlobDescription::of(*form->loop).name, L"At the end");
+    form->loop->setString(L"Begin again, and again, and again, as long as nobody ends it");
+    driver_.settle();
+    EXPECT_GE(form->loop->width(), form->loop->sizeNeeds().natural.x);
+    EXPECT_TRUE(form->bounds().contains(form->loop->box()));
 }
 
 // Random trees of rows and columns, against sums and largest values.
@@ -202,6 +218,13 @@ TEST_F(LayoutTest, aGridAlignsAndSpansAndLeavesOutWhatIsHidden) {
     EXPECT_EQ(left->box().y2, 200);
     EXPECT_EQ(grid->numItems(), 3u);
     EXPECT_EQ(grid->naturalSize(), XY<int>(70, 60));
+    auto* const row = grid->add(BoxLayout::makeRow(), {.row = 3});
+    EXPECT_TRUE(row->add(std::make_unique<Plain>(XY<int>(90, 20))));
+    EXPECT_EQ(grid->naturalSize(), XY<int>(90, 90));
+    EXPECT_TRUE(grid->remove(*row));
+    EXPECT_TRUE(grid->remove(*left));
+    EXPECT_EQ(grid->naturalSize(), XY<int>(70, 20));
+    EXPECT_EQ(panel->numChildren(), 4u);
 }
 
 TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
@@ -222,9 +245,12 @@ TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
     EXPECT_EQ(changing->width(), Button::calcSizeFor(changing->getString(), changing->getFont()).x);
     EXPECT_EQ(column->numLayouts(), before + 1);
     EXPECT_EQ(last->reshaped + fixed->reshaped, reshaped);
+    fixed->setMinSize(60, 20);
+    driver_.settle();
+    EXPECT_EQ(fixed->width(), 60);
     for (int i = 1; i <= 20; ++i) panel->resize(400 + i, 300 + i);
     driver_.settle();
-    EXPECT_EQ(column->numLayouts(), before + 2);
+    EXPECT_EQ(column->numLayouts(), before + 3);
     EXPECT_EQ(last->height(), 320 - 2 * UifStd::getWidgetGap() - UifStd::getRowGap() - inner->height());
 }
 
@@ -323,6 +349,20 @@ TEST_F(LayoutTest, extremeSizesStayWithinTheirRange) {
         }
         destroy(panel);
     }
+}
+
+TEST_F(LayoutTest, panelsInPanelsAreMeasuredToALimit) {
+    expectDiagnostic("layout nested too deep");
+    StandardPanel* const outermost = openPanel(1000, 800);
+    StandardPanel* panel = outermost;
+    for (int i = 0; i < 300; ++i) {
+        auto* const column = panel->setLayout(BoxLayout::makeColumn());
+        column->setMargins(1);
+        panel = column->add(std::make_unique<StandardPanel>(XY<int>(50, 20)));
+    }
+    driver_.settle();
+    EXPECT_EQ(Diagnostics::countOf("layout not settled"), 0u);
+    EXPECT_EQ(outermost->firstChild()->firstChild()->width(), outermost->width() - 4);
 }
 
 TEST_F(LayoutTest, childrenAndPanelsMayGoWhileTheyArePlaced) {

@@ -98,11 +98,10 @@ bool Layout::addItem(Glob* child, Cell const& cell, LayoutOptions const& options
 
 bool Layout::addItem(std::unique_ptr<Glob> child, Cell const& cell, LayoutOptions const& options) {
     if (!addItem(child.get(), cell, options)) return false;
+    HandlerRef<Glob> const added = items_.back()->child;
     items_.back()->owned = std::move(child);
-    if (!panel()) return true;
-    LifeGuard const life(life_);
-    adoptChildren();
-    return life.alive();
+    if (panel()) adoptChildren();
+    return added.get() != nullptr;
 }
 
 bool Layout::addItem(std::unique_ptr<Layout> nested, Cell const& cell, LayoutOptions const& options) {
@@ -191,6 +190,23 @@ bool Layout::remove(Glob& child) {
     root().forget(child);
     changed();
     return true;
+}
+
+bool Layout::remove(Layout& nested) {
+    auto const isIt = [&](std::unique_ptr<Item> const& item) { return item->nested.get() == &nested; };
+    auto const found = std::find_if(items_.begin(), items_.end(), isIt);
+    if (found == items_.end()) return refuse("removal of no item");
+    nested.forgetChildren();
+    items_.erase(found);
+    changed();
+    return true;
+}
+
+void Layout::forgetChildren() {
+    for (std::unique_ptr<Item> const& item : items_) {
+        if (Glob const* const child = item->child.get()) root().forget(*child);
+        if (item->nested) item->nested->forgetChildren();
+    }
 }
 
 void Layout::forget(Glob const& child) {

@@ -51,12 +51,14 @@ public:
     Layout& operator=(Layout const&) = delete;
 
     // --- Items
-    /// False when it is no item of this layout.
+    /// False when it is no item of this layout, or of those in it.
     bool setOptions(Glob& child, LayoutOptions const& options);
     bool setOptions(Layout& nested, LayoutOptions const& options);
     /// Leaves the child where it is; one that was handed in while there is no panel yet is destroyed. False
-    /// when it is no item of this layout.
+    /// when it is no item of this layout, or of those in it.
     bool remove(Glob& child);
+    /// Destroys it, and leaves its children where they are, likewise. False when it is none of this one's.
+    bool remove(Layout& nested);
     /// Those whose children have died are counted until the next layout.
     std::size_t numItems() const;
 
@@ -143,6 +145,7 @@ private:
     void collectChildren(std::vector<std::unique_ptr<Glob>>& owned);
     void mergeInto(Layout& top);
     void forget(Glob const& child);
+    void forgetChildren();
     void setStale();
     int columnGap() const;
     int rowGap() const;

@@ -27,7 +27,9 @@ struct Layout::Item {
     /// The size that it was made with, or was given by others since.
     XY<int> made;
     SizeNeeds needs;
-    /// `needs` are to be asked for again.
+    /// `Glob::getMinSize`.
+    XY<int> least;
+    /// `needs` and `least` are to be asked for again.
     bool stale = true;
     /// As last asked of the child.
     int widthAsked = -1;

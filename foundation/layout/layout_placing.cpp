@@ -110,22 +110,21 @@ bool Layout::isShown(Item const& item, Glob const* panel) {
 
 /// A layout in which nothing is shown still has its gap, as an empty panel has.
 SizeNeeds Layout::measured(Item& item) {
-    Glob const* child = item.child.get();
     if (item.nested) {
         item.needs = item.nested->needs();
     } else if (item.isSpacer) {
         item.needs.natural = item.needs.minimum = item.made;
-    } else if (item.stale && child) {
+    } else if (Glob const* const child = item.stale ? item.child.get() : nullptr) {
         item.stale = false;
-        item.needs = child->sizeNeeds();
+        item.least = child->getMinSize();
         item.widthAsked = -1;
-        child = item.child.get();
+        item.needs = child->sizeNeeds();
     }
     LayoutOptions const& options = item.options;
-    XY<int> const least = child ? child->getMinSize() : XY<int>();
     auto const both = [&](int XY<int>::*axis) {
         int const natural = orElse(options.size.*axis, orElse(item.needs.natural.*axis, item.made.*axis));
-        int const own = std::max(std::min(natural, orElse(item.needs.minimum.*axis, natural)), least.*axis);
+        int const own =
+            std::max(std::min(natural, orElse(item.needs.minimum.*axis, natural)), item.least.*axis);
         int const minimum = orElse(options.minimum.*axis, own);
         return XY<int>{upTo(std::max(natural, minimum), options.maximum.*axis),
                        upTo(minimum, options.maximum.*axis)};

@@ -340,6 +340,7 @@ void Glob::forceReshape() {
 
 void Glob::setMinSize(unsigned short width, unsigned short height) {
     side().minSize = {width, height};
+    needsChanged();
     if (isWindow()) iRootHost::current()->rootResized(*this);
 }
 
