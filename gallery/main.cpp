@@ -67,6 +67,12 @@ int listPages() {
     return 0;
 }
 
+/// The page alone.
+Glob* openBare(Options const& options, Page const& page) {
+    std::unique_ptr<Glob> root = page.make(options.size, [](LightweightString<wchar_t> const&) {});
+    return GlobManager::instance().realize(root.get()) ? root.release() : nullptr;
+}
+
 /// Each page in a window of its own, so that none shows what another left behind.
 int writeShots(Host& host, Options const& options, LightweightString<char> const& folder) {
     std::error_code failure;
@@ -74,7 +80,7 @@ int writeShots(Host& host, Options const& options, LightweightString<char> const
     if (failure) return complain(LightweightString<char>("the folder \"") + folder + "\" cannot be made");
     for (Page const* const page : pages()) {
         if (!options.page.empty() && options.page != page->name) continue;
-        GalleryFrame* const frame = openFrame(options, *page);
+        Glob* const frame = options.bare ? openBare(options, *page) : openFrame(options, *page);
         if (!frame) return complain("the window system refuses a window");
         Driver driver(host);
         LightweightString<char> const path = folder + "/" + page->name + ".png";

@@ -89,11 +89,9 @@ struct Switch {
     bool Options::*flag;
 };
 
-constexpr Switch switches[] = {{"--help", &Options::help},
-                               {"--list", &Options::list},
-                               {"--offscreen", &Options::offscreen},
-                               {"--echo", &Options::echo},
-                               {"--busy", &Options::busy}};
+constexpr Switch switches[] = {{"--help", &Options::help},           {"--list", &Options::list},
+                               {"--offscreen", &Options::offscreen}, {"--echo", &Options::echo},
+                               {"--bare", &Options::bare},           {"--busy", &Options::busy}};
 
 Text allowed() {
     Text names("--desktop");
@@ -111,6 +109,7 @@ char const* Options::usage() {
            "  --list            print the names of the pages\n"
            "  --page NAME       begin with this page\n"
            "  --shots DIR       write every page, or the one named, as DIR/NAME.png\n"
+           "  --bare            pictures show the page alone, without the list and the messages\n"
            "  --script FILE     do what the file says, without a screen\n"
            "  --random N        do N things at random on every page, or the one named, without a screen\n"
            "  --seed S          which things\n"

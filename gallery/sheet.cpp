@@ -3,14 +3,30 @@
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 
+#include <utility>
+
 namespace wainscot::gallery {
 
+namespace {
+/// In heights of a button.
+constexpr int leastColumns = 26;
+} // namespace
+
 Sheet::Sheet(XY<int> size, Draw contents) : Glob(toSize16(size.x), toSize16(size.y)), draw_(contents) {}
+
+SizeNeeds Sheet::sizeNeeds() const {
+    XY<int> const size{UifStd::getButtonHeight() * leastColumns, neededHeight_};
+    return {.natural = size, .minimum = size};
+}
 
 void Sheet::draw() {
     Glob::draw();
     CanvasRenderer renderer(canvas(), canvasArea());
-    draw_(renderer, canvasArea().inset(UifStd::getIndentWidth() * 2), getPalette());
+    int const margin = UifStd::getIndentWidth() * 2;
+    SheetCursor cursor(renderer, canvasArea().inset(margin), getPalette());
+    draw_(cursor);
+    int const before = std::exchange(neededHeight_, cursor.usedHeight() + 2 * margin);
+    if (neededHeight_ != before) needsChanged();
 }
 
 SheetCursor::SheetCursor(CanvasRenderer& renderer, IntBox const& area, Palette const& palette)

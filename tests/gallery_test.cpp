@@ -25,6 +25,12 @@ protected:
         std::ofstream(path) << text;
         return path;
     }
+    std::vector<std::string> pageNames() {
+        std::istringstream names(run("--list").out);
+        std::vector<std::string> pages;
+        for (std::string name; std::getline(names, name);) pages.push_back(name);
+        return pages;
+    }
     struct Outcome {
         int code;
         std::string out;
@@ -57,9 +63,7 @@ TEST_F(Gallery, WithoutADisplayItSaysSoAndRendersItsPages) {
 }
 
 TEST_F(Gallery, RendersEveryPageAtEveryScaleAndTheme) {
-    std::istringstream names(run("--list").out);
-    std::vector<std::string> pages;
-    for (std::string name; std::getline(names, name);) pages.push_back(name);
+    std::vector<std::string> const pages = pageNames();
     ASSERT_FALSE(pages.empty());
     for (char const* options : {"", "--scale 1.75 --theme light", "--scale 3 --size 300x200"}) {
         EXPECT_EQ(run(std::string("--shots shots ") + options).code, 0);
@@ -95,6 +99,48 @@ TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
     EXPECT_THAT(outcome.out, Not(HasSubstr("label \"Destroys itself\"")));
     EXPECT_THAT(outcome.errors, HasSubstr("thrown by a button"));
     EXPECT_TRUE(std::filesystem::exists(folder_ + "/after.png"));
+}
+
+TEST_F(Gallery, TabGoesThroughAllOfEveryPageAndKeepsItInSight) {
+    constexpr int steps = 80;
+    std::string script;
+    for (int i = 0; i < steps; ++i) script += "key Tab\nfocus\n";
+    for (std::string const& page : pageNames()) {
+        Outcome const outcome = run("--page " + page + " --size 900x560 --script " + fileWith(script));
+        ASSERT_EQ(outcome.code, 0) << page << outcome.errors;
+        EXPECT_THAT(outcome.out, Not(HasSubstr("out of sight"))) << page;
+        std::vector<std::string> stops;
+        std::istringstream lines(outcome.out);
+        for (std::string line; std::getline(lines, line);) stops.push_back(line.substr(0, line.find(" in ")));
+        ASSERT_EQ(stops.size(), static_cast<std::size_t>(steps));
+        // The list of pages is one stop: from there to there is the circle.
+        std::string const list = "focus list \"Pages\"";
+        auto const first = std::ranges::find(stops, list);
+        ASSERT_NE(first, stops.end()) << page;
+        auto const second = std::find(first + 1, stops.end(), list);
+        ASSERT_NE(second, stops.end()) << page << ": the circle does not close";
+        std::vector<std::string> const circle(first, second);
+        for (char const* stop : {"button \"Pause\"", "button \"Clear\"", "radiobutton \"Light\""})
+            EXPECT_THAT(circle, testing::Contains("focus " + std::string(stop))) << page;
+    }
+}
+
+TEST_F(Gallery, PagesAreFoundByKeysAlone) {
+    auto const shows = [](std::string const& page) {
+        return "expect label \"gallery/pages/" + page + "_page.cpp\"\n";
+    };
+    Outcome const outcome =
+        run("--page desk --script " +
+            fileWith("key Ctrl+PageDown\n" + shows("timeline") + "key Ctrl+PageUp\nkey Ctrl+PageUp\n" +
+                     shows("desk") + "click listitem \"Choices\"\n" + shows("choices") + "key Down\n" +
+                     shows("scroll") + "key PageDown\n" + shows("form") + "key End\n" + shows("dragging") +
+                     "type \"sy\"\n" + shows("symbols") + "advance 1500\ntype \"order\"\n" +
+                     shows("tab_order") + "key Home\n" + shows("desk") +
+                     "click radiobutton \"Light\"\nclick radiobutton \"A++\"\nclick radiobutton \"150 %\"\n" +
+                     "shot large.png\nclick button \"Pause\"\nclick button \"Fit\"\n" +
+                     "expect label \"Messages (paused, 1 more)\"\nclick button \"Clear\"\nmessages\n"));
+    EXPECT_EQ(outcome.code, 0) << outcome.errors;
+    EXPECT_EQ(outcome.out, "") << "no messages are left";
 }
 
 TEST_F(Gallery, AScriptReachesWhatIsNoWidget) {

@@ -40,8 +40,7 @@ void drawOnGround(SheetCursor& cursor, eTheme theme, int extent) {
     }
 }
 
-void drawSheet(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
-    SheetCursor cursor(renderer, area, palette);
+void drawSheet(SheetCursor& cursor) {
     cursor.note(L"Icons are shapes, drawn anew for every size; a missing one draws nothing");
     for (int const size : {16, 24, 48})
         for (eTheme const theme : {eThemeDark, eThemeLight}) drawOnGround(cursor, theme, scaled(size));

@@ -48,8 +48,10 @@ void text(CanvasRenderer& renderer, IntBox const& cell, LightweightString<wchar_
 }
 
 /// Every ground as a row, every ink as a column; the cells show the ink and its contrast with the ground.
-void drawTable(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
-    SheetCursor cursor(renderer, area, palette);
+void drawTable(SheetCursor& cursor) {
+    CanvasRenderer& renderer = cursor.renderer();
+    IntBox const area = cursor.area();
+    Palette const& palette = cursor.palette();
     cursor.note(
         L"Contrast of each ink on each ground: at least 4.5 for text, 2.5 for disabled text, 3 for marks.");
     std::vector<Ink> const inks = inksOf(palette);

@@ -78,8 +78,7 @@ void drawPath(SheetCursor& cursor) {
     glib_stroke();
 }
 
-void drawShapes(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
-    SheetCursor cursor(renderer, area, palette);
+void drawShapes(SheetCursor& cursor) {
     drawRounded(cursor);
     drawDepths(cursor);
     drawSlanted(cursor);

@@ -9,8 +9,10 @@ namespace wainscot::gallery {
 
 namespace {
 
-void drawSymbols(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
-    SheetCursor cursor(renderer, area, palette);
+void drawSymbols(SheetCursor& cursor) {
+    CanvasRenderer& renderer = cursor.renderer();
+    IntBox const area = cursor.area();
+    Palette const& palette = cursor.palette();
     cursor.note(L"Symbols are characters that are drawn as shapes, in any font and size");
     Glib::FontDesc desc = UifStd::getFont();
     for (int const size : {12, 18, 28}) {

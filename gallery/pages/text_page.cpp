@@ -106,8 +106,7 @@ void drawLongTexts(SheetCursor& cursor) {
     }
 }
 
-void drawText(CanvasRenderer& renderer, IntBox const& area, Palette const& palette) {
-    SheetCursor cursor(renderer, area, palette);
+void drawText(SheetCursor& cursor) {
     cursor.note(L"Many scripts, with fonts that are installed");
     drawScripts(cursor);
     drawLongRightToLeftText(cursor);
