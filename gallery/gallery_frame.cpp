@@ -144,7 +144,8 @@ void GalleryFrame::layOutList() {
 
 void GalleryFrame::reshape() {
     layOutList();
-    log_->resize(std::max(width() - 3 * margin() - listWidth(), 1), logHeight(height()));
+    int const left = 2 * margin() + listWidth();
+    reshapeWidgetAt(log_, {left, margin()}, {std::max(width() - left - margin(), 1), logHeight(height())});
     IntBox const area = pageArea();
     reshapeWidgetAt(area_, area.bottomLeft(), area.size());
     Glob::reshape();

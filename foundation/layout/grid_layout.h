@@ -2,6 +2,7 @@
 
 #include "foundation/layout/layout.h"
 
+#include <concepts>
 #include <map>
 
 namespace wainscot {

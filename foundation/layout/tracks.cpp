@@ -75,12 +75,12 @@ void Tracks::takeStretch(Tracks const& others) {
 }
 
 void Tracks::need(std::size_t first, std::size_t count, Need const& need) {
-    for (std::size_t i = first; i < first + count; ++i) tracks_[i].used = true;
     if (count > 1) {
         spanning_.push_back({first, count, need});
         return;
     }
     Track& track = tracks_[first];
+    track.used = true;
     track.need.natural = std::max(track.need.natural, need.natural);
     track.need.minimum = std::max(track.need.minimum, need.minimum);
     track.allowed = std::max(track.allowed, need.maximum);
@@ -92,6 +92,7 @@ void Tracks::finish() {
         track.need.natural = std::max(track.need.natural, track.need.minimum);
         track.need.maximum = std::max(track.need.natural, track.need.maximum);
     }
+    useSpanned();
     applySpanning();
     std::int64_t natural = gaps();
     std::int64_t minimum = natural;
@@ -101,6 +102,19 @@ void Tracks::finish() {
     }
     naturalSum_ = limited(natural);
     minimumSum_ = limited(minimum);
+}
+
+void Tracks::useSpanned() {
+    std::vector<int> begun(tracks_.size() + 1);
+    for (Spanning const& item : spanning_) {
+        ++begun[item.first];
+        --begun[item.first + item.count];
+    }
+    int covering = 0;
+    for (std::size_t i = 0; i < tracks_.size(); ++i) {
+        covering += begun[i];
+        tracks_[i].used = tracks_[i].used || covering > 0;
+    }
 }
 
 /// What needs more than its tracks have makes the last of them that is stretched wider, or the last one.

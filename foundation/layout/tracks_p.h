@@ -57,6 +57,7 @@ private:
         Need need;
     };
 
+    void useSpanned();
     void applySpanning();
     std::vector<std::int64_t> shrunk(std::int64_t room) const;
     std::vector<std::int64_t> grown(std::int64_t room) const;
