@@ -257,8 +257,8 @@ void Button::autoResize() {
 
 /// A label may be cut.
 SizeNeeds Button::sizeNeeds() const {
-    return automatic_.needs(calcSizeFor(label_.text(), label_.font()),
-                            {2 * UifStd::getButtonHeight(), UifStd::getButtonHeight()});
+    int const height = UifStd::getButtonHeight();
+    return automatic_.needs({label_.neededWidth() + height, height}, {2 * height, height});
 }
 
 void Button::handleLookChange(LookChange changes) {

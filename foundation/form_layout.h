@@ -3,6 +3,8 @@
 #include "foundation/label.h"
 #include "foundation/layout/grid_layout.h"
 
+#include <concepts>
+
 namespace wainscot {
 
 /// A form: rows of a label and the control that it names. The labels' column is as wide as the widest label,

@@ -351,6 +351,21 @@ TEST_F(LayoutTest, extremeSizesStayWithinTheirRange) {
     }
 }
 
+TEST_F(LayoutTest, tenThousandChildrenAreAddedAndPlaced) {
+    StandardPanel* const panel = openPanel();
+    auto* const grid = panel->setLayout(std::make_unique<GridLayout>());
+    grid->setGaps(0, 0);
+    for (int i = 0; i < 10000; ++i)
+        grid->add(std::make_unique<Plain>(XY<int>(3, 2)),
+                  {.row = i, .column = i, .rows = 2, .columns = 65535});
+    driver_.settle();
+    int const edges = 2 * UifStd::getWidgetGap();
+    EXPECT_EQ(grid->naturalSize().x, 3 + edges);
+    EXPECT_GE(grid->naturalSize().y, 2 * 5000 + edges);
+    EXPECT_EQ(panel->numChildren(), 10000u);
+    EXPECT_EQ(grid->numLayouts(), 1u);
+}
+
 TEST_F(LayoutTest, panelsInPanelsAreMeasuredToALimit) {
     expectDiagnostic("layout nested too deep");
     StandardPanel* const outermost = openPanel(1000, 800);

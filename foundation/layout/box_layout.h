@@ -2,6 +2,8 @@
 
 #include "foundation/layout/layout.h"
 
+#include <concepts>
+
 namespace wainscot {
 
 /// Places items one after the other: in a row from left to right, or in a column from above downwards.

@@ -23,6 +23,12 @@ bool GridLayout::setStretch(std::map<int, int>& stretches, int track, int stretc
     return true;
 }
 
+void GridLayout::setEqualColumns(bool equal) {
+    if (equal == equalColumns_) return;
+    equalColumns_ = equal;
+    changed();
+}
+
 bool GridLayout::setColumnStretch(int column, int stretch) {
     return setStretch(columnStretch_, column, stretch);
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/layout/layout.h"
 
+#include <concepts>
 #include <map>
 
 namespace wainscot {
@@ -40,6 +41,8 @@ public:
     /// The share of a column, or a row, of the room that is left over; 0 from the start. Refused as cells.
     bool setColumnStretch(int column, int stretch);
     bool setRowStretch(int row, int stretch);
+    /// Makes all columns as wide as the widest needs; off from the start.
+    void setEqualColumns(bool equal);
     /// The first row below everything that was added.
     int nextRow() const { return nextRow_; }
 
@@ -47,6 +50,7 @@ protected:
     Cell cellOf(Cell const& given, int shown) const override;
     void stretch(Tracks& columns, Tracks& rows) const override;
     bool stretchesRows() const override { return false; }
+    bool hasEqualColumns() const override { return equalColumns_; }
 
 private:
     Cell inner(GridCell const& cell);
@@ -55,6 +59,7 @@ private:
     std::map<int, int> columnStretch_;
     std::map<int, int> rowStretch_;
     int nextRow_ = 0;
+    bool equalColumns_ = false;
 };
 
 } // namespace wainscot

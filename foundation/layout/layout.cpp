@@ -59,9 +59,14 @@ bool Layout::mayAdd(Cell const& cell) const {
     return inside || refuse("no such cell");
 }
 
-Layout::Item::~Item() {
-    bool const isOurs = child.get() && !child.get()->parent();
+bool Layout::Item::isOwner() {
+    bool const isOurs = owned && child.get() && !child.get()->parent();
     if (!isOurs) static_cast<void>(owned.release());
+    return isOurs;
+}
+
+Layout::Item::~Item() {
+    isOwner();
 }
 
 bool Layout::accept(Glob* child) const {
@@ -99,8 +104,12 @@ bool Layout::addItem(Glob* child, Cell const& cell, LayoutOptions const& options
 bool Layout::addItem(std::unique_ptr<Glob> child, Cell const& cell, LayoutOptions const& options) {
     if (!addItem(child.get(), cell, options)) return false;
     HandlerRef<Glob> const added = items_.back()->child;
-    items_.back()->owned = std::move(child);
-    if (panel()) adoptChildren();
+    LifeGuard const life(life_);
+    if (Glob* const owner = panel())
+        owner->addChild(std::move(child));
+    else
+        items_.back()->owned = std::move(child);
+    if (!added.get() && life.alive()) hasDead_ = true;
     return added.get() != nullptr;
 }
 
@@ -114,7 +123,7 @@ bool Layout::addItem(std::unique_ptr<Layout> nested, Cell const& cell, LayoutOpt
     inner.mergeInto(*this);
     inner.noteDepth();
     LifeGuard const life(life_);
-    if (panel()) adoptChildren();
+    if (panel()) inner.adoptChildren();
     if (life.alive()) changed();
     return life.alive();
 }
@@ -152,7 +161,7 @@ void Layout::mergeInto(Layout& outer) {
 void Layout::adoptChildren() {
     DispatchScope const scope;
     std::vector<std::unique_ptr<Glob>> owned;
-    root().collectChildren(owned);
+    collectChildren(owned);
     HandlerRef<Glob> const owner(panel());
     for (std::unique_ptr<Glob>& child : owned)
         if (Glob* const glob = owner.get()) glob->addChild(std::move(child));
@@ -160,9 +169,7 @@ void Layout::adoptChildren() {
 
 void Layout::collectChildren(std::vector<std::unique_ptr<Glob>>& owned) {
     for (std::unique_ptr<Item> const& item : items_) {
-        bool const isOurs = item->child.get() && !item->child.get()->parent();
-        if (!isOurs) static_cast<void>(item->owned.release());
-        if (item->owned) owned.push_back(std::move(item->owned));
+        if (item->owned && item->isOwner()) owned.push_back(std::move(item->owned));
         if (item->nested) item->nested->collectChildren(owned);
     }
 }

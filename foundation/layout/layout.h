@@ -126,6 +126,8 @@ protected:
     virtual void stretch(Tracks& columns, Tracks& rows) const = 0;
     /// The stretch of an item goes to its row or its column.
     virtual bool stretchesRows() const = 0;
+    /// All columns are as wide as the widest.
+    virtual bool hasEqualColumns() const { return false; }
 
 private:
     struct Item;

@@ -19,8 +19,8 @@ enum class LayoutAlign : std::uint8_t {
 
 /// How a layout treats an item. Sizes below 0 are those of the item itself.
 struct LayoutOptions {
-    /// Its share of the room that is left over, against the other items: along a row or column of a
-    /// `BoxLayout`, across for a `GridLayout`, where that is the same as the stretch of its column.
+    /// Its share of the room that is left over, against the others: along the row or the column of a
+    /// `BoxLayout`; in a `GridLayout` that of its column.
     int stretch = 0;
     LayoutAlign horizontal = LayoutAlign::fill;
     LayoutAlign vertical = LayoutAlign::fill;

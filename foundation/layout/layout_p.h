@@ -13,8 +13,10 @@ struct Layout::Item {
     Item() = default;
     Item(Item const&) = delete;
     Item& operator=(Item const&) = delete;
-    /// What was handed in may have died, or found a parent, before there was a panel.
     ~Item();
+    /// Whether what was handed in is still its own: it may have died, or found a parent, before there was a
+    /// panel. Lets go of it where it is not.
+    bool isOwner();
 
     HandlerRef<Glob> child;
     /// Handed in, and not yet a child of the panel.

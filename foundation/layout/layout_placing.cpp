@@ -166,6 +166,7 @@ void Layout::measureColumns() {
                     along(needs.natural.y, needs.minimum.y, item->options.maximum.y));
         needs_.heightFollowsWidth = needs_.heightFollowsWidth || needs.heightFollowsWidth;
     }
+    if (hasEqualColumns()) columns_->makeEqual();
     columns_->finish();
     rows_->finish();
 }

@@ -75,15 +75,38 @@ void Tracks::takeStretch(Tracks const& others) {
 }
 
 void Tracks::need(std::size_t first, std::size_t count, Need const& need) {
-    for (std::size_t i = first; i < first + count; ++i) tracks_[i].used = true;
     if (count > 1) {
         spanning_.push_back({first, count, need});
         return;
     }
     Track& track = tracks_[first];
+    track.used = true;
     track.need.natural = std::max(track.need.natural, need.natural);
     track.need.minimum = std::max(track.need.minimum, need.minimum);
     track.allowed = std::max(track.allowed, need.maximum);
+}
+
+/// What lies over several of them asks each for the same part.
+void Tracks::makeEqual() {
+    Need most;
+    auto const raise = [](int& size, int wanted) { size = std::max(size, wanted); };
+    for (Track const& track : tracks_) {
+        raise(most.natural, track.need.natural);
+        raise(most.minimum, track.need.minimum);
+    }
+    for (Spanning const& item : spanning_) {
+        auto const count = static_cast<std::int64_t>(item.count);
+        auto const part = [&](int size) { return limited((size - (count - 1) * gap_ + count - 1) / count); };
+        raise(most.natural, part(item.need.natural));
+        raise(most.minimum, part(item.need.minimum));
+    }
+    for (Track& track : tracks_) {
+        if (!track.used) continue;
+        track.need.natural = most.natural;
+        track.need.minimum = most.minimum;
+        track.allowed = -1;
+    }
+    spanning_.clear();
 }
 
 void Tracks::finish() {
@@ -92,6 +115,7 @@ void Tracks::finish() {
         track.need.natural = std::max(track.need.natural, track.need.minimum);
         track.need.maximum = std::max(track.need.natural, track.need.maximum);
     }
+    useSpanned();
     applySpanning();
     std::int64_t natural = gaps();
     std::int64_t minimum = natural;
@@ -101,6 +125,19 @@ void Tracks::finish() {
     }
     naturalSum_ = limited(natural);
     minimumSum_ = limited(minimum);
+}
+
+void Tracks::useSpanned() {
+    std::vector<int> begun(tracks_.size() + 1);
+    for (Spanning const& item : spanning_) {
+        ++begun[item.first];
+        --begun[item.first + item.count];
+    }
+    int covering = 0;
+    for (std::size_t i = 0; i < tracks_.size(); ++i) {
+        covering += begun[i];
+        tracks_[i].used = tracks_[i].used || covering > 0;
+    }
 }
 
 /// What needs more than its tracks have makes the last of them that is stretched wider, or the last one.

@@ -34,6 +34,8 @@ public:
     void takeStretch(Tracks const& others);
     /// Something lies in the tracks from `first` on.
     void need(std::size_t first, std::size_t count, Need const& need);
+    /// What one needs, all need, so that all have the same size; before `finish`.
+    void makeEqual();
     /// To be called when all needs are known.
     void finish();
 
@@ -57,6 +59,7 @@ private:
         Need need;
     };
 
+    void useSpanned();
     void applySpanning();
     std::vector<std::int64_t> shrunk(std::int64_t room) const;
     std::vector<std::int64_t> grown(std::int64_t room) const;

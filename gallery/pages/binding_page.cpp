@@ -26,14 +26,14 @@ class BindingPanel final : public CellPanel {
 public:
     BindingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)), label_(Text(L"Take 1")) {
         label_.setGuard(Qv::makePtr<LengthGuard>());
-        addNote(L"The labels of these buttons are one value:", 0, 0, allColumns);
+        addNote(L"The labels of these buttons are one value:", 0, 0, numBound);
         for (int i = 0; i < numBound; ++i) {
             Button* const bound = addButton(newButton(L"", "bound"), i, 1);
             bound->setDataAdaptor(Qv::makePtr<ValServerAdaptor<Text>>(label_));
             bound->getDataAdaptor()->forceWidgetUpdate(eRedrawNo);
         }
         addNote(L"These change it. A guard cuts what is too long and refuses an empty label.", 0, 2,
-                allColumns);
+                numBound);
         addButton(newButton(L"Count on", "count"), 0, 3);
         addButton(newButton(L"Far too long", "long"), 1, 3);
         addButton(newButton(L"Empty", "empty"), 2, 3);

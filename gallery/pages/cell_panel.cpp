@@ -6,6 +6,7 @@ CellPanel::CellPanel(XY<int> size, LogLine log) : StandardPanel(size), log_(std:
     setTabGoesOn(true);
     auto grid = std::make_unique<GridLayout>();
     grid_ = grid.get();
+    grid->setEqualColumns(true);
     setLayout(std::move(grid));
 }
 

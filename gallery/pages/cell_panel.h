@@ -11,8 +11,8 @@
 
 namespace wainscot::gallery {
 
-/// A panel that says which messages it hears from its widgets, and has them in a grid. Room that is left over
-/// stays free at the far and the lower edge.
+/// A panel that says which messages it hears from its widgets, and has them in a grid of equal columns. Room
+/// that is left over stays free at the far and the lower edge.
 class CellPanel : public StandardPanel {
 public:
     CellPanel(XY<int> size, LogLine log);
@@ -21,7 +21,7 @@ public:
 
     /// A note above what it is about; a wide one goes on over the columns beside it.
     Label* addNote(LightweightString<wchar_t> const& text, int column, int row, int columns = 1);
-    static constexpr int allColumns = 8;
+    static constexpr int allColumns = 5;
 
 protected:
     void say(LightweightString<wchar_t> const& line) const { log_(line); }

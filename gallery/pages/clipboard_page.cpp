@@ -29,6 +29,7 @@ public:
         shown_ =
             grid().add(std::make_unique<ReadOut>(L"The text that came"), {.row = 2, .columns = allColumns});
         shown_->setName("pasted");
+        grid().setEqualColumns(false);
         grid().setRowStretch(2, 1);
         grid().setColumnStretch(2, 1);
     }

@@ -13,20 +13,21 @@ using example::StarRating;
 class RatingPanel final : public CellPanel {
 public:
     RatingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
-        addNote(L"These are one value:", 0, 0, allColumns);
+        addNote(L"These are one value:", 0, 0, columns);
         for (int column : {0, 1}) bindToServer<int>(*add(1, column, 1), stars_);
-        addNote(L"This one is by itself, that one is disabled:", 0, 2, allColumns);
+        addNote(L"This one is by itself, that one is disabled:", 0, 2, columns);
         show(*add(1, 0, 3), 3);
         StarRating* const disabled = add(1, 1, 3);
         show(*disabled, 2);
         disabled->setActive(false);
-        addNote(L"Any size will do:", 0, 4, allColumns);
+        addNote(L"Any size will do:", 0, 4, columns);
         show(*add(2, 0, 5), 4);
         show(*add(0.5, 1, 5), 5);
-        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 6, allColumns);
+        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 6, columns);
     }
 
 private:
+    static constexpr int columns = 2;
     /// In the size of a usual control, or so many times that.
     StarRating* add(double size, int column, int row) {
         double const height = size * UifStd::getButtonHeight();

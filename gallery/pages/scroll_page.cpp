@@ -22,6 +22,7 @@ constexpr TallBar tallBars[] = {
 class ScrollPage : public CellPanel {
 public:
     ScrollPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
+        grid().setEqualColumns(false);
         addNote(L"scroll bar", 0, 0);
         addBar({0.2, 0.3}, 1)->setName("bar");
         addNote(L"zoom bar", 0, 2);

@@ -177,7 +177,7 @@ class WindowsPage final : public CellPanel {
 public:
     WindowsPage(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
         addNote(L"A press outside of the pop-ups closes them all; Escape closes the last one.", 0, count_++,
-                allColumns);
+                2);
         place(L"Open a window", [this](Button&) { openWindow(); });
         place(L"Open a modal window", [this](Button& self) { openModal(self); });
         opener_ = place(
