@@ -67,6 +67,24 @@ TEST_F(LayoutTest, aFormPlacesLabelsAndControlsAndRelatesThem) {
     EXPECT_EQ(get_kbd_focus(), second);
 }
 
+TEST_F(LayoutTest, equalColumnsAreAsWideAsTheWidestAndAsWhatLiesOverSeveral) {
+    StandardPanel* const panel = openPanel(600, 300);
+    auto* const grid = panel->setLayout(std::make_unique<GridLayout>());
+    auto* const narrow = grid->add(std::make_unique<Plain>(XY<int>{20, 10}), {0, 0});
+    auto* const wide = grid->add(std::make_unique<Plain>(XY<int>{70, 10}), {0, 1});
+    driver_.settle();
+    EXPECT_EQ(narrow->width(), 20);
+    grid->setEqualColumns(true);
+    driver_.settle();
+    EXPECT_EQ(narrow->width(), 70);
+    EXPECT_EQ(wide->box().x1, narrow->box().x2 + UifStd::getWidgetGap());
+    auto* const over = grid->add(std::make_unique<Plain>(XY<int>{251, 10}), {.row = 1, .columns = 2});
+    driver_.settle();
+    EXPECT_EQ(narrow->width(), wide->width());
+    EXPECT_GE(over->width(), 251);
+    EXPECT_LE(over->width(), 252);
+}
+
 TEST_F(LayoutTest, theFormOfTheGuideFitsItsWindow) {
     auto* const form = new example::ClipForm;
     ASSERT_TRUE(host_->globManager().realize(form));
