@@ -99,12 +99,11 @@ private:
         quality.selected = 3;
         addPanel(std::make_unique<CheckboxRadioSet>(quality), 1, 7)->setBoldWhenTicked(true);
         addNote(L"in colours", 3, 6);
-        auto* const states = addPanel(
-            std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
-            3, 7);
+        CheckboxRadioSet::InitArgs coloured({L"Online", L"Proxy", L"Missing"});
+        coloured.selected = 2;
+        auto* const states = addPanel(std::make_unique<CheckboxRadioSet>(coloured), 3, 7);
         states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
         states->setAppearance(Checkbox::redLight);
-        states->setSelectedItem(2);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;
