@@ -146,7 +146,8 @@ void LongTextBox::draw() {
     Glib::drawOutlinedRect(renderer, palette.window(eWindowRecessed), palette.mark(eMarkEdge), box);
     if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, box, palette, 0);
     ControlLook::drawLane(renderer, track().translated(origin), palette);
-    ControlLook::drawThumb(renderer, {thumb().translated(origin), nullptr, {.isActive = isActive()}}, palette);
+    ControlLook::drawThumb(renderer, {thumb().translated(origin), nullptr, {.isActive = isActive()}},
+                           palette);
     int const under = origin.y + track().y1 - UifStd::getRowGap() - lineStep();
     renderer.renderPrimitive(Glib::TextDescription(place(), {origin.x, under + text_.font()->descent()},
                                                    text_.font(), palette.text(eTextSecondary)));
