@@ -1,6 +1,7 @@
 #include "buttons/checkbox_group.h"
 
 #include "host/objects/description.h"
+#include "look/face.h"
 
 namespace wainscot {
 
@@ -17,6 +18,7 @@ CheckboxGroup::InitArgs::InitArgs(UIString const& heading, std::vector<UIString>
 }
 
 CheckboxGroup::CheckboxGroup(InitArgs const& args) : CheckboxPanel(args) {
+    set_radius(ControlLook::cornerRadius());
     for (UIString const& label : args.labels) {
         Checkbox::InitArgs boxArgs(label);
         boxArgs.appearance = args.appearance;

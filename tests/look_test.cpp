@@ -5,6 +5,7 @@
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "host/drawing/uif_std.h"
+#include "host/services/preferences.h"
 #include "host/windows/look.h"
 #include "look/face.h"
 
@@ -190,6 +191,18 @@ TEST_P(ControlLooks, EdgesAreCrispAtEveryScale) {
             EXPECT_EQ(at(button, 6, 12), face.colour);
             drop(button);
         }
+    }
+}
+
+TEST_P(ControlLooks, CornersAreSquareWhereTheUserWantsThem) {
+    for (bool const curved : {true, false}) {
+        prefs().setPreference("curved_buttons", curved);
+        ControlLook::readPreferences();
+        Glob* const glob = make(controls().front(), rest);
+        EXPECT_EQ(at(glob, 0, 0) == at(glob, 0, 12), !curved);
+        bring(glob, focused);
+        EXPECT_EQ(at(glob, 0, 0) == at(glob, 0, 12), !curved) << "the mark of the focus";
+        drop(glob);
     }
 }
 

@@ -97,12 +97,11 @@ private:
         addPanel(std::make_unique<CheckboxRadioSet>(quality), {.row = 7, .column = 1, .columns = 2})
             ->setBoldWhenTicked(true);
         addNote(L"in colours", 3, 6);
-        auto* const states = addPanel(
-            std::make_unique<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"Online", L"Proxy", L"Missing"})),
-            {7, 3});
+        CheckboxRadioSet::InitArgs coloured({L"Online", L"Proxy", L"Missing"});
+        coloured.selected = 2;
+        auto* const states = addPanel(std::make_unique<CheckboxRadioSet>(coloured), {7, 3});
         states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
         states->setAppearance(Checkbox::redLight);
-        states->setSelectedItem(2);
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;

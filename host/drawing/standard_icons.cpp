@@ -12,7 +12,7 @@ using Point = IconSketch::Point;
 
 constexpr Colour white(1, 1, 1);
 /// A colour that stands out from dark and from light grounds alike.
-constexpr Colour ink = Colour::fromLong(0x7E828A);
+constexpr Colour ink = Colour::fromLong(0x808080);
 
 // Lights
 
