@@ -65,9 +65,14 @@ Button::Button(UIString label, LightweightString<char> message, GlobCreationInfo
 Button::~Button() = default;
 
 void Button::init(unsigned short width) {
-    if (width != 0 || label_.isEmpty()) return;
+    if (width != 0) return;
     automatic_ = AutomaticSize(true, height() == 0);
-    automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
+    fitLabel();
+}
+
+/// Without a label it stays as it is; a layout gives it what its icon needs.
+void Button::fitLabel() {
+    if (!label_.isEmpty()) automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
 }
 
 Button::Extras& Button::extras() {
@@ -237,8 +242,9 @@ void Button::setDownCols(Colour const& text, Colour const& face) {
 }
 
 void Button::setIcons(LightweightString<wchar_t> const& active, LightweightString<wchar_t> const& inactive) {
-    changeSetting(*this, extras().downIcon, active, Effect::paint);
-    changeSetting(*this, extras().upIcon, inactive.isEmpty() ? active : inactive, Effect::paint);
+    changeSetting(*this, extras().downIcon, active, Effect::size | Effect::paint);
+    changeSetting(*this, extras().upIcon, inactive.isEmpty() ? active : inactive,
+                  Effect::size | Effect::paint);
 }
 
 void Button::setCustomDrawFn(void (*function)(Button const&)) {
@@ -258,13 +264,15 @@ void Button::autoResize() {
 /// A label may be cut.
 SizeNeeds Button::sizeNeeds() const {
     int const height = UifStd::getButtonHeight();
-    return automatic_.needs({label_.neededWidth() + height, height}, {2 * height, height});
+    Qv::Ptr<Glib::Image> const image = icon();
+    int const iconWidth = image ? image->size().x + UifStd::getWidgetGap() : 0;
+    return automatic_.needs({label_.neededWidth() + iconWidth + height, height}, {2 * height, height});
 }
 
 void Button::handleLookChange(LookChange changes) {
     rect::handleLookChange(changes);
     label_.followLook();
-    automatic_.apply(*this, calcSizeFor(label_.text(), label_.font()));
+    fitLabel();
 }
 
 bool Button::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {

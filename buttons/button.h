@@ -210,6 +210,7 @@ private:
     struct Extras;
 
     void init(unsigned short width);
+    void fitLabel();
     Extras& extras();
     bool isHovered() const;
     /// Down, or shown so while the key of a click is held.

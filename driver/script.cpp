@@ -5,6 +5,7 @@
 #include "host/objects/kbd_focus.h"
 #include "host/windows/glob_manager.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -96,12 +97,16 @@ Text placeInWindow(Target const& target) {
     return line + "\n";
 }
 
-/// Whether all of it lies within all that it lies in.
-bool isAllInSight(Glob const& glob) {
+/// Whether as much of it is to be seen as has room in what it lies in.
+bool isInSight(Glob const& glob) {
     IntBox const box = glob.screenBox();
-    for (Glob const* outer = glob.parent(); outer; outer = outer->parent())
-        if (outer->screenBox().intersection(box) != box) return false;
-    return glob.isShown();
+    IntBox seen = box;
+    XY<int> room = box.size();
+    for (Glob const* outer = glob.parent(); outer; outer = outer->parent()) {
+        seen = seen.intersection(outer->screenBox());
+        room = {std::min(room.x, outer->width()), std::min(room.y, outer->height())};
+    }
+    return glob.isShown() && seen.size() == room;
 }
 
 /// What has the keyboard focus, where it is, and whether that is all in sight.
@@ -110,7 +115,7 @@ Text focusLine() {
     auto const description = glob ? Driver::describe(glob) : std::nullopt;
     if (!description) return "focus on nothing\n";
     return Text("focus ") + roleName(description->role) + " \"" + toUTF8(description->name) + "\" " +
-           (isAllInSight(*glob) ? "in sight " : "out of sight ") + placeInWindow(glob);
+           (isInSight(*glob) ? "in sight " : "out of sight ") + placeInWindow(glob);
 }
 
 Text outcome(Driver const& driver, bool done) {

@@ -20,7 +20,7 @@ namespace wainscot {
 ///     place ROLE "NAME"           focus
 ///
 /// `place` prints where a widget lies from the upper left corner of its window, and how large it is; `focus`
-/// prints what has the keyboard focus, whether all of it is in sight, and its place.
+/// prints what has the keyboard focus, whether it is in sight as far as it fits, and its place.
 class WAINSCOT_API Script {
 public:
     using Print = std::function<void(LightweightString<char> const&)>;

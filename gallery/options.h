@@ -24,7 +24,7 @@ struct Options {
     double scale = 1.0;
     bool scaleGiven = false;
     bool light = false;
-    XY<int> size{1000, 700};
+    XY<int> size{1200, 800};
 
     static char const* usage();
 };

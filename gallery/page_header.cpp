@@ -25,17 +25,20 @@ int indexOf(double const (&values)[count], double value) {
 
 PageHeader::PageHeader() : StandardPanel(1, 1, Palette(), false) {
     setTabGoesOn(true);
-    auto layout = BoxLayout::makeColumn();
+    auto layout = BoxLayout::makeRow();
     layout->setMargins(0);
-    BoxLayout* const upper = layout->add(BoxLayout::makeRow());
-    title_ = upper->add(std::make_unique<Label>(L"", Label::Part::heading), {.stretch = 1});
-    theme_ = upper->add(std::unique_ptr<RadioSet>(addSet({L"Dark", L"Light"}, L"Theme")));
-    textSize_ = upper->add(std::unique_ptr<RadioSet>(addSet({L"A", L"A+", L"A++"}, L"Text size")));
+    BoxLayout* const texts = layout->add(BoxLayout::makeColumn(), {.stretch = 1});
+    BoxLayout* const first = texts->add(BoxLayout::makeRow());
+    title_ = first->add(std::make_unique<Label>(L"", Label::Part::heading));
+    source_ = first->add(std::make_unique<Label>(L"", Label::Part::secondary), {.stretch = 1});
+    shows_ = texts->add(std::make_unique<Label>(L"", Label::Part::normal));
+    BoxLayout* const looks = layout->add(BoxLayout::makeColumn());
+    BoxLayout* const upper = looks->add(BoxLayout::makeRow());
+    theme_ = upper->add(std::unique_ptr<RadioSet>(addSet({L"Dark", L"Light"}, L"Theme")), {.stretch = 1});
+    textSize_ =
+        upper->add(std::unique_ptr<RadioSet>(addSet({L"A", L"A+", L"A++"}, L"Text size")), {.stretch = 1});
     scale_ =
-        upper->add(std::unique_ptr<RadioSet>(addSet({L"100 %", L"125 %", L"150 %", L"200 %"}, L"Scale")));
-    BoxLayout* const lower = layout->add(BoxLayout::makeRow());
-    shows_ = lower->add(std::make_unique<Label>(L"", Label::Part::normal), {.stretch = 1});
-    source_ = lower->add(std::make_unique<Label>(L"", Label::Part::secondary));
+        looks->add(std::unique_ptr<RadioSet>(addSet({L"100 %", L"125 %", L"150 %", L"200 %"}, L"Scale")));
     setLayout(std::move(layout));
     showLook();
 }

@@ -88,6 +88,7 @@ void Tracks::need(std::size_t first, std::size_t count, Need const& need) {
 
 /// What lies over several of them asks each for the same part.
 void Tracks::makeEqual() {
+    useSpanned();
     Need most;
     auto const raise = [](int& size, int wanted) { size = std::max(size, wanted); };
     for (Track const& track : tracks_) {
