@@ -116,7 +116,10 @@ bool GalleryFrame::react(Event const& event) {
 bool GalleryFrame::stepInPage(bool forward) {
     Glob* const page = page_.get();
     Glob* const focus = get_kbd_focus();
-    if (!page || (focus && focus != this && !liesIn(focus, *page))) return false;
+    // What lies before the page, and behind it, on the way of Tab.
+    Glob const& before = forward ? static_cast<Glob&>(*header_) : *log_;
+    bool const mayEnter = !focus || focus == this || (page && liesIn(focus, *page)) || liesIn(focus, before);
+    if (!page || !mayEnter) return false;
     std::vector<Glob*> found;
     bool hasStops = false;
     page->visitSubtree([&](Glob& glob) {

@@ -39,9 +39,10 @@ void LogPane::showCount() {
 }
 
 int LogPane::handleMessageEvent(LightweightString<char> name, Glob* sender) {
-    if (name != pauseMsg && name != clearMsg) return StandardPanel::handleMessageEvent(name, sender);
+    // The message of a button that latches says which way, too.
+    if (sender != pause_ && name != clearMsg) return StandardPanel::handleMessageEvent(name, sender);
     if (name == clearMsg) log_->clear();
-    if (name == pauseMsg) log_->setPaused(pause_->isDown());
+    if (sender == pause_) log_->setPaused(pause_->isDown());
     showCount();
     return 1;
 }

@@ -120,7 +120,7 @@ TEST_F(Gallery, TabGoesThroughAllOfEveryPageAndKeepsItInSight) {
         auto const second = std::find(first + 1, stops.end(), list);
         ASSERT_NE(second, stops.end()) << page << ": the circle does not close";
         std::vector<std::string> const circle(first, second);
-        for (char const* stop : {"button \"Pause\"", "button \"Clear\"", "radiobutton \"Light\""})
+        for (char const* stop : {"button \"Pause\"", "button \"Clear\"", "radiobutton \"Dark\""})
             EXPECT_THAT(circle, testing::Contains("focus " + std::string(stop))) << page;
     }
 }

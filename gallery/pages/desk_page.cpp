@@ -31,7 +31,7 @@ public:
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
-        if (name != playMsg) return TimelinePanel::handleMessageEvent(name, sender);
+        if (sender != play_) return TimelinePanel::handleMessageEvent(name, sender);
         if (play_->isDown())
             begin();
         else

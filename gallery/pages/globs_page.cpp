@@ -92,9 +92,10 @@ private:
         auto const count = stops.size();
         auto const at =
             static_cast<std::size_t>(std::find(stops.begin(), stops.end(), get_kbd_focus()) - stops.begin());
-        std::size_t const none = forward ? 0 : count - 1;
-        std::size_t const next = at == count ? none : (at + (forward ? 1 : count - 1)) % count;
-        return set_kbd_focus(stops[next]);
+        if (at == count) return set_kbd_focus(forward ? stops.front() : stops.back());
+        // At the ends Tab goes on.
+        bool const isLast = at == (forward ? count - 1 : 0);
+        return !isLast && set_kbd_focus(stops[forward ? at + 1 : at - 1]);
     }
 
     LogLine log_;
