@@ -14,10 +14,18 @@ class Glob;
 
 /// Which way the keys go from one member of a set to the next: x to the right, y downwards.
 inline constexpr KeyRow<XY<int>> choiceKeys[] = {
-    {Key::right, {1, 0}, "choose the next member in that direction, round the ends; disabled members are skipped"},
-    {Key::left, {-1, 0}, "choose the next member in that direction, round the ends; disabled members are skipped"},
-    {Key::down, {0, 1}, "choose the next member in that direction, round the ends; disabled members are skipped"},
-    {Key::up, {0, -1}, "choose the next member in that direction, round the ends; disabled members are skipped"},
+    {Key::right,
+     {1, 0},
+     "choose the next member in that direction, round the ends; disabled members are skipped"},
+    {Key::left,
+     {-1, 0},
+     "choose the next member in that direction, round the ends; disabled members are skipped"},
+    {Key::down,
+     {0, 1},
+     "choose the next member in that direction, round the ends; disabled members are skipped"},
+    {Key::up,
+     {0, -1},
+     "choose the next member in that direction, round the ends; disabled members are skipped"},
 };
 
 /// The common part of all sets of which one member is chosen. It keeps the members, which are not owned and
