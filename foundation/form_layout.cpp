@@ -1,5 +1,7 @@
 #include "foundation/form_layout.h"
 
+#include <algorithm>
+
 namespace wainscot {
 
 FormLayout::FormLayout() {
@@ -28,8 +30,9 @@ void FormLayout::finishRow(int row, Label* label, Glob* control, bool isAdded) {
         return;
     }
     if (control) label->setLabelFor(*control);
-    labels_.resize(static_cast<std::size_t>(row) + 1);
-    labels_.back() = HandlerRef<Label>(label);
+    auto const index = static_cast<std::size_t>(row);
+    labels_.resize(std::max(labels_.size(), index + 1));
+    labels_[index] = HandlerRef<Label>(label);
 }
 
 Label* FormLayout::addHeading(UIString const& text) {

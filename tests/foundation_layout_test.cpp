@@ -11,6 +11,7 @@
 
 #include <clip_form.h>
 #include <random>
+#include <stdexcept>
 
 namespace wainscot {
 namespace {
@@ -83,6 +84,21 @@ TEST_F(LayoutTest, equalColumnsAreAsWideAsTheWidestAndAsWhatLiesOverSeveral) {
     EXPECT_EQ(narrow->width(), wide->width());
     EXPECT_GE(over->width(), 380) << "over a column in which nothing else lies";
     EXPECT_LE(over->width(), 382);
+}
+
+TEST_F(LayoutTest, equalColumnsInWhichOnlyWideThingsLieHaveTheirRoom) {
+    StandardPanel* const panel = openPanel();
+    auto* const grid = panel->setLayout(std::make_unique<GridLayout>());
+    grid->setEqualColumns(true);
+    grid->setGaps(0, 0);
+    grid->setMargins(0);
+    Glob* const wide = grid->add(std::make_unique<Plain>(XY<int>(90, 10)), {.columns = 3});
+    driver_.settle();
+    EXPECT_EQ(wide->width(), 90);
+    Glob* const narrow = grid->add(std::make_unique<Plain>(XY<int>(10, 10)), {.row = 1});
+    driver_.settle();
+    EXPECT_EQ(wide->width(), 90);
+    EXPECT_EQ(narrow->width(), 30);
 }
 
 TEST_F(LayoutTest, theFormOfTheGuideFitsItsWindow) {
@@ -345,6 +361,41 @@ TEST_F(LayoutTest, whatCannotBeAnItemIsRefused) {
         deep = std::move(outer);
     }
     EXPECT_FALSE(added);
+    auto outside = BoxLayout::makeRow();
+    auto* const inside = outside->add(BoxLayout::makeRow());
+    EXPECT_EQ(inside->add(std::move(outside)), nullptr) << "a layout in itself";
+}
+
+TEST_F(LayoutTest, whatThrowsDoesNotKeepTheOthersFromTheirPlaces) {
+    expectDiagnostic("exception in handler");
+    class Throwing : public Plain {
+    public:
+        Throwing() : Plain({10, 10}) {}
+        SizeNeeds sizeNeeds() const override {
+            if (hook == 0) throw std::runtime_error("sizeNeeds");
+            return {{10, 10}, {10, 10}, true};
+        }
+        int heightForWidth(int) const override {
+            if (hook == 1) throw std::runtime_error("heightForWidth");
+            return 10;
+        }
+        int hook = 0;
+    };
+    for (int hook = 0; hook < 3; ++hook) {
+        StandardPanel* const panel = openPanel();
+        auto* const column = panel->setLayout(BoxLayout::makeColumn());
+        auto* const throwing = column->add(std::make_unique<Throwing>());
+        throwing->hook = hook;
+        if (hook == 2) throwing->onReshape = [] { throw std::runtime_error("reshape"); };
+        Glob* const other = column->add(std::make_unique<Plain>(XY<int>(10, 30)));
+        driver_.settle();
+        EXPECT_EQ(other->size(), XY<int>(panel->width() - 2 * UifStd::getWidgetGap(), 30)) << hook;
+        throwing->onReshape = {};
+        panel->resize(500, 300);
+        driver_.settle();
+        EXPECT_EQ(other->size(), XY<int>(panel->width() - 2 * UifStd::getWidgetGap(), 30)) << hook;
+        destroy(panel);
+    }
 }
 
 TEST_F(LayoutTest, extremeSizesStayWithinTheirRange) {

@@ -116,6 +116,7 @@ bool Layout::addItem(std::unique_ptr<Glob> child, Cell const& cell, LayoutOption
 bool Layout::addItem(std::unique_ptr<Layout> nested, Cell const& cell, LayoutOptions const& options) {
     if (!mayAdd(cell)) return false;
     if (!nested) return refuse("no layout");
+    if (nested.get() == &root()) return refuse("a layout cannot lie in itself");
     if (depthAbove() + nested->depthBelow() + 2 > maxDepth) return refuse("nested too deep");
     Layout& inner = *nested;
     Item& item = append(cell, options);
@@ -221,6 +222,7 @@ void Layout::forget(Glob const& child) {
     if (found == root_->items.end()) return;
     Root::Entry const entry = found->second;
     root_->items.erase(found);
+    entry.item->isOwner();
     entry.item->child = {};
     entry.layout->hasDead_ = true;
     std::unique_ptr<Glob> const owned = std::move(entry.item->owned);

@@ -118,7 +118,7 @@ SizeNeeds Layout::measured(Item& item) {
         item.stale = false;
         item.least = child->getMinSize();
         item.widthAsked = -1;
-        item.needs = child->sizeNeeds();
+        runHandler("sizeNeeds", [&] { item.needs = child->sizeNeeds(); });
     }
     LayoutOptions const& options = item.options;
     auto const both = [&](int XY<int>::*axis) {
@@ -210,7 +210,7 @@ int Layout::heightForWidth(int width) {
     if (width == widthAsked_) return heightAnswered_;
     Margins const edge = margins();
     Tracks rows;
-    measureRows(width - edge.left - edge.right, rows);
+    measureRows(added(std::max(width, 0), -edge.left, -edge.right), rows);
     widthAsked_ = width;
     heightAnswered_ = toSize16(added(rows.natural(), edge.bottom, edge.top));
     return heightAnswered_;
@@ -229,7 +229,8 @@ void Layout::measureRows(int width, Tracks& rows) {
             Tracks::Place const room = range(columns, item->at.column, item->at.columns);
             LayoutOptions const& options = item->options;
             int const at = aligned(options.horizontal, room, needs.natural.x, options.maximum.x).size;
-            needs.natural.y = upTo(std::max(heightOf(*item, at), options.minimum.y), options.maximum.y);
+            needs.natural.y =
+                upTo(std::max(heightOf(*item, at), orElse(options.minimum.y, 0)), options.maximum.y);
             needs.minimum.y = options.minimum.y >= 0 ? needs.minimum.y : needs.natural.y;
         }
         rows.need(static_cast<std::size_t>(item->at.row), static_cast<std::size_t>(item->at.rows),
@@ -242,8 +243,8 @@ int Layout::heightOf(Item& item, int width) {
     if (item.nested) return item.nested->heightForWidth(width);
     Glob const* const child = item.child.get();
     if (child && item.widthAsked != width) {
-        item.heightAnswered = toSize16(child->heightForWidth(width));
         item.widthAsked = width;
+        runHandler("heightForWidth", [&] { item.heightAnswered = toSize16(child->heightForWidth(width)); });
     }
     return item.heightAnswered;
 }
@@ -315,7 +316,7 @@ void Layout::apply(std::vector<Placed> const& placed) {
         if (!panel) return;
         Glob* const child = next.child.get();
         if (!child || child->parent() != panel || child->box() == next.box) continue;
-        panel->reshapeWidgetAt(child, next.box.bottomLeft(), next.box.size());
+        runHandler("reshape", [&] { panel->reshapeWidgetAt(child, next.box.bottomLeft(), next.box.size()); });
         panel = owner.get();
     }
 }
