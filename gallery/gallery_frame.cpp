@@ -51,7 +51,9 @@ std::unique_ptr<StandardPanel> GalleryFrame::makeSidebar() {
     auto layout = BoxLayout::makeColumn();
     layout->setMargins(0);
     layout->add(std::make_unique<Label>(L"Wainscot", Label::Part::heading));
-    list_ = layout->add(std::make_unique<ScrolledArea>(XY<int>(listWidth(), 1)), {.stretch = 1});
+    // However high it is, it takes the room that there is.
+    list_ = layout->add(std::make_unique<ScrolledArea>(XY<int>(listWidth(), 1)),
+                        {.stretch = 1, .minimum = {-1, 1}});
     auto chooser = std::make_unique<PageChooser>([this](Page const& page) { show(page); });
     chooser_ = chooser.get();
     sidebar->addTabStop(*chooser_);

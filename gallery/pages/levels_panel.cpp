@@ -1,7 +1,6 @@
 #include "gallery/pages/levels_panel.h"
 
 #include "buttons/button.h"
-#include "buttons/checkbox.h"
 #include "containers/slider.h"
 #include "foundation/label.h"
 #include "foundation/layout/box_layout.h"
@@ -48,16 +47,16 @@ void LevelsPanel::addChannel(std::size_t number) {
     addTabStop(*fader);
     Label* const label = grid.add(std::make_unique<Label>(channelNames[number]), {nameRow, column}, middle);
     label->setLabelFor(*fader);
-    Checkbox* const mute =
+    // Not bound to data, so that it tells the panel.
+    channel.mute =
         grid.add(std::make_unique<Checkbox>(Checkbox::InitArgs(L"Mute")), {muteRow, column}, middle);
-    mute->setAppearance(Checkbox::redLight);
-    bindToServer<bool>(*mute, channel.silenced);
-    addTabStop(*mute);
+    channel.mute->setAppearance(Checkbox::redLight);
+    addTabStop(*channel.mute);
 }
 
 double LevelsPanel::levelOf(std::size_t number) const {
     Channel const& channel = channels_[number];
-    if (channel.silenced.value() || channel.fader.value() <= 0) return LevelMeter::silence;
+    if (channel.mute->isTicked() || channel.fader.value() <= 0) return LevelMeter::silence;
     auto const which = static_cast<double>(number);
     double const pace = 1.7 + which;
     double const voice = std::sin(time_ * pace + which) * std::sin(time_ * 0.61 * pace + 2 * which) +

@@ -2,6 +2,7 @@
 
 #include "gallery/pages/level_meter.h"
 
+#include "buttons/checkbox.h"
 #include "foundation/standard_panel.h"
 #include "foundation/val_server.h"
 
@@ -25,8 +26,8 @@ private:
 
     struct Channel {
         ValServer<double> fader{0.75};
-        ValServer<bool> silenced{false};
         LevelMeter* meter = nullptr;
+        Checkbox* mute = nullptr;
     };
 
     void addChannel(std::size_t number);

@@ -79,7 +79,7 @@ void TimelineView::change(Span& span, Span const& wanted) {
     if (span == wanted) return;
     span = wanted;
     makeDirty();
-    describeChanged(DescriptionChange::value);
+    tell("");
 }
 
 void TimelineView::setTimes(Span const& times) {
