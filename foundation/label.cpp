@@ -114,7 +114,8 @@ void Label::resizeToText() {
 
 SizeNeeds Label::sizeNeeds() const {
     XY<int> const needed = neededSize();
-    SizeNeeds needs = automatic_.needs(needed, {UifStd::getButtonHeight(), needed.y});
+    // What is cut says less than it should: who prefers that names a minimum to the layout.
+    SizeNeeds needs = automatic_.needs(needed, {wraps_ ? UifStd::getButtonHeight() : needed.x, needed.y});
     needs.heightFollowsWidth = wraps_ && needs.natural.y >= 0;
     return needs;
 }

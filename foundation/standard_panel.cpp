@@ -184,11 +184,12 @@ bool StandardPanel::takeLayout(std::unique_ptr<Layout> layout) {
         return false;
     }
     if (!layout && !getLayout()) return true;
-    std::unique_ptr<Layout> const former = std::exchange(extras().layout, std::move(layout));
+    Layout* const taken = layout.get();
+    std::unique_ptr<Layout> former = std::exchange(extras().layout, std::move(layout));
     if (former) former->attach(nullptr);
+    Layout::retire(std::move(former));
     needsChanged();
-    Layout* const taken = getLayout();
-    if (taken) taken->attach(this);
+    if (life.alive() && taken && getLayout() == taken) taken->attach(this);
     return life.alive() && getLayout() == taken;
 }
 

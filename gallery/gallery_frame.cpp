@@ -6,6 +6,7 @@
 #include "host/events/event.h"
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
+#include "host/windows/look.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -43,6 +44,7 @@ GalleryFrame::GalleryFrame(XY<int> size) : StandardPanel(size) {
     header_ = addChild(std::make_unique<PageHeader>());
     setLayout(makeLayout(*sidebar));
     getLayout()->layOutNow();
+    sidebar->getLayout()->layOutNow();
 }
 
 std::unique_ptr<StandardPanel> GalleryFrame::makeSidebar() {
@@ -84,6 +86,10 @@ void GalleryFrame::show(Page const& page) {
     });
     made->setPalette(getPalette().makeChildPalette());
     page_ = HandlerRef<Glob>(area_->setContents(std::move(made)));
+    // A page may have changed the reading direction for itself.
+    if (UifStd::isRightToLeft() == isRightToLeft_) return;
+    UifStd::setRightToLeft(isRightToLeft_);
+    Look::broadcast();
 }
 
 void GalleryFrame::handleLookChange(LookChange changes) {

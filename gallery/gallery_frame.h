@@ -41,6 +41,7 @@ private:
     LogPane* log_;
     PageHeader* header_;
     HandlerRef<Glob> page_;
+    bool const isRightToLeft_ = UifStd::isRightToLeft();
     bool echo_ = false;
 };
 

@@ -11,7 +11,8 @@ LogPane::LogPane() : StandardPanel(1, 1, Palette(), false) {
     auto layout = BoxLayout::makeColumn();
     layout->setMargins(0);
     BoxLayout* const row = layout->add(BoxLayout::makeRow());
-    caption_ = row->add(std::make_unique<Label>(L"Messages", Label::Part::secondary), {.stretch = 1});
+    caption_ = row->add(std::make_unique<Label>(L"Messages", Label::Part::secondary),
+                        {.stretch = 1, .minimum = {UifStd::getButtonHeight(), -1}});
     pause_ = row->add(std::unique_ptr<Button>(makeButton(L"Pause", pauseMsg)));
     pause_->setLatching(true, false);
     pause_->setSecondString(L"Go on");

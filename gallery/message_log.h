@@ -21,13 +21,19 @@ public:
     /// All kept lines, each ended by a line feed.
     LightweightString<char> text() const;
 
+    /// The wheel leads to older lines.
+    bool react(Event const& event) override;
     void draw() override;
     void describe(GlobDescription& description) const override;
 
 private:
+    void showNewest();
+
     std::deque<LightweightString<wchar_t>> lines_;
     unsigned numAdded_ = 0;
     bool isPaused_ = false;
+    /// How many lines the user has gone back.
+    std::size_t back_ = 0;
     std::size_t heldBack_ = 0;
 };
 

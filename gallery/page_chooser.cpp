@@ -4,6 +4,8 @@
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/shapes.h"
 #include "host/drawing/uif_std.h"
+#include "host/objects/kbd_focus.h"
+#include "look/focus_mark.h"
 
 #include <algorithm>
 #include <cwctype>
@@ -199,8 +201,9 @@ void PageChooser::drawBackground() {
     CanvasRenderer renderer(canvas(), canvasArea());
     renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getPalette().window(eWindowRecessed)));
     for (std::size_t row = 0; row < rows_.size(); ++row) drawRow(renderer, row);
-    renderer.flush();
-    drawFocusMark();
+    if (current_ == none || !glib_showsKbdFocus(this)) return;
+    ControlLook::drawFocusMark(renderer, boxOf(current_).translated(canvasArea().bottomLeft()), getPalette(),
+                               UifStd::getCornerRadius());
 }
 
 void PageChooser::drawRow(CanvasRenderer& renderer, std::size_t row) const {

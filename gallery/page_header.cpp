@@ -29,9 +29,11 @@ PageHeader::PageHeader() : StandardPanel(1, 1, Palette(), false) {
     layout->setMargins(0);
     BoxLayout* const texts = layout->add(BoxLayout::makeColumn(), {.stretch = 1});
     BoxLayout* const first = texts->add(BoxLayout::makeRow());
-    title_ = first->add(std::make_unique<Label>(L"", Label::Part::heading));
-    source_ = first->add(std::make_unique<Label>(L"", Label::Part::secondary), {.stretch = 1});
-    shows_ = texts->add(std::make_unique<Label>(L"", Label::Part::normal));
+    XY<int> const mayBeCut{UifStd::getButtonHeight(), -1};
+    title_ = first->add(std::make_unique<Label>(L"", Label::Part::heading), {.minimum = mayBeCut});
+    source_ =
+        first->add(std::make_unique<Label>(L"", Label::Part::secondary), {.stretch = 1, .minimum = mayBeCut});
+    shows_ = texts->add(std::make_unique<Label>(L"", Label::Part::normal), {.minimum = mayBeCut});
     BoxLayout* const looks = layout->add(BoxLayout::makeColumn());
     BoxLayout* const upper = looks->add(BoxLayout::makeRow());
     theme_ = upper->add(std::unique_ptr<RadioSet>(addSet({L"Dark", L"Light"}, L"Theme")), {.stretch = 1});

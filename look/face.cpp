@@ -48,6 +48,7 @@ Colour pressed(Colour const& face) {
 
 /// The colour that stands for the state as long as nobody is pressing.
 Colour restingColour(Face const& face, Palette const& palette) {
+    if (face.state.isDefault && face.colour == palette.button()) return palette.doIt();
     if (!face.state.isChosen || face.isColourOfState) return face.colour;
     return Colour::mix(palette.doIt(), face.colour, isDark(face.colour) ? chosenOnDark : chosenOnLight);
 }

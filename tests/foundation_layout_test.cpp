@@ -468,6 +468,54 @@ TEST_F(LayoutTest, childrenAndPanelsMayGoWhileTheyArePlaced) {
     }
 }
 
+TEST_F(LayoutTest, whatIsAskedForItsNeedsMayTakeLayoutAndPanelAway) {
+    class Asked : public Glob {
+    public:
+        Asked() : Glob(10, 10) {}
+        SizeNeeds sizeNeeds() const override {
+            if (onAsked) std::exchange(onAsked, nullptr)();
+            return {{10, 10}};
+        }
+        mutable std::function<void()> onAsked;
+    };
+    for (int act = 0; act < 4; ++act) {
+        for (bool isInLoop : {false, true}) {
+            StandardPanel* const panel = openPanel();
+            HandlerRef<StandardPanel> const window(panel);
+            BoxLayout* const column = panel->setLayout(BoxLayout::makeColumn());
+            BoxLayout* const row = column->add(BoxLayout::makeRow());
+            Asked* const asked = row->add(std::make_unique<Asked>());
+            row->add(std::make_unique<Plain>(XY<int>(10, 10)));
+            asked->onAsked = [=] {
+                if (act == 0) panel->setLayout(nullptr);
+                if (act == 1) panel->setLayout(BoxLayout::makeRow());
+                if (act == 2) column->remove(*row);
+                if (act == 3) destroy(panel);
+            };
+            if (!isInLoop) column->naturalSize();
+            driver_.settle();
+            EXPECT_EQ(window.get() != nullptr, act != 3);
+            destroy(window.get());
+        }
+    }
+}
+
+TEST_F(LayoutTest, aPanelThatGrowsStaysAsSmallAsTheUserMakesIt) {
+    StandardPanel* const panel = openPanel(10, 10);
+    auto* const row = panel->setLayout(BoxLayout::makeRow());
+    row->setGrowsPanel(true);
+    Button* const label = row->add(button(L"A label of some length"));
+    driver_.settle();
+    int const natural = row->naturalSize().x;
+    EXPECT_EQ(panel->width(), natural);
+    ASSERT_TRUE(driver_.resizeWindow(panel, {natural - 20, panel->height()}));
+    driver_.settle();
+    EXPECT_EQ(panel->width(), natural - 20);
+    label->setString(L"A label that has become longer than it was");
+    driver_.settle();
+    EXPECT_EQ(panel->width(), row->naturalSize().x) << "what grows is shown";
+}
+
 TEST_F(LayoutTest, aChildThatNeverHasEnoughIsLeftAloneInTheEnd) {
     expectDiagnostic("layout not settled");
     class Greedy : public Glob {

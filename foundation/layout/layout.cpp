@@ -16,7 +16,32 @@ bool refuse(char const* why) {
     return false;
 }
 
+/// How many layouts are at work.
+constinit int numHolds = 0;
+
+std::vector<std::unique_ptr<Layout>>& retired() {
+    static std::vector<std::unique_ptr<Layout>> layouts;
+    return layouts;
+}
+
 } // namespace
+
+RetiredLayouts::Hold::Hold() {
+    ++numHolds;
+}
+
+RetiredLayouts::Hold::~Hold() {
+    if (--numHolds > 0 || retired().empty()) return;
+    std::vector<std::unique_ptr<Layout>> const gone = std::exchange(retired(), {});
+}
+
+void RetiredLayouts::add(std::unique_ptr<Layout> layout) {
+    if (numHolds > 0) retired().push_back(std::move(layout));
+}
+
+void Layout::retire(std::unique_ptr<Layout> layout) {
+    RetiredLayouts::add(std::move(layout));
+}
 
 Layout::Layout()
     : root_(std::make_unique<Root>()), columns_(std::make_unique<Tracks>()),
@@ -121,6 +146,7 @@ bool Layout::addItem(std::unique_ptr<Layout> nested, Cell const& cell, LayoutOpt
     Layout& inner = *nested;
     Item& item = append(cell, options);
     item.nested = std::move(nested);
+    inner.item_ = &item;
     inner.mergeInto(*this);
     inner.noteDepth();
     LifeGuard const life(life_);
@@ -185,10 +211,8 @@ bool Layout::setOptions(Glob& child, LayoutOptions const& options) {
 }
 
 bool Layout::setOptions(Layout& nested, LayoutOptions const& options) {
-    auto const isIt = [&](std::unique_ptr<Item> const& item) { return item->nested.get() == &nested; };
-    auto const found = std::find_if(items_.begin(), items_.end(), isIt);
-    if (found == items_.end()) return refuse("options for no item");
-    (*found)->options = options;
+    if (nested.outer_ != this) return refuse("options for no item");
+    nested.item_->options = options;
     changed();
     return true;
 }
@@ -201,11 +225,10 @@ bool Layout::remove(Glob& child) {
 }
 
 bool Layout::remove(Layout& nested) {
-    auto const isIt = [&](std::unique_ptr<Item> const& item) { return item->nested.get() == &nested; };
-    auto const found = std::find_if(items_.begin(), items_.end(), isIt);
-    if (found == items_.end()) return refuse("removal of no item");
+    if (nested.outer_ != this) return refuse("removal of no item");
     nested.forgetChildren();
-    items_.erase(found);
+    retire(std::move(nested.item_->nested));
+    hasDead_ = true;
     changed();
     return true;
 }

@@ -31,8 +31,8 @@ class Tracks;
 /// outside the panel at the lower or far edge, where it is cut off. For languages that are read from right to
 /// left everything is placed the other way round.
 ///
-/// Layouts in layouts may be 64 deep; panels with layouts in such panels may be 200 deep, what is deeper has
-/// the size that it has.
+/// Layouts in layouts may be 64 deep. Layouts and panels with layouts in each other are measured 200 deep in
+/// all; what is deeper has the size that it has.
 class WAINSCOT_API Layout {
 public:
     static constexpr int maxDepth = 64;
@@ -86,8 +86,8 @@ public:
     void changed();
     /// How often all of it has been laid out; for tests and measurements.
     std::uint64_t numLayouts() const { return numLayouts_; }
-    /// Makes the panel larger whenever it is smaller than the natural size, as when a text grows. Off until
-    /// it is set.
+    /// Makes the panel as large as the natural size whenever that grows, as when a text does. Off until it is
+    /// set. For panels that no other layout places.
     void setGrowsPanel(bool grows) { growsPanel_ = grows; }
 
     /// The panel to which it, or the layout in which it lies, belongs; null when there is none.
@@ -101,6 +101,8 @@ public:
     bool childChanged(Glob& child, ChildChange change);
     /// All children are asked again for what they need.
     void forgetNeeds();
+    /// Destroys a layout that was given up; later, where layouts are being asked or placed.
+    static void retire(std::unique_ptr<Layout> layout);
 
 protected:
     /// Where an item lies among the columns and rows.
@@ -167,12 +169,16 @@ private:
     std::vector<std::unique_ptr<Item>> items_;
     /// Null for the outermost one.
     Layout* outer_ = nullptr;
+    /// Its place in that one.
+    Item* item_ = nullptr;
     /// What only the outermost one has.
     std::unique_ptr<Root> root_;
     std::unique_ptr<Tracks> columns_;
     std::unique_ptr<Tracks> rows_;
     SizeNeeds needs_;
     XY<int> gaps_{-1, -1};
+    /// The needs for which the panel was made larger last.
+    XY<int> grownFor_{-1, -1};
     Margins margins_{-1, -1, -1, -1};
     /// The last answer for a width.
     int widthAsked_ = -1;
@@ -184,11 +190,12 @@ private:
     bool measured_ = false;
     bool hasDead_ = false;
     bool isPlacing_ = false;
+    bool isMeasuring_ = false;
     bool growsPanel_ = false;
 };
 
-/// Gives a panel the size that its layout needs, as before its window is opened, and lays it out. Nothing for
-/// what has no layout.
+/// Gives a panel the size that its layout needs, as before its window is opened, and lays it out. Another
+/// object takes what it needs itself; nothing for what has no needs.
 WAINSCOT_API void sizeToLayout(Glob& panel);
 
 } // namespace wainscot

@@ -50,6 +50,21 @@ struct Layout::Placed {
     IntBox box;
 };
 
+/// Layouts that were given up while some layout is at work: they stay until that is done.
+namespace RetiredLayouts {
+
+class Hold {
+public:
+    Hold();
+    ~Hold();
+    Hold(Hold const&) = delete;
+    Hold& operator=(Hold const&) = delete;
+};
+
+void add(std::unique_ptr<Layout> layout);
+
+} // namespace RetiredLayouts
+
 struct Layout::Root {
     struct Entry {
         Layout* layout;

@@ -94,8 +94,9 @@ Layout::Margins Layout::margins() const {
 
 // Measuring
 
+/// An item that is being asked stays until the answer is there.
 void Layout::dropDead() {
-    if (!hasDead_) return;
+    if (!hasDead_ || isMeasuring_) return;
     hasDead_ = false;
     std::erase_if(items_, [](std::unique_ptr<Item> const& item) {
         return !item->isSpacer && !item->nested && !item->child.get();
@@ -118,7 +119,8 @@ SizeNeeds Layout::measured(Item& item) {
         item.stale = false;
         item.least = child->getMinSize();
         item.widthAsked = -1;
-        runHandler("sizeNeeds", [&] { item.needs = child->sizeNeeds(); });
+        // Whoever throws keeps its former needs, and is asked again in the next layout.
+        if (!runHandler("sizeNeeds", [&] { item.needs = child->sizeNeeds(); })) item.stale = true;
     }
     LayoutOptions const& options = item.options;
     auto const both = [&](int XY<int>::*axis) {
@@ -176,7 +178,9 @@ void Layout::measure() {
     measured_ = true;
     dropDead();
     needs_ = {};
+    bool const isInner = std::exchange(isMeasuring_, true);
     measureColumns();
+    isMeasuring_ = isInner;
     Margins const edge = margins();
     int const width = added(columns_->natural(), edge.left, edge.right);
     int height = added(rows_->natural(), edge.bottom, edge.top);
@@ -188,6 +192,8 @@ void Layout::measure() {
 }
 
 SizeNeeds Layout::needs() {
+    DispatchScope const scope;
+    RetiredLayouts::Hold const hold;
     Descent const descent;
     if (descent.isTooDeep()) return {};
     measure();
@@ -203,6 +209,8 @@ XY<int> Layout::minimumSize() {
 }
 
 int Layout::heightForWidth(int width) {
+    DispatchScope const scope;
+    RetiredLayouts::Hold const hold;
     Descent const descent;
     if (descent.isTooDeep()) return 0;
     measure();
@@ -256,12 +264,15 @@ void Layout::layOutNow() {
     Glob* const owner = panel();
     if (!owner || top.isPlacing_) return;
     DispatchScope const scope;
+    RetiredLayouts::Hold const hold;
     LifeGuard const life(top.life_);
     owner->layoutDone();
     if (top.growsPanel_) top.growPanel();
     if (!life.alive() || !top.panel()) return;
     ++top.numLayouts_;
     std::vector<Placed> placed;
+    top.measure();
+    if (!life.alive() || top.panel() != owner) return;
     top.place(owner->getUserArea(), placed);
     top.apply(placed);
 }
@@ -269,9 +280,14 @@ void Layout::layOutNow() {
 void Layout::growPanel() {
     Glob& owner = *panel();
     SizeNeeds const wanted = owner.sizeNeeds();
-    int const width = std::max(owner.width(), wanted.natural.x);
+    // What has not grown leaves the panel as small as the user has made it.
+    auto const grown = [](int now, int needed, int before) {
+        return needed > before ? std::max(now, needed) : now;
+    };
+    int const width = grown(owner.width(), wanted.natural.x, grownFor_.x);
     int const height = wanted.heightFollowsWidth ? owner.heightForWidth(width) : wanted.natural.y;
-    XY<int> const size{width, std::max(owner.height(), height)};
+    XY<int> const size{width, grown(owner.height(), height, grownFor_.y)};
+    grownFor_ = {wanted.natural.x, height};
     if (size != owner.size()) owner.resize(size.x, size.y);
     if (is_good_glob_ptr(&owner)) owner.layoutDone();
 }

@@ -17,6 +17,8 @@ namespace {
 
 /// Milliseconds from picture to picture while it plays.
 constexpr int playStep = 40;
+constexpr double firstTrack = 3;
+constexpr double tracksInSight = 5;
 /// How the height and width are shared.
 constexpr int timelineShare = 3;
 constexpr int lowerShare = 2;
@@ -32,6 +34,7 @@ public:
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
         if (sender != play_) return TimelinePanel::handleMessageEvent(name, sender);
+        say(play_->isDown() ? L"plays" : L"stops");
         if (play_->isDown())
             begin();
         else
@@ -83,15 +86,25 @@ public:
         args.value = view.tracks().length;
         tracks_ = form->addRow(L"Tracks in sight", std::make_unique<Slider>(args));
         addTabStop(*tracks_);
-        GlobCreationInfo info(XY<int>(5 * UifStd::getButtonHeight(), UifStd::getButtonHeight()));
+        GlobCreationInfo info(XY<int>(1, 1));
         info.opaque = false;
-        LayoutOptions start;
-        start.horizontal = LayoutAlign::start;
-        auto* const rating = form->addRow(L"Rating", std::make_unique<example::StarRating>(info), start);
+        rating_ = form->addRow(L"Rating", std::make_unique<example::StarRating>(info));
         int stars = 4;
-        rating->setNewWidgetValue(stars, eRedrawNo);
-        addTabStop(*rating);
+        rating_->setNewWidgetValue(stars, eRedrawNo);
+        addTabStop(*rating_);
         setLayout(std::move(form));
+        fitRating();
+    }
+
+    void handleLookChange(LookChange changes) override {
+        StandardPanel::handleLookChange(changes);
+        fitRating();
+    }
+    int handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv::Ptr<iObject> data) override {
+        int const* const stars = unwrapData<int>(data);
+        if (sender != rating_ || !stars) return StandardPanel::handleDataMessageEvent(name, sender, data);
+        log_(fromUTF8(name) + L"  " + Qv::WStringFromInteger(*stars));
+        return 1;
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
@@ -117,6 +130,14 @@ private:
         addTabStopsFrom(set);
     }
 
+    void fitRating() {
+        LayoutOptions options;
+        options.horizontal = LayoutAlign::start;
+        options.size = {5 * UifStd::getButtonHeight(), UifStd::getButtonHeight()};
+        getLayout()->setOptions(*rating_, options);
+    }
+
+    example::StarRating* rating_;
     TimelineView* view_;
     Checkbox* waves_;
     Slider* tracks_;
@@ -135,7 +156,9 @@ public:
         row->setMargins({.left = UifStd::getWidgetGap(),
                          .bottom = UifStd::getWidgetGap(),
                          .right = UifStd::getWidgetGap()});
-        auto* const levels = row->add(std::make_unique<LevelsPanel>(), {.stretch = 1});
+        // Sound and its wave forms are to be seen at once.
+        timeline->view().setTracks({firstTrack, tracksInSight});
+        auto* const levels = row->add(std::make_unique<LevelsPanel>(log), {.stretch = 1});
         row->add(std::make_unique<SequencePanel>(timeline->view(), log), {.stretch = 1});
         timeline->setPlayheadMoved([timeline, levels] { levels->setTime(timeline->view().playhead()); });
         setLayout(std::move(layout));

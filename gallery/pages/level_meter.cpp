@@ -34,8 +34,13 @@ Colour colourAt(double level) {
 
 } // namespace
 
-LevelMeter::LevelMeter()
-    : Glob(toSize16(UifStd::getWidgetGap() * 3 / 2), toSize16(UifStd::getButtonHeight() * 4)) {}
+LevelMeter::LevelMeter() : Glob(1, 1) {}
+
+SizeNeeds LevelMeter::sizeNeeds() const {
+    int const thick = UifStd::getWidgetGap() * 3 / 2;
+    int const unit = UifStd::getButtonHeight();
+    return {.natural = {thick, 4 * unit}, .minimum = {thick, 2 * unit}};
+}
 
 int LevelMeter::heightOf(double level) const {
     double const share = (std::clamp(level, silence, 0.0) - silence) / -silence;

@@ -16,6 +16,7 @@ public:
     void setLevel(double level);
     double level() const { return level_; }
 
+    SizeNeeds sizeNeeds() const override;
     void draw() override;
     void describe(GlobDescription& description) const override;
 

@@ -1,7 +1,6 @@
 #include "gallery/pages/levels_panel.h"
 
 #include "buttons/button.h"
-#include "containers/slider.h"
 #include "foundation/label.h"
 #include "foundation/layout/box_layout.h"
 #include "foundation/layout/grid_layout.h"
@@ -21,12 +20,26 @@ enum Row { barsRow, nameRow, muteRow };
 
 } // namespace
 
-LevelsPanel::LevelsPanel() : StandardPanel(InitArgs(1, 1, Border(Border::group))) {
+LevelsPanel::LevelsPanel(LogLine log)
+    : StandardPanel(InitArgs(1, 1, Border(Border::group))), log_(std::move(log)) {
     setTitle(L"Levels");
     setTabGoesOn(true);
     setLayout(std::make_unique<GridLayout>());
     for (std::size_t i = 0; i < numChannels; ++i) addChannel(i);
+    fitFaders();
     setTime(0);
+}
+
+void LevelsPanel::fitFaders() {
+    LayoutOptions options;
+    options.size = {-1, 4 * UifStd::getButtonHeight()};
+    options.minimum = {-1, 2 * UifStd::getButtonHeight()};
+    for (Channel& channel : channels_) getLayout()->setOptions(*channel.slider, options);
+}
+
+void LevelsPanel::handleLookChange(LookChange changes) {
+    StandardPanel::handleLookChange(changes);
+    fitFaders();
 }
 
 void LevelsPanel::addChannel(std::size_t number) {
@@ -42,6 +55,7 @@ void LevelsPanel::addChannel(std::size_t number) {
     channel.meter->setName(toUTF8(LightweightString<wchar_t>(channelNames[number]) + L" level"));
     Slider* const fader = pair->add(
         std::make_unique<Slider>(Slider::InitArgs(toSize16(4 * UifStd::getButtonHeight()), eVertical)));
+    channel.slider = fader;
     fader->setName(toUTF8(channelNames[number]));
     bindToServer<double>(*fader, channel.fader);
     addTabStop(*fader);
@@ -71,6 +85,9 @@ void LevelsPanel::setTime(double time) {
 
 int LevelsPanel::handleMessageEvent(LightweightString<char> message, Glob* sender) {
     if (message == pootMsg) return StandardPanel::handleMessageEvent(message, sender);
+    for (std::size_t i = 0; i < numChannels; ++i)
+        if (sender == channels_[i].slider || sender == channels_[i].mute)
+            log_(channelNames[i] + LightweightString<wchar_t>(L"  ") + fromUTF8(message));
     setTime(time_);
     return 1;
 }

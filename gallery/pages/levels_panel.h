@@ -1,8 +1,10 @@
 #pragma once
 
+#include "gallery/page.h"
 #include "gallery/pages/level_meter.h"
 
 #include "buttons/checkbox.h"
+#include "containers/slider.h"
 #include "foundation/standard_panel.h"
 #include "foundation/val_server.h"
 
@@ -14,12 +16,13 @@ namespace wainscot::gallery {
 /// channel is follows from the time alone.
 class LevelsPanel final : public StandardPanel {
 public:
-    LevelsPanel();
+    explicit LevelsPanel(LogLine log);
 
     /// Shows what is heard at a time, in seconds.
     void setTime(double time);
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void handleLookChange(LookChange changes) override;
 
 private:
     static constexpr std::size_t numChannels = 4;
@@ -27,14 +30,18 @@ private:
     struct Channel {
         ValServer<double> fader{0.75};
         LevelMeter* meter = nullptr;
+        Slider* slider = nullptr;
         Checkbox* mute = nullptr;
     };
 
     void addChannel(std::size_t number);
+    /// Faders are as high as meters, whatever the size of the text.
+    void fitFaders();
     double levelOf(std::size_t number) const;
 
     std::array<Channel, numChannels> channels_;
     double time_ = 0;
+    LogLine log_;
 };
 
 } // namespace wainscot::gallery

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace wainscot::gallery {
 
@@ -36,6 +37,7 @@ bool TimelineView::pressBegan(Event const& event) {
     claimKbdFocus();
     if (!life.alive()) return true;
     isScrubbing_ = place.y >= lanes.y2;
+    before_ = playhead_;
     if (isScrubbing_)
         pressMoved(event);
     else
@@ -48,8 +50,9 @@ void TimelineView::pressMoved(Event const& event) {
     setPlayhead(timeAt(eventXYToGlobXY(event, *this).x));
 }
 
-void TimelineView::pressEnded(PressEnd) {
-    isScrubbing_ = false;
+void TimelineView::pressEnded(PressEnd how) {
+    bool const goesBack = std::exchange(isScrubbing_, false) && how == PressEnd::cancelled;
+    if (goesBack) setPlayhead(before_);
 }
 
 std::optional<TimelineView::ClipPlace> TimelineView::clipAt(XY<int> place) const {
@@ -152,7 +155,7 @@ void TimelineView::selectBeside(int tracks) {
     for (; track >= 0 && track < model_.numTracks(); track += tracks) {
         TimelineModel::Track const& found = model_.tracks()[static_cast<std::size_t>(track)];
         std::size_t const clip = found.firstEndingAfter(playhead_);
-        if (clip == found.clips.size()) continue;
+        if (clip == found.clips.size() || found.clips[clip].start > playhead_) continue;
         if (track < tracks_.from) setTracks({double(track), tracks_.length});
         if (track + 1 > tracks_.from + tracks_.length)
             setTracks({track + 1 - tracks_.length, tracks_.length});

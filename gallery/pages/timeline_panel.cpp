@@ -27,7 +27,8 @@ TimelinePanel::TimelinePanel(XY<int> size, LogLine log) : StandardPanel(size), l
     addTool(L"Closer", closerMsg, L"Shows less of it, larger");
     addTool(L"Wider", widerMsg, L"Shows more of it, smaller");
     addTool(L"Fit", fitMsg, L"Shows all of it");
-    time_ = tools_->add(std::make_unique<Label>(L""), {.stretch = 1});
+    XY<int> const mayBeCut{UifStd::getButtonHeight(), -1};
+    time_ = tools_->add(std::make_unique<Label>(L""), {.stretch = 1, .minimum = mayBeCut});
     time_->setAlignment(eAlignRight);
 
     GridLayout* const grid = layout->add(std::make_unique<GridLayout>(), {.stretch = 1});
@@ -39,7 +40,8 @@ TimelinePanel::TimelinePanel(XY<int> size, LogLine log) : StandardPanel(size), l
     times_ = addBar(*grid, eHorizontal, "times");
     layout->add(std::make_unique<Label>(L"Wheel: tracks.  Shift+wheel: time.  Ctrl+wheel: zoom.  Arrows, "
                                         L"Ctrl+arrows, Home, End: playhead and selection.  + - F: zoom.",
-                                        Label::Part::secondary));
+                                        Label::Part::secondary),
+                {.minimum = mayBeCut});
     setLayout(std::move(layout));
 
     view_->setChanged([this](char const* what) {
@@ -147,6 +149,10 @@ void TimelinePanel::showState() {
 void TimelinePanel::changed(LightweightString<char> const& why) {
     showState();
     if (why.isEmpty()) return;
+    TimelineModel::Clip const* const clip = view_->selectedClip();
+    if (why == "playhead") return log_(L"playhead  " + TimelineView::timeText(view_->playhead()));
+    if (why == "selected")
+        return log_(L"selected  " + (clip ? clip->name : LightweightString<wchar_t>(L"nothing")));
     auto const text = [](TimelineView::Span const& span) {
         return Qv::WStringFromFloat(span.from) + L" + " + Qv::WStringFromFloat(span.length);
     };

@@ -30,6 +30,7 @@ public:
     bool react(Event const& event) override;
 
 protected:
+    void say(LightweightString<wchar_t> const& line) const { log_(line); }
     /// Where a derived panel puts more into the row of buttons.
     BoxLayout& tools() { return *tools_; }
     Button* addTool(wchar_t const* label, LightweightString<char> const& message, wchar_t const* tip);

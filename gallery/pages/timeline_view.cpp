@@ -331,7 +331,7 @@ void TimelineView::drawCorner(CanvasRenderer& renderer) const {
 
 Colour TimelineView::colourOf(TimelineModel::Kind kind) const {
     Palette const& palette = getPalette();
-    if (kind == TimelineModel::Kind::title) return palette.warning();
+    if (kind == TimelineModel::Kind::title) return palette.mark(eMarkWarning);
     return kind == TimelineModel::Kind::video ? palette.mark(eMarkAccent) : palette.doIt();
 }
 

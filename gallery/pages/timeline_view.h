@@ -138,6 +138,8 @@ private:
     Span tracks_;
     std::size_t numDrawn_ = 0;
     double playhead_ = 0;
+    /// Where it was when the press began.
+    double before_ = 0;
     std::optional<ClipPlace> selection_;
     bool isScrubbing_ = false;
     bool hasWaves_ = true;
