@@ -17,9 +17,9 @@ class Backend;
 class Canvas;
 class Event;
 class Modality;
+class GlobCreationInfo;
 class PopUpChain;
 class TopLevelWindow;
-struct GlobCreationInfo;
 struct NativeWindowSettings;
 
 /// How a pop-up is to be opened. All places are root coordinates.
