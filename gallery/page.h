@@ -27,8 +27,6 @@ struct Page {
     char const* source;
     /// Makes the contents for an area of that size; they may keep `log` for as long as they live.
     std::unique_ptr<Glob> (*make)(XY<int> size, LogLine log);
-    /// Whether it fits itself into any room, and need not be scrolled.
-    bool fitsAnywhere = false;
 };
 
 /// What pages need that find places in themselves without a layout.

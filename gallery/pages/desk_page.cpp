@@ -34,11 +34,12 @@ public:
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
         if (sender != play_) return TimelinePanel::handleMessageEvent(name, sender);
-        say(play_->isDown() ? L"plays" : L"stops");
-        if (play_->isDown())
+        bool const plays = play_->isDown();
+        if (plays)
             begin();
         else
             clearInterest(EventKind::timer);
+        say(plays ? L"plays" : L"stops");
         return 1;
     }
     int handleTimerEvent() override {

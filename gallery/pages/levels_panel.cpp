@@ -85,10 +85,11 @@ void LevelsPanel::setTime(double time) {
 
 int LevelsPanel::handleMessageEvent(LightweightString<char> message, Glob* sender) {
     if (message == pootMsg) return StandardPanel::handleMessageEvent(message, sender);
-    for (std::size_t i = 0; i < numChannels; ++i)
+    LifeGuard const life = guard();
+    setTime(time_);
+    for (std::size_t i = 0; i < numChannels && life.alive(); ++i)
         if (sender == channels_[i].slider || sender == channels_[i].mute)
             log_(channelNames[i] + LightweightString<wchar_t>(L"  ") + fromUTF8(message));
-    setTime(time_);
     return 1;
 }
 

@@ -112,8 +112,9 @@ void TimelineView::follow(double time) {
     bool const wasInSight = playhead_ >= times_.from && playhead_ <= times_.from + times_.length;
     if (!movePlayhead(time)) return;
     bool const leaves = wasInSight && playhead_ > times_.from + times_.length;
+    LifeGuard const life = guard();
     if (leaves) setTimes({playhead_, times_.length});
-    tell(leaves ? "shown" : "");
+    if (life.alive()) tell(leaves ? "shown" : "");
 }
 
 void TimelineView::showWaves(bool shown) {
@@ -156,10 +157,11 @@ void TimelineView::selectBeside(int tracks) {
         TimelineModel::Track const& found = model_.tracks()[static_cast<std::size_t>(track)];
         std::size_t const clip = found.firstEndingAfter(playhead_);
         if (clip == found.clips.size() || found.clips[clip].start > playhead_) continue;
-        if (track < tracks_.from) setTracks({double(track), tracks_.length});
-        if (track + 1 > tracks_.from + tracks_.length)
-            setTracks({track + 1 - tracks_.length, tracks_.length});
-        return select(ClipPlace{track, clip});
+        LifeGuard const life = guard();
+        double const last = track + 1 - tracks_.length;
+        setTracks({std::clamp(tracks_.from, last, std::max<double>(track, last)), tracks_.length});
+        if (life.alive()) select(ClipPlace{track, clip});
+        return;
     }
 }
 
@@ -191,15 +193,17 @@ void TimelineView::act(Act act) {
     case Act::closer:
     case Act::wider:
         zoomTimes(act == Act::wider ? zoomPerKey : 1 / zoomPerKey);
-        return tell("zoom");
+        if (life.alive()) tell("zoom");
+        return;
     case Act::fit:
         fit();
-        return tell("zoom");
+        if (life.alive()) tell("zoom");
+        return;
     }
     if (!life.alive()) return;
     TimelineView::Span const before = times_;
     showPlayhead();
-    if (times_ != before) tell("shown");
+    if (life.alive() && times_ != before) tell("shown");
 }
 
 } // namespace wainscot::gallery

@@ -31,8 +31,7 @@ public:
 
 protected:
     void say(LightweightString<wchar_t> const& line) const { log_(line); }
-    /// Where a derived panel puts more into the row of buttons.
-    BoxLayout& tools() { return *tools_; }
+    /// One more button in the row.
     Button* addTool(wchar_t const* label, LightweightString<char> const& message, wchar_t const* tip);
 
 private:

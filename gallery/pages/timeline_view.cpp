@@ -18,7 +18,7 @@ constexpr double fewestTracks = 1;
 constexpr double timesAtStart = 120;
 constexpr double tracksAtStart = 8;
 /// How much of its hue a clip keeps over the ground, so that text reads on it in every theme.
-constexpr double clipHue = 0.45;
+constexpr double clipHue = 0.36;
 /// How much of the ink of text is in the edges of clips and in wave forms.
 constexpr double edgeShare = 0.3;
 constexpr double waveShare = 0.35;
