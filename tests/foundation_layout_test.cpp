@@ -109,7 +109,7 @@ TEST_F(LayoutTest, theFormOfTheGuideFitsItsWindow) {
     EXPECT_GE(form->speed->width(), 200);
     EXPECT_EQ(form->ok->box().topRight().x, form->width() - gap);
     EXPECT_EQ(form->ok->box().y1, gap);
-    EXPECT_EQ(GlobDescription::of(*form->loop).name, L"At the end");
+    EXPECT_EQ(GlobDescription::of(*form->loop).name, L"At the end Begin again");
     form->loop->setString(L"Begin again, and again, and again, as long as nobody ends it");
     driver_.settle();
     EXPECT_GE(form->loop->width(), form->loop->sizeNeeds().natural.x);

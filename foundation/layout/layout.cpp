@@ -310,13 +310,17 @@ bool Layout::childChanged(Glob& child, ChildChange change) {
     Item* const item = find(child);
     if (!item || (isPlacing_ && change == ChildChange::size)) return false;
     Layout& layout = *root_->items[&child].layout;
+    Glob* const owner = panel();
+    // Then those above know already.
+    bool const isKnown = item->stale && !layout.measured_ && owner && owner->isLayoutPending();
+    if (isKnown && change == ChildChange::needs) return false;
     if (change == ChildChange::removed)
         forget(child);
     else if (change == ChildChange::size || change == ChildChange::added)
         item->made = child.size();
     item->stale = true;
     layout.setStale();
-    if (Glob* const owner = panel()) owner->askForLayout();
+    if (owner) owner->askForLayout();
     return true;
 }
 

@@ -127,6 +127,10 @@ void OffscreenWindow::hide() {
 void OffscreenWindow::resize(XY<int> size) {
     if (size == size_) return;
     size_ = size;
+    // Only the newest size is told, as by a window system that is asked twice.
+    std::erase_if(backend_.input_, [&](InputEvent const& input) {
+        return input.kind == InputEvent::Kind::windowResized && input.window == id_;
+    });
     InputEvent event = windowEvent(InputEvent::Kind::windowResized, id_, backend_.clock_.msecs());
     event.size = size;
     backend_.inject(event);
