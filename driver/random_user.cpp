@@ -77,39 +77,44 @@ XY<int> RandomUser::somePlace() {
             box.y1 - beyond + below(box.height() + 2 * beyond)};
 }
 
-void RandomUser::pressOrRelease() {
+UserAct RandomUser::pressOrRelease() {
     constexpr InputEvent::Button buttons[] = {InputEvent::Button::left, InputEvent::Button::left,
                                               InputEvent::Button::left, InputEvent::Button::right,
                                               InputEvent::Button::middle};
     InputEvent::Button const button = buttons[below(5)];
     unsigned const bit = 1U << static_cast<unsigned>(button);
-    if ((held_ & bit) != 0) {
-        driver_.release(button);
-        held_ &= ~bit;
-        return;
-    }
-    TopLevelWindow* const window = driver_.host().globManager().windowAt(glib_getMousePos());
-    if (window) {
-        Glob* const under = Tree::globAt(window->root(), window->root().screenXYToGlobXY(glib_getMousePos()));
-        if (under && under->isChildGlob()) {
-            ++counts_.hits;
-            ++counts_.pressedRoles[roleName(Driver::describe(*under).role).c_str()];
-        }
-    }
-    ++counts_.presses;
-    driver_.press(button, 1 + (chance(10) ? 1 : 0));
-    held_ |= bit;
+    held_ ^= bit;
+    if ((held_ & bit) == 0) return {.kind = UserAct::Kind::release, .button = button};
+    countPress();
+    return {.kind = UserAct::Kind::press, .button = button, .amount = 1 + (chance(10) ? 1 : 0)};
 }
 
-void RandomUser::pressKey() {
-    std::uint32_t const code = keys[below(static_cast<int>(std::size(keys)))];
-    if (chance(90)) {
-        driver_.key(code);
-        return;
-    }
-    driver_.keyDown(code);
-    driver_.keyDown(code, true);
-    driver_.keyUp(code);
+void RandomUser::countPress() {
+    ++counts_.presses;
+    TopLevelWindow* const window = driver_.host().globManager().windowAt(glib_getMousePos());
+    if (!window) return;
+    Glob* const under = Tree::globAt(window->root(), window->root().screenXYToGlobXY(glib_getMousePos()));
+    if (!under || !under->isChildGlob()) return;
+    ++counts_.hits;
+    ++counts_.pressedRoles[roleName(Driver::describe(*under).role).c_str()];
+}
+
+UserAct RandomUser::someKey() {
+    auto const code = static_cast<int>(keys[below(static_cast<int>(std::size(keys)))]);
+    return {.kind = chance(90) ? UserAct::Kind::key : UserAct::Kind::repeat, .amount = code};
+}
+
+UserAct RandomUser::choose() {
+    using Kind = UserAct::Kind;
+    int const what = below(100);
+    if (what < 40) return {.kind = Kind::move, .place = somePlace()};
+    if (what < 70) return pressOrRelease();
+    if (what < 85) return someKey();
+    if (what < 92)
+        return {.kind = Kind::wheel, .amount = chance(50) ? 1 + below(mostNotches) : -1 - below(mostNotches)};
+    if (what < 97) return {.kind = Kind::wait, .amount = below(longestWait)};
+    auto const modifiers = modifierSets[below(static_cast<int>(std::size(modifierSets)))];
+    return {.kind = Kind::hold, .amount = static_cast<int>(modifiers)};
 }
 
 void RandomUser::watchWindows() {
@@ -118,38 +123,31 @@ void RandomUser::watchWindows() {
     windowsBefore_ = now;
 }
 
+bool RandomUser::perform(UserAct const& act) {
+    if (before_) before_(act);
+    act.perform(driver_);
+    watchWindows();
+    return !after_ || after_();
+}
+
 void RandomUser::releaseAll() {
     for (auto const button :
          {InputEvent::Button::left, InputEvent::Button::right, InputEvent::Button::middle})
-        if ((held_ & (1U << static_cast<unsigned>(button))) != 0) driver_.release(button);
+        if ((held_ & (1U << static_cast<unsigned>(button))) != 0)
+            perform({.kind = UserAct::Kind::release, .button = button});
     held_ = 0;
-    driver_.holdModifiers(0);
+    perform({.kind = UserAct::Kind::hold});
 }
 
 bool RandomUser::run(std::uint64_t events) {
     windowsBefore_ = driver_.host().globManager().numWindows();
-    bool opened = true;
-    for (std::uint64_t i = 0; i < events && opened; ++i) {
+    bool goesOn = true;
+    for (std::uint64_t i = 0; i < events && goesOn; ++i) {
         ++counts_.events;
-        int const what = below(100);
-        if (what < 40)
-            driver_.moveTo(somePlace());
-        else if (what < 70)
-            pressOrRelease();
-        else if (what < 85)
-            pressKey();
-        else if (what < 92)
-            driver_.wheelAt(glib_getMousePos(),
-                            chance(50) ? 1 + below(mostNotches) : -1 - below(mostNotches));
-        else if (what < 97)
-            driver_.advance(below(longestWait));
-        else
-            driver_.holdModifiers(modifierSets[below(static_cast<int>(std::size(modifierSets)))]);
-        watchWindows();
-        opened = driver_.host().globManager().numWindows() > 0;
+        goesOn = perform(choose()) && driver_.host().globManager().numWindows() > 0;
     }
     releaseAll();
-    return opened;
+    return goesOn;
 }
 
 } // namespace wainscot

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "driver/driver.h"
+#include "driver/user_act.h"
 
+#include <functional>
 #include <map>
 #include <random>
 #include <string>
@@ -25,7 +26,13 @@ public:
         std::map<std::string, std::uint64_t> pressedRoles;
     };
 
-    /// Does `events` things. False when it has ended early because no window is left.
+    /// Is told of each act before it is done; a file of these acts brings the same fault again.
+    void setBefore(std::function<void(UserAct const&)> before) { before_ = std::move(before); }
+    /// Is asked after each act whether to go on; the end of the run when it answers false.
+    void setAfter(std::function<bool()> after) { after_ = std::move(after); }
+
+    /// Does `events` things, and then releases what it holds. False when it has ended early because no window
+    /// is left, or because it was not to go on.
     bool run(std::uint64_t events);
     Counts const& counts() const { return counts_; }
 
@@ -33,14 +40,19 @@ private:
     int below(int bound);
     bool chance(int percent) { return below(100) < percent; }
     XY<int> somePlace();
-    void pressOrRelease();
-    void pressKey();
+    UserAct choose();
+    UserAct pressOrRelease();
+    UserAct someKey();
+    void countPress();
+    bool perform(UserAct const& act);
     void watchWindows();
     void releaseAll();
 
     Driver& driver_;
     std::mt19937 random_;
     Counts counts_;
+    std::function<void(UserAct const&)> before_;
+    std::function<bool()> after_;
     std::size_t windowsBefore_ = 0;
     unsigned held_ = 0;
 };

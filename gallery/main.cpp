@@ -1,7 +1,7 @@
-#include "driver/random_user.h"
 #include "driver/script.h"
 #include "gallery/gallery_frame.h"
 #include "gallery/options.h"
+#include "gallery/random_use.h"
 
 #include "host/base/convert.h"
 #include "host/start/host.h"
@@ -22,6 +22,10 @@ constexpr int wrongUse = 2;
 int complain(LightweightString<char> const& problem) {
     std::fprintf(stderr, "wainscot-gallery: %s\n", problem.c_str());
     return wrongUse;
+}
+
+int answer(LightweightString<char> const& problem) {
+    return problem.empty() ? 0 : complain(problem);
 }
 
 /// Uses up one core for as long as it lives.
@@ -49,7 +53,8 @@ private:
 HostSettings settingsFor(Options const& options) {
     HostSettings settings;
     settings.name = "wainscot-gallery";
-    bool const withoutScreen = options.offscreen || options.random > 0 || !options.shots.empty();
+    bool const withoutScreen =
+        options.offscreen || options.random > 0 || !options.replay.empty() || !options.shots.empty();
     settings.screen = withoutScreen ? HostSettings::Screen::offscreen : HostSettings::Screen::desktop;
     settings.deviceScale = options.scale;
     return settings;
@@ -104,60 +109,6 @@ int runScript(Host& host, Options const& options, GalleryFrame& frame) {
     return problem.empty() ? 0 : complain(options.script + ": " + problem);
 }
 
-struct RandomUse {
-    std::uint64_t presses = 0;
-    std::uint64_t hits = 0;
-    std::uint64_t lines = 0;
-};
-
-void print(Page const& page, RandomUser::Counts const& counts, std::uint64_t lines, int closed) {
-    auto const number = [](std::uint64_t value) { return static_cast<unsigned long long>(value); };
-    std::printf("%s: %llu events, %llu presses, %llu on something, %llu lines in the log, ", page.name,
-                number(counts.events), number(counts.presses), number(counts.hits), number(lines));
-    std::printf("%llu windows opened, closed %d times", number(counts.windowsOpened), closed);
-    for (auto const& [role, times] : counts.pressedRoles)
-        std::printf(", %llu %s", number(times), role.c_str());
-    std::printf("\n");
-    std::fflush(stdout);
-}
-
-/// On each page that many things; where a random user closes the window, the page is opened again. Without
-/// the list of pages, which would soon lead to another one.
-bool useAtRandom(Host& host, Options const& options, Page const& page, RandomUse& use) {
-    Driver driver(host);
-    RandomUser user(driver, static_cast<std::uint32_t>(options.seed));
-    auto const wanted = static_cast<std::uint64_t>(options.random);
-    std::uint64_t lines = 0;
-    int closed = 0;
-    while (user.counts().events < wanted) {
-        std::unique_ptr<Glob> root =
-            page.make(options.size, [&lines](LightweightString<wchar_t> const&) { ++lines; });
-        if (!GlobManager::instance().realize(root.get())) return false;
-        static_cast<void>(root.release());
-        driver.settle();
-        if (!user.run(wanted - user.counts().events)) ++closed;
-        host.globManager().closeAll();
-        driver.settle();
-    }
-    print(page, user.counts(), lines, closed);
-    use.presses += user.counts().presses;
-    use.hits += user.counts().hits;
-    use.lines += lines;
-    return true;
-}
-
-int useAllAtRandom(Host& host, Options const& options) {
-    RandomUse use;
-    for (Page const* const page : pages()) {
-        if (!options.page.empty() && options.page != page->name) continue;
-        if (!useAtRandom(host, options, *page, use)) return complain("the window system refuses a window");
-    }
-    // Fewer would mean that the pages, or the user, do nothing.
-    constexpr std::uint64_t leastShare = 10;
-    bool const didSomething = use.hits * leastShare >= use.presses && use.lines * leastShare >= use.hits;
-    return didSomething || !options.page.empty() ? 0 : complain("too little has happened");
-}
-
 /// Somebody wanted to see the gallery and has no screen: the pages as pictures are the next best.
 int showWithoutScreen(Host& host, Options const& options) {
     LightweightString<char> const folder = "gallery-pages";
@@ -171,7 +122,8 @@ int run(int argc, char** argv, Options const& options) {
     if (options.scaleGiven) setenv("WAINSCOT_DEVICE_SCALE", StringFromFloat(options.scale).c_str(), 1);
     Host host(argc, argv, settingsFor(options));
     if (!options.shots.empty()) return writeShots(host, options, options.shots);
-    if (options.random > 0) return useAllAtRandom(host, options);
+    if (options.random > 0) return answer(useAtRandom(host, options));
+    if (!options.replay.empty()) return answer(replay(host, options));
     if (!host.problem().empty()) return showWithoutScreen(host, options);
     GalleryFrame* const frame =
         openFrame(options, *(options.page.empty() ? pages().front() : findPage(options.page)));
@@ -195,6 +147,11 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (options.list) return listPages();
+    if (!options.shorten.empty()) return answer(shortenFile(argv[0], options));
+    if (!options.replay.empty()) {
+        LightweightString<char> const fault = takeOptions(options);
+        if (!fault.empty()) return complain(fault);
+    }
     if (options.light) Palette::setCurrentTheme(eThemeLight);
     return gallery::run(argc, argv, options);
 }

@@ -75,14 +75,34 @@ Text setSeed(Options& options, Text const& value) {
     return setNumber(options.seed, "--seed", value);
 }
 
+Text setCheck(Options& options, Text const& value) {
+    return setNumber(options.check, "--check", value);
+}
+
+Text setRecord(Options& options, Text const& value) {
+    options.record = value;
+    return {};
+}
+
+Text setReplay(Options& options, Text const& value) {
+    options.replay = value;
+    return {};
+}
+
+Text setShorten(Options& options, Text const& value) {
+    options.shorten = value;
+    return {};
+}
+
 struct Option {
     char const* name;
     Text (*set)(Options&, Text const& value);
 };
 
-constexpr Option valueOptions[] = {{"--page", setPage},     {"--shots", setShots}, {"--script", setScript},
-                                   {"--scale", setScale},   {"--theme", setTheme}, {"--size", setSize},
-                                   {"--random", setRandom}, {"--seed", setSeed}};
+constexpr Option valueOptions[] = {
+    {"--page", setPage},   {"--shots", setShots},   {"--script", setScript}, {"--scale", setScale},
+    {"--theme", setTheme}, {"--size", setSize},     {"--random", setRandom}, {"--seed", setSeed},
+    {"--check", setCheck}, {"--record", setRecord}, {"--replay", setReplay}, {"--shorten", setShorten}};
 
 struct Switch {
     char const* name;
@@ -113,6 +133,10 @@ char const* Options::usage() {
            "  --script FILE     do what the file says, without a screen\n"
            "  --random N        do N things at random on every page, or the one named, without a screen\n"
            "  --seed S          which things\n"
+           "  --check N         after each N things, check that what is shown and kept fits together\n"
+           "  --record FILE     write what is done at random, page by page\n"
+           "  --replay FILE     do it again, with a check after each thing\n"
+           "  --shorten FILE    leave out of the file all that its fault does not need\n"
            "  --scale N         device pixels in a pixel, 0.5 to 4\n"
            "  --theme THEME     dark or light\n"
            "  --size WxH        size of the window\n"

@@ -21,6 +21,12 @@ struct Options {
     /// Things to do at random on each page, and what decides which.
     int random = 0;
     int seed = 1;
+    /// Check after that many things; 0 = never.
+    int check = 0;
+    /// Files of what was done: one to write, one to do again, one to make shorter.
+    LightweightString<char> record;
+    LightweightString<char> replay;
+    LightweightString<char> shorten;
     double scale = 1.0;
     bool scaleGiven = false;
     bool light = false;

@@ -1,6 +1,8 @@
 #include "tests/child_process.h"
 #include "tests/window_bench.h"
 
+#include "host/drawing/image.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -73,13 +75,41 @@ TEST_F(Gallery, RendersEveryPageAtEveryScaleAndTheme) {
     }
 }
 
+/// `tools/pictures` makes them anew. Look at them before they are committed.
+TEST_F(Gallery, DrawsWhatTheGuidesShow) {
+    std::string const tree = WAINSCOT_SOURCE_DIR;
+    std::string const tool =
+        tree + "/tools/pictures --into " + folder_ + " " + WindowBench::besideTests("..");
+    ASSERT_EQ(std::system((tool + " >/dev/null").c_str()), 0);
+    std::size_t numPictures = 0;
+    for (auto const& entry : std::filesystem::directory_iterator(tree + "/docs/images")) {
+        std::string const name = entry.path().filename().string();
+        Glib::LoadedImage const kept = Glib::loadPng(entry.path().c_str());
+        Glib::LoadedImage const drawn = Glib::loadPng((folder_ + "/" + name).c_str());
+        ASSERT_TRUE(kept.image && drawn.image) << name;
+        ASSERT_EQ(kept.image->size(), drawn.image->size()) << name;
+        XY<int> const size = kept.image->size();
+        std::uint32_t const* const pixels = kept.image->pixels();
+        auto const different =
+            std::mismatch(pixels, pixels + std::ptrdiff_t{size.x} * size.y, drawn.image->pixels());
+        auto const at = different.first - pixels;
+        EXPECT_EQ(at, std::ptrdiff_t{size.x} * size.y)
+            << name << " differs at " << at % size.x << ", " << at / size.x << " from the top";
+        ++numPictures;
+    }
+    EXPECT_GE(numPictures, 9u);
+}
+
 TEST_F(Gallery, ARandomUserBreaksNothing) {
-    Outcome const outcome = run("--random 1200 --seed 4");
+    Outcome const outcome = run("--random 1200 --seed 4 --check 40 --record acts.txt");
     EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.errors;
     EXPECT_THAT(outcome.out, HasSubstr("buttons: 1200 events"));
     EXPECT_EQ(run("--random 300 --seed 7 --page pointer").out,
               run("--random 300 --seed 7 --page pointer").out)
         << "the same seed does the same";
+    EXPECT_EQ(run("--replay acts.txt").code, 0);
+    EXPECT_THAT(run("--shorten acts.txt").errors, HasSubstr("nothing fails"));
+    EXPECT_THAT(run("--replay missing.txt").errors, HasSubstr("cannot be read"));
 }
 
 TEST_F(Gallery, AScriptDoesWhatAPersonWould) {

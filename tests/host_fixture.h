@@ -1,5 +1,6 @@
 #pragma once
 
+#include "driver/consistency.h"
 #include "driver/driver.h"
 #include "driver/recording_parent.h"
 #include "host/backends/offscreen/offscreen_backend.h"
@@ -32,7 +33,8 @@ using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
 /// A host without a screen for each test. After the test nothing may be left: no widget, timer interest,
-/// focus, capture, intercept entry or hold; and no diagnostics that the test did not expect.
+/// focus, capture, intercept entry or hold; and no diagnostics that the test did not expect. What is shown
+/// must fit together, and look as it does when it is painted anew.
 class HostTest : public testing::Test {
 protected:
     HostTest() : liveBefore_(Liveness::count()), host_(makeHost()), driver_(*host_) {
@@ -58,6 +60,8 @@ protected:
         Diagnostics::setSink(nullptr);
         Diagnostics::reset();
     }
+
+    void TearDown() override;
 
     /// Diagnostics of this kind do not fail the test.
     void expectDiagnostic(char const* kind) { expected_.insert(kind); }
@@ -212,5 +216,11 @@ private:
     std::vector<std::string>* log_;
     std::string name_;
 };
+
+/// What probes draw may be counted in variables of the test, which have gone.
+inline void HostTest::TearDown() {
+    if (!host_ || ProbeGlob::alive > 0) return;
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+}
 
 } // namespace wainscot
