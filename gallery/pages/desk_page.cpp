@@ -89,17 +89,13 @@ public:
         addTabStop(*tracks_);
         GlobCreationInfo info(XY<int>(1, 1));
         info.opaque = false;
-        rating_ = form->addRow(L"Rating", std::make_unique<example::StarRating>(info));
+        rating_ = form->addRow(
+            L"Rating", std::make_unique<example::StarRating>(info),
+            {.horizontal = LayoutAlign::start, .size = {5, 1}, .unit = LayoutUnit::buttonHeight});
         int stars = 4;
         rating_->setNewWidgetValue(stars, eRedrawNo);
         addTabStop(*rating_);
         setLayout(std::move(form));
-        fitRating();
-    }
-
-    void handleLookChange(LookChange changes) override {
-        StandardPanel::handleLookChange(changes);
-        fitRating();
     }
     int handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv::Ptr<iObject> data) override {
         int const* const stars = unwrapData<int>(data);
@@ -129,13 +125,6 @@ private:
         set->setName(toUTF8(label));
         set->setSelectedItem(chosen);
         addTabStopsFrom(set);
-    }
-
-    void fitRating() {
-        LayoutOptions options;
-        options.horizontal = LayoutAlign::start;
-        options.size = {5 * UifStd::getButtonHeight(), UifStd::getButtonHeight()};
-        getLayout()->setOptions(*rating_, options);
     }
 
     example::StarRating* rating_;
