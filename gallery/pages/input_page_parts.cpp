@@ -27,12 +27,12 @@ void ReadOut::draw() {
     CanvasRenderer renderer(canvas(), canvasArea());
     Palette const& palette = getPalette();
     Glib::drawIndentBox(renderer, palette.window(eWindowNormal), canvasArea());
-    IntBox const area = canvasArea().inset(UifStd::getIndentWidth());
+    IntBox const area = canvasArea().inset(UifStd::getWidgetGap());
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     int const headingBase = area.y2 - font->ascent();
     renderer.renderPrimitive(
         Glib::TextDescription(heading_, {area.x1, headingBase}, font, palette.text(eTextSecondary)));
-    IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent());
+    IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent() - UifStd::getRowGap());
     Glib::WordWrappingTextRenderer(font, below.width())
         .renderString(renderer, text_, below, palette.text(eTextEnabled));
     if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, canvasArea(), palette, 0);
