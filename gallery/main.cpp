@@ -1,5 +1,6 @@
 #include "driver/random_user.h"
 #include "driver/script.h"
+#include "gallery/focus_echo.h"
 #include "gallery/gallery_frame.h"
 #include "gallery/options.h"
 
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 namespace wainscot::gallery {
@@ -177,6 +179,8 @@ int run(int argc, char** argv, Options const& options) {
         openFrame(options, *(options.page.empty() ? pages().front() : findPage(options.page)));
     if (!frame) return complain("the window system refuses a window");
     BusyThread const busy(options.busy);
+    std::optional<FocusEcho> focus;
+    if (options.focus) focus.emplace(*frame);
     return options.script.empty() ? host.run() : runScript(host, options, *frame);
 }
 

@@ -13,6 +13,7 @@ struct Options {
     bool list = false;
     bool offscreen = false;
     bool echo = false;
+    bool focus = false;
     bool bare = false;
     bool busy = false;
     LightweightString<char> page;
