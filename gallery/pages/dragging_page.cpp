@@ -22,8 +22,7 @@ constexpr std::array<wchar_t const*, 3> clips{L"Interview", L"Titles", L"Music"}
 class Source final : public LabelGlob {
 public:
     Source(LightweightString<char> type, LightweightString<wchar_t> label, LogLine log)
-        : LabelGlob({UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2}, std::move(label)),
-          type_(std::move(type)), log_(std::move(log)) {
+        : LabelGlob(std::move(label)), type_(std::move(type)), log_(std::move(log)) {
         setFocusable(false);
         setContextString(L"Drag me to a place that takes me", L"Escape takes it back.");
     }

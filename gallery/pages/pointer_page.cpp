@@ -36,13 +36,9 @@ constexpr int shapesInRow = 6;
 constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
 
-XY<int> cellSize() {
-    return {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2};
-}
-
 class ShapeGlob final : public LabelGlob {
 public:
-    explicit ShapeGlob(Shape const& shape) : LabelGlob(cellSize(), shape.name), cursor_(shape.cursor) {
+    explicit ShapeGlob(Shape const& shape) : LabelGlob(shape.name), cursor_(shape.cursor) {
         setFocusable(false);
         setContextString(LightweightString<wchar_t>(L"The pointer's shape: ") + shape.name,
                          L"Tips come when the pointer rests.");
@@ -178,7 +174,7 @@ std::unique_ptr<LabelGlob> makeMovable() {
             return false;
         }
     };
-    auto moving = std::make_unique<LabelGlob>(cellSize(), L"Drag me; Escape");
+    auto moving = std::make_unique<LabelGlob>(L"Drag me; Escape");
     moving->setMovable(true);
     moving->setFocusable(false);
     moving->addEventHandler(moving->addChild(std::make_unique<Mover>()), EventKind::mouse);
@@ -195,6 +191,8 @@ std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
                      {.stretch = 1});
     }
     GridLayout* const boxes = layout->add(std::make_unique<GridLayout>(), {.stretch = 1});
+    boxes->setRowStretch(0, 1);
+    boxes->setRowStretch(1, 1);
     boxes->add(std::make_unique<ClickReadOut>(), {0, 0}, {.stretch = 1})->setName("clicks");
     boxes->add(std::make_unique<DragReadOut>(), {0, 1}, {.stretch = 1})->setName("drag");
     boxes->add(std::make_unique<RepeatReadOut>(log), {1, 0})->setName("repeat");
