@@ -27,10 +27,8 @@ Label* CellPanel::addNote(LightweightString<wchar_t> const& text, int column, in
                    {.vertical = LayoutAlign::end});
     // One gap more than below: it belongs to what comes below.
     box->addSpace(0);
-    Label::InitArgs args(UIString(text), Label::Part::secondary);
-    // As high as its lines, not as a button.
-    args.wraps = true;
-    return box->add(std::make_unique<Label>(args));
+    return box->add(std::make_unique<Label>(UIString(text), Label::Part::secondary),
+                    {.minimum = {4, -1}, .unit = LayoutUnit::buttonHeight});
 }
 
 } // namespace wainscot::gallery
