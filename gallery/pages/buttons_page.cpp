@@ -97,9 +97,7 @@ private:
         meter->setCustomDrawFn(drawMeter);
         meter->setLatching(true, false);
         Button* const tooLong = addButton(newButton(L"A label that does not fit"), 4, 7);
-        LayoutOptions narrow;
-        narrow.size = narrow.maximum = {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight()};
-        grid().setOptions(*tooLong, narrow);
+        grid().setOptions(*tooLong, {.size = {5, 1}, .maximum = {5, 1}, .unit = LayoutUnit::buttonHeight});
     }
 };
 

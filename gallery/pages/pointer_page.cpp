@@ -31,8 +31,8 @@ constexpr std::array shapes{
     Shape{sizeFallingCursor, L"falling"}, Shape{moveCursor, L"move"},
     Shape{forbiddenCursor, L"forbidden"}, Shape{hiddenCursor, L"hidden"},
 };
-constexpr int shapesInRow = 6;
-/// Half a second and a tenth of it on the processor clock, as scroll bars repeat.
+constexpr int shapesInRow = 4;
+/// On the processor clock.
 constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
 
