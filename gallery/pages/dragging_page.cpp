@@ -1,8 +1,6 @@
 #include "foundation/layout/box_layout.h"
-#include "foundation/standard_panel.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
+#include "gallery/pages/label_page.h"
 
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
@@ -90,7 +88,7 @@ private:
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    auto page = std::make_unique<StandardPanel>(size);
+    auto page = std::make_unique<LabelPage>(size, log);
     auto layout = BoxLayout::makeColumn();
     BoxLayout* const sources = layout->add(BoxLayout::makeRow());
     for (wchar_t const* clip : clips) sources->add(std::make_unique<Source>("clip", clip, log));

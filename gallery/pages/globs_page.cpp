@@ -1,10 +1,6 @@
 #include "foundation/label.h"
 #include "foundation/layout/grid_layout.h"
-#include "foundation/standard_panel.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
-
-#include "host/base/convert.h"
+#include "gallery/pages/label_page.h"
 
 #include <stdexcept>
 #include <vector>
@@ -16,9 +12,9 @@ namespace {
 constexpr int columns = 4;
 
 /// Plain objects that can be pressed, focused with Tab, hidden, disabled and destroyed in their own handlers.
-class GlobsPage final : public StandardPanel {
+class GlobsPage final : public LabelPage {
 public:
-    GlobsPage(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
+    GlobsPage(XY<int> size, LogLine log) : LabelPage(size, std::move(log)) {
         grid_ = setLayout(std::make_unique<GridLayout>());
         grid_->setEqualColumns(true);
         grid_->add(std::make_unique<Label>(L"Press them, or step with Tab and press Return or space.",
@@ -28,13 +24,12 @@ public:
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
-        if (name == pootMsg) return 0;
-        auto* const label = dynamic_cast<LabelGlob*>(sender);
         // What is dragged stays where it is put.
-        if (label && label->isMoving()) grid_->remove(*label);
-        log_(fromUTF8(name) + L"  " +
-             (label ? label->label() : LightweightString<wchar_t>(L"(sender has gone)")));
-        return 1;
+        if (sender && sender->isMoving() && dragged_.get() != sender) {
+            dragged_ = HandlerRef<Glob>(sender);
+            grid_->remove(*sender);
+        }
+        return LabelPage::handleMessageEvent(name, sender);
     }
 
 private:
@@ -71,8 +66,9 @@ private:
         claimKbdFocus();
     }
 
-    LogLine log_;
     GridLayout* grid_;
+    /// No item of the grid any more.
+    HandlerRef<Glob> dragged_;
     int count_ = 0;
 };
 

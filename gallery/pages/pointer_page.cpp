@@ -1,10 +1,8 @@
 #include "foundation/layout/box_layout.h"
 #include "foundation/layout/grid_layout.h"
 #include "foundation/repeat_clock.h"
-#include "foundation/standard_panel.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
+#include "gallery/pages/label_page.h"
 
 #include "host/base/convert.h"
 #include "host/events/event.h"
@@ -32,7 +30,7 @@ constexpr std::array shapes{
     Shape{forbiddenCursor, L"forbidden"}, Shape{hiddenCursor, L"hidden"},
 };
 constexpr int shapesInRow = 4;
-/// On the processor clock.
+/// In ticks of the processor clock.
 constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
 
@@ -182,7 +180,7 @@ std::unique_ptr<LabelGlob> makeMovable() {
 }
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    auto page = std::make_unique<StandardPanel>(size);
+    auto page = std::make_unique<LabelPage>(size, log);
     auto layout = BoxLayout::makeColumn();
     GridLayout* const cursors = layout->add(std::make_unique<GridLayout>());
     for (std::size_t i = 0; i < shapes.size(); ++i) {
