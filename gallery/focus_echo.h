@@ -17,7 +17,7 @@ private:
     void changed();
     void print();
 
-    /// Whoever gives the focus brings its holder into view afterwards.
+    /// Waits until the holder of the focus has been brought into view.
     OneShotTimer later_;
     HandlerRef<Glob> unprinted_;
     NotifierSubscription watch_;

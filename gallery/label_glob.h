@@ -26,7 +26,7 @@ public:
     LightweightString<wchar_t> const& label() const { return label_; }
     /// Whether Tab stops here and a press takes the keyboard focus.
     void setFocusable(bool focusable) { focusable_ = focusable; }
-    /// Done after "clicked" was sent; may destroy anything.
+    /// Called after "clicked" was sent; may destroy anything.
     void setAction(std::function<void(LabelGlob&)> action) { action_ = std::move(action); }
 
     SizeNeeds sizeNeeds() const override;

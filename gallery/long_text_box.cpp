@@ -31,7 +31,7 @@ LongTextBox::LongTextBox(std::wstring_view text)
     text_.setText(text);
 }
 
-/// The text, the bar and the place.
+/// Room for the text, the bar and the line that tells the place.
 SizeNeeds LongTextBox::sizeNeeds() const {
     int const unit = UifStd::getButtonHeight();
     int const high = unit + unit / 2 + 2 * UifStd::getRowGap() + lineStep();

@@ -69,7 +69,7 @@ int listPages() {
     return 0;
 }
 
-/// The page alone.
+/// Opens the page without the list of pages and the log.
 Glob* openBare(Options const& options, Page const& page) {
     std::unique_ptr<Glob> root = page.make(options.size, [](LightweightString<wchar_t> const&) {});
     return GlobManager::instance().realize(root.get()) ? root.release() : nullptr;
@@ -123,8 +123,8 @@ void print(Page const& page, RandomUser::Counts const& counts, std::uint64_t lin
     std::fflush(stdout);
 }
 
-/// On each page that many things; where a random user closes the window, the page is opened again. Without
-/// the list of pages, which would soon lead to another one.
+/// Does that many things on a page. When the random user closes the window, the page is opened again. It
+/// stands alone: the list of pages would soon lead to another one.
 bool useAtRandom(Host& host, Options const& options, Page const& page, RandomUse& use) {
     Driver driver(host);
     RandomUser user(driver, static_cast<std::uint32_t>(options.seed));
@@ -160,7 +160,7 @@ int useAllAtRandom(Host& host, Options const& options) {
     return didSomething || !options.page.empty() ? 0 : complain("too little has happened");
 }
 
-/// Somebody wanted to see the gallery and has no screen: the pages as pictures are the next best.
+/// Without a screen, pictures of the pages are the next best.
 int showWithoutScreen(Host& host, Options const& options) {
     LightweightString<char> const folder = "gallery-pages";
     std::printf("No display can be used (%s): start the gallery in a desktop session, or set DISPLAY. "

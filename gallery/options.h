@@ -19,7 +19,7 @@ struct Options {
     LightweightString<char> page;
     LightweightString<char> shots;
     LightweightString<char> script;
-    /// Things to do at random on each page, and what decides which.
+    /// How many things to do at random on each page, and the seed that decides which.
     int random = 0;
     int seed = 1;
     double scale = 1.0;

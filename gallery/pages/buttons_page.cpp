@@ -25,7 +25,6 @@ void drawMeter(Button const& button) {
     renderer.renderPrimitive(Glib::RectDescription(box, button.getPalette().mark(eMarkNormal)));
 }
 
-/// All buttons of the page.
 class ButtonsPanel final : public CellPanel {
 public:
     ButtonsPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {

@@ -139,7 +139,7 @@ private:
     LogLine log_;
 };
 
-/// A small editing desk: what all of this is for.
+/// A small editing desk. Its parts work on each other.
 class DeskPage final : public StandardPanel {
 public:
     DeskPage(XY<int> size, LogLine log) : StandardPanel(size) {

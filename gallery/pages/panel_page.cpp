@@ -138,8 +138,8 @@ private:
         given_ = added->box();
     }
 
-    /// It is in no layout, which would bring it back, and follows the place that is kept for it until the
-    /// user moves it.
+    /// The floating panel is in no layout, which would bring it back. It follows its place until the user
+    /// moves it.
     void placeFloating() {
         Glob* const floating = floating_.get();
         if (!floating || floating->box() != given_) return;
@@ -154,10 +154,10 @@ private:
     }
 
     LogLine log_;
-    /// What the layout keeps for the floating one.
+    /// The room that the layout keeps for the floating panel.
     Glob* place_ = nullptr;
     HandlerRef<Glob> floating_;
-    /// The box that it was given last.
+    /// The box that the floating panel was given last.
     IntBox given_;
 };
 

@@ -30,7 +30,7 @@ public:
         add(L"Right of", RightOf(gap(), middle, WidgetAlignment::centre));
     }
 
-    /// Room for five of them in each direction.
+    /// Room for five labels in each direction.
     SizeNeeds sizeNeeds() const override {
         XY<int> cell;
         for (Glob const* child = firstChild(); child; child = child->nextSibling()) {

@@ -9,7 +9,7 @@ namespace {
 
 using example::StarRating;
 
-/// Ratings that are one value, one that stands alone, one that is disabled, and large and small ones.
+/// Ratings that are one value, one that stands alone, one that is disabled, and larger ones.
 class RatingPanel final : public CellPanel {
 public:
     RatingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
