@@ -38,7 +38,8 @@ protected:
         constexpr std::size_t most = 120;
         std::vector<std::string> stops;
         auto list = stops.end();
-        while (list == stops.end() && stops.size() < most) {
+        auto const goesOn = [&] { return stops.empty() || !stops.back().empty(); };
+        while (list == stops.end() && stops.size() < most && goesOn()) {
             std::vector<std::string> const some = press({}, keysAtOnce);
             stops.insert(stops.end(), some.begin(), some.end());
             list = std::ranges::find_if(stops, isList);
