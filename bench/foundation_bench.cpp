@@ -133,7 +133,7 @@ void benchTabOrder(int count) {
             for (int i = 0; i < count; ++i) pushed.incrementTabStop();
         }));
         check(Stop::numReceipts == count, "not every step found a stop");
-        // Each leaves both managers.
+        // A stop that dies leaves both managers.
         removals.push_back(nanosecondsEach(count, [&] { stops.reset(); }));
         check(pushed.numTabStops() == 0, "stops are left");
     }

@@ -152,7 +152,7 @@ double pushAndPopIntercepts(int n) {
     });
 }
 
-/// Of n handlers, some of which die.
+/// n handlers have intercepts; some of the handlers die.
 double dropInterceptsOfTheDead(int n) {
     auto const host = makeHost();
     std::vector<std::unique_ptr<Glob>> handlers;
@@ -287,7 +287,7 @@ double openAndCloseWindows(int n) {
     return seconds;
 }
 
-/// One after the other, with a turn of the loop for each.
+/// Damages n windows one after the other, with a turn of the loop for each.
 double damageWindows(int n) {
     auto const host = makeHost();
     std::vector<Glob*> const roots = openWindows(*host, n);

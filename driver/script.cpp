@@ -109,15 +109,6 @@ bool isInSight(Glob const& glob) {
     return glob.isShown() && seen.size() == room;
 }
 
-/// What has the keyboard focus, where it is, and whether that is all in sight.
-Text focusLine() {
-    Glob* const glob = get_kbd_focus();
-    auto const description = glob ? Driver::describe(glob) : std::nullopt;
-    if (!description) return "focus on nothing\n";
-    return Text("focus ") + roleName(description->role) + " \"" + toUTF8(description->name) + "\" " +
-           (isInSight(*glob) ? "in sight " : "out of sight ") + placeInWindow(glob);
-}
-
 Text outcome(Driver const& driver, bool done) {
     if (done) return {};
     return driver.problem().empty() ? Text("it cannot be done") : driver.problem();
@@ -254,7 +245,7 @@ std::span<Script::Command const> Script::commands() {
          }},
         {"focus", "",
          [](S& s, W&) {
-             s.print_(focusLine());
+             s.print_(focusLine(get_kbd_focus()));
              return Text();
          }},
         {"expect", "ROLE \"NAME\"", [](S& s, W& w) { return s.widget(w) ? Text() : w.problem; }},
@@ -298,6 +289,13 @@ LightweightString<char> Script::runLine(LightweightString<char> const& line) {
         allowed += (allowed.empty() ? Text() : Text(", ")) + command.name;
     }
     return Text("there is no command \"") + name + "\"; there are " + allowed;
+}
+
+Text Script::focusLine(Glob* holder) {
+    auto const description = holder ? Driver::describe(holder) : std::nullopt;
+    if (!description) return "focus on nothing\n";
+    return Text("focus ") + roleName(description->role) + " \"" + toUTF8(description->name) + "\" " +
+           (isInSight(*holder) ? "in sight " : "out of sight ") + placeInWindow(holder);
 }
 
 LightweightString<char> Script::run(LightweightString<char> const& text) {

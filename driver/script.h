@@ -34,6 +34,9 @@ public:
     /// The same from a file.
     LightweightString<char> runFile(LightweightString<char> const& path);
 
+    /// What `focus` prints for the holder of the keyboard focus; null when nothing has it.
+    static LightweightString<char> focusLine(Glob* holder);
+
 private:
     struct Words;
     struct Command;

@@ -15,7 +15,7 @@ namespace wainscot::gallery {
 
 namespace {
 
-/// How the height is shared between the page and the messages.
+/// How the height is shared between the page and the log.
 constexpr int pageShare = 5;
 constexpr int logShare = 1;
 
@@ -34,7 +34,7 @@ bool isFocusable(Glob const& glob) {
 
 } // namespace
 
-// The order of the children is the way of Tab, which begins in the page.
+// Tab goes through the children in their order, from the page on.
 GalleryFrame::GalleryFrame(XY<int> size) : StandardPanel(size) {
     setName("Wainscot gallery");
     setMinSize(toSize16(listWidth() * 2), toSize16(UifStd::getButtonHeight() * 8));
@@ -53,7 +53,7 @@ std::unique_ptr<StandardPanel> GalleryFrame::makeSidebar() {
     auto layout = BoxLayout::makeColumn();
     layout->setMargins(0);
     layout->add(std::make_unique<Label>(L"Wainscot", Label::Part::heading));
-    // However high it is, it takes the room that there is.
+    // It takes the room that is left, whatever its own height.
     list_ = layout->add(std::make_unique<ScrolledArea>(XY<int>(listWidth(), 1)),
                         {.stretch = 1, .minimum = {-1, 1}});
     auto chooser = std::make_unique<PageChooser>([this](Page const& page) { show(page); });
@@ -124,7 +124,7 @@ bool GalleryFrame::react(Event const& event) {
 bool GalleryFrame::stepInPage(bool forward) {
     Glob* const page = page_.get();
     Glob* const focus = get_kbd_focus();
-    // What lies before the page, and behind it, on the way of Tab.
+    // From where Tab enters the page.
     Glob const& before = forward ? static_cast<Glob&>(*header_) : *log_;
     bool const mayEnter = !focus || focus == this || (page && liesIn(focus, *page)) || liesIn(focus, before);
     if (!page || !mayEnter) return false;

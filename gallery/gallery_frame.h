@@ -8,8 +8,8 @@
 
 namespace wainscot::gallery {
 
-/// The window of the gallery: the list of pages on the left, the chosen page below its header, and the log of
-/// messages at the bottom. Ctrl+Page Up and Ctrl+Page Down go to the page before and behind, wherever the
+/// The window of the gallery: the list of pages on the left, the chosen page below its header, and the log at
+/// the bottom. Ctrl+Page Up and Ctrl+Page Down go to the page before and behind, wherever the
 /// focus is.
 class GalleryFrame final : public StandardPanel {
 public:

@@ -8,24 +8,29 @@
 #include "look/focus_mark.h"
 #include "look/ink.h"
 
+#include <algorithm>
+
 namespace wainscot::gallery {
 
-namespace {} // namespace
-
-LabelGlob::LabelGlob(XY<int> size, LightweightString<wchar_t> label)
-    : Glob(toSize16(size.x), toSize16(size.y)), label_(std::move(label)) {}
-
-void LabelGlob::setLabel(LightweightString<wchar_t> label) {
-    if (label_ == label) return;
-    label_ = std::move(label);
-    makeDirty();
-    describeChanged(DescriptionChange::name);
+LabelGlob::LabelGlob(LightweightString<wchar_t> label) : Glob(1, 1), label_(std::move(label)) {
+    automatic_.apply(*this, neededSize());
 }
 
-void LabelGlob::setChosen(bool chosen) {
-    if (chosen_ == chosen) return;
-    chosen_ = chosen;
-    makeDirty();
+XY<int> LabelGlob::neededSize() const {
+    int const unit = UifStd::getButtonHeight();
+    int const text = Glib::loadFont(UifStd::getFont())->textWidth(label_);
+    return {std::max(4 * unit, text + 2 * UifStd::getWidgetGap()), unit * 3 / 2};
+}
+
+SizeNeeds LabelGlob::sizeNeeds() const {
+    // A label may be cut.
+    XY<int> const needed = neededSize();
+    return automatic_.needs(needed, {4 * UifStd::getButtonHeight(), needed.y});
+}
+
+void LabelGlob::handleLookChange(LookChange changes) {
+    Glob::handleLookChange(changes);
+    automatic_.apply(*this, neededSize());
 }
 
 bool LabelGlob::react(Event const& event) {
@@ -106,7 +111,6 @@ void LabelGlob::describe(GlobDescription& description) const {
     description.role = Role::label;
     description.name = label_;
     if (pressed_) description.states |= GlobDescription::pressed;
-    if (chosen_) description.states |= GlobDescription::selected;
     if (focusable_) description.states |= GlobDescription::focusable;
     description.actions |= GlobDescription::press;
 }
@@ -115,9 +119,8 @@ void LabelGlob::draw() {
     Palette const& palette = getPalette();
     IntBox const box = canvasArea();
     CanvasRenderer renderer(canvas(), box);
-    ControlState const state{
-        .isActive = isActive(), .isHovered = containsPointer(), .isPressed = pressed_, .isDefault = chosen_};
-    ControlLook::Face const face{box, chosen_ ? palette.doIt() : palette.button(), state};
+    ControlState const state{.isActive = isActive(), .isHovered = containsPointer(), .isPressed = pressed_};
+    ControlLook::Face const face{box, palette.button(), state};
     ControlLook::drawFace(renderer, face, palette);
     ControlLook::drawEdge(renderer, face, palette);
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());

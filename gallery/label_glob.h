@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/automatic_size.h"
 #include "host/objects/glob.h"
 
 #include <functional>
@@ -20,27 +21,25 @@ public:
     static constexpr LightweightString<char> enteredMsg{"entered"};
     static constexpr LightweightString<char> leftMsg{"left"};
 
-    LabelGlob(XY<int> size, LightweightString<wchar_t> label);
+    explicit LabelGlob(LightweightString<wchar_t> label);
 
     LightweightString<wchar_t> const& label() const { return label_; }
-    void setLabel(LightweightString<wchar_t> label);
     /// Whether Tab stops here and a press takes the keyboard focus.
     void setFocusable(bool focusable) { focusable_ = focusable; }
-    bool isFocusable() const { return focusable_; }
-    bool isPressed() const { return pressed_; }
-    /// Shows it as the chosen one of several.
-    void setChosen(bool chosen);
-    /// Done after "clicked" was sent; may destroy anything.
+    /// Called after "clicked" was sent; may destroy anything.
     void setAction(std::function<void(LabelGlob&)> action) { action_ = std::move(action); }
 
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void handleCaptureLost() override;
     void draw() override;
     void handleKbdFocus() override;
     void handleMouseContainment(bool inside) override;
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
 
 private:
+    XY<int> neededSize() const;
     bool reactToMouse(Event const& event);
     bool reactToKey(Event const& event);
     void setPressed(bool pressed);
@@ -49,9 +48,9 @@ private:
 
     LightweightString<wchar_t> label_;
     std::function<void(LabelGlob&)> action_;
+    AutomaticSize automatic_{true, true};
     bool focusable_ = true;
     bool pressed_ = false;
-    bool chosen_ = false;
     bool hadFocus_ = false;
 };
 

@@ -40,7 +40,7 @@ void LogPane::showCount() {
 }
 
 int LogPane::handleMessageEvent(LightweightString<char> name, Glob* sender) {
-    // The message of a button that latches says which way, too.
+    // The message of a latching button is longer: it also says which way.
     if (sender != pause_ && name != clearMsg) return StandardPanel::handleMessageEvent(name, sender);
     if (name == clearMsg) log_->clear();
     if (sender == pause_) log_->setPaused(pause_->isDown());

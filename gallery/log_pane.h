@@ -7,7 +7,7 @@
 
 namespace wainscot::gallery {
 
-/// The messages of the page, with buttons that pause them and clear them away.
+/// The log, with buttons that pause and clear it.
 class LogPane final : public StandardPanel {
 public:
     LogPane();

@@ -26,9 +26,23 @@ int stretched(int part, int whole, int length) {
 
 } // namespace
 
-LongTextBox::LongTextBox(XY<int> size, std::wstring_view text)
-    : Glob(toSize16(size.x), toSize16(size.y), Palette(), false), text_(Glib::loadFont(UifStd::getFont())) {
+LongTextBox::LongTextBox(std::wstring_view text)
+    : Glob(1, 1, Palette(), false), text_(Glib::loadFont(UifStd::getFont())) {
     text_.setText(text);
+}
+
+/// Room for the text, the bar and the line that tells the place.
+SizeNeeds LongTextBox::sizeNeeds() const {
+    int const unit = UifStd::getButtonHeight();
+    int const high = unit + unit / 2 + 2 * UifStd::getRowGap() + lineStep();
+    return {.natural = {20 * unit, high}, .minimum = {8 * unit, high}};
+}
+
+void LongTextBox::handleLookChange(LookChange changes) {
+    Glob::handleLookChange(changes);
+    text_.setFont(Glib::loadFont(UifStd::getFont()));
+    scrollTo(offset_);
+    needsChanged();
 }
 
 int LongTextBox::lineStep() const {

@@ -9,18 +9,19 @@ namespace wainscot::gallery {
 /// Page Up, Page Down, Home and End, and by pressing or dragging on the bar below. Tells what part is shown.
 class LongTextBox : public Glob {
 public:
-    LongTextBox(XY<int> size, std::wstring_view text);
+    explicit LongTextBox(std::wstring_view text);
 
-    /// The x in the text at which the box begins; kept within the text.
-    int offset() const { return offset_; }
+    /// Lets the box begin at an x in the text; kept within the text.
     void scrollTo(int offset);
     /// "Characters 1 to 80 of 1000000".
     LightweightString<wchar_t> place() const;
 
+    SizeNeeds sizeNeeds() const override;
     bool react(Event const& event) override;
     void reshape() override;
     void draw() override;
     void handleKbdFocus() override { makeDirty(); }
+    void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
 
 private:
@@ -35,6 +36,7 @@ private:
     void scrollToThumbAt(int x);
 
     Glib::LongText text_;
+    /// The x in the text at which the box begins.
     int offset_ = 0;
 };
 

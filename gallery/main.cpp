@@ -1,4 +1,5 @@
 #include "driver/script.h"
+#include "gallery/focus_echo.h"
 #include "gallery/gallery_frame.h"
 #include "gallery/options.h"
 #include "gallery/random_use.h"
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 namespace wainscot::gallery {
@@ -72,7 +74,7 @@ int listPages() {
     return 0;
 }
 
-/// The page alone.
+/// Opens the page without the list of pages and the log.
 Glob* openBare(Options const& options, Page const& page) {
     std::unique_ptr<Glob> root = page.make(options.size, [](LightweightString<wchar_t> const&) {});
     return GlobManager::instance().realize(root.get()) ? root.release() : nullptr;
@@ -109,7 +111,7 @@ int runScript(Host& host, Options const& options, GalleryFrame& frame) {
     return problem.empty() ? 0 : complain(options.script + ": " + problem);
 }
 
-/// Somebody wanted to see the gallery and has no screen: the pages as pictures are the next best.
+/// Without a screen, pictures of the pages are the next best.
 int showWithoutScreen(Host& host, Options const& options) {
     LightweightString<char> const folder = "gallery-pages";
     std::printf("No display can be used (%s): start the gallery in a desktop session, or set DISPLAY. "
@@ -129,6 +131,8 @@ int run(int argc, char** argv, Options const& options) {
         openFrame(options, *(options.page.empty() ? pages().front() : findPage(options.page)));
     if (!frame) return complain("the window system refuses a window");
     BusyThread const busy(options.busy);
+    std::optional<FocusEcho> focus;
+    if (options.focus) focus.emplace(*frame);
     return options.script.empty() ? host.run() : runScript(host, options, *frame);
 }
 

@@ -77,7 +77,7 @@ void MessageLog::draw() {
     auto const newest = lines_.rbegin() + static_cast<std::ptrdiff_t>(heldBack_ + back_);
     for (auto line = newest; line != lines_.rend() && y + font->ascent() < box.y2; ++line, y += step) {
         eTextAppearance const appearance = line == newest ? eTextEnabled : eTextSecondary;
-        renderer.renderPrimitive(Glib::TextDescription(*line, {box.x1 + UifStd::getIndentWidth(), y}, font,
+        renderer.renderPrimitive(Glib::TextDescription(*line, {box.x1 + UifStd::getWidgetGap(), y}, font,
                                                        palette.text(appearance)));
     }
 }

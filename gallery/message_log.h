@@ -6,8 +6,7 @@
 
 namespace wainscot::gallery {
 
-/// Shows the last lines of what the owner of a page heard, the newest at the bottom; keeps more than it
-/// shows.
+/// Shows the last lines of the log, the newest at the bottom. Keeps more lines than it shows.
 class MessageLog : public Glob {
 public:
     explicit MessageLog(XY<int> size);

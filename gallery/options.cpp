@@ -111,7 +111,8 @@ struct Switch {
 
 constexpr Switch switches[] = {{"--help", &Options::help},           {"--list", &Options::list},
                                {"--offscreen", &Options::offscreen}, {"--echo", &Options::echo},
-                               {"--bare", &Options::bare},           {"--busy", &Options::busy}};
+                               {"--bare", &Options::bare},           {"--busy", &Options::busy},
+                               {"--focus", &Options::focus}};
 
 Text allowed() {
     Text names("--desktop");
@@ -141,6 +142,7 @@ char const* Options::usage() {
            "  --theme THEME     dark or light\n"
            "  --size WxH        size of the window\n"
            "  --echo            also print each line of the log\n"
+           "  --focus           print what takes the keyboard focus\n"
            "  --busy            compute on a second thread all the time, as a program that renders does\n"
            "  --help            print this\n";
 }

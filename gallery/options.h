@@ -13,12 +13,13 @@ struct Options {
     bool list = false;
     bool offscreen = false;
     bool echo = false;
+    bool focus = false;
     bool bare = false;
     bool busy = false;
     LightweightString<char> page;
     LightweightString<char> shots;
     LightweightString<char> script;
-    /// Things to do at random on each page, and what decides which.
+    /// How many things to do at random on each page, and the seed that decides which.
     int random = 0;
     int seed = 1;
     /// Check after that many things; 0 = never.

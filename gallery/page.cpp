@@ -1,7 +1,5 @@
 #include "gallery/page.h"
 
-#include "host/drawing/uif_std.h"
-
 namespace wainscot::gallery {
 
 // Each is defined in its own source.
@@ -43,11 +41,6 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
         return L"Test bench";
     }
     return {};
-}
-
-SizeNeeds usualNeeds() {
-    XY<int> const size{UifStd::getButtonHeight() * 34, UifStd::getButtonHeight() * 21};
-    return {.natural = size, .minimum = size};
 }
 
 std::span<Page const* const> pages() {

@@ -29,9 +29,6 @@ struct Page {
     std::unique_ptr<Glob> (*make)(XY<int> size, LogLine log);
 };
 
-/// What pages need that find places in themselves without a layout.
-SizeNeeds usualNeeds();
-
 /// All pages, group by group, in the order in which they are listed.
 std::span<Page const* const> pages();
 /// Null when there is none of that name.

@@ -14,7 +14,7 @@ namespace wainscot::gallery {
 
 namespace {
 
-/// How long letters belong together.
+/// How many milliseconds a typed letter waits for the next one.
 constexpr double typingTime = 1000;
 
 LightweightString<wchar_t> lowered(LightweightString<wchar_t> const& text) {
@@ -23,7 +23,7 @@ LightweightString<wchar_t> lowered(LightweightString<wchar_t> const& text) {
     return result;
 }
 
-/// Whether the text, or a word of it, begins with the other, which is in small letters.
+/// Whether the text, or a word of it, begins with `beginning`, which is in small letters.
 bool hasWordWith(LightweightString<wchar_t> const& text, LightweightString<wchar_t> const& beginning) {
     LightweightString<wchar_t> const small = lowered(text);
     auto const at = small.view().find(beginning.view());
@@ -93,7 +93,7 @@ std::size_t PageChooser::rowAfter(Step step) const {
     case Step::next:
         return pageRowFrom(here, true);
     case Step::previousGroup:
-        // First to the beginning of the group that it is in.
+        // First to the beginning of the present group.
         row = pageRowFrom(first, false);
         return here != first || row == first ? first : firstOfGroup(rows_[row].group);
     case Step::nextGroup:

@@ -43,7 +43,7 @@ ScrolledArea::ScrolledArea(XY<int> size) : Glob(toSize16(size.x), toSize16(size.
 
 // Sizes
 
-/// Above 0 in the directions in which the contents cannot become as small as they like.
+/// Where there is less room, the contents are scrolled.
 XY<int> ScrolledArea::leastSize(int width) const {
     Glob const* const contents = contents_.get();
     if (!contents) return {};

@@ -9,14 +9,14 @@ class ScrollBar;
 namespace gallery {
 
 /// Shows contents in their smallest size or larger, and lets the user scroll them where there is not so much
-/// room. Contents that need no size get that which there is.
+/// room. Contents without needs get the room that there is.
 class ScrolledArea final : public Glob {
 public:
     explicit ScrolledArea(XY<int> size);
 
     /// What is to be seen of the contents at once.
     XY<int> viewSize() const { return view_->size(); }
-    /// Takes it over, in the place of what was there.
+    /// Takes the contents over, and destroys those before.
     Glob* setContents(std::unique_ptr<Glob> contents);
 
     /// Turns of the wheel that nothing in the contents has used.

@@ -33,11 +33,11 @@ SheetCursor::SheetCursor(CanvasRenderer& renderer, IntBox const& area, Palette c
     : renderer_(renderer), area_(area), palette_(palette), top_(area.y2) {}
 
 void SheetCursor::note(LightweightString<wchar_t> const& text) {
+    if (usedHeight() > 0) top_ -= UifStd::getWidgetGap();
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     IntBox const box = row(font->lineHeight());
     renderer_.renderPrimitive(
         Glib::TextDescription(text, {box.x1, box.y1 + font->descent()}, font, palette_.text(eTextSecondary)));
-    top_ -= UifStd::getWidgetGap();
 }
 
 IntBox SheetCursor::row(int height) {

@@ -11,7 +11,7 @@ class SheetCursor {
 public:
     SheetCursor(CanvasRenderer& renderer, IntBox const& area, Palette const& palette);
 
-    /// A line of small print; what follows stands below it.
+    /// A line of text, nearer to what follows than to what is above.
     void note(LightweightString<wchar_t> const& text);
     /// Room of that height below what was placed so far.
     IntBox row(int height);

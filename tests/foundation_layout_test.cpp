@@ -288,6 +288,25 @@ TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
     EXPECT_EQ(last->height(), 320 - 2 * UifStd::getWidgetGap() - UifStd::getRowGap() - inner->height());
 }
 
+TEST_F(LayoutTest, sizesInHeightsOfAButtonFollowTheTextSize) {
+    StandardPanel* const panel = openPanel(900, 700);
+    auto* const row = panel->setLayout(BoxLayout::makeRow());
+    LayoutOptions options{
+        .size = {5, 3}, .minimum = {2, -1}, .maximum = {-1, 2}, .unit = LayoutUnit::buttonHeight};
+    Glob* const item = row->add(std::make_unique<Plain>(XY<int>(10, 10)), options);
+    for (double const size : {1.0, 2.0}) {
+        Look::setSize(size);
+        driver_.settle();
+        int const unit = UifStd::getButtonHeight();
+        EXPECT_EQ(item->size(), XY<int>(5 * unit, 2 * unit));
+        EXPECT_EQ(row->minimumSize().x, 2 * unit + 2 * UifStd::getWidgetGap());
+    }
+    options.maximum = {1 << 30, 1 << 30};
+    row->setOptions(*item, options);
+    EXPECT_EQ(row->naturalSize().y, 3 * UifStd::getButtonHeight() + 2 * UifStd::getWidgetGap());
+    Look::setSize(1);
+}
+
 // Every size of text and screen, both ways to read: nothing cut, nothing on top of the other.
 TEST_F(LayoutTest, formsGrowWithTheirTexts) {
     auto* const panel = new StandardPanel(XY<int>{10, 10});

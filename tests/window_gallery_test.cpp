@@ -28,6 +28,69 @@ protected:
 
 } // namespace
 
+namespace {
+
+/// The keyboard goes from stop to stop; the gallery says where it is.
+class WindowTab : public GalleryWindow {
+protected:
+    /// The stops behind the list of pages up to the list again, where the focus is afterwards.
+    std::vector<std::string> circle() {
+        constexpr std::size_t most = 120;
+        std::vector<std::string> stops;
+        auto list = stops.end();
+        auto const goesOn = [&] { return stops.empty() || !stops.back().empty(); };
+        while (list == stops.end() && stops.size() < most && goesOn()) {
+            std::vector<std::string> const some = press({}, keysAtOnce);
+            stops.insert(stops.end(), some.begin(), some.end());
+            list = std::ranges::find_if(stops, isList);
+        }
+        if (list == stops.end()) return {};
+        auto const beyond = static_cast<std::size_t>(stops.end() - list) - 1;
+        EXPECT_TRUE(beyond == 0 || isList(press("shift", beyond).back())) << "the way back";
+        stops.erase(list, stops.end());
+        return stops;
+    }
+
+private:
+    static constexpr std::size_t keysAtOnce = 12;
+
+    static bool isList(std::string const& stop) { return stop.starts_with("focus list \"Pages\""); }
+    /// Tab so many times in one go, and what got the focus by each.
+    std::vector<std::string> press(std::string const& held, std::size_t times) {
+        std::vector<std::string> words{"key", "--delay", "4"};
+        words.insert(words.end(), times, "Tab");
+        if (!held.empty()) {
+            words.insert(words.begin(), {"keydown", held});
+            words.insert(words.end(), {"keyup", held});
+        }
+        EXPECT_TRUE(bench_.xdotool(words));
+        std::vector<std::string> lines;
+        while (lines.size() < times && (lines.empty() || !lines.back().empty()))
+            lines.push_back(next("focus "));
+        return lines;
+    }
+};
+
+} // namespace
+
+TEST_F(WindowTab, GoesRoundOnEveryPageAndKeepsItsStopsInSight) {
+    std::unique_ptr<ChildProcess> const list = bench_.start({"wainscot-gallery", "--list"});
+    ASSERT_EQ(list->waitForExit(), 0);
+    std::vector<std::string> const pages = list->lines();
+    open(pages.front(), {900, 560}, {"--focus"});
+    circle();
+    std::vector<std::string> all;
+    for (std::string const& page : pages) {
+        std::vector<std::string> const stops = circle();
+        ASSERT_GE(stops.size(), 5u) << page << ": the messages and the looks";
+        EXPECT_THAT(stops, testing::Each(HasSubstr(" in sight "))) << page;
+        all.insert(all.end(), stops.begin(), stops.end());
+        bench_.key({"ctrl+Next"});
+    }
+    for (char const* stop : {"button \"Play\"", "checkbox \"Loop\"", "label \"Plain\"", "button \"Paste\""})
+        EXPECT_THAT(all, testing::Contains(HasSubstr(stop)));
+}
+
 TEST_F(WindowGallery, APressReachesItsWidgetAndItsMessageTheOwner) {
     clickOn(plain_);
     expectLines({"entered  Plain", "focused  Plain", "pressed  Plain", "released  Plain", "clicked  Plain"});

@@ -17,6 +17,14 @@ enum class LayoutAlign : std::uint8_t {
     end,
 };
 
+/// What the sizes of `LayoutOptions` are counted in.
+enum class LayoutUnit : std::uint8_t {
+    pixel,
+    /// `UifStd::getButtonHeight()`, whatever it is at the time of the layout: such sizes follow the text
+    /// size.
+    buttonHeight,
+};
+
 /// How a layout treats an item. Sizes below 0 are those of the item itself.
 struct LayoutOptions {
     /// Its share of the room that is left over, against the others: along the row or the column of a
@@ -28,6 +36,7 @@ struct LayoutOptions {
     XY<int> size{-1, -1};
     XY<int> minimum{-1, -1};
     XY<int> maximum{-1, -1};
+    LayoutUnit unit = LayoutUnit::pixel;
 
     friend bool operator==(LayoutOptions const&, LayoutOptions const&) = default;
 };

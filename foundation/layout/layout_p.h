@@ -39,6 +39,8 @@ struct Layout::Item {
 
     // Of the present layout
     bool shown = false;
+    /// `options` with sizes in pixels.
+    LayoutOptions inPixels;
     /// What its needs and its options come to.
     SizeNeeds wanted;
     Cell at;

@@ -38,6 +38,15 @@ int upTo(int size, int maximum) {
     return maximum >= 0 ? std::min(size, maximum) : size;
 }
 
+LayoutOptions inPixels(LayoutOptions options) {
+    if (options.unit == LayoutUnit::pixel) return options;
+    int const unit = UifStd::getButtonHeight();
+    auto const pixels = [unit](int size) { return size < 0 ? size : toSize16(size) * unit; };
+    for (XY<int>* const size : {&options.size, &options.minimum, &options.maximum})
+        *size = {pixels(size->x), pixels(size->y)};
+    return options;
+}
+
 Tracks::Need along(int natural, int minimum, int maximum) {
     return {natural, minimum, maximum >= 0 ? maximum : Tracks::unlimited};
 }
@@ -122,7 +131,7 @@ SizeNeeds Layout::measured(Item& item) {
         // Whoever throws keeps its former needs, and is asked again in the next layout.
         if (!runHandler("sizeNeeds", [&] { item.needs = child->sizeNeeds(); })) item.stale = true;
     }
-    LayoutOptions const& options = item.options;
+    LayoutOptions const& options = item.inPixels = inPixels(item.options);
     auto const both = [&](int XY<int>::*axis) {
         int const natural = orElse(options.size.*axis, orElse(item.needs.natural.*axis, item.made.*axis));
         int const own =
@@ -163,9 +172,9 @@ void Layout::measureColumns() {
         if (item->options.stretch > 0 && !stretchesRows())
             columns_->stretchAtLeast(column, item->options.stretch);
         columns_->need(column, static_cast<std::size_t>(item->at.columns),
-                       along(needs.natural.x, needs.minimum.x, item->options.maximum.x));
+                       along(needs.natural.x, needs.minimum.x, item->inPixels.maximum.x));
         rows_->need(row, static_cast<std::size_t>(item->at.rows),
-                    along(needs.natural.y, needs.minimum.y, item->options.maximum.y));
+                    along(needs.natural.y, needs.minimum.y, item->inPixels.maximum.y));
         needs_.heightFollowsWidth = needs_.heightFollowsWidth || needs.heightFollowsWidth;
     }
     if (hasEqualColumns()) columns_->makeEqual();
@@ -235,14 +244,14 @@ void Layout::measureRows(int width, Tracks& rows) {
         SizeNeeds needs = item->wanted;
         if (needs.heightFollowsWidth) {
             Tracks::Place const room = range(columns, item->at.column, item->at.columns);
-            LayoutOptions const& options = item->options;
+            LayoutOptions const& options = item->inPixels;
             int const at = aligned(options.horizontal, room, needs.natural.x, options.maximum.x).size;
             needs.natural.y =
                 upTo(std::max(heightOf(*item, at), orElse(options.minimum.y, 0)), options.maximum.y);
             needs.minimum.y = options.minimum.y >= 0 ? needs.minimum.y : needs.natural.y;
         }
         rows.need(static_cast<std::size_t>(item->at.row), static_cast<std::size_t>(item->at.rows),
-                  along(needs.natural.y, needs.minimum.y, item->options.maximum.y));
+                  along(needs.natural.y, needs.minimum.y, item->inPixels.maximum.y));
     }
     rows.finish();
 }
@@ -308,7 +317,7 @@ void Layout::place(IntBox const& area, std::vector<Placed>& placed) {
         if (!item->shown || item->isSpacer) continue;
         Tracks::Place const across = range(columns, item->at.column, item->at.columns);
         Tracks::Place const down = range(rows, item->at.row, item->at.rows);
-        LayoutOptions const& options = item->options;
+        LayoutOptions const& options = item->inPixels;
         SizeNeeds const& needs = item->wanted;
         Tracks::Place const x = aligned(options.horizontal, across, needs.natural.x, options.maximum.x);
         int const natural = needs.heightFollowsWidth ? heightOf(*item, x.size) : needs.natural.y;

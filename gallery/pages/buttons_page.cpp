@@ -25,7 +25,6 @@ void drawMeter(Button const& button) {
     renderer.renderPrimitive(Glib::RectDescription(box, button.getPalette().mark(eMarkNormal)));
 }
 
-/// All buttons of the page.
 class ButtonsPanel final : public CellPanel {
 public:
     ButtonsPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
@@ -97,9 +96,7 @@ private:
         meter->setCustomDrawFn(drawMeter);
         meter->setLatching(true, false);
         Button* const tooLong = addButton(newButton(L"A label that does not fit"), 4, 7);
-        LayoutOptions narrow;
-        narrow.size = narrow.maximum = {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight()};
-        grid().setOptions(*tooLong, narrow);
+        grid().setOptions(*tooLong, {.size = {5, 1}, .maximum = {5, 1}, .unit = LayoutUnit::buttonHeight});
     }
 };
 

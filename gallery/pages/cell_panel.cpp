@@ -1,5 +1,7 @@
 #include "gallery/pages/cell_panel.h"
 
+#include "foundation/layout/box_layout.h"
+
 namespace wainscot::gallery {
 
 CellPanel::CellPanel(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
@@ -20,11 +22,13 @@ int CellPanel::handleMessageEvent(LightweightString<char> name, Glob* sender) {
 }
 
 Label* CellPanel::addNote(LightweightString<wchar_t> const& text, int column, int row, int columns) {
-    LayoutOptions options;
-    // Nearer to the row below, to which it belongs.
-    options.vertical = LayoutAlign::end;
-    return grid_->add(std::make_unique<Label>(UIString(text), Label::Part::secondary),
-                      {.row = row, .column = column, .columns = columns}, options);
+    BoxLayout* const box =
+        grid_->add(BoxLayout::makeColumn(), {.row = row, .column = column, .columns = columns},
+                   {.vertical = LayoutAlign::end});
+    // One gap more than below: it belongs to what comes below.
+    box->addSpace(0);
+    return box->add(std::make_unique<Label>(UIString(text), Label::Part::secondary),
+                    {.minimum = {4, -1}, .unit = LayoutUnit::buttonHeight});
 }
 
 } // namespace wainscot::gallery

@@ -11,7 +11,7 @@
 
 namespace wainscot::gallery {
 
-/// A panel that says which messages it hears from its widgets, and has them in a grid of equal columns. Room
+/// A panel whose controls lie in a grid of equal columns. It logs the messages that it hears from them. Room
 /// that is left over stays free at the far and the lower edge.
 class CellPanel : public StandardPanel {
 public:
@@ -19,7 +19,7 @@ public:
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
 
-    /// A note above what it is about; a wide one goes on over the columns beside it.
+    /// A note above the controls that it is about.
     Label* addNote(LightweightString<wchar_t> const& text, int column, int row, int columns = 1);
     static constexpr int allColumns = 5;
 

@@ -32,6 +32,10 @@ public:
         if (auto const* const set = dynamic_cast<RadioSet*>(sender)) return sayChoice(name, valueOf(*set));
         return CellPanel::handleMessageEvent(name, sender);
     }
+    void handleLookChange(LookChange changes) override {
+        CellPanel::handleLookChange(changes);
+        showColours();
+    }
 
 private:
     /// The label of the chosen one; empty where there is none.
@@ -72,8 +76,7 @@ private:
         addNote(L"one of several; arrow keys step through them", 0, 4, allColumns);
         int column = 0;
         for (wchar_t const* label : {L"24 fps", L"25 fps", L"30 fps", L"50 fps", L"60 fps"})
-            addButton(std::make_unique<radio_button>(label, "rate", &rates_, 0, UifStd::getButtonHeight()),
-                      column++, 5);
+            addButton(std::make_unique<radio_button>(label, "rate", &rates_, 0, 0), column++, 5);
         rates_.set_current(1, true);
         rates_.member(3)->setActive(false);
     }
@@ -99,9 +102,9 @@ private:
         addNote(L"in colours", 3, 6);
         CheckboxRadioSet::InitArgs coloured({L"Online", L"Proxy", L"Missing"});
         coloured.selected = 2;
-        auto* const states = addPanel(std::make_unique<CheckboxRadioSet>(coloured), {7, 3});
-        states->setTextColourWhenTicked(getPalette().mark(eMarkWarning));
-        states->setAppearance(Checkbox::redLight);
+        states_ = addPanel(std::make_unique<CheckboxRadioSet>(coloured), {7, 3});
+        states_->setAppearance(Checkbox::redLight);
+        showColours();
         addNote(L"disabled", 4, 6);
         CheckboxRadioSet::InitArgs fixed({L"Left", L"Right"});
         fixed.selected = 0;
@@ -121,6 +124,9 @@ private:
         pair_.setWidgets(on, off, true);
     }
 
+    void showColours() { states_->setTextColourWhenTicked(getPalette().mark(eMarkWarning)); }
+
+    CheckboxRadioSet* states_ = nullptr;
     radio_set rates_;
     BoolRadioSet pair_;
 };

@@ -19,7 +19,13 @@ namespace {
 constexpr int playStep = 40;
 constexpr double firstTrack = 3;
 constexpr double tracksInSight = 5;
-/// How the height and width are shared.
+/// In heights of a button: what stands in them can be read.
+constexpr XY<int> leastTimeline{-1, 10};
+constexpr XY<int> leastLevels{12, -1};
+constexpr XY<int> leastSet{5, -1};
+/// From this size of text on, panels stand below each other.
+constexpr double largeText = 1.4;
+/// How the height is shared.
 constexpr int timelineShare = 3;
 constexpr int lowerShare = 2;
 
@@ -89,17 +95,13 @@ public:
         addTabStop(*tracks_);
         GlobCreationInfo info(XY<int>(1, 1));
         info.opaque = false;
-        rating_ = form->addRow(L"Rating", std::make_unique<example::StarRating>(info));
+        rating_ = form->addRow(
+            L"Rating", std::make_unique<example::StarRating>(info),
+            {.horizontal = LayoutAlign::start, .size = {5, 1}, .unit = LayoutUnit::buttonHeight});
         int stars = 4;
         rating_->setNewWidgetValue(stars, eRedrawNo);
         addTabStop(*rating_);
         setLayout(std::move(form));
-        fitRating();
-    }
-
-    void handleLookChange(LookChange changes) override {
-        StandardPanel::handleLookChange(changes);
-        fitRating();
     }
     int handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv::Ptr<iObject> data) override {
         int const* const stars = unwrapData<int>(data);
@@ -122,20 +124,12 @@ public:
 private:
     void addSet(FormLayout& form, wchar_t const* label, Vector<LightweightString<wchar_t>> const& choices,
                 int chosen) {
-        LayoutOptions start;
-        start.horizontal = LayoutAlign::start;
-        RadioSet* const set =
-            form.addRow(UIString(label), std::make_unique<RadioSet>(RadioSet::InitArgs(choices)), start);
+        RadioSet* const set = form.addRow(
+            UIString(label), std::make_unique<RadioSet>(RadioSet::InitArgs(choices)),
+            {.horizontal = LayoutAlign::start, .minimum = leastSet, .unit = LayoutUnit::buttonHeight});
         set->setName(toUTF8(label));
         set->setSelectedItem(chosen);
         addTabStopsFrom(set);
-    }
-
-    void fitRating() {
-        LayoutOptions options;
-        options.horizontal = LayoutAlign::start;
-        options.size = {5 * UifStd::getButtonHeight(), UifStd::getButtonHeight()};
-        getLayout()->setOptions(*rating_, options);
     }
 
     example::StarRating* rating_;
@@ -145,25 +139,45 @@ private:
     LogLine log_;
 };
 
-/// A small editing desk: what all of this is for.
+/// A small editing desk. Its parts work on each other.
 class DeskPage final : public StandardPanel {
 public:
     DeskPage(XY<int> size, LogLine log) : StandardPanel(size) {
         auto layout = BoxLayout::makeColumn();
         layout->setMargins(0);
-        auto* const timeline =
-            layout->add(std::make_unique<PlayingTimeline>(XY<int>(1, 1), log), {.stretch = timelineShare});
-        BoxLayout* const row = layout->add(BoxLayout::makeRow(), {.stretch = lowerShare});
-        row->setMargins({.left = UifStd::getWidgetGap(),
-                         .bottom = UifStd::getWidgetGap(),
-                         .right = UifStd::getWidgetGap()});
+        auto* const timeline = layout->add(
+            std::make_unique<PlayingTimeline>(XY<int>(1, 1), log),
+            {.stretch = timelineShare, .minimum = leastTimeline, .unit = LayoutUnit::buttonHeight});
+        lower_ = layout->add(std::make_unique<GridLayout>(), {.stretch = lowerShare});
+        lower_->setRowStretch(0, 1);
+        lower_->setMargins({.left = UifStd::getWidgetGap(),
+                            .bottom = UifStd::getWidgetGap(),
+                            .right = UifStd::getWidgetGap()});
         // Sound and its wave forms are to be seen at once.
         timeline->view().setTracks({firstTrack, tracksInSight});
-        auto* const levels = row->add(std::make_unique<LevelsPanel>(log), {.stretch = 1});
-        row->add(std::make_unique<SequencePanel>(timeline->view(), log), {.stretch = 1});
+        auto* const levels =
+            lower_->add(std::make_unique<LevelsPanel>(log), {},
+                        {.stretch = 1, .minimum = leastLevels, .unit = LayoutUnit::buttonHeight});
+        sequence_ = lower_->add(std::make_unique<SequencePanel>(timeline->view(), log), sequenceCell(),
+                                {.stretch = 1});
         timeline->setPlayheadMoved([timeline, levels] { levels->setTime(timeline->view().playhead()); });
         setLayout(std::move(layout));
     }
+
+    void handleLookChange(LookChange changes) override {
+        lower_->remove(*sequence_);
+        lower_->add(*sequence_, sequenceCell(), {.stretch = 1});
+        StandardPanel::handleLookChange(changes);
+    }
+
+private:
+    /// Beside the levels; below them where large texts leave no room there.
+    static GridCell sequenceCell() {
+        return UifStd::getScale() < largeText ? GridCell{.column = 1} : GridCell{.row = 1};
+    }
+
+    GridLayout* lower_ = nullptr;
+    SequencePanel* sequence_ = nullptr;
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {

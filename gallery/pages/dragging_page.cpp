@@ -1,8 +1,6 @@
 #include "foundation/layout/box_layout.h"
-#include "foundation/standard_panel.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
+#include "gallery/pages/label_page.h"
 
 #include "host/base/convert.h"
 #include "host/drawing/shapes.h"
@@ -22,8 +20,7 @@ constexpr std::array<wchar_t const*, 3> clips{L"Interview", L"Titles", L"Music"}
 class Source final : public LabelGlob {
 public:
     Source(LightweightString<char> type, LightweightString<wchar_t> label, LogLine log)
-        : LabelGlob({UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2}, std::move(label)),
-          type_(std::move(type)), log_(std::move(log)) {
+        : LabelGlob(std::move(label)), type_(std::move(type)), log_(std::move(log)) {
         setFocusable(false);
         setContextString(L"Drag me to a place that takes me", L"Escape takes it back.");
     }
@@ -91,7 +88,7 @@ private:
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    auto page = std::make_unique<StandardPanel>(size);
+    auto page = std::make_unique<LabelPage>(size, log);
     auto layout = BoxLayout::makeColumn();
     BoxLayout* const sources = layout->add(BoxLayout::makeRow());
     for (wchar_t const* clip : clips) sources->add(std::make_unique<Source>("clip", clip, log));

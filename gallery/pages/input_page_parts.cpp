@@ -27,14 +27,12 @@ void ReadOut::draw() {
     CanvasRenderer renderer(canvas(), canvasArea());
     Palette const& palette = getPalette();
     Glib::drawIndentBox(renderer, palette.window(eWindowNormal), canvasArea());
-    IntBox const area = canvasArea().inset(UifStd::getIndentWidth());
+    IntBox const area = canvasArea().inset(UifStd::getWidgetGap());
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
-    int const headingBase = area.y2 - font->ascent();
-    renderer.renderPrimitive(
-        Glib::TextDescription(heading_, {area.x1, headingBase}, font, palette.text(eTextSecondary)));
-    IntBox const below(area.x1, area.y1, area.x2, headingBase - font->descent());
-    Glib::WordWrappingTextRenderer(font, below.width())
-        .renderString(renderer, text_, below, palette.text(eTextEnabled));
+    Glib::WordWrappingTextRenderer lines(font, area.width());
+    lines.renderString(renderer, heading_, area, palette.text(eTextSecondary));
+    IntBox const below(area.x1, area.y1, area.x2, area.y2 - lines.size().y - UifStd::getRowGap());
+    lines.renderString(renderer, text_, below, palette.text(eTextEnabled));
     if (glib_showsKbdFocus(this)) ControlLook::drawFocusMark(renderer, canvasArea(), palette, 0);
 }
 

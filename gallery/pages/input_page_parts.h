@@ -5,7 +5,7 @@
 
 namespace wainscot::gallery {
 
-/// A recessed box, five lines high, with lines of text in it, by which a page shows what it was told.
+/// A recessed box in which a page shows what it was told, as lines of text below a heading.
 class ReadOut : public Glob {
 public:
     explicit ReadOut(LightweightString<wchar_t> heading);

@@ -13,7 +13,7 @@ namespace wainscot::gallery {
 
 namespace {
 
-/// From where on it is nearly, and too, loud.
+/// The levels from which on it is nearly too loud, and too loud.
 constexpr double warm = -18;
 constexpr double hot = -6;
 constexpr Colour calmColour = Colour::fromLong(0x3FA35B);

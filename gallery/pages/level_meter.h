@@ -14,7 +14,6 @@ public:
 
     /// The line falls by itself from one call to the next.
     void setLevel(double level);
-    double level() const { return level_; }
 
     SizeNeeds sizeNeeds() const override;
     void draw() override;

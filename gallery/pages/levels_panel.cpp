@@ -1,6 +1,5 @@
 #include "gallery/pages/levels_panel.h"
 
-#include "buttons/button.h"
 #include "foundation/label.h"
 #include "foundation/layout/box_layout.h"
 #include "foundation/layout/grid_layout.h"
@@ -26,20 +25,7 @@ LevelsPanel::LevelsPanel(LogLine log)
     setTabGoesOn(true);
     setLayout(std::make_unique<GridLayout>());
     for (std::size_t i = 0; i < numChannels; ++i) addChannel(i);
-    fitFaders();
     setTime(0);
-}
-
-void LevelsPanel::fitFaders() {
-    LayoutOptions options;
-    options.size = {-1, 4 * UifStd::getButtonHeight()};
-    options.minimum = {-1, 2 * UifStd::getButtonHeight()};
-    for (Channel& channel : channels_) getLayout()->setOptions(*channel.slider, options);
-}
-
-void LevelsPanel::handleLookChange(LookChange changes) {
-    StandardPanel::handleLookChange(changes);
-    fitFaders();
 }
 
 void LevelsPanel::addChannel(std::size_t number) {
@@ -53,8 +39,9 @@ void LevelsPanel::addChannel(std::size_t number) {
     BoxLayout* const pair = grid.add(BoxLayout::makeRow(), {barsRow, column}, middle);
     channel.meter = pair->add(std::make_unique<LevelMeter>());
     channel.meter->setName(toUTF8(LightweightString<wchar_t>(channelNames[number]) + L" level"));
-    Slider* const fader = pair->add(
-        std::make_unique<Slider>(Slider::InitArgs(toSize16(4 * UifStd::getButtonHeight()), eVertical)));
+    // As high as the meter beside it.
+    LayoutOptions const height{.size = {-1, 4}, .minimum = {-1, 2}, .unit = LayoutUnit::buttonHeight};
+    Slider* const fader = pair->add(std::make_unique<Slider>(Slider::InitArgs(1, eVertical)), height);
     channel.slider = fader;
     fader->setName(toUTF8(channelNames[number]));
     bindToServer<double>(*fader, channel.fader);

@@ -22,7 +22,6 @@ public:
     void setTime(double time);
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
-    void handleLookChange(LookChange changes) override;
 
 private:
     static constexpr std::size_t numChannels = 4;
@@ -35,8 +34,6 @@ private:
     };
 
     void addChannel(std::size_t number);
-    /// Faders are as high as meters, whatever the size of the text.
-    void fitFaders();
     double levelOf(std::size_t number) const;
 
     std::array<Channel, numChannels> channels_;

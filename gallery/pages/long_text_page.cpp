@@ -1,11 +1,9 @@
-#include "gallery/caption.h"
+#include "foundation/label.h"
+#include "foundation/layout/box_layout.h"
+#include "foundation/standard_panel.h"
 #include "gallery/long_text_box.h"
 #include "gallery/page.h"
 
-#include "host/base/convert.h"
-#include "host/drawing/uif_std.h"
-
-#include <algorithm>
 #include <string>
 
 namespace wainscot::gallery {
@@ -28,36 +26,18 @@ std::wstring longText() {
     return text;
 }
 
-/// A heading above the box, which is as wide as the page.
-class LongTextPage : public Glob {
-public:
-    explicit LongTextPage(XY<int> size) : Glob(toSize16(size.x), toSize16(size.y)) {
-        int const margin = UifStd::getIndentWidth() * 2;
-        Glob* const note = addChild(
-            std::make_unique<Caption>(L"One line of 1,000,000 characters. Wheel, arrow keys, Page Up and "
-                                      L"Page Down, Home and End, or the bar",
-                                      Caption::Kind::note),
-            TopLeft(margin, margin));
-        top_ = margin + note->height() + UifStd::getRowGap();
-        box_ = addChild(std::make_unique<LongTextBox>(boxSize(), longText()), TopLeft(margin, top_));
-    }
-
-    void reshape() override {
-        box_->resize(boxSize().x, boxSize().y);
-        Glob::reshape();
-    }
-
-private:
-    XY<int> boxSize() const {
-        return {std::max(width() - UifStd::getIndentWidth() * 4, 1), UifStd::getButtonHeight() * 3};
-    }
-
-    int top_ = 0;
-    Glob* box_ = nullptr;
-};
-
 std::unique_ptr<Glob> make(XY<int> size, LogLine) {
-    return std::make_unique<LongTextPage>(size);
+    auto page = std::make_unique<StandardPanel>(size);
+    auto layout = BoxLayout::makeColumn();
+    Label::InitArgs note(
+        L"One line of 1,000,000 characters. Wheel, arrow keys, Page Up and Page Down, Home and "
+        L"End, or the bar",
+        Label::Part::secondary);
+    note.wraps = true;
+    layout->add(std::make_unique<Label>(note));
+    layout->add(std::make_unique<LongTextBox>(longText()));
+    page->setLayout(std::move(layout));
+    return page;
 }
 
 } // namespace

@@ -29,8 +29,8 @@ constexpr KindName kinds[] = {
 /// Says what it hears, and leaves the rest to the panel.
 class ToldPanel : public StandardPanel {
 public:
-    ToldPanel(XY<int> size, Border::eType border, LightweightString<wchar_t> const& title, LogLine log)
-        : StandardPanel(InitArgs(toSize16(size.x), toSize16(size.y), Border(border))), log_(std::move(log)) {
+    ToldPanel(Border::eType border, LightweightString<wchar_t> const& title, LogLine log)
+        : StandardPanel(InitArgs(1, 1, Border(border))), log_(std::move(log)) {
         setTitle(title);
         setTabGoesOn(true);
     }
@@ -72,12 +72,19 @@ public:
         addNote(*layout, L"Every kind of border, with square and with round corners");
         addKinds(*layout, 0.0);
         addKinds(*layout, roundCorners);
+        layout->addSpace(0);
         addNote(*layout,
                 L"Drag a title or an edge; Tab goes from button to button; the size button minimises");
         addWorking(*layout);
         layout->addStretch();
         setLayout(std::move(layout));
         addFloating();
+    }
+
+    void handleLayout() override {
+        LifeGuard const life = guard();
+        StandardPanel::handleLayout();
+        if (life.alive()) placeFloating();
     }
 
 private:
@@ -88,24 +95,23 @@ private:
     void addKinds(BoxLayout& layout, double radius) {
         BoxLayout* const row = layout.add(BoxLayout::makeRow());
         for (KindName const& kind : kinds) {
-            auto panel = std::make_unique<ToldPanel>(
-                XY<int>{4 * UifStd::getButtonHeight(), 3 * UifStd::getButtonHeight()}, kind.type, kind.name,
-                log_);
+            auto panel = std::make_unique<ToldPanel>(kind.type, kind.name, log_);
             panel->set_radius(radius);
-            row->add(std::move(panel), {.stretch = 1});
+            row->add(std::move(panel),
+                     {.stretch = 1, .size = {4, 3}, .minimum = {2, 3}, .unit = LayoutUnit::buttonHeight});
         }
     }
 
     void addWorking(BoxLayout& layout) {
         using enum StandardPanel::StandardWidgetFlags;
         BoxLayout* const row = layout.add(BoxLayout::makeRow());
-        // The floating one is in no layout, which would bring it back.
-        row->addSpace(9 * UifStd::getButtonHeight());
-        row->addStretch();
+        place_ =
+            row->add(std::make_unique<Glob>(1, 1, Palette(), false),
+                     {.stretch = 1, .size = {9, 5}, .minimum = {6, 5}, .unit = LayoutUnit::buttonHeight});
 
         auto dialogue = makePanel(Border::dialog, L"A dialogue with a long title", closeWidget | doItWidget);
         dialogue->addButtons({L"Browse ...", L"Defaults"});
-        dialogue_ = row->add(std::move(dialogue), {.stretch = 1});
+        row->add(std::move(dialogue), {.stretch = 1});
 
         auto group = makePanel(Border::group, L"A group", sizeWidget | latchWidget);
         group->setMinimisable(true);
@@ -117,30 +123,42 @@ private:
 
     void addFloating() {
         using enum StandardPanel::StandardWidgetFlags;
-        getLayout()->layOutNow();
         auto floating =
             makePanel(Border::window, L"Floating", closeWidget | sizeWidget | pinWidget | settingsWidget);
-        XY<int> const size = dialogue_->size();
-        floating->resize(size.x, size.y);
         floating->setMovable(true);
         floating->setResizable(true);
         floating->setMinimisable(true);
-        floating->setMinSize(toSize16(size.x / 2), toSize16(size.y / 2));
+        floating->setMinSize(toSize16(5 * UifStd::getButtonHeight()),
+                             toSize16(3 * UifStd::getButtonHeight()));
         floating->set_radius(roundCorners / 2);
         floating->addShadow(UifStd::getIndentWidth(), shadowOpacity);
         floating->addButtons({L"Cut", L"Copy", L"Paste"});
-        addChild(std::move(floating), LeftOf(UifStd::getWidgetGap(), dialogue_));
+        Glob* const added = addChild(std::move(floating));
+        floating_ = HandlerRef<Glob>(added);
+        given_ = added->box();
+    }
+
+    /// The floating panel is in no layout, which would bring it back. It follows its place until the user
+    /// moves it.
+    void placeFloating() {
+        Glob* const floating = floating_.get();
+        if (!floating || floating->box() != given_) return;
+        given_ = place_->box();
+        reshapeWidgetAt(floating, given_.bottomLeft(), given_.size());
     }
 
     std::unique_ptr<ToldPanel> makePanel(Border::eType border, wchar_t const* title, int widgets) {
-        int const unit = UifStd::getButtonHeight();
-        auto panel = std::make_unique<ToldPanel>(XY<int>{9 * unit, 6 * unit}, border, title, log_);
+        auto panel = std::make_unique<ToldPanel>(border, title, log_);
         panel->addStandardWidgets(widgets);
         return panel;
     }
 
     LogLine log_;
-    ToldPanel* dialogue_ = nullptr;
+    /// The room that the layout keeps for the floating panel.
+    Glob* place_ = nullptr;
+    HandlerRef<Glob> floating_;
+    /// The box that the floating panel was given last.
+    IntBox given_;
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {

@@ -1,33 +1,46 @@
-#include "gallery/caption.h"
+#include "foundation/label.h"
+#include "foundation/layout/box_layout.h"
+#include "foundation/standard_panel.h"
 #include "gallery/label_glob.h"
 #include "gallery/page.h"
 
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 
+#include <algorithm>
+
 namespace wainscot::gallery {
 
 namespace {
 
 /// Every corner and edge, and the four sides of a sibling; all follow when the window is resized.
-class PlacementPage final : public Glob {
+class PlacementArea final : public Glob {
 public:
-    SizeNeeds sizeNeeds() const override { return usualNeeds(); }
-    PlacementPage(XY<int> size, LogLine log)
-        : Glob(toSize16(size.x), toSize16(size.y)), log_(std::move(log)) {
-        int const inset = UifStd::getIndentWidth() * 2;
-        add(L"Top left", TopLeft(inset, inset));
-        add(L"Top right", TopRight(inset, inset));
-        add(L"Bottom left", BottomLeft(inset, inset));
-        add(L"Bottom right", BottomRight(inset, inset));
-        add(L"Left centre", LeftCentre(inset, 0));
-        add(L"Right centre", RightCentre(inset, 0));
+    explicit PlacementArea(LogLine log) : Glob(1, 1), log_(std::move(log)) {
+        add(L"Top left", TopLeft(0, 0));
+        add(L"Top right", TopRight(0, 0));
+        add(L"Bottom left", BottomLeft(0, 0));
+        add(L"Bottom right", BottomRight(0, 0));
+        add(L"Left centre", LeftCentre(0, 0));
+        add(L"Right centre", RightCentre(0, 0));
         LabelGlob* const middle = add(L"Centre", Centre(0, 0));
-        int const gap = UifStd::getWidgetGap() * 2;
-        add(L"Above", Above(gap, middle, WidgetAlignment::centre));
-        add(L"Below", Below(gap, middle, WidgetAlignment::centre));
-        add(L"Left of", LeftOf(gap, middle, WidgetAlignment::centre));
-        add(L"Right of", RightOf(gap, middle, WidgetAlignment::centre));
+        add(L"Above", Above(gap(), middle, WidgetAlignment::centre));
+        add(L"Below", Below(gap(), middle, WidgetAlignment::centre));
+        add(L"Left of", LeftOf(gap(), middle, WidgetAlignment::centre));
+        add(L"Right of", RightOf(gap(), middle, WidgetAlignment::centre));
+    }
+
+    /// Room for five labels in each direction.
+    SizeNeeds sizeNeeds() const override {
+        XY<int> cell;
+        for (Glob const* child = firstChild(); child; child = child->nextSibling()) {
+            XY<int> const needed = child->sizeNeeds().natural;
+            cell = {std::max(cell.x, needed.x), std::max(cell.y, needed.y)};
+        }
+        constexpr int count = 5;
+        int const gaps = (count - 1) * gap();
+        XY<int> const size{count * cell.x + gaps, count * cell.y + gaps};
+        return {.natural = size, .minimum = size};
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
@@ -41,16 +54,22 @@ public:
     }
 
 private:
+    static int gap() { return UifStd::getWidgetGap() * 2; }
     LabelGlob* add(LightweightString<wchar_t> const& text, WidgetPosition const& position) {
-        XY<int> const size{UifStd::getButtonHeight() * 4, UifStd::getButtonHeight()};
-        return addChild(std::make_unique<LabelGlob>(size, text), position);
+        return addChild(std::make_unique<LabelGlob>(text), position);
     }
 
     LogLine log_;
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    return std::make_unique<PlacementPage>(size, std::move(log));
+    auto page = std::make_unique<StandardPanel>(size);
+    auto layout = BoxLayout::makeColumn();
+    layout->add(std::make_unique<Label>(L"A press tells where it lies, from the lower left corner.",
+                                        Label::Part::secondary));
+    layout->add(std::make_unique<PlacementArea>(std::move(log)), {.stretch = 1});
+    page->setLayout(std::move(layout));
+    return page;
 }
 
 } // namespace

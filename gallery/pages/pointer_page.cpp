@@ -1,10 +1,8 @@
 #include "foundation/layout/box_layout.h"
 #include "foundation/layout/grid_layout.h"
 #include "foundation/repeat_clock.h"
-#include "foundation/standard_panel.h"
-#include "gallery/label_glob.h"
-#include "gallery/page.h"
 #include "gallery/pages/input_page_parts.h"
+#include "gallery/pages/label_page.h"
 
 #include "host/base/convert.h"
 #include "host/events/event.h"
@@ -31,18 +29,14 @@ constexpr std::array shapes{
     Shape{sizeFallingCursor, L"falling"}, Shape{moveCursor, L"move"},
     Shape{forbiddenCursor, L"forbidden"}, Shape{hiddenCursor, L"hidden"},
 };
-constexpr int shapesInRow = 6;
-/// Half a second and a tenth of it on the processor clock, as scroll bars repeat.
+constexpr int shapesInRow = 4;
+/// In ticks of the processor clock.
 constexpr std::int64_t firstRepeat = iClock::processorPerSecond * 3 / 10;
 constexpr std::int64_t laterRepeat = iClock::processorPerSecond / 10;
 
-XY<int> cellSize() {
-    return {UifStd::getButtonHeight() * 5, UifStd::getButtonHeight() * 3 / 2};
-}
-
 class ShapeGlob final : public LabelGlob {
 public:
-    explicit ShapeGlob(Shape const& shape) : LabelGlob(cellSize(), shape.name), cursor_(shape.cursor) {
+    explicit ShapeGlob(Shape const& shape) : LabelGlob(shape.name), cursor_(shape.cursor) {
         setFocusable(false);
         setContextString(LightweightString<wchar_t>(L"The pointer's shape: ") + shape.name,
                          L"Tips come when the pointer rests.");
@@ -178,7 +172,7 @@ std::unique_ptr<LabelGlob> makeMovable() {
             return false;
         }
     };
-    auto moving = std::make_unique<LabelGlob>(cellSize(), L"Drag me; Escape");
+    auto moving = std::make_unique<LabelGlob>(L"Drag me; Escape");
     moving->setMovable(true);
     moving->setFocusable(false);
     moving->addEventHandler(moving->addChild(std::make_unique<Mover>()), EventKind::mouse);
@@ -186,7 +180,7 @@ std::unique_ptr<LabelGlob> makeMovable() {
 }
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    auto page = std::make_unique<StandardPanel>(size);
+    auto page = std::make_unique<LabelPage>(size, log);
     auto layout = BoxLayout::makeColumn();
     GridLayout* const cursors = layout->add(std::make_unique<GridLayout>());
     for (std::size_t i = 0; i < shapes.size(); ++i) {
@@ -195,6 +189,8 @@ std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
                      {.stretch = 1});
     }
     GridLayout* const boxes = layout->add(std::make_unique<GridLayout>(), {.stretch = 1});
+    boxes->setRowStretch(0, 1);
+    boxes->setRowStretch(1, 1);
     boxes->add(std::make_unique<ClickReadOut>(), {0, 0}, {.stretch = 1})->setName("clicks");
     boxes->add(std::make_unique<DragReadOut>(), {0, 1}, {.stretch = 1})->setName("drag");
     boxes->add(std::make_unique<RepeatReadOut>(log), {1, 0})->setName("repeat");

@@ -9,7 +9,7 @@ namespace {
 
 using example::StarRating;
 
-/// Ratings that are one value, one that stands alone, one that is disabled, and large and small ones.
+/// Ratings that are one value, one that stands alone, one that is disabled, and larger ones.
 class RatingPanel final : public CellPanel {
 public:
     RatingPanel(XY<int> size, LogLine log) : CellPanel(size, std::move(log)) {
@@ -22,22 +22,22 @@ public:
         disabled->setActive(false);
         addNote(L"Any size will do:", 0, 4, columns);
         show(*add(2, 0, 5), 4);
-        show(*add(0.5, 1, 5), 5);
-        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 6, columns);
+        show(*add(3, 0, 6, columns), 5);
+        addNote(L"Left and Right, Home and End; the press counts where it is let go.", 0, 7, columns);
     }
 
 private:
     static constexpr int columns = 2;
-    /// In the size of a usual control, or so many times that.
-    StarRating* add(double size, int column, int row) {
-        double const height = size * UifStd::getButtonHeight();
-        GlobCreationInfo info(XY<int>(static_cast<int>(5 * height), static_cast<int>(height)));
+    /// So many times as high as a usual control.
+    StarRating* add(int height, int column, int row, int across = 1) {
+        GlobCreationInfo info(XY<int>(1, 1));
         info.opaque = false;
-        StarRating* const rating = put(std::make_unique<StarRating>(info), {row, column});
-        LayoutOptions options;
-        options.horizontal = LayoutAlign::start;
-        options.vertical = LayoutAlign::centre;
-        grid().setOptions(*rating, options);
+        StarRating* const rating =
+            grid().add(std::make_unique<StarRating>(info), {.row = row, .column = column, .columns = across},
+                       {.horizontal = LayoutAlign::start,
+                        .vertical = LayoutAlign::centre,
+                        .size = {5 * height, height},
+                        .unit = LayoutUnit::buttonHeight});
         addTabStop(*rating);
         rating->setName("rating " + StringFromInteger(++count_));
         rating->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([this](NotifyMsg const& message) {

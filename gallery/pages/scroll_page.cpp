@@ -36,10 +36,9 @@ public:
         addNote(L"slider", 0, 8);
         addSlider(0.4, 9)->setName("slider");
         addNote(L"points of interest", 0, 10);
-        Slider* const marked = addSlider(0.8, 11);
-        marked->setName("marked");
-        marked->setPointsOfInterest(
-            {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkWarning)}});
+        marked_ = addSlider(0.8, 11);
+        marked_->setName("marked");
+        showMarks();
         Label* const note = addNote(L"disabled", 0, 12);
         Slider* const off = addSlider(0.3, 13);
         off->setLabelledBy(note);
@@ -62,8 +61,16 @@ public:
             CellPanel::handleMessageEvent(name, sender);
         return 1;
     }
+    void handleLookChange(LookChange changes) override {
+        CellPanel::handleLookChange(changes);
+        showMarks();
+    }
 
 private:
+    void showMarks() {
+        marked_->setPointsOfInterest(
+            {{0.25, getPalette().mark(eMarkNormal)}, {0.5, getPalette().mark(eMarkWarning)}});
+    }
     static LightweightString<wchar_t> nameOf(Glob const& glob) { return fromUTF8(glob.name()) + L"  "; }
     static unsigned short length() { return toSize16(10 * UifStd::getButtonHeight()); }
     ScrollBar* addBar(ThumbSettings thumb, int row) {
@@ -99,6 +106,7 @@ private:
         addStop(row->add(std::make_unique<Slider>(args)))->setName("tall slider");
     }
 
+    Slider* marked_ = nullptr;
     std::vector<std::unique_ptr<GlobTabStop>> stops_;
 };
 

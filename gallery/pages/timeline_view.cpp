@@ -67,7 +67,7 @@ LightweightString<wchar_t> TimelineView::timeText(double seconds) {
     return clockText(seconds, true);
 }
 
-/// The names of the tracks, and as much of the clips; the ruler and a track.
+/// Room for the names of the tracks and the same of the clips, for the ruler and some tracks.
 SizeNeeds TimelineView::sizeNeeds() const {
     return {.natural = {4 * headerWidth(), 6 * rulerHeight()},
             .minimum = {2 * headerWidth(), 3 * rulerHeight()}};

@@ -46,8 +46,7 @@ public:
             bool const marked = row == marked_ || (row == 0 && next_);
             if (marked)
                 renderer.renderPrimitive(Glib::RectDescription(box, palette.selection(eSelectionActive)));
-            XY<int> const place{box.x1 + UifStd::getIndentWidth(),
-                                box.y1 + getFontYOffset(box.height(), font)};
+            XY<int> const place{box.x1 + UifStd::getWidgetGap(), box.y1 + getFontYOffset(box.height(), font)};
             Colour const ink = palette.text(marked ? eTextSelected : eTextEnabled);
             renderer.renderPrimitive(Glib::TextDescription(textOf(row), place, font, ink));
         }

@@ -75,10 +75,10 @@ void whiteLight(IconSketch& sketch) {
     light(sketch, pale, lit);
 }
 
-/// The light that is off: only a rim.
+/// The light that is off: smaller, and filled, as rings are what nobody has chosen.
 void greyLight(IconSketch& sketch) {
-    sketch.circle(0.34);
-    sketch.stroke(ink, sketch.bar());
+    sketch.circle(0.3);
+    light(sketch, grey, false);
 }
 
 // Marks
