@@ -76,8 +76,11 @@ void Button::draw() {
 }
 
 void Button::drawBackground() {
-    if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     CanvasRenderer renderer(canvas(), canvasArea());
+    // In a window of its own nothing lies behind the round corners.
+    if (!isChildGlob() && isOpaque())
+        renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getPalette().window(eWindowNormal)));
+    if (style_ == eButtonFlat && !looksDown() && !isHovered() && !defaultAction_) return;
     ControlLook::drawFace(renderer, face(), getPalette());
 }
 

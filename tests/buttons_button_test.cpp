@@ -405,6 +405,7 @@ TEST_F(Buttons, OwnColoursAreDrawnAsGivenAndOnlyChangesRepaint) {
     button->setState(buttonDown, eRedrawNo);
     driver_.settle();
     EXPECT_EQ(nativeOf(root_)->numPresented(), presented) << "not wanted";
+    button->makeDirty();
 }
 
 TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {

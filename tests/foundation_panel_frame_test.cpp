@@ -138,6 +138,7 @@ TEST_F(PanelFrames, AGrooveLeavesOutItsTitle) {
     EXPECT_EQ(driver_.pixel(panel, {100, 149}), body) << "nothing above it";
     panel->eraseRectangle({140, 0, 400, 400}, Colour(1, 0, 0));
     EXPECT_EQ(driver_.pixel(panel, {100, 75}), body);
+    panel->makeDirty();
 }
 
 } // namespace
