@@ -194,6 +194,7 @@ TEST(LightweightVector, CopiesShareUntilOneChanges) {
     LightweightVector<int> first(plain);
     LightweightVector<int> second = first;
     EXPECT_TRUE(second.sharesElementsWith(first));
+    EXPECT_TRUE(first == LightweightVector<int>(plain)) << "though they share nothing";
     EXPECT_EQ(second[1], 2);
     EXPECT_TRUE(second.sharesElementsWith(first));
     second.push_back(4);
