@@ -1,38 +1,33 @@
+#include "host/base/id_stamp.h"
 #include "host/base/life.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
-#include <memory>
 #include <optional>
 #include <random>
+#include <set>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace wainscot {
 namespace {
 
-/// Objects as an allocator places them: at multiples of 16, side by side in two blocks.
+/// Objects as an allocator places them: at multiples of 16.
 struct alignas(16) Place {
     IdStamp stamp;
-};
-
-class Places {
-public:
-    explicit Places(std::mt19937& random) : random_(random) {}
-    Place* any() { return &blocks_[random_() % 2][random_() % 6000]; }
-
-private:
-    std::mt19937& random_;
-    std::vector<Place> blocks_[2] = {std::vector<Place>(6000), std::vector<Place>(6000)};
 };
 
 TEST(Liveness, AgreesWithAModelUnderRandomUse) {
     std::size_t const before = Liveness::count();
     std::map<void const*, IdStamp> model;
     std::mt19937 random(5);
-    Places places(random);
+    std::vector<Place> blocks[2] = {std::vector<Place>(6000), std::vector<Place>(6000)};
+    auto const any = [&] { return &blocks[random() % 2][random() % 6000]; };
     for (int i = 0; i < 60000; ++i) {
-        Place* const object = places.any();
+        Place* const object = any();
         // Phases of growing and of shrinking, so that the table fills, empties and fills again.
         if (random() % 8 < (i / 5000 % 2 ? 1 : 6)) {
             model[object] = object->stamp = IdStamp::make();
@@ -41,7 +36,7 @@ TEST(Liveness, AgreesWithAModelUnderRandomUse) {
             Liveness::remove(object);
             model.erase(object);
         }
-        void const* const asked = places.any();
+        void const* const asked = any();
         auto const found = model.find(asked);
         ASSERT_EQ(Liveness::stampOf(asked), found == model.end() ? IdStamp() : found->second);
         ASSERT_EQ(Liveness::count(), before + model.size());
@@ -63,33 +58,52 @@ TEST(Liveness, NullIsNeverAlive) {
     EXPECT_EQ(Liveness::count(), before);
 }
 
-TEST(LifeToken, GuardsKnowTheDeadAndTheirSuccessors) {
+TEST(LifeToken, GuardsKnowTheDeadTheirSuccessorsAndCopies) {
     std::size_t const before = Liveness::count();
     std::optional<LifeToken> token(std::in_place);
     EXPECT_EQ(Liveness::count(), before);
-    LifeGuard const guard(*token);
-    LifeGuard const second(*token);
+    LifeGuard const guard(*token), second(*token);
     EXPECT_EQ(Liveness::count(), before + 1);
-    EXPECT_TRUE(guard.alive() && second.alive());
+    std::optional<LifeToken> copy(*token);
+    LifeGuard const ofCopy(*copy);
+    *copy = *token;
+    EXPECT_TRUE(guard.alive() && second.alive() && ofCopy.alive());
     token.reset();
     EXPECT_FALSE(guard.alive() || second.alive());
+    EXPECT_TRUE(ofCopy.alive());
     token.emplace();
     EXPECT_TRUE(LifeGuard(*token).alive());
     EXPECT_FALSE(guard.alive());
     token.reset();
+    copy.reset();
     EXPECT_EQ(Liveness::count(), before);
 }
 
-TEST(LifeToken, CopiesLiveTheirOwnLives) {
-    auto original = std::make_unique<LifeToken>();
-    LifeGuard const ofOriginal(*original);
-    LifeToken copy(*original);
-    LifeGuard const ofCopy(copy);
-    copy = *original;
-    EXPECT_TRUE(ofCopy.alive());
-    original.reset();
-    EXPECT_FALSE(ofOriginal.alive());
-    EXPECT_TRUE(ofCopy.alive());
+TEST(IdStamp, InvalidOnesNameNothing) {
+    IdStamp stamp = IdStamp::make();
+    EXPECT_TRUE(stamp.valid());
+    EXPECT_EQ(stamp.asString(), std::to_string(stamp.value()).c_str());
+    stamp.invalidate();
+    EXPECT_FALSE(stamp.valid());
+    EXPECT_EQ(stamp, IdStamp());
+}
+
+TEST(ThreadIdStamp, NoStampIsGivenTwice) {
+    constexpr std::size_t each = 5000;
+    std::vector<std::vector<IdStamp>> made(4);
+    {
+        std::vector<std::jthread> threads;
+        for (auto& stamps : made)
+            threads.emplace_back([&stamps] {
+                for (std::size_t i = 0; i < each; ++i) stamps.push_back(IdStamp::make());
+            });
+    }
+    std::set<IdStamp> all;
+    for (auto const& stamps : made) {
+        EXPECT_TRUE(std::is_sorted(stamps.begin(), stamps.end()));
+        all.insert(stamps.begin(), stamps.end());
+    }
+    EXPECT_EQ(all.size(), made.size() * each);
 }
 
 } // namespace

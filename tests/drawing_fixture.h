@@ -51,6 +51,14 @@ public:
         return ink;
     }
     CanvasRenderer renderer() { return CanvasRenderer(&canvas, surface.bounds()); }
+    /// Draws as the function says, and brings it to the surface.
+    template <class Act>
+    void paint(Act act) {
+        CanvasRenderer painter = renderer();
+        act(painter);
+    }
+    /// All device pixels.
+    std::vector<std::uint32_t> picture() const { return {surface.pixels(), surface.pixels() + pixelCount()}; }
     template <class Primitive>
     void draw(Primitive const& primitive) {
         renderer().renderPrimitive(primitive);

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <random>
-#include <stdexcept>
 #include <sys/stat.h>
 
 namespace wainscot {
@@ -77,53 +76,35 @@ TEST(Image, IsDrawnUprightBlendedAndScaled) {
             EXPECT_EQ(window.surface.pixelAt({8, 5}), 0xFF00807FU);
         }
         window.clear(0xFF0000FF);
-        CanvasRenderer renderer = window.renderer();
-        renderer.renderPrimitive(Glib::ImageDescription(image, IntBox(0, 0, 16, 12), 0.5));
+        window.draw(Glib::ImageDescription(image, IntBox(0, 0, 16, 12), 0.5));
         EXPECT_NEAR(static_cast<double>(window.surface.pixelAt({8, 6}) >> 16 & 0xFF), 128, 2);
     }
 }
 
-TEST(Image, APainterMayThrow) {
-    bool throws = false;
-    Qv::Ptr<Glib::Image> const image =
-        Glib::Image::fromPainter({4, 4}, [&](XY<int>, std::span<std::uint32_t>) {
-            if (throws) throw std::runtime_error("painter");
-        });
-    throws = true;
-    PaintedWindow window({20, 20});
-    EXPECT_THROW(window.draw(Glib::ImageDescription(image, IntBox(0, 0, 8, 8))), std::runtime_error);
-}
-
 TEST(Icons, AreFoundByBareNameOnly) {
-    std::string const folder = ::testing::TempDir();
-    PaintedWindow window({6, 6});
-    ASSERT_TRUE(
-        writePng(window.surface, LightweightString<char>((folder + "/icon_test.png").c_str())).empty());
-    Glib::setIconFolder(LightweightString<char>(folder.c_str()));
+    TemporaryFolder const folder;
+    ASSERT_TRUE(writePng(PaintedWindow({6, 6}).surface, folder.text("icon_test.png")).empty());
+    Glib::setIconFolder(LightweightString<char>(folder.path()));
     Qv::Ptr<Glib::Image> const icon = Glib::loadIcon(L"icon_test.png");
     ASSERT_TRUE(icon);
     EXPECT_EQ(Glib::loadIcon(L"icon_test.png"), icon);
-    EXPECT_FALSE(Glib::loadIcon(L"../icon_test.png"));
+    std::wstring const name(folder.path().begin(), folder.path().end());
+    EXPECT_FALSE(Glib::loadIcon(
+        LightweightString<wchar_t>(L".." + name.substr(name.rfind(L'/')) + L"/icon_test.png")));
     EXPECT_FALSE(Glib::loadIcon(L"missing.png"));
-    Glib::registerIcon(L"missing.png", icon);
-    EXPECT_EQ(Glib::loadIcon(L"missing.png"), icon);
-    Glib::registerIcon(L"missing.png", {});
     Glib::setIconFolder("");
     EXPECT_FALSE(Glib::loadIcon(L"icon_test.png"));
-    std::remove((folder + "/icon_test.png").c_str());
 }
 
 TEST(Region, CurvesTheCornersAskedFor) {
     Qv::Ptr<iRegion> const all = makeCurvedRegion({40, 30}, 8);
     Qv::Ptr<iRegion> const top = makeCurvedRegion({40, 30}, 8, eCurvedTop);
     EXPECT_EQ(all->bounds(), IntBox(0, 0, 40, 30));
-    std::size_t pixels = 0;
-    for (IntBox const& box : all->boxes()) pixels += static_cast<std::size_t>(box.width() * box.height());
-    EXPECT_NEAR(static_cast<double>(pixels), 40 * 30 - (4 - 3.14159) * 64, 12);
-    EXPECT_FALSE(all->contains({0, 0}));
-    EXPECT_FALSE(all->contains({39, 29}));
+    int pixels = 0;
+    for (IntBox const& box : all->boxes()) pixels += box.width() * box.height();
+    EXPECT_NEAR(pixels, 40 * 30 - (4 - 3.14159) * 64, 12);
+    EXPECT_FALSE(all->contains({0, 0}) || all->contains({39, 29}) || top->contains({0, 29}));
     EXPECT_TRUE(top->contains({0, 0}));
-    EXPECT_FALSE(top->contains({0, 29}));
     EXPECT_TRUE(makeCurvedRegion({0, 5}, 3)->isEmpty());
     EXPECT_TRUE(makeCurvedRegion({10, 10}, 4000000000U)->contains({5, 5}));
     EXPECT_TRUE(region_eq(region_intersect(all, top), all));
@@ -132,11 +113,9 @@ TEST(Region, CurvesTheCornersAskedFor) {
 }
 
 TEST(Region, IsBuiltFromImages) {
-    Qv::Ptr<Glib::Image> const image =
-        Glib::Image::fromPixels({3, 2}, {0, white, white, 0x7F7F7F7F, 0, white});
-    Qv::Ptr<iRegion> const outline = glib_buildRegionFromImage(image);
-    Qv::Ptr<iRegion> const expected = Glib::RegionBuilder().add({1, 1, 3, 2}).add({2, 0, 3, 1}).build();
-    EXPECT_TRUE(region_eq(outline, expected));
+    auto const image = Glib::Image::fromPixels({3, 2}, {0, white, white, 0x7F7F7F7F, 0, white});
+    EXPECT_TRUE(region_eq(glib_buildRegionFromImage(image),
+                          Glib::RegionBuilder().add({1, 1, 3, 2}).add({2, 0, 3, 1}).build()));
     EXPECT_FALSE(glib_buildRegionFromImage({}));
 }
 

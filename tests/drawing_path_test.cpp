@@ -126,6 +126,7 @@ TEST_F(PathDrawing, CopiesOverlappingPixels) {
         glib_copy({10, 10, 18, 18}, XY<int>(10, 10) + by);
         EXPECT_EQ(window.surface.pixelAt(XY<int>(12, 13) + by), 0xFF0000FFU);
         EXPECT_EQ(window.surface.pixelAt(XY<int>(17, 17) + by), red);
+        EXPECT_EQ(ink(), static_cast<std::size_t>(128 - (8 - std::abs(by.x)) * (8 - std::abs(by.y))));
     }
     glib_copy({50, 40, 90, 90}, {0, 0});
     EXPECT_EQ(window.surface.pixelAt({9, 9}), white);

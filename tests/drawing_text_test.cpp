@@ -1,4 +1,6 @@
+#include "host/base/recent_map.h"
 #include "host/drawing/font.h"
+#include "host/drawing/long_text.h"
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "tests/drawing_fixture.h"
@@ -19,41 +21,27 @@ Qv::Ptr<iFont> standardFont(unsigned short size = 12) {
     return Glib::loadFont({"DejaVu Sans", size});
 }
 
-void draw(PaintedWindow& window, Glib::TextDescription const& text) {
-    CanvasRenderer renderer = window.renderer();
-    renderer.renderPrimitive(text);
-}
-
-TEST(Text, CoversWhatItMeasures) {
-    for (double const scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
-        PaintedWindow window({300, 40}, scale);
-        Glib::TextDescription const text(L"HillH Wainscot 0123 H", {20, 12}, standardFont(), Colour());
-        draw(window, text);
-        IntBox const bounds = text.calcBounds();
-        EXPECT_EQ(bounds.size(), XY<int>(standardFont()->textWidth(text.text), standardFont()->lineHeight()));
-        IntBox const ink = window.inkBox();
-        IntBox const box = window.surface.deviceBox(bounds);
-        // The letters at both ends stand about one pixel inside their advance.
-        EXPECT_NEAR(ink.x1, box.x1 + scale, scale + 1) << scale;
-        EXPECT_NEAR(ink.x2, box.x2 - scale, scale + 1) << scale;
-        EXPECT_GE(ink.y1, box.y1);
-        EXPECT_LE(ink.y2, box.y2);
-    }
-}
-
-TEST(Text, MeasuresAlikeAtEveryScaleAndAlignment) {
-    Text const label(L"Import selected clips");
+TEST(Text, CoversWhatItMeasuresAtEveryScaleAndAlignment) {
+    Text const label(L"HillH Wainscot 0123 H");
     int const width = standardFont()->textWidth(label);
     EXPECT_GT(width, 80);
-    for (TextAlignment const align : {eAlignLeft, eAlignRight, eAlignCentre}) {
-        PaintedWindow window({400, 40}, 2.0);
-        Glib::TextDescription const text(label, {200, 12}, standardFont(), Colour(), align);
-        draw(window, text);
-        int const left = align == eAlignLeft ? 200 : align == eAlignRight ? 200 - width : 200 - width / 2;
-        EXPECT_EQ(text.calcBounds().x1, left);
-        EXPECT_NEAR(window.inkBox().x1, 2 * left, 4);
-        EXPECT_NEAR(window.inkBox().x2, 2 * (left + width), 4);
-    }
+    for (double const scale : {1.0, 1.25, 1.5, 2.0, 3.0})
+        for (TextAlignment const align : {eAlignLeft, eAlignRight, eAlignCentre}) {
+            PaintedWindow window({400, 40}, scale);
+            Glib::TextDescription const text(label, {200, 12}, standardFont(), Colour(), align);
+            window.draw(text);
+            IntBox const bounds = text.calcBounds();
+            EXPECT_EQ(bounds.size(), XY<int>(width, standardFont()->lineHeight()));
+            EXPECT_EQ(bounds.x1, align == eAlignLeft    ? 200
+                                 : align == eAlignRight ? 200 - width
+                                                        : 200 - width / 2);
+            IntBox const ink = window.inkBox();
+            IntBox const box = window.surface.deviceBox(bounds);
+            // The letters at both ends stand about one pixel inside their advance.
+            EXPECT_NEAR(ink.x1, box.x1 + scale, scale + 1) << scale << " " << align;
+            EXPECT_NEAR(ink.x2, box.x2 - scale, scale + 1) << scale << " " << align;
+            EXPECT_TRUE(ink.y1 >= box.y1 && ink.y2 <= box.y2) << scale << " " << align;
+        }
 }
 
 TEST(Text, GapsRunFromTheStartToTheEnd) {
@@ -84,7 +72,7 @@ TEST(Text, SurvivesAnythingAsCodePoints) {
         Text text;
         for (auto i = random() % 300; i > 0; --i)
             text.push_back(static_cast<wchar_t>(odd[random() % std::size(odd)]));
-        draw(window, Glib::TextDescription(text, {0, 10}, font, Colour()));
+        window.draw(Glib::TextDescription(text, {0, 10}, font, Colour()));
         int const length = static_cast<int>(text.size());
         int const found = font->characterAtX(text, static_cast<int>(random() % 200));
         EXPECT_TRUE(found >= 0 && found <= length);
@@ -102,7 +90,7 @@ TEST(Text, AMillionCharactersAreMeasuredAndDrawn) {
     Qv::Ptr<iFont> const font = standardFont();
     EXPECT_NEAR(font->textWidth(text), 1e6 * font->textWidth(L"mmmmmmmmmm") / 10, 5e4);
     PaintedWindow window({100, 30});
-    draw(window, Glib::TextDescription(text, {-200000, 10}, font, Colour()));
+    window.draw(Glib::TextDescription(text, {-200000, 10}, font, Colour()));
     EXPECT_EQ(window.inkBox().width(), 100);
     EXPECT_EQ(font->prefixWidth(text, 500000) / 100, font->textWidth(text) / 200);
 }
@@ -123,9 +111,7 @@ TEST(Text, LineStandsInTheMiddleOfABox) {
     Qv::Ptr<iFont> const font = standardFont();
     for (int height = 1; height < 60; ++height) {
         int const baseline = getFontYOffset(height, font);
-        int const below = baseline - font->descent();
-        int const above = height - baseline - font->ascent();
-        EXPECT_LE(std::abs(below - above), 1) << height;
+        EXPECT_NEAR(baseline - font->descent(), height - baseline - font->ascent(), 1) << height;
     }
 }
 
@@ -142,52 +128,35 @@ TEST(Text, SeekStepsByClustersAndWords) {
     for (int x = 0; x < font->textWidth(text) + 5; ++x)
         EXPECT_TRUE(std::count(stops.begin(), stops.end(), font->characterAtX(text, x))) << x;
 
+    std::wstring flags;
+    for (int i = 0; i < 100; ++i) flags += L"\U0001F1E9\U0001F1EA";
+    Text const inARow{std::wstring_view(flags)};
+    for (int i = 0; i < 200; i += 2) {
+        EXPECT_EQ(font->seek(inARow, i, iFont::eSeekNextChar, iFont::currentIndex), i + 2);
+        EXPECT_EQ(font->seek(inARow, i + 2, iFont::eSeekPrevChar, iFont::currentIndex), i);
+    }
+
     Text const words(L"  one  two ");
-    EXPECT_EQ(font->seek(words, 0, iFont::eSeekNextWord), 5);
-    EXPECT_EQ(font->seek(words, 5, iFont::eSeekNextWord), 10);
-    EXPECT_EQ(font->seek(words, 10, iFont::eSeekNextWord), 11);
-    EXPECT_EQ(font->seek(words, 11, iFont::eSeekPrevWord), 7);
-    EXPECT_EQ(font->seek(words, 7, iFont::eSeekPrevWord), 2);
-    EXPECT_EQ(font->seek(words, 2, iFont::eSeekPrevWord), 0);
-    EXPECT_EQ(font->seek(words, 4, iFont::eSeekStart), 0);
-    EXPECT_EQ(font->seek(words, 4, iFont::eSeekEnd), 11);
+    struct {
+        iFont::eCharSeekMethod method;
+        int from, to;
+    } const steps[] = {
+        {iFont::eSeekNextWord, 0, 5},  {iFont::eSeekNextWord, 5, 10}, {iFont::eSeekNextWord, 10, 11},
+        {iFont::eSeekPrevWord, 11, 7}, {iFont::eSeekPrevWord, 7, 2},  {iFont::eSeekPrevWord, 2, 0},
+        {iFont::eSeekStart, 4, 0},     {iFont::eSeekEnd, 4, 11},      {iFont::eSeekAbsolute, 4, 4}};
+    for (auto const& [method, from, to] : steps) EXPECT_EQ(font->seek(words, from, method), to) << from;
     EXPECT_EQ(font->seek(words, 4, iFont::eSeekAbsolute, 99), 11);
-    EXPECT_EQ(font->seek(words, 4, iFont::eSeekAbsolute), 4);
 }
 
 TEST(Text, MissingGlyphsComeFromOtherFaces) {
-    PaintedWindow window({200, 40});
-    draw(window, Glib::TextDescription(L"\u6F22", {5, 10}, standardFont(20), Colour()));
-    std::size_t const ink = window.pixelCount() - window.countOf(white);
-    window.clear();
-    draw(window, Glib::TextDescription(L"\U000E1234", {5, 10}, standardFont(20), Colour()));
-    std::size_t const boxInk = window.pixelCount() - window.countOf(white);
-    EXPECT_NE(ink, boxInk);
-    EXPECT_GT(ink, 60U);
+    auto const inkOf = [](wchar_t const* text) {
+        PaintedWindow window({200, 40});
+        window.draw(Glib::TextDescription(text, {5, 10}, standardFont(20), Colour()));
+        return window.pixelCount() - window.countOf(white);
+    };
+    EXPECT_NE(inkOf(L"\u6F22"), inkOf(L"\U000E1234")) << "the box of an unknown character";
+    EXPECT_GT(inkOf(L"\u6F22"), 60U);
     EXPECT_NEAR(standardFont(20)->textWidth(L"\u6F22\u5B57"), 40, 3);
-}
-
-TEST(Text, ManyFlagsInARowStayWhole) {
-    std::wstring flags;
-    for (int i = 0; i < 100; ++i) flags += L"\U0001F1E9\U0001F1EA";
-    Text const text{std::wstring_view(flags)};
-    for (int i = 0; i < 200; i += 2) {
-        EXPECT_EQ(standardFont()->seek(text, i, iFont::eSeekNextChar, iFont::currentIndex), i + 2);
-        EXPECT_EQ(standardFont()->seek(text, i + 2, iFont::eSeekPrevChar, iFont::currentIndex), i);
-    }
-}
-
-TEST(Text, RightToLeftTextRunsTheOtherWay) {
-    Qv::Ptr<iFont> const font = standardFont();
-    Text const hebrew(L"\u05D0\u05D1\u05D2");
-    EXPECT_EQ(font->prefixWidth(hebrew, 0), font->textWidth(hebrew));
-    EXPECT_EQ(font->prefixWidth(hebrew, 3), 0);
-    EXPECT_EQ(font->characterAtX(hebrew, 0), 3);
-    // Within a left-to-right line only the Hebrew word is turned round.
-    Text const mixed(L"ab \u05D0\u05D1\u05D2 cd");
-    EXPECT_LT(font->prefixWidth(mixed, 1), font->prefixWidth(mixed, 2));
-    EXPECT_GT(font->prefixWidth(mixed, 3), font->prefixWidth(mixed, 4));
-    EXPECT_EQ(font->prefixWidth(mixed, 9), font->textWidth(mixed));
 }
 
 /// Hebrew words; only the first letter reaches below the line.
@@ -197,41 +166,40 @@ Text longHebrewText() {
     return text;
 }
 
-TEST(Text, ALongRightToLeftTextBeginsAtItsRightEnd) {
+TEST(Text, RightToLeftTextsRunTheOtherWay) {
     Qv::Ptr<iFont> const font = standardFont();
-    Text const hebrew = longHebrewText();
-    int const width = font->textWidth(hebrew);
-    EXPECT_EQ(font->prefixWidth(hebrew, 0), width);
-    EXPECT_EQ(font->prefixWidth(hebrew, 500), 0);
-    for (int i = 1; i <= 500; ++i) {
-        ASSERT_LT(font->prefixWidth(hebrew, i), font->prefixWidth(hebrew, i - 1)) << i;
-        ASSERT_EQ(font->characterAtX(hebrew, font->prefixWidth(hebrew, i)), i);
+    for (Text const& hebrew : {Text(L"\u05D0\u05D1\u05D2"), longHebrewText()}) {
+        int const width = font->textWidth(hebrew);
+        int const length = static_cast<int>(hebrew.size());
+        EXPECT_EQ(font->prefixWidth(hebrew, 0), width);
+        EXPECT_EQ(font->prefixWidth(hebrew, length), 0);
+        for (int i = 1; i <= length; ++i) {
+            ASSERT_LT(font->prefixWidth(hebrew, i), font->prefixWidth(hebrew, i - 1)) << i;
+            ASSERT_EQ(font->characterAtX(hebrew, font->prefixWidth(hebrew, i)), i);
+        }
+        EXPECT_EQ(font->characterAtX(hebrew, width + 50), 0);
+        EXPECT_EQ(font->characterAtX(hebrew, -50), length);
+        // Within a left-to-right line only the Hebrew is turned round.
+        Text const mixed = L"abc " + hebrew + L" (123) xyz";
+        int const end = font->textWidth(L"abc ") + width;
+        EXPECT_NEAR(font->prefixWidth(mixed, 2), font->textWidth(L"ab"), 1);
+        EXPECT_NEAR(font->prefixWidth(mixed, 4), end + font->textWidth(L" (123)"), 10);
+        EXPECT_GT(font->prefixWidth(mixed, 5), font->prefixWidth(mixed, 3 + length));
+        EXPECT_EQ(font->prefixWidth(mixed, length + 14), font->textWidth(mixed));
+        EXPECT_EQ(font->characterAtX(mixed, font->textWidth(mixed) - 1), length + 14);
+        EXPECT_EQ(font->characterAtX(mixed, 0), 0);
     }
-    EXPECT_EQ(font->characterAtX(hebrew, width + 50), 0);
-    EXPECT_EQ(font->characterAtX(hebrew, -50), 500);
+    // The first letter, which alone reaches below the line, is drawn at the right end.
+    Text const text = longHebrewText();
+    int const width = font->textWidth(text);
     PaintedWindow window({width + 20, 30});
-    draw(window, Glib::TextDescription(hebrew, {10, 10}, font, Colour()));
+    window.draw(Glib::TextDescription(text, {10, 10}, font, Colour()));
     EXPECT_NEAR(window.inkBox().width(), width, 3);
     int leftmost = width;
     for (int y = 20; y < 30; ++y)
         for (int x = width + 19; x >= 0; --x)
             if (window.device(x, y) != white) leftmost = std::min(leftmost, x);
     EXPECT_NEAR(leftmost, width + 5, 6);
-}
-
-TEST(Text, DirectionsMeetAcrossTheBlocksOfALongText) {
-    Qv::Ptr<iFont> const font = standardFont();
-    Text const hebrew = longHebrewText();
-    Text const mixed = L"abc " + hebrew + L" (123) xyz";
-    int const start = font->textWidth(L"abc ");
-    int const end = start + font->textWidth(hebrew);
-    // The line runs from left to right, and all the Hebrew in it the other way.
-    EXPECT_NEAR(font->prefixWidth(mixed, 2), font->textWidth(L"ab"), 1);
-    EXPECT_NEAR(font->prefixWidth(mixed, 4), end + font->textWidth(L" (123)"), 10);
-    EXPECT_LT(font->prefixWidth(mixed, 300), font->prefixWidth(mixed, 200));
-    EXPECT_EQ(font->prefixWidth(mixed, 514), font->textWidth(mixed));
-    EXPECT_EQ(font->characterAtX(mixed, font->textWidth(mixed) - 1), 514);
-    EXPECT_EQ(font->characterAtX(mixed, 0), 0);
 }
 
 TEST(FittedText, IsTheLongestBeginningThatFits) {
@@ -292,7 +260,7 @@ TEST(Symbols, AreOneSizeWideAndDrawnInAnyFont) {
         if (symbol.empty()) continue;
         EXPECT_EQ(standardFont(15)->textWidth(L"ab" + symbol), standardFont(15)->textWidth(L"ab") + 15);
         PaintedWindow window({40, 40}, 1.5);
-        draw(window, Glib::TextDescription(symbol, {10, 10}, standardFont(16), Colour()));
+        window.draw(Glib::TextDescription(symbol, {10, 10}, standardFont(16), Colour()));
         IntBox const ink = window.inkBox();
         EXPECT_FALSE(ink.isEmpty()) << number;
         EXPECT_TRUE(window.surface.deviceBox({10, 6, 26, 28}).contains(ink)) << number;
@@ -300,6 +268,100 @@ TEST(Symbols, AreOneSizeWideAndDrawnInAnyFont) {
     EXPECT_FALSE(getString(QvTTF::eFoldClosed).empty());
     EXPECT_TRUE(getString(QvTTF::eGlyph(127)).empty());
     EXPECT_TRUE(getString(QvTTF::eGlyph(126)).empty());
+}
+
+TEST(RecentMapTest, TheOneAskedForLongestAgoGoes) {
+    RecentMap<std::string, int> map(3);
+    map.add("a", 1);
+    map.add("b", 2);
+    map.add("c", 3);
+    ASSERT_TRUE(map.find("a"));
+    map.add("d", 4);
+    EXPECT_FALSE(map.find("b"));
+    EXPECT_EQ(*map.find("a"), 1);
+    EXPECT_EQ(map.add("a", 5), 5);
+    EXPECT_EQ(map.size(), 3u);
+    map.clear();
+    EXPECT_FALSE(map.find("a"));
+    EXPECT_EQ(map.add("a", 6), 6);
+}
+
+TEST(LoadedFonts, AreKeptWhileInUseAndForALimitedTime) {
+    Qv::Ptr<iFont> const held = Glib::loadFont({"DejaVu Sans", 900});
+    EXPECT_EQ(Glib::loadFont({"DejaVu Sans", 900}), held);
+    int const width = held->textWidth(L"held");
+    for (unsigned short size = 100; size < 600; ++size) Glib::loadFont({"DejaVu Sans", size});
+    EXPECT_EQ(held->refCount(), 1u) << "nobody else keeps it any more";
+    EXPECT_EQ(held->textWidth(L"held"), width);
+    EXPECT_EQ(Glib::loadFont({"DejaVu Sans", 900})->textWidth(L"held"), width);
+}
+
+TEST(LongText, EditsLikeAStringAndMeasuresLikeTheFont) {
+    std::mt19937 random(9);
+    std::wstring reference;
+    Glib::LongText text(standardFont());
+    for (int round = 0; round < 400; ++round) {
+        std::size_t const index = random() % (reference.size() + 1);
+        std::size_t const count = random() % 3 ? 0 : random() % 700;
+        std::wstring added(random() % (round % 20 ? 12 : 900), L'x');
+        for (wchar_t& c : added) c = random() % 6 ? static_cast<wchar_t>(L'a' + random() % 26) : L' ';
+        text.replace(index, count, added);
+        reference.replace(index, std::min(count, reference.size() - index), added);
+        ASSERT_EQ(text.length(), reference.size());
+    }
+    ASSERT_EQ(text.substr(0, reference.size()), reference);
+    EXPECT_EQ(text.substr(10, 300), reference.substr(10, 300));
+    EXPECT_EQ(text.substr(reference.size() + 5, 10), L"");
+    // Kerning and ligatures may be lost where blocks meet, a pixel or so each.
+    LightweightString<wchar_t> const whole((std::wstring_view(reference)));
+    EXPECT_NEAR(text.width(), standardFont()->textWidth(whole), 2.0 + text.width() / 500.0);
+    for (std::size_t i = 0; i <= reference.size(); i += 37) {
+        EXPECT_GE(text.gapX(i + 1), text.gapX(i));
+        EXPECT_NEAR(static_cast<double>(text.indexAt(text.gapX(i))), static_cast<double>(i), 1);
+    }
+    text.replace(0, reference.size(), L"");
+    EXPECT_EQ(text.width(), 0);
+    EXPECT_EQ(text.indexAt(100), 0U);
+}
+
+TEST(LongText, MeasuresWordsOfSeveralScriptsAsTheyAreLaidOut) {
+    std::wstring whole;
+    for (std::size_t i = 0; whole.size() < 20000; ++i) {
+        static constexpr std::wstring_view words[] = {
+            L"office ",          L"AVAT ",  L"— ", L"быстрая ", L"(7) ", L"λίγες ", L"日本 ", L"[ ",
+            L"  x\u0301\u0301 ", L"\u0301", L"\t"};
+        whole += words[i * i % 17 % std::size(words)];
+    }
+    for (int const size : {9, 12, 31}) {
+        auto const font = Glib::loadFont({"DejaVu Sans", static_cast<unsigned short>(size)});
+        Glib::LongText text(font);
+        text.setText(whole);
+        EXPECT_EQ(text.width(), font->textWidth(LightweightString<wchar_t>(std::wstring_view(whole))));
+        for (std::size_t i = 1; i < whole.size(); i += 101) EXPECT_GE(text.gapX(i + 1), text.gapX(i));
+    }
+}
+
+TEST(LongText, KeepsClustersTogetherAcrossBlocks) {
+    Glib::LongText text(standardFont());
+    text.setText(std::wstring(4000, L'a'));
+    for (std::size_t i = 1; i < 2000; i += 3) text.replace(i, 0, L"\u0301");
+    for (int x = 0; x < 3000; ++x) {
+        std::size_t const index = text.indexAt(x);
+        ASSERT_NE(text.substr(index, 1), L"\u0301") << index;
+    }
+}
+
+TEST(LongText, DrawsTheSameAsItsTextWouldBe) {
+    LightweightString<wchar_t> const whole(400, L'w');
+    Glib::LongText text(standardFont());
+    text.setText(whole.view());
+    for (int const x : {0, -1500, -3300}) {
+        PaintedWindow expected({200, 30}), drawn({200, 30});
+        expected.draw(Glib::TextDescription(whole, {x, 10}, standardFont(), Colour()));
+        drawn.paint([&](auto& renderer) { text.draw(renderer, {x, 10}, Colour()); });
+        EXPECT_TRUE(drawn.picture() == expected.picture()) << x;
+        EXPECT_FALSE(drawn.inkBox().isEmpty());
+    }
 }
 
 } // namespace

@@ -42,23 +42,18 @@ TEST_F(ThreadMessages, NothingIsDeliveredAfterTheReceiverOrTheCallbackHasDied) {
     auto* const receiver = addTo(root, new ProbeGlob);
     std::atomic<int> calls{0};
     auto const count = makeCallback<int, NotifyMsg>([&](NotifyMsg const&) { return ++calls; });
-    auto forReceiver = std::make_unique<UIThreadCallback<NotifyMsg>>(count, receiver);
+    UIThreadCallback<NotifyMsg> forReceiver(count, receiver);
     auto forNobody = std::make_unique<UIThreadCallback<NotifyMsg>>(count);
-    std::thread([&] {
-        forReceiver->call(NotifyMsg("one"));
-        forNobody->call(NotifyMsg("two"));
-    }).join();
-    driver_.settle();
-    EXPECT_EQ(calls, 2);
-    std::thread([&] {
-        forReceiver->call(NotifyMsg("one"));
-        forNobody->call(NotifyMsg("two"));
-    }).join();
-    delete receiver;
-    forNobody.reset();
-    driver_.settle();
-    EXPECT_EQ(calls, 2);
-    forReceiver.reset();
+    for (bool const isLast : {false, true}) {
+        std::thread([&] {
+            forReceiver.call(NotifyMsg("one"));
+            forNobody->call(NotifyMsg("two"));
+        }).join();
+        if (isLast) delete receiver;
+        if (isLast) forNobody.reset();
+        driver_.settle();
+        EXPECT_EQ(calls, 2);
+    }
 }
 
 TEST_F(ThreadMessages, CallsMadeWhileTheHostEndsAreDropped) {

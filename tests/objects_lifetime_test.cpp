@@ -10,142 +10,110 @@ namespace {
 
 using Lifetimes = OneWindowTest;
 
-/// What a handler destroys.
-enum class Victim { self, parent, root, sibling, child };
-
-Glob* choose(Victim victim, Glob* self) {
-    switch (victim) {
-    case Victim::self:
-        return self;
-    case Victim::parent:
-        return self->parent();
-    case Victim::root:
-        return Glob::getRootParent(self);
-    case Victim::sibling:
-        return self->nextSibling();
-    case Victim::child:
-        return self->firstChild();
-    }
-    return nullptr;
-}
-
 /// Root, panel, target with a child, and a sibling of the target.
 struct Scene {
+    explicit Scene(RecordingParent* window) : root(window) {
+        root->addChild(panel, BottomLeft(10, 10));
+        panel->addChild(target, BottomLeft(10, 10));
+        target->addChild(new ProbeGlob(20, 20), BottomLeft(2, 2));
+        panel->addChild(sibling, BottomLeft(150, 10));
+    }
+    XY<int> place() const { return target->screenBox().centre(); }
+
     RecordingParent* root;
-    ProbeGlob* panel;
-    ProbeGlob* target;
-    ProbeGlob* child;
-    ProbeGlob* sibling;
+    ProbeGlob* panel = new ProbeGlob(300, 200);
+    ProbeGlob* target = new ProbeGlob(100, 80);
+    ProbeGlob* sibling = new ProbeGlob(50, 50);
 };
 
-Scene makeScene(RecordingParent* root) {
-    Scene scene{root, new ProbeGlob(300, 200), new ProbeGlob(100, 80), new ProbeGlob(20, 20),
-                new ProbeGlob(50, 50)};
-    root->addChild(scene.panel, BottomLeft(10, 10));
-    scene.panel->addChild(scene.target, BottomLeft(10, 10));
-    scene.target->addChild(scene.child, BottomLeft(2, 2));
-    scene.panel->addChild(scene.sibling, BottomLeft(150, 10));
-    return scene;
-}
-
-using Deed = std::function<void()>;
-
-struct Way {
+/// What a handler of the target destroys.
+struct {
     char const* name;
-    /// Sets the handler that does it.
-    std::function<void(ProbeGlob& target, Deed const& deed)> prepare;
-    /// Makes it run.
-    std::function<void(Driver& driver, Scene& scene)> trigger;
-};
+    Glob* (*of)(Glob* target);
+} const victims[] = {{"itself", [](Glob* target) { return target; }},
+                     {"parent", [](Glob* target) { return target->parent(); }},
+                     {"root", [](Glob* target) { return Glob::getRootParent(target); }},
+                     {"sibling", [](Glob* target) { return target->nextSibling(); }},
+                     {"child", [](Glob* target) { return target->firstChild(); }}};
 
-auto inEvents(bool (*wanted)(Event const&)) {
-    return [wanted](ProbeGlob& target, Deed const& deed) {
-        target.onReact = [wanted, deed](Event const& event) {
-            if (wanted(event)) deed();
-            return wanted(event);
-        };
-    };
-}
-void inMessages(ProbeGlob& target, Deed const& deed) {
-    target.onMessage = [deed](auto const&, Glob*) {
-        deed();
-        return 1;
-    };
-}
-void click(Driver& driver, Scene& scene) {
-    driver.clickAt(scene.target->screenBox().centre());
-}
-void point(Driver& driver, Scene& scene) {
-    driver.moveTo(scene.target->screenBox().centre());
-}
-
-Way const ways[] = {
-    {"press", inEvents(mouse_down_event), click},
-    {"release", inEvents(mouse_up_event),
-     [](Driver& d, Scene& s) {
-         s.target->onReact = [inner = s.target->onReact](Event const& e) {
-             return inner(e) || mouse_down_event(e);
-         };
-         click(d, s);
-     }},
-    {"move", inEvents(mouse_move_event), point},
-    {"wheel", inEvents(mouse_wheel_event),
-     [](Driver& d, Scene& s) { d.wheelAt(s.target->screenBox().centre(), 1); }},
-    {"key", inEvents(isKeyPressEvent),
+/// What makes a handler of the target run.
+struct {
+    std::string name;
+    void (*trigger)(Driver& driver, Scene& scene);
+} const ways[] = {
+    {"press", [](Driver& d, Scene& s) { d.clickAt(s.place()); }},
+    {"release", [](Driver& d, Scene& s) { d.clickAt(s.place()); }},
+    {"move", [](Driver& d, Scene& s) { d.moveTo(s.place()); }},
+    {"wheel", [](Driver& d, Scene& s) { d.wheelAt(s.place(), 1); }},
+    {"key",
      [](Driver& d, Scene& s) {
          set_kbd_focus(s.target);
          d.key('A');
      }},
-    {"timer", inEvents(isTimerEvent),
+    {"timer",
      [](Driver& d, Scene& s) {
          s.target->setInterest(EventKind::timer);
          s.sibling->setInterest(EventKind::timer);
          d.advance(35);
      }},
-    {"containment", [](ProbeGlob& t, Deed const& deed) { t.onContainment = [deed](bool) { deed(); }; },
-     point},
-    {"focus", [](ProbeGlob& t, Deed const& deed) { t.onFocus = deed; },
-     [](Driver&, Scene& s) { set_kbd_focus(s.target); }},
-    {"queued message", inMessages,
+    {"containment", [](Driver& d, Scene& s) { d.moveTo(s.place()); }},
+    {"focus", [](Driver&, Scene& s) { set_kbd_focus(s.target); }},
+    {"queued message",
      [](Driver&, Scene& s) {
          sendMessage("first", s.target, s.sibling);
          sendMessage("second", s.target, s.sibling);
          sendMessage("third", s.panel, s.target);
      }},
-    {"direct message", inMessages,
-     [](Driver&, Scene& s) { EXPECT_TRUE(callMessage("now", s.target, s.sibling)); }},
+    {"direct message", [](Driver&, Scene& s) { EXPECT_TRUE(callMessage("now", s.target, s.sibling)); }},
     {"interception",
-     [](ProbeGlob& t, Deed const& deed) {
-         t.onIntercept = [deed](Event const&) {
-             deed();
-             return true;
-         };
-     },
      [](Driver& d, Scene& s) {
          getEventInterceptStack().push(s.target, 1536);
          d.key('A');
      }},
-    {"drawing", [](ProbeGlob& t, Deed const& deed) { t.onDraw = deed; },
-     [](Driver&, Scene& s) { s.target->makeDirty(); }},
-    {"resize", [](ProbeGlob& t, Deed const& deed) { t.onReshape = deed; },
-     [](Driver&, Scene& s) { s.target->resize(30, 30); }},
+    {"drawing", [](Driver&, Scene& s) { s.target->makeDirty(); }},
+    {"resize", [](Driver&, Scene& s) { s.target->resize(30, 30); }},
 };
+
+/// Only the handler that the way names does the deed.
+void prepare(ProbeGlob& target, std::string const& way, std::function<void()> const& deed) {
+    auto const run = [=](char const* handler) {
+        bool const isMeant = way.ends_with(handler);
+        if (isMeant) deed();
+        return isMeant;
+    };
+    target.onReact = [=, &target](Event const& event) {
+        char const* const handler = mouse_down_event(event)    ? "press"
+                                    : mouse_up_event(event)    ? "release"
+                                    : mouse_move_event(event)  ? "move"
+                                    : mouse_wheel_event(event) ? "wheel"
+                                    : isKeyPressEvent(event)   ? "key"
+                                    : isTimerEvent(event)      ? "timer"
+                                                               : nullptr;
+        if (!handler) return target.Glob::react(event);
+        return run(handler) || (way == "release" && mouse_down_event(event));
+    };
+    target.onMessage = [=](auto const&, Glob*) { return run("message"), 1; };
+    target.onContainment = [=](bool) { run("containment"); };
+    target.onFocus = [=] { run("focus"); };
+    target.onIntercept = [=](Event const&) { return run("interception"); };
+    target.onDraw = [=] { run("drawing"); };
+    target.onReshape = [=] { run("resize"); };
+}
 
 /// Any handler may destroy itself, its parent, its window, its sibling, its child: nobody finds the dead
 /// afterwards, and all others go on.
 TEST_F(Lifetimes, HandlersMayDestroyAnything) {
-    for (Way const& way : ways) {
-        for (Victim victim : {Victim::self, Victim::parent, Victim::root, Victim::sibling, Victim::child}) {
-            SCOPED_TRACE(std::string(way.name) + " " + std::to_string(static_cast<int>(victim)));
+    for (auto const& way : ways)
+        for (auto const& victim : victims) {
+            SCOPED_TRACE(way.name + " " + victim.name);
             int const before = ProbeGlob::alive;
-            Scene scene = makeScene(openWindow());
-            Glob* const doomed = choose(victim, scene.target);
-            IdStamp const stamp = doomed->idStamp();
+            Scene scene(openWindow());
+            Glob* const doomed = victim.of(scene.target);
             Glob* const root = scene.root;
-            IdStamp const rootStamp = root->idStamp();
+            IdStamp const stamp = doomed->idStamp(), rootStamp = root->idStamp();
             driver_.moveTo({0, 0});
             driver_.settle();
-            way.prepare(*scene.target, [victim, target = scene.target] { delete choose(victim, target); });
+            prepare(*scene.target, way.name, [&victim, target = scene.target] { delete victim.of(target); });
             way.trigger(driver_, scene);
             driver_.settle();
             EXPECT_FALSE(EventHandler::valid(doomed, stamp));
@@ -156,7 +124,6 @@ TEST_F(Lifetimes, HandlersMayDestroyAnything) {
             driver_.settle();
             EXPECT_EQ(ProbeGlob::alive, before);
         }
-    }
 }
 
 TEST_F(Lifetimes, TheDeadAreGoneAtOnceButTheirMemoryStaysUntilTheHandlerReturns) {
@@ -266,7 +233,7 @@ TEST_F(Lifetimes, ADeepTreeNeedsNoCallStack) {
     EXPECT_EQ(root_->numChildren(), 0u);
 }
 
-TEST_F(Lifetimes, AnObjectWhoseConstructorThrowsLeavesNothingBehind) {
+TEST_F(Lifetimes, ConstructorsMayThrowAndDestructorsMayDeleteChildren) {
     struct Throws : ProbeGlob {
         Throws() {
             addChild(new ProbeGlob);
@@ -274,17 +241,13 @@ TEST_F(Lifetimes, AnObjectWhoseConstructorThrowsLeavesNothingBehind) {
             throw 1;
         }
     };
-    int const before = ProbeGlob::alive;
-    EXPECT_THROW(new Throws, int);
-    EXPECT_EQ(ProbeGlob::alive, before);
-}
-
-TEST_F(Lifetimes, AParentsDestructorMayDeleteItsOwnChildren) {
     struct Owner : ProbeGlob {
         Owner() : owned(new ProbeGlob) { addChild(owned.get()); }
         std::unique_ptr<ProbeGlob> owned;
     };
     int const before = ProbeGlob::alive;
+    EXPECT_THROW(new Throws, int);
+    EXPECT_EQ(ProbeGlob::alive, before);
     root_->addChild(new Owner);
     delete root_->firstChild();
     EXPECT_EQ(ProbeGlob::alive, before);
@@ -346,58 +309,41 @@ TEST_F(Lifetimes, RandomTreesMatchAModel) {
     std::mt19937 random(7);
     std::map<Glob*, std::vector<Glob*>> model{{root_, {}}};
     std::vector<Glob*> all{root_};
-    auto const isBelow = [](Glob* glob, Glob* above) {
-        return glob == above || Glob::isParentedTo(glob, above);
-    };
+    auto const below = [&](std::size_t n) { return static_cast<int>(random() % n); };
+    auto const any = [&] { return all[random() % all.size()]; };
     for (int step = 0; step < 4000; ++step) {
-        Glob* const at = all[random() % all.size()];
-        switch (random() % 5) {
-        case 0:
-        case 1: {
-            auto* const added = new Glob(10, 10);
-            at->addChild(added,
-                         BottomLeft(static_cast<int>(random() % 300), static_cast<int>(random() % 200)));
+        if (step % 100 == 0) driver_.settle();
+        Glob* const at = any();
+        Glob* const from = at->parent();
+        int const what = below(5);
+        if (what < 2) {
+            Glob* const added = at->addChild(new Glob(10, 10), BottomLeft(below(300), below(200)));
             model[at].push_back(added);
             model[added];
             all.push_back(added);
-            break;
+        } else if (at == root_) {
+            continue;
         }
-        case 2: {
-            Glob* const to = all[random() % all.size()];
-            if (at == root_) break;
-            Glob* const from = at->parent();
-            if (at->reparentTo(to) == isBelow(to, at)) FAIL() << "cycle check";
-            if (at->parent() != from) {
-                std::erase(model[from], at);
-                model[at->parent()].push_back(at);
-            }
-            break;
+        if (what == 2) {
+            Glob* const to = any();
+            ASSERT_NE(at->reparentTo(to), to == at || Glob::isParentedTo(to, at)) << "cycle check";
         }
-        case 3: {
-            if (at == root_) break;
-            auto& siblings = model[at->parent()];
-            std::erase(siblings, at);
-            siblings.push_back(at);
-            at->moveToTop();
-            break;
+        if (what == 3) at->moveToTop();
+        if (what == 3 || (what == 2 && at->parent() != from)) {
+            std::erase(model[from], at);
+            model[at->parent()].push_back(at);
         }
-        default: {
-            if (at == root_ || random() % 3 != 0) break;
-            std::erase(model[at->parent()], at);
+        if (what == 4 && below(3) == 0) {
             std::vector<Glob*> doomed;
-            at->visitSubtree([&](Glob& glob) {
-                doomed.push_back(&glob);
-                return true;
-            });
+            at->visitSubtree([&](Glob& glob) { return doomed.push_back(&glob), true; });
+            std::erase(model[from], at);
             delete at;
-            for (Glob* dead : doomed) {
+            for (Glob* const dead : doomed) {
                 model.erase(dead);
                 std::erase(all, dead);
                 EXPECT_FALSE(is_good_glob_ptr(dead));
             }
         }
-        }
-        if (step % 100 == 0) driver_.settle();
     }
     for (auto const& [parent, children] : model) {
         std::vector<Glob*> found;

@@ -12,10 +12,7 @@ using State = OneWindowTest;
 TEST_F(State, DrawingIsLaidOutInParts) {
     struct Parts : ProbeGlob {
         std::string order;
-        void drawBackground() override {
-            order += "b";
-            ProbeGlob::drawBackground();
-        }
+        void drawBackground() override { order += "b"; }
         void drawBorder() override { order += "f"; }
         bool canDraw() override { return mayDraw && ProbeGlob::canDraw(); }
         void reshapeCanvas() override { order += "c"; }
@@ -97,7 +94,6 @@ TEST_F(State, PoliciesAreKeptAndTheWindowManagerRespectsThem) {
     RecordingParent* const second = openWindow(100, 100, {600, 100});
     host_->globManager().setWindowTitle(*second, L"\u00c4 title");
     EXPECT_EQ(nativeOf(second)->title(), L"\u00c4 title");
-    EXPECT_EQ(get_kbd_focus(), second);
     root_->setCanBeIt(false);
     activate(root_);
     EXPECT_EQ(get_kbd_focus(), second) << "it may not become the active window";

@@ -16,9 +16,6 @@
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class CommandsTest : public HostTest {};
 
 TEST_F(CommandsTest, AreFoundAndCalled) {
@@ -109,6 +106,7 @@ TEST_F(KeyBindingsTest, UsersChoiceComesFirst) {
     EXPECT_THAT(keys().getKeysAssignedToCommand("late"), IsEmpty());
     keys().resetToDefaults("sort");
     keys().resetToDefaults("save");
+    EXPECT_TRUE(prefs().value("Key bindings").member("sort").isNull());
     EXPECT_EQ(keys().getCommandForKey(ctrlComma), "");
     EXPECT_EQ(keys().getCommandForKey(ctrlS), "late");
     EXPECT_THAT(keys().getKeysAssignedToCommand("nothing"), IsEmpty());

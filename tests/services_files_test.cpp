@@ -3,6 +3,7 @@
 #include "host/services/files.h"
 #include "host/services/preferences.h"
 #include "host/services/recent_paths.h"
+#include "host/services/wstrxcmp.h"
 #include "tests/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@
 #include <fcntl.h>
 #include <map>
 #include <random>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 
@@ -28,35 +30,36 @@ Wide wide(std::string const& bytes) {
 
 TEST(FileNames, AnyBytesSurviveTheWayToTextAndBack) {
     std::mt19937 random(2);
-    std::string_view const pieces[] = {"a",
-                                       "\xC3\xA9",
-                                       "\xC3",
-                                       "\xE2\x82\xAC",
-                                       "\xE2\x82",
-                                       "\xFF",
-                                       "\xED\xA0\x80",
-                                       "\xF3\xB0\xBE\xBF",
-                                       "\xF3\xB0\xBF\xBF",
-                                       "\xF3\xB0\xBE",
-                                       "\xF4\x90\x80\x80",
-                                       "\xC0\x80",
-                                       "\xE0\x80\x80",
-                                       "\xF0\x80\x80\x80",
-                                       "\xF0\x9F\x98\x80",
-                                       "\xEF\xBF\xBD",
-                                       "\n",
-                                       "\x80"};
+    // Good and bad sequences; their beginnings are bad, too.
+    std::string const pieces[] = {"a",
+                                  "\n",
+                                  "\x80",
+                                  "\xFF",
+                                  "\xC3\xA9",
+                                  "\xC0\x80",
+                                  "\xE2\x82\xAC",
+                                  "\xED\xA0\x80",
+                                  "\xE0\x80\x80",
+                                  "\xEF\xBF\xBD",
+                                  "\xF3\xB0\xBE\xBF",
+                                  "\xF3\xB0\xBF\xBF",
+                                  "\xF4\x90\x80\x80",
+                                  "\xF0\x80\x80\x80",
+                                  "\xF0\x9F\x98\x80"};
     int escaped = 0;
     for (int i = 0; i < 20'000; ++i) {
         std::string bytes;
         for (auto n = random() % 8; n > 0; --n)
-            bytes += random() % 3 ? std::string(pieces[random() % std::size(pieces)])
-                                  : std::string(1, static_cast<char>(random() % 256));
+            bytes += random() % 3
+                         ? pieces[random() % std::size(pieces)].substr(0, random() % 9 ? 4 : 1 + random() % 3)
+                         : std::string(1, static_cast<char>(random() % 256));
         Wide const text = wide(bytes);
         ASSERT_EQ(fileNameToBytes(text), Narrow(bytes));
         // What is shown may be kept as UTF-8, in preferences for example.
-        ASSERT_EQ(fromUTF8(toUTF8(text)), text);
-        escaped += text != fromUTF8(Narrow(bytes));
+        Wide const decoded = fromUTF8(Narrow(bytes));
+        for (Wide const& kept : {text, decoded}) ASSERT_EQ(fromUTF8(toUTF8(kept)), kept);
+        escaped += text != decoded;
+        ASSERT_EQ(bytes.empty(), decoded.empty());
     }
     EXPECT_GT(escaped, 5'000);
     EXPECT_EQ(wide("a\xC3\xA9\U0001F600"), L"a\u00E9\U0001F600");
@@ -78,16 +81,18 @@ TEST(FileNames, AreValidated) {
 }
 
 TEST(Files, PathsAreJoinedAndTakenApart) {
-    EXPECT_EQ(joinPaths(L"/a", L"b"), L"/a/b");
-    EXPECT_EQ(joinPaths(L"/a/", L"b"), L"/a/b");
-    EXPECT_EQ(joinPaths(L"/", L"b"), L"/b");
-    EXPECT_EQ(joinPaths(L"/a", L"/b"), L"/b");
-    EXPECT_EQ(joinPaths(L"", L"b"), L"b");
-    EXPECT_EQ(joinPaths(L"/a", L""), L"/a");
-    std::map<Wide, Wide> const parents = {{L"/a/b", L"/a"}, {L"/a/b//", L"/a"}, {L"/a//b", L"/a"},
-                                          {L"/a", L"/"},    {L"/", L"/"},       {L"//", L"/"},
-                                          {L"a", L""},      {L"", L""},         {L"a/b", L"a"}};
-    for (auto const& [path, parent] : parents) EXPECT_EQ(getPath(path), parent) << toUTF8(path).c_str();
+    struct {
+        Wide folder, name, joined, parent;
+    } const paths[] = {
+        {L"/a", L"b", L"/a/b", L"/a"}, {L"/a/", L"b", L"/a/b", L"/a"}, {L"/", L"b", L"/b", L"/"},
+        {L"/a", L"/b", L"/b", L"/"},   {L"", L"b", L"b", L""},         {L"/a", L"", L"/a", L"/"},
+        {L"/a/b", L"/", L"/", L"/"},   {L"", L"", L"", L""},           {L"a", L"b", L"a/b", L"a"}};
+    for (auto const& [folder, name, joined, parent] : paths) {
+        EXPECT_EQ(joinPaths(folder, name), joined);
+        EXPECT_EQ(getPath(joined), parent) << toUTF8(joined).c_str();
+    }
+    for (wchar_t const* path : {L"/a/b//", L"/a//b", L"/a/b"}) EXPECT_EQ(getPath(path), L"/a");
+    EXPECT_EQ(getPath(L"//"), L"/");
 }
 
 TEST(Files, FoldersAreListedWithHostileEntries) {
@@ -110,21 +115,24 @@ TEST(Files, FoldersAreListedWithHostileEntries) {
     for (auto const& item : contents.items) items[item.name] = item;
     ASSERT_EQ(items.size(), 8u);
     EXPECT_EQ(contents.items.size(), 8u);
-    EXPECT_EQ(items[L"plain"].kind, iFileManager::eFile);
-    EXPECT_EQ(items[L"plain"].size, 5u);
-    EXPECT_EQ(items[L"plain"].time, 1'234'567'890u);
-    EXPECT_EQ(items[L"sub"].kind, iFileManager::eFolder);
-    EXPECT_EQ(items[L"sub"].size, 0u);
-    EXPECT_EQ(items[L"link"].kind, iFileManager::eFolder);
-    EXPECT_TRUE(items[L"link"].isLink && !items[L"link"].isBrokenLink);
-    for (wchar_t const* name : {L"broken", L"loop"}) {
-        EXPECT_EQ(items[name].kind, iFileManager::eFile);
-        EXPECT_TRUE(items[name].isBrokenLink);
-        EXPECT_FALSE(fileExists(items[name].path));
+    using enum iFileManager::eKind;
+    struct {
+        Wide name;
+        iFileManager::eKind kind;
+        bool isLink, isBroken;
+    } const expected[] = {{L"plain", eFile, false, false},  {L"sub", eFolder, false, false},
+                          {L"link", eFolder, true, false},  {L"broken", eFile, true, true},
+                          {L"loop", eFile, true, true},     {L"pipe", eSpecial, false, false},
+                          {wide(odd), eFile, false, false}, {Wide(255, L'n'), eFile, false, false}};
+    for (auto const& [name, kind, isLink, isBroken] : expected) {
+        EXPECT_EQ(items[name].kind, kind) << toUTF8(name);
+        EXPECT_EQ(items[name].isLink, isLink) << toUTF8(name);
+        EXPECT_EQ(items[name].isBrokenLink, isBroken) << toUTF8(name);
+        EXPECT_EQ(fileExists(items[name].path), !isBroken) << toUTF8(name);
     }
-    EXPECT_EQ(items[L"pipe"].kind, iFileManager::eSpecial);
-    EXPECT_TRUE(fileExists(items[wide(odd)].path));
-    EXPECT_TRUE(fileExists(items[Wide(255, L'n')].path));
+    EXPECT_EQ(items[L"plain"].size, 5u);
+    EXPECT_EQ(items[L"sub"].size, 0u);
+    EXPECT_EQ(items[L"plain"].time, 1'234'567'890u);
 }
 
 TEST(Files, WhatIsNotThereIsSaid) {
@@ -185,6 +193,49 @@ TEST(RecentPathsTest, TheLatestComesFirst) {
     EXPECT_TRUE(recent.paths().empty());
     store.setValue("Recent", *parseJson(R"([1, "", "/x", ["/y"]])").value);
     EXPECT_THAT(recent.paths(), ElementsAre(L"/x"));
+}
+
+int sign(int value) {
+    return (value > 0) - (value < 0);
+}
+
+TEST(Wstrxcmp, OrdersAsPeopleDo) {
+    // Where the values are the same, as in "010" and "10", the code points decide.
+    std::wistringstream list(
+        L"| x|2|010|10|0010b|a|a 2|A1|a01|a1|a1b|a2|A10|a99999999999999999999|"
+        L"a100000000000000000000|ab|b.png|B2.png|b10.png|\u00C4|\u00E4|\u00E4b|\u00C4c|\U0001F600");
+    std::vector<Wide> names;
+    for (std::wstring name; std::getline(list, name, L'|');) names.emplace_back(name);
+    ASSERT_EQ(names.size(), 25u);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        for (std::size_t k = 0; k < names.size(); ++k)
+            EXPECT_EQ(sign(wstrxcmp(names[i], names[k])), sign(static_cast<int>(i) - static_cast<int>(k)))
+                << i << " " << k;
+}
+
+TEST(Wstrxcmp, IsATotalOrderOfRandomNames) {
+    std::wstring const characters = L"0019aAbB.\u00E9\u00C9\u212Ak_";
+    std::mt19937 random(11);
+    std::vector<Wide> names;
+    for (int i = 0; i < 90; ++i) {
+        std::wstring name;
+        for (auto n = random() % 6; n > 0; --n) name += characters[random() % characters.size()];
+        names.emplace_back(name);
+    }
+    names.emplace_back(1, static_cast<wchar_t>(0xFFFFFFFF));
+    for (Wide const& a : names)
+        for (Wide const& b : names) {
+            int const ab = sign(wstrxcmp(a, b));
+            ASSERT_EQ(ab, -sign(wstrxcmp(b, a)));
+            ASSERT_EQ(ab == 0, a == b);
+            for (Wide const& c : names) ASSERT_TRUE(ab > 0 || wstrxcmp(b, c) > 0 || wstrxcmp(a, c) <= 0);
+        }
+}
+
+TEST(Wstrxcmp, LongRunsOfDigitsDoNotOverflow) {
+    Wide const nines(300'000, L'9');
+    EXPECT_LT(wstrxcmp(nines, Wide(L"1") + Wide(300'000, L'0')), 0);
+    EXPECT_GT(wstrxcmp(nines, Wide(500'000, L'0') + L"8"), 0);
 }
 
 } // namespace

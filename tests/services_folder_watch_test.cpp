@@ -33,18 +33,17 @@ protected:
             return condition();
         });
     }
-    bool waitForKind(iWatchable::eKind kind) {
-        return waitFor([&] { return !results_.empty() && results_.back().kind == kind; });
-    }
 
     TemporaryFolder folder_;
     std::vector<Result> results_;
     std::map<std::string, iWatchable::Change> last_;
 };
 
-TEST_F(ThreadFolderWatch, SaysWhatHasComeGoneAndChanged) {
+TEST_F(ThreadFolderWatch, SaysWhatHasComeGoneAndChangedThoughOtherHandlersFail) {
+    expectDiagnostic("exception in handler");
     folder_.write("old", "1");
     folder_.write("there", "1");
+    FolderWatch const failing(folder_.wide(), [](Result const&) { throw std::runtime_error("x"); });
     FolderWatch const watch(folder_.wide(), record());
     ASSERT_TRUE(watch.isWatching());
     folder_.write("new \xFF", "1");
@@ -91,14 +90,6 @@ TEST_F(ThreadFolderWatch, AWatchMayEndItselfAndOthersInItsHandler) {
     EXPECT_EQ(FolderWatchService::current()->numFolders(), 0u);
 }
 
-TEST_F(ThreadFolderWatch, AFailingHandlerKeepsNothingFromTheOthers) {
-    expectDiagnostic("exception in handler");
-    FolderWatch const failing(folder_.wide(), [](Result const&) { throw std::runtime_error("x"); });
-    FolderWatch const other(folder_.wide(), record());
-    folder_.write("a", "");
-    EXPECT_TRUE(waitFor([&] { return !results_.empty(); }));
-}
-
 TEST_F(ThreadFolderWatch, AFolderThatGoesIsReportedOnce) {
     for (bool const isMoved : {true, false}) {
         results_.clear();
@@ -108,7 +99,8 @@ TEST_F(ThreadFolderWatch, AFolderThatGoesIsReportedOnce) {
             ASSERT_TRUE(renamePath(folder_.wide("inner"), folder_.wide("elsewhere")).isDone());
         else
             ASSERT_TRUE(deleteEmptyFolder(folder_.wide("inner")).isDone());
-        EXPECT_TRUE(waitForKind(iWatchable::eGone));
+        ASSERT_TRUE(waitFor([&] { return !results_.empty(); }));
+        EXPECT_EQ(results_.back().kind, iWatchable::eGone);
         EXPECT_FALSE(watch.isWatching());
         EXPECT_EQ(FolderWatchService::current()->numFolders(), 0u);
         EXPECT_EQ(results_.size(), 1u);
@@ -143,49 +135,53 @@ TEST_F(ThreadFolderWatch, AStormOfFilesIsFewDeliveriesOfBoundedSize) {
     EXPECT_TRUE(waitFor([&] { return last_.count("last") > 0; }));
 }
 
-TEST(FolderWatchLife, AWatchMayOutliveTheHostAndHaveNone) {
-    TemporaryFolder const folder;
-    int calls = 0;
-    FolderWatch const without(folder.wide(), [&](Result const&) { ++calls; });
-    EXPECT_FALSE(without.isWatching());
-    EXPECT_FALSE(without.problem().empty());
-    std::vector<FolderWatchService::Call> calledLater;
-    auto service = std::make_unique<FolderWatchService>(
-        [&](FolderWatchService::Call call) { calledLater.push_back(std::move(call)); });
-    FolderWatch const watch(folder.wide(), [&](Result const&) { ++calls; });
-    EXPECT_TRUE(watch.isWatching());
-    folder.write("a", "");
-    letTimePass(std::chrono::milliseconds(3 * iWatchable::collectMs));
-    service.reset();
-    EXPECT_EQ(calledLater.size(), 1u);
-    for (FolderWatchService::Call const& call : calledLater) call();
-    EXPECT_EQ(calls, 0);
-    EXPECT_FALSE(watch.isWatching());
-}
-
-TEST(FolderWatchLife, WhatCameAndWentIsIgnored) {
-    TemporaryFolder const folder;
-    std::vector<FolderWatchService::Call> calledLater;
-    std::mutex mutex;
-    FolderWatchService const service([&](FolderWatchService::Call call) {
-        std::lock_guard const lock(mutex);
-        calledLater.push_back(std::move(call));
-    });
-    std::vector<Result> results;
-    FolderWatch const watch(folder.wide(), [&](Result const& result) { results.push_back(result); });
-    folder.write("brief", "");
-    std::filesystem::remove(folder.path("brief"));
-    ASSERT_TRUE(waitUntil([&] {
+/// A service without a host: what it hands over is called when the test says so.
+class FolderWatchLife : public testing::Test {
+protected:
+    /// How much was handed over since the last time.
+    std::size_t callAll() {
         std::vector<FolderWatchService::Call> calls;
         {
-            std::lock_guard const lock(mutex);
-            calls.swap(calledLater);
+            std::lock_guard const lock(mutex_);
+            calls.swap(later_);
         }
         for (FolderWatchService::Call const& call : calls) call();
-        return !results.empty();
-    }));
-    EXPECT_EQ(results[0].kind, iWatchable::eIgnored);
-    EXPECT_TRUE(results[0].isEmpty());
+        return calls.size();
+    }
+    FolderWatch::Handler record() {
+        return [this](Result const& result) { results_.push_back(result); };
+    }
+
+    TemporaryFolder folder_;
+    std::mutex mutex_;
+    std::vector<FolderWatchService::Call> later_;
+    std::vector<Result> results_;
+    FolderWatch const without_{folder_.wide(), record()};
+    std::unique_ptr<FolderWatchService> service_ =
+        std::make_unique<FolderWatchService>([this](FolderWatchService::Call call) {
+            std::lock_guard const lock(mutex_);
+            later_.push_back(std::move(call));
+        });
+    FolderWatch const watch_{folder_.wide(), record()};
+};
+
+TEST_F(FolderWatchLife, AWatchMayOutliveTheHostAndHaveNone) {
+    EXPECT_FALSE(without_.isWatching() || without_.problem().empty());
+    EXPECT_TRUE(watch_.isWatching());
+    folder_.write("a", "");
+    letTimePass(std::chrono::milliseconds(3 * iWatchable::collectMs));
+    service_.reset();
+    EXPECT_EQ(callAll(), 1u);
+    EXPECT_TRUE(results_.empty());
+    EXPECT_FALSE(watch_.isWatching());
+}
+
+TEST_F(FolderWatchLife, WhatCameAndWentIsIgnored) {
+    folder_.write("brief", "");
+    std::filesystem::remove(folder_.path("brief"));
+    ASSERT_TRUE(waitUntil([&] { return callAll() && !results_.empty(); }));
+    EXPECT_EQ(results_[0].kind, iWatchable::eIgnored);
+    EXPECT_TRUE(results_[0].isEmpty());
 }
 
 } // namespace

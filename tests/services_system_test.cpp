@@ -2,6 +2,7 @@
 #include "tests/host_fixture.h"
 #include "tests/temporary_folder.h"
 
+#include "host/base/convert.h"
 #include "host/base/os.h"
 #include "host/base/ptr.h"
 #include "host/services/link_opener.h"
@@ -10,6 +11,7 @@
 #include "host/services/user_folders.h"
 
 #include <sys/stat.h>
+#include <tuple>
 
 namespace wainscot {
 namespace {
@@ -97,14 +99,9 @@ TEST_F(Watchdog, TimeOnLifeSupportDoesNotCount) {
 TEST(LocalTimes, FollowTheZoneOfTheUser) {
     TestEnvironment const environment({{"TZ", "CET-1CEST,M3.5.0,M10.5.0/3"}});
     LocalTime const winter = *getLocalTime(1'705'276'799);
-    EXPECT_EQ(winter.year, 2024);
-    EXPECT_EQ(winter.month, 1);
-    EXPECT_EQ(winter.day, 15);
-    EXPECT_EQ(winter.hour, 0);
-    EXPECT_EQ(winter.second, 59);
-    EXPECT_EQ(winter.weekday, 1);
-    EXPECT_EQ(winter.dayOfYear, 15);
-    EXPECT_FALSE(winter.isSummerTime);
+    EXPECT_EQ(std::tuple(winter.year, winter.month, winter.day, winter.hour, winter.second, winter.weekday,
+                         winter.dayOfYear, winter.isSummerTime),
+              std::tuple(2024, 1, 15, 0, 59, 1, 15, false));
     EXPECT_EQ(getLocalTime(1'720'000'000)->utcOffset, 7200);
     EXPECT_FALSE(getLocalTime(INT64_MAX));
     EXPECT_EQ(getLocalTime(-1)->year, 1970);
@@ -143,29 +140,19 @@ TEST(StandardFolders, APipeInPlaceOfTheListBlocksNobody) {
 }
 
 TEST(Links, AreMadeUsable) {
-    struct Case {
-        wchar_t const* given;
-        wchar_t const* usable;
-    };
-    for (Case const& link : {
-             Case{L"https://a.example/x?y#z", L"https://a.example/x?y#z"},
-             {L"  HTTP://a.example\n", L"HTTP://a.example"},
-             {L"http://https://a.example", L"https://a.example"},
-             {L"http://http://http://a.example", L"http://a.example"},
-             {L"http://mailto:a@b.example", L"mailto:a@b.example"},
-             {L"http://localhost:8080/x", L"http://localhost:8080/x"},
-             {L"http://a.example/http://b.example", L"http://a.example/http://b.example"},
-             {L"ftp://http://a.example", L"ftp://http://a.example"},
-             {L"http:", L""},
-             {L"", L""},
-             {L"a.example", L""},
-             {L"--help", L""},
-             {L"/etc/passwd", L""},
-             {L"1http://a.example", L""},
-             {L"http://a.example/x y", L""},
-             {L"http://a.example/\x1Bx", L""},
-         })
-        EXPECT_EQ(usableLink(link.given), link.usable) << Wide(link.given).size();
+    std::pair<wchar_t const*, wchar_t const*> const links[] = {
+        {L"https://a.example/x?y#z", L"https://a.example/x?y#z"},
+        {L"  HTTP://a.example\n", L"HTTP://a.example"},
+        {L"http://https://a.example", L"https://a.example"},
+        {L"http://http://http://a.example", L"http://a.example"},
+        {L"http://mailto:a@b.example", L"mailto:a@b.example"},
+        {L"http://localhost:8080/x", L"http://localhost:8080/x"},
+        {L"http://a.example/http://b.example", L"http://a.example/http://b.example"},
+        {L"ftp://http://a.example", L"ftp://http://a.example"}};
+    for (auto const& [given, usable] : links) EXPECT_EQ(usableLink(given), usable) << toUTF8(given);
+    for (wchar_t const* unusable : {L"http:", L"", L"a.example", L"--help", L"/etc/passwd",
+                                    L"1http://a.example", L"http://a.example/x y", L"http://a.example/\x1Bx"})
+        EXPECT_EQ(usableLink(unusable), L"") << toUTF8(unusable);
     EXPECT_TRUE(usableLink(Wide(L"http://a\0b", 10)).empty());
     std::wstring many;
     for (int i = 0; i < 100'000; ++i) many += L"http://";
@@ -199,9 +186,8 @@ TEST_F(LinkOpening, StartsTheProgramOfTheDesktopWithoutAShell) {
 TEST_F(LinkOpening, AsksForWhatIsNotHarmless) {
     std::vector<std::string> asked;
     auto const answer = [&](bool allowed) {
-        return [&asked, allowed](Text const& scheme, Wide const&) {
-            asked.emplace_back(scheme.c_str());
-            return allowed;
+        return [&, allowed](Text const& scheme, Wide const&) {
+            return asked.emplace_back(scheme.c_str()), allowed;
         };
     };
     EXPECT_EQ(openLink(L"FILE:///etc/passwd", answer(false)).state, LinkResult::State::refused);

@@ -49,8 +49,7 @@ protected:
 
 TEST_F(TextsTest, TheEnvironmentDecidesTheLanguage) {
     struct {
-        char const* variable;
-        char const* value;
+        char const *variable, *value;
         wchar_t const* off;
     } const steps[] = {{"LANG", "de_AT.UTF-8", L"Aus"}, {"LANG", "de@euro", L"Aus"},
                        {"LANG", "xx_YY.UTF-8", L"Off"}, {"LANG", "../texts/de", L"Off"},
@@ -103,20 +102,9 @@ TEST_F(TextsTest, TheFilesOfTheTreeAreComplete) {
 }
 
 TEST_F(TextsTest, LinesAreReadOrReported) {
-    folder_.write("texts/en.txt", "\xEF\xBB\xBF# remark\r\n"
-                                  "1 = a = b \\\\ \\n\\s\\t \r\n"
-                                  "\n"
-                                  " 2=\n"
-                                  "no number\n"
-                                  "-3 = x\n"
-                                  "4x = x\n"
-                                  "99999999999 = x\n"
-                                  "5 = \\q\n"
-                                  "6 = bad \xFF\n"
-                                  "1 = again\n"
-                                  "999999 = x\n"
-                                  "7 = \\\n"
-                                  "8 = end");
+    folder_.write("texts/en.txt",
+                  "\xEF\xBB\xBF# remark\r\n1 = a = b \\\\ \\n\\s\\t \r\n\n 2=\nno number\n-3 = x\n4x = x\n"
+                  "99999999999 = x\n5 = \\q\n6 = bad \xFF\n1 = again\n999999 = x\n7 = \\\n8 = end");
     useOwnData();
     EXPECT_EQ(resourceStrW(1), L"a = b \\ \n \t");
     EXPECT_EQ(resourceStrW(2), L"");

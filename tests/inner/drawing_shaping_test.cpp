@@ -30,6 +30,8 @@ TEST(Shaping, PairsGiveTheLayoutOfTheShaper) {
         Font const& font = Font::of(*loaded);
         ASSERT_TRUE(font.pairs());
         expectSameLayout(font, L"office waffle fluffy AVATAR To. fi");
+        expectSameLayout(font,
+                         L"\u0431\u044B \u0430 (7) \u03BB\u03B9 a [ x\u0301 \u0431\u044B\u0441 To \u03BB");
         for (int round = 0; round < 1500; ++round) {
             std::wstring text(1 + random() % 40, L' ');
             for (wchar_t& c : text)
