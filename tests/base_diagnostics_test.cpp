@@ -1,8 +1,8 @@
 #include "host/base/diagnostics.h"
+#include "tests/comma_locale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <memory>
 #include <string>
 #include <thread>
@@ -60,12 +60,9 @@ TEST_F(DiagnosticsTest, LongLinesAreCut) {
 }
 
 TEST_F(DiagnosticsTest, LinesDoNotDependOnTheLocale) {
-    std::setlocale(LC_ALL, "C");
     vex_printf("%.2f %ls", 1.5, L"\u20AC");
-    for (char const* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8"})
-        if (std::setlocale(LC_ALL, name)) break;
+    CommaLocale const comma;
     vex_printf("%.2f %ls", 1.5, L"\u20AC");
-    std::setlocale(LC_ALL, "C");
     EXPECT_EQ(written_, std::vector<std::string>(2, "1.50 \xE2\x82\xAC"));
 }
 

@@ -1,8 +1,8 @@
 #include "host/services/json.h"
+#include "tests/comma_locale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <limits>
 #include <random>
 #include <string>
@@ -132,11 +132,9 @@ TEST(Json, LargeInputs) {
 }
 
 TEST(Json, NumbersAreTheSameInEveryLocale) {
-    for (char const* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8"})
-        if (std::setlocale(LC_ALL, name)) break;
+    CommaLocale const comma;
     EXPECT_EQ(parsed("1.5").asNumber(), 1.5);
     EXPECT_EQ(JsonValue(1.5).write(), "1.5");
-    std::setlocale(LC_ALL, "C");
 }
 
 /// Pieces of JSON in any order: what is taken must be written and read back as the same.

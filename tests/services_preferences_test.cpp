@@ -163,16 +163,6 @@ TEST_F(PreferencesTest, UnusableFoldersAreSurvivedAndReportedOnce) {
     EXPECT_EQ(Diagnostics::lines().size(), 1u);
 }
 
-/// Root becomes an ordinary user for a while.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : changed_(geteuid() == 0 && seteuid(65534) == 0) {}
-    ~OrdinaryUser() { EXPECT_EQ(changed_ ? seteuid(0) : 0, 0); }
-
-private:
-    bool changed_;
-};
-
 TEST_F(PreferencesTest, ReadOnlyPlacesAreReadAndNotChanged) {
     folder_.write(file, R"({"n": 1})");
     chmod(folder_.path().c_str(), 0755);
