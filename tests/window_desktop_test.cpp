@@ -1,4 +1,4 @@
-#include "tests/window_bench.h"
+#include "driver/windows/window_bench.h"
 
 #include <gmock/gmock.h>
 
@@ -17,9 +17,11 @@ class WindowDesktop : public testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(bench_.problem(), ""); }
     void TearDown() override {
-        if (HasFailure() && probe_)
-            std::printf("unread lines of the probe:\n%serrors:\n%s\n", probe_->unreadLines().c_str(),
-                        bench_.errors().c_str());
+        if (HasFailure() && probe_) {
+            std::printf("%zu lines of the probe:\n", probe_->lines().size());
+            for (std::string const& line : probe_->lines()) std::printf("%s\n", line.c_str());
+            std::printf("errors:\n%s\n", bench_.errors().c_str());
+        }
         if (!probe_) return;
         probe_->send("quit");
         EXPECT_EQ(probe_->waitForExit(), 0) << "it crashed, or leaked: " << bench_.errors();
