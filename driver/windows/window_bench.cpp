@@ -166,7 +166,11 @@ std::string WindowBench::whyNot(ChildProcess& program, std::string const& name) 
 }
 
 bool WindowBench::startWindowManager() {
-    windowManager_ = launch({"openbox", "--sm-disable"});
+    // Nothing moves in its own time; all else is as the program has it without a configuration.
+    std::string const configuration = folder_ + "/rc.xml";
+    std::ofstream(configuration) << R"(<openbox_config xmlns="http://openbox.org/3.4/rc"><theme>
+<animateIconify>no</animateIconify></theme></openbox_config>)";
+    windowManager_ = launch({"openbox", "--sm-disable", "--config-file", configuration});
     Window const root = DefaultRootWindow(display_);
     auto const isDeclared = [this, root] {
         return windowProperty(display_, root, "_NET_SUPPORTING_WM_CHECK") != None ||
@@ -265,8 +269,10 @@ std::optional<XY<int>> WindowBench::grabCorner(WindowId window) {
     return {};
 }
 
+/// The server holds all input back until the window manager lets a press pass, and meanwhile loses a release
+/// that is followed by another press of the same button.
 bool WindowBench::pressButton(int button) {
-    return xdotool({"mousedown", std::to_string(button)});
+    return xdotool({"mousedown", std::to_string(button)}) && settle();
 }
 
 bool WindowBench::releaseButton(int button) {
@@ -274,7 +280,7 @@ bool WindowBench::releaseButton(int button) {
 }
 
 bool WindowBench::click(int button) {
-    return xdotool({"click", std::to_string(button)});
+    return pressButton(button) && releaseButton(button);
 }
 
 bool WindowBench::wheel(int notches) {

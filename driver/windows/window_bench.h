@@ -54,8 +54,11 @@ public:
     /// window follows. Gives the pointer's place. Nothing when the window never follows; then the button is
     /// up.
     std::optional<XY<int>> grabCorner(WindowId window);
+    /// Returns when the window manager has let the press pass. Presses that follow each other faster than
+    /// that may get lost.
     bool pressButton(int button = 1);
     bool releaseButton(int button = 1);
+    /// Presses and releases; too slow for double clicks beside a window manager.
     bool click(int button = 1);
     bool wheel(int notches);
     /// Chooses a keyboard layout ("us", "de", "ru") and returns when the server has it.
