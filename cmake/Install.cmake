@@ -6,12 +6,19 @@ include(CMakePackageConfigHelpers)
 set(WAINSCOT_INCLUDE_DIR ${CMAKE_INSTALL_INCLUDEDIR}/wainscot)
 set(WAINSCOT_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/wainscot)
 set(WAINSCOT_LIBRARIES wainscot-host wainscot wainscot-driver)
+set(WAINSCOT_UNBUILT_HEADERS)
+if(TARGET wainscot-window-bench)
+    list(APPEND WAINSCOT_LIBRARIES wainscot-window-bench)
+else()
+    set(WAINSCOT_UNBUILT_HEADERS PATTERN "driver/windows" EXCLUDE)
+endif()
 
 # Headers. Those that end in _p.h are private, and so is the desktop module.
 foreach(FOLDER host look foundation buttons containers text menus tables dialogs filebrowser toolkit driver)
     if(EXISTS ${PROJECT_SOURCE_DIR}/${FOLDER})
         install(DIRECTORY ${FOLDER} DESTINATION ${WAINSCOT_INCLUDE_DIR}
-            FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "backends/desktop" EXCLUDE)
+            FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "backends/desktop" EXCLUDE
+            ${WAINSCOT_UNBUILT_HEADERS})
     endif()
 endforeach()
 
@@ -34,7 +41,8 @@ endif()
 
 install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/wainscot)
 
-# For CMake: find_package(wainscot) gives wainscot::host, wainscot::wainscot and wainscot::driver.
+# For CMake: find_package(wainscot) gives wainscot::host, wainscot::wainscot, wainscot::driver and
+# wainscot::window-bench.
 install(EXPORT wainscot-targets NAMESPACE wainscot:: DESTINATION ${WAINSCOT_PACKAGE_DIR})
 configure_package_config_file(cmake/package/wainscot-config.cmake.in ${CMAKE_BINARY_DIR}/wainscot-config.cmake
     INSTALL_DESTINATION ${WAINSCOT_PACKAGE_DIR})
@@ -43,7 +51,7 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/wainscot-config-version.cma
 install(FILES ${CMAKE_BINARY_DIR}/wainscot-config.cmake ${CMAKE_BINARY_DIR}/wainscot-config-version.cmake
     DESTINATION ${WAINSCOT_PACKAGE_DIR})
 
-# For pkg-config: wainscot-host, wainscot and wainscot-driver.
+# For pkg-config: the same names as those of the libraries.
 file(RELATIVE_PATH FROM_PKGCONFIG_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 function(wainscot_pkgconfig LIBRARY DESCRIPTION REQUIRED)
     configure_file(cmake/package/library.pc.in ${CMAKE_BINARY_DIR}/${LIBRARY}.pc @ONLY)
@@ -52,3 +60,6 @@ endfunction()
 wainscot_pkgconfig(wainscot-host "Host framework of the Wainscot widget toolkit" "")
 wainscot_pkgconfig(wainscot "Widget toolkit for media-editing applications" wainscot-host)
 wainscot_pkgconfig(wainscot-driver "Drives a Wainscot user interface as a person would" wainscot-host)
+if(TARGET wainscot-window-bench)
+    wainscot_pkgconfig(wainscot-window-bench "A screen of its own for tests with real windows" wainscot-host)
+endif()

@@ -1,13 +1,12 @@
 #include "host/base/convert.h"
 #include "host/base/data_convert.h"
 #include "host/services/json.h"
+#include "tests/comma_locale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <limits>
-#include <locale>
 #include <string>
 
 namespace wainscot {
@@ -18,29 +17,6 @@ using Wide = LightweightString<wchar_t>;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-/// Writes numbers as a country with "," before the decimals and "." between thousands does.
-class CommaNumbers : public std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-/// Sets a comma locale for the C++ streams, and for the C library where one is installed.
-class CommaLocale {
-public:
-    CommaLocale() : before_(std::locale::global(std::locale(std::locale(), new CommaNumbers))) {
-        for (char const* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8"})
-            if (std::setlocale(LC_ALL, name)) break;
-    }
-    ~CommaLocale() {
-        std::locale::global(before_);
-        std::setlocale(LC_ALL, "C");
-    }
-
-private:
-    std::locale before_;
-};
 
 TEST(Convert, EveryCodePointSurvivesUTF8) {
     std::wstring all;

@@ -1,8 +1,8 @@
 #include "host/base/diagnostics.h"
+#include "tests/comma_locale.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <memory>
 #include <string>
 #include <thread>
@@ -57,12 +57,9 @@ TEST_F(DiagnosticsTest, LinesAreCutAndDependOnNoLocale) {
     wchar_t const noText[] = {static_cast<wchar_t>(0xD800), 0};
     vex_printf("%s", std::string(5000, 'x').c_str());
     vex_printf("title %ls", noText);
-    std::setlocale(LC_ALL, "C");
     vex_printf("%.2f %ls", 1.5, L"\u20AC");
-    for (char const* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8"})
-        if (std::setlocale(LC_ALL, name)) break;
+    CommaLocale const comma;
     vex_printf("%.2f %ls", 1.5, L"\u20AC");
-    std::setlocale(LC_ALL, "C");
     EXPECT_EQ(written_, (std::vector<std::string>{std::string(1023, 'x'), "(cannot be formatted) title %ls",
                                                   "1.50 \xE2\x82\xAC", "1.50 \xE2\x82\xAC"}));
 }

@@ -1,5 +1,5 @@
-#include "tests/child_process.h"
-#include "tests/window_bench.h"
+#include "driver/windows/child_process.h"
+#include "driver/windows/window_bench.h"
 
 #include "host/drawing/image.h"
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 namespace wainscot {
 
@@ -70,6 +71,17 @@ void GalleryWindow::expectLines(std::vector<std::string> const& lines) {
 void GalleryWindow::expectNothingOf(std::string const& text) {
     for (std::string const& line : gallery_->lines())
         EXPECT_THAT(line, testing::Not(testing::HasSubstr(text)));
+}
+
+long GalleryWindow::wakeUpsAtRest() {
+    long before = gallery_->wakeUps();
+    // What the window manager still has to say, and the end of a press.
+    EXPECT_TRUE(waitUntil([&] {
+        letTimePass(std::chrono::milliseconds(500));
+        long const earlier = std::exchange(before, gallery_->wakeUps());
+        return earlier == before;
+    }));
+    return before;
 }
 
 } // namespace wainscot

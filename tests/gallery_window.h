@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/window_bench.h"
+#include "driver/windows/window_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +37,9 @@ protected:
     void expectLines(std::vector<std::string> const& lines);
     /// No line so far has this text.
     void expectNothingOf(std::string const& text);
+
+    /// How often the gallery has been woken, once it was left alone for a while.
+    long wakeUpsAtRest();
 
     WindowBench bench_;
     std::unique_ptr<ChildProcess> gallery_;

@@ -1,6 +1,6 @@
+#include "driver/windows/window_bench.h"
 #include "host/drawing/palette.h"
 #include "tests/temporary_folder.h"
-#include "tests/window_bench.h"
 
 #include <gmock/gmock.h>
 

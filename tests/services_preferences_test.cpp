@@ -1,9 +1,9 @@
+#include "driver/windows/child_process.h"
 #include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/services/clock.h"
 #include "host/services/preferences.h"
 #include "host/start/host.h"
-#include "tests/child_process.h"
 #include "tests/host_fixture.h"
 #include "tests/temporary_folder.h"
 

@@ -1,4 +1,4 @@
-#include "tests/child_process.h"
+#include "driver/windows/child_process.h"
 #include "tests/host_fixture.h"
 #include "tests/temporary_folder.h"
 

@@ -3,6 +3,8 @@
 #include "host/base/lightweight_string.h"
 #include "host/services/file_names.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 namespace wainscot {
@@ -76,6 +79,21 @@ public:
 
 private:
     std::map<std::string, std::optional<std::string>> before_;
+};
+
+/// Root becomes an ordinary user for a while.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : wasRoot_(geteuid() == 0) {
+        constexpr uid_t nobody = 65534;
+        EXPECT_EQ(wasRoot_ ? seteuid(nobody) : 0, 0);
+    }
+    ~OrdinaryUser() { EXPECT_EQ(wasRoot_ ? seteuid(0) : 0, 0); }
+    OrdinaryUser(OrdinaryUser const&) = delete;
+    OrdinaryUser& operator=(OrdinaryUser const&) = delete;
+
+private:
+    bool wasRoot_;
 };
 
 } // namespace wainscot

@@ -1,6 +1,8 @@
-#include "tests/window_bench.h"
+#include "driver/windows/window_bench.h"
 
 #include <gmock/gmock.h>
+
+#include <csignal>
 
 using namespace wainscot;
 using namespace std::chrono_literals;
@@ -15,11 +17,15 @@ constexpr std::uint32_t markColour = 0xFFCC00;
 /// The desktop module in the hands of a program that prints its input.
 class WindowDesktop : public testing::Test {
 protected:
+    explicit WindowDesktop(WindowBench::WindowManager manager = WindowBench::WindowManager::openbox)
+        : bench_(manager) {}
     void SetUp() override { ASSERT_EQ(bench_.problem(), ""); }
     void TearDown() override {
-        if (HasFailure() && probe_)
-            std::printf("unread lines of the probe:\n%serrors:\n%s\n", probe_->unreadLines().c_str(),
-                        bench_.errors().c_str());
+        if (HasFailure() && probe_) {
+            std::printf("%zu lines of the probe:\n", probe_->lines().size());
+            for (std::string const& line : probe_->lines()) std::printf("%s\n", line.c_str());
+            std::printf("errors:\n%s\n", bench_.errors().c_str());
+        }
         if (!probe_) return;
         probe_->send("quit");
         EXPECT_EQ(probe_->waitForExit(), 0) << "it crashed, or leaked: " << bench_.errors();
@@ -61,6 +67,12 @@ protected:
     WindowBench bench_;
     std::unique_ptr<ChildProcess> probe_;
     WindowBench::WindowId window_ = 0;
+};
+
+/// Nobody holds back the input.
+class WindowDesktopUnmanaged : public WindowDesktop {
+protected:
+    WindowDesktopUnmanaged() : WindowDesktop(WindowBench::WindowManager::none) {}
 };
 
 } // namespace
@@ -107,7 +119,7 @@ TEST_F(WindowDesktop, PressDragsOutOfTheWindowAndBack) {
     EXPECT_FALSE(next("left").empty());
 }
 
-TEST_F(WindowDesktop, ButtonsClicksWheelAndModifiers) {
+TEST_F(WindowDesktopUnmanaged, ButtonsClicksWheelAndModifiers) {
     startActiveProbe();
     ASSERT_TRUE(bench_.movePointer(inWindow(50, 60)));
     ASSERT_TRUE(bench_.xdotool({"click", "--repeat", "2", "--delay", "20", "1", "click", "3", "click", "2"}));
@@ -268,6 +280,24 @@ TEST_F(WindowDesktop, MinimisedAndRestored) {
     EXPECT_TRUE(waitForPixel(297, 2, markColour));
 }
 
+TEST_F(WindowDesktop, APressIsHeardAlthoughTheReleaseBeforeItWentElsewhere) {
+    startActiveProbe();
+    XY<int> const place = inWindow(50, 60);
+    ASSERT_TRUE(bench_.movePointer(place) && bench_.pressButton());
+    EXPECT_FALSE(next("pressed").empty());
+    // A busy program finds all that follows at once.
+    kill(probe_->pid(), SIGSTOP);
+    bench_.minimise(window_);
+    EXPECT_TRUE(waitUntil([&] { return !bench_.isViewable(window_); }));
+    ASSERT_TRUE(bench_.releaseButton());
+    bench_.activate(window_);
+    EXPECT_TRUE(waitUntil([&] { return bench_.isViewable(window_) && bench_.isActive(window_); }));
+    ASSERT_TRUE(bench_.movePointer(place + XY<int>{5, 5}) && bench_.click());
+    kill(probe_->pid(), SIGCONT);
+    EXPECT_THAT(next("pressed"), HasSubstr("place=55,134 "));
+    EXPECT_THAT(next("released"), HasSubstr("place=55,134 "));
+}
+
 TEST_F(WindowDesktop, HiddenAndShownByTheProgram) {
     startActiveProbe();
     ASSERT_FALSE(command("hide").empty());
@@ -397,39 +427,34 @@ TEST_F(WindowDesktop, SleepsWhileNothingHappensAndWakesFromAThread) {
     EXPECT_EQ(waits(after), waits(before) + 1) << "one wake-up for one command";
 }
 
-TEST(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
-    WindowBench bench(WindowBench::WindowManager::none);
-    ASSERT_EQ(bench.problem(), "");
-    auto const probe =
-        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
-                     "200", "418"});
-    ASSERT_FALSE(probe->waitForLine("activated").empty()) << bench.errors();
-    EXPECT_TRUE(bench.waitForColour({202, 768 - 418 - 3}, markColour));
-    ASSERT_TRUE(bench.key({"a", "ctrl+b"}));
-    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=61 "));
-    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=2000042 "));
+TEST_F(WindowDesktopUnmanaged, WorksWithoutAWindowManager) {
+    startActiveProbe();
+    EXPECT_TRUE(bench_.waitForColour({202, 768 - 418 - 3}, markColour));
+    ASSERT_TRUE(bench_.key({"a", "ctrl+b"}));
+    EXPECT_THAT(next("key "), HasSubstr(" code=61 "));
+    EXPECT_THAT(next("key "), HasSubstr(" code=2000042 "));
     auto const second =
-        bench.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
-                     "600", "100"});
+        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--place",
+                      "600", "100"});
     ASSERT_FALSE(second->waitForLine("activated").empty());
     second->send("quit");
     EXPECT_EQ(second->waitForExit(), 0);
-    ASSERT_TRUE(bench.movePointer({250, 200}));
-    ASSERT_TRUE(bench.click());
-    ASSERT_TRUE(bench.movePointer({10, 10}));
-    ASSERT_FALSE(probe->waitForLine("activated").empty()) << "a click takes the keyboard";
-    ASSERT_TRUE(bench.key({"c"}));
-    EXPECT_THAT(probe->waitForLine("key "), HasSubstr(" code=63 "));
+    ASSERT_TRUE(bench_.movePointer({250, 200}));
+    ASSERT_TRUE(bench_.click());
+    ASSERT_TRUE(bench_.movePointer({10, 10}));
+    ASSERT_FALSE(next("activated").empty()) << "a click takes the keyboard";
+    ASSERT_TRUE(bench_.key({"c"}));
+    EXPECT_THAT(next("key "), HasSubstr(" code=63 "));
 }
 
-TEST(WindowDesktopUnmanaged, AScreenWithTooFewColoursIsRefusedWithAReason) {
+TEST(WindowDesktopColours, AScreenWithTooFewColoursIsRefusedWithAReason) {
     WindowBench bench(WindowBench::WindowManager::none, 8);
     ASSERT_EQ(bench.problem(), "");
     auto const gallery = bench.start({"wainscot-gallery", "--desktop", "--page", "buttons"});
     EXPECT_THAT(gallery->waitForLine("No display can be used"), HasSubstr("too few for colours"));
 }
 
-TEST(WindowDesktopUnmanaged, ConvertsPixelsForAScreenOfSixteenBits) {
+TEST(WindowDesktopColours, ConvertsPixelsForAScreenOfSixteenBits) {
     WindowBench bench(WindowBench::WindowManager::none, 16);
     ASSERT_EQ(bench.problem(), "");
     auto const probe =

@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <utility>
-
 using namespace wainscot;
 using testing::HasSubstr;
 
@@ -145,14 +143,7 @@ TEST_F(WindowGallery, TheContentsFollowTheWindowsSizeAndItClosesByItsButton) {
 TEST_F(WindowGallery, AtRestItDoesNotWakeUp) {
     bench_.movePointer(middleOf(plain_));
     expectLines({"entered  Plain"});
-    // Whatever the window manager still has to say is over when nothing was heard for a while.
-    long before = gallery_->wakeUps();
-    auto const isQuiet = [&] {
-        letTimePass(std::chrono::milliseconds(500));
-        long const earlier = std::exchange(before, gallery_->wakeUps());
-        return earlier == before;
-    };
-    EXPECT_TRUE(waitUntil(isQuiet));
+    long const before = wakeUpsAtRest();
     letTimePass(std::chrono::seconds(3));
     EXPECT_EQ(gallery_->wakeUps(), before);
 }

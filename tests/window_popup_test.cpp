@@ -16,7 +16,7 @@ protected:
         open("windows", {640, 500});
         // Away from the places of the other windows.
         bench_.xdotool({"windowmove", std::to_string(window_), "20", "60"});
-        ASSERT_TRUE(waitUntil([&] { return bench_.placeOf(window_).x < 60; }));
+        ASSERT_TRUE(bench_.settle());
         openPopUps_ = areaOf("button \"Open pop-ups\"");
         openWindow_ = areaOf("button \"Open a window\"").middle();
         ASSERT_TRUE(bench_.movePointer(at({600, 300})));
@@ -39,12 +39,10 @@ protected:
         clickAt(opener());
         popUps_[0] = bench_.findWindow("level 1");
         ASSERT_NE(popUps_[0], 0u);
-        ASSERT_TRUE(waitUntil([&] { return bench_.isViewable(popUps_[0]); }));
         clickAt(row(1, 0));
         expectLines({"level 1  chosen  Open the next level"});
         popUps_[1] = bench_.findWindow("level 2");
         ASSERT_NE(popUps_[1], 0u);
-        ASSERT_TRUE(waitUntil([&] { return bench_.isViewable(popUps_[1]); }));
     }
     std::uint32_t const faceColour = Palette::standard(eThemeDark).button().getAsLong();
     int const gap_ = static_cast<int>(UifStd::Metrics().widgetGap);
@@ -175,7 +173,6 @@ TEST_F(WindowPopUp, HaveTransparentRoomForTheirShadowWhereThereIsACompositor) {
     EXPECT_EQ(bench_.depthOf(popUp), 32);
     EXPECT_EQ(bench_.sizeOf(popUp), (XY<int>{146 + 4 * gap_, 98 + 4 * gap_}))
         << "with frame and shadow round it";
-    ASSERT_TRUE(waitUntil([&] { return bench_.isViewable(popUp); }));
     clickAt(row(1, 1));
     expectLines({"level 1  chosen  Choose 1", "level 1  closes"});
 }

@@ -1,9 +1,9 @@
 #include "tests/host_fixture.h"
 
+#include "driver/windows/child_process.h"
 #include "host/events/ui_thread_callback.h"
 #include "host/messages/notify_msg.h"
 #include "host/services/clock.h"
-#include "tests/child_process.h"
 
 #include <cmath>
 #include <limits>

@@ -166,18 +166,23 @@ void DesktopInput::endPressIn(DesktopWindow& window) {
 }
 
 void DesktopInput::forgetPress() {
+    // Any window will do.
+    if (!backend_.windows().empty()) backend_.windows().front()->releaseButtons();
+    dropPress();
+}
+
+void DesktopInput::dropPress() {
     held_.clear();
     clicks_.reset();
     pointerMayHaveLeft_ = true;
-    // Any window will do.
-    if (!backend_.windows().empty()) backend_.windows().front()->releaseButtons();
     updateCapture();
 }
 
-/// The pointer moves without a button although no release has come: another program got it.
+/// The pointer moves without a button although no release has come: another program got it. The library has
+/// heard of that before, and of what came after it.
 void DesktopInput::loseRelease(std::vector<InputEvent>& input) {
     if (held_.any()) input.push_back(restingPointer(Kind::pressLost, pressedWindow_));
-    forgetPress();
+    dropPress();
 }
 
 void DesktopInput::rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input) {

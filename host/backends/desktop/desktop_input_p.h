@@ -44,6 +44,7 @@ private:
     void pinch(SDL_MultiGestureEvent const& event, std::vector<InputEvent>& input);
     void rawEvent(SDL_SysWMEvent const& event, std::vector<InputEvent>& input);
     void forgetPress();
+    void dropPress();
     /// Input about the pointer at its present place, without an event of the library.
     InputEvent restingPointer(Kind kind, NativeWindowId window) const;
     void loseRelease(std::vector<InputEvent>& input);

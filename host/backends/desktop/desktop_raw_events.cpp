@@ -6,6 +6,7 @@
 #include <X11/Xlib.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -24,13 +25,35 @@ bool movesWithoutButton(XEvent const& event) {
     return event.type == EnterNotify && (event.xcrossing.state & buttons) == 0;
 }
 
+std::uint32_t seeminglyHeld() {
+    return SDL_GetMouseState(nullptr, nullptr) & (SDL_BUTTON_LMASK | SDL_BUTTON_MMASK | SDL_BUTTON_RMASK);
+}
+
+/// The library hears no press of a button that it believes held, and the next press may already wait behind
+/// this event. So it has to hear of the release now.
+void putBackReleases(XEvent const& seen, std::uint32_t held) {
+    for (unsigned button = SDL_BUTTON_LEFT; button <= SDL_BUTTON_RIGHT; ++button) {
+        if (!(held & SDL_BUTTON(button))) continue;
+        XEvent release{};
+        release.xbutton.type = ButtonRelease;
+        release.xbutton.display = seen.xany.display;
+        release.xbutton.window = seen.xany.window;
+        release.xbutton.root = DefaultRootWindow(seen.xany.display);
+        release.xbutton.button = button;
+        release.xbutton.same_screen = True;
+        XPutBackEvent(seen.xany.display, &release);
+    }
+}
+
 /// Called for every event; only useful events are kept.
 int SDLCALL isOfUse(void*, SDL_Event* event) {
     if (event->type != SDL_SYSWMEVENT) return 1;
     XEvent const* const x = xEvent(event->syswm);
     if (!x) return 0;
-    bool const seemsHeld = SDL_GetMouseState(nullptr, nullptr) != 0;
-    return x->type == ClientMessage || (seemsHeld && movesWithoutButton(*x));
+    std::uint32_t const held = seeminglyHeld();
+    if (held == 0 || !movesWithoutButton(*x)) return x->type == ClientMessage;
+    putBackReleases(*x, held);
+    return 1;
 }
 
 /// More than three kinds of data are listed in a property of their source.

@@ -1,10 +1,11 @@
-#include "tests/window_bench.h"
+#include "driver/windows/window_bench.h"
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
@@ -21,6 +22,13 @@ namespace fs = std::filesystem;
 int ignoreError(Display*, XErrorEvent*) {
     return 0;
 }
+
+/// Nor is a server that dies: then all that is asked of it fails.
+int ignoreEnd(Display*) {
+    return 0;
+}
+
+void goOn(Display*, void*) {}
 
 /// The value of a window's property as bytes (items of 32 bits are longs); empty when it has none.
 std::string property(Display* display, Window window, char const* name) {
@@ -69,6 +77,17 @@ Window searchTitle(Display* display, std::string const& title) {
     return None;
 }
 
+/// The client message of a window manager, or of a program that drags something.
+XEvent clientMessage(Display* display, Window window, char const* name, std::array<long, 4> const& values) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display, name, False);
+    event.xclient.format = 32;
+    std::copy(values.begin(), values.end(), event.xclient.data.l);
+    return event;
+}
+
 void passOn(ChildProcess::Environment& environment, char const* name) {
     if (char const* const value = std::getenv(name)) environment[name] = value;
 }
@@ -78,7 +97,8 @@ void passOn(ChildProcess::Environment& environment, char const* name) {
 WindowBench::WindowBench(WindowManager windowManager, int bitsPerPixel) {
     if (!makeHome() || !startServer(bitsPerPixel)) return;
     if (windowManager == WindowManager::openbox && !startWindowManager()) return;
-    if (!xdotool({"getmouselocation"})) problem_ = "xdotool does not run: " + errors();
+    auto const trial = launch({"xdotool", "version"});
+    if (trial->waitForExit() != 0) problem_ = whyNot(*trial, "xdotool");
 }
 
 WindowBench::~WindowBench() {
@@ -123,30 +143,46 @@ bool WindowBench::startServer(int bitsPerPixel) {
         launch({"Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", screen.str()});
     std::string const number = server_->waitForLine("");
     if (number.empty()) {
-        problem_ = "Xvfb does not start: " + errors();
+        problem_ = whyNot(*server_, "Xvfb");
         return false;
     }
     environment_["DISPLAY"] = ":" + number;
     XSetErrorHandler(ignoreError);
+    XSetIOErrorHandler(ignoreEnd);
     display_ = XOpenDisplay(environment_["DISPLAY"].c_str());
-    if (!display_) problem_ = "Xvfb does not answer";
-    return display_ != nullptr;
+    if (!display_) {
+        problem_ = "Xvfb does not answer";
+        return false;
+    }
+    XSetIOErrorExitHandler(display_, goOn, nullptr);
+    return true;
+}
+
+/// Asks for the exit code of a program only when it has ended.
+std::string WindowBench::whyNot(ChildProcess& program, std::string const& name) const {
+    if (!program.isRunning() && program.waitForExit() == ChildProcess::notStarted)
+        return name + " is not installed";
+    return name + " does not start: " + errors();
 }
 
 bool WindowBench::startWindowManager() {
-    windowManager_ = launch({"openbox", "--sm-disable"});
+    // Nothing moves in its own time; all else is as the program has it without a configuration.
+    std::string const configuration = folder_ + "/rc.xml";
+    std::ofstream(configuration) << R"(<openbox_config xmlns="http://openbox.org/3.4/rc"><theme>
+<animateIconify>no</animateIconify></theme></openbox_config>)";
+    windowManager_ = launch({"openbox", "--sm-disable", "--config-file", configuration});
     Window const root = DefaultRootWindow(display_);
     auto const isDeclared = [this, root] {
         return windowProperty(display_, root, "_NET_SUPPORTING_WM_CHECK") != None ||
                !windowManager_->isRunning();
     };
-    bool works = false;
+    bool isReady = false;
     waitUntil(isDeclared);
-    for (std::chrono::milliseconds enough{20}; !works && windowManager_->isRunning() && enough < patience;
+    for (std::chrono::milliseconds enough{20}; !isReady && windowManager_->isRunning() && enough < patience;
          enough *= 2)
-        works = managesNewWindows(enough);
-    if (!works) problem_ = "openbox does not start: " + errors();
-    return works;
+        isReady = managesNewWindows(enough);
+    if (!isReady) problem_ = whyNot(*windowManager_, "openbox");
+    return isReady;
 }
 
 /// A window manager that is still starting up loses windows that are opened meanwhile, even when it has
@@ -166,11 +202,13 @@ std::unique_ptr<ChildProcess> WindowBench::launch(std::vector<std::string> const
 }
 
 bool WindowBench::run(std::vector<std::string> const& words) {
-    return launch(words)->waitForExit() == 0;
+    return works() && launch(words)->waitForExit() == 0;
 }
 
 std::unique_ptr<ChildProcess> WindowBench::start(std::vector<std::string> words) {
-    if (words.front().find('/') == std::string::npos) words.front() = besideTests(words.front());
+    if (!works()) words.clear();
+    if (!words.empty() && words.front().find('/') == std::string::npos)
+        words.front() = besideTests(words.front());
     return launch(words);
 }
 
@@ -184,17 +222,10 @@ std::string WindowBench::errors() const {
     return text.str();
 }
 
-/// What it looks at may have gone before it asks; then it ends with an error, without having done anything.
 bool WindowBench::xdotool(std::vector<std::string> const& words) {
     std::vector<std::string> all{"xdotool"};
     all.insert(all.end(), words.begin(), words.end());
-    bool works = false;
-    waitUntil([&] {
-        std::size_t const before = errors().size();
-        works = run(all);
-        return works || errors().find("BadWindow", before) == std::string::npos;
-    });
-    return works;
+    return run(all);
 }
 
 bool WindowBench::key(std::vector<std::string> const& names) {
@@ -221,20 +252,27 @@ bool WindowBench::glidePointer(XY<int> from, XY<int> to) {
 
 std::optional<XY<int>> WindowBench::grabCorner(WindowId window) {
     constexpr int pull = 8;
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        XY<int> const size = sizeOf(window);
-        // Just outside the contents.
-        XY<int> const corner = placeOf(window) + size + XY<int>{0, 3};
-        XY<int> const pulled = corner + XY<int>{pull, pull};
-        if (!movePointer(corner) || !pressButton() || !glidePointer(corner, pulled)) return {};
-        if (waitUntil([&] { return sizeOf(window).x > size.x; }, std::chrono::seconds(2))) return pulled;
-        releaseButton();
-    }
+    if (!settle()) return {};
+    XY<int> const size = sizeOf(window);
+    // Just outside the contents.
+    XY<int> const corner = placeOf(window) + size + XY<int>{0, 3};
+    XY<int> pulled = corner + XY<int>{pull, pull};
+    if (!movePointer(corner) || !pressButton()) return {};
+    glidePointer(corner, pulled);
+    // Only what comes after it has seen that the pointer was dragged moves the corner.
+    auto const follows = [&] {
+        pulled = pulled + XY<int>{1, 1};
+        return movePointer(pulled) && sizeOf(window).x > size.x;
+    };
+    if (waitUntil(follows)) return pulled;
+    releaseButton();
     return {};
 }
 
+/// The server holds all input back until the window manager lets a press pass, and meanwhile loses a release
+/// that is followed by another press of the same button.
 bool WindowBench::pressButton(int button) {
-    return xdotool({"mousedown", std::to_string(button)});
+    return xdotool({"mousedown", std::to_string(button)}) && settle();
 }
 
 bool WindowBench::releaseButton(int button) {
@@ -242,7 +280,7 @@ bool WindowBench::releaseButton(int button) {
 }
 
 bool WindowBench::click(int button) {
-    return xdotool({"click", std::to_string(button)});
+    return pressButton(button) && releaseButton(button);
 }
 
 bool WindowBench::wheel(int notches) {
@@ -257,6 +295,7 @@ bool WindowBench::setLayout(std::string const& layout) {
 }
 
 void WindowBench::setResources(std::string const& text) {
+    if (!works()) return;
     XChangeProperty(display_, DefaultRootWindow(display_), XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
                     reinterpret_cast<unsigned char const*>(text.data()), static_cast<int>(text.size()));
     XSync(display_, False);
@@ -264,36 +303,51 @@ void WindowBench::setResources(std::string const& text) {
 
 WindowBench::WindowId WindowBench::findWindow(std::string const& title) {
     Window found = None;
-    waitUntil([&] {
+    if (!works()) return found;
+    bool const isShown = waitUntil([&] {
         found = searchTitle(display_, title);
-        return found != None;
+        return found != None && isViewable(found);
     });
-    return found;
+    return isShown && settle() ? found : None;
+}
+
+/// It tells a window how wide its frame would be, and does one thing after the other.
+bool WindowBench::settle() {
+    if (!works() || !windowManager_) return works();
+    Window const asking = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 1, 1, 0, 0, 0);
+    tellWindowManager(asking, "_NET_REQUEST_FRAME_EXTENTS", 0, 0);
+    bool const isAnswered =
+        waitUntil([&] { return !property(display_, asking, "_NET_FRAME_EXTENTS").empty(); });
+    XDestroyWindow(display_, asking);
+    return isAnswered;
 }
 
 std::string WindowBench::titleOf(WindowId window) {
-    return windowTitle(display_, window);
+    return works() ? windowTitle(display_, window) : std::string();
 }
 
 XY<int> WindowBench::placeOf(WindowId window) {
     XY<int> place;
     Window child = None;
+    if (!works()) return place;
     XTranslateCoordinates(display_, window, DefaultRootWindow(display_), 0, 0, &place.x, &place.y, &child);
     return place;
 }
 
 XY<int> WindowBench::sizeOf(WindowId window) {
     XWindowAttributes attributes{};
-    XGetWindowAttributes(display_, window, &attributes);
+    if (works()) XGetWindowAttributes(display_, window, &attributes);
     return {attributes.width, attributes.height};
 }
 
 int WindowBench::depthOf(WindowId window) {
     XWindowAttributes attributes{};
-    return XGetWindowAttributes(display_, window, &attributes) ? attributes.depth : 0;
+    if (works()) XGetWindowAttributes(display_, window, &attributes);
+    return attributes.depth;
 }
 
 void WindowBench::pretendCompositor() {
+    if (!works()) return;
     Window const owner = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 1, 1, 0, 0, 0);
     XSetSelectionOwner(display_, XInternAtom(display_, "_NET_WM_CM_S0", False), owner, CurrentTime);
     XSync(display_, False);
@@ -301,24 +355,21 @@ void WindowBench::pretendCompositor() {
 
 bool WindowBench::isViewable(WindowId window) {
     XWindowAttributes attributes{};
-    return XGetWindowAttributes(display_, window, &attributes) && attributes.map_state == IsViewable;
+    if (works()) XGetWindowAttributes(display_, window, &attributes);
+    return attributes.map_state == IsViewable;
 }
 
 bool WindowBench::isActive(WindowId window) {
     Window focus = None;
     int revert = 0;
+    if (!works()) return false;
     XGetInputFocus(display_, &focus, &revert);
     return focus == window;
 }
 
 void WindowBench::tellWindowManager(WindowId window, char const* message, long first, long second) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display_, message, False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = first;
-    event.xclient.data.l[1] = second;
+    if (!works()) return;
+    XEvent event = clientMessage(display_, window, message, {first, second});
     XSendEvent(display_, DefaultRootWindow(display_), False,
                SubstructureRedirectMask | SubstructureNotifyMask, &event);
     XSync(display_, False);
@@ -335,20 +386,14 @@ void WindowBench::activate(WindowId window) {
 }
 
 void WindowBench::tellDragged(WindowId window, char const* message, long second, long third, long fourth) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display_, message, False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(DefaultRootWindow(display_));
-    event.xclient.data.l[1] = second;
-    event.xclient.data.l[2] = third;
-    event.xclient.data.l[3] = fourth;
+    auto const source = static_cast<long>(DefaultRootWindow(display_));
+    XEvent event = clientMessage(display_, window, message, {source, second, third, fourth});
     XSendEvent(display_, window, False, NoEventMask, &event);
     XSync(display_, False);
 }
 
 void WindowBench::dragFilesOver(WindowId window, XY<int> place) {
+    if (!works()) return;
     constexpr long version = 5L << 24;
     auto const files = static_cast<long>(XInternAtom(display_, "text/uri-list", False));
     tellDragged(window, "XdndEnter", version, files, 0);
@@ -356,15 +401,18 @@ void WindowBench::dragFilesOver(WindowId window, XY<int> place) {
 }
 
 void WindowBench::dragFilesAway(WindowId window) {
+    if (!works()) return;
     tellDragged(window, "XdndLeave", 0, 0, 0);
 }
 
 void WindowBench::minimise(WindowId window) {
+    if (!works()) return;
     XIconifyWindow(display_, window, DefaultScreen(display_));
     XSync(display_, False);
 }
 
 std::uint32_t WindowBench::colourAt(XY<int> place) {
+    if (!works()) return 0;
     XImage* const image =
         XGetImage(display_, DefaultRootWindow(display_), place.x, place.y, 1, 1, AllPlanes, ZPixmap);
     if (!image) return 0;

@@ -1,4 +1,4 @@
-#include "tests/child_process.h"
+#include "driver/windows/child_process.h"
 
 #include "host/services/clock.h"
 
@@ -36,11 +36,16 @@ std::vector<std::string> asTexts(ChildProcess::Environment const& environment) {
 /// In the new process: becomes the program. Nothing here may allocate memory.
 [[noreturn]] void become(char* const* words, char* const* environment, int input, int output, int error) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    std::signal(SIGPIPE, SIG_DFL);
     dup2(input, STDIN_FILENO);
     dup2(output, STDOUT_FILENO);
     dup2(error, STDERR_FILENO);
     execvpe(words[0], words, environment);
-    _exit(127);
+    _exit(ChildProcess::notStarted);
+}
+
+void closeFile(int file) {
+    if (file >= 0) close(file);
 }
 
 long switchesIn(std::filesystem::path const& status) {
@@ -69,46 +74,45 @@ void letTimePass(std::chrono::milliseconds time) {
 
 ChildProcess::ChildProcess(std::vector<std::string> const& words, Environment const& environment,
                            std::string const& errorFile) {
-    int input[2], output[2];
-    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0) return;
+    int input[2] = {-1, -1}, output[2] = {-1, -1};
     int const error = open(errorFile.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     std::vector<std::string> arguments = words;
     std::vector<std::string> settings = asTexts(environment);
     std::vector<char*> const argumentPointers = pointersTo(arguments);
     std::vector<char*> const settingPointers = pointersTo(settings);
-    pid_ = fork();
+    bool const hasPipes = pipe2(input, O_CLOEXEC) == 0 && pipe2(output, O_CLOEXEC) == 0;
+    if (hasPipes && !words.empty()) pid_ = fork();
     if (pid_ == 0) become(argumentPointers.data(), settingPointers.data(), input[0], output[1], error);
-    close(input[0]);
-    close(output[1]);
-    close(error);
+    if (pid_ < 0) exitCode_ = notStarted;
+    for (int const file : {input[0], output[1], error}) closeFile(file);
     input_ = input[1];
     output_ = output[0];
-    fcntl(output_, F_SETFL, O_NONBLOCK);
+    if (output_ >= 0) fcntl(output_, F_SETFL, O_NONBLOCK);
     std::signal(SIGPIPE, SIG_IGN);
 }
 
 ChildProcess::~ChildProcess() {
-    if (pid_ > 0 && isRunning()) {
+    if (isRunning()) {
         kill(pid_, SIGTERM);
         if (!waitUntil([this] { return reap(); }, std::chrono::milliseconds(2000))) {
             kill(pid_, SIGKILL);
             waitUntil([this] { return reap(); });
         }
     }
-    if (input_ >= 0) close(input_);
-    if (output_ >= 0) close(output_);
+    closeFile(input_);
+    closeFile(output_);
 }
 
 bool ChildProcess::reap() {
     if (exitCode_) return true;
     int status = 0;
-    if (pid_ <= 0 || waitpid(pid_, &status, WNOHANG) != pid_) return false;
+    if (waitpid(pid_, &status, WNOHANG) != pid_) return false;
     exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return true;
 }
 
 bool ChildProcess::isRunning() {
-    return pid_ > 0 && !reap();
+    return !reap();
 }
 
 std::optional<int> ChildProcess::waitForExit() {
@@ -138,6 +142,10 @@ void ChildProcess::readOutput() {
             partialLine_.clear();
         }
     }
+    if (count != 0 || partialLine_.empty()) return;
+    // The last line of a program that has ended.
+    lines_.push_back(partialLine_);
+    partialLine_.clear();
 }
 
 std::vector<std::string> const& ChildProcess::lines() {
@@ -149,11 +157,13 @@ std::string ChildProcess::waitForLine(std::string_view beginning) {
     std::string found;
     std::size_t looked = next_;
     waitUntil([&] {
+        // What it wrote last is read when it has ended, not before.
+        bool const hasEnded = reap();
         readOutput();
         for (; looked < lines_.size() && found.empty(); ++looked)
             if (std::string_view(lines_[looked]).substr(0, beginning.size()) == beginning)
                 found = lines_[looked];
-        return !found.empty() || (reap() && looked == lines_.size());
+        return !found.empty() || hasEnded;
     });
     if (!found.empty()) next_ = looked;
     return found;
