@@ -322,6 +322,17 @@ bool WindowBench::settle() {
     return isAnswered;
 }
 
+/// Nobody but the holder could take it.
+bool WindowBench::waitForFreePointer() {
+    return works() && waitUntil([&] {
+               int const answer = XGrabPointer(display_, DefaultRootWindow(display_), False, 0, GrabModeAsync,
+                                               GrabModeAsync, None, None, CurrentTime);
+               if (answer == GrabSuccess) XUngrabPointer(display_, CurrentTime);
+               XSync(display_, False);
+               return answer == GrabSuccess;
+           });
+}
+
 std::string WindowBench::titleOf(WindowId window) {
     return works() ? windowTitle(display_, window) : std::string();
 }

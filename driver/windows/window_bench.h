@@ -61,6 +61,8 @@ public:
     /// Presses and releases; too slow for double clicks beside a window manager.
     bool click(int button = 1);
     bool wheel(int notches);
+    /// Waits until no program holds the pointer: until then every press goes to that program.
+    bool waitForFreePointer();
     /// Chooses a keyboard layout ("us", "de", "ru") and returns when the server has it.
     bool setLayout(std::string const& layout);
 
