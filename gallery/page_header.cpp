@@ -31,8 +31,9 @@ PageHeader::PageHeader() : StandardPanel(1, 1, Palette(), false) {
     BoxLayout* const first = texts->add(BoxLayout::makeRow());
     XY<int> const mayBeCut{UifStd::getButtonHeight(), -1};
     title_ = first->add(std::make_unique<Label>(L"", Label::Part::heading), {.minimum = mayBeCut});
-    source_ =
-        first->add(std::make_unique<Label>(L"", Label::Part::secondary), {.stretch = 1, .minimum = mayBeCut});
+    // The title takes its room first.
+    source_ = first->add(std::make_unique<Label>(L"", Label::Part::secondary),
+                         {.stretch = 1, .size = mayBeCut, .minimum = mayBeCut});
     shows_ = texts->add(std::make_unique<Label>(L"", Label::Part::normal), {.minimum = mayBeCut});
     BoxLayout* const looks = layout->add(BoxLayout::makeColumn());
     BoxLayout* const upper = looks->add(BoxLayout::makeRow());
