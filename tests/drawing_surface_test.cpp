@@ -266,6 +266,9 @@ TEST(CanvasRenderer, SlantedLinesAndEllipsesStayInPlace) {
     EXPECT_EQ(window.inkBox(), IntBox(10, 20, 50, 50));
     EXPECT_NEAR(static_cast<double>(window.countOf(red)), 3.14159 / 4 * 40 * 30, 90);
     window.clear();
+    window.draw(Glib::EllipseDescription({10, 10, 50, 12}, redInk, 1));
+    EXPECT_EQ(window.inkBox(), IntBox(10, 48, 50, 50)) << "an edge that leaves nothing inside";
+    window.clear();
     window.paint([](auto& renderer) {
         renderer.setAntialiasingEnabled(false);
         renderer.renderPrimitive(Glib::LineDescription({0, 0}, {60, 60}, redInk));

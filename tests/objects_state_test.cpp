@@ -69,6 +69,7 @@ TEST_F(State, LimitsAndPlacesOfChildren) {
     EXPECT_EQ(details.surround.width, 2);
     root_->setWidgetBorderStyle(above, {});
     EXPECT_EQ(root_->getWidgetDetails(above).surround, WidgetSurround());
+    EXPECT_EQ(root_->getWidgetDetails(root_).widget, nullptr) << "no child";
     details.position = BottomLeft(1, 2);
     root_->positionChildWidget(details);
     EXPECT_EQ(root_->getWidgetPos(above), XY<int>(1, 2));

@@ -81,6 +81,7 @@ TEST_F(RandomUse, WhatIsHeldWithoutAButtonIsAFault) {
     auto* const holder = addTo(openWindow(), new Forgetful);
     driver_.settle();
     EXPECT_EQ(Consistency(driver_).fault(), "");
+    EXPECT_FALSE(driver_.painted(holder)) << "one colour";
     EventSystem::live().pointer.capture(holder);
     EXPECT_THAT(Consistency(driver_).fault().c_str(), testing::HasSubstr("no button is held"));
     EventSystem::live().pointer.releaseCapture();
