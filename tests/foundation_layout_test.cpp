@@ -468,57 +468,6 @@ TEST_F(LayoutTest, panelsInPanelsAreMeasuredToALimit) {
     EXPECT_EQ(outermost->firstChild()->firstChild()->width(), outermost->width() - 4);
 }
 
-TEST_F(LayoutTest, childrenAndPanelsMayGoWhileTheyArePlaced) {
-    for (int victim = 0; victim < 4; ++victim) {
-        StandardPanel* const panel = openPanel();
-        auto* const column = panel->setLayout(BoxLayout::makeColumn());
-        std::vector<HandlerRef<Plain>> plain;
-        for (int i = 0; i < 3; ++i) plain.emplace_back(column->add(std::make_unique<Plain>(XY<int>(10, 10))));
-        plain[1].get()->onReshape = [=] {
-            if (victim < 3) destroy(plain[static_cast<std::size_t>(victim)].get());
-            if (victim == 3) panel->setLayout(nullptr);
-        };
-        HandlerRef<StandardPanel> const window(panel);
-        if (victim == 2) plain[0].get()->onReshape = [=] { destroy(window.get()); };
-        driver_.settle();
-        EXPECT_EQ(plain[0].get() != nullptr, victim != 0 && victim != 2);
-        EXPECT_EQ(window.get() != nullptr, victim != 2);
-        destroy(window.get());
-    }
-}
-
-TEST_F(LayoutTest, whatIsAskedForItsNeedsMayTakeLayoutAndPanelAway) {
-    class Asked : public Glob {
-    public:
-        Asked() : Glob(10, 10) {}
-        SizeNeeds sizeNeeds() const override {
-            if (onAsked) std::exchange(onAsked, nullptr)();
-            return {{10, 10}};
-        }
-        mutable std::function<void()> onAsked;
-    };
-    for (int act = 0; act < 4; ++act) {
-        for (bool isInLoop : {false, true}) {
-            StandardPanel* const panel = openPanel();
-            HandlerRef<StandardPanel> const window(panel);
-            BoxLayout* const column = panel->setLayout(BoxLayout::makeColumn());
-            BoxLayout* const row = column->add(BoxLayout::makeRow());
-            Asked* const asked = row->add(std::make_unique<Asked>());
-            row->add(std::make_unique<Plain>(XY<int>(10, 10)));
-            asked->onAsked = [=] {
-                if (act == 0) panel->setLayout(nullptr);
-                if (act == 1) panel->setLayout(BoxLayout::makeRow());
-                if (act == 2) column->remove(*row);
-                if (act == 3) destroy(panel);
-            };
-            if (!isInLoop) column->naturalSize();
-            driver_.settle();
-            EXPECT_EQ(window.get() != nullptr, act != 3);
-            destroy(window.get());
-        }
-    }
-}
-
 TEST_F(LayoutTest, aPanelThatGrowsStaysAsSmallAsTheUserMakesIt) {
     StandardPanel* const panel = openPanel(10, 10);
     auto* const row = panel->setLayout(BoxLayout::makeRow());

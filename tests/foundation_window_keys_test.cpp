@@ -202,31 +202,6 @@ TEST_F(WindowKeysTest, WhatIsRemovedInAHandlerIsGoneAtOnce) {
     EXPECT_EQ(walk({Key::tab, Key::tab, Key::tab}), "ded");
 }
 
-/// In the middle of a step, outside any other guard.
-TEST_F(WindowKeysTest, AStopMayDestroyItsPanelWhenItIsAsked) {
-    struct Stop : Glob, TabOrderable {
-        Stop(StandardPanel*& its, bool& deadly) : Glob(10, 10), panel(its), kills(deadly) {}
-        bool isTabStopActive() override {
-            if (kills) delete std::exchange(panel, nullptr);
-            return true;
-        }
-        void handleDetached() override {
-            leaveAllManagers();
-            Glob::handleDetached();
-        }
-        StandardPanel*& panel;
-        bool& kills;
-    };
-    bool kills = false;
-    StandardPanel* panel = pane("");
-    for (int i = 0; i < 3; ++i) panel->addTabStop(*addTo(panel, new Stop(panel, kills)));
-    set_kbd_focus(panel);
-    driver_.key(Key::tab);
-    kills = true;
-    driver_.key(Key::tab);
-    EXPECT_EQ(panel, nullptr);
-}
-
 TEST_F(WindowKeysTest, KeysShowAndScrollWhatTheyReach) {
     struct Scroller : Glob {
         Scroller() : Glob(100, 40) {}
