@@ -133,6 +133,7 @@ protected:
         };
         probe_ = add();
         target_ = add();
+        child_ = HandlerRef<Glob>(addTo(probe_.get(), new ProbeGlob(5, 5)));
         driver_.settle();
         activate(root_.get());
         probe_.get()->claimKbdFocus();
@@ -268,7 +269,7 @@ protected:
     GlobManager& windows() { return host_->globManager(); }
 
     static constexpr std::size_t numEnds = 6;
-    HandlerRef<Glob> root_, other_, first_, second_, dialog_;
+    HandlerRef<Glob> root_, other_, child_, first_, second_, dialog_;
     HandlerRef<StandardPanel> panel_;
     HandlerRef<HostileGlob> probe_, target_;
     std::array<XY<int>, 2> places_;
@@ -305,6 +306,7 @@ TEST_P(Storm, InAnyCallAnythingMayHappenToAnything) {
     };
     std::pair<char const*, std::function<Glob*()>> const victims[] = {
         {"probe", [&] { return probe_.get(); }},
+        {"child", [&] { return child_.get(); }},
         {"target", [&] { return target_.get(); }},
         {"panel", [&] { return panel_.get(); }},
         {"window", [&] { return root_.get(); }},
