@@ -226,6 +226,10 @@ TEST_F(PopUps, DeactivationAndChangesOfTheOwnersWindowCloseAll) {
         driver_.settle();
         EXPECT_EQ(takeLog(), allClosed) << name;
     }
+    openThree();
+    destroy(window_);
+    driver_.settle();
+    EXPECT_EQ(takeLog(), allClosed) << "destroyed";
 }
 
 TEST_F(PopUps, OpenOnlyWhileTheApplicationIsActive) {
@@ -236,6 +240,7 @@ TEST_F(PopUps, OpenOnlyWhileTheApplicationIsActive) {
     EXPECT_FALSE(chain().isOpen());
     expectDiagnostic("window refused");
     EXPECT_FALSE(manager().openPopUp(opener_, {})) << "a child";
+    EXPECT_FALSE(manager().openPopUp(window_, {})) << "it has a window";
     activate(window_);
     host_->offscreen()->refuseWindows(true);
     Diagnostics::setSink([](char const*) {});
