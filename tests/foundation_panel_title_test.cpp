@@ -43,6 +43,9 @@ TEST_F(PanelTitles, TheTitleBringsTheStripAndKnowsItsResource) {
     EXPECT_THAT(panel->log, ElementsAre("title", "title")) << "an equal one is no change";
     panel->setTitle(L"");
     EXPECT_EQ(fromTopRight(child).y, edge);
+    panel->setMovable(true);
+    dragIn(panel, {20, 140}, {30, -20});
+    EXPECT_EQ(panel->box().bottomLeft(), XY<int>(100, 100)) << "there is nothing to take it by";
 }
 
 TEST_F(PanelTitles, AnEditableTitleReportsToTheParent) {
