@@ -382,7 +382,7 @@ TEST_F(Robust, DrawingChildrenByHandNeedsNoCallStackEither) {
         void draw() override { drawWidgets(); }
     };
     Glob* chain = new ByHand(4, 4);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 50000; ++i) {
         auto* const outer = new ByHand(4, 4);
         outer->addChild(chain);
         chain = outer;
