@@ -69,9 +69,8 @@ TEST_F(WindowKeysTest, PanesAreEnteredAndLeft) {
 }
 
 TEST_F(WindowKeysTest, ReturnPressesTheDefaultButtonAndEscapeClosesModalWindows) {
-    driver_.key(Key::enter);
-    driver_.key(Key::escape);
-    EXPECT_FALSE(root_->isDying());
+    for (std::uint32_t const key : {Key::enter, Key::escape, std::uint32_t('x')})
+        EXPECT_FALSE(host_->globManager().handleUnusedKey(*root_, Event(EventKind::keyPress, key))) << key;
     struct Dialogue : StandardPanel {
         Dialogue() : StandardPanel(120, 80) {}
         int handleMessageEvent(LightweightString<char> name, Glob*) override {
