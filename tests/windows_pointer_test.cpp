@@ -216,6 +216,7 @@ public:
     using ProbeGlob::ProbeGlob;
 
     bool canAccept(DragDropItem const& item, XY<int> const& place, eDropReason) override {
+        if (onAsked) onAsked();
         return item.type() == LightweightString<char>("clip") && place.x >= width() / 2;
     }
     bool acceptDrop(DragDropItem& item, XY<int> const& place, eDropReason) override {
@@ -231,6 +232,7 @@ public:
 
     bool takes = true;
     MouseCursorID dropCursor = inheritCursor;
+    std::function<void()> onAsked;
 };
 
 class Dragging : public Pointer {
@@ -305,6 +307,16 @@ TEST_F(Dragging, OnlyOneAtATimeAndOnlyWhileAButtonIsHeld) {
     driver_.release();
     EXPECT_FALSE(DragDropManager::instance().beginDrag(Qv::Ptr<DragDropItem>(new DragDropItem("x")), nullptr))
         << "nothing is held";
+}
+
+TEST_F(Dragging, TheMoveInWhichItEndsGoesNowhereElse) {
+    open();
+    target_->onAsked = [] { DragDropManager::instance().cancel(); };
+    source_->noteMouse();
+    moveIn(target_, 60, 10);
+    EXPECT_THAT(takeLog(), ElementsAre("source not taken"));
+    EXPECT_FALSE(isDragging());
+    driver_.release();
 }
 
 TEST_F(Dragging, SomethingModalKeepsItemsFromWhatItBlocks) {
