@@ -240,8 +240,8 @@ TEST_F(PopUps, OpenOnlyWhileTheApplicationIsActive) {
     EXPECT_FALSE(chain().isOpen());
     expectDiagnostic("window refused");
     EXPECT_FALSE(manager().openPopUp(opener_, {})) << "a child";
-    EXPECT_FALSE(manager().openPopUp(window_, {})) << "it has a window";
     activate(window_);
+    EXPECT_FALSE(manager().openPopUp(window_, {})) << "it has a window";
     host_->offscreen()->refuseWindows(true);
     Diagnostics::setSink([](char const*) {});
     EXPECT_FALSE(manager().openPopUp(popUp.get(), {}));
