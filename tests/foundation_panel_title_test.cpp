@@ -34,6 +34,9 @@ TEST_F(PanelTitles, TheTitleBringsTheStripAndKnowsItsResource) {
     EXPECT_EQ(panel->getTitleW(), resourceStrW(TextId::settings));
     EXPECT_EQ(fromTopRight(child).y, edge + B + 2 * I) << "it made way";
     EXPECT_EQ(Driver::describe(*panel).name, panel->getTitleW());
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(panel, {150, 150 - 2 * edge - B}),
+              panel->getColoursForWidgets().separator().getAsLong() & 0xFFFFFF);
     Glib::FontDesc const large({}, 30);
     int const before = panel->calcTitleWidth(L"Wide");
     panel->setTitle(L"Other", large);
@@ -43,6 +46,9 @@ TEST_F(PanelTitles, TheTitleBringsTheStripAndKnowsItsResource) {
     EXPECT_THAT(panel->log, ElementsAre("title", "title")) << "an equal one is no change";
     panel->setTitle(L"");
     EXPECT_EQ(fromTopRight(child).y, edge);
+    panel->setMovable(true);
+    dragIn(panel, {20, 140}, {30, -20});
+    EXPECT_EQ(panel->box().bottomLeft(), XY<int>(100, 100)) << "there is nothing to take it by";
 }
 
 TEST_F(PanelTitles, AnEditableTitleReportsToTheParent) {

@@ -97,35 +97,6 @@ TEST_F(TabOrderTest, PushAgainstTheEndMovesNobody) {
     EXPECT_EQ(manager->getTabStopTabOrder(5), 0xFFFFFFF8);
 }
 
-TEST_F(TabOrderTest, FocusingTheSameStopIsReceiptThenLoss) {
-    EXPECT_TRUE(at(1).setTabStopFocus());
-    EXPECT_TRUE(manager->setTabStopFocus(1));
-    EXPECT_EQ(log, (Log{"forward 1", "forward 1", "own loss 1"}));
-    at(0).active = at(2).active = false;
-    log.clear();
-    EXPECT_EQ(manager->incrementTabStop(), 1u);
-    EXPECT_EQ(manager->refocusCurrentTabStop(), 1u);
-    EXPECT_EQ(log, (Log{"forward 1", "own loss 1", "forward 1", "own loss 1"}));
-    EXPECT_FALSE(at(1).isReceivingTabStopFocus());
-}
-
-TEST_F(TabOrderTest, DisabledAndInactiveStopsArePassedBy) {
-    bool found = false;
-    EXPECT_TRUE(manager->setTabStopEnabled(at(0), false));
-    EXPECT_FALSE(manager->getTabStopEnabled(at(0), &found));
-    EXPECT_TRUE(found);
-    EXPECT_FALSE(manager->getTabStopEnabled(7, &found));
-    EXPECT_FALSE(found);
-    at(1).active = false;
-    EXPECT_FALSE(at(1).setTabStopFocus());
-    EXPECT_EQ(manager->incrementTabStop(), 2u);
-    manager->setTabStopEnabled(2, false);
-    EXPECT_TRUE(at(2).isTabStopFocus());
-    log.clear();
-    EXPECT_EQ(manager->incrementTabStop(), none);
-    EXPECT_EQ(log, (Log{"loss 2"}));
-}
-
 TEST_F(TabOrderTest, HostsHandOverTheirControls) {
     struct Composite : TabOrderableHost {
         void getTabOrderables(std::vector<TabOrderable*>& list, unsigned int order) override {
@@ -356,7 +327,7 @@ public:
         if (choice < 14) return same(manager_.incrementTabStop(), model_.increment());
         if (choice < 16) return same(manager_.decrementTabStop(), model_.decrement());
         if (choice == 16) return same(manager_.refocusCurrentTabStop(), model_.refocus());
-        if (choice == 17) return toggleEnabled(index);
+        if (choice == 17) return toggleEnabled(object, index);
         if (choice == 18) return toggleActive(object);
         replace(object);
     }
@@ -421,8 +392,14 @@ private:
     void removeAt(unsigned int index) {
         if (below(2) == 0) same(manager_.removeTabStop(index), model_.removeAt(index));
     }
-    void toggleEnabled(unsigned int index) {
+    /// Asks by object and by index. The first record of an object counts.
+    void toggleEnabled(int object, unsigned int index) {
         bool found = false;
+        unsigned int const first = model_.firstOf(object);
+        bool const isEnabled = manager_.getTabStopEnabled(control(object), &found);
+        EXPECT_EQ(found, first != none);
+        EXPECT_EQ(isEnabled, found && model_.stops[first].enabled);
+        EXPECT_EQ(manager_.setTabStopEnabled(control(object), isEnabled), found);
         bool const enabled = manager_.getTabStopEnabled(index, &found);
         EXPECT_EQ(found, index < model_.stops.size());
         EXPECT_EQ(manager_.setTabStopEnabled(index, !enabled), found);

@@ -69,9 +69,8 @@ TEST_F(WindowKeysTest, PanesAreEnteredAndLeft) {
 }
 
 TEST_F(WindowKeysTest, ReturnPressesTheDefaultButtonAndEscapeClosesModalWindows) {
-    driver_.key(Key::enter);
-    driver_.key(Key::escape);
-    EXPECT_FALSE(root_->isDying());
+    for (std::uint32_t const key : {Key::enter, Key::escape, std::uint32_t('x')})
+        EXPECT_FALSE(host_->globManager().handleUnusedKey(*root_, Event(EventKind::keyPress, key))) << key;
     struct Dialogue : StandardPanel {
         Dialogue() : StandardPanel(120, 80) {}
         int handleMessageEvent(LightweightString<char> name, Glob*) override {
@@ -200,31 +199,6 @@ TEST_F(WindowKeysTest, WhatIsRemovedInAHandlerIsGoneAtOnce) {
     driver_.click(outside);
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(walk({Key::tab, Key::tab, Key::tab}), "ded");
-}
-
-/// In the middle of a step, outside any other guard.
-TEST_F(WindowKeysTest, AStopMayDestroyItsPanelWhenItIsAsked) {
-    struct Stop : Glob, TabOrderable {
-        Stop(StandardPanel*& its, bool& deadly) : Glob(10, 10), panel(its), kills(deadly) {}
-        bool isTabStopActive() override {
-            if (kills) delete std::exchange(panel, nullptr);
-            return true;
-        }
-        void handleDetached() override {
-            leaveAllManagers();
-            Glob::handleDetached();
-        }
-        StandardPanel*& panel;
-        bool& kills;
-    };
-    bool kills = false;
-    StandardPanel* panel = pane("");
-    for (int i = 0; i < 3; ++i) panel->addTabStop(*addTo(panel, new Stop(panel, kills)));
-    set_kbd_focus(panel);
-    driver_.key(Key::tab);
-    kills = true;
-    driver_.key(Key::tab);
-    EXPECT_EQ(panel, nullptr);
 }
 
 TEST_F(WindowKeysTest, KeysShowAndScrollWhatTheyReach) {

@@ -258,18 +258,10 @@ TEST_F(Screen, ChangesOfTheLookReachEveryObjectOfEveryWindow) {
     EXPECT_EQ(host_->backend().deviceScale(), 2.0);
     RecordingParent* const third = openWindow(100, 100, {950, 0});
     EXPECT_EQ(manager().windowOf(third)->surface().deviceSize(), (XY<int>{200, 200}));
-    LookChange lastReason = LookChange::none;
-    measured[0]->onChange = [&] {
-        lastReason = measured[0]->last;
-        destroy(first);
-    };
-    measured[1]->onChange = [&] { destroy(third); };
     UifStd::Metrics metrics;
     metrics.buttonHeight = 30;
     Look::setMetrics(metrics);
-    driver_.settle();
-    EXPECT_EQ(manager().numWindows(), 1u);
-    EXPECT_EQ(lastReason, LookChange::metrics);
+    EXPECT_EQ(measured[0]->last, LookChange::metrics);
 }
 
 } // namespace
