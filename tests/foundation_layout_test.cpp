@@ -215,6 +215,36 @@ TEST_F(LayoutTest, roomIsSharedByStretchAndMissingRoomByWhatCanGiveWay) {
     }
 }
 
+TEST_F(LayoutTest, aTitleHasItsRoomAboveLinesThatWrap) {
+    StandardPanel* const panel = openPanel(200, 400);
+    auto* const column = panel->setLayout(BoxLayout::makeColumn());
+    auto inner = std::make_unique<StandardPanel>(XY<int>{10, 10});
+    inner->setTitle(L"Title");
+    Label::InitArgs text(L"Some words that need several lines where there is little room for them");
+    text.wraps = true;
+    Label* const label = inner->setLayout(BoxLayout::makeColumn())->add(std::make_unique<Label>(text));
+    StandardPanel* const titled = column->add(std::move(inner));
+    driver_.settle();
+    EXPECT_EQ(titled->height(), titled->heightForWidth(titled->width()));
+    EXPECT_EQ(label->height(), label->heightForWidth(label->width()));
+    EXPECT_TRUE(titled->getUserArea().contains(label->box()));
+}
+
+TEST_F(LayoutTest, whatLiesOverSeveralColumnsWidensTheOneThatStretches) {
+    StandardPanel* const panel = openPanel(10, 10);
+    auto* const grid = panel->setLayout(std::make_unique<GridLayout>());
+    grid->setMargins(0);
+    grid->setGaps(0, 0);
+    grid->setColumnStretch(0, 1);
+    Glob* const first = grid->add(std::make_unique<Plain>(XY<int>(20, 10)), {.row = 1});
+    Glob* const second = grid->add(std::make_unique<Plain>(XY<int>(20, 10)), {.row = 1, .column = 1});
+    grid->add(std::make_unique<Plain>(XY<int>(100, 10)), {.columns = 2});
+    sizeToLayout(*panel);
+    driver_.settle();
+    EXPECT_EQ(first->width() + second->width(), panel->width());
+    EXPECT_EQ(second->width(), 20);
+}
+
 TEST_F(LayoutTest, aGridAlignsAndSpansAndLeavesOutWhatIsHidden) {
     StandardPanel* const panel = openPanel(300, 200);
     auto* const grid = panel->setLayout(std::make_unique<GridLayout>());

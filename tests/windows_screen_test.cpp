@@ -122,6 +122,27 @@ TEST_F(Screen, WhatIsTooLargeOrFarAwayKeepsItsUpperLeftCorner) {
                 }
 }
 
+/// A pixel more than there is room for turns it round; each side is as far from the anchor as the others.
+TEST_F(Screen, APopUpTurnsRoundWhereItsSideHasNoRoom) {
+    IntBox const monitor(100, 100, 500, 500);
+    IntBox const anchor(190, 190, 410, 410);
+    for (auto side : {WidgetRelativity::above, WidgetRelativity::below, WidgetRelativity::leftOf,
+                      WidgetRelativity::rightOf})
+        for (int const missing : {0, 1}) {
+            // The other side has ten pixels more.
+            IntBox larger = monitor;
+            if (side == WidgetRelativity::above) larger.y1 -= 10;
+            if (side == WidgetRelativity::below) larger.y2 += 10;
+            if (side == WidgetRelativity::leftOf) larger.x2 += 10;
+            if (side == WidgetRelativity::rightOf) larger.x1 -= 10;
+            int const length = 90 - 5 + missing;
+            auto const found =
+                ScreenPlaces::besideOn(larger, anchor, {length, length}, side, 5, WidgetAlignment::centre);
+            EXPECT_EQ(found.opposite, missing == 1) << static_cast<int>(side);
+            EXPECT_TRUE(larger.contains(found.box) && !found.box.intersects(anchor));
+        }
+}
+
 TEST_F(Screen, PlacesOfWindows) {
     setMonitors(layouts[0]);
     EXPECT_EQ(glib_getRootWindowWidth(), 5120);
