@@ -171,24 +171,6 @@ TEST_F(ChoicesMisused, MixedIsDrawnAndAnnouncedInEveryAppearance) {
     }
 }
 
-TEST_F(ChoicesMisused, APressThatIsLostLeavesNoMark) {
-    auto* const panel = add(std::make_unique<StandardPanel>(300, 200), 0, 0);
-    Checkbox* const box = panel->addChild(Checkbox::make(0, 0, L"box", false), BottomLeft(30, 30));
-    box->setMessageGeneration(Checkbox::onNothing);
-    auto const plain = picture(box);
-    driver_.press(box);
-    panel->setVisible(false);
-    driver_.release();
-    panel->setVisible(true);
-    EXPECT_EQ(picture(box), plain) << "its panel was hidden";
-    driver_.click(box);
-    driver_.press(box);
-    for (auto button : {Driver::Button::right, Driver::Button::middle}) driver_.press(button);
-    for (auto button : {Driver::Button::left, Driver::Button::right, Driver::Button::middle})
-        driver_.release(button);
-    EXPECT_EQ(picture(box), plain) << "released while others were held";
-}
-
 TEST_F(ChoicesMisused, ARefusedChoiceGoesBackToWhatWasShown) {
     CheckboxRadioSet* const set = addSet({L"a", L"b", L"c"});
     set->setSelectedItem(0);
@@ -319,27 +301,6 @@ TEST_F(ChoicesMisused, ArrowsStayInTheirColumnAndPassByWhatIsMissing) {
     EXPECT_EQ(after(Key::up), 4);
     set->getCheckbox(1)->setActive(false);
     EXPECT_EQ(after(Key::down), 4) << "alone in its column";
-}
-
-TEST_F(ChoicesMisused, SeveralButtonsAndEscapeWhileHeld) {
-    Checkbox* const box = addBox(20);
-    box->setMessageGeneration(Checkbox::onRelease);
-    driver_.press(box);
-    driver_.key(Key::escape);
-    driver_.release();
-    EXPECT_EQ(sent(), "") << "the press was cancelled";
-    driver_.press(box);
-    box->setVisible(false);
-    driver_.release();
-    box->setVisible(true);
-    EXPECT_EQ(sent(), "");
-    driver_.press(box);
-    driver_.press(Driver::Button::right);
-    driver_.release();
-    driver_.release(Driver::Button::right);
-    EXPECT_EQ(sent(), "Checkbox TICKED");
-    for (auto button : {Driver::Button::right, Driver::Button::middle}) driver_.click(box, button);
-    EXPECT_EQ(sent(), "");
 }
 
 /// Everything that can happen to members and sets, in random order.

@@ -107,25 +107,6 @@ TEST_F(ChoiceSets, AClickTicksOneAndClearsTheOthersAndIsToldOnce) {
     EXPECT_EQ(sent(), "") << "the data changed, not the user";
 }
 
-TEST_F(ChoiceSets, ARefusedChoiceIsTakenBackAndNotTold) {
-    CheckboxRadioSet* const set = addSet(1, 3);
-    auto const judge = Qv::makePtr<Judge<int>>();
-    judge->value = 3;
-    judge->accepts = false;
-    set->setDataAdaptor(judge);
-    driver_.click(set->getCheckbox(0));
-    EXPECT_EQ(ticks(*set), "00010");
-    EXPECT_EQ(sent(), "");
-    judge->accepts = true;
-    driver_.click(set->getCheckbox(0));
-    EXPECT_EQ(judge->value, 0);
-    EXPECT_EQ(sent(), "CRSChanged");
-    judge->onAsk = [set] { destroy(set); };
-    driver_.click(set->getCheckbox(2));
-    EXPECT_FALSE(is_good_glob_ptr(set));
-    EXPECT_EQ(sent(), "");
-}
-
 TEST_F(ChoiceSets, ASetIsOneStopAndArrowsGoAsTheMembersLie) {
     CheckboxRadioSet* const set = addSet(2);
     EXPECT_EQ(stops(*set), "10000") << "none is ticked: the first";

@@ -167,23 +167,6 @@ TEST_F(ScrollBars, DraggingMovesTheThumbUnderThePointer) {
     driver_.release();
 }
 
-TEST_F(ScrollBars, EscapeTakesTheThumbBackAndEndsTheDrag) {
-    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25}, true);
-    for (int const x : {80, 102}) {
-        pressAt(bar, x, 10);
-        moveIn(bar, x + 20, 10);
-        EXPECT_NE(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
-        sent();
-        driver_.key(Key::escape);
-        EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
-        EXPECT_EQ(sent(), "thumbMoved thumbReleased");
-        moveIn(bar, x + 40, 10);
-        driver_.release();
-        EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
-        EXPECT_EQ(sent(), "");
-    }
-}
-
 TEST_F(ScrollBars, PagingRepeatsOnTheProcessorClockUntilTheThumbIsThere) {
     ScrollBar* const bar = add(eHorizontal, {0, 0.1});
     listen(bar);
@@ -390,24 +373,8 @@ TEST_F(ScrollBars, TheEndsOfAResizableThumbCanBeDragged) {
     driver_.release();
 }
 
-TEST_F(ScrollBars, DisablingOrHidingEndsADragSilently) {
+TEST_F(ScrollBars, ABarThatItsFirstPageDisablesTurnsNoOther) {
     ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
-    for (int how = 0; how < 3; ++how) {
-        bar->setThumbPos(0.25);
-        pressAt(bar, 70, 10);
-        if (how == 0) bar->setActive(false);
-        if (how == 1) bar->setVisible(false);
-        if (how == 2) root_->setVisible(false);
-        root_->setVisible(true);
-        bar->setVisible(true);
-        bar->setActive(true);
-        driver_.settle();
-        driver_.release();
-        moveIn(bar, 120, 10);
-        EXPECT_EQ(bar->getThumbPos(), 0.25) << how;
-        EXPECT_FALSE(bar->isDragging()) << how;
-        EXPECT_EQ(sent(), "") << how;
-    }
     listen(bar);
     onReport_ = [&] { bar->setActive(false); };
     pressAt(bar, 200, 10);
@@ -433,30 +400,6 @@ TEST_F(ScrollBars, TheReleaseIsReportedBeforeTheDragEndsAndTheHandlerMaySetTheBa
     EXPECT_EQ(bar->getThumbPos(), 0.1);
     EXPECT_THAT(heard_, ElementsAre(1));
     EXPECT_EQ(sent(), "") << "the listener hears it instead of the parent";
-}
-
-TEST_F(ScrollBars, TheThumbIsBoundToDataBothWays) {
-    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
-    Qv::Ptr<ThumbAdaptor> const adaptor(new ThumbAdaptor);
-    bar->setDataAdaptor(adaptor);
-    pressAt(bar, 70, 10);
-    moveIn(bar, 80, 10);
-    moveIn(bar, 90, 10);
-    driver_.release();
-    EXPECT_THAT(adaptor->log, ElementsAre("300 0", "350 1", "350 2"));
-    adaptor->onRequest = [] { return false; };
-    pressAt(bar, 200, 10);
-    driver_.release();
-    EXPECT_EQ(adaptor->log.back(), "600 3");
-    EXPECT_NEAR(bar->getThumbPos(), 0.35, 1e-9) << "refused: it goes back";
-
-    ValServer<ThumbSettings> server;
-    bar->setDataAdaptor(Qv::Ptr<ValAdaptorBase<ThumbSettings>>(new ValServerAdaptor<ThumbSettings>(server)));
-    server.updateAndNotify({0.1, 0.2});
-    EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.1, 0.2}));
-    pressAt(bar, 150, 10);
-    driver_.release();
-    EXPECT_NEAR(server.value().position, 0.3, 1e-9);
 }
 
 TEST_F(ScrollBars, TheThumbIsDrawnWhereItIs) {

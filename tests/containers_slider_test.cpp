@@ -147,44 +147,22 @@ TEST_F(Sliders, DraggingReportsEachChangeAndTheRelease) {
         EXPECT_EQ(slider->getWidgetValue(), 2) << "a press beside the thumb";
         EXPECT_THAT(sent(), IsEmpty());
 
-        adaptor->onRequest = [] { return false; };
-        pressAt(slider, 197);
-        moveAlong(slider, 50);
-        EXPECT_EQ(slider->getWidgetValue(), 2) << "refused";
-        driver_.release();
         destroy(slider);
         driver_.settle();
         sent();
     }
 }
 
-TEST_F(Sliders, EscapeTakesTheThumbBackAndDisablingDropsIt) {
+TEST_F(Sliders, ItIsNotHeldWhereThereIsNoThumbOrNobodyMayMoveIt) {
     Slider* const slider = add(0, 1, 0.5);
     pressAt(slider, 100);
+    slider->setThumbVisibility(false);
     moveAlong(slider, 150);
-    driver_.key(Key::escape);
-    EXPECT_THAT(sent(), ElementsAre("slider 0.750000", "slider 0.500000", "slider_released 0.500000"));
-    moveAlong(slider, 50);
     driver_.release();
+    slider->setThumbVisibility(true);
     EXPECT_EQ(slider->getWidgetValue(), 0.5);
-    for (int how = 0; how < 4; ++how) {
-        pressAt(slider, 100);
-        if (how == 0) slider->setActive(false);
-        if (how == 1) slider->setVisible(false);
-        if (how == 2) slider->setThumbVisibility(false);
-        if (how == 3) root_->setVisible(false);
-        root_->setVisible(true);
-        slider->setVisible(true);
-        slider->setActive(true);
-        driver_.settle();
-        moveAlong(slider, 150);
-        driver_.release();
-        moveAlong(slider, 160);
-        slider->setThumbVisibility(true);
-        EXPECT_EQ(slider->getWidgetValue(), 0.5) << how;
-        EXPECT_FALSE(slider->isThumbHeld()) << how;
-        EXPECT_THAT(sent(), IsEmpty()) << how;
-    }
+    EXPECT_FALSE(slider->isThumbHeld());
+    EXPECT_THAT(sent(), IsEmpty());
     slider->setActive(false);
     pressAt(slider, 100);
     EXPECT_FALSE(slider->isThumbHeld());
@@ -246,19 +224,6 @@ TEST_F(Sliders, PointsOfInterestTakeTheThumb) {
     EXPECT_EQ(slider->getWidgetValue(), 0.9);
     slider->removePointOfInterest();
     EXPECT_FALSE(slider->getPointOfInterest());
-}
-
-TEST_F(Sliders, AServerAndTheSliderShowTheSameValue) {
-    Slider* const slider = add(0, 1, 0);
-    ValServer<double> server(0.25);
-    slider->setDataAdaptor(Qv::Ptr<ValAdaptorBase<double>>(new ValServerAdaptor<double>(server)));
-    server.updateAndNotify(0.5);
-    EXPECT_EQ(slider->getWidgetValue(), 0.5);
-    EXPECT_THAT(sent(), IsEmpty()) << "the user did nothing";
-    pressAt(slider, 100);
-    moveAlong(slider, 120);
-    EXPECT_DOUBLE_EQ(server.value(), 0.6);
-    driver_.release();
 }
 
 TEST_F(Sliders, TheThumbStaysInsideAndAnswersThePointer) {
