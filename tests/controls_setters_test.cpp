@@ -165,5 +165,40 @@ TEST_F(Setters, ShowWhatIsNewAndDoNothingTwice) {
     }
 }
 
+TEST_F(Setters, TakeAnyLabel) {
+    using Text = LightweightString<wchar_t>;
+    Text const texts[] = {L"", L"\x01\t\n\r\x1b\x7f\u200f",
+                          L"\u05e9\u05dc\u05d5\u05dd abc \u05e2\u05d5\u05dc\u05dd",
+                          std::wstring(1000000, L'W').c_str(), std::wstring(100000, L'\n').c_str()};
+    std::function<Glob*(Text const&)> const makers[] = {
+        [](Text const& text) {
+            auto* const button = new Button(text, "m", 0, 0);
+            button->setStyle(eButtonFolding);
+            button->setIcons(L"led_red.png", L"");
+            return button;
+        },
+        [](Text const& text) { return new Checkbox(Checkbox::InitArgs(text)); },
+        [](Text const& text) { return new CheckboxGroup(CheckboxGroup::InitArgs(text, {text})); },
+        [](Text const& text) { return new RadioSet(RadioSet::InitArgs({text})); },
+        [](Text const& text) { return new Label(text); },
+        [](Text const& text) {
+            auto* const panel = make<StandardPanel>();
+            static_cast<StandardPanel*>(panel)->setTitle(text);
+            return panel;
+        }};
+    for (Text const& text : texts) {
+        for (auto const& made : makers) {
+            Glob* const glob = show(made(text));
+            for (int const side : {0, 1, 7, 8, 100, 65535}) {
+                glob->resize(side, side);
+                driver_.settle();
+            }
+            Driver::describe(*glob);
+            EXPECT_EQ(Consistency(driver_).fault(), "");
+            destroy(glob);
+        }
+    }
+}
+
 } // namespace
 } // namespace wainscot
