@@ -402,21 +402,5 @@ TEST_F(ScrollBars, TheReleaseIsReportedBeforeTheDragEndsAndTheHandlerMaySetTheBa
     EXPECT_EQ(sent(), "") << "the listener hears it instead of the parent";
 }
 
-TEST_F(ScrollBars, TheThumbIsDrawnWhereItIs) {
-    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
-    auto const at = [&](int x) {
-        driver_.settle();
-        return driver_.pixel(bar, {x, 10});
-    };
-    std::uint32_t const thumb = at(80);
-    std::uint32_t const lane = at(180);
-    EXPECT_NE(thumb, lane);
-    bar->setThumbPos(0.75);
-    EXPECT_EQ(at(80), lane);
-    EXPECT_EQ(at(180), thumb);
-    EXPECT_EQ(Driver::describe(*bar).role, Role::scrollBar);
-    EXPECT_EQ(Driver::describe(*bar).value, L"0.75");
-}
-
 } // namespace
 } // namespace wainscot
