@@ -16,25 +16,6 @@ protected:
     }
 };
 
-/// Records what it is asked, and answers as the test says.
-class Asked final : public ValAdaptorBase<bool> {
-public:
-    bool getDataValue() const override { return value; }
-    bool requestSetNewDataValue(bool const& wanted, DataChangeType) override {
-        log.push_back(wanted);
-        if (onAsk) onAsk();
-        if (accepts) value = wanted;
-        return accepts;
-    }
-    bool isMixed() const override { return mixed; }
-
-    bool value = false;
-    bool accepts = true;
-    bool mixed = false;
-    std::function<void()> onAsk;
-    std::vector<bool> log;
-};
-
 TEST_F(Checkboxes, TheGenerationDecidesWhichClicksToggleAndKeysAlwaysDo) {
     Checkbox* const box = add();
     ASSERT_TRUE(box->claimKbdFocus());
@@ -83,7 +64,7 @@ TEST_F(Checkboxes, AnInactiveOneLetsEverythingPass) {
 
 TEST_F(Checkboxes, AUserFunctionReplacesEverything) {
     Checkbox* const box = add();
-    auto const adaptor = Qv::makePtr<Asked>();
+    auto const adaptor = Qv::makePtr<TestData<bool>>();
     box->setDataAdaptor(adaptor);
     Checkbox* called = nullptr;
     box->setUserFunction([](Checkbox* which, void* context) { *static_cast<Checkbox**>(context) = which; },
@@ -91,7 +72,7 @@ TEST_F(Checkboxes, AUserFunctionReplacesEverything) {
     driver_.click(box);
     EXPECT_EQ(called, box);
     EXPECT_FALSE(box->isTicked());
-    EXPECT_TRUE(adaptor->log.empty());
+    EXPECT_TRUE(adaptor->asked.empty());
     EXPECT_EQ(sent(), "");
 }
 
@@ -114,7 +95,7 @@ TEST_F(Checkboxes, ACallbackIsToldInsteadOfTheParent) {
 
 TEST_F(Checkboxes, AnAdaptorMayDestroyItAndRefuse) {
     Checkbox* box = add();
-    auto const adaptor = Qv::makePtr<Asked>();
+    auto const adaptor = Qv::makePtr<TestData<bool>>();
     adaptor->accepts = false;
     adaptor->onAsk = [&] { destroy(box); };
     box->setDataAdaptor(adaptor);

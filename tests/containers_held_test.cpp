@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
@@ -13,11 +13,9 @@ namespace wainscot {
 namespace {
 
 /// Thumbs that are held while something else happens.
-class HeldThumbs : public HostTest {
+class HeldThumbs : public WidgetTest {
 protected:
     static constexpr int middle = 12;
-
-    HeldThumbs() : root_(openWindow(500, 400)) {}
 
     /// A flat bar with a track of 200 pixels from 4 on.
     ScrollBar* addBar(ThumbSettings thumb, bool resizable = false, bool arrows = false) {
@@ -44,59 +42,34 @@ protected:
         moveIn(glob, x);
         driver_.press();
     }
-    std::string sent() {
-        driver_.settle();
-        std::string names = root_->names().c_str();
-        root_->forgetMessages();
-        return names;
-    }
-
-    RecordingParent* root_;
-};
-
-/// Records how it is told of changes, and answers as the test says.
-template <class T>
-class Data final : public ValAdaptorBase<T> {
-public:
-    T getDataValue() const override { return T(); }
-    bool requestSetNewDataValue(T const& value, DataChangeType why) override {
-        whys.push_back(static_cast<int>(why));
-        if (onAsk) onAsk();
-        if (accepts) last = value;
-        return accepts;
-    }
-    std::vector<int> whys;
-    bool accepts = true;
-    T last{};
-    std::function<void()> onAsk;
 };
 
 TEST_F(HeldThumbs, WhatTheDataRefusesIsNotReported) {
     ScrollBar* const bar = addBar({0.25, 0.25});
-    auto const ofBar = Qv::makePtr<Data<ThumbSettings>>();
+    auto const ofBar = Qv::makePtr<TestData<ThumbSettings>>();
     bar->setDataAdaptor(ofBar);
     Slider* const slider = addSlider(0.5);
-    auto const ofSlider = Qv::makePtr<Data<double>>();
+    auto const ofSlider = Qv::makePtr<TestData<double>>();
     slider->setDataAdaptor(ofSlider);
     pressAt(bar, 70);
     moveIn(bar, 80);
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
     ofBar->accepts = false;
     moveIn(bar, 100);
-    EXPECT_EQ(bar->getThumbPos(), ofBar->last.position) << "what was taken last";
-    EXPECT_EQ(sent(), "");
+    EXPECT_EQ(bar->getThumbPos(), ofBar->value.position) << "what was taken last";
+    EXPECT_EQ(told(), "");
     driver_.key(Key::escape);
-    EXPECT_EQ(bar->getThumbPos(), ofBar->last.position) << "that was refused, too";
+    EXPECT_EQ(bar->getThumbPos(), ofBar->value.position) << "that was refused, too";
     driver_.release();
-    EXPECT_EQ(sent(), "ScrollBar::thumbReleased");
+    EXPECT_EQ(told(), "ScrollBar::thumbReleased");
     pressAt(slider, 104);
     moveIn(slider, 124);
     ofSlider->accepts = false;
     moveIn(slider, 144);
     driver_.release();
     EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
-    EXPECT_EQ(slider->getWidgetValue(), ofSlider->last);
-    EXPECT_EQ(sent(), "slider 0.600000 slider_released 0.600000");
+    EXPECT_EQ(slider->getWidgetValue(), ofSlider->value);
+    EXPECT_EQ(told(), "slider 0.600000 slider_released 0.600000");
 }
 
 /// A server whose guard takes multiples of a step only.
@@ -129,26 +102,26 @@ TEST_F(HeldThumbs, WhatTheDataMakesOfAValueIsReported) {
     pressAt(bar, 60);
     moveIn(bar, 110);
     EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9);
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
     for (int x = 111; x <= 150; ++x) moveIn(bar, x);
     EXPECT_NEAR(bar->getThumbPos(), 0.6, 1e-9) << "small steps add up";
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
     driver_.key(Key::escape);
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved ScrollBar::thumbReleased");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved ScrollBar::thumbReleased");
     driver_.release();
     pressAt(bar, 180);
     driver_.release();
     EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9) << "a page of 0.25";
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
     pressAt(slider, 104);
     moveIn(slider, 108);
-    EXPECT_EQ(sent(), "") << "it has not moved";
+    EXPECT_EQ(told(), "") << "it has not moved";
     moveIn(slider, 118);
     driver_.release();
-    EXPECT_EQ(sent(), "slider 0.600000 slider_released 0.600000");
+    EXPECT_EQ(told(), "slider 0.600000 slider_released 0.600000");
     EXPECT_TRUE(slider->changePosition(0.87));
     EXPECT_FALSE(slider->nudge(true));
-    EXPECT_EQ(sent(), "slider 0.900000 slider_released 0.900000");
+    EXPECT_EQ(told(), "slider 0.900000 slider_released 0.900000");
 }
 
 TEST_F(HeldThumbs, ArrowButtonsMayDie) {
@@ -163,18 +136,18 @@ TEST_F(HeldThumbs, ArrowButtonsMayDie) {
         driver_.click(bar);
         destroy(bar);
     }
-    sent();
+    told();
 }
 
 TEST_F(HeldThumbs, DataMayDisableTheBarInItsRequest) {
     ScrollBar* const bar = addBar({0.25, 0.25});
-    auto const data = Qv::makePtr<Data<ThumbSettings>>();
+    auto const data = Qv::makePtr<TestData<ThumbSettings>>();
     bar->setDataAdaptor(data);
     data->onAsk = [bar] { bar->setActive(false); };
     pressAt(bar, 70);
     moveIn(bar, 90);
     driver_.release();
-    EXPECT_EQ(sent(), "") << "what was under way has ended";
+    EXPECT_EQ(told(), "") << "what was under way has ended";
     EXPECT_FALSE(bar->isDragging());
 }
 
@@ -189,7 +162,7 @@ TEST_F(HeldThumbs, DataMayDestroyAnythingWhenWhatIsHeldIsMovedOrTakenOut) {
             Slider* const slider = addSlider(0.5);
             from->addChild(slider, BottomLeft(10, 10));
             driver_.settle();
-            auto const data = Qv::makePtr<Data<double>>();
+            auto const data = Qv::makePtr<TestData<double>>();
             slider->setDataAdaptor(data);
             pressAt(slider, 104);
             moveIn(slider, 124);
@@ -219,8 +192,8 @@ TEST_F(HeldThumbs, DataMayDestroyAnythingWhenWhatIsHeldIsMovedOrTakenOut) {
 
 TEST_F(HeldThumbs, AnotherAdaptorHearsNothingOfAnEarlierStart) {
     Slider* const slider = addSlider(0.5);
-    auto const first = Qv::makePtr<Data<double>>();
-    auto const second = Qv::makePtr<Data<double>>();
+    auto const first = Qv::makePtr<TestData<double>>();
+    auto const second = Qv::makePtr<TestData<double>>();
     slider->setDataAdaptor(first);
     pressAt(slider, 104);
     moveIn(slider, 124);
@@ -254,11 +227,11 @@ TEST_F(HeldThumbs, NothingPagesByItselfWhenThePressHasGone) {
         if (how == 2) bar->setThumbSize(1);
         root_->setVisible(true);
         driver_.advance(500);
-        sent();
+        told();
         bar->setThumbPos(0);
         driver_.advance(3000);
         EXPECT_EQ(bar->getThumbPos(), 0) << how;
-        EXPECT_EQ(sent(), "") << how;
+        EXPECT_EQ(told(), "") << how;
         driver_.release();
         destroy(bar);
         destroy(other);
@@ -270,7 +243,7 @@ TEST_F(HeldThumbs, ATrackPressBeyondTheEndOfTheWayReportsOnce) {
     ScrollBar* const bar = addBar({0.9, 0.1});
     pressAt(bar, 206);
     driver_.advance(3000);
-    EXPECT_EQ(sent(), "ScrollBar::thumbMoved");
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
     driver_.release();
     // The margin beside the thumb belongs to it.
     driver_.moveTo(bar->globXYToScreenXY({190, 1}));

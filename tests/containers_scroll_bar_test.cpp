@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "containers/scroll_bar.h"
 #include "foundation/val_server_adaptor.h"
@@ -6,42 +6,22 @@
 #include "host/objects/description.h"
 #include "host/services/preferences.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
 
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Records what the data behind the bar hears of the user.
-class ThumbAdaptor final : public ValAdaptorBase<ThumbSettings> {
-public:
-    ThumbSettings getDataValue() const override { return {}; }
-    bool requestSetNewDataValue(ThumbSettings const& value, DataChangeType why) override {
-        log.push_back(std::to_string(static_cast<int>(value.position * 1000 + 0.5)) + " " +
-                      std::to_string(static_cast<int>(why)));
-        auto const answer = onRequest;
-        return !answer || answer();
-    }
-    std::vector<std::string> log;
-    std::function<bool()> onRequest;
-};
-
 /// Bars of 24 pixels with margins of 4, so that thumbs are at least 16 long, with a track of 200.
-class ScrollBars : public HostTest {
+class ScrollBars : public WidgetTest {
 protected:
     ScrollBars() {
         UifStd::Metrics metrics;
         metrics.widgetGap = 8;
         metrics.indentWidth = 4;
         UifStd::setMetrics(metrics);
-        root_ = openWindow(400, 300);
     }
     ~ScrollBars() override { UifStd::setMetrics({}); }
 
@@ -67,7 +47,6 @@ protected:
             return 1;
         }));
     }
-    void moveIn(Glob* glob, int x, int y) { driver_.moveTo(glob->globXYToScreenXY({x, y})); }
     void pressAt(Glob* glob, int x, int y, Driver::Button button = Driver::Button::left) {
         moveIn(glob, x, y);
         driver_.press(button);
@@ -83,7 +62,6 @@ protected:
         return names;
     }
 
-    RecordingParent* root_;
     std::vector<int> heard_;
     std::function<void()> onReport_;
 };
@@ -246,12 +224,12 @@ TEST_F(ScrollBars, APressInTheTrackTakesTheThumbWhereTheUserPrefersThat) {
         }
     }
     ScrollBar* const bar = add(eHorizontal, {0, 0.25});
-    Qv::Ptr<ThumbAdaptor> const adaptor(new ThumbAdaptor);
+    auto const adaptor = Qv::makePtr<TestData<ThumbSettings>>();
     bar->setDataAdaptor(adaptor);
     pressAt(bar, 104, 10);
     moveIn(bar, 124, 10);
     driver_.release();
-    EXPECT_THAT(adaptor->log, ElementsAre("375 0", "475 1", "475 2")) << "all one change";
+    EXPECT_THAT(adaptor->whys, ElementsAre(0, 1, 2)) << "all one change";
     pressAt(bar, 10, 10, Driver::Button::right);
     driver_.release(Driver::Button::right);
     EXPECT_NEAR(bar->getThumbPos(), 0.475, 1e-9) << "only the left button";

@@ -1,4 +1,4 @@
-#include "tests/host_fixture.h"
+#include "tests/widget_fixture.h"
 
 #include "containers/slider.h"
 #include "foundation/glob_tab_stop.h"
@@ -6,37 +6,17 @@
 #include "foundation/val_server_adaptor.h"
 #include "host/drawing/uif_std.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
 
 namespace wainscot {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-class ValueAdaptor final : public ValAdaptorBase<double> {
-public:
-    double getDataValue() const override { return 0; }
-    bool requestSetNewDataValue(double const& value, DataChangeType why) override {
-        log.push_back(std::to_string(static_cast<int>(value * 100 + 0.5)) + " " +
-                      std::to_string(static_cast<int>(why)));
-        auto const answer = onRequest;
-        return !answer || answer();
-    }
-    std::vector<std::string> log;
-    std::function<bool()> onRequest;
-};
-
 /// Channels of 200 pixels.
-class Sliders : public HostTest {
+class Sliders : public WidgetTest {
 protected:
-    Sliders() : root_(openWindow(400, 300)), margin_(UifStd::getIndentWidth()) {}
-
     Slider* add(double minimum, double maximum, double value, Orientation orientation = eHorizontal) {
         Slider::InitArgs args(Colour(0.4, 0.5, 0.6), static_cast<unsigned short>(200 + margin_), orientation);
         args.minimum = minimum;
@@ -66,8 +46,7 @@ protected:
         return names;
     }
 
-    RecordingParent* root_;
-    int margin_;
+    int const margin_ = UifStd::getIndentWidth();
 };
 
 TEST_F(Sliders, PixelsAndValuesMapBothWaysOnAnyRange) {
@@ -124,7 +103,7 @@ TEST_F(Sliders, RoundingAnswersThousandthsAndTheExactEnds) {
 TEST_F(Sliders, DraggingReportsEachChangeAndTheRelease) {
     for (Orientation const orientation : {eHorizontal, eVertical}) {
         Slider* const slider = add(0, 2, 1, orientation);
-        Qv::Ptr<ValueAdaptor> const adaptor(new ValueAdaptor);
+        auto const adaptor = Qv::makePtr<TestData<double>>();
         slider->setDataAdaptor(adaptor);
         pressAt(slider, 102);
         EXPECT_TRUE(slider->isThumbHeld());
@@ -133,15 +112,16 @@ TEST_F(Sliders, DraggingReportsEachChangeAndTheRelease) {
         moveAlong(slider, 1000);
         moveAlong(slider, 1100);
         driver_.release();
-        EXPECT_THAT(adaptor->log, ElementsAre("150 0", "200 1", "200 2"));
+        EXPECT_THAT(adaptor->asked, ElementsAre(1.5, 2, 2));
+        EXPECT_THAT(adaptor->whys, ElementsAre(0, 1, 2));
         EXPECT_THAT(sent(), ElementsAre("slider 1.500000", "slider 2.000000", "slider_released 2.000000"));
         EXPECT_FALSE(slider->isThumbHeld());
 
-        adaptor->log.clear();
+        adaptor->asked.clear();
         pressAt(slider, 197);
         driver_.release();
         EXPECT_THAT(sent(), ElementsAre("slider_released 2.000000"));
-        EXPECT_THAT(adaptor->log, IsEmpty()) << "nothing has changed";
+        EXPECT_THAT(adaptor->asked, IsEmpty()) << "nothing has changed";
         pressAt(slider, 60);
         driver_.release();
         EXPECT_EQ(slider->getWidgetValue(), 2) << "a press beside the thumb";
@@ -188,15 +168,15 @@ TEST_F(Sliders, KeysNudgeItWhileItIsTheTabStop) {
     EXPECT_EQ(keyed(Key::home), 0);
     EXPECT_EQ(keyed(Key::end), 500);
     sent();
-    Qv::Ptr<ValueAdaptor> const adaptor(new ValueAdaptor);
+    auto const adaptor = Qv::makePtr<TestData<double>>();
     slider->setDataAdaptor(adaptor);
     EXPECT_FALSE(slider->nudge(true));
     EXPECT_EQ(keyed(Key::right), 500);
     EXPECT_THAT(sent(), IsEmpty()) << "nothing lies beyond the maximum";
-    EXPECT_THAT(adaptor->log, IsEmpty());
+    EXPECT_THAT(adaptor->asked, IsEmpty());
     slider->setValueRange(500, 0);
     EXPECT_EQ(keyed(Key::right), 499) << "towards the maximum, also where that is less";
-    EXPECT_THAT(adaptor->log, ElementsAre("49900 3"));
+    EXPECT_THAT(adaptor->asked, ElementsAre(499));
 }
 
 TEST_F(Sliders, PointsOfInterestTakeTheThumb) {

@@ -41,12 +41,6 @@ struct Bound {
 
 class BoundControls : public WidgetTest {
 protected:
-    std::string told() {
-        driver_.settle();
-        std::string const names = sent();
-        root_->forgetMessages();
-        return names;
-    }
     std::vector<std::uint32_t> picture() {
         driver_.moveTo(root_->globXYToScreenXY({395, 298}));
         driver_.settle();

@@ -25,11 +25,6 @@ protected:
         order_.addTabStop(*rating);
         return rating;
     }
-    std::string sent() {
-        std::string const names = WidgetTest::sent();
-        root_->forgetMessages();
-        return names;
-    }
     /// The middle of a star, as they lie from the left.
     static XY<int> star(StarRating const& rating, int place) {
         return rating.globXYToScreenXY({place * 20 - 10, 10});
@@ -64,19 +59,19 @@ TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
     GlobDescription const description = GlobDescription::of(*one);
     EXPECT_EQ(description.number, (NumberValue{0, 0, 5, 1}));
     EXPECT_NE(description.states & GlobDescription::focused, 0u);
-    sent();
+    told();
 
-    int told = -1;
+    int heard = -1;
     one->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
-                                        told = *unwrapData<int>(message.payload());
+                                        heard = *unwrapData<int>(message.payload());
                                         destroy(one);
                                         return 1;
                                     }),
                                     ""));
     driver_.key(Key::end);
-    EXPECT_EQ(told, 5);
+    EXPECT_EQ(heard, 5);
     EXPECT_FALSE(is_good_glob_ptr(one));
-    EXPECT_EQ(sent(), "");
+    EXPECT_EQ(told(), "");
 }
 
 // The rows of keys and messages in the guides come from the tables of the classes.
