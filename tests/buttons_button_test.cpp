@@ -212,7 +212,9 @@ TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     ASSERT_TRUE(button->claimKbdFocus());
     driver_.keyDown(Key::enter);
     EXPECT_EQ(sent(), "apply");
+    EXPECT_EQ(Consistency(driver_).fault(), "");
     driver_.keyUp(Key::enter);
+    EXPECT_EQ(Consistency(driver_).fault(), "") << "shown up again";
     driver_.key(Key::space);
     driver_.key(Key::shift | Key::enter);
     driver_.key(Key::ctrl | Key::space);
@@ -345,6 +347,10 @@ TEST_F(Buttons, StylesIconsAndCustomDrawing) {
     button->setCustomDrawFn([](Button const& which) { drawn = &which; });
     driver_.settle();
     EXPECT_EQ(drawn, button);
+    auto* const flat = show(new Button(L"", "m", 60, 24), 250, 20);
+    flat->setStyle(eButtonFlat);
+    driver_.settle();
+    EXPECT_FALSE(driver_.painted(flat)) << "it has no face at rest";
     auto* const edged = show(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
     edged->setCustomBorderColours(Colour::fromLong(0xFF0000), Colour::fromLong(0x00FF00));
     driver_.settle();

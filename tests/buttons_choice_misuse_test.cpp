@@ -142,6 +142,13 @@ TEST_F(ChoicesMisused, MixedIsDrawnAndAnnouncedInEveryAppearance) {
         EXPECT_TRUE(before.states != after.states || before.value != after.value);
         destroy(box);
     }
+    CheckboxRadioSet* const set = addSet({L"a", L"b"});
+    auto const adaptor = Qv::makePtr<TestData<int>>();
+    set->bindTo(adaptor);
+    auto const plain = picture(set);
+    adaptor->mixed = true;
+    adaptor->forceWidgetUpdate(eRedrawYes);
+    EXPECT_NE(picture(set), plain);
 }
 
 TEST_F(ChoicesMisused, ARefusedChoiceGoesBackToWhatWasShown) {

@@ -105,13 +105,14 @@ TEST_F(Sliders, DraggingReportsEachChangeAndTheRelease) {
         Slider* const slider = add(0, 2, 1, orientation);
         auto const adaptor = Qv::makePtr<TestData<double>>();
         slider->setDataAdaptor(adaptor);
-        pressAt(slider, 102);
+        auto const button = orientation == eHorizontal ? Driver::Button::left : Driver::Button::right;
+        pressAt(slider, 102, button);
         EXPECT_TRUE(slider->isThumbHeld());
         moveAlong(slider, 152);
         EXPECT_DOUBLE_EQ(slider->getWidgetValue(), 1.5) << "the thumb does not jump under the pointer";
         moveAlong(slider, 1000);
         moveAlong(slider, 1100);
-        driver_.release();
+        driver_.release(button);
         EXPECT_THAT(adaptor->asked, ElementsAre(1.5, 2, 2));
         EXPECT_THAT(adaptor->whys, ElementsAre(0, 1, 2));
         EXPECT_THAT(sent(), ElementsAre("slider 1.500000", "slider 2.000000", "slider_released 2.000000"));

@@ -246,6 +246,17 @@ std::vector<Control> const& controls() {
     return table;
 }
 
+/// Counts what the control has no use for.
+class Ground final : public RecordingParent {
+public:
+    Ground() : RecordingParent(390, 145) {}
+    bool react(Event const& event) override {
+        if (mouse_down_event(event) || isKeyPressEvent(event)) ++passed;
+        return RecordingParent::react(event);
+    }
+    int passed = 0;
+};
+
 /// Every press of every control against everything that can end it.
 class ControlPresses : public WidgetTest {
 protected:
@@ -344,7 +355,7 @@ protected:
 
     std::string told() {
         std::string names;
-        for (RecordingParent* parent : {ground_, other_}) {
+        for (Ground* parent : {ground_, other_}) {
             for (auto const& message : parent->messages()) {
                 std::string name = message.name.c_str();
                 if (name.starts_with("ScrollBar::"))
@@ -359,8 +370,8 @@ protected:
         return control.value(*glob_) + " " + std::exchange(heard_, {}) + " " + told();
     }
     void make(Control const& control) {
-        ground_ = addTo(root_, new RecordingParent(390, 145), BottomLeft(5, 150));
-        other_ = addTo(root_, new RecordingParent(390, 145), BottomLeft(5, 0));
+        ground_ = addTo(root_, new Ground, BottomLeft(5, 150));
+        other_ = addTo(root_, new Ground, BottomLeft(5, 0));
         glob_ = addTo(ground_, control.make(heard_), BottomLeft(20, 40));
         driver_.settle();
     }
@@ -373,8 +384,8 @@ protected:
                 surface.pixels() + static_cast<std::ptrdiff_t>(surface.deviceSize().y) * surface.stride()};
     }
 
-    RecordingParent* ground_ = nullptr;
-    RecordingParent* other_ = nullptr;
+    Ground* ground_ = nullptr;
+    Ground* other_ = nullptr;
     Glob* glob_ = nullptr;
     std::string heard_;
     XY<int> last_;
@@ -392,6 +403,8 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 heard_.clear();
                 std::string const nothing = outcome(control);
                 begin(control, Kind(kind));
+                bool const isAlone = kind == simple || kind == doubleClick;
+                EXPECT_EQ(isAlone ? ground_->passed : 0, 0);
                 end(End(how));
                 letGo(Kind(kind));
                 EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
@@ -414,6 +427,29 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 heard_.clear();
             }
         }
+    }
+}
+
+/// Also those that change nothing now.
+TEST_F(ControlPresses, KeysOfAControlGoNoFurther) {
+    std::map<std::string, std::vector<std::uint32_t>> const used{
+        {"momentary", {Key::enter, Key::space}},
+        {"box", {Key::enter, Key::space}},
+        {"slider",
+         {Key::left, Key::down, Key::pageDown, Key::home, Key::home, Key::right, Key::end, Key::end}},
+        {"rating", {Key::left, Key::down, Key::right, Key::up, Key::home, Key::end}}};
+    for (Control const& control : controls()) {
+        if (!used.count(control.name)) continue;
+        make(control);
+        glob_->claimKbdFocus();
+        for (std::uint32_t const key : used.at(control.name)) {
+            driver_.key(key);
+            EXPECT_EQ(ground_->passed, 0) << control.name << " " << key;
+        }
+        driver_.key('A');
+        EXPECT_EQ(ground_->passed, 1) << control.name;
+        destroy(ground_);
+        destroy(other_);
     }
 }
 
