@@ -4,7 +4,6 @@
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
-#include "host/drawing/surface.h"
 
 #include <star_rating.h>
 
@@ -41,13 +40,6 @@ struct Bound {
 
 class BoundControls : public WidgetTest {
 protected:
-    std::vector<std::uint32_t> picture() {
-        driver_.moveTo(root_->globXYToScreenXY({395, 298}));
-        driver_.settle();
-        Surface const& surface = host_->globManager().windowOf(root_)->surface();
-        return {surface.pixels(),
-                surface.pixels() + static_cast<std::ptrdiff_t>(surface.deviceSize().y) * surface.stride()};
-    }
     void drag(Glob& glob, XY<int> from, XY<int> way) {
         driver_.moveTo(glob.globXYToScreenXY(from));
         driver_.press();
@@ -78,6 +70,7 @@ protected:
             EXPECT_EQ(told(), heard);
         };
         expect(row.from, "");
+        driver_.moveTo(root_->globXYToScreenXY({395, 298}));
         auto const atFirst = picture();
         server = row.to;
         expect(row.to, "");

@@ -4,16 +4,15 @@
 #include "buttons/radio_button.h"
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
-#include "host/drawing/surface.h"
+#include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
+#include "host/objects/description.h"
 #include "host/objects/drag_drop_item.h"
 #include "host/windows/drag_drop_manager.h"
 
 #include <star_rating.h>
 
 #include <array>
-#include <iomanip>
-#include <sstream>
 
 namespace wainscot {
 namespace {
@@ -62,10 +61,18 @@ public:
     OwnMember() : radio_button(L"r", "r", &ownSet, 80, 24) {}
 };
 
-std::string rounded(double value) {
-    std::ostringstream text;
-    text << std::fixed << std::setprecision(2) << value;
-    return text.str();
+/// What a press may change.
+std::string valueOf(Glob& glob) {
+    GlobDescription const said = Driver::describe(glob);
+    if (said.role == Role::panel) {
+        IntBox const box = glob.box();
+        return std::to_string(box.x1) + "," + std::to_string(box.y1) + " " + std::to_string(box.width());
+    }
+    double const size = said.number ? said.number->page : 0;
+    std::string const value = toUTF8(said.value).c_str();
+    if (size > 0) return value + "+" + toUTF8(Qv::WStringFromFloat(size)).c_str();
+    auto const isOn = said.states & (GlobDescription::pressed | GlobDescription::checked);
+    return said.number ? value : isOn ? "on" : "off";
 }
 
 /// By `PressEnd`.
@@ -79,7 +86,6 @@ struct Control {
     /// Where it is pressed, and how far the pointer goes on.
     std::function<XY<int>(Glob&)> place;
     XY<int> way;
-    std::function<std::string(Glob&)> value;
     /// Gives it the value from before the press.
     std::function<void(Glob&)> putBack;
     /// For each kind of ending: its value, what the data has heard, what the owner has heard.
@@ -90,10 +96,6 @@ struct Control {
 
 XY<int> centre(Glob& glob) {
     return glob.bounds().centre();
-}
-
-std::string buttonState(Glob& glob) {
-    return static_cast<Button&>(glob).isDown() ? "down" : "up";
 }
 
 void raise(Glob& glob) {
@@ -109,26 +111,23 @@ Control buttonRow(char const* name, std::function<void(Button&)> prepare, Outcom
             },
             centre,
             {4, 0},
-            buttonState,
             raise,
             ends};
 }
 
 Control boxRow(char const* name, Checkbox::eMsgGeneration when, Outcomes const& ends) {
-    return {
-        name,
-        [when](std::string& heard) {
-            auto box = Checkbox::make(80, 24, L"box", false);
-            box->setMessageGeneration(when);
-            box->setDataAdaptor(Qv::makePtr<ListeningData<bool>>(heard));
-            return box.release();
-        },
-        centre,
-        {4, 0},
-        [](Glob& glob) { return std::string(static_cast<Checkbox&>(glob).isTicked() ? "ticked" : "clear"); },
-        [](Glob& glob) { static_cast<Checkbox&>(glob).setState(false); },
-        ends,
-        false};
+    return {name,
+            [when](std::string& heard) {
+                auto box = Checkbox::make(80, 24, L"box", false);
+                box->setMessageGeneration(when);
+                box->setDataAdaptor(Qv::makePtr<ListeningData<bool>>(heard));
+                return box.release();
+            },
+            centre,
+            {4, 0},
+            [](Glob& glob) { static_cast<Checkbox&>(glob).setState(false); },
+            ends,
+            false};
 }
 
 /// A track of 152 pixels from 28 on.
@@ -144,10 +143,6 @@ Control barRow(char const* name, XY<int> place, Outcomes const& ends) {
             },
             [place](Glob&) { return place; },
             {-15, 0},
-            [](Glob& glob) {
-                auto const& bar = static_cast<ScrollBar&>(glob);
-                return rounded(bar.getThumbPos()) + "+" + rounded(bar.getThumbSize());
-            },
             [](Glob& glob) {
                 ThumbSettings thumb{0.25, 0.5};
                 static_cast<ScrollBar&>(glob).setNewWidgetValue(thumb, eRedrawYes);
@@ -168,11 +163,6 @@ Control panelRow(char const* name, XY<int> place, Outcomes const& ends) {
             [place](Glob&) { return place; },
             {10, 0},
             [](Glob& glob) {
-                IntBox const box = glob.box();
-                return std::to_string(box.x1) + "," + std::to_string(box.y1) + " " +
-                       std::to_string(box.width()) + "x" + std::to_string(box.height());
-            },
-            [](Glob& glob) {
                 glob.parent()->reshapeWidgetAt(&glob, {20, 40}, {200, 90});
             },
             ends,
@@ -185,23 +175,22 @@ std::vector<Control> const& controls() {
          [](std::string& heard) { return new PlainPressable(heard); },
          centre,
          {4, 0},
-         [](Glob&) { return std::string(); },
          [](Glob&) {},
-         {" began inside ", " began outside ", " began cancelled ", " began lost "}},
-        buttonRow("momentary", [](Button&) {}, {"up  b", "up  ", "up  ", "up  "}),
+         {"20,40 80 began inside ", "20,40 80 began outside ", "20,40 80 began cancelled ",
+          "20,40 80 began lost "}},
+        buttonRow("momentary", [](Button&) {}, {"off  b", "off  ", "off  ", "off  "}),
         buttonRow("latching", [](Button& button) { button.setLatching(true, false); },
-                  {"down  b on", "down  b on", "up  b on b off", "down  b on"}),
+                  {"on  b on", "on  b on", "off  b on b off", "on  b on"}),
         buttonRow("repeating", [](Button& button) { button.setRepeating(5, 1.0); },
-                  {"up  b", "up  ", "up  ", "up  "}),
-        boxRow("box", Checkbox::onPress, {"ticked 3 ", "ticked 3 ", "ticked 3 ", "ticked 3 "}),
-        boxRow("late box", Checkbox::onRelease, {"ticked 3 ", "ticked 3 ", "clear  ", "clear  "}),
+                  {"off  b", "off  ", "off  ", "off  "}),
+        boxRow("box", Checkbox::onPress, {"on 3 ", "on 3 ", "on 3 ", "on 3 "}),
+        boxRow("late box", Checkbox::onRelease, {"on 3 ", "on 3 ", "off  ", "off  "}),
         {"member",
          [](std::string&) { return new OwnMember; },
          centre,
          {4, 0},
-         buttonState,
          [](Glob& glob) { static_cast<radio_button&>(glob).set()->set_current(-1, true); },
-         {"down  r on", "down  r on", "down  r on", "down  r on"}},
+         {"on  r on", "on  r on", "on  r on", "on  r on"}},
         {"slider",
          [](std::string& heard) {
              Slider::InitArgs args(static_cast<unsigned short>(200 + UifStd::getIndentWidth()));
@@ -212,20 +201,18 @@ std::vector<Control> const& controls() {
          },
          [](Glob& glob) { return static_cast<Slider&>(glob).getThumbArea().centre(); },
          {20, 0},
-         [](Glob& glob) { return rounded(static_cast<Slider&>(glob).getWidgetValue()); },
          [](Glob& glob) { static_cast<Slider&>(glob).setPosition(0.5); },
-         {"0.60 02 slider 0.600000 slider_released 0.600000",
-          "0.60 02 slider 0.600000 slider_released 0.600000",
-          "0.50 012 slider 0.600000 slider 0.500000 slider_released 0.500000", "0.60 02 slider 0.600000"}},
+         {"0.6 02 slider 0.600000 slider_released 0.600000",
+          "0.6 02 slider 0.600000 slider_released 0.600000",
+          "0.5 012 slider 0.600000 slider 0.500000 slider_released 0.500000", "0.6 02 slider 0.600000"}},
         barRow("thumb", {100, 12},
-               {"0.15+0.50 02 M R", "0.15+0.50 02 M R", "0.25+0.50 012 M M R", "0.15+0.50 02 M"}),
+               {"0.151+0.5 02 M R", "0.151+0.5 02 M R", "0.25+0.5 012 M M R", "0.151+0.5 02 M"}),
         barRow("end of thumb", {138, 12},
-               {"0.35+0.30 02 M R", "0.35+0.30 02 M R", "0.25+0.50 012 M M R", "0.35+0.30 02 M"}),
-        barRow("track", {170, 12}, {"0.50+0.50 3 M", "0.50+0.50 3 M", "0.50+0.50 3 M", "0.50+0.50 3 M"}),
-        barRow("arrow", {204, 12}, {"0.25+0.50  A", "0.25+0.50  A", "0.25+0.50  A", "0.25+0.50  A"}),
-        panelRow("title strip", {20, 80},
-                 {"30,40 200x90  ", "30,0 200x90  ", "20,40 200x90  ", "30,40 200x90  "}),
-        panelRow("edge", {199, 45}, {"20,40 210x90  ", "20,40 210x90  ", "20,40 200x90  ", "20,40 210x90  "}),
+               {"0.349+0.303 02 M R", "0.349+0.303 02 M R", "0.25+0.5 012 M M R", "0.349+0.303 02 M"}),
+        barRow("track", {170, 12}, {"0.5+0.5 3 M", "0.5+0.5 3 M", "0.5+0.5 3 M", "0.5+0.5 3 M"}),
+        barRow("arrow", {204, 12}, {"0.25+0.5  A", "0.25+0.5  A", "0.25+0.5  A", "0.25+0.5  A"}),
+        panelRow("title strip", {20, 80}, {"30,40 200  ", "30,0 200  ", "20,40 200  ", "30,40 200  "}),
+        panelRow("edge", {199, 45}, {"20,40 210  ", "20,40 210  ", "20,40 200  ", "20,40 210  "}),
         {"rating",
          [](std::string& heard) {
              auto* const rating = new example::StarRating(GlobCreationInfo(100, 20));
@@ -236,7 +223,6 @@ std::vector<Control> const& controls() {
              return XY<int>{50, 10};
          },
          {20, 0},
-         [](Glob& glob) { return std::to_string(static_cast<example::StarRating&>(glob).getWidgetValue()); },
          [](Glob& glob) {
              int none = 0;
              static_cast<example::StarRating&>(glob).setNewWidgetValue(none, eRedrawYes);
@@ -366,24 +352,13 @@ protected:
         }
         return names;
     }
-    std::string outcome(Control const& control) {
-        return control.value(*glob_) + " " + std::exchange(heard_, {}) + " " + told();
-    }
+    std::string outcome() { return valueOf(*glob_) + " " + std::exchange(heard_, {}) + " " + told(); }
     void make(Control const& control) {
         ground_ = addTo(root_, new Ground, BottomLeft(5, 150));
         other_ = addTo(root_, new Ground, BottomLeft(5, 0));
         glob_ = addTo(ground_, control.make(heard_), BottomLeft(20, 40));
         driver_.settle();
     }
-    /// Of the whole window.
-    std::vector<std::uint32_t> picture() {
-        glob_->claimKbdFocus();
-        driver_.settle();
-        Surface const& surface = host_->globManager().windowOf(root_)->surface();
-        return {surface.pixels(),
-                surface.pixels() + static_cast<std::ptrdiff_t>(surface.deviceSize().y) * surface.stride()};
-    }
-
     Ground* ground_ = nullptr;
     Ground* other_ = nullptr;
     Glob* glob_ = nullptr;
@@ -399,9 +374,10 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 SCOPED_TRACE(std::string(control.name) + ", press " + std::to_string(kind) + ", end " +
                              std::to_string(how));
                 make(control);
+                glob_->claimKbdFocus();
                 auto const atRest = picture();
                 heard_.clear();
-                std::string const nothing = outcome(control);
+                std::string const nothing = outcome();
                 begin(control, Kind(kind));
                 bool const isAlone = kind == simple || kind == doubleClick;
                 EXPECT_EQ(isAlone ? ground_->passed : 0, 0);
@@ -411,14 +387,15 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 EXPECT_EQ(EventSystem::live().timers.size(), 0u);
                 if (how != destroyed) {
                     bool const isNone = kind == anotherBefore && !control.beginsInChord;
-                    EXPECT_EQ(outcome(control), isNone ? nothing : expected(control, End(how)));
+                    EXPECT_EQ(outcome(), isNone ? nothing : expected(control, End(how)));
                     control.putBack(*glob_);
                     told();
                     begin(control, simple);
                     letGo(simple);
-                    EXPECT_EQ(outcome(control), expected(control, inside)) << "the next one";
+                    EXPECT_EQ(outcome(), expected(control, inside)) << "the next one";
                     ground_->addChild(glob_, BottomLeft(20, 40));
                     control.putBack(*glob_);
+                    glob_->claimKbdFocus();
                     EXPECT_TRUE(picture() == atRest);
                 }
                 destroy(ground_);

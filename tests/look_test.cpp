@@ -297,13 +297,6 @@ INSTANTIATE_TEST_SUITE_P(Themes, ControlLooks, testing::Values(eThemeDark, eThem
 
 class ThemeSwitches : public WidgetTest {
 protected:
-    std::vector<std::uint32_t> picture() {
-        std::vector<std::uint32_t> result;
-        driver_.settle();
-        for (int y = 0; y < root_->height(); y += 3)
-            for (int x = 0; x < root_->width(); ++x) result.push_back(driver_.pixel(root_, {x, y}));
-        return result;
-    }
     void change(int times) {
         for (int i = 0; i < times; ++i) {
             Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);

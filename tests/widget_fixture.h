@@ -4,6 +4,7 @@
 
 #include "foundation/val_adaptor.h"
 #include "foundation/widget_callback.h"
+#include "host/drawing/surface.h"
 
 namespace wainscot {
 
@@ -49,6 +50,13 @@ protected:
         std::string const names = sent();
         root_->forgetMessages();
         return names;
+    }
+    /// All pixels of the window.
+    std::vector<std::uint32_t> picture() {
+        driver_.settle();
+        Surface const& surface = host_->globManager().windowOf(root_)->surface();
+        return {surface.pixels(),
+                surface.pixels() + static_cast<std::ptrdiff_t>(surface.deviceSize().y) * surface.stride()};
     }
     /// Calls the function with each report.
     static WidgetCallback calling(std::function<void(NotifyMsg const&)> const& act) {
