@@ -92,6 +92,7 @@ void ScrollBar::updateButtonStates(eRedrawFlag redraw) {
 }
 
 void ScrollBar::setThumbCol(Colour const& colour) {
+    if (thumbColour_ == colour) return;
     thumbColour_ = colour;
     redrawThumb();
 }

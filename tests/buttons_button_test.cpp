@@ -104,11 +104,7 @@ TEST_F(Buttons, ALatchingButtonChangesAtThePressAndStays) {
     driver_.click(button);
     EXPECT_FALSE(button->isDown());
     EXPECT_THAT(log_, ElementsAre("apply on 2", "apply off 1"));
-    driver_.press(button);
-    driver_.key(Key::escape);
-    EXPECT_FALSE(button->isDown()) << "taken back, as the owner hears";
-    driver_.release();
-    EXPECT_THAT(takeLog(), ElementsAre("apply on 2", "apply off 1", "apply on 2", "apply off 1"));
+    takeLog();
     button->setCallbackEvents(Button::onMouseUp);
     driver_.press(button);
     driver_.key(Key::escape);
@@ -118,30 +114,6 @@ TEST_F(Buttons, ALatchingButtonChangesAtThePressAndStays) {
     button->setCallbackEvents(Button::onMouseDown);
     button->setLatching(false, false);
     EXPECT_EQ(button->getCallbackEvents(), 2u) << "stays as it is";
-}
-
-TEST_F(Buttons, EscapeHidingAndDisablingEndThePressSilently) {
-    Button* const button = addButton();
-    record(button);
-    button->setRepeating(5, 1.0);
-    for (int how = 0; how < 4; ++how) {
-        driver_.press(button);
-        EXPECT_TRUE(button->isDown());
-        EXPECT_TRUE(EventSystem::live().timers.isRegistered(button));
-        if (how == 0) driver_.key(Key::escape);
-        if (how == 1) button->setActive(false);
-        if (how == 2) button->setVisible(false);
-        if (how == 3) root_->setVisible(false);
-        driver_.advance(1000);
-        EXPECT_FALSE(button->isDown()) << how;
-        EXPECT_FALSE(EventSystem::live().timers.isRegistered(button)) << how;
-        driver_.release();
-        root_->setVisible(true);
-        button->setVisible(true);
-        button->setActive(true);
-        driver_.settle();
-    }
-    EXPECT_THAT(log_, IsEmpty());
 }
 
 TEST_F(Buttons, RepeatingIsTimedByTheProcessorClock) {
@@ -234,66 +206,15 @@ TEST_F(Buttons, WhatIsThrownOrDestroyedOnTheWayLeavesItInStep) {
     EXPECT_FALSE(is_good_glob_ptr(button));
 }
 
-TEST_F(Buttons, TheReportMayDestroyAnyone) {
-    struct Case {
-        char const* name;
-        std::function<void(Button*)> prepare;
-        std::function<void(Button*)> act;
-    };
-    std::vector<Case> const cases{
-        {"release", [](Button*) {}, [&](Button* b) { driver_.click(b); }},
-        {"press", [](Button* b) { b->setMessageOnMouseUp(false); }, [&](Button* b) { driver_.click(b); }},
-        {"latch", [](Button* b) { b->setLatching(true, false); }, [&](Button* b) { driver_.click(b); }},
-        {"drag", [](Button* b) { b->setMessageOnDrag(true); },
-         [&](Button* b) {
-             driver_.press(b);
-             moveIn(b, 200, 100);
-             driver_.release();
-         }},
-        {"repeat", [](Button* b) { b->setRepeating(10, 0.1); },
-         [&](Button* b) {
-             driver_.press(b);
-             driver_.advance(300);
-             driver_.release();
-         }},
-        {"key", [](Button* b) { b->setMessageOnMouseUp(false); },
-         [&](Button* b) {
-             b->claimKbdFocus();
-             driver_.key(Key::space);
-         }},
-        {"programmatic", [](Button*) {}, [](Button* b) { b->switchState(buttonDown, true); }},
-    };
-    expectDiagnostic("message not handled");
-    for (Case const& test : cases) {
-        for (int victim = 0; victim < 3; ++victim) {
-            auto* const panel = show(new Glob(200, 100), 10, 10);
-            auto* const button = addTo(panel, new Button(L"b", "b", 60, 24), BottomLeft(5, 5));
-            driver_.settle();
-            record(button);
-            test.prepare(button);
-            onReport_ = [&] {
-                if (victim == 0) destroy(button);
-                if (victim == 1) destroy(panel);
-                if (victim == 2) button->setCallback(WidgetCallback("gone"));
-            };
-            test.act(button);
-            onReport_ = nullptr;
-            EXPECT_FALSE(log_.empty()) << test.name;
-            EXPECT_EQ(EventSystem::live().timers.size(), 0u) << test.name;
-            log_.clear();
-            if (victim == 2) destroy(panel);
-            driver_.settle();
-        }
-    }
-}
-
 TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     Button* const button = addButton();
     show(new Glob(80, 24), 20, 20);
     ASSERT_TRUE(button->claimKbdFocus());
     driver_.keyDown(Key::enter);
     EXPECT_EQ(sent(), "apply");
+    EXPECT_EQ(Consistency(driver_).fault(), "");
     driver_.keyUp(Key::enter);
+    EXPECT_EQ(Consistency(driver_).fault(), "") << "shown up again";
     driver_.key(Key::space);
     driver_.key(Key::shift | Key::enter);
     driver_.key(Key::ctrl | Key::space);
@@ -398,10 +319,6 @@ TEST_F(Buttons, OwnColoursAreDrawnAsGivenAndOnlyChangesRepaint) {
     driver_.moveTo({100, 390});
     driver_.release();
     std::uint64_t const presented = nativeOf(root_)->numPresented();
-    button->setState(buttonUp, eRedrawYes);
-    button->setString(L"");
-    driver_.settle();
-    EXPECT_EQ(nativeOf(root_)->numPresented(), presented) << "nothing has changed";
     button->setState(buttonDown, eRedrawNo);
     driver_.settle();
     EXPECT_EQ(nativeOf(root_)->numPresented(), presented) << "not wanted";
@@ -422,28 +339,18 @@ TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {
     Button* const flat = show(new Button(L"x", "m", 40, 7), 20, 100);
     EXPECT_FALSE(driver_.painted(flat) &&
                  driver_.pixel(flat, {20, 3}) == flat->getPalette().text(eTextEnabled).getAsLong());
-    Button* const huge = show(
-        new Button(LightweightString<wchar_t>(std::wstring(1000000, L'x').c_str()), "m", 100, 24), 20, 150);
-    EXPECT_TRUE(driver_.painted(huge));
 }
 
 TEST_F(Buttons, StylesIconsAndCustomDrawing) {
-    for (eButtonStyle style : {eButtonFlat, eButtonStandard, eButtonFolding, eButtonDropDown}) {
-        for (TextAlignment alignment : {eAlignLeft, eAlignRight, eAlignCentre}) {
-            Button* const button = show(new Button(L"Style", "m", 100, 24));
-            button->setStyle(style);
-            button->setAlignment(alignment);
-            button->setIcons(L"led_red_on.png", L"led_red.png");
-            driver_.settle();
-            EXPECT_TRUE(driver_.painted(button)) << int{style} << " " << int{alignment};
-            destroy(button);
-        }
-    }
     Button* const button = addButton();
     static Button const* drawn = nullptr;
     button->setCustomDrawFn([](Button const& which) { drawn = &which; });
     driver_.settle();
     EXPECT_EQ(drawn, button);
+    auto* const flat = show(new Button(L"", "m", 60, 24), 250, 20);
+    flat->setStyle(eButtonFlat);
+    driver_.settle();
+    EXPECT_FALSE(driver_.painted(flat)) << "it has no face at rest";
     auto* const edged = show(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
     edged->setCustomBorderColours(Colour::fromLong(0xFF0000), Colour::fromLong(0x00FF00));
     driver_.settle();

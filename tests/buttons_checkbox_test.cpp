@@ -16,25 +16,6 @@ protected:
     }
 };
 
-/// Records what it is asked, and answers as the test says.
-class Asked final : public ValAdaptorBase<bool> {
-public:
-    bool getDataValue() const override { return value; }
-    bool requestSetNewDataValue(bool const& wanted, DataChangeType) override {
-        log.push_back(wanted);
-        if (onAsk) onAsk();
-        if (accepts) value = wanted;
-        return accepts;
-    }
-    bool isMixed() const override { return mixed; }
-
-    bool value = false;
-    bool accepts = true;
-    bool mixed = false;
-    std::function<void()> onAsk;
-    std::vector<bool> log;
-};
-
 TEST_F(Checkboxes, TheGenerationDecidesWhichClicksToggleAndKeysAlwaysDo) {
     Checkbox* const box = add();
     ASSERT_TRUE(box->claimKbdFocus());
@@ -74,6 +55,8 @@ TEST_F(Checkboxes, AnInactiveOneLetsEverythingPass) {
     driver_.key(Key::space);
     EXPECT_FALSE(box->isTicked());
     box->setEnabledState(true);
+    for (auto button : {Driver::Button::right, Driver::Button::middle}) driver_.click(box, button);
+    EXPECT_FALSE(box->isTicked());
     box->setClickable(false);
     driver_.click(box);
     EXPECT_FALSE(box->isTicked());
@@ -81,7 +64,7 @@ TEST_F(Checkboxes, AnInactiveOneLetsEverythingPass) {
 
 TEST_F(Checkboxes, AUserFunctionReplacesEverything) {
     Checkbox* const box = add();
-    auto const adaptor = Qv::makePtr<Asked>();
+    auto const adaptor = Qv::makePtr<TestData<bool>>();
     box->setDataAdaptor(adaptor);
     Checkbox* called = nullptr;
     box->setUserFunction([](Checkbox* which, void* context) { *static_cast<Checkbox**>(context) = which; },
@@ -89,24 +72,12 @@ TEST_F(Checkboxes, AUserFunctionReplacesEverything) {
     driver_.click(box);
     EXPECT_EQ(called, box);
     EXPECT_FALSE(box->isTicked());
-    EXPECT_TRUE(adaptor->log.empty());
+    EXPECT_TRUE(adaptor->asked.empty());
     EXPECT_EQ(sent(), "");
 }
 
-TEST_F(Checkboxes, AdaptorAndCallbackAreToldInsteadOfTheParent) {
+TEST_F(Checkboxes, ACallbackIsToldInsteadOfTheParent) {
     Checkbox* const box = add();
-    auto const adaptor = Qv::makePtr<Asked>();
-    box->setDataAdaptor(adaptor);
-    driver_.click(box);
-    EXPECT_THAT(adaptor->log, ElementsAre(true));
-    EXPECT_TRUE(box->isTicked());
-    adaptor->accepts = false;
-    driver_.click(box);
-    EXPECT_TRUE(box->isTicked()) << "refused: taken back";
-    adaptor->value = false;
-    adaptor->forceWidgetUpdate(eRedrawYes);
-    EXPECT_FALSE(box->isTicked());
-    box->setDataAdaptor({});
     bool state = false;
     Checkbox* from = nullptr;
     box->setCallback(calling([&](NotifyMsg const& message) {
@@ -122,20 +93,9 @@ TEST_F(Checkboxes, AdaptorAndCallbackAreToldInsteadOfTheParent) {
     EXPECT_EQ(sent(), "");
 }
 
-TEST_F(Checkboxes, TwoShowOneValue) {
-    ValServer<bool> value(false);
-    Checkbox* const one = add();
-    auto* const two = root_->addChild(Checkbox::make(0, 0, L"Other", false), BottomLeft(20, 80));
-    for (Checkbox* box : {one, two}) box->setDataAdaptor(Qv::makePtr<ValServerAdaptor<bool>>(value));
-    driver_.click(one);
-    EXPECT_TRUE(two->isTicked() && value.value());
-    value = false;
-    EXPECT_FALSE(one->isTicked() || two->isTicked());
-}
-
 TEST_F(Checkboxes, AnAdaptorMayDestroyItAndRefuse) {
     Checkbox* box = add();
-    auto const adaptor = Qv::makePtr<Asked>();
+    auto const adaptor = Qv::makePtr<TestData<bool>>();
     adaptor->accepts = false;
     adaptor->onAsk = [&] { destroy(box); };
     box->setDataAdaptor(adaptor);
@@ -151,10 +111,7 @@ TEST_F(Checkboxes, BoxesAndLightsShowTheirStates) {
         driver_.settle();
         return driver_.pixel(box, middle + XY<int>{0, -2});
     };
-    std::uint32_t const clear = look();
     box->setState(true);
-    std::uint32_t const ticked = look();
-    EXPECT_NE(clear, ticked);
     std::set<std::uint32_t> lights;
     for (auto appearance : {Checkbox::blueLight, Checkbox::redLight, Checkbox::greenLight}) {
         box->setAppearance(appearance);
@@ -168,14 +125,6 @@ TEST_F(Checkboxes, BoxesAndLightsShowTheirStates) {
     std::uint32_t const grey = look();
     box->setAppearance(Checkbox::redLight);
     EXPECT_EQ(look(), grey) << "grey whatever its colour";
-    box->setAppearance(Checkbox::tickBox);
-    auto const adaptor = Qv::makePtr<Asked>();
-    adaptor->mixed = true;
-    box->setDataAdaptor(adaptor);
-    adaptor->forceWidgetUpdate(eRedrawYes);
-    driver_.settle();
-    EXPECT_NE(driver_.pixel(box, middle), driver_.pixel(box, middle + XY<int>{0, 4}));
-    EXPECT_EQ(Driver::describe(*box).role, Role::checkbox);
 }
 
 TEST_F(Checkboxes, WidthsFitTheLabel) {
@@ -185,10 +134,6 @@ TEST_F(Checkboxes, WidthsFitTheLabel) {
     EXPECT_EQ(Checkbox::calcWidth(L"Loop", Border::line), plain + 2);
     EXPECT_GT(Checkbox::calcWidth(L"Loop", Border::none, Checkbox::tickBox, true), plain);
     EXPECT_LT(Checkbox::calcWidth(L"", Border::none), plain);
-    for (XY<int> const size : {XY<int>{0, 0}, XY<int>{1, 1}, XY<int>{65535, 3}}) {
-        box->resize(size.x, size.y);
-        driver_.settle();
-    }
 }
 
 } // namespace

@@ -20,38 +20,52 @@ protected:
 };
 
 TEST_F(ButtonNotifications, OfButtons) {
+    auto const once = [this] { click(); };
+    auto const atPress = [this] {
+        button().setMessageOnMouseUp(false);
+        button().setRepeating(5, 1.0);
+        click();
+    };
     auto const latch = [this] {
         button().setLatching(true, false);
         click();
         if (is_good_glob_ptr(widget_)) click();
     };
+    auto const dragged = [this] {
+        button().setMessageOnDrag(true);
+        drag();
+    };
+    auto const repeat = [this] {
+        button().setRepeating(1, 1.0);
+        driver_.press(widget_);
+        driver_.advance(600);
+    };
+    auto const calling = [this](std::function<void()> act) {
+        return [this, act] {
+            button().setCallback(WidgetCallback(reaction(), ""));
+            act();
+        };
+    };
+    auto const key = [this] {
+        button().setMessageOnMouseUp(false);
+        widget_->claimKbdFocus();
+        driver_.key(Key::space);
+    };
     runAll<Button>(
         {
-            {"released", "b", [this] { click(); }},
-            {"pressed", "b",
-             [this] {
-                 button().setMessageOnMouseUp(false);
-                 button().setRepeating(5, 1.0);
-                 click();
-             }},
+            {"released", "b", once},
+            {"pressed", "b", atPress},
             {"on", "b on", latch},
             {"off", "b off", latch},
-            {"drag", "b drag",
-             [this] {
-                 button().setMessageOnDrag(true);
-                 drag();
-             }},
-            {"repeat", "b",
-             [this] {
-                 button().setRepeating(1, 1.0);
-                 driver_.press(widget_);
-                 driver_.advance(600);
-             }},
-            {"callback", "",
-             [this] {
-                 button().setCallback(WidgetCallback(reaction(), ""));
-                 click();
-             }},
+            {"drag", "b drag", dragged},
+            {"repeat", "b", repeat},
+            {"callback", "", calling(once)},
+            {"callback", "", calling(atPress)},
+            {"callback", "", calling(latch)},
+            {"callback", "", calling(dragged)},
+            {"callback", "", calling(repeat)},
+            {"callback", "", calling(key)},
+            {"callback", "", calling([this] { button().switchState(buttonDown, true); })},
             {"message callback", "",
              [this] {
                  expectDiagnostic("message not handled");

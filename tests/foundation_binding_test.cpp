@@ -350,30 +350,6 @@ public:
     static inline int alive = 0;
 };
 
-TEST(ValWidget, WithoutAdaptorAcceptsEveryValue) {
-    Face<int> face;
-    EXPECT_TRUE(face.choose(3));
-    EXPECT_EQ(face.shown, 3);
-    EXPECT_FALSE(face.isDataMixed());
-    face.setEnabledState(false);
-}
-
-TEST(ValWidget, AnswersWhatTheAdaptorAnswers) {
-    Face<int> face;
-    auto const adaptor = Qv::makePtr<Adaptor>();
-    face.setDataAdaptor(adaptor);
-    EXPECT_TRUE(face.choose(3, static_cast<DataChangeType>(17)));
-    EXPECT_EQ(adaptor->data, 3);
-    EXPECT_EQ(static_cast<int>(adaptor->lastWhy), 17);
-    adaptor->accepts = false;
-    EXPECT_FALSE(face.choose(4));
-    EXPECT_EQ(face.shown, 3);
-    adaptor->data = 8;
-    adaptor->forceWidgetUpdate(eRedrawYes);
-    EXPECT_EQ(face.shown, 8);
-    EXPECT_EQ(face.lastRedraw, eRedrawYes);
-}
-
 TEST(ValWidget, HearsWhenItsDataBecomesMixed) {
     Face<int> face;
     auto const adaptor = Qv::makePtr<Adaptor>();
@@ -487,20 +463,6 @@ TEST(ValServerAdaptor, BindsBothWaysAndEndsInItself) {
     EXPECT_EQ(two.updates, 1);
     server = 7;
     EXPECT_EQ(one.shown, 7);
-}
-
-TEST(ValServerAdaptor, ShowsWhatTheGuardMadeOfTheValue) {
-    auto server = std::make_unique<ValServer<int>>(5);
-    server->setGuard(makeGuard([](int& value) { return value = std::min(value, 10), value >= 0; }));
-    Face<int> face;
-    face.setDataAdaptor(Qv::makePtr<ValServerAdaptor<int>>(*server));
-    EXPECT_FALSE(face.choose(99));
-    EXPECT_EQ(face.shown, 10);
-    EXPECT_FALSE(face.choose(-1));
-    EXPECT_EQ(face.shown, 10);
-    server.reset();
-    EXPECT_FALSE(face.choose(3));
-    EXPECT_EQ(face.shown, 10);
 }
 
 TEST(ValServerAdaptor, ServesAllTypesThatWidgetsShow) {

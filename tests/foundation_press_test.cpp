@@ -32,17 +32,6 @@ public:
     }
 };
 
-TEST_F(Presses, AnotherButtonThatTheWidgetHasNoUseForDoesNotStandInTheWay) {
-    Button* const button = show(new Button(L"b", "b", 80, 24));
-    driver_.press(button, Driver::Button::right);
-    driver_.press(Driver::Button::left);
-    EXPECT_TRUE(button->isDown());
-    driver_.release(Driver::Button::left);
-    EXPECT_EQ(sent(), "b");
-    driver_.release(Driver::Button::right);
-    EXPECT_FALSE(button->isDown());
-}
-
 TEST_F(Presses, WhoLosesTheFocusMayEndThem) {
     Slider* const slider = addSlider();
     auto* const before = show(new ProbeGlob, 300, 20);

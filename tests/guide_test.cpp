@@ -25,11 +25,6 @@ protected:
         order_.addTabStop(*rating);
         return rating;
     }
-    std::string sent() {
-        std::string const names = WidgetTest::sent();
-        root_->forgetMessages();
-        return names;
-    }
     /// The middle of a star, as they lie from the left.
     static XY<int> star(StarRating const& rating, int place) {
         return rating.globXYToScreenXY({place * 20 - 10, 10});
@@ -45,35 +40,8 @@ protected:
 
 TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
     StarRating* const one = addRating(10);
-    StarRating* const other = addRating(150);
-    ValServer<int> stars(1);
+    ValServer<int> stars(4);
     bindToServer<int>(*one, stars);
-    bindToServer<int>(*other, stars);
-    EXPECT_EQ(one->getWidgetValue(), 1);
-    clickStar(*one, 4);
-    EXPECT_EQ(stars.value(), 4);
-    EXPECT_EQ(other->getWidgetValue(), 4);
-    EXPECT_EQ(sent(), "rated");
-
-    // The stars under the pointer are shown, and count when the button is released inside.
-    driver_.moveTo(star(*one, 2));
-    driver_.press();
-    driver_.moveTo(star(*one, 3));
-    EXPECT_EQ(one->getWidgetValue(), 4);
-    driver_.key(Key::escape);
-    driver_.release();
-    driver_.press();
-    driver_.moveTo(star(*one, 3) + XY<int>{0, 100});
-    driver_.release();
-    EXPECT_EQ(stars.value(), 4);
-    driver_.moveTo(star(*one, 1));
-    driver_.press();
-    one->setActive(false);
-    driver_.release();
-    one->setActive(true);
-    EXPECT_EQ(stars.value(), 4);
-    EXPECT_EQ(sent(), "");
-
     one->claimKbdFocus();
     EXPECT_TRUE(one->isTabStopFocus());
     driver_.key(Key::right);
@@ -91,19 +59,19 @@ TEST_F(Guide, ItsControlIsAControlLikeAnyOther) {
     GlobDescription const description = GlobDescription::of(*one);
     EXPECT_EQ(description.number, (NumberValue{0, 0, 5, 1}));
     EXPECT_NE(description.states & GlobDescription::focused, 0u);
-    sent();
+    told();
 
-    int told = -1;
+    int heard = -1;
     one->setCallback(WidgetCallback(makeCallback<int, NotifyMsg>([&](NotifyMsg const& message) {
-                                        told = *unwrapData<int>(message.payload());
+                                        heard = *unwrapData<int>(message.payload());
                                         destroy(one);
                                         return 1;
                                     }),
                                     ""));
     driver_.key(Key::end);
-    EXPECT_EQ(told, 5);
+    EXPECT_EQ(heard, 5);
     EXPECT_FALSE(is_good_glob_ptr(one));
-    EXPECT_EQ(sent(), "");
+    EXPECT_EQ(told(), "");
 }
 
 // The rows of keys and messages in the guides come from the tables of the classes.

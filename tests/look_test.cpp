@@ -194,6 +194,27 @@ TEST_P(ControlLooks, EdgesAreCrispAtEveryScale) {
     }
 }
 
+TEST_P(ControlLooks, EveryStateAndSizeIsPaintedWhole) {
+    for (double const scale : {1.0, 1.5, 2.0}) {
+        Look::setDeviceScale(scale);
+        for (Control const& control : controls()) {
+            for (int state = rest; state < numStates; ++state) {
+                Glob* const glob = make(control, State(state));
+                EXPECT_EQ(Consistency(driver_).fault(), "") << control.name << " " << state << " " << scale;
+                int const side = std::array{0, 1, 3, 7, 65535}[static_cast<std::size_t>(state)];
+                if (scale == 1) {
+                    for (XY<int> const& size : {XY<int>{side, 24}, {24, side}, {side, side}}) {
+                        glob->resize(size.x, size.y);
+                        driver_.settle();
+                    }
+                    EXPECT_EQ(Consistency(driver_).fault(), "") << control.name << ", side " << side;
+                }
+                drop(glob);
+            }
+        }
+    }
+}
+
 TEST_P(ControlLooks, CornersAreSquareWhereTheUserWantsThem) {
     for (bool const curved : {true, false}) {
         prefs().setPreference("curved_buttons", curved);
@@ -276,13 +297,6 @@ INSTANTIATE_TEST_SUITE_P(Themes, ControlLooks, testing::Values(eThemeDark, eThem
 
 class ThemeSwitches : public WidgetTest {
 protected:
-    std::vector<std::uint32_t> picture() {
-        std::vector<std::uint32_t> result;
-        driver_.settle();
-        for (int y = 0; y < root_->height(); y += 3)
-            for (int x = 0; x < root_->width(); ++x) result.push_back(driver_.pixel(root_, {x, y}));
-        return result;
-    }
     void change(int times) {
         for (int i = 0; i < times; ++i) {
             Look::setTheme(Palette::currentTheme() == eThemeDark ? eThemeLight : eThemeDark);

@@ -96,6 +96,7 @@ void Glob::leaveSharedCanvas() {
 }
 
 void Glob::setPalette(Palette const& palette) {
+    if (palette_ == palette) return;
     palette_ = palette;
     makeDirty();
 }
