@@ -101,9 +101,9 @@ TEST_F(Gallery, DrawsWhatTheGuidesShow) {
 }
 
 TEST_F(Gallery, ARandomUserBreaksNothing) {
-    Outcome const outcome = run("--random 1200 --seed 4 --check 60 --size 700x500");
+    Outcome const outcome = run("--random 600 --seed 4 --check 60 --size 700x500");
     EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.errors;
-    EXPECT_THAT(outcome.out, HasSubstr("buttons: 1200 events"));
+    EXPECT_THAT(outcome.out, HasSubstr("buttons: 600 events"));
     std::string const few = "--random 150 --seed 7 --page pointer --record acts.txt";
     EXPECT_EQ(run(few).out, run(few).out) << "the same seed does the same";
     EXPECT_EQ(run("--replay acts.txt").code, 0);
