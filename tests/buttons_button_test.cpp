@@ -375,6 +375,7 @@ TEST_F(Buttons, CommandsAndTitleButtons) {
     TooltipDetails details;
     ASSERT_TRUE(command->getTooltipDetails({1, 1}, details));
     EXPECT_EQ(details.more.text(), LightweightString<wchar_t>(L"Ctrl+S"));
+    EXPECT_EQ(details.text.text(), LightweightString<wchar_t>(L"Save all"));
     auto* const unknown = show(new CommandButton("nothing", 60, 24, L"x"), 20, 60);
     driver_.click(unknown);
     EXPECT_EQ(runs, 1);
