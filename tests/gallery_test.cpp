@@ -101,10 +101,10 @@ TEST_F(Gallery, DrawsWhatTheGuidesShow) {
 }
 
 TEST_F(Gallery, ARandomUserBreaksNothing) {
-    Outcome const outcome = run("--random 600 --seed 4 --check 60 --size 700x500");
+    Outcome const outcome = run("--random 600 --seed 4 --check 100 --size 600x400");
     EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.errors;
     EXPECT_THAT(outcome.out, HasSubstr("buttons: 600 events"));
-    std::string const few = "--random 150 --seed 7 --page pointer --record acts.txt";
+    std::string const few = "--random 100 --seed 7 --page pointer --size 400x300 --record acts.txt";
     EXPECT_EQ(run(few).out, run(few).out) << "the same seed does the same";
     EXPECT_EQ(run("--replay acts.txt").code, 0);
     EXPECT_THAT(run("--shorten acts.txt").errors, HasSubstr("nothing fails"));

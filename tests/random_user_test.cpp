@@ -54,7 +54,7 @@ TEST_F(RandomUse, AFaultIsFoundRecordedAndMadeShort) {
     RecordingParent* const root = openWindow();
     addTo(root, new Forgetful, BottomLeft(200, 200));
     driver_.moveTo(XY<int>(0, 0));
-    RandomUser user(driver_, 3);
+    RandomUser user(driver_, 5);
     std::vector<UserAct> acts;
     user.setBefore([&](UserAct const& act) { acts.push_back(act); });
     user.setAfter([&] { return Consistency(driver_).fault().empty(); });
