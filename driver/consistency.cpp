@@ -48,11 +48,10 @@ Glob const* heldIn(Glob const& root) {
         if (isHeld(*glob)) return glob;
         Glob const* next = depth < deepest ? glob->firstChild() : nullptr;
         depth += next ? 1 : 0;
-        while (!next && glob != &root) {
+        for (; !next && glob != &root; --depth) {
             next = glob->nextSibling();
             if (next) break;
             glob = glob->parent();
-            --depth;
         }
         glob = next;
     }
@@ -66,7 +65,7 @@ Text Consistency::fault() {
     if (!EventSystem::current()) return {};
     for (auto const part : {&Consistency::faultOfFocus, &Consistency::faultOfPointer,
                             &Consistency::faultOfTimers, &Consistency::faultOfPictures}) {
-        Text const fault = (this->*part)();
+        Text fault = (this->*part)();
         if (!fault.empty()) return fault;
     }
     return {};
@@ -106,7 +105,8 @@ Text Consistency::faultOfPictures() {
         HandlerRef<Glob> const life(root);
         surface.toPaint().add(surface.bounds());
         driver_.settle();
-        if (!life.get()) continue;
+        // Painting may have closed the window, and its surface with it.
+        if (!life.get() || driver_.host().globManager().windowOf(root) != window) continue;
         Pixels const after = pixelsOf(surface);
         auto const [shown, anew] = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
         if (shown == before.end()) continue;

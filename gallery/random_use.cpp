@@ -173,7 +173,7 @@ Text useAtRandom(Host& host, Options const& options) {
     for (Page const* const page : pages()) {
         if (!options.page.empty() && options.page != page->name) continue;
         PageUse use(host, options, *page);
-        Text const problem = use.run();
+        Text problem = use.run();
         if (!problem.empty()) return problem;
         presses += use.counts().presses;
         hits += use.counts().hits;
@@ -187,7 +187,7 @@ Text useAtRandom(Host& host, Options const& options) {
 
 Text takeOptions(Options& options) {
     Record record;
-    Text const problem = read(options.replay, record);
+    Text problem = read(options.replay, record);
     if (!problem.empty()) return problem;
     record.options.replay = options.replay;
     options = record.options;
@@ -196,7 +196,7 @@ Text takeOptions(Options& options) {
 
 Text replay(Host& host, Options const& options) {
     Record record;
-    Text const problem = read(options.replay, record);
+    Text problem = read(options.replay, record);
     if (!problem.empty()) return problem;
     std::uint64_t lines = 0;
     if (!openPage(host, *findPage(options.page), options, lines)) return "the window system refuses a window";
@@ -214,7 +214,7 @@ Text replay(Host& host, Options const& options) {
 
 Text shortenFile(char const* program, Options const& options) {
     Record record;
-    Text const problem = read(options.shorten, record);
+    Text problem = read(options.shorten, record);
     if (!problem.empty()) return problem;
     Text const trial = options.shorten + ".trial";
     std::size_t trials = 0;
