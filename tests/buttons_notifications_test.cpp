@@ -94,44 +94,24 @@ TEST_F(ButtonNotifications, OfTitleButtons) {
                            [] { return new SettingsButton(Palette()); });
 }
 
-/// A title box that reports what the test says.
-class TitleBox : public Glob, public iTitleBox {
-public:
-    explicit TitleBox(StandardPanel& panel) : Glob(10, 10), panel_(panel) {}
-    Glob& glob() override { return *this; }
-    LightweightString<wchar_t> titleText() const override { return text_; }
-    void setTitleText(LightweightString<wchar_t> const& text) override { text_ = text; }
-    void type(wchar_t const* text) {
-        text_ = text;
-        panel_.handleTitleTyped();
-    }
-    void end() { panel_.handleTitleEdited(); }
-
-private:
-    StandardPanel& panel_;
-    LightweightString<wchar_t> text_;
-};
-
 TEST_F(ButtonNotifications, OfPanels) {
-    static TitleBox* box = nullptr;
-    auto const before = Registry::instance().makeTitleBox;
-    Registry::instance().makeTitleBox = [](StandardPanel& panel, LightweightString<wchar_t> const&,
-                                           Glib::FontDesc const&) -> iTitleBox* {
-        return box = new TitleBox(panel);
+    StandardPanel* panel = nullptr;
+    auto const type = [&] {
+        panel->getTitleWidget()->claimKbdFocus();
+        driver_.type(L"new");
     };
-    runAll<StandardPanel>({{"StdPanelTitleTyped", "StdPanelTitleTyped", [] { box->type(L"new"); }},
+    runAll<StandardPanel>({{"StdPanelTitleTyped", "StdPanelTitleTyped", type},
                            {"StdPanelTitleChanged", "StdPanelTitleChanged",
-                            [] {
-                                box->type(L"new");
-                                box->end();
+                            [&] {
+                                type();
+                                driver_.key(Key::enter);
                             }}},
-                          [] {
-                              auto* const panel = new StandardPanel(150, 100);
+                          [&] {
+                              panel = new StandardPanel(150, 100);
                               panel->setTitle(L"old");
                               panel->setEditableTitle(true);
                               return panel;
                           });
-    Registry::instance().makeTitleBox = before;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/panel_fixture.h"
 
+#include "text/text_box.h"
+
 #include "host/objects/description.h"
 #include "host/objects/tooltip_details.h"
 #include "host/services/text_ids.h"
@@ -54,15 +56,13 @@ TEST_F(PanelTitles, TheTitleBringsTheStripAndKnowsItsResource) {
 TEST_F(PanelTitles, AnEditableTitleReportsToTheParent) {
     ProbePanel* const panel = add(Border::window, closeWidget);
     panel->setTitle(L"Reel");
-    panel->setEditableTitle(true);
-    EXPECT_EQ(panel->getTitleWidget(), nullptr) << "nobody makes title boxes yet";
-    useTitleBoxes();
+    settle();
     panel->log.clear();
-    panel->addStandardWidgets(editableTitleToo);
-    FakeTitleBox*& made = titleBox_;
-    ASSERT_EQ(panel->getTitleWidget(), made);
+    panel->setEditableTitle(true);
+    auto* made = dynamic_cast<TextBox*>(panel->getTitleWidget());
+    ASSERT_TRUE(made);
     EXPECT_TRUE(panel->isStandardWidget(made));
-    EXPECT_EQ(made->text, L"Reel");
+    EXPECT_EQ(made->getText(), L"Reel");
     EXPECT_EQ(made->size(), XY<int>(200 - 2 * edge - 2 * I - B, B));
     EXPECT_EQ(made->box().y2, panel->height() - edge);
     panel->resize(250, 150);
@@ -70,26 +70,25 @@ TEST_F(PanelTitles, AnEditableTitleReportsToTheParent) {
     EXPECT_THAT(panel->log, ElementsAre("titlesize", "titlesize"));
     settle();
 
-    made->text = L"Reel 2";
-    panel->handleTitleTyped();
-    panel->handleTitleTyped();
-    panel->handleTitleEdited();
-    panel->handleTitleEdited();
-    driver_.settle();
+    driver_.click(made);
+    driver_.key(Key::end);
+    driver_.type(L" 2");
+    driver_.key(Key::enter);
     EXPECT_EQ(sent(), "StdPanelTitleTyped StdPanelTitleTyped StdPanelTitleChanged");
     EXPECT_EQ(root_->messages()[0].sender, panel);
     EXPECT_EQ(panel->getTitleW(), L"Reel 2");
     panel->setTitle(L"Set");
-    EXPECT_EQ(made->text, L"Set");
+    EXPECT_EQ(made->getText(), L"Set");
 
     panel->setEditableTitle(false);
     EXPECT_EQ(panel->getTitleWidget(), nullptr);
     EXPECT_EQ(panel->getStandardWidgetFlags(), closeWidget);
     panel->handleTitleEdited();
     panel->setEditableTitle(true);
-    made->text = L"Bye";
+    driver_.click(panel->getTitleWidget());
+    driver_.type(L"Bye");
     panel->dieAt = "title";
-    panel->handleTitleEdited();
+    driver_.key(Key::enter);
     EXPECT_EQ(ProbePanel::died, 1);
 }
 

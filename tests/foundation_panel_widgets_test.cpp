@@ -168,7 +168,6 @@ TEST_F(PanelStandardWidgets, ColoursReachTheStandardWidgets) {
     EXPECT_EQ(close->getPalette().window(eWindowNormal), Colour(0.9, 0.9, 0.4));
     panel->addStandardWidgets(pinWidget);
     EXPECT_EQ(panel->getStandardWidget(StandardWidget::pin)->getPalette(), panel->getColoursForWidgets());
-    useTitleBoxes();
     panel->addStandardWidgets(editableTitle);
     panel->setPalette(Palette(Colour::fromLong(0xF0E0D0)));
     EXPECT_EQ(panel->getTitleWidget()->getPalette(), panel->getColoursForWidgets());

@@ -66,24 +66,10 @@ public:
     static inline int died = 0;
 };
 
-/// A title box that the test types into.
-class FakeTitleBox : public ProbeGlob, public iTitleBox {
-public:
-    FakeTitleBox(StandardPanel& owner, LightweightString<wchar_t> title)
-        : panel(owner), text(std::move(title)) {}
-    Glob& glob() override { return *this; }
-    LightweightString<wchar_t> titleText() const override { return text; }
-    void setTitleText(LightweightString<wchar_t> const& title) override { text = title; }
-
-    StandardPanel& panel;
-    LightweightString<wchar_t> text;
-};
-
 /// A window in which panels are.
 class PanelTest : public HostTest {
 protected:
     PanelTest() { ProbePanel::died = 0; }
-    ~PanelTest() override { Registry::instance().makeTitleBox = nullptr; }
 
     ProbePanel* add(Border::eType border = Border::window, int flags = 0, XY<int> size = {200, 150}) {
         auto* const panel = new ProbePanel(StandardPanel::InitArgs(
@@ -116,16 +102,8 @@ protected:
         act(panel);
         EXPECT_EQ(ProbePanel::died, 1) << heard;
     }
-    void useTitleBoxes() {
-        Registry::instance().makeTitleBox = [](StandardPanel& owner, LightweightString<wchar_t> const& title,
-                                               Glib::FontDesc const&) -> iTitleBox* {
-            return titleBox_ = new FakeTitleBox(owner, title);
-        };
-    }
 
     RecordingParent* const root_ = openWindow(500, 400);
-    /// The last one that was made.
-    static inline FakeTitleBox* titleBox_ = nullptr;
 };
 
 /// The corner of a child from the upper right corner of its panel.

@@ -4,8 +4,12 @@
 
 namespace wainscot {
 
+/// Says of a `NumRange` that its ends are in order; and that they stay as they are given.
+struct Ordered {};
+struct Unordered {};
+
 /// A closed range of numbers; the ends are put in order when it is made.
-template <class T>
+template <class T, class Order = Ordered>
 class NumRange {
 public:
     constexpr NumRange() = default;
@@ -23,6 +27,26 @@ public:
 private:
     T low_{};
     T high_{};
+};
+
+/// A range that has a direction: from `start` to `end`, whichever is larger.
+template <class T>
+class NumRange<T, Unordered> {
+public:
+    constexpr NumRange() = default;
+    constexpr NumRange(T from, T to) : start_(from), end_(to) {}
+
+    constexpr T start() const { return start_; }
+    constexpr T end() const { return end_; }
+    constexpr T low() const { return std::min(start_, end_); }
+    constexpr T high() const { return std::max(start_, end_); }
+    constexpr T length() const { return high() - low(); }
+
+    friend constexpr bool operator==(NumRange const&, NumRange const&) = default;
+
+private:
+    T start_{};
+    T end_{};
 };
 
 } // namespace wainscot

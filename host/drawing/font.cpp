@@ -2,8 +2,8 @@
 
 #include "host/drawing/bidi_levels_p.h"
 #include "host/drawing/symbols_p.h"
-#include "host/drawing/text_boundaries_p.h"
 #include "host/drawing/text_line_p.h"
+#include "host/drawing/text_seek.h"
 #include "host/drawing/text_shaper_p.h"
 
 #include <algorithm>
@@ -42,20 +42,6 @@ bool isIgnorable(std::uint32_t c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
            (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) ||
            c == 0xFEFF;
-}
-
-std::size_t nextWord(std::wstring_view text, std::size_t at) {
-    while (at < text.size() && TextBoundaries::isBlank(text[at])) ++at;
-    while (at < text.size() && !TextBoundaries::isBlank(text[at])) ++at;
-    while (!TextBoundaries::isStop(text, at)) ++at;
-    return at;
-}
-
-std::size_t previousWord(std::wstring_view text, std::size_t at) {
-    while (at > 0 && TextBoundaries::isBlank(text[at - 1])) --at;
-    while (at > 0 && !TextBoundaries::isBlank(text[at - 1])) --at;
-    while (!TextBoundaries::isStop(text, at)) --at;
-    return at;
 }
 
 } // namespace
@@ -135,26 +121,7 @@ int Font::characterAtX(LightweightString<wchar_t> const& text, int x) const {
 }
 
 int Font::seek(LightweightString<wchar_t> const& text, int current, eCharSeekMethod method, int index) const {
-    std::wstring_view const all = text.view();
-    std::size_t const at = clampedIndex(current, all.size());
-    auto const answer = [](std::size_t place) { return static_cast<int>(place); };
-    switch (method) {
-    case eSeekPrevChar:
-        return answer(TextBoundaries::previousStop(all, at));
-    case eSeekNextChar:
-        return answer(TextBoundaries::nextStop(all, at));
-    case eSeekNextWord:
-        return answer(nextWord(all, at));
-    case eSeekPrevWord:
-        return answer(previousWord(all, at));
-    case eSeekStart:
-        return 0;
-    case eSeekEnd:
-        return answer(all.size());
-    case eSeekAbsolute:
-        return answer(index < 0 ? at : clampedIndex(index, all.size()));
-    }
-    return answer(at);
+    return static_cast<int>(Glib::seekInText(text.view(), clampedIndex(current, text.size()), method, index));
 }
 
 } // namespace wainscot

@@ -43,19 +43,26 @@ struct Utf16 {
     }
 };
 
+UBreakIterator* openFinder(UBreakIteratorType type) {
+    UErrorCode status = U_ZERO_ERROR;
+    UBreakIterator* const made = ubrk_open(type, "en", nullptr, 0, &status);
+    return U_SUCCESS(status) ? made : nullptr;
+}
+
 UBreakIterator* clusterFinder() {
-    static UBreakIterator* const finder = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        UBreakIterator* made = ubrk_open(UBRK_CHARACTER, "en", nullptr, 0, &status);
-        return U_SUCCESS(status) ? made : nullptr;
-    }();
+    static UBreakIterator* const finder = openFinder(UBRK_CHARACTER);
     return finder;
 }
 
-void markStops(std::wstring_view text, std::vector<bool>& inside) {
+UBreakIterator* wordFinder() {
+    static UBreakIterator* const finder = openFinder(UBRK_WORD);
+    return finder;
+}
+
+/// Marks the gaps of the text at which the finder finds no boundary; nothing without a finder.
+void markStops(std::wstring_view text, std::vector<bool>& inside, UBreakIterator* finder = clusterFinder()) {
     Utf16 const converted(text);
     UErrorCode status = U_ZERO_ERROR;
-    UBreakIterator* finder = clusterFinder();
     if (!finder) return;
     ubrk_setText(finder, converted.units.data(), static_cast<int32_t>(converted.units.size()), &status);
     if (U_FAILURE(status)) return;
@@ -130,6 +137,21 @@ std::vector<bool> gapsInsideClusters(std::wstring_view text) {
     }
     if (std::find(inside.begin(), inside.end(), true) == inside.end()) inside.clear();
     return inside;
+}
+
+std::pair<std::size_t, std::size_t> wordAt(std::wstring_view text, std::size_t index) {
+    if (text.empty()) return {0, 0};
+    index = std::min(index, text.size());
+    bool const isBehindWord =
+        index > 0 && !isBlank(text[index - 1]) && (index == text.size() || isBlank(text[index]));
+    if (isBehindWord || index == text.size()) --index;
+    std::vector<bool> inside;
+    markStops(text, inside, wordFinder());
+    if (inside.empty()) return {index, index + 1};
+    std::size_t end = index + 1;
+    while (inside[index]) --index;
+    while (inside[end]) ++end;
+    return {index, end};
 }
 
 } // namespace wainscot::TextBoundaries

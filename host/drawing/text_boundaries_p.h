@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// Where a text may be cut: grapheme clusters and words. Any sequence of code points is accepted.
@@ -38,5 +39,9 @@ std::size_t nextStop(std::wstring_view text, std::size_t index);
 std::size_t previousStop(std::wstring_view text, std::size_t index);
 /// For every gap of the text (length + 1 of them), whether it lies inside a cluster; empty when none does.
 std::vector<bool> gapsInsideClusters(std::wstring_view text);
+
+/// The word or the row of blanks beside a gap, as two gaps; the word where both meet. Empty for an empty
+/// text.
+std::pair<std::size_t, std::size_t> wordAt(std::wstring_view text, std::size_t index);
 
 } // namespace wainscot::TextBoundaries

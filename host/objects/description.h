@@ -97,6 +97,7 @@ struct WAINSCOT_API GlobDescription {
 };
 
 /// What has changed in a description. A widget with items tells of `children` when the items have changed.
-enum class DescriptionChange : std::uint8_t { name, value, state, place, children, relations };
+/// `selection` is the caret or the selection of a text.
+enum class DescriptionChange : std::uint8_t { name, value, state, place, children, relations, selection };
 
 } // namespace wainscot

@@ -50,21 +50,27 @@ bool giveToRoot(EventSystem& system) {
     return holder && set_kbd_focus(Glob::getRootParent(holder));
 }
 
-/// Tells an object that has inherited the focus, after the running handler.
+/// Tells who has lost the focus without hearing of it, and who has inherited it, after the running handler.
 class HeirCall final : public EventQueue::Call {
 public:
-    explicit HeirCall(Glob& heir) : heir_(&heir) {}
+    HeirCall(Glob& heir, Glob& former) : heir_(&heir), former_(&former) {}
     void run() override {
-        EventSystem* const system = EventSystem::current();
-        Glob* const heir = heir_.get();
-        if (!system || !heir || KbdFocus::holderIn(*Glob::getRootParent(heir)) != heir) return;
-        Change const telling(system->focus, Glob::getRootParent(heir)->idStamp());
-        heir->handleKbdFocus();
-        if (heir_.get()) KbdFocus::tellWatchers(*heir);
+        if (Glob* const former = former_.get(); former && !holds(*former)) tell(*former);
+        if (Glob* const heir = heir_.get(); heir && holds(*heir)) tell(*heir);
+        if (Glob* const heir = heir_.get(); heir && holds(*heir)) KbdFocus::tellWatchers(*heir);
     }
 
 private:
+    static bool holds(Glob& glob) { return KbdFocus::holderIn(*Glob::getRootParent(&glob)) == &glob; }
+    static void tell(Glob& glob) {
+        EventSystem* const system = EventSystem::current();
+        if (!system) return;
+        Change const telling(system->focus, Glob::getRootParent(&glob)->idStamp());
+        runHandler("handleKbdFocus", [&] { glob.handleKbdFocus(); });
+    }
+
     HandlerRef<Glob> heir_;
+    HandlerRef<Glob> former_;
 };
 
 } // namespace
@@ -156,7 +162,7 @@ void KbdFocus::leave(Glob& top) {
     system->focus.setHolder(root->idStamp(), heir ? heir : root);
     if (!heir) return;
     heir->makeDirty();
-    system->queue.add(Qv::Ptr<EventQueue::Call>(new HeirCall(*heir)));
+    system->queue.add(Qv::Ptr<EventQueue::Call>(new HeirCall(*heir, *holder)));
 }
 
 void KbdFocus::joinTree(Glob& child) {

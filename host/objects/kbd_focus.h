@@ -33,8 +33,8 @@ public:
     /// The holder hands the focus to the root of its window, whether the root can use it or not; both are
     /// told.
     static void giveUp(Glob& holder);
-    /// When the holder is `top` or a descendant of it, its heir gets the focus. The holder is not told; the
-    /// heir is told after the running handler.
+    /// When the holder is `top` or a descendant of it, its heir gets the focus. Both are told after the
+    /// running handler, the holder only if it still lives.
     static void leave(Glob& top);
     /// A root is about to become a child: it is no longer a window with a focus of its own.
     static void joinTree(Glob& child);

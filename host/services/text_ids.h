@@ -32,6 +32,10 @@ inline constexpr ResId changeSize = 10303;
 inline constexpr ResId keepOpen = 10304;
 inline constexpr ResId settings = 10305;
 inline constexpr ResId options = 10306;
+
+/// What a control shows instead of its value where the data has unlike values.
+inline constexpr ResId severalValues = 10311;
+
 inline constexpr ResId linkUnusable = 10401;
 inline constexpr ResId linkNotAllowed = 10402;
 

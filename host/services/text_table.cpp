@@ -46,6 +46,7 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::keepOpen, L"Keep open"},
     {TextId::settings, L"Settings"},
     {TextId::options, L"Options"},
+    {TextId::severalValues, L"Several values"},
     {TextId::linkUnusable, L"This is no link that can be opened."},
     {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };

@@ -1,0 +1,405 @@
+#include "text/text_box.h"
+
+#include "foundation/effects.h"
+#include "host/drawing/drawable.h"
+#include "host/objects/kbd_focus.h"
+#include "host/objects/tooltip_details.h"
+#include "text/text_box_p.h"
+#include "text/text_line_view_p.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace wainscot {
+
+namespace {
+
+/// The standard width, in heights of a button.
+constexpr int standardWidth = 8;
+
+using Text = LightweightString<wchar_t>;
+
+GlobCreationInfo sized(TextBox::InitArgs const& args) {
+    unsigned short const button = UifStd::getButtonHeight();
+    auto const wide = args.width > 0 ? args.width : toSize16(standardWidth * button);
+    return {args, wide, args.height > 0 ? args.height : button};
+}
+
+} // namespace
+
+TextBox::TextBox(InitArgs const& args) : Bindable(sized(args)), line_(std::make_unique<TextLineView>()) {
+    standardWidth_ = args.width == 0;
+    init(args);
+}
+
+TextBox::TextBox(unsigned short width, unsigned short height, Palette const& palette, Canvas* canvas)
+    : Bindable(width, height, palette, canvas), line_(std::make_unique<TextLineView>()) {
+    init(InitArgs(width, height));
+}
+
+TextBox::~TextBox() = default;
+
+void TextBox::init(InitArgs const& args) {
+    standardHeight_ = height() == UifStd::getButtonHeight();
+    line_->setFont(getFontPtr());
+    TextBoxBase::setFont(args.font);
+    line_->setFont(getFontPtr());
+    ghostLabel_ = args.ghostLabel;
+    suffix_ = args.suffix;
+    alignment_ = args.alignment;
+    setCharacters(args.characters, args.restriction);
+    setSizeLimit(args.sizeLimit);
+    TextBoxBase::setObfuscatedDisplay(args.obfuscated);
+    TextBoxBase::setEditable(args.editable);
+    document().setText(args.text);
+    noteChangeByProgram();
+    showAll();
+    updateVisibleWindow();
+}
+
+// Value
+
+Text TextBox::getText() const {
+    return document().text();
+}
+
+Text TextBox::getText(CharPos const& from, CharPos const& to) const {
+    int const first = std::max(std::min(from.index, to.index), 0);
+    int const last = std::max({from.index, to.index, first});
+    return document().substr(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first));
+}
+
+Text TextBox::getSelectedText() const {
+    return document().selectedText();
+}
+
+void TextBox::setText(UIString const& text) {
+    setTextInternal(text.text());
+}
+
+void TextBox::setNewWidgetValue(Text& value, eRedrawFlag) {
+    DispatchScope const scope;
+    isPending_ = false;
+    handedOver_ = value;
+    setTextInternal(handedOver_);
+}
+
+void TextBox::setTextInternal(Text const& text) {
+    DispatchScope const scope;
+    if (!document().setText(text)) return;
+    noteChangeByProgram();
+    line_->resetScroll();
+    document().setCursor(isEditing_ ? document().cursor() : 0);
+    LifeGuard const life = guard();
+    updateShown();
+    if (life.alive()) describeChanged(DescriptionChange::value);
+}
+
+bool TextBox::isTextValid() const {
+    return true;
+}
+
+void TextBox::handOverText() {
+    if (!isPending_ || !getChanged()) return;
+    isPending_ = false;
+    if (!getDataAdaptor()) return;
+    Text const before = handedOver_;
+    handedOver_ = getText();
+    if (handedOver_ == before) return;
+    if (isTextValid()) {
+        tellUserChange(before, DataChangeType::single);
+        return;
+    }
+    handedOver_ = before;
+    setTextInternal(before);
+}
+
+void TextBox::setByUser(Text const& text) {
+    DispatchScope const scope;
+    Text const before = std::exchange(handedOver_, text);
+    LifeGuard const life = guard();
+    engine().replaceAll(text);
+    setChanged(true);
+    isPending_ = false;
+    updateShown();
+    if (life.alive()) describeChanged(DescriptionChange::value);
+    if (life.alive()) tellUserChange(before, DataChangeType::single);
+}
+
+void TextBox::handleDataMixed(bool, eRedrawFlag redraw) {
+    if (redraw) makeDirty();
+    describeChanged(DescriptionChange::state);
+}
+
+// What is shown
+
+Text TextBox::getDisplayText() const {
+    Text const shown = isGhostLabelVisible()   ? ghostLabel_.text()
+                       : isObfuscatedDisplay() ? Text(document().length(), maskCharacter)
+                                               : document().text();
+    return shown + suffix_;
+}
+
+bool TextBox::isGhostLabelVisible() const {
+    return document().length() == 0 && !isEditing_;
+}
+
+void TextBox::showAll() {
+    showsGhost_ = isGhostLabelVisible();
+    line_->show(getDisplayText(), document().length());
+}
+
+void TextBox::textEdited(TextEdit const& edit) {
+    if (showsGhost_ || isGhostLabelVisible()) return showAll();
+    bool const isMasked = isObfuscatedDisplay();
+    std::wstring const mask(isMasked ? edit.inserted.size() : 0, maskCharacter);
+    line_->edit(edit, isMasked ? std::wstring_view(mask) : edit.inserted);
+}
+
+void TextBox::updateShown() {
+    isOutdated_ = isInKey_;
+    if (isInKey_) return;
+    updateVisibleWindow();
+    placeCaret();
+    makeDirty();
+    describeChanged(DescriptionChange::selection);
+}
+
+TextBox::Margins TextBox::margins() const {
+    if (margins_) return *margins_;
+    auto const standard = toSize16(calcSize(spacingDoubleIndent));
+    return {standard, standard};
+}
+
+void TextBox::updateVisibleWindow() {
+    auto const [left, right] = margins();
+    line_->place(width(), left, right, alignment_, document().cursor());
+}
+
+void TextBox::placeCaret() {
+    TextCursor* const caret = getCaret();
+    if (!caret) return;
+    int const size = getFont().size;
+    setWidgetPos(caret, {line_->displayX(document().cursor()), (height() - size + 1) / 2});
+    auto const cursor = static_cast<std::size_t>(document().cursor());
+    bool const isAtEnd = cursor >= document().length();
+    wchar_t const under = isAtEnd ? L' ' : isObfuscatedDisplay() ? maskCharacter : document().at(cursor);
+    caret->setCurrentChar(under);
+    pauseFlash();
+}
+
+std::optional<IntBox> TextBox::textCaret() const {
+    TextCursor const* const caret = getCaret();
+    if (!isEditing_ || !caret) return std::nullopt;
+    return caret->box();
+}
+
+int TextBox::textXToDisplayX(int x) const {
+    return x + line_->origin();
+}
+
+int TextBox::displayXToTextX(int x) const {
+    return x - line_->origin();
+}
+
+int TextBox::getScroll() const {
+    return line_->scroll();
+}
+
+// Look
+
+void TextBox::setMargins(unsigned short left, unsigned short right) {
+    margins_ = Margins{left, right};
+    line_->setOrigin(left);
+    updateShown();
+}
+
+void TextBox::setAlignment(TextAlignment alignment) {
+    if (alignment == alignment_) return;
+    alignment_ = alignment;
+    updateShown();
+}
+
+void TextBox::setDisplaySuffix(Text const& suffix) {
+    if (suffix == suffix_) return;
+    suffix_ = suffix;
+    showAll();
+    updateShown();
+}
+
+void TextBox::setGhostLabel(UIString const& label) {
+    if (label == ghostLabel_) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    ghostLabel_ = label;
+    if (isGhostLabelVisible()) showAll();
+    updateShown();
+    if (life.alive()) describeChanged(DescriptionChange::name);
+}
+
+void TextBox::setObfuscatedDisplay(bool obfuscated) {
+    if (obfuscated == isObfuscatedDisplay()) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    TextBoxBase::setObfuscatedDisplay(obfuscated);
+    if (!life.alive()) return;
+    showAll();
+    updateShown();
+}
+
+void TextBox::setFont(Glib::FontDesc const& font) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    TextBoxBase::setFont(font);
+    if (!life.alive()) return;
+    line_->setFont(getFontPtr());
+    updateShown();
+}
+
+void TextBox::handleLookChange(LookChange changes) {
+    TextBoxBase::handleLookChange(changes);
+    line_->setFont(getFontPtr());
+    if (isGhostLabelVisible()) showAll();
+    updateVisibleWindow();
+    placeCaret();
+}
+
+void TextBox::reshape() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    TextBoxBase::reshape();
+    if (!life.alive()) return;
+    updateVisibleWindow();
+    placeCaret();
+}
+
+SizeNeeds TextBox::sizeNeeds() const {
+    int const button = UifStd::getButtonHeight();
+    SizeNeeds needs;
+    needs.natural = {standardWidth_ ? standardWidth * button : -1, standardHeight_ ? button : -1};
+    needs.minimum = {2 * button, standardHeight_ ? button : -1};
+    return needs;
+}
+
+bool TextBox::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
+    if (TextBoxBase::getTooltipDetails(place, details)) return true;
+    auto const [left, right] = margins();
+    bool const isCut = line_->textWidth() > width() - left - right;
+    if (isEditing_ || !isCut || isObfuscatedDisplay()) return false;
+    details.text = getDisplayText();
+    details.area = bounds();
+    return true;
+}
+
+void TextBox::describe(GlobDescription& description) const {
+    TextBoxBase::describe(description);
+    if (description.name.empty()) description.name = ghostLabel_.text();
+    if (isDataMixed()) description.states |= GlobDescription::mixed;
+}
+
+// Cursor and selection
+
+int TextBox::getCursorPosition() const {
+    return document().cursor();
+}
+
+void TextBox::setCursorPosition(eCursorPos where) {
+    setCursorIndex(where == eCursorAtEnd ? std::numeric_limits<int>::max() : 0);
+}
+
+void TextBox::setCursorPosition(unsigned short index) {
+    setCursorIndex(index);
+}
+
+void TextBox::setCursorIndex(int index) {
+    updateCurrentPosition(iFont::eSeekAbsolute, std::max(index, 0));
+}
+
+void TextBox::updateCurrentPosition(iFont::eCharSeekMethod method, int index) {
+    DispatchScope const scope;
+    bool const isPlace = method == iFont::eSeekAbsolute || index < 0;
+    document().setCursor(document().seek(isPlace ? document().cursor() : index, method, index));
+    updateShown();
+}
+
+void TextBox::setSelection(NumRange<int, Unordered> const& range) {
+    DispatchScope const scope;
+    document().setSelection(range.start(), range.end());
+    if (document().selection().hasAnchor()) document().setCursor(document().selection().end);
+    updateShown();
+}
+
+NumRange<int, Unordered> TextBox::getSelection() const {
+    return {document().selection().start, document().selection().end};
+}
+
+void TextBox::invalidateTextSelection() {
+    DispatchScope const scope;
+    document().dropSelection();
+    updateShown();
+}
+
+void TextBox::highlightAllText(bool highlight) {
+    if (highlight) return selectAll();
+    invalidateTextSelection();
+}
+
+// Editing
+
+void TextBox::noteEdit(bool hasChanged) {
+    if (hasChanged) setChanged(true);
+    isPending_ = isPending_ || hasChanged;
+    updateShown();
+}
+
+void TextBox::addCharacter(int character) {
+    DispatchScope const scope;
+    auto const code = static_cast<wchar_t>(static_cast<std::uint32_t>(character) & ~Key::shift);
+    if (!isAllowed(code)) return;
+    bool const overwrites = getEditMode() == eOverwriteMode && document().selection().isEmpty();
+    if (overwrites) engine().selectNextCharacter();
+    paste(Text(1, code));
+}
+
+void TextBox::erase(CharPos const& from, CharPos const& to, bool recordUndo) {
+    DispatchScope const scope;
+    noteEdit(engine().erase(from, to, recordUndo));
+}
+
+void TextBox::eraseSelectedText(bool recordUndo) {
+    DispatchScope const scope;
+    noteEdit(engine().eraseSelection(recordUndo));
+}
+
+void TextBox::selectAll() {
+    DispatchScope const scope;
+    engine().selectAll();
+    offerSelectionSoon();
+    updateShown();
+}
+
+void TextBox::cut() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    copy();
+    if (!life.alive()) return;
+    if (document().selection().isEmpty()) engine().selectAll();
+    eraseSelectedText(true);
+}
+
+void TextBox::paste(Text const& text) {
+    DispatchScope const scope;
+    noteEdit(engine().paste(text));
+}
+
+void TextBox::undo() {
+    DispatchScope const scope;
+    noteEdit(document().undo());
+}
+
+void TextBox::redo() {
+    DispatchScope const scope;
+    noteEdit(document().redo());
+}
+
+} // namespace wainscot

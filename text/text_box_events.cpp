@@ -1,0 +1,348 @@
+#include "host/base/host_value.h"
+#include "host/drawing/drawable.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+#include "host/services/clipboard.h"
+#include "host/services/clock.h"
+#include "text/text_box.h"
+#include "text/text_box_p.h"
+#include "text/text_line_view_p.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// Two clicks on boxes that cannot be edited are a double click within so many milliseconds.
+constexpr double doubleClickTime = 400;
+/// How often the text is scrolled while the pointer is held beside the box, and how soon after the last
+/// change a selection is offered to other programs, in milliseconds.
+constexpr double scrollPeriod = 40;
+constexpr double offerDelay = 200;
+
+/// When such a box was clicked last; one time for all of them.
+constinit HostValue<std::optional<double>> lastClick;
+
+} // namespace
+
+// Keys
+
+int TextBox::handleKeyboardEvent(int keyCode) {
+    if (wasOffered()) return unhandled;
+    if (!takesInput()) return handled;
+    return useKey(keyCode);
+}
+
+int TextBox::useKey(int keyCode) {
+    DispatchScope const scope;
+    RedrawHold const hold;
+    LifeGuard const life = guard();
+    FirstException thrown;
+    beginUserChange();
+    pauseFlash();
+    int answer = handled;
+    isInKey_ = true;
+    thrown.run([&] { answer = performKey(static_cast<std::uint32_t>(keyCode)); });
+    if (!life.alive()) return thrown.rethrow(), handled;
+    isInKey_ = false;
+    if (isOutdated_) thrown.run([&] { updateShown(); });
+    if (life.alive()) thrown.run([&] { tellChanged(keyCode); });
+    thrown.rethrow();
+    return answer;
+}
+
+int TextBox::performKey(std::uint32_t key) {
+    if (isPrintable(static_cast<int>(key))) {
+        addCharacter(static_cast<int>(key));
+        return handled;
+    }
+    TextSelection const before = document().selection();
+    if ((key & Key::shift) && !before.hasAnchor())
+        document().setSelection(document().cursor(), document().cursor());
+    if (!isEditingKeyAllowed(key)) return handled;
+    LifeGuard const life = guard();
+    bool const isShortcut = TextBoxBase::handleKeyboardEvent(static_cast<int>(key)) == handled;
+    if (!life.alive()) return handled;
+    Use const use = isShortcut ? Use::yes : performAction(key, before.hasAnchor());
+    if (use == Use::yes && life.alive()) followKey(key, before.hasAnchor());
+    // A key that means something elsewhere leaves no anchor here.
+    bool const isElsewhere = use == Use::no && Key::base(key) != Key::tab;
+    if (isElsewhere) document().setSelection(before.start, before.end);
+    return use == Use::no ? unhandled : handled;
+}
+
+/// With Shift the selection follows the cursor; else a selection from before the key is dropped.
+void TextBox::followKey(std::uint32_t key, bool hadAnchor) {
+    std::uint32_t const base = Key::base(key);
+    isOutdated_ = true;
+    if ((key & Key::shift) == 0) {
+        bool const isCopy = TextKeys::shortcutFor(key) == TextKeys::Shortcut::copy;
+        if (hadAnchor && !isCopy) document().dropSelection();
+        return;
+    }
+    if (base == Key::backspace || base == Key::del || (key & Key::meta)) return;
+    document().setSelection(std::max(document().selection().start, 0), document().cursor());
+    offerSelectionSoon();
+}
+
+TextBox::Use TextBox::performAction(std::uint32_t key, bool hadAnchor) {
+    auto const action = actionFor(TextKeys::actionTable, Key::base(key));
+    if (!action) return Use::no;
+    bool const byWord = (key & Key::ctrl) != 0;
+    switch (*action) {
+    case TextKeys::Action::backspace:
+        noteEdit(engine().eraseBackwards(byWord));
+        return Use::yes;
+    case TextKeys::Action::del:
+        noteEdit(engine().eraseForwards(byWord));
+        return Use::yes;
+    case TextKeys::Action::tab:
+        if ((key & Key::shift) && !(key & Key::meta))
+            document().setSelection(hadAnchor ? document().selection().start : 0, document().cursor());
+        return Use::no;
+    case TextKeys::Action::enter:
+        return performReturn(key);
+    case TextKeys::Action::escape:
+        performEscape();
+        return Use::yes;
+    case TextKeys::Action::home:
+        document().setCursor(0);
+        return Use::yes;
+    case TextKeys::Action::end:
+        document().setCursor(static_cast<int>(document().length()));
+        return Use::yes;
+    case TextKeys::Action::left:
+    case TextKeys::Action::right:
+        moveBy(key, *action == TextKeys::Action::left);
+        return Use::yes;
+    }
+    return Use::no;
+}
+
+/// Shift and Meta together select from the cursor to that end, and leave the cursor.
+void TextBox::moveBy(std::uint32_t key, bool backwards) {
+    int const cursor = document().cursor();
+    auto const length = static_cast<int>(document().length());
+    if (cursor == (backwards ? 0 : length)) return;
+    if ((key & Key::shift) && (key & Key::meta))
+        return document().setSelection(backwards ? 0 : cursor, backwards ? cursor : length);
+    bool const byWord = (key & Key::ctrl) != 0;
+    auto const method = backwards ? (byWord ? iFont::eSeekPrevWord : iFont::eSeekPrevChar)
+                                  : (byWord ? iFont::eSeekNextWord : iFont::eSeekNextChar);
+    document().setCursor(document().seek(cursor, method));
+}
+
+TextBox::Use TextBox::performReturn(std::uint32_t key) {
+    LifeGuard const life = guard();
+    FirstException thrown;
+    thrown.run([&] { handOverText(); });
+    if (life.alive()) thrown.run([&] { informOwner(eReturn, false, static_cast<int>(key)); });
+    // The owner may have closed it, or given the focus to something else.
+    if (life.alive()) thrown.run([&] { giveUpFocus(); });
+    thrown.rethrow();
+    return Use::last;
+}
+
+/// Undo brings back what was typed.
+void TextBox::performEscape() {
+    noteEdit(engine().replaceAll(textAtFocus_));
+    engine().selectAll();
+    setChanged(false);
+    isPending_ = false;
+}
+
+// Focus
+
+void TextBox::handleTabStopFocusReceipt(eDirection direction) {
+    if (isEditing_) return;
+    LifeGuard const life = guard();
+    TextBoxBase::handleTabStopFocusReceipt(direction);
+    if (life.alive() && isEditing_) selectAll();
+}
+
+void TextBox::handleKbdFocus() {
+    bool const hasFocus = get_kbd_focus() == this;
+    if (hasFocus == isEditing_) return TextBoxBase::handleKbdFocus();
+    if (hasFocus)
+        gainFocus();
+    else
+        loseFocus();
+}
+
+void TextBox::gainFocus() {
+    if (!takesInput()) return giveUpFocus();
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    isEditing_ = true;
+    if (!document().selection().isEmpty()) document().setCursor(document().selection().end);
+    textAtFocus_ = document().text();
+    if (!isPending_) handedOver_ = textAtFocus_;
+    if (showsGhost_) showAll();
+    updateVisibleWindow();
+    makeCaret({line_->displayX(document().cursor()), (height() - getFont().size) / 2});
+    if (!life.alive() || !isEditing_) return;
+    placeCaret();
+    beginInterception();
+    TextBoxBase::handleKbdFocus();
+    if (life.alive() && isEditing_) informOwner(eEditStart, false, 0);
+}
+
+void TextBox::loseFocus() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    FirstException thrown;
+    isEditing_ = false;
+    if (selecting_ && selecting_->offer.isRunning()) offerSelection();
+    endInterception();
+    document().setCursor(0);
+    document().dropSelection();
+    line_->resetScroll();
+    if (isGhostLabelVisible()) showAll();
+    updateVisibleWindow();
+    thrown.run([&] { removeCaret(); });
+    if (life.alive()) thrown.run([&] { TextBoxBase::handleKbdFocus(); });
+    if (life.alive()) thrown.run([&] { handOverText(); });
+    if (life.alive()) thrown.run([&] { informOwner(eEditEnd, false, 0); });
+    thrown.rethrow();
+}
+
+void TextBox::handleDetached() {
+    isEditing_ = false;
+    selecting_.reset();
+    endInterception();
+    Bindable::handleDetached();
+}
+
+// Pointer
+
+int TextBox::handleMouseEvent(Event const& event) {
+    if (isActive() && !isEditable()) return handleReadOnlyPress(event);
+    if (pressWithMiddle(event)) return handled;
+    return reactToPress(event) ? handled : TextBoxBase::handleMouseEvent(event);
+}
+
+int TextBox::handleReadOnlyPress(Event const& event) {
+    if (!mouse_left_event(event) || !mouse_down_event(event) || !isPlainEvent(event)) return unhandled;
+    double const now = service_get_msecs();
+    std::optional<double> const before = lastClick.get();
+    lastClick.set(now);
+    if (before && now - *before < doubleClickTime) informOwner(eDoubleClick, false, 0);
+    return handled;
+}
+
+int TextBox::indexAt(Event const& event) const {
+    return line_->indexAt(eventXYToGlobXY(event, *this).x);
+}
+
+bool TextBox::takeFocus() {
+    LifeGuard const life = guard();
+    if (!isEditing_) claimKbdFocus();
+    return life.alive() && isEditing_ && takesInput();
+}
+
+bool TextBox::pressWithMiddle(Event const& event) {
+    bool const isPress = mouse_middle_event(event) && mouse_down_event(event);
+    if (!isPress || !isPlainEvent(event) || !takesInput() || press().isHeld()) return false;
+    int const index = indexAt(event);
+    Text const text = WindowsClipboard::getSelection();
+    document().dropSelection();
+    document().setCursor(index);
+    if (!takeFocus()) return true;
+    document().dropSelection();
+    document().setCursor(index);
+    insertComposed(text);
+    return true;
+}
+
+/// A click puts the cursor, a second one selects the word and a third one everything. Shift takes the end of
+/// the selection to the pointer.
+bool TextBox::pressBegan(Event const& event) {
+    bool const extends = getModifier(event) == Key::shift && !mouse_chord_event(event);
+    if (!takesInput() || !selectsByPointer() || !(isPlainEvent(event) || extends)) return false;
+    int const index = indexAt(event);
+    unsigned int const number = press().number();
+    int const cursorBefore = document().cursor();
+    TextSelection const selectionBefore = document().selection();
+    int const anchor = extends && selectionBefore.hasAnchor() ? selectionBefore.start
+                       : extends                              ? cursorBefore
+                                                              : index;
+    // The view does not scroll to where the cursor was.
+    document().dropSelection();
+    document().setCursor(index);
+    if (!takeFocus() || number != press().number()) return true;
+    Selecting& state = selecting();
+    state.cursorBefore = cursorBefore;
+    state.selectionBefore = selectionBefore;
+    state.pointer = eventXYToGlobXY(event, *this);
+    bool const isWord = event.clicks() == 2 && !extends;
+    bool const isAll = event.clicks() > 2 && !extends;
+    state.unit = isAll ? Unit::all : isWord ? Unit::word : Unit::character;
+    state.pressed = isWord ? document().wordAt(index) : std::pair(anchor, anchor);
+    selectTo(index);
+    return true;
+}
+
+void TextBox::selectTo(int index) {
+    auto [from, to] = selecting().pressed;
+    int end = index;
+    if (selecting().unit == Unit::all) {
+        from = 0;
+        end = static_cast<int>(document().length());
+    } else if (selecting().unit == Unit::word) {
+        auto const [first, last] = document().wordAt(index);
+        bool const isBefore = index < from;
+        end = isBefore ? first : std::max(to, index > to ? last : to);
+        from = isBefore ? to : from;
+    }
+    engine().select(from, end);
+    updateShown();
+}
+
+void TextBox::pressMoved(Event const& event) {
+    if (!selecting_ || !isEditing_) return;
+    LifeGuard const life = guard();
+    selecting_->pointer = eventXYToGlobXY(event, *this);
+    selectTo(indexAt(event));
+    if (!life.alive()) return;
+    int const x = selecting_->pointer.x;
+    if (x >= 0 && x < width()) return selecting_->scroll.stop();
+    if (!selecting_->scroll.isRunning()) selecting_->scroll.start(scrollPeriod);
+}
+
+void TextBox::scrollWhileSelecting() {
+    if (!press().isHeld() || !isEditing_) return;
+    selecting_->scroll.start(scrollPeriod);
+    selectTo(line_->indexAt(selecting_->pointer.x));
+}
+
+void TextBox::pressEnded(PressEnd how) {
+    if (!selecting_) return;
+    selecting_->scroll.stop();
+    if (how == PressEnd::cancelled && isEditing_) {
+        TextSelection const before = selecting_->selectionBefore;
+        document().setCursor(selecting_->cursorBefore);
+        document().setSelection(before.start, before.end);
+        return updateShown();
+    }
+    offerSelection();
+}
+
+// The selection for other programs
+
+TextBox::Selecting& TextBox::selecting() {
+    if (!selecting_) selecting_ = std::make_unique<Selecting>(*this);
+    return *selecting_;
+}
+
+void TextBox::offerSelectionSoon() {
+    if (isEditing_) selecting().offer.start(offerDelay);
+}
+
+void TextBox::offerSelection() {
+    if (selecting_) selecting_->offer.stop();
+    if (!isObfuscatedDisplay() && !document().selection().isEmpty())
+        WindowsClipboard::addSelection(getSelectedText());
+}
+
+} // namespace wainscot

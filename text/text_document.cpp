@@ -1,0 +1,160 @@
+#include "text/text_document.h"
+
+#include "host/drawing/text_seek.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// How many characters round a place are looked at first.
+constexpr std::size_t neighbourhood = 160;
+/// A longer word is cut where a double click selects it.
+constexpr std::size_t longestWord = 2048;
+
+/// Part of a document, from some place before a gap to some place behind it.
+class Excerpt {
+public:
+    Excerpt(TextDocument const& document, std::size_t around, std::size_t reach)
+        : start_(startFor(document, around - std::min(around, reach))),
+          text_(document.substr(start_, around - start_ + reach)), length_(document.length()) {}
+
+    std::wstring_view view() const { return text_.view(); }
+    std::size_t toExcerpt(std::size_t index) const { return index - start_; }
+    std::size_t toDocument(std::size_t index) const { return index + start_; }
+    /// Whether the answer may be another one with more of the text.
+    bool isCutAt(std::size_t index) const {
+        return (index == 0 && start_ > 0) || (index == text_.size() && start_ + text_.size() < length_);
+    }
+
+private:
+    /// Flags are pairs of letters that are counted from the beginning of a row of them.
+    static std::size_t startFor(TextDocument const& document, std::size_t start) {
+        auto const isFlagLetter = [](wchar_t c) { return c >= 0x1F1E6 && c <= 0x1F1FF; };
+        while (start > 0 && start < document.length() && isFlagLetter(document.at(start))) --start;
+        return start;
+    }
+
+    std::size_t start_;
+    LightweightString<wchar_t> text_;
+    std::size_t length_;
+};
+
+} // namespace
+
+iTextView::~iTextView() = default;
+
+int TextDocument::clamped(int index) const {
+    return std::clamp(index, 0, static_cast<int>(length()));
+}
+
+LightweightString<wchar_t> TextDocument::substr(std::size_t index, std::size_t count) const {
+    index = std::min(index, length());
+    count = std::min(count, length() - index);
+    auto const [before, behind] = buffer_.parts(index, count);
+    LightweightString<wchar_t> part;
+    part.reserve(count);
+    return part.append(before).append(behind);
+}
+
+LightweightString<wchar_t> const& TextDocument::text() const {
+    if (textRevision_ != revision_) text_ = substr(0, length());
+    textRevision_ = revision_;
+    return text_;
+}
+
+bool TextDocument::holds(std::size_t index, std::wstring_view text) const {
+    auto const [before, behind] = buffer_.parts(index, text.size());
+    return before == text.substr(0, before.size()) && behind == text.substr(before.size());
+}
+
+void TextDocument::change(std::size_t index, std::size_t count, std::wstring_view text) {
+    buffer_.replace(index, count, text);
+    ++revision_;
+    text_.clear();
+    selection_ = {};
+    if (view_) view_->textEdited({index, count, text});
+}
+
+bool TextDocument::setText(LightweightString<wchar_t> const& text) {
+    LightweightString<wchar_t> const kept = text;
+    if (kept.size() == length() && holds(0, kept.view())) return false;
+    history_.clear();
+    change(0, length(), kept.view());
+    text_ = kept;
+    textRevision_ = revision_;
+    cursor_ = clamped(cursor_);
+    return true;
+}
+
+bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, bool record) {
+    LightweightString<wchar_t> const kept = text;
+    auto const from = static_cast<std::size_t>(clamped(index));
+    auto const removed = std::min(static_cast<std::size_t>(std::max(count, 0)), length() - from);
+    int const before = cursor_;
+    cursor_ = static_cast<int>(from + kept.size());
+    if (record) history_.add({substr(from, removed), kept, before, cursor_});
+    if (removed == kept.size() && holds(from, kept.view())) {
+        selection_ = {};
+        return false;
+    }
+    change(from, removed, kept.view());
+    return true;
+}
+
+void TextDocument::addUndoItem(HistoryItem item) {
+    item.cursorBefore = std::max(item.cursorBefore, 0);
+    item.cursorAfter = std::max(item.cursorAfter, 0);
+    history_.add(item);
+}
+
+void TextDocument::setSelection(int start, int end) {
+    selection_ = start < 0 ? TextSelection() : TextSelection{clamped(start), clamped(end)};
+}
+
+LightweightString<wchar_t> TextDocument::selectedText() const {
+    auto const first = static_cast<std::size_t>(selection_.first());
+    return substr(first, static_cast<std::size_t>(selection_.last()) - first);
+}
+
+int TextDocument::seek(int from, iFont::eCharSeekMethod method, int index) const {
+    if (method == iFont::eSeekStart) return 0;
+    if (method == iFont::eSeekEnd) return static_cast<int>(length());
+    if (method == iFont::eSeekAbsolute) return clamped(index < 0 ? from : index);
+    auto const start = static_cast<std::size_t>(clamped(from));
+    for (std::size_t reach = neighbourhood;; reach *= 4) {
+        Excerpt const near(*this, start, reach);
+        std::size_t const found = Glib::seekInText(near.view(), near.toExcerpt(start), method);
+        if (!near.isCutAt(found)) return static_cast<int>(near.toDocument(found));
+    }
+}
+
+std::pair<int, int> TextDocument::wordAt(int index) const {
+    auto const place = static_cast<std::size_t>(clamped(index));
+    Excerpt const near(*this, place, longestWord);
+    auto const [from, to] = Glib::wordInText(near.view(), near.toExcerpt(place));
+    return {static_cast<int>(near.toDocument(from)), static_cast<int>(near.toDocument(to))};
+}
+
+bool TextDocument::undo() {
+    UndoHistory::Group const* const group = history_.undo();
+    if (!group) return false;
+    for (auto item = group->rbegin(); item != group->rend(); ++item) {
+        replace(item->position(), static_cast<int>(item->inserted.size()), item->removed, false);
+        setCursor(item->cursorBefore);
+    }
+    return true;
+}
+
+bool TextDocument::redo() {
+    UndoHistory::Group const* const group = history_.redo();
+    if (!group) return false;
+    for (HistoryItem const& item : *group) {
+        replace(item.position(), static_cast<int>(item.removed.size()), item.inserted, false);
+        setCursor(item.cursorAfter);
+    }
+    return true;
+}
+
+} // namespace wainscot

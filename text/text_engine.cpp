@@ -1,0 +1,95 @@
+#include "text/text_engine.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+using Text = LightweightString<wchar_t>;
+
+} // namespace
+
+/// A text that may be entered as it is, is not copied.
+Text TextEngine::kept(Text const& text, std::size_t length) const {
+    std::size_t room = text.size();
+    if (std::uint64_t const limit = rules_.sizeLimit(); limit > 0)
+        room = limit > length ? static_cast<std::size_t>(limit - length) : 0;
+    auto const isAllowed = [this](wchar_t c) { return rules_.isAllowed(c); };
+    bool const isWhole = text.size() <= room && std::ranges::all_of(text.view(), isAllowed);
+    if (isWhole) return text;
+    Text result;
+    for (wchar_t const c : text.view()) {
+        if (result.size() >= room) break;
+        if (isAllowed(c)) result.push_back(c);
+    }
+    return result;
+}
+
+bool TextEngine::paste(Text const& text) {
+    TextSelection const selection = document_.selection();
+    bool const replaces = !selection.isEmpty();
+    int const from = replaces ? selection.first() : document_.cursor();
+    int const count = selection.last() - selection.first();
+    Text const entered = kept(text, document_.length() - static_cast<std::size_t>(count));
+    if (entered.empty() && !replaces) return false;
+    return document_.replace(from, count, entered, true);
+}
+
+void TextEngine::selectNextCharacter() {
+    int const cursor = document_.cursor();
+    int const next = document_.seek(cursor, iFont::eSeekNextChar);
+    if (next > cursor) document_.setSelection(cursor, next);
+}
+
+bool TextEngine::erase(CharPos from, CharPos to, bool recordUndo) {
+    int const most = static_cast<int>(document_.length());
+    int const first = std::clamp(std::min(from.index, to.index), 0, most);
+    int const last = std::clamp(std::max(from.index, to.index), 0, most);
+    return first < last && document_.replace(first, last - first, {}, recordUndo);
+}
+
+bool TextEngine::eraseSelection(bool recordUndo) {
+    TextSelection const selection = document_.selection();
+    return erase(selection.first(), selection.last(), recordUndo);
+}
+
+bool TextEngine::eraseBackwards(bool byWord) {
+    if (!document_.selection().isEmpty()) return eraseSelection(true);
+    int const cursor = document_.cursor();
+    return erase(document_.seek(cursor, byWord ? iFont::eSeekPrevWord : iFont::eSeekPrevChar), cursor, true);
+}
+
+bool TextEngine::eraseForwards(bool byWord) {
+    if (!document_.selection().isEmpty()) return eraseSelection(true);
+    int const cursor = document_.cursor();
+    return erase(cursor, document_.seek(cursor, byWord ? iFont::eSeekNextWord : iFont::eSeekNextChar), true);
+}
+
+bool TextEngine::replaceAll(Text const& text) {
+    if (document_.text() != text)
+        return document_.replace(0, static_cast<int>(document_.length()), text, true);
+    document_.setCursor(static_cast<int>(document_.length()));
+    return false;
+}
+
+void TextEngine::selectAll() {
+    auto const length = static_cast<int>(document_.length());
+    document_.setCursor(length);
+    if (length > 0) document_.setSelection(0, length);
+}
+
+void TextEngine::select(CharPos from, CharPos to) {
+    document_.setCursor(to.index);
+    document_.setSelection(std::max(from.index, 0), to.index);
+    if (document_.selection().isEmpty()) document_.dropSelection();
+}
+
+void TextEngine::extendTo(CharPos place) {
+    TextSelection const selection = document_.selection();
+    int const start = selection.hasAnchor() ? selection.start : document_.cursor();
+    document_.setCursor(place.index);
+    document_.setSelection(start, place.index);
+}
+
+} // namespace wainscot

@@ -1,0 +1,65 @@
+#include "text/text_line_view_p.h"
+
+#include "host/drawing/canvas_renderer.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+void TextLineView::show(LightweightString<wchar_t> const& text, std::size_t length) {
+    shown_.setText(text.view());
+    length_ = length;
+}
+
+void TextLineView::edit(TextEdit const& edit, std::wstring_view inserted) {
+    shown_.replace(edit.index, edit.removed, inserted);
+    length_ = length_ - edit.removed + inserted.size();
+}
+
+void TextLineView::place(int width, int leftMargin, int rightMargin, TextAlignment alignment, int cursor) {
+    int const text = textWidth();
+    int const room = width - leftMargin - rightMargin;
+    origin_ = alignment == eAlignRight    ? width - rightMargin - text
+              : alignment == eAlignCentre ? (width - text) / 2
+                                          : leftMargin;
+    if (room > text) {
+        scroll_ = 0;
+        return;
+    }
+    int const left = leftMargin + scroll_;
+    int const right = left + room;
+    int const caret = gapX(cursor) + origin_;
+    int const end = origin_ + text;
+    if (caret < left)
+        scroll_ -= left - caret;
+    else if (caret > right)
+        scroll_ += caret - right;
+    else if (left > origin_ && right > end)
+        scroll_ -= right - end;
+    else if (left < origin_ && right < end)
+        scroll_ += origin_ - left;
+}
+
+int TextLineView::indexAt(int displayX) const {
+    int const x = std::max(displayX + scroll_ - origin_, 0);
+    return static_cast<int>(std::min(shown_.indexAt(x), length_));
+}
+
+void TextLineView::draw(CanvasRenderer& renderer, XY<int> const& box, IntBox const& clip, int baseline,
+                        TextSelection const& selection, Colours const& colours) const {
+    XY<int> const place{box.x + origin_ - scroll_, box.y + baseline};
+    renderer.setClipRect(clip);
+    shown_.draw(renderer, place, colours.text);
+    if (!selection.isEmpty()) {
+        int const from = gapX(selection.first()) + place.x;
+        int const to = gapX(selection.last()) + place.x;
+        IntBox const part =
+            IntBox(std::min(from, to), clip.y1, std::max(from, to), clip.y2).intersection(clip);
+        renderer.setClipRect(part);
+        renderer.renderPrimitive(Glib::RectDescription(part, colours.selection));
+        shown_.draw(renderer, place, colours.selectedText);
+    }
+    renderer.clearClipRect();
+}
+
+} // namespace wainscot

@@ -1,0 +1,53 @@
+#include "text/text_rules.h"
+
+#include "host/events/key_codes.h"
+
+#include <algorithm>
+
+namespace wainscot {
+
+namespace {
+
+/// Control characters; none of them can be entered.
+constexpr int lastControl = 31;
+/// Never on the code of a character.
+constexpr std::uint32_t reservedFlag = 0x20000000;
+
+} // namespace
+
+bool TextRules::isPrintable(int keyCode) {
+    constexpr std::uint32_t flags = reservedFlag | Key::special | Key::alt | Key::ctrl | Key::meta;
+    auto const code = static_cast<std::uint32_t>(keyCode);
+    return (code & flags) == 0 && static_cast<int>(code & ~Key::shift) > lastControl;
+}
+
+void TextRules::setCharacters(LightweightString<wchar_t> const& characters,
+                              eCharacterRestriction restriction) {
+    characters_ = characters;
+    restriction_ = restriction;
+    sorted_.assign(characters_.begin(), characters_.end());
+    std::ranges::sort(sorted_);
+}
+
+bool TextRules::isListed(wchar_t character) const {
+    return std::ranges::binary_search(sorted_, character);
+}
+
+bool TextRules::isRestricted(wchar_t character) const {
+    switch (restriction_) {
+    case eOnlyCharacters:
+        return !isListed(character);
+    case eNotCharacters:
+        return isListed(character);
+    case eNoRestriction:
+        break;
+    }
+    return false;
+}
+
+bool TextRules::isAllowed(wchar_t character) const {
+    auto const code = static_cast<std::uint32_t>(character);
+    return (code & Key::special) == 0 && code > lastControl && !isRestricted(character);
+}
+
+} // namespace wainscot

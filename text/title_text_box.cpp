@@ -1,0 +1,28 @@
+#include "text/title_text_box_p.h"
+
+namespace wainscot {
+
+TextBox::InitArgs TitleTextBox::argsFor(StandardPanel const& panel, Text const& title,
+                                        Glib::FontDesc const& font) {
+    unsigned short const button = UifStd::getButtonHeight();
+    InitArgs args(button, button, title);
+    args.palette = panel.getColoursForWidgets();
+    args.font = font;
+    return args;
+}
+
+TitleTextBox::TitleTextBox(StandardPanel& panel, Text const& title, Glib::FontDesc const& font)
+    : TextBox(argsFor(panel, title, font)) {
+    auto const telling = [&](eCallbackEvent event, void (StandardPanel::*tell)()) {
+        requestCallback(
+            makeCallback<int, NotifyMsg>([owner = HandlerRef<StandardPanel>(&panel), tell](NotifyMsg const&) {
+                if (StandardPanel* const live = owner.get()) (live->*tell)();
+                return 1;
+            }),
+            event);
+    };
+    telling(eChanged, &StandardPanel::handleTitleTyped);
+    telling(eEditEnd, &StandardPanel::handleTitleEdited);
+}
+
+} // namespace wainscot
