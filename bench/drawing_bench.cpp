@@ -185,33 +185,68 @@ void benchMeasuring() {
     check(sum > 0, "nothing was measured");
 }
 
-/// A line of words of 26 letters from `letter` on: it is set as a whole, then typed into.
-void benchLine(wchar_t letter, char const* setting, char const* typing) {
+/// Words of 26 letters from `letter` on, each with a blank behind it.
+std::wstring wordsOf(wchar_t letter, int length) {
     std::wstring text;
-    for (int i = 0; i < 1000000; ++i)
-        text += i % 6 == 5 ? L' ' : static_cast<wchar_t>(letter + (i * 7919) % 26);
+    for (int i = 0; i < length; ++i)
+        text += i % 6 == 5 ? L' ' : static_cast<wchar_t>(letter + i % 26 * 7919 % 26);
+    return text;
+}
+
+/// The median times in milliseconds until a text is set, and until its end is found.
+void benchSetting(std::string const& name, std::wstring const& characters) {
+    LightweightString<wchar_t> const text((std::wstring_view(characters)));
+    std::vector<double> setting, measuring;
+    for (int r = 0; r < repetitions; ++r) {
+        Glib::LongText line(Glib::loadFont({"DejaVu Sans", 12}));
+        double const start = now();
+        line.setText(text);
+        setting.push_back(now() - start);
+        check(line.gapX(text.size()) == line.width() || line.gapX(0) == line.width(), "the end is elsewhere");
+        measuring.push_back(now() - start);
+    }
+    report((name + ": set " + std::to_string(text.size()) + " characters").c_str(), "ms", median(setting),
+           nullptr);
+    report((name + ": set and measure").c_str(), "ms", median(measuring), nullptr);
+}
+
+/// Words are typed into the middle of a line and taken out again, a letter at a time; each time what can be
+/// seen is drawn.
+void benchTyping(std::string const& name, std::wstring const& text) {
+    constexpr std::size_t typed = 200;
     Glib::LongText line(Glib::loadFont({"DejaVu Sans", 12}));
-    double const start = now();
     line.setText(text);
-    report(setting, "ms", now() - start, nullptr);
     Window window;
-    std::size_t at = 500000;
+    window.paint([&](Canvas& canvas) {
+        CanvasRenderer renderer(&canvas, {0, 0, 600, 32});
+        renderer.renderPrimitive(Glib::RectDescription(IntBox(0, 0, 600, 32), Colour(1, 1, 1)));
+    });
+    std::size_t step = 0;
+    std::size_t at = text.size() / 2;
     double const key = microsecondsPerCall([&] {
-        line.replace(at++, 0, {&letter, 1});
+        bool const types = step++ % (2 * typed) < typed;
+        if (types) {
+            line.replace(at, 0, {&text[at % 12], 1});
+            ++at;
+        } else
+            line.replace(--at, 1, {});
         int const left = line.gapX(at) - 300;
         window.paint([&](Canvas& canvas) {
             CanvasRenderer renderer(&canvas, {0, 0, 600, 32});
-            renderer.renderPrimitive(Glib::RectDescription(IntBox(0, 0, 600, 32), Colour(1, 1, 1)));
             line.draw(renderer, {-left, 10}, Colour());
         });
     });
-    report(typing, "us", key, &window.surface);
+    report(name.c_str(), "us", key, &window.surface);
 }
 
 void benchLongText() {
-    benchLine(L'a', "long text: set 1,000,000 characters", "long text: type in the middle");
-    benchLine(L'\u05D0', "right-to-left text: set 1,000,000 characters",
-              "right-to-left text: type in the middle");
+    for (int const length : {100, 10000, 1000000})
+        benchTyping("long text: type into " + std::to_string(length) + " characters", wordsOf(L'a', length));
+    benchSetting("long text", wordsOf(L'a', 1000000));
+    for (int const length : {10000, 1000000})
+        benchTyping("right-to-left text: type into " + std::to_string(length) + " characters",
+                    wordsOf(L'\u05D0', length));
+    benchSetting("right-to-left text", wordsOf(L'\u05D0', 1000000));
 }
 
 } // namespace

@@ -324,6 +324,39 @@ TEST(LongText, EditsLikeAStringAndMeasuresLikeTheFont) {
     EXPECT_EQ(text.indexAt(100), 0U);
 }
 
+TEST(LongText, PlacesStayRightWhereverTheTextIsChanged) {
+    std::mt19937 random(16);
+    // All of its characters are equally wide, whatever stands beside them.
+    Glib::LongText text(Glib::loadFont({"DejaVu Sans Mono", 15}));
+    text.setText(std::wstring(64, L'x'));
+    double const wide = text.width() / 64.0;
+    auto const x = [&](std::size_t index) { return std::lround(static_cast<double>(index) * wide); };
+    std::wstring reference(64, L'x');
+    for (int round = 0; round < 1500; ++round) {
+        std::size_t const index = random() % 3 ? reference.size() / 3 : random() % (reference.size() + 1);
+        std::size_t const count = random() % 40 ? random() % 3 : random() % 4000;
+        std::wstring const added(random() % 40 ? random() % 4 : random() % 5000,
+                                 static_cast<wchar_t>(L'a' + round % 26));
+        if (round % 2)
+            text.replace(index, count, added);
+        else
+            text.replace(index, count, LightweightString<wchar_t>(std::wstring_view(added)));
+        reference.replace(index, std::min(count, reference.size() - index), added);
+        std::size_t const probe = random() % (reference.size() + 1);
+        if (random() % 3 == 0) {
+            ASSERT_EQ(text.gapX(probe), x(probe)) << round;
+        }
+        if (random() % 5 == 0) {
+            ASSERT_EQ(text.indexAt(static_cast<int>(x(probe))), probe) << round;
+        }
+        if (random() % 7 == 0) {
+            ASSERT_EQ(text.width(), x(reference.size())) << round;
+        }
+        ASSERT_EQ(text.substr(probe, 20), reference.substr(probe, 20)) << round;
+    }
+    EXPECT_EQ(text.substr(0, text.length()), reference);
+}
+
 TEST(LongText, MeasuresWordsOfSeveralScriptsAsTheyAreLaidOut) {
     std::wstring whole;
     for (std::size_t i = 0; whole.size() < 20000; ++i) {

@@ -203,8 +203,24 @@ double BidiLine::gap(std::size_t index) const {
                                         [](std::size_t i, Part const& part) { return i < part.start; });
     Part const& part = *(after - 1);
     Layouts layouts(*this);
-    Piece const piece = layouts.pieceOf(part);
+    return gapInPart(part, layouts.pieceOf(part), index);
+}
+
+double BidiLine::gapInPart(Part const& part, Piece const& piece, std::size_t index) const {
     return part.left + static_cast<double>(piece.layout->gap(index - starts_[part.block]) - piece.left);
+}
+
+BidiLine::Extent BidiLine::extent(std::size_t part, std::size_t first, std::size_t last,
+                                  Layouts& layouts) const {
+    Part const& place = parts_[part];
+    Extent all{place.left, place.left + static_cast<double>(place.width)};
+    bool const rightToLeft = blocks_[place.block]->levels[place.index] & 1;
+    // The gap behind the last character may stand elsewhere.
+    if (first > place.start)
+        (rightToLeft ? all.right : all.left) = gapInPart(place, layouts.pieceOf(place), first);
+    if (last < endOf(part))
+        (rightToLeft ? all.left : all.right) = gapInPart(place, layouts.pieceOf(place), last);
+    return all;
 }
 
 void BidiLine::Nearest::take(std::size_t other, double away) {
@@ -219,8 +235,7 @@ void BidiLine::searchPart(std::size_t part, double x, Layouts& layouts, Nearest&
     std::size_t const start = starts_[place.block];
     for (std::size_t i = place.start; i < endOf(part); ++i) {
         if (!piece.layout->isStop(i - start)) continue;
-        double const gap = place.left + static_cast<double>(piece.layout->gap(i - start) - piece.left);
-        nearest.take(i, std::abs(gap - x));
+        nearest.take(i, std::abs(gapInPart(place, piece, i) - x));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "host/drawing/bidi_levels_p.h"
 #include "host/drawing/font_p.h"
 
+#include <algorithm>
 #include <memory>
 #include <span>
 #include <string>
@@ -52,7 +53,28 @@ public:
         }
     }
 
+    /// Calls `visit(left, right)` with what the characters from `from` up to `to` cover between two places,
+    /// from left to right, part by part.
+    template <class Visit>
+    void forEachCovered(std::size_t from, std::size_t to, double left, double right, Visit visit) const {
+        Layouts layouts(*this);
+        for (std::size_t i = firstEndingAfter(left); i < fromLeft_.size(); ++i) {
+            auto const part = static_cast<std::size_t>(fromLeft_[i]);
+            if (parts_[part].left > right) return;
+            std::size_t const first = std::max(from, parts_[part].start);
+            std::size_t const last = std::min(to, endOf(part));
+            if (first >= last) continue;
+            Extent const covered = extent(part, first, last, layouts);
+            visit(covered.left, covered.right);
+        }
+    }
+
 private:
+    /// Places on the line.
+    struct Extent {
+        double left;
+        double right;
+    };
     /// Characters of one block and one level.
     struct Part {
         std::size_t start;
@@ -99,6 +121,9 @@ private:
     std::wstring_view textOf(std::size_t block) const;
     TextLayoutPtr layoutOf(std::size_t block) const;
     std::size_t endOf(std::size_t part) const;
+    double gapInPart(Part const& part, Piece const& piece, std::size_t index) const;
+    /// What characters of a part cover.
+    Extent extent(std::size_t part, std::size_t first, std::size_t last, Layouts& layouts) const;
     std::size_t firstEndingAfter(double x) const;
     void searchPart(std::size_t part, double x, Layouts& layouts, Nearest& nearest) const;
 

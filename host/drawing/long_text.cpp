@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 namespace wainscot::Glib {
 namespace {
@@ -15,6 +16,8 @@ namespace {
 constexpr std::size_t roomyLength = TextLayout::maxLength / 2;
 /// An edited block that is shorter is joined with the next one.
 constexpr std::size_t shortLength = 32;
+/// Longer texts are not copied into the blocks at their ends, but bring blocks of their own.
+constexpr std::size_t longLength = 4 * TextLayout::maxLength;
 
 int rounded(double x) {
     constexpr double most = 1 << 30;
@@ -32,39 +35,68 @@ std::size_t nextLength(std::wstring_view text, std::size_t target) {
     return target;
 }
 
+/// The last of `count` blocks that `isNotBehind`; the first when all are.
+template <class IsNotBehind>
+std::size_t lastBlock(std::size_t count, IsNotBehind isNotBehind) {
+    auto const blocks = std::views::iota(std::size_t(0), count);
+    auto const behind = std::ranges::partition_point(blocks, isNotBehind) - blocks.begin();
+    return behind == 0 ? 0 : static_cast<std::size_t>(behind) - 1;
+}
+
+/// Puts `fresh` in the place of `count` elements.
+template <class Element>
+void exchangeIn(std::vector<Element>& all, std::size_t first, std::size_t count, std::vector<Element> fresh) {
+    auto const at = all.begin() + static_cast<std::ptrdiff_t>(first);
+    auto const end = at + static_cast<std::ptrdiff_t>(count);
+    auto const kept = static_cast<std::ptrdiff_t>(std::min(fresh.size(), count));
+    std::move(fresh.begin(), fresh.begin() + kept, at);
+    if (fresh.size() > count)
+        all.insert(end, std::make_move_iterator(fresh.begin() + kept), std::make_move_iterator(fresh.end()));
+    else
+        all.erase(at + kept, end);
+}
+
 } // namespace
 
-/// The width of a block that runs from left to right only. Other blocks are counted and measured with their
-/// line.
-double LongText::measure(std::wstring_view piece) {
-    std::optional<double> const width = font_ ? Font::of(*font_).plainWidth(piece) : std::nullopt;
-    if (!width && Bidi::mayTurn(piece)) ++turning_;
-    return width.value_or(0);
+std::size_t LongText::blockOf(std::size_t index) const {
+    return lastBlock(blocks_.size(), [&](std::size_t block) { return place(block).start <= index; });
 }
 
-std::vector<LongText::Block> LongText::cut(std::wstring_view text, std::size_t target) {
-    std::vector<Block> blocks;
+std::size_t LongText::blockAt(double x) const {
+    while (measured_ < blocks_.size() && place(measured_).left <= x) measureBefore(measured_ + 1);
+    return lastBlock(measured_, [&](std::size_t block) { return place(block).left <= x; });
+}
+
+/// Blocks that may turn their line are measured with it.
+void LongText::measureBefore(std::size_t block) const {
+    for (; measured_ < block; ++measured_) {
+        Block const& next = blocks_[measured_];
+        if (next.width < 0) next.width = font_ ? Font::of(*font_).plainWidth(next.text).value_or(0) : 0;
+        double const right = place(measured_).left + next.width;
+        places_[measured_ + 1].left = measured_ + 1 < settled_ ? right : right - shift_.left;
+    }
+}
+
+void LongText::cut(std::vector<Block>& blocks, Text const& text, std::size_t target) {
     for (std::size_t start = 0; start < text.size();) {
-        std::wstring_view const piece = text.substr(start, nextLength(text.substr(start), target));
-        blocks.push_back({std::wstring(piece), measure(piece)});
-        start += piece.size();
+        std::wstring_view const rest = text.view().substr(start);
+        blocks.push_back({text, rest.substr(0, nextLength(rest, target))});
+        start += blocks.back().text.size();
     }
-    return blocks;
 }
 
-void LongText::sumFrom(std::size_t block) {
-    starts_.resize(blocks_.size());
-    lefts_.resize(blocks_.size());
-    std::size_t start = block == 0 ? 0 : starts_[block - 1] + blocks_[block - 1].text.size();
-    double left = block == 0 ? 0 : lefts_[block - 1] + blocks_[block - 1].width;
-    for (; block < blocks_.size(); ++block) {
-        starts_[block] = start;
-        lefts_[block] = left;
-        start += blocks_[block].text.size();
-        left += blocks_[block].width;
-    }
-    length_ = start;
-    width_ = left;
+std::size_t LongText::countTurning(std::span<Block const> blocks) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(blocks, [](Block const& block) { return Bidi::mayTurn(block.text); }));
+}
+
+/// Afterwards that many places need no shift.
+void LongText::settle(std::size_t places) {
+    if (settled_ == places_.size()) shift_ = {};
+    if (shift_.start == 0 && shift_.left == 0) settled_ = places;
+    Place const back{0 - shift_.start, -shift_.left};
+    for (; settled_ < places; ++settled_) places_[settled_] = sum(places_[settled_], shift_);
+    for (; settled_ > places; --settled_) places_[settled_ - 1] = sum(places_[settled_ - 1], back);
 }
 
 /// Orders a line with text from right to left again, after blocks were exchanged.
@@ -78,112 +110,176 @@ void LongText::order(std::size_t first, std::size_t removed, std::size_t added) 
     }
     std::vector<std::size_t> lengths;
     std::wstring text;
-    text.reserve(length_);
+    text.reserve(length());
     for (Block const& block : blocks_) {
         lengths.push_back(block.text.size());
         text += block.text;
     }
     line_ = std::make_shared<BidiLine const>(Font::of(*font_), std::move(text), lengths, known);
-    width_ = line_->width();
 }
 
-void LongText::setText(std::wstring_view text) {
-    turning_ = 0;
+void LongText::share(Text const& text) {
     line_.reset();
-    blocks_ = cut(text, TextLayout::maxLength);
-    sumFrom(0);
-    order(0, 0, 0);
+    std::vector<Block> blocks;
+    cut(blocks, text, TextLayout::maxLength);
+    measured_ = 0;
+    exchange(0, blocks_.size(), std::move(blocks));
 }
 
 void LongText::setFont(Qv::Ptr<iFont> font) {
     if (font == font_) return;
     line_.reset();
     font_ = std::move(font);
-    turning_ = 0;
-    for (Block& block : blocks_) block.width = measure(block.text);
-    sumFrom(0);
+    for (Block& block : blocks_) block.width = -1;
+    measured_ = 0;
     order(0, 0, 0);
 }
 
-LongText::Place LongText::placeOf(std::size_t index) const {
-    if (starts_.empty()) return {};
-    auto const after = std::upper_bound(starts_.begin(), starts_.end(), index);
-    auto const block = static_cast<std::size_t>(after - starts_.begin() - 1);
-    return {block, starts_[block]};
+void LongText::replace(std::size_t index, std::size_t count, std::wstring_view text) {
+    replaceBy(index, count, text, text.size() > longLength ? Text(text) : Text());
 }
 
-void LongText::replace(std::size_t index, std::size_t count, std::wstring_view text) {
-    index = std::min(index, length_);
-    count = std::min(count, length_ - index);
+void LongText::replaceBy(std::size_t index, std::size_t count, std::wstring_view text, Text const& whole) {
+    index = std::min(index, length());
+    count = std::min(count, length() - index);
     if (count == 0 && text.empty()) return;
-    if (blocks_.empty()) return setText(text);
-    Place const first = placeOf(index);
+    if (blocks_.empty()) return share(whole.empty() ? Text(text) : whole);
+    Edit const edit = editAt(index, count, text.size());
+    std::vector<Block> fresh;
+    if (text.size() > longLength)
+        fresh = blocksOfLong(edit, whole);
+    else
+        cut(fresh, joined(edit.before, text, edit.after), roomyLength);
+    exchange(edit.first, edit.count, std::move(fresh));
+}
+
+/// `added` characters come in the place of `count` others.
+LongText::Edit LongText::editAt(std::size_t index, std::size_t count, std::size_t added) const {
     std::size_t const end = index + count;
-    std::size_t last = placeOf(end).block;
-    std::size_t from = first.block;
+    std::size_t first = blockOf(index);
+    std::size_t stop = blockOf(end) + 1;
     // At the seam of two blocks a new character may belong to the cluster at its other side.
-    if (index == first.start && from > 0) --from;
-    if (end >= starts_[last] + blocks_[last].text.size() && last + 1 < blocks_.size()) ++last;
+    if (index == place(first).start && first > 0) --first;
+    if (end == place(stop).start && stop < blocks_.size()) ++stop;
+    std::size_t const start = place(first).start;
+    std::size_t const left = place(stop).start - start - count + added;
+    if (left < shortLength && stop < blocks_.size()) ++stop;
+    return {first, stop - first, {start, index}, {end, place(stop).start}};
+}
 
-    std::wstring merged;
-    for (std::size_t i = from; i <= last; ++i) merged += blocks_[i].text;
-    merged.replace(index - starts_[from], count, text);
-    if (merged.size() < shortLength && last + 1 < blocks_.size()) merged += blocks_[++last].text;
-
-    exchange(from, last + 1 - from, cut(merged, roomyLength));
+/// Only its first and its last block meet others.
+std::vector<LongText::Block> LongText::blocksOfLong(Edit const& edit, Text const& text) const {
+    std::vector<Block> own;
+    cut(own, text, TextLayout::maxLength);
+    std::vector<Block> blocks;
+    blocks.reserve(own.size() + 4);
+    cut(blocks, joined(edit.before, own.front().text, {}), roomyLength);
+    blocks.insert(blocks.end(), own.begin() + 1, own.end() - 1);
+    cut(blocks, joined({}, own.back().text, edit.after), roomyLength);
+    return blocks;
 }
 
 void LongText::exchange(std::size_t first, std::size_t count, std::vector<Block> fresh) {
-    auto const at = blocks_.begin() + static_cast<std::ptrdiff_t>(first);
-    auto const end = at + static_cast<std::ptrdiff_t>(count);
-    if (turning_ > 0)
-        turning_ -= static_cast<std::size_t>(
-            std::count_if(at, end, [](Block const& block) { return Bidi::mayTurn(block.text); }));
+    settle(first + count + 1);
+    Place const before = places_[first + count];
+    std::size_t const knownBehind = measured_ - std::min(measured_, first + count);
     std::size_t const added = fresh.size();
-    auto const kept = static_cast<std::ptrdiff_t>(std::min(added, count));
-    std::move(fresh.begin(), fresh.begin() + kept, at);
-    if (added > count)
-        blocks_.insert(end, std::make_move_iterator(fresh.begin() + kept),
-                       std::make_move_iterator(fresh.end()));
-    else
-        blocks_.erase(at + kept, end);
-    sumFrom(first);
+    std::vector<Place> ends(added, places_[first]);
+    for (std::size_t i = 0; i < added; ++i)
+        ends[i].start = (i == 0 ? places_[first] : ends[i - 1]).start + fresh[i].text.size();
+    if (turning_ > 0) turning_ -= countTurning(std::span(blocks_).subspan(first, count));
+    turning_ += countTurning(fresh);
+    exchangeIn(places_, first + 1, count, std::move(ends));
+    exchangeIn(blocks_, first, count, std::move(fresh));
+
+    settled_ = first + added + 1;
+    shift_.start += places_[first + added].start - before.start;
+    measured_ = std::min(measured_, first);
+    if (knownBehind > 0) {
+        measureBefore(first + added);
+        shift_.left += places_[first + added].left - before.left;
+        measured_ += knownBehind;
+    }
     order(first, count, added);
 }
 
+template <class String>
+void LongText::append(String& string, Range range) const {
+    for (std::size_t block = blockOf(range.from); range.from < range.to; ++block) {
+        std::wstring_view const text = blocks_[block].text;
+        std::size_t const skipped = range.from - place(block).start;
+        std::size_t const taken = std::min(text.size() - skipped, range.to - range.from);
+        string.append(text.substr(skipped, taken));
+        range.from += taken;
+    }
+}
+
+LongText::Text LongText::joined(Range before, std::wstring_view text, Range after) const {
+    Text all;
+    all.reserve(before.to - before.from + text.size() + after.to - after.from);
+    append(all, before);
+    all.append(text);
+    append(all, after);
+    return all;
+}
+
 std::wstring LongText::substr(std::size_t index, std::size_t count) const {
-    index = std::min(index, length_);
-    count = std::min(count, length_ - index);
+    index = std::min(index, length());
+    count = std::min(count, length() - index);
     std::wstring part;
     part.reserve(count);
-    for (Place at = placeOf(index); part.size() < count; ++at.block) {
-        std::size_t const skipped = index + part.size() - starts_[at.block];
-        part += blocks_[at.block].text.substr(skipped, count - part.size());
-    }
+    append(part, {index, index + count});
     return part;
 }
 
 int LongText::width() const {
-    return rounded(width_);
+    if (line_) return rounded(line_->width());
+    measureBefore(blocks_.size());
+    return rounded(end().left);
+}
+
+double LongText::exactGap(std::size_t index) const {
+    if (line_) return line_->gap(index);
+    std::size_t const block = blockOf(index);
+    measureBefore(block);
+    Place const at = place(block);
+    TextLayoutPtr const layout = TextLayouts::get(Font::of(*font_), blocks_[block].text);
+    return at.left + static_cast<double>(layout->gap(index - at.start));
 }
 
 int LongText::gapX(std::size_t index) const {
-    if (blocks_.empty() || !font_) return 0;
-    index = std::min(index, length_);
-    if (line_) return rounded(line_->gap(index));
-    Place const at = placeOf(index);
-    TextLayoutPtr const layout = TextLayouts::get(Font::of(*font_), blocks_[at.block].text);
-    return rounded(lefts_[at.block] + static_cast<double>(layout->gap(index - at.start)));
+    return blocks_.empty() || !font_ ? 0 : rounded(exactGap(std::min(index, length())));
 }
 
 std::size_t LongText::indexAt(int x) const {
     if (blocks_.empty() || !font_) return 0;
     if (line_) return line_->nearestStop(x);
-    auto const after = std::upper_bound(lefts_.begin(), lefts_.end(), static_cast<double>(x));
-    std::size_t const block =
-        after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
+    std::size_t const block = blockAt(x);
+    Place const at = place(block);
     TextLayoutPtr const layout = TextLayouts::get(Font::of(*font_), blocks_[block].text);
-    return starts_[block] + layout->nearestStop(static_cast<float>(x - lefts_[block]));
+    return at.start + layout->nearestStop(static_cast<float>(x - at.left));
+}
+
+std::vector<LongText::Span> LongText::spans(std::size_t from, std::size_t to, int left, int right) const {
+    to = std::min(to, length());
+    if (from >= to || left >= right || !font_) return {};
+    std::vector<Span> found;
+    auto const add = [&](double x1, double x2) {
+        Span const span{std::max(rounded(x1), left), std::min(rounded(x2), right)};
+        if (span.left >= span.right) return;
+        if (!found.empty() && span.left <= found.back().right)
+            found.back().right = span.right;
+        else
+            found.push_back(span);
+    };
+    if (line_) {
+        line_->forEachCovered(from, to, left, right, add);
+    } else {
+        // What lies farther to the right is not measured for this.
+        std::size_t const last = place(blockAt(right) + 1).start;
+        add(from <= last ? exactGap(from) : right, to <= last ? exactGap(to) : right);
+    }
+    return found;
 }
 
 void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour const& colour) const {
@@ -203,12 +299,10 @@ void LongText::draw(CanvasRenderer& renderer, XY<int> const& position, Colour co
         });
         return target.painted(line);
     }
-    auto const after = std::upper_bound(lefts_.begin(), lefts_.end(), leftmost);
-    std::size_t block = after == lefts_.begin() ? 0 : static_cast<std::size_t>(after - lefts_.begin() - 1);
-    for (; block < blocks_.size() && lefts_[block] <= rightmost; ++block)
-        if (lefts_[block] + blocks_[block].width >= leftmost)
-            painter.add(TextLayouts::get(Font::of(*font_), blocks_[block].text)->glyphs(), position,
-                        lefts_[block]);
+    std::size_t const last = blockAt(rightmost);
+    for (std::size_t block = blockAt(leftmost); block <= last; ++block)
+        painter.add(TextLayouts::get(Font::of(*font_), blocks_[block].text)->glyphs(), position,
+                    place(block).left);
     target.painted(line);
 }
 

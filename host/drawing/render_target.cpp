@@ -127,25 +127,34 @@ void RenderTarget::fill(IntBox const* deviceBoxes, std::size_t count, Colour con
 }
 
 void RenderTarget::fillMasked(CoverageMask const& mask, IntBox const& deviceBox, std::uint32_t ink) const {
-    int clips = 0;
-    pixman_box32_t const* clipBoxes = pixman_region32_rectangles(clip(), &clips);
-    for (int c = 0; c < clips; ++c) {
-        IntBox const part = intersection(deviceBox, clipBoxes[c]);
-        if (part.isEmpty()) continue;
-        Rows const rows{pixelAt(surface(), part.x1, part.y1), surface().stride(),
-                        mask.coverage + static_cast<std::ptrdiff_t>(part.y1 - deviceBox.y1) * mask.stride +
-                            (part.x1 - deviceBox.x1),
-                        mask.stride, part.height()};
-        // Whole rows go four pixels at a time; pixels behind the mask are touched, but keep their colour.
-        bool const whole =
-            part.width() == deviceBox.width() && deviceBox.x1 + mask.stride <= surface().stride();
-        if (!whole)
-            blendPartly(rows, part.width(), ink);
-        else if (CoverageBlend::isOpaque(ink))
-            blendWhole<true>(rows, ink);
-        else
-            blendWhole<false>(rows, ink);
-    }
+    MaskFiller(*this, ink).fill(mask, deviceBox);
+}
+
+MaskFiller::MaskFiller(RenderTarget const& target, std::uint32_t ink)
+    : pixels_(target.surface().pixels()), stride_(target.surface().stride()), ink_(ink),
+      extents_(*pixman_region32_extents(target.clip())),
+      clips_(pixman_region32_rectangles(target.clip(), &clipCount_)) {}
+
+void MaskFiller::fill(CoverageMask const& mask, IntBox const& deviceBox) const {
+    for (int c = 0; c < clipCount_; ++c) fillPart(mask, deviceBox, clips_[c]);
+}
+
+void MaskFiller::fillPart(CoverageMask const& mask, IntBox const& deviceBox,
+                          pixman_box32_t const& clip) const {
+    IntBox const part = intersection(deviceBox, clip);
+    if (part.isEmpty()) return;
+    Rows const rows{pixels_ + static_cast<std::ptrdiff_t>(part.y1) * stride_ + part.x1, stride_,
+                    mask.coverage + static_cast<std::ptrdiff_t>(part.y1 - deviceBox.y1) * mask.stride +
+                        (part.x1 - deviceBox.x1),
+                    mask.stride, part.height()};
+    // Whole rows go four pixels at a time; pixels behind the mask are touched, but keep their colour.
+    bool const whole = part.width() == deviceBox.width() && deviceBox.x1 + mask.stride <= stride_;
+    if (!whole)
+        blendPartly(rows, part.width(), ink_);
+    else if (CoverageBlend::isOpaque(ink_))
+        blendWhole<true>(rows, ink_);
+    else
+        blendWhole<false>(rows, ink_);
 }
 
 } // namespace wainscot

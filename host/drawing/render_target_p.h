@@ -67,6 +67,27 @@ private:
     CanvasRenderer& renderer_;
 };
 
+/// Colours device pixels by many masks, with one ink: what they share is looked up once.
+class MaskFiller {
+public:
+    /// `ink` is premultiplied.
+    MaskFiller(RenderTarget const& target, std::uint32_t ink);
+
+    /// Whether nothing between two device columns can be seen.
+    bool isBeside(int left, int right) const { return left >= extents_.x2 || right <= extents_.x1; }
+    void fill(CoverageMask const& mask, IntBox const& deviceBox) const;
+
+private:
+    void fillPart(CoverageMask const& mask, IntBox const& deviceBox, pixman_box32_t const& clip) const;
+
+    std::uint32_t* pixels_;
+    int stride_;
+    std::uint32_t ink_;
+    pixman_box32_t extents_;
+    int clipCount_ = 0;
+    pixman_box32_t const* clips_;
+};
+
 /// A colour with an alpha of 0 to 1 as the pixel library wants it.
 pixman_color_t pixmanColour(Colour const& colour, double alpha);
 /// Draws a text of any length; gives the box on the canvas that its ink may have touched.

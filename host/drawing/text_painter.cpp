@@ -17,7 +17,7 @@ int nearestPixel(double place) {
 TextRunPainter::TextRunPainter(RenderTarget const& target, iFont const& font, Colour const& colour,
                                double opacity)
     : target_(target), font_(Font::of(font)), use_(GlyphRasters::instance()),
-      ink_(CoverageBlend::premultiplied(colour, target.opacity(opacity))) {}
+      ink_(target, CoverageBlend::premultiplied(colour, target.opacity(opacity))) {}
 
 GlyphRasters::DeviceFace& TextRunPainter::deviceFace(std::uint32_t index) {
     if (current_ && index == currentIndex_) return *current_;
@@ -34,13 +34,15 @@ void TextRunPainter::add(std::span<PlacedGlyph const> glyphs, XY<int> const& pos
     double const left = (static_cast<double>(place.x) + x) * scale;
     double const baseline =
         target_.surface().deviceSize().y - std::floor(static_cast<double>(place.y) * scale + 0.5);
+    GlyphRasters& rasters = GlyphRasters::instance();
     for (PlacedGlyph const& glyph : glyphs) {
-        GlyphPicture const& picture = GlyphRasters::instance().picture(deviceFace(glyph.face), glyph.index);
-        if (picture.width == 0) continue;
-        XY<int> const corner(nearestPixel(left + static_cast<double>(glyph.x) * scale) + picture.left,
-                             nearestPixel(baseline - static_cast<double>(glyph.y) * scale) - picture.top);
-        target_.fillMasked({picture.coverage.data(), picture.stride},
-                           IntBox::sized(corner, {picture.width, picture.height}), ink_);
+        GlyphPicture const& picture = rasters.picture(deviceFace(glyph.face), glyph.index);
+        int const x1 = nearestPixel(left + static_cast<double>(glyph.x) * scale) + picture.left;
+        // The glyphs of a block may lie far beyond what can be seen.
+        if (ink_.isBeside(x1, x1 + picture.width)) continue;
+        int const y1 = nearestPixel(baseline - static_cast<double>(glyph.y) * scale) - picture.top;
+        ink_.fill({picture.coverage.data(), picture.stride},
+                  IntBox::sized({x1, y1}, {picture.width, picture.height}));
     }
 }
 

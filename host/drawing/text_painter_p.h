@@ -28,7 +28,7 @@ private:
     RenderTarget const& target_;
     Font const& font_;
     GlyphRasters::Use use_;
-    std::uint32_t ink_;
+    MaskFiller ink_;
     GlyphRasters::DeviceFace* current_ = nullptr;
     std::uint32_t currentIndex_ = 0;
 };

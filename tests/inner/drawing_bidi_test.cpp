@@ -177,6 +177,60 @@ TEST(Bidi, EditedTextsStandAsOneBlock) {
     EXPECT_EQ(copy.length(), reference.size());
 }
 
+/// What each character covers.
+std::vector<Glib::LongText::Span> characterSpans(Glib::LongText const& text, std::wstring const& line) {
+    std::vector<Glib::LongText::Span> all;
+    BidiLevels const levels(line);
+    for (BidiLevels::Run const& run : levels.runs()) {
+        for (std::size_t i = run.start; i < run.end; ++i) {
+            auto const own = text.spans(i, i + 1, -1, 1 << 20);
+            all.push_back(own.empty() ? Glib::LongText::Span{text.gapX(i), text.gapX(i)} : own[0]);
+            EXPECT_LE(own.size(), 1U);
+            EXPECT_EQ(run.isRightToLeft() ? all[i].right : all[i].left, text.gapX(i)) << i;
+        }
+    }
+    return all;
+}
+
+/// The spans of some characters, joined.
+std::vector<Glib::LongText::Span> joined(std::vector<Glib::LongText::Span> spans) {
+    std::erase_if(spans, [](auto const& span) { return span.left == span.right; });
+    std::ranges::sort(spans, {}, &Glib::LongText::Span::left);
+    std::vector<Glib::LongText::Span> all;
+    for (auto const& span : spans) {
+        if (all.empty() || all.back().right != span.left) all.push_back(span);
+        all.back().right = span.right;
+    }
+    return all;
+}
+
+TEST(Bidi, SpansCoverEachCharacterOnceFromItsGap) {
+    std::mt19937 random(15);
+    for (int round = 0; round < 40; ++round) {
+        std::wstring const line = round % 4 ? mixedText(random, random() % 700) + L'x'
+                                            : std::wstring(400, L'w') + L" plain " + std::wstring(400, L'w');
+        Glib::LongText text(standardFont());
+        text.setText(line);
+        auto const spans = characterSpans(text, line);
+        Glib::LongText::Span const whole{0, text.width()};
+        ASSERT_EQ(joined(spans), std::vector{whole});
+        for (int probe = 0; probe < 30; ++probe) {
+            std::size_t const from = random() % line.size();
+            std::size_t const to = from + 1 + random() % (line.size() - from);
+            auto expected = joined({spans.begin() + static_cast<std::ptrdiff_t>(from),
+                                    spans.begin() + static_cast<std::ptrdiff_t>(to)});
+            ASSERT_EQ(text.spans(from, to, 0, whole.right), expected) << round;
+            int const left = static_cast<int>(random() % 1500);
+            int const right = left + static_cast<int>(random() % 1500);
+            for (auto& span : expected) span = {std::max(span.left, left), std::min(span.right, right)};
+            std::erase_if(expected, [](auto const& span) { return span.left >= span.right; });
+            Glib::LongText fresh(standardFont());
+            fresh.setText(line);
+            ASSERT_EQ(fresh.spans(from, to, left, right), expected) << round;
+        }
+    }
+}
+
 TEST(Bidi, ALineIsPlainAgainWithoutWhatTurnedIt) {
     std::wstring plain;
     for (int i = 0; i < 2000; ++i) plain += i % 6 == 5 ? L' ' : static_cast<wchar_t>(L'a' + i * 7 % 26);
