@@ -151,9 +151,7 @@ void TextBox::showAll() {
 
 void TextBox::textEdited(TextEdit const& edit) {
     if (showsGhost_ || isGhostLabelVisible()) return showAll();
-    bool const isMasked = isObfuscatedDisplay();
-    std::wstring const mask(isMasked ? edit.inserted.size() : 0, maskCharacter);
-    line_->edit(edit, isMasked ? std::wstring_view(mask) : edit.inserted);
+    line_->edit(edit, isObfuscatedDisplay() ? Text(edit.inserted.size(), maskCharacter) : edit.inserted);
 }
 
 void TextBox::updateShown() {

@@ -7,11 +7,11 @@
 namespace wainscot {
 
 void TextLineView::show(LightweightString<wchar_t> const& text, std::size_t length) {
-    shown_.setText(text.view());
+    shown_.setText(text);
     length_ = length;
 }
 
-void TextLineView::edit(TextEdit const& edit, std::wstring_view inserted) {
+void TextLineView::edit(TextEdit const& edit, LightweightString<wchar_t> const& inserted) {
     shown_.replace(edit.index, edit.removed, inserted);
     length_ = length_ - edit.removed + inserted.size();
 }
@@ -45,20 +45,27 @@ int TextLineView::indexAt(int displayX) const {
     return static_cast<int>(std::min(shown_.indexAt(x), length_));
 }
 
+std::vector<IntBox> TextLineView::selectedParts(TextSelection const& selection, int x,
+                                                IntBox const& clip) const {
+    std::vector<IntBox> parts;
+    auto const first = static_cast<std::size_t>(selection.first());
+    auto const last = static_cast<std::size_t>(selection.last());
+    for (auto const [left, right] : shown_.spans(first, last, clip.x1 - x, clip.x2 - x))
+        parts.emplace_back(left + x, clip.y1, right + x, clip.y2);
+    return parts;
+}
+
 void TextLineView::draw(CanvasRenderer& renderer, XY<int> const& box, IntBox const& clip, int baseline,
                         TextSelection const& selection, Colours const& colours) const {
     XY<int> const place{box.x + origin_ - scroll_, box.y + baseline};
     renderer.setClipRect(clip);
     shown_.draw(renderer, place, colours.text);
-    if (!selection.isEmpty()) {
-        int const from = gapX(selection.first()) + place.x;
-        int const to = gapX(selection.last()) + place.x;
-        IntBox const part =
-            IntBox(std::min(from, to), clip.y1, std::max(from, to), clip.y2).intersection(clip);
-        renderer.setClipRect(part);
-        renderer.renderPrimitive(Glib::RectDescription(part, colours.selection));
-        shown_.draw(renderer, place, colours.selectedText);
-    }
+    if (!selection.isEmpty())
+        for (IntBox const& part : selectedParts(selection, place.x, clip)) {
+            renderer.setClipRect(part);
+            renderer.renderPrimitive(Glib::RectDescription(part, colours.selection));
+            shown_.draw(renderer, place, colours.selectedText);
+        }
     renderer.clearClipRect();
 }
 

@@ -13,7 +13,7 @@ public:
     /// Shows a whole text, of which `length` characters belong to the document.
     void show(LightweightString<wchar_t> const& text, std::size_t length);
     /// The text has changed; `inserted` is shown for the new characters.
-    void edit(TextEdit const& edit, std::wstring_view inserted);
+    void edit(TextEdit const& edit, LightweightString<wchar_t> const& inserted);
 
     /// Places the text in a box of that width, and scrolls by as little as shows the caret.
     void place(int width, int leftMargin, int rightMargin, TextAlignment alignment, int cursor);
@@ -40,6 +40,9 @@ public:
               TextSelection const& selection, Colours const& colours) const;
 
 private:
+    /// What is selected, as boxes on the canvas, for a text that begins at `x`.
+    std::vector<IntBox> selectedParts(TextSelection const& selection, int x, IntBox const& clip) const;
+
     Glib::LongText shown_;
     /// How many of the shown characters belong to the document.
     std::size_t length_ = 0;
