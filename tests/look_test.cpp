@@ -242,7 +242,8 @@ TEST_P(ControlLooks, StatesAreToldApart) {
                                   {"latched button", rest}},
                              Rows{{"clear box", rest}, {"clear box", hovered}, {"ticked box", rest}},
                              Rows{{"scroll bar", rest}, {"scroll bar", hovered}, {"scroll bar", pressed}},
-                             Rows{{"scroll bar", rest}, {"scroll bar", disabled}}}) {
+                             Rows{{"scroll bar", rest}, {"scroll bar", disabled}},
+                             Rows{{"slider", rest}, {"slider", pressed}}}) {
         std::vector<Sample> samples;
         for (auto const& [name, state] : rows) {
             auto const row = std::find_if(controls().begin(), controls().end(),
