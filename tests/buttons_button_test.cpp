@@ -224,22 +224,6 @@ TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     EXPECT_EQ(sent(), "apply apply");
 }
 
-TEST_F(Buttons, AnInactiveButtonLetsEverythingPass) {
-    auto* const probe = show(new ProbeGlob(200, 100), 10, 10);
-    auto* const button = addTo(probe, new Button(L"b", "b", 60, 24), BottomLeft(5, 5));
-    int heard = 0;
-    probe->onReact = [&](Event const& event) { return mouse_event(event) && ++heard > 0; };
-    button->setEnabledState(false);
-    EXPECT_FALSE(button->isTabStopActive());
-    driver_.click(button);
-    EXPECT_EQ(heard, 3) << "move, press, release";
-    button->setEnabledState(true);
-    driver_.press(button, Driver::Button::right);
-    driver_.release(Driver::Button::right);
-    EXPECT_EQ(heard, 5) << "the right button is none of its business";
-    driver_.settle();
-}
-
 TEST_F(Buttons, TabFocusIsTheKeyboardFocus) {
     Button* const first = addButton(L"One", 20, 20);
     Button* const second = addButton(L"Two", 120, 20);

@@ -1,10 +1,6 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "buttons/checkbox.h"
-#include "buttons/radio_button.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
-#include "host/drawing/uif_std.h"
 #include "host/services/preferences.h"
 #include "host/windows/look.h"
 #include "look/face.h"
@@ -25,30 +21,15 @@ struct Control {
 };
 
 Button* makeButton(std::function<void(Button&)> const& change = {}) {
-    auto* const button = new Button(L"HHHH", "m", 80, 24);
+    auto* const button = newButton(L"HHHH");
     if (change) change(*button);
     return button;
 }
 
 Checkbox* makeCheckbox(Checkbox::eAppearance appearance, bool ticked) {
-    Checkbox::InitArgs args(L"HHHH", ticked);
-    args.appearance = appearance;
-    return new Checkbox(args);
-}
-
-Glob* makeScrollBar(Orientation lie) {
-    ScrollBar::InitArgs args(lie);
-    args.setSize(lie == eVertical ? XY<int>{24, 150} : XY<int>{150, 24});
-    auto* const bar = new ScrollBar(args);
-    bar->setThumbSize(0.3);
-    bar->setThumbPos(0.3);
-    return bar;
-}
-
-Glob* makeSlider(double value) {
-    auto* const slider = new Slider(Slider::InitArgs(120));
-    slider->setPosition(value);
-    return slider;
+    auto* const box = newBox(L"HHHH", ticked);
+    box->setAppearance(appearance);
+    return box;
 }
 
 IntBox tickBox(Glob const& glob) {
@@ -89,10 +70,18 @@ std::vector<Control> const& controls() {
         {"blue light", [] { return makeCheckbox(Checkbox::blueLight, true); }, tickBox},
         {"red light", [] { return makeCheckbox(Checkbox::redLight, true); }, tickBox},
         {"green light", [] { return makeCheckbox(Checkbox::greenLight, true); }, tickBox},
-        {"scroll bar", [] { return makeScrollBar(eHorizontal); }, scrollThumb},
-        {"upright scroll bar", [] { return makeScrollBar(eVertical); }, scrollThumb},
-        {"slider", [] { return makeSlider(0.5); }, sliderThumb},
-        {"slider at its start", [] { return makeSlider(0.0); }, sliderThumb},
+        {"scroll bar",
+         [] {
+             return newBar(eHorizontal, {0.3, 0.3});
+         },
+         scrollThumb},
+        {"upright scroll bar",
+         [] {
+             return newBar(eVertical, {0.3, 0.3});
+         },
+         scrollThumb},
+        {"slider", [] { return newSlider(0.5); }, sliderThumb},
+        {"slider at its start", [] { return newSlider(0.0); }, sliderThumb},
     };
     return table;
 }
@@ -113,7 +102,7 @@ protected:
         driver_.settle();
     }
     Glob* make(Control const& control, State state) {
-        Glob* const glob = show(control.make(), 40, 100);
+        Glob* const glob = show(control.make(), 40, 60);
         inPart_ = control.part(*glob);
         bring(glob, state);
         return glob;
