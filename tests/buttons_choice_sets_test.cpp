@@ -255,6 +255,10 @@ TEST_F(ChoiceSets, AButtonSetPassesOnTheOnHalfOfAChange) {
     EXPECT_EQ(told(), "radio_set_message");
     driver_.click(set->getButton(2));
     EXPECT_EQ(told(), "radio_set_message") << "not for the one that went up";
+    Event off(EventKind::message);
+    off.setMessage("one off");
+    off.setSender(set->getButton(0));
+    EXPECT_TRUE(set->handleEvent(off));
     driver_.click(set->getButton(2));
     set->setSelectedItem(1);
     EXPECT_EQ(told(), "");

@@ -229,10 +229,12 @@ public:
     Ground() : RecordingParent(390, 145) {}
     bool react(Event const& event) override {
         if (mouse_down_event(event) || isKeyPressEvent(event)) ++passed;
+        if (mouse_up_event(event)) ++released;
         if (mouse_wheel_event(event)) notches += event.amount();
         return RecordingParent::react(event);
     }
     int passed = 0;
+    int released = 0;
     int notches = 0;
 };
 
@@ -383,6 +385,8 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 EXPECT_EQ(isAlone ? ground_->passed : 0, 0);
                 end(End(how));
                 letGo(Kind(kind));
+                int const goesOn = std::string_view(control.name) == "track" ? 1 : 0;
+                EXPECT_EQ(isAlone && how <= outside ? ground_->released : goesOn, goesOn);
                 EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
                 EXPECT_EQ(EventSystem::live().timers.size(), 0u);
                 if (how != destroyed) {

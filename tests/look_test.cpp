@@ -213,6 +213,11 @@ TEST_P(ControlLooks, CornersAreSquareWhereTheUserWantsThem) {
         bring(glob, focused);
         EXPECT_EQ(at(glob, 0, 0) == at(glob, 0, 12), !curved) << "the mark of the focus";
         drop(glob);
+        Glob* const box = make({"box", [] { return newBox(); }, tickBox}, rest);
+        Colour const edge = at(box, inPart_.x1, inPart_.centre().y);
+        EXPECT_EQ(at(box, inPart_.x1, inPart_.y1) == edge, !curved);
+        EXPECT_EQ(at(box, inPart_.x1, inPart_.y1 + 3), edge) << "less round than the control";
+        drop(box);
     }
 }
 
