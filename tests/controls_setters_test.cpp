@@ -1,11 +1,9 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
 #include "buttons/checkbox_group.h"
-#include "buttons/checkbox_radio_set.h"
 #include "buttons/custom_border_button.h"
 #include "buttons/radio_set.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "foundation/label.h"
 
 namespace wainscot {
@@ -26,21 +24,17 @@ Glob* make() {
     if constexpr (std::is_same_v<T, Button> || std::is_same_v<T, CustomBorderButton>)
         return new T(L"Apply", "apply", 100, 24);
     else if constexpr (std::is_same_v<T, Checkbox>)
-        return Checkbox::make(100, 24, L"Loop", false).release();
+        return newBox();
     else if constexpr (std::is_same_v<T, CheckboxGroup>)
         return new T(CheckboxGroup::InitArgs(L"Tracks", labels));
     else if constexpr (std::is_same_v<T, RadioSet>)
         return new T(RadioSet::InitArgs({L"one", L"two"}));
-    else if constexpr (std::is_same_v<T, CheckboxRadioSet>) {
-        CheckboxRadioSet::InitArgs args(labels);
-        args.selected = 0;
-        return new T(args);
-    } else if constexpr (std::is_same_v<T, ScrollBar>) {
-        ScrollBar::InitArgs args(eHorizontal, 200);
-        args.thumb = {0.25, 0.5};
-        return new T(args);
-    } else if constexpr (std::is_same_v<T, Slider>)
-        return new T(Slider::InitArgs(120));
+    else if constexpr (std::is_same_v<T, CheckboxRadioSet>)
+        return newSet(labels, 0);
+    else if constexpr (std::is_same_v<T, ScrollBar>)
+        return newBar(eHorizontal, {0.25, 0.5}, false, true);
+    else if constexpr (std::is_same_v<T, Slider>)
+        return newSlider(0);
     else if constexpr (std::is_same_v<T, Label>)
         return new T(Label::InitArgs(L"Name"));
     else
