@@ -6,6 +6,7 @@
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "host/drawing/uif_std.h"
+#include "text/text_box.h"
 
 namespace wainscot {
 
@@ -44,6 +45,15 @@ inline Slider* newSlider(double value, double minimum = 0, double maximum = 1,
     args.maximum = maximum;
     args.value = value;
     return new Slider(args);
+}
+
+/// Sends the names of these events to `owner`.
+inline TextBox* newTextBox(LightweightString<wchar_t> const& text,
+                           std::vector<eCallbackEvent> const& events = {}, EventHandler* owner = nullptr) {
+    constexpr char const* names[] = {"start", "end", "changed", "return", "double"};
+    auto* const box = new TextBox(TextBox::InitArgs(120, 24, text));
+    for (eCallbackEvent const event : events) box->requestCallback(names[event], owner, event);
+    return box;
 }
 
 } // namespace wainscot

@@ -131,6 +131,14 @@ TEST_F(BoundControls, ShowTheirDataAndChangeItAsItAllows) {
     expectDiagnostic("exception in handler");
     auto const click = [this](Glob& glob) { driver_.click(&glob); };
     auto const toEnd = [this](Glob& glob) { key(glob, Key::end); };
+    auto const enter = [this](Glob& glob) {
+        key(glob, Key::ctrl | 'A');
+        driver_.type(L"new");
+        driver_.key(Key::enter);
+    };
+    using Text = LightweightString<wchar_t>;
+    check<Text>({"text", [this] { return newTextBox(L"old", {eEditEnd}, root_); }, enter, L"old", L"new",
+                 L"other", "end", "end"});
     check<bool>({"checkbox", [] { return newBox(); }, click, false, true, true, ""});
     check<int>({"set",
                 [] {

@@ -163,6 +163,10 @@ void TextBox::updateShown() {
     describeChanged(DescriptionChange::selection);
 }
 
+void TextBox::updateIfMoved(int cursor, TextSelection const& selection) {
+    if (cursor != document().cursor() || !(selection == document().selection())) updateShown();
+}
+
 TextBox::Margins TextBox::margins() const {
     if (margins_) return *margins_;
     auto const standard = toSize16(calcSize(spacingDoubleIndent));
@@ -207,6 +211,7 @@ int TextBox::getScroll() const {
 // Look
 
 void TextBox::setMargins(unsigned short left, unsigned short right) {
+    if (margins_ == Margins{left, right}) return;
     margins_ = Margins{left, right};
     line_->setOrigin(left);
     updateShown();
@@ -246,6 +251,7 @@ void TextBox::setObfuscatedDisplay(bool obfuscated) {
 }
 
 void TextBox::setFont(Glib::FontDesc const& font) {
+    if (font == getFont()) return TextBoxBase::setFont(font);
     DispatchScope const scope;
     LifeGuard const life = guard();
     TextBoxBase::setFont(font);
@@ -315,16 +321,19 @@ void TextBox::setCursorIndex(int index) {
 
 void TextBox::updateCurrentPosition(iFont::eCharSeekMethod method, int index) {
     DispatchScope const scope;
+    int const cursor = document().cursor();
     bool const isPlace = method == iFont::eSeekAbsolute || index < 0;
-    document().setCursor(document().seek(isPlace ? document().cursor() : index, method, index));
-    updateShown();
+    document().setCursor(document().seek(isPlace ? cursor : index, method, index));
+    updateIfMoved(cursor, document().selection());
 }
 
 void TextBox::setSelection(NumRange<int, Unordered> const& range) {
     DispatchScope const scope;
+    int const cursor = document().cursor();
+    TextSelection const before = document().selection();
     document().setSelection(range.start(), range.end());
     if (document().selection().hasAnchor()) document().setCursor(document().selection().end);
-    updateShown();
+    updateIfMoved(cursor, before);
 }
 
 NumRange<int, Unordered> TextBox::getSelection() const {
@@ -333,8 +342,9 @@ NumRange<int, Unordered> TextBox::getSelection() const {
 
 void TextBox::invalidateTextSelection() {
     DispatchScope const scope;
+    TextSelection const before = document().selection();
     document().dropSelection();
-    updateShown();
+    updateIfMoved(document().cursor(), before);
 }
 
 void TextBox::highlightAllText(bool highlight) {

@@ -210,12 +210,16 @@ private:
     struct Margins {
         unsigned short left = 0;
         unsigned short right = 0;
+
+        friend bool operator==(Margins const&, Margins const&) = default;
     };
     Margins margins() const;
     void setTextInternal(Text const& text);
     void showAll();
     /// Shows what has become of text, cursor and selection.
     void updateShown();
+    /// The same if one of the two has moved.
+    void updateIfMoved(int cursor, TextSelection const& selection);
     void noteEdit(bool hasChanged);
 
     /// Uses a key in one step for all who look on.
