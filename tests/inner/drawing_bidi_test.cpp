@@ -125,16 +125,20 @@ TEST(Bidi, OnlyCertainCharactersTurnALine) {
 
 TEST(Bidi, LinesOfSeveralBlocksAreThoseOfOne) {
     std::mt19937 random(11);
+    std::mt19937 probes(12);
     std::wstring const numbers(600, L'7');
     // Letters that join across blocks, with marks and without.
     std::wstring withMarks;
     while (withMarks.size() < 700) withMarks += L"\u0633\u064E\u0651";
     std::vector<std::wstring> texts = {std::wstring(700, L'\u0628'), withMarks};
+    // Marks on numbers, behind letters that run against their script.
+    for (wchar_t const* letters : {L"\u05D0", L"\u0628"})
+        texts.push_back(L"\u202D" + (letters + numbers) + L"0\u0301 \u0661\u064E");
     // What comes later may turn a beginning without letters.
     for (wchar_t const* end : {L"", L"abc", L" \u05D0", L"a\u05D0", L"\u0627 abc"})
         texts.push_back(L"12 (" + numbers + L") 5 " + end);
     for (std::size_t i = 0; i < 60 + texts.size(); ++i) {
-        expectLineLikeOneBlock(i < 60 ? mixedText(random, 200 + random() % 1200) : texts[i - 60], random);
+        expectLineLikeOneBlock(i < 60 ? mixedText(random, 200 + random() % 1200) : texts[i - 60], probes);
         ASSERT_FALSE(testing::Test::HasFailure()) << i;
     }
 }
