@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 #include <tuple>
+#include <unicode/ubidi.h>
 
 namespace wainscot {
 namespace {
@@ -121,6 +122,34 @@ TEST(Bidi, OnlyCertainCharactersTurnALine) {
     EXPECT_TRUE(Bidi::startsPlainly(L"12 a \u05D0", 4));
     EXPECT_FALSE(Bidi::startsPlainly(L"12 a \u05D0", 3));
     EXPECT_TRUE(Bidi::startsPlainly(L"12 a b", 3));
+}
+
+/// The levels of all characters as the library finds them; for characters of one unit each.
+std::vector<int> libraryLevels(std::wstring const& line) {
+    std::u16string const units(line.begin(), line.end());
+    UErrorCode status = U_ZERO_ERROR;
+    UBiDi* analysis = ubidi_open();
+    ubidi_setPara(analysis, units.data(), static_cast<int>(units.size()), UBIDI_DEFAULT_LTR, nullptr,
+                  &status);
+    UBiDiLevel const* levels = ubidi_getLevels(analysis, &status);
+    std::vector<int> const all(levels, levels + units.size());
+    ubidi_close(analysis);
+    return all;
+}
+
+TEST(Bidi, LettersSideBySideAreAnalysedTogether) {
+    std::mt19937 random(17);
+    for (int round = 0; round < 300; ++round) {
+        std::wstring line = mixedText(random, 1 + random() % 300);
+        std::erase_if(line, [](wchar_t c) { return c > 0xFFFF; });
+        // Around the ends of the alphabets.
+        for (int const first : {0x38, 0x55, 0x70, 0x5C8, 0x5E4, 0x618, 0x640})
+            line += static_cast<wchar_t>(first + random() % 14);
+        std::vector<int> found;
+        BidiLevels const levels(line);
+        for (BidiLevels::Run const& run : levels.runs()) found.resize(run.end, run.level);
+        ASSERT_EQ(found, libraryLevels(line)) << round;
+    }
 }
 
 TEST(Bidi, LinesOfSeveralBlocksAreThoseOfOne) {
