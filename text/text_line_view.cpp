@@ -17,8 +17,9 @@ void TextLineView::edit(TextEdit const& edit, LightweightString<wchar_t> const& 
 }
 
 void TextLineView::place(int width, int leftMargin, int rightMargin, TextAlignment alignment, int cursor) {
-    int const text = textWidth();
     int const room = width - leftMargin - rightMargin;
+    // How far a long text reaches does not matter where it begins at the left.
+    int const text = alignment == eAlignLeft ? shown_.widthUpTo(room + scroll_ + 1) : textWidth();
     origin_ = alignment == eAlignRight    ? width - rightMargin - text
               : alignment == eAlignCentre ? (width - text) / 2
                                           : leftMargin;
