@@ -159,8 +159,16 @@ void TextBox::updateShown() {
     if (isInKey_) return;
     updateVisibleWindow();
     placeCaret();
-    makeDirty();
+    damageText();
     describeChanged(DescriptionChange::selection);
+}
+
+/// Edge and ground stay as they are.
+void TextBox::damageText() {
+    auto const changed = line_->takeChanged(width(), document().selection());
+    if (!changed) return;
+    IntBox const area = textArea();
+    damage(IntBox(changed->left, area.y1, changed->right, area.y2).intersection(area));
 }
 
 void TextBox::updateIfMoved(int cursor, TextSelection const& selection) {
@@ -214,6 +222,7 @@ void TextBox::setMargins(unsigned short left, unsigned short right) {
     if (margins_ == Margins{left, right}) return;
     margins_ = Margins{left, right};
     line_->setOrigin(left);
+    makeDirty();
     updateShown();
 }
 

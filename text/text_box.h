@@ -247,8 +247,10 @@ private:
     void offerSelectionSoon();
     void offerSelection();
 
+    void damageText();
+    void drawBehindCorners(CanvasRenderer& renderer);
     void drawText(CanvasRenderer& renderer);
-    /// Where text can be seen, on the canvas.
+    /// Where text can be seen, in its own coordinates.
     IntBox textArea() const;
 
     std::unique_ptr<TextLineView> line_;

@@ -6,14 +6,61 @@
 
 namespace wainscot {
 
+namespace {
+
+/// An edit may change the shape of so many characters before it.
+constexpr int shapedTogether = 8;
+
+} // namespace
+
+void TextLineView::setFont(Qv::Ptr<iFont> font) {
+    shown_.setFont(std::move(font));
+    isOther_ = true;
+}
+
 void TextLineView::show(LightweightString<wchar_t> const& text, std::size_t length) {
     shown_.setText(text);
     length_ = length;
+    isOther_ = true;
 }
 
 void TextLineView::edit(TextEdit const& edit, LightweightString<wchar_t> const& inserted) {
     shown_.replace(edit.index, edit.removed, inserted);
     length_ = length_ - edit.removed + inserted.size();
+    auto const index = static_cast<int>(edit.index);
+    editedFrom_ = editedFrom_ < 0 ? index : std::min(editedFrom_, index);
+}
+
+/// The gaps between which two selections differ.
+std::optional<std::pair<int, int>> TextLineView::differing(TextSelection const& a, TextSelection const& b) {
+    if (a.isEmpty() && b.isEmpty()) return std::nullopt;
+    if (a.isEmpty()) return std::pair(b.first(), b.last());
+    if (b.isEmpty()) return std::pair(a.first(), a.last());
+    bool const beginAlike = a.first() == b.first();
+    bool const endAlike = a.last() == b.last();
+    if (beginAlike && endAlike) return std::nullopt;
+    if (beginAlike) return std::minmax(a.last(), b.last());
+    if (endAlike) return std::minmax(a.first(), b.first());
+    return std::pair(std::min(a.first(), b.first()), std::max(a.last(), b.last()));
+}
+
+/// Letters may reach beyond their gaps.
+TextLineView::Extent TextLineView::between(int from, int to) const {
+    int const overhang = shown_.font()->size() / 2;
+    return {displayX(from) - overhang, displayX(to) + overhang};
+}
+
+std::optional<TextLineView::Extent> TextLineView::takeChanged(int width, TextSelection const& selection) {
+    Painted const before = std::exchange(painted_, {origin_, scroll_, selection});
+    int const edited = std::exchange(editedFrom_, -1);
+    auto const selected = differing(before.selection, selection);
+    bool const isEdited = edited >= 0;
+    bool const moved = before.origin != origin_ || before.scroll != scroll_;
+    bool const all = moved || !shown_.runsLeftToRight() || (isEdited && selected);
+    if (std::exchange(isOther_, false) || ((isEdited || selected || moved) && all)) return Extent{0, width};
+    if (isEdited) return Extent{between(std::max(edited - shapedTogether, 0), edited).left, width};
+    if (selected) return between(selected->first, selected->second);
+    return std::nullopt;
 }
 
 void TextLineView::place(int width, int leftMargin, int rightMargin, TextAlignment alignment, int cursor) {
