@@ -52,27 +52,42 @@ int TextDocument::clamped(int index) const {
 LightweightString<wchar_t> TextDocument::substr(std::size_t index, std::size_t count) const {
     index = std::min(index, length());
     count = std::min(count, length() - index);
-    auto const [before, behind] = buffer_.parts(index, count);
+    auto const [before, behind] = parts(index, count);
     LightweightString<wchar_t> part;
     part.reserve(count);
     return part.append(before).append(behind);
 }
 
 LightweightString<wchar_t> const& TextDocument::text() const {
-    if (textRevision_ != revision_) text_ = substr(0, length());
+    if (!isWhole()) text_ = substr(0, length());
     textRevision_ = revision_;
     return text_;
 }
 
+std::pair<std::wstring_view, std::wstring_view> TextDocument::parts(std::size_t index,
+                                                                    std::size_t count) const {
+    if (!isWhole()) return buffer_.parts(index, count);
+    return {text_.view().substr(index, count), {}};
+}
+
 bool TextDocument::holds(std::size_t index, std::wstring_view text) const {
-    auto const [before, behind] = buffer_.parts(index, text.size());
+    auto const [before, behind] = parts(index, text.size());
     return before == text.substr(0, before.size()) && behind == text.substr(before.size());
 }
 
 void TextDocument::change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text) {
-    buffer_.replace(index, count, text.view());
+    bool const isOther = count == length_;
+    if (isOther) {
+        buffer_ = GapBuffer();
+    } else {
+        if (!isBufferInUse_) buffer_.replace(0, 0, this->text().view());
+        buffer_.replace(index, count, text.view());
+    }
+    isBufferInUse_ = !isOther;
+    length_ = length_ - count + text.size();
     ++revision_;
-    text_.clear();
+    text_ = isOther ? text : LightweightString<wchar_t>();
+    if (isOther) textRevision_ = revision_;
     selection_ = {};
     if (view_) view_->textEdited({index, count, text});
 }
@@ -82,8 +97,6 @@ bool TextDocument::setText(LightweightString<wchar_t> const& text) {
     if (kept.size() == length() && holds(0, kept.view())) return false;
     history_.clear();
     change(0, length(), kept);
-    text_ = kept;
-    textRevision_ = revision_;
     cursor_ = clamped(cursor_);
     return true;
 }

@@ -50,9 +50,9 @@ public:
     void setView(iTextView* view) { view_ = view; }
 
     // --- Text
-    std::size_t length() const { return buffer_.size(); }
+    std::size_t length() const { return length_; }
     /// `index` must be below `length()`.
-    wchar_t at(std::size_t index) const { return buffer_[index]; }
+    wchar_t at(std::size_t index) const { return isWhole() ? text_[index] : buffer_[index]; }
     LightweightString<wchar_t> substr(std::size_t index, std::size_t count) const;
     /// All of it; kept until the text changes.
     LightweightString<wchar_t> const& text() const;
@@ -89,11 +89,17 @@ public:
 
 private:
     int clamped(int index) const;
+    /// Whether `text_` is the text now.
+    bool isWhole() const { return textRevision_ == revision_; }
+    std::pair<std::wstring_view, std::wstring_view> parts(std::size_t index, std::size_t count) const;
     /// Whether the text has these characters there; they must fit.
     bool holds(std::size_t index, std::wstring_view text) const;
     void change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text);
 
+    /// The text while it is edited; of a text that was only set, nothing.
     GapBuffer buffer_;
+    bool isBufferInUse_ = false;
+    std::size_t length_ = 0;
     UndoHistory history_;
     iTextView* view_ = nullptr;
     std::uint64_t revision_ = 0;

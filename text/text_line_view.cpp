@@ -65,8 +65,7 @@ std::optional<TextLineView::Extent> TextLineView::takeChanged(int width, TextSel
 
 void TextLineView::place(int width, int leftMargin, int rightMargin, TextAlignment alignment, int cursor) {
     int const room = width - leftMargin - rightMargin;
-    // How far a long text reaches does not matter where it begins at the left.
-    int const text = alignment == eAlignLeft ? shown_.widthUpTo(room + scroll_ + 1) : textWidth();
+    int const text = textWidth();
     origin_ = alignment == eAlignRight    ? width - rightMargin - text
               : alignment == eAlignCentre ? (width - text) / 2
                                           : leftMargin;

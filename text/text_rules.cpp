@@ -56,7 +56,9 @@ bool TextRules::isAllowed(wchar_t character) const {
 }
 
 bool TextRules::areAllowed(std::wstring_view text) const {
-    if (!std::ranges::all_of(text, canBeEntered)) return false;
+    bool good = true;
+    for (wchar_t const c : text) good = good & canBeEntered(c);
+    if (!good) return false;
     return restriction_ == eNoRestriction ||
            std::ranges::none_of(text, [this](wchar_t c) { return isRestricted(c); });
 }

@@ -126,6 +126,23 @@ LightweightString<char> toUTF8(LightweightString<wchar_t> const& text) {
     return LightweightString<char>(bytes);
 }
 
+namespace {
+
+/// So many bytes are looked at together.
+constexpr std::size_t asciiStep = 16;
+
+/// Widens so many bytes; false when they are not all ASCII.
+bool widenAscii(char const* bytes, wchar_t* to) {
+    unsigned char all = 0;
+    for (std::size_t i = 0; i < asciiStep; ++i) {
+        all = static_cast<unsigned char>(all | static_cast<unsigned char>(bytes[i]));
+        to[i] = static_cast<unsigned char>(bytes[i]);
+    }
+    return all < 0x80;
+}
+
+} // namespace
+
 LightweightString<wchar_t> fromUTF8(LightweightString<char> const& bytes) {
     LightweightString<wchar_t> text;
     text.reserve(bytes.size());
@@ -133,6 +150,11 @@ LightweightString<wchar_t> fromUTF8(LightweightString<char> const& bytes) {
     char const* const end = bytes.end();
     for (char const* at = bytes.begin(); at != end;) {
         std::size_t length = 0;
+        while (length + asciiStep <= part.size() && end - at >= static_cast<std::ptrdiff_t>(asciiStep) &&
+               widenAscii(at, part.data() + length)) {
+            at += asciiStep;
+            length += asciiStep;
+        }
         while (at != end && length < part.size()) {
             bool const isAscii = static_cast<unsigned char>(*at) < 0x80;
             part[length++] =
