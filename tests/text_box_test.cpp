@@ -349,6 +349,11 @@ TEST_F(TextBoxes, ShowHintsMasksAndSuffixes) {
     EXPECT_EQ(said.value, L"*******");
     EXPECT_EQ(said.content->text, L"*******");
     EXPECT_EQ(made->getText(), L"se\u0301cret");
+    driver_.type(L" word");
+    driver_.key(C | Key::left);
+    EXPECT_EQ(made->getCursorPosition(), 0) << "its words are not told apart";
+    driver_.doubleClick(made);
+    EXPECT_EQ(made->getSelectedText(), made->getText());
     WindowsClipboard::addText(L"before");
     WindowsClipboard::addSelection(L"before");
     driver_.key(C | 'A');

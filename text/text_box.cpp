@@ -77,21 +77,21 @@ void TextBox::setText(UIString const& text) {
     setTextInternal(text.text());
 }
 
-void TextBox::setNewWidgetValue(Text& value, eRedrawFlag) {
+void TextBox::setNewWidgetValue(Text& value, eRedrawFlag redraw) {
     DispatchScope const scope;
     isPending_ = false;
     handedOver_ = value;
-    setTextInternal(handedOver_);
+    setTextInternal(handedOver_, redraw);
 }
 
-void TextBox::setTextInternal(Text const& text) {
+void TextBox::setTextInternal(Text const& text, eRedrawFlag redraw) {
     DispatchScope const scope;
     if (!document().setText(text)) return;
     noteChangeByProgram();
     line_->resetScroll();
     document().setCursor(isEditing_ ? document().cursor() : 0);
     LifeGuard const life = guard();
-    updateShown();
+    updateShown(redraw);
     if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
@@ -154,12 +154,12 @@ void TextBox::textEdited(TextEdit const& edit) {
     line_->edit(edit, isObfuscatedDisplay() ? Text(edit.inserted.size(), maskCharacter) : edit.inserted);
 }
 
-void TextBox::updateShown() {
+void TextBox::updateShown(eRedrawFlag redraw) {
     isOutdated_ = isInKey_;
     if (isInKey_) return;
     updateVisibleWindow();
     placeCaret();
-    damageText();
+    if (redraw) damageText();
     describeChanged(DescriptionChange::selection);
 }
 

@@ -214,10 +214,10 @@ private:
         friend bool operator==(Margins const&, Margins const&) = default;
     };
     Margins margins() const;
-    void setTextInternal(Text const& text);
+    void setTextInternal(Text const& text, eRedrawFlag redraw = eRedrawYes);
     void showAll();
     /// Shows what has become of text, cursor and selection.
-    void updateShown();
+    void updateShown(eRedrawFlag redraw = eRedrawYes);
     /// The same if one of the two has moved.
     void updateIfMoved(int cursor, TextSelection const& selection);
     void noteEdit(bool hasChanged);

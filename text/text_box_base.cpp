@@ -128,6 +128,7 @@ void TextBoxBase::setCharacters(LightweightString<wchar_t> const& characters,
 }
 
 void TextBoxBase::setObfuscatedDisplay(bool obfuscated) {
+    document_.setOneWord(obfuscated);
     changeSetting(*this, isObfuscated_, obfuscated, Effect::paint | Effect::value);
 }
 

@@ -132,8 +132,11 @@ LightweightString<wchar_t> TextDocument::selectedText() const {
 }
 
 int TextDocument::seek(int from, iFont::eCharSeekMethod method, int index) const {
-    if (method == iFont::eSeekStart) return 0;
-    if (method == iFont::eSeekEnd) return static_cast<int>(length());
+    auto const is = [&](iFont::eCharSeekMethod edge, iFont::eCharSeekMethod word) {
+        return method == edge || (isOneWord_ && method == word);
+    };
+    if (is(iFont::eSeekStart, iFont::eSeekPrevWord)) return 0;
+    if (is(iFont::eSeekEnd, iFont::eSeekNextWord)) return static_cast<int>(length());
     if (method == iFont::eSeekAbsolute) return clamped(index < 0 ? from : index);
     auto const start = static_cast<std::size_t>(clamped(from));
     for (std::size_t reach = neighbourhood;; reach *= 4) {
@@ -144,6 +147,7 @@ int TextDocument::seek(int from, iFont::eCharSeekMethod method, int index) const
 }
 
 std::pair<int, int> TextDocument::wordAt(int index) const {
+    if (isOneWord_) return {0, static_cast<int>(length())};
     auto const place = static_cast<std::size_t>(clamped(index));
     Excerpt const near(*this, place, longestWord);
     auto const [from, to] = Glib::wordInText(near.view(), near.toExcerpt(place));

@@ -74,6 +74,8 @@ public:
     void dropSelection() { selection_ = {}; }
     LightweightString<wchar_t> selectedText() const;
 
+    /// Whether the words are not to be found out: all of the text counts as one.
+    void setOneWord(bool isOneWord) { isOneWord_ = isOneWord; }
     /// The gap that a move leads to, from a gap.
     int seek(int from, iFont::eCharSeekMethod method, int index = iFont::currentIndex) const;
     /// The word, row of blanks or other character beside a gap, as two gaps.
@@ -99,6 +101,7 @@ private:
     /// The text while it is edited; of a text that was only set, nothing.
     GapBuffer buffer_;
     bool isBufferInUse_ = false;
+    bool isOneWord_ = false;
     std::size_t length_ = 0;
     UndoHistory history_;
     iTextView* view_ = nullptr;
