@@ -39,10 +39,9 @@ public:
                              Label::Part::secondary);
         note.wraps = true;
         column->add(std::make_unique<Label>(note));
-        place_ = new Label(L"No box is being edited");
+        place_ = column->add(std::make_unique<Label>(L"No box is being edited"));
         auto* const form = column->add(std::make_unique<FormLayout>());
         for (Sample const& sample : samples) addSample(*form, sample);
-        column->add(std::unique_ptr<Label>(place_));
         column->addStretch();
     }
 
