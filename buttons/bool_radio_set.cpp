@@ -32,7 +32,6 @@ bool BoolRadioSet::setWidgets(Checkbox* first, Checkbox* second, bool firstIsTru
     if (!first || !second || first == second) return false;
     for (Checkbox* const box : {first, second}) {
         std::uint32_t const index = addMember(*box);
-        if (index == refused) return false;
         CheckboxMembers::join(*box, *this, index, checkboxCallback, this);
         box->setShownMixed(isDataMixed());
     }

@@ -160,14 +160,14 @@ void ScrollBar::jump(XY<int> const& place) {
     if (life.alive() && isDragging() && getWidgetValue() != before) stepGesture(gesture_, before);
 }
 
-/// About its middle while there is room on both sides; the held end never passes the middle.
+/// About its middle while there is room on both sides. The held end never passes the middle, since the least
+/// share is left between the ends.
 void ScrollBar::resizeBy(double change) {
     double const growth = change * resizingEnd_;
     double const position = position_ - growth;
     bool const hasRoom = position >= 0 && size_ + position + 2 * growth <= 1;
     double const size = size_ + (hasRoom ? 2 : 1) * growth;
-    double const middle = position_ + size_ / 2;
-    if (size < leastShare || (resizingEnd_ > 0 ? position + size <= middle : position >= middle)) return;
+    if (size < leastShare) return;
     LifeGuard const life = guard();
     setThumbSize(size);
     if (life.alive()) setThumbPos(position);

@@ -17,7 +17,7 @@ constexpr double laneShade = 0.08;
 constexpr int slimShare = 5;
 /// What the filling of a channel has of the accent as an ink; the rest is the accent as a face.
 constexpr double fillShare = 0.5;
-/// What a thumb that answers has of the colour of marks.
+/// What a thumb that answers has of the other colour.
 constexpr double hoverShare = 0.4;
 constexpr double pressShare = 0.8;
 /// The lines at each end of a thumb, and how far inside they are; shorter thumbs have none.
@@ -31,7 +31,10 @@ unsigned int roundEnds(IntBox const& box) {
 
 Colour answering(Colour const& colour, ControlState const& state, Palette const& palette) {
     double const share = state.isPressed ? pressShare : state.isHovered ? hoverShare : 0.0;
-    return share > 0.0 ? Colour::mix(palette.mark(eMarkNormal), colour, share) : colour;
+    // What has the colour of marks already answers with the accent.
+    Colour const& marks = palette.mark(eMarkNormal);
+    Colour const& other = colour == marks ? palette.mark(eMarkAccent) : marks;
+    return share > 0.0 ? Colour::mix(other, colour, share) : colour;
 }
 
 Colour colourOf(Thumb const& thumb, Palette const& palette) {

@@ -208,10 +208,12 @@ TEST_F(Buttons, WhatIsThrownOrDestroyedOnTheWayLeavesItInStep) {
 
 TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     Button* const button = addButton();
-    show(new Glob(80, 24), 20, 20);
+    show(new Glob(20, 24), 50, 20);
     ASSERT_TRUE(button->claimKbdFocus());
     driver_.keyDown(Key::enter);
     EXPECT_EQ(sent(), "apply");
+    moveIn(button, 5, 5);
+    EXPECT_TRUE(Driver::describe(*button).states & GlobDescription::pressed);
     EXPECT_EQ(Consistency(driver_).fault(), "");
     driver_.keyUp(Key::enter);
     EXPECT_EQ(Consistency(driver_).fault(), "") << "shown up again";
@@ -222,22 +224,6 @@ TEST_F(Buttons, ReturnAndSpaceClickItAtItsCentreWhateverLiesThere) {
     button->setIgnoreMouseClicks(true);
     driver_.key(Key::space);
     EXPECT_EQ(sent(), "apply apply");
-}
-
-TEST_F(Buttons, AnInactiveButtonLetsEverythingPass) {
-    auto* const probe = show(new ProbeGlob(200, 100), 10, 10);
-    auto* const button = addTo(probe, new Button(L"b", "b", 60, 24), BottomLeft(5, 5));
-    int heard = 0;
-    probe->onReact = [&](Event const& event) { return mouse_event(event) && ++heard > 0; };
-    button->setEnabledState(false);
-    EXPECT_FALSE(button->isTabStopActive());
-    driver_.click(button);
-    EXPECT_EQ(heard, 3) << "move, press, release";
-    button->setEnabledState(true);
-    driver_.press(button, Driver::Button::right);
-    driver_.release(Driver::Button::right);
-    EXPECT_EQ(heard, 5) << "the right button is none of its business";
-    driver_.settle();
 }
 
 TEST_F(Buttons, TabFocusIsTheKeyboardFocus) {
@@ -341,16 +327,49 @@ TEST_F(Buttons, LabelsFitAndSayTheRestInATip) {
                  driver_.pixel(flat, {20, 3}) == flat->getPalette().text(eTextEnabled).getAsLong());
 }
 
+TEST_F(Buttons, IndicatorsAndIconsStandAtTheirEnd) {
+    Button* const button = addButton(L" ");
+    driver_.moveTo({390, 390});
+    // The columns that show something.
+    auto const ink = [&](eButtonStyle style, TextAlignment alignment) {
+        button->setStyle(style);
+        button->setAlignment(alignment);
+        button->makeDirty();
+        driver_.settle();
+        XY<int> columns{80, 0};
+        for (int x = 2; x < 78; ++x)
+            for (int y = 3; y < 21; ++y)
+                if (driver_.pixel(button, {x, y}) != driver_.pixel(button, {6, 3}))
+                    columns = {std::min(columns.x, x), x + 1};
+        return columns;
+    };
+    XY<int> const folding = ink(eButtonFolding, eAlignCentre);
+    XY<int> const dropDown = ink(eButtonDropDown, eAlignCentre);
+    EXPECT_NEAR(folding.x + folding.y, 2 * (80 - 8), 2);
+    EXPECT_NEAR(dropDown.x + dropDown.y, 2 * (80 - 8), 2);
+    UifStd::Metrics metrics;
+    metrics.utilityFontSize = 18;
+    UifStd::setMetrics(metrics);
+    EXPECT_EQ(ink(eButtonFolding, eAlignCentre), folding);
+    EXPECT_NE(ink(eButtonDropDown, eAlignCentre), dropDown) << "in the utility font's size";
+    button->setIcons(L"led_red.png", L"");
+    XY<int> const icon = ink(eButtonStandard, eAlignLeft);
+    EXPECT_NEAR(icon.x + icon.y, 2 * (80 - 12) - Glib::loadIcon(L"led_red.png")->size().x, 2);
+    UifStd::setMetrics({});
+}
+
 TEST_F(Buttons, StylesIconsAndCustomDrawing) {
     Button* const button = addButton();
     static Button const* drawn = nullptr;
     button->setCustomDrawFn([](Button const& which) { drawn = &which; });
     driver_.settle();
     EXPECT_EQ(drawn, button);
-    auto* const flat = show(new Button(L"", "m", 60, 24), 250, 20);
+    auto* const ground = show(new StandardPanel(XY<int>{100, 40}), 230, 10);
+    ground->setCol(Colour::fromLong(0xFF0000));
+    auto* const flat = addTo(ground, new Button(L"", "m", 60, 24), BottomLeft(20, 10));
     flat->setStyle(eButtonFlat);
     driver_.settle();
-    EXPECT_FALSE(driver_.painted(flat)) << "it has no face at rest";
+    EXPECT_EQ(driver_.pixel(flat, {30, 12}), 0xFF0000u) << "it has no face at rest";
     auto* const edged = show(new CustomBorderButton(L"", "m", 60, 24), 150, 20);
     edged->setCustomBorderColours(Colour::fromLong(0xFF0000), Colour::fromLong(0x00FF00));
     driver_.settle();

@@ -1,51 +1,59 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
 #include "buttons/bool_radio_set.h"
 #include "buttons/checkbox_group.h"
-#include "buttons/checkbox_radio_set.h"
 #include "buttons/radio_set.h"
-#include "host/drawing/uif_std.h"
+#include "foundation/tab_order_manager.h"
+#include "foundation/val_server_adaptor.h"
 #include "host/objects/description.h"
+#include "host/objects/tooltip_details.h"
+#include "host/windows/look.h"
 
 namespace wainscot {
 namespace {
 
-/// Panels of members of which one is chosen.
+/// Members of which one is chosen.
 class ChoiceSets : public WidgetTest {
 protected:
-    template <class Panel>
-    Panel* add(std::unique_ptr<Panel> panel) {
-        Panel* const added = root_->addChild(std::move(panel), BottomLeft(20, 20));
-        if (added) order_.addTabStopsFrom(added);
-        driver_.settle();
-        return added;
+    CheckboxRadioSet* addSet(unsigned char columns = 1) {
+        return addSet({L"a", L"b", L"c", L"d", L"e"}, columns);
     }
-    CheckboxRadioSet* addSet(unsigned char columns = 1, int selected = -1) {
-        CheckboxRadioSet::InitArgs args({L"a", L"b", L"c", L"d", L"e"});
-        args.columns = columns;
-        args.selected = selected;
-        return add(std::make_unique<CheckboxRadioSet>(args));
+    CheckboxRadioSet* addSet(std::vector<UIString> labels, unsigned char columns = 1, int x = 20) {
+        CheckboxRadioSet* const set = show(newSet(std::move(labels), -1, columns), x);
+        order_.addTabStopsFrom(set);
+        return set;
     }
-    Checkbox* addBox(int x) {
-        return root_->addChild(Checkbox::make(0, 0, L"box", false), BottomLeft(x, 250));
+    RadioSet* addButtons(Vector<LightweightString<wchar_t>> const& labels, int x = 20, int y = 20) {
+        RadioSet* const set = show(new RadioSet(RadioSet::InitArgs(labels)), x, y);
+        order_.addTabStopsFrom(set);
+        return set;
     }
-    /// Which members are ticked, as a row of digits.
-    static std::string ticks(CheckboxPanel const& panel) {
-        std::string row;
+    Checkbox* addBox(int x, int y = 250) { return show(newBox(), x, y); }
+    /// Which members are so, as a row of digits.
+    static std::string row(CheckboxPanel const& panel, bool (*isSo)(Checkbox&)) {
+        std::string digits;
         for (int i = 0; i < panel.getNumCheckboxes(); ++i) {
-            Checkbox const* const box = panel.getCheckbox(i);
-            row += !box ? '-' : box->isTicked() ? '1' : '0';
+            Checkbox* const box = panel.getCheckbox(i);
+            digits += !box ? '-' : isSo(*box) ? '1' : '0';
         }
-        return row;
+        return digits;
+    }
+    static std::string ticks(CheckboxPanel const& panel) {
+        return row(panel, [](Checkbox& box) { return box.isTicked(); });
     }
     /// Which members Tab stops at.
     static std::string stops(CheckboxPanel const& panel) {
-        std::string row;
-        for (int i = 0; i < panel.getNumCheckboxes(); ++i) {
-            Checkbox* const box = panel.getCheckbox(i);
-            row += !box ? '-' : box->isTabStopActive() ? '1' : '0';
-        }
-        return row;
+        return row(panel, [](Checkbox& box) { return box.isTabStopActive(); });
+    }
+    /// Without the pointer on it.
+    std::vector<std::uint32_t> picture(Glob const* glob) {
+        driver_.moveTo({590, 490});
+        driver_.settle();
+        std::vector<std::uint32_t> pixels;
+        for (int x = 0; x < glob->width(); ++x)
+            for (int y = 0; y < glob->height(); ++y) pixels.push_back(driver_.pixel(glob, {x, y}));
+        return pixels;
     }
 
     TabOrderManager order_{false};
@@ -159,21 +167,13 @@ TEST_F(ChoiceSets, MembersOfColumnsShareTheWidthAndShrinkWhereThereIsNoRoom) {
 
 TEST_F(ChoiceSets, TheChosenLabelIsBoldOrColoured) {
     CheckboxRadioSet* const set = addSet();
-    auto const picture = [&] {
-        driver_.settle();
-        Checkbox const* const box = set->getCheckbox(0);
-        std::vector<std::uint32_t> pixels;
-        for (int x = box->getTickExtents().x2; x < box->width(); ++x)
-            pixels.push_back(driver_.pixel(box, {x, box->height() / 2}));
-        return pixels;
-    };
     set->setSelectedItem(0);
-    auto const plain = picture();
+    auto const plain = picture(set);
     set->setBoldWhenTicked(true);
-    auto const bold = picture();
+    auto const bold = picture(set);
     EXPECT_NE(bold, plain);
     set->setTextColourWhenTicked(Colour(255, 0, 0));
-    EXPECT_NE(picture(), bold);
+    EXPECT_NE(picture(set), bold);
     set->setAppearance(Checkbox::greenLight);
     EXPECT_TRUE(set->getCheckbox(4)->isLight());
     EXPECT_NE(driver_.find(Role::radioGroup, L""), nullptr);
@@ -234,8 +234,7 @@ TEST_F(ChoiceSets, ATruthValueHasTwoSides) {
 }
 
 TEST_F(ChoiceSets, AGroupReportsItsClicks) {
-    auto* const group =
-        add(std::make_unique<CheckboxGroup>(CheckboxGroup::InitArgs(L"Tracks", {L"V", L"A"})));
+    auto* const group = show(new CheckboxGroup(CheckboxGroup::InitArgs(L"Tracks", {L"V", L"A"})));
     EXPECT_EQ(group->getLastClicked(), -1);
     driver_.click(group->getCheckbox(1));
     EXPECT_EQ(told(), "CheckboxGroupClicked");
@@ -250,12 +249,16 @@ TEST_F(ChoiceSets, AGroupReportsItsClicks) {
 }
 
 TEST_F(ChoiceSets, AButtonSetPassesOnTheOnHalfOfAChange) {
-    auto* const set = add(std::make_unique<RadioSet>(RadioSet::InitArgs({L"one", L"longer", L"x"})));
+    auto* const set = addButtons({L"one", L"longer", L"x"});
     EXPECT_EQ(set->getSelectedItem(), -1);
     driver_.click(set->getButton(0));
     EXPECT_EQ(told(), "radio_set_message");
     driver_.click(set->getButton(2));
     EXPECT_EQ(told(), "radio_set_message") << "not for the one that went up";
+    Event off(EventKind::message);
+    off.setMessage("one off");
+    off.setSender(set->getButton(0));
+    EXPECT_TRUE(set->handleEvent(off));
     driver_.click(set->getButton(2));
     set->setSelectedItem(1);
     EXPECT_EQ(told(), "");
@@ -268,12 +271,292 @@ TEST_F(ChoiceSets, AButtonSetPassesOnTheOnHalfOfAChange) {
     EXPECT_EQ(set->getButton(2)->box().x2, set->width());
     EXPECT_EQ(set->getButton(1)->box().x1, set->getButton(0)->box().x2);
     Colour red(200, 0, 0);
-    auto* const upright = add(std::make_unique<RadioSet>(Vector<LightweightString<wchar_t>>{L"a", L"b"},
-                                                         Palette(), 60, 60, true, nullptr, &red));
+    auto* const upright = show(
+        new RadioSet(Vector<LightweightString<wchar_t>>{L"a", L"b"}, Palette(), 60, 60, true, nullptr, &red));
     EXPECT_EQ(upright->getButton(0)->box().y1, upright->getButton(1)->box().y2);
     upright->setActive(false);
     driver_.click(upright->getButton(0));
     EXPECT_EQ(upright->getSelectedItem(), -1);
+}
+
+TEST_F(ChoiceSets, AMemberThatWentToAnotherSetIsNoConcernOfTheFormerOne) {
+    CheckboxRadioSetBase former, present;
+    Checkbox* const stayed = addBox(20);
+    Checkbox* const moved = addBox(120);
+    Checkbox* const third = addBox(220);
+    for (Checkbox* box : {stayed, moved}) former.addCheckbox(box);
+    for (Checkbox* box : {moved, third}) present.addCheckbox(box);
+    driver_.click(moved);
+    driver_.click(stayed);
+    EXPECT_TRUE(stayed->isTicked() && moved->isTicked()) << "one in each set";
+    former.setSelectedItem(1);
+    EXPECT_TRUE(stayed->isTicked());
+    driver_.click(third);
+    former.setSelectedItem(1);
+    EXPECT_TRUE(third->isTicked() && !moved->isTicked());
+    former.addCheckbox(moved);
+    driver_.click(moved);
+    EXPECT_TRUE(moved->isTicked() && !stayed->isTicked()) << "back again";
+}
+
+TEST_F(ChoiceSets, TheSameMemberTwiceCanStillBeChosen) {
+    CheckboxRadioSetBase set;
+    Checkbox* const twice = addBox(20);
+    Checkbox* const other = addBox(120);
+    for (Checkbox* box : {twice, twice, other}) set.addCheckbox(box);
+    driver_.click(twice);
+    EXPECT_TRUE(twice->isTicked());
+    EXPECT_FALSE(twice->isNotChosen());
+}
+
+TEST_F(ChoiceSets, TheFocusStaysWithARefusedArrowAndWhereTheOwnerMovedIt) {
+    CheckboxRadioSet* const set = addSet({L"a", L"b", L"c"});
+    Checkbox* const elsewhere = addBox(300);
+    set->setSelectedItem(0);
+    auto const adaptor = Qv::makePtr<TestData<int>>();
+    adaptor->accepts = false;
+    set->setDataAdaptor(adaptor);
+    set->getCheckbox(0)->claimKbdFocus();
+    driver_.key(Key::down);
+    EXPECT_EQ(ticks(*set), "100");
+    EXPECT_EQ(get_kbd_focus(), set->getCheckbox(0));
+    adaptor->accepts = true;
+    adaptor->onAsk = [&] { elsewhere->claimKbdFocus(); };
+    driver_.key(Key::down);
+    EXPECT_EQ(ticks(*set), "010");
+    EXPECT_EQ(get_kbd_focus(), elsewhere);
+}
+
+TEST_F(ChoiceSets, AClickTakesTheFocusOfItsSetAlong) {
+    CheckboxRadioSet* const set = addSet({L"a", L"b", L"c", L"d"});
+    auto* const after = show(new Button(L"after", "after", 60, 24), 300);
+    order_.addTabStop(*after);
+    set->setSelectedItem(0);
+    order_.incrementTabStop();
+    ASSERT_EQ(get_kbd_focus(), set->getCheckbox(0));
+    driver_.click(set->getCheckbox(2));
+    order_.incrementTabStop();
+    EXPECT_EQ(get_kbd_focus(), after) << "a set is one stop";
+}
+
+TEST_F(ChoiceSets, PanelsDoNotTakeBackMembersThatWentElsewhere) {
+    CheckboxRadioSet* const set = addSet({L"a", L"b"});
+    auto* const buttons = addButtons({L"a", L"b"}, 200);
+    Glob* const other = show(new Glob(200, 100), 20, 200);
+    other->addChild(set->getCheckbox(1), BottomLeft(0, 0));
+    other->addChild(buttons->getButton(1), BottomLeft(0, 50));
+    set->resize(90, 90);
+    buttons->resize(90, 30);
+    EXPECT_EQ(set->getCheckbox(1)->parent(), other);
+    EXPECT_EQ(buttons->getButton(1)->parent(), other);
+}
+
+TEST_F(ChoiceSets, MixedIsDrawnAndAnnouncedInEveryAppearance) {
+    for (auto appearance : {Checkbox::tickBox, Checkbox::roundTickBox, Checkbox::redLight}) {
+        Checkbox* const box = addBox(20);
+        box->setAppearance(appearance);
+        auto const adaptor = Qv::makePtr<TestData<bool>>();
+        box->setDataAdaptor(adaptor);
+        auto const plain = picture(box);
+        GlobDescription const before = Driver::describe(*box);
+        adaptor->mixed = true;
+        adaptor->forceWidgetUpdate(eRedrawYes);
+        EXPECT_NE(picture(box), plain) << static_cast<int>(appearance);
+        GlobDescription const after = Driver::describe(*box);
+        EXPECT_TRUE(before.states != after.states || before.value != after.value);
+        destroy(box);
+    }
+    CheckboxRadioSet* const set = addSet({L"a", L"b"});
+    auto const adaptor = Qv::makePtr<TestData<int>>();
+    set->bindTo(adaptor);
+    auto const plain = picture(set);
+    adaptor->mixed = true;
+    adaptor->forceWidgetUpdate(eRedrawYes);
+    EXPECT_NE(picture(set), plain);
+}
+
+TEST_F(ChoiceSets, ARefusedChoiceGoesBackToWhatWasShown) {
+    CheckboxRadioSet* const set = addSet({L"a", L"b", L"c"});
+    set->setSelectedItem(0);
+    set->getCheckbox(0)->setState(false);
+    set->getCheckbox(1)->setState(true);
+    auto const adaptor = Qv::makePtr<TestData<int>>();
+    adaptor->accepts = false;
+    set->setDataAdaptor(adaptor);
+    driver_.click(set->getCheckbox(2));
+    EXPECT_EQ(ticks(*set), "010");
+    // One that throws leaves everything as the data is.
+    expectDiagnostic("exception in handler");
+    auto const truth = Qv::makePtr<TestData<bool>>();
+    truth->onAsk = [] { throw 1; };
+    BoolRadioSet pair;
+    EXPECT_TRUE(pair.setWidgets(addBox(300), addBox(300, 100), true));
+    pair.setDataAdaptor(truth);
+    driver_.click(pair.member(0));
+    EXPECT_TRUE(!pair.getWidgetValue() && pair.member(1)->isTicked() && !pair.member(0)->isTicked());
+}
+
+TEST_F(ChoiceSets, AWidthOfZeroFitsTheFontThatIsGiven) {
+    Checkbox::InitArgs args(L"A label");
+    args.font.size = 30;
+    Checkbox* const box = show(new Checkbox(args));
+    EXPECT_GT(box->width(), Glib::loadFont(args.font)->textWidth(args.label.text()));
+}
+
+TEST_F(ChoiceSets, ColouredRadioButtonsFollowTheTheme) {
+    Colour const face(0.5, 0.5, 0.5);
+    auto* const button = show(new StdRadioButton(nullptr, L"HHHH", "m", face, nullptr, XY<int>{80, 24}));
+    Look::setTheme(eThemeLight);
+    auto const switched = picture(button);
+    auto* const fresh = show(new StdRadioButton(nullptr, L"HHHH", "m", face, nullptr, XY<int>{80, 24}), 200);
+    EXPECT_EQ(switched, picture(fresh));
+    Look::setTheme(eThemeDark);
+}
+
+TEST_F(ChoiceSets, ButtonsThatASetRefusedCannotBeClickedInItsPanel) {
+    expectDiagnostic("RadioSetBase:: attempt to exceed max no of radio buttons");
+    Vector<LightweightString<wchar_t>> const labels(radio_set::maxMembers + 1, L"x");
+    auto* const set = show(new RadioSet(RadioSet::InitArgs(labels, 4096, 24)));
+    set->setSelectedItem(5);
+    driver_.clickAt(set->screenBox().bottomLeft() + XY<int>{0, 3});
+    EXPECT_EQ(set->getSelectedItem(), 0) << "what is seen there is the first one";
+    set->setSelectedItem(5);
+    set->setActive(false);
+    driver_.clickAt(set->screenBox().bottomLeft() + XY<int>{0, 3});
+    EXPECT_EQ(set->getSelectedItem(), 5);
+}
+
+TEST_F(ChoiceSets, BoldLabelsAndTitlesHaveRoom) {
+    CheckboxRadioSet* const set = addSet({L"Chosen", L"Other"});
+    set->setBoldWhenTicked(true);
+    set->setSelectedItem(0);
+    TooltipDetails details;
+    EXPECT_FALSE(set->getCheckbox(0)->getTooltipDetails({2, 2}, details)) << "it is cut";
+    CheckboxGroup::InitArgs const args(L"A long title of a group", {L"V"});
+    auto* const group = show(new CheckboxGroup(args), 200);
+    EXPECT_GT(group->width(), Glib::loadFont(UifStd::getFont())->textWidth(args.title.text()));
+}
+
+TEST_F(ChoiceSets, LabelsAndSizesFollowTheUsersSize) {
+    CheckboxRadioSet* const set = addSet({L"Chosen", L"Other"});
+    auto* const button = show(new Button(L"Apply", "apply", 0, 0), 200);
+    auto* const buttons = addButtons({L"Fit", L"Fill"}, 20, 200);
+    std::vector<Glob*> const globs{set, set->getCheckbox(0), button, buttons};
+    std::vector<int> before;
+    for (Glob const* glob : globs) before.push_back(glob->width());
+    Look::setSize(2);
+    for (std::size_t i = 0; i < globs.size(); ++i)
+        EXPECT_NEAR(globs[i]->width(), 2 * before[i], before[i] / 4);
+    TooltipDetails details;
+    EXPECT_FALSE(set->getCheckbox(0)->getTooltipDetails({2, 2}, details)) << "it is cut";
+    Look::setSize(1);
+    for (std::size_t i = 0; i < globs.size(); ++i) EXPECT_EQ(globs[i]->width(), before[i]);
+    EXPECT_EQ(button->height(), UifStd::getButtonHeight());
+    for (Glob* const glob : globs) glob->resize(200, 40);
+    Look::setTheme(eThemeLight);
+    for (Glob const* glob : {globs[0], globs[2], globs[3]})
+        EXPECT_EQ(glob->size(), XY<int>(200, 40)) << "the owner's sizes stay";
+    Look::setTheme(eThemeDark);
+}
+
+TEST_F(ChoiceSets, TwoSetsShowOneValueAndOnlyTheClickedOneReports) {
+    ValServer<int> value(0);
+    CheckboxRadioSet* const three = addSet({L"a", L"b", L"c"});
+    CheckboxRadioSet* const two = addSet({L"a", L"b"}, 1, 200);
+    for (CheckboxRadioSet* set : {three, two}) {
+        set->setDataAdaptor(Qv::makePtr<ValServerAdaptor<int>>(value));
+        set->getDataAdaptor()->forceWidgetUpdate(eRedrawYes);
+    }
+    auto const both = [&] { return ticks(*three) + " " + ticks(*two); };
+    EXPECT_EQ(both(), "100 10");
+    driver_.click(three->getCheckbox(2));
+    EXPECT_EQ(both(), "001 00") << "the other has no such member";
+    EXPECT_EQ(value.value(), 2);
+    driver_.click(two->getCheckbox(1));
+    EXPECT_EQ(both(), "010 01");
+    EXPECT_EQ(told(), "CRSChanged CRSChanged");
+    value = -7;
+    EXPECT_EQ(both(), "000 00");
+    EXPECT_EQ(value.value(), -7) << "what is shown is not written back";
+}
+
+TEST_F(ChoiceSets, ArrowsStayInTheirColumnAndPassByWhatIsMissing) {
+    CheckboxRadioSet* const set = addSet({L"a", L"b", L"c", L"d", L"e", L"f", L"g"}, 3);
+    set->getCheckbox(0)->claimKbdFocus();
+    auto const after = [&](std::uint32_t key) {
+        driver_.key(key);
+        return set->getSelectedItem();
+    };
+    EXPECT_EQ(after(Key::down), 3);
+    EXPECT_EQ(after(Key::down), 6);
+    EXPECT_EQ(after(Key::down), 0);
+    EXPECT_EQ(after(Key::left), 6);
+    EXPECT_EQ(after(Key::right), 0);
+    EXPECT_EQ(after(Key::right), 1);
+    EXPECT_EQ(after(Key::up), 4);
+    set->getCheckbox(1)->setActive(false);
+    EXPECT_EQ(after(Key::down), 4) << "alone in its column";
+}
+
+/// Everything that can happen to members and sets, in random order.
+TEST_F(ChoiceSets, MembersAndSetsComeAndGoAtRandom) {
+    expectDiagnostic("keyboard focus refused");
+    expectDiagnostic("message not handled");
+    unsigned int seed = 1;
+    auto const random = [&](unsigned int n) {
+        return (seed = seed * 1664525U + 1013904223U, seed >> 16) % n;
+    };
+    for (int round = 0; round < 40; ++round) {
+        auto* const panel = show(new StandardPanel(400, 300), 0, 0);
+        std::unique_ptr<CheckboxRadioSetBase> sets[2];
+        for (auto& set : sets) set = std::make_unique<CheckboxRadioSetBase>();
+        auto pair = std::make_unique<BoolRadioSet>();
+        auto buttonSet = std::make_unique<radio_set>();
+        std::vector<Glob*> all;
+        for (int i = 0; i < 6; ++i) {
+            all.push_back(panel->addChild(Checkbox::make(0, 0, L"b", false), BottomLeft(10 + 50 * i, 10)));
+            all.push_back(panel->addChild(std::make_unique<radio_button>(L"r", "r", buttonSet.get(), 40, 24),
+                                          BottomLeft(10 + 50 * i, 60)));
+        }
+        for (int step = 0; step < 40; ++step) {
+            Glob* const glob = all[random(12)];
+            if (!is_good_glob_ptr(glob)) continue;
+            auto* const box = dynamic_cast<Checkbox*>(glob);
+            switch (random(9)) {
+            case 0:
+                if (auto& set = sets[random(2)]; set && box) set->addCheckbox(box);
+                break;
+            case 1:
+                if (pair && box) pair->setWidgets(box, sets[0] ? sets[0]->checkbox(0) : box, random(2) != 0);
+                break;
+            case 2:
+            case 3:
+                driver_.click(glob);
+                break;
+            case 4:
+                if (glob->claimKbdFocus()) driver_.key(random(2) != 0 ? Key::right : Key::left);
+                break;
+            case 5:
+                if (random(4) == 0) destroy(glob);
+                break;
+            case 6:
+                if (random(6) == 0) sets[random(2)].reset();
+                break;
+            case 7:
+                if (random(8) == 0)
+                    pair.reset();
+                else if (random(8) == 0)
+                    buttonSet.reset();
+                break;
+            default:
+                glob->setActive(random(2) != 0);
+                break;
+            }
+            driver_.settle();
+        }
+        destroy(panel);
+        driver_.settle();
+    }
 }
 
 } // namespace

@@ -113,7 +113,10 @@ TEST_F(RadioButtons, MembersAndSetsMayDieInAnyOrder) {
     EXPECT_EQ(told(), "") << "without its set";
     EXPECT_TRUE(buttons_[2]->isDown());
     expectDiagnostic("radio button's message too long");
-    buttons_[0]->setMessage(std::string(120, 'm').c_str());
+    for (std::size_t const length : {95U, 96U, 120U}) {
+        buttons_[0]->setMessage(std::string(length, 'm').c_str());
+        EXPECT_EQ(Diagnostics::entries().empty(), length + 4 <= radio_button::maxText) << "with \" off\"";
+    }
     buttons_[0]->switchState(buttonDown, true);
     EXPECT_EQ(told(), std::string(99, 'm'));
 }

@@ -1,9 +1,7 @@
+#include "tests/controls.h"
 #include "tests/host_fixture.h"
 
-#include "buttons/checkbox_radio_set.h"
 #include "buttons/radio_set.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "host/objects/glob_notices.h"
 
 namespace wainscot {
@@ -37,12 +35,11 @@ Row const rows[] = {
           glob.reshapeAndDraw({120, 30});
       }}},
     {[] {
-         return new CheckboxRadioSet(CheckboxRadioSet::InitArgs({L"a", L"b"}, 80, 40));
+         return newSet({L"a", L"b"});
      },
      {[](Glob& glob) { glob.resize(120, 30); }}},
-    {[] { return new ScrollBar(ScrollBar::InitArgs(eHorizontal, 200)); },
-     {[](Glob& glob) { glob.resize(120, 30); }}},
-    {[] { return new Slider(Slider::InitArgs(200)); }, {[](Glob& glob) { glob.resize(120, 30); }}},
+    {[] { return newBar(eHorizontal, {}, false, true); }, {[](Glob& glob) { glob.resize(120, 30); }}},
+    {[] { return newSlider(0); }, {[](Glob& glob) { glob.resize(120, 30); }}},
     {makePanel,
      {[](Glob& glob) { glob.resize(120, 100); },
       [](Glob& glob) {

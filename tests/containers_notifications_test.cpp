@@ -1,8 +1,6 @@
+#include "tests/controls.h"
 #include "tests/sent_notifications.h"
 
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
-#include "host/drawing/uif_std.h"
 #include "host/services/preferences.h"
 
 namespace wainscot {
@@ -117,10 +115,7 @@ TEST_F(ContainerNotifications, OfScrollBars) {
             {"data", "", bound(takeBack)},
         },
         [] {
-            ScrollBar::InitArgs args(eHorizontal, 208);
-            args.thumb = {0.25, 0.5};
-            args.resizable = true;
-            return new ScrollBar(args);
+            return newBar(eHorizontal, {0.25, 0.5}, true, true);
         });
 }
 
@@ -176,11 +171,7 @@ TEST_F(ContainerNotifications, OfSliders) {
             {"data", "", bound(point)},
             {"data", "", bound(takeBack)},
         },
-        [margin] {
-            Slider::InitArgs args(Colour(0.4, 0.5, 0.6), static_cast<unsigned short>(200 + margin));
-            args.value = 0.5;
-            return new Slider(args);
-        });
+        [] { return newSlider(0.5); });
 }
 
 } // namespace wainscot

@@ -1,11 +1,11 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "containers/scroll_bar.h"
-#include "foundation/val_server_adaptor.h"
-#include "host/drawing/uif_std.h"
-#include "host/objects/description.h"
+#include "host/events/event.h"
+#include "host/objects/glob_notices.h"
 #include "host/services/preferences.h"
 
+#include <climits>
 #include <limits>
 
 namespace wainscot {
@@ -14,28 +14,12 @@ namespace {
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Bars of 24 pixels with margins of 4, so that thumbs are at least 16 long, with a track of 200.
+/// Bars of 24 pixels with margins of 4, so that thumbs are at least 16 long.
 class ScrollBars : public WidgetTest {
 protected:
-    ScrollBars() {
-        UifStd::Metrics metrics;
-        metrics.widgetGap = 8;
-        metrics.indentWidth = 4;
-        UifStd::setMetrics(metrics);
-    }
-    ~ScrollBars() override { UifStd::setMetrics({}); }
-
     ScrollBar* add(Orientation orientation, ThumbSettings thumb, bool resizable = false,
                    bool arrows = false) {
-        ScrollBar::InitArgs args(orientation, 208);
-        args.thumb = thumb;
-        args.resizable = resizable;
-        args.arrowButtons = arrows;
-        auto* const bar = new ScrollBar(args);
-        root_->addChild(bar, BottomLeft(20, 20));
-        driver_.settle();
-        root_->forgetMessages();
-        return bar;
+        return show(newBar(orientation, thumb, resizable, arrows));
     }
     /// Records the types of all reports instead of sending them.
     void listen(ScrollBar* bar) {
@@ -46,10 +30,6 @@ protected:
             if (handler) handler();
             return 1;
         }));
-    }
-    void pressAt(Glob* glob, int x, int y, Driver::Button button = Driver::Button::left) {
-        moveIn(glob, x, y);
-        driver_.press(button);
     }
     /// What was sent since it was last asked, without the prefix.
     std::string sent() {
@@ -113,7 +93,6 @@ TEST_F(ScrollBars, TheThumbLiesInProportionAndASmallOneGoesAllTheWay) {
         EXPECT_LE(thumb.width(), flat->getThumbRangePixels()) << length;
         EXPECT_GE(thumb.width(), 0) << length;
     }
-    UifStd::setMetrics({});
     flat->resize(200, ScrollBar::thickness());
     EXPECT_GE(flat->getThumbArea().height(), ScrollBar::thickness() / 2) << "wide margins leave a thumb";
     EXPECT_GE(flat->getThumbArea().width(), ScrollBar::thickness() / 2);
@@ -235,31 +214,17 @@ TEST_F(ScrollBars, APressInTheTrackTakesTheThumbWhereTheUserPrefersThat) {
     EXPECT_NEAR(bar->getThumbPos(), 0.475, 1e-9) << "only the left button";
 }
 
-TEST_F(ScrollBars, PressesThatAreNotForItGoOn) {
-    auto* const parent = new ProbeGlob(300, 200);
-    root_->addChild(parent, BottomLeft(0, 0));
-    ScrollBar* const bar = add(eHorizontal, {0, 0.1});
-    parent->addChild(bar, BottomLeft(20, 20));
+TEST_F(ScrollBars, PressesGoOnWhereThereIsNoWayToGo) {
+    auto* const parent = show(new ProbeGlob(300, 200), 0, 0);
+    ScrollBar* const bar = addTo(parent, newBar(eHorizontal, {0, 1}));
     int passed = 0;
     parent->onReact = [&](Event const& event) {
         if (mouse_down_event(event)) ++passed;
         return true;
     };
     driver_.settle();
-    auto const clickAndCount = [&](int x, Driver::Button button) {
-        passed = 0;
-        pressAt(bar, x, 10, button);
-        driver_.release(button);
-        return passed;
-    };
-    EXPECT_EQ(clickAndCount(100, Driver::Button::right), 1) << "only the left button pages";
-    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 0);
-    bar->setActive(false);
-    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 1);
-    bar->setActive(true);
-    bar->setThumbSize(1);
-    EXPECT_EQ(clickAndCount(100, Driver::Button::left), 1);
-    EXPECT_EQ(bar->getThumbPos(), 0);
+    driver_.click(bar);
+    EXPECT_EQ(passed, 1);
 }
 
 TEST_F(ScrollBars, TheWheelReportsButtonsForEachNotch) {
@@ -378,6 +343,157 @@ TEST_F(ScrollBars, TheReleaseIsReportedBeforeTheDragEndsAndTheHandlerMaySetTheBa
     EXPECT_EQ(bar->getThumbPos(), 0.1);
     EXPECT_THAT(heard_, ElementsAre(1));
     EXPECT_EQ(sent(), "") << "the listener hears it instead of the parent";
+}
+
+TEST_F(ScrollBars, ArrowButtonsMayDie) {
+    for (int victim = 0; victim < 2; ++victim) {
+        ScrollBar* const bar = add(eHorizontal, {0.25, 0.25}, false, true);
+        destroy(victim == 0 ? bar->firstChild() : bar->lastChild());
+        bar->setThumbPos(0.5);
+        bar->setPalette(Palette());
+        bar->setButtonCol(Colour(0.2, 0.3, 0.4));
+        bar->resize(180, 24);
+        driver_.settle();
+        driver_.click(bar);
+        destroy(bar);
+    }
+    told();
+}
+
+TEST_F(ScrollBars, DataMayDisableTheBarInItsRequest) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    auto const data = Qv::makePtr<TestData<ThumbSettings>>();
+    bar->setDataAdaptor(data);
+    data->onAsk = [bar] { bar->setActive(false); };
+    pressAt(bar, 70);
+    moveIn(bar, 90, midY);
+    driver_.release();
+    EXPECT_EQ(told(), "") << "what was under way has ended";
+    EXPECT_FALSE(bar->isDragging());
+}
+
+TEST_F(ScrollBars, EscapeKeepsASizeThatTheOwnerHasSet) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.5});
+    pressAt(bar, 90);
+    moveIn(bar, 100, midY);
+    bar->setThumbSize(0.25);
+    driver_.key(Key::escape);
+    EXPECT_EQ(bar->getWidgetValue(), (ThumbSettings{0.25, 0.25}));
+    driver_.release();
+}
+
+TEST_F(ScrollBars, NothingPagesByItselfWhenThePressHasGone) {
+    expectDiagnostic("message not handled");
+    for (int how = 0; how < 3; ++how) {
+        ScrollBar* const bar = add(eHorizontal, {0, 0.1});
+        Glob* const other = show(new Glob(300, 100), 20, 200);
+        pressAt(bar, 180);
+        if (how == 0) other->addChild(bar, BottomLeft(20, 20));
+        if (how == 1) root_->setVisible(false);
+        if (how == 2) bar->setThumbSize(1);
+        root_->setVisible(true);
+        driver_.advance(500);
+        told();
+        bar->setThumbPos(0);
+        driver_.advance(3000);
+        EXPECT_EQ(bar->getThumbPos(), 0) << how;
+        EXPECT_EQ(told(), "") << how;
+        driver_.release();
+        destroy(bar);
+        destroy(other);
+        driver_.settle();
+    }
+}
+
+TEST_F(ScrollBars, ATrackPressBeyondTheEndOfTheWayReportsOnce) {
+    ScrollBar* const bar = add(eHorizontal, {0.9, 0.1});
+    pressAt(bar, 206);
+    driver_.advance(3000);
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
+    driver_.release();
+    // The margin beside the thumb belongs to it.
+    driver_.moveTo(bar->globXYToScreenXY({190, 1}));
+    driver_.press();
+    EXPECT_TRUE(bar->isDragging());
+    driver_.release();
+}
+
+TEST_F(ScrollBars, AZoomBarMadeShortNeverFillsItsTrack) {
+    ScrollBar* const bar = add(eHorizontal, {0.35, 0.35}, true);
+    int const end = bar->getThumbPixelExtents().y - 3;
+    pressAt(bar, end);
+    moveIn(bar, end - 14, midY);
+    moveIn(bar, end - 35, midY);
+    EXPECT_LT(bar->getThumbSize(), 0.3);
+    EXPECT_GT(bar->getThumbSize(), 1e-7);
+    driver_.release();
+    bar->setThumbPos(0.2);
+    bar->setThumbSize(0.05);
+    XY<int> const thumb = bar->getThumbPixelExtents();
+    moveIn(bar, thumb.x + 8, midY);
+    driver_.holdModifiers(Key::shift);
+    driver_.press();
+    driver_.holdModifiers(0);
+    moveIn(bar, thumb.x + 28, midY);
+    EXPECT_NEAR(bar->getThumbPos(), 0.3, 1e-9) << "all ends, and moved all the same";
+    EXPECT_NEAR(bar->getThumbSize(), 0.05, 1e-9);
+    driver_.release();
+}
+
+TEST_F(ScrollBars, WhoeverHearsOfTheFocusOrOfAMoveMayDestroyTheBar) {
+    for (bool const byFocus : {true, false}) {
+        auto* const probe = new ProbeGlob(400, 300);
+        ASSERT_TRUE(host_->globManager().realize(probe, XY<int>{600, 100}));
+        auto* const bar = newBar(eHorizontal, {0.25, 0.25}, false, true);
+        probe->addChild(bar, BottomLeft(20, 20));
+        host_->globManager().rootToTop(*probe, true);
+        driver_.settle();
+        auto const kill = [&] {
+            if (is_good_glob_ptr(bar)) destroy(bar);
+        };
+        bar->claimKbdFocus();
+        probe->onFocus = kill;
+        NotifierSubscription watch;
+        if (!byFocus)
+            watch = GlobNotices::watchMoves(*bar->firstChild()->nextSibling(),
+                                            makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
+                                                kill();
+                                                return 0;
+                                            }));
+        if (byFocus)
+            bar->setActive(false);
+        else
+            bar->resize(300, 30);
+        EXPECT_FALSE(is_good_glob_ptr(bar)) << byFocus;
+        watch = {};
+        destroy(probe);
+        driver_.settle();
+    }
+}
+
+TEST_F(ScrollBars, AThumbThatItsOwnerMovesAwayIsNoLongerLit) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    driver_.moveTo({490, 390});
+    driver_.settle();
+    std::uint32_t const rest = driver_.pixel(bar, {76, midY});
+    moveIn(bar, 64, midY);
+    driver_.settle();
+    EXPECT_NE(driver_.pixel(bar, {76, midY}), rest);
+    bar->setThumbPos(0.32);
+    driver_.settle();
+    EXPECT_EQ(driver_.pixel(bar, {76, midY}), rest);
+}
+
+TEST_F(ScrollBars, BrokenWheelsDoNotHoldUpTheProgram) {
+    ScrollBar* const bar = add(eHorizontal, {0.25, 0.25});
+    for (int const notches : {INT_MIN, INT_MAX}) {
+        Event event(EventKind::mouseWheel);
+        event.setAmount(notches);
+        bar->handleMouseEvent(event);
+        driver_.settle();
+        EXPECT_EQ(root_->messages().size(), 100u);
+        root_->forgetMessages();
+    }
 }
 
 } // namespace

@@ -1,11 +1,11 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "containers/slider.h"
 #include "foundation/glob_tab_stop.h"
 #include "foundation/tab_order_manager.h"
 #include "foundation/val_server_adaptor.h"
-#include "host/drawing/uif_std.h"
 
+#include <cmath>
 #include <limits>
 
 namespace wainscot {
@@ -14,19 +14,10 @@ namespace {
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Channels of 200 pixels.
 class Sliders : public WidgetTest {
 protected:
     Slider* add(double minimum, double maximum, double value, Orientation orientation = eHorizontal) {
-        Slider::InitArgs args(Colour(0.4, 0.5, 0.6), static_cast<unsigned short>(200 + margin_), orientation);
-        args.minimum = minimum;
-        args.maximum = maximum;
-        args.value = value;
-        auto* const slider = new Slider(args);
-        root_->addChild(slider, BottomLeft(20, 20));
-        driver_.settle();
-        root_->forgetMessages();
-        return slider;
+        return show(newSlider(value, minimum, maximum, orientation));
     }
     XY<int> placeOf(Slider* slider, int along) {
         int const across = UifStd::getButtonHeight() / 2;
@@ -34,17 +25,12 @@ protected:
         return slider->globXYToScreenXY(flat ? XY<int>{along + margin_, across}
                                              : XY<int>{across, along + margin_});
     }
+    using WidgetTest::pressAt;
     void pressAt(Slider* slider, int along, Driver::Button button = Driver::Button::left) {
         driver_.moveTo(placeOf(slider, along));
         driver_.press(button);
     }
     void moveAlong(Slider* slider, int along) { driver_.moveTo(placeOf(slider, along)); }
-    std::vector<std::string> sent() {
-        std::vector<std::string> names;
-        for (auto const& message : root_->messages()) names.push_back(message.name.c_str());
-        root_->forgetMessages();
-        return names;
-    }
 
     int const margin_ = UifStd::getIndentWidth();
 };
@@ -76,9 +62,7 @@ TEST_F(Sliders, PixelsAndValuesMapBothWaysOnAnyRange) {
     EXPECT_TRUE(slider->nudge(true));
     slider->resize(0, 0);
     EXPECT_EQ(slider->x2v(0), -huge) << "an empty channel";
-    driver_.settle();
-    EXPECT_THAT(sent(),
-                ElementsAre(testing::StartsWith("slider -"), testing::StartsWith("slider_released -")));
+    EXPECT_THAT(told(), testing::MatchesRegex("slider -.* slider_released -.*"));
 }
 
 TEST_F(Sliders, RoundingAnswersThousandthsAndTheExactEnds) {
@@ -115,22 +99,21 @@ TEST_F(Sliders, DraggingReportsEachChangeAndTheRelease) {
         driver_.release(button);
         EXPECT_THAT(adaptor->asked, ElementsAre(1.5, 2, 2));
         EXPECT_THAT(adaptor->whys, ElementsAre(0, 1, 2));
-        EXPECT_THAT(sent(), ElementsAre("slider 1.500000", "slider 2.000000", "slider_released 2.000000"));
+        EXPECT_EQ(told(), "slider 1.500000 slider 2.000000 slider_released 2.000000");
         EXPECT_FALSE(slider->isThumbHeld());
 
         adaptor->asked.clear();
         pressAt(slider, 197);
         driver_.release();
-        EXPECT_THAT(sent(), ElementsAre("slider_released 2.000000"));
+        EXPECT_EQ(told(), "slider_released 2.000000");
         EXPECT_THAT(adaptor->asked, IsEmpty()) << "nothing has changed";
         pressAt(slider, 60);
         driver_.release();
         EXPECT_EQ(slider->getWidgetValue(), 2) << "a press beside the thumb";
-        EXPECT_THAT(sent(), IsEmpty());
+        EXPECT_EQ(told(), "");
 
         destroy(slider);
-        driver_.settle();
-        sent();
+        told();
     }
 }
 
@@ -143,11 +126,7 @@ TEST_F(Sliders, ItIsNotHeldWhereThereIsNoThumbOrNobodyMayMoveIt) {
     slider->setThumbVisibility(true);
     EXPECT_EQ(slider->getWidgetValue(), 0.5);
     EXPECT_FALSE(slider->isThumbHeld());
-    EXPECT_THAT(sent(), IsEmpty());
-    slider->setActive(false);
-    pressAt(slider, 100);
-    EXPECT_FALSE(slider->isThumbHeld());
-    driver_.release();
+    EXPECT_EQ(told(), "");
 }
 
 TEST_F(Sliders, KeysNudgeItWhileItIsTheTabStop) {
@@ -162,18 +141,20 @@ TEST_F(Sliders, KeysNudgeItWhileItIsTheTabStop) {
         return slider->getWidgetValue();
     };
     EXPECT_EQ(keyed(Key::right), 251);
-    EXPECT_THAT(sent(), ElementsAre("slider 251.000000", "slider_released 251.000000"));
+    EXPECT_EQ(told(), "slider 251.000000 slider_released 251.000000");
     EXPECT_EQ(keyed(Key::up), 252);
     EXPECT_EQ(keyed(Key::left), 251);
     EXPECT_EQ(keyed(Key::down), 250);
+    EXPECT_EQ(keyed(Key::pageUp), 300) << "a tenth";
+    EXPECT_EQ(keyed(Key::pageDown), 250);
     EXPECT_EQ(keyed(Key::home), 0);
     EXPECT_EQ(keyed(Key::end), 500);
-    sent();
+    told();
     auto const adaptor = Qv::makePtr<TestData<double>>();
     slider->setDataAdaptor(adaptor);
     EXPECT_FALSE(slider->nudge(true));
     EXPECT_EQ(keyed(Key::right), 500);
-    EXPECT_THAT(sent(), IsEmpty()) << "nothing lies beyond the maximum";
+    EXPECT_EQ(told(), "") << "nothing lies beyond the maximum";
     EXPECT_THAT(adaptor->asked, IsEmpty());
     slider->setValueRange(500, 0);
     EXPECT_EQ(keyed(Key::right), 499) << "towards the maximum, also where that is less";
@@ -194,7 +175,7 @@ TEST_F(Sliders, PointsOfInterestTakeTheThumb) {
     pressAt(slider, 23);
     driver_.release();
     EXPECT_EQ(slider->getWidgetValue(), 0.11) << "the nearest one";
-    EXPECT_THAT(sent(), ElementsAre("slider 0.110000", "slider_released 0.110000"));
+    EXPECT_EQ(told(), "slider 0.110000 slider_released 0.110000");
     pressAt(slider, 178, Driver::Button::right);
     driver_.release(Driver::Button::right);
     pressAt(slider, 60);
@@ -209,26 +190,180 @@ TEST_F(Sliders, PointsOfInterestTakeTheThumb) {
 
 TEST_F(Sliders, TheThumbStaysInsideAndAnswersThePointer) {
     Slider* const slider = add(0, 1, 0);
-    for (double const value : {0.0, 0.5, 1.0}) {
-        slider->setPosition(value);
-        EXPECT_TRUE(slider->bounds().contains(slider->getThumbArea())) << value;
+    for (int const height : {1, 2, 5, 6, 24}) {
+        slider->resize(slider->width(), height);
+        for (double const value : {0.0, 1.0, 0.5}) {
+            slider->setPosition(value);
+            EXPECT_FALSE(slider->getThumbArea().isEmpty()) << height;
+            EXPECT_TRUE(slider->bounds().contains(slider->getThumbArea())) << height << " " << value;
+        }
     }
-    slider->setPosition(0.5);
     driver_.moveTo({5, 5});
     driver_.settle();
-    XY<int> const middle{margin_ + 100, UifStd::getButtonHeight() / 2};
-    std::uint32_t const atRest = driver_.pixel(slider, middle);
-    EXPECT_NE(atRest, driver_.pixel(slider, {margin_ + 50, middle.y}));
+    XY<int> const centre{margin_ + 100, UifStd::getButtonHeight() / 2};
+    std::uint32_t const atRest = driver_.pixel(slider, centre);
+    EXPECT_NE(atRest, driver_.pixel(slider, {margin_ + 50, centre.y}));
     pressAt(slider, 100);
     driver_.settle();
-    EXPECT_NE(driver_.pixel(slider, middle), atRest);
+    EXPECT_NE(driver_.pixel(slider, centre), atRest);
     driver_.release();
     driver_.moveTo({5, 5});
     slider->setPosition(0.8);
     driver_.settle();
-    EXPECT_EQ(driver_.pixel(slider, middle), driver_.pixel(slider, {margin_ + 50, middle.y}));
-    EXPECT_EQ(driver_.pixel(slider, {margin_ + 160, middle.y}), atRest);
+    EXPECT_EQ(driver_.pixel(slider, centre), driver_.pixel(slider, {margin_ + 50, centre.y}));
+    EXPECT_EQ(driver_.pixel(slider, {margin_ + 160, centre.y}), atRest);
     EXPECT_EQ(driver_.find(Role::slider, L""), slider);
+}
+
+TEST_F(Sliders, WhatTheDataRefusesIsNotReported) {
+    ScrollBar* const bar = show(newBar(eHorizontal, {0.25, 0.25}));
+    auto const ofBar = Qv::makePtr<TestData<ThumbSettings>>();
+    bar->setDataAdaptor(ofBar);
+    Slider* const slider = show(newSlider(0.5), 20, 120);
+    auto const ofSlider = Qv::makePtr<TestData<double>>();
+    slider->setDataAdaptor(ofSlider);
+    pressAt(bar, 70);
+    moveIn(bar, 80, midY);
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
+    ofBar->accepts = false;
+    moveIn(bar, 100, midY);
+    EXPECT_EQ(bar->getThumbPos(), ofBar->value.position) << "what was taken last";
+    EXPECT_EQ(told(), "");
+    driver_.key(Key::escape);
+    EXPECT_EQ(bar->getThumbPos(), ofBar->value.position) << "that was refused, too";
+    driver_.release();
+    EXPECT_EQ(told(), "ScrollBar::thumbReleased");
+    pressAt(slider, 100);
+    moveAlong(slider, 120);
+    ofSlider->accepts = false;
+    moveAlong(slider, 140);
+    driver_.release();
+    EXPECT_NEAR(slider->getWidgetValue(), 0.6, 1e-9);
+    EXPECT_EQ(slider->getWidgetValue(), ofSlider->value);
+    EXPECT_EQ(told(), "slider 0.600000 slider_released 0.600000");
+}
+
+/// A server whose guard takes multiples of a step only.
+template <class T>
+class Steps final : public iValGuard<T>, public Qv::InternalRefCount {
+public:
+    explicit Steps(double step) : step_(step) {}
+    bool requestValChange(ValServer<T>*, T& value) override {
+        if constexpr (std::is_same_v<T, double>)
+            value = snapped(value);
+        else
+            value.position = snapped(value.position);
+        return true;
+    }
+
+private:
+    double snapped(double value) const { return std::round(value / step_) * step_; }
+    double step_;
+};
+
+TEST_F(Sliders, WhatTheDataMakesOfAValueIsReported) {
+    ValServer<ThumbSettings> thumb({0.2, 0.25});
+    ValServer<double> value(0.5);
+    thumb.setGuard(Qv::makePtr<Steps<ThumbSettings>>(0.2));
+    value.setGuard(Qv::makePtr<Steps<double>>(0.1));
+    ScrollBar* const bar = show(newBar(eHorizontal, {}));
+    Slider* const slider = show(newSlider(0), 20, 120);
+    bindToServer(*bar, thumb);
+    bindToServer(*slider, value);
+    pressAt(bar, 60);
+    moveIn(bar, 110, midY);
+    EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9);
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
+    for (int x = 111; x <= 150; ++x) moveIn(bar, x, midY);
+    EXPECT_NEAR(bar->getThumbPos(), 0.6, 1e-9) << "small steps add up";
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
+    driver_.key(Key::escape);
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved ScrollBar::thumbReleased");
+    driver_.release();
+    pressAt(bar, 180);
+    driver_.release();
+    EXPECT_NEAR(bar->getThumbPos(), 0.4, 1e-9) << "a page of 0.25";
+    EXPECT_EQ(told(), "ScrollBar::thumbMoved");
+    pressAt(slider, 100);
+    moveAlong(slider, 104);
+    EXPECT_EQ(told(), "") << "it has not moved";
+    moveAlong(slider, 114);
+    driver_.release();
+    EXPECT_EQ(told(), "slider 0.600000 slider_released 0.600000");
+    EXPECT_TRUE(slider->changePosition(0.87));
+    EXPECT_FALSE(slider->nudge(true));
+    EXPECT_EQ(told(), "slider 0.900000 slider_released 0.900000");
+}
+
+TEST_F(Sliders, DataMayDestroyAnythingWhenWhatIsHeldIsMovedOrTakenOut) {
+    expectDiagnostic("keyboard focus refused");
+    expectDiagnostic("tree operation refused");
+    expectDiagnostic("message not handled");
+    for (int victim = 0; victim < 5; ++victim) {
+        for (bool const moves : {true, false}) {
+            Glob* const from = show(new Glob(300, 100), 20, 0);
+            Glob* const to = show(new Glob(300, 100), 20, 200);
+            Slider* const slider = show(newSlider(0.5), 20, 120);
+            from->addChild(slider, BottomLeft(10, 10));
+            driver_.settle();
+            auto const data = Qv::makePtr<TestData<double>>();
+            slider->setDataAdaptor(data);
+            pressAt(slider, 100);
+            moveAlong(slider, 120);
+            data->onAsk = [&] {
+                if (victim == 0) destroy(slider);
+                if (victim == 1) destroy(from);
+                if (victim == 2) destroy(to);
+                if (victim == 3) root_->addChild(slider, BottomLeft(0, 0));
+                if (victim == 4) slider->claimKbdFocus();
+            };
+            std::unique_ptr<Glob> taken;
+            if (moves)
+                to->addChild(slider, BottomLeft(0, 0));
+            else
+                taken = from->takeWidget(slider);
+            data->onAsk = {};
+            EXPECT_THAT(data->whys, ElementsAre(0, 2));
+            EXPECT_EQ(is_good_glob_ptr(slider), victim != 0 && !(moves && victim == 2)) << victim;
+            EXPECT_FALSE(taken && get_kbd_focus() == slider);
+            driver_.release();
+            taken.reset();
+            for (Glob* const glob : {static_cast<Glob*>(slider), from, to}) destroy(glob);
+            driver_.settle();
+        }
+    }
+}
+
+TEST_F(Sliders, AnotherAdaptorHearsNothingOfAnEarlierStart) {
+    Slider* const slider = show(newSlider(0.5), 20, 120);
+    auto const first = Qv::makePtr<TestData<double>>();
+    auto const second = Qv::makePtr<TestData<double>>();
+    slider->setDataAdaptor(first);
+    pressAt(slider, 100);
+    moveAlong(slider, 120);
+    slider->setDataAdaptor(second);
+    moveAlong(slider, 130);
+    slider->claimKbdFocus();
+    driver_.key(Key::right);
+    driver_.release();
+    EXPECT_THAT(first->whys, ElementsAre(0, 2));
+    EXPECT_THAT(second->whys, ElementsAre(0, 2)) << "a key does nothing to what is held";
+}
+
+TEST_F(Sliders, DraggedValuesComeOutRound) {
+    Slider* const slider = show(newSlider(0), 20, 120);
+    slider->setRounding(true);
+    for (auto const& [low, high] : {std::pair{0.0, 1.0}, {-1.0, 1.0}, {0.0, 100.0}, {-60.0, 12.0}}) {
+        slider->setValueRange(low, high);
+        for (int x = 1; x < 199; ++x) {
+            double const exact = low + (high - low) * (x + 1) / 200;
+            double const round = std::round(exact * 1000) / 1000;
+            if (std::abs(exact - round) > 1e-9) continue;
+            EXPECT_NEAR(slider->x2v(4 + x), round, 1e-9) << low << " to " << high;
+        }
+    }
+    slider->setValueRange(-1e307, 1e307);
+    EXPECT_TRUE(std::isfinite(slider->x2v(60)));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "buttons/checkbox_radio_set.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
 
 #include <star_rating.h>
@@ -122,30 +120,30 @@ protected:
 };
 
 Glob* makeBar() {
-    ScrollBar::InitArgs args(eHorizontal, 208, 24);
-    args.thumb = {0.25, 0.5};
-    return new ScrollBar(args);
+    return newBar(eHorizontal, {0.25, 0.5}, false, true);
 }
 
 Glob* makeSlider() {
-    Slider::InitArgs args(static_cast<unsigned short>(200 + UifStd::getIndentWidth()));
-    args.value = 0.5;
-    return new Slider(args);
-}
-
-Glob* makeSet() {
-    CheckboxRadioSet::InitArgs args({L"a", L"b", L"c"});
-    args.selected = 0;
-    return new CheckboxRadioSet(args);
+    return newSlider(0.5);
 }
 
 TEST_F(BoundControls, ShowTheirDataAndChangeItAsItAllows) {
     expectDiagnostic("exception in handler");
     auto const click = [this](Glob& glob) { driver_.click(&glob); };
     auto const toEnd = [this](Glob& glob) { key(glob, Key::end); };
-    check<bool>({"checkbox", [] { return Checkbox::make(0, 0, L"box", false).release(); }, click, false, true,
-                 true, ""});
-    check<int>({"set", makeSet,
+    auto const enter = [this](Glob& glob) {
+        key(glob, Key::ctrl | 'A');
+        driver_.type(L"new");
+        driver_.key(Key::enter);
+    };
+    using Text = LightweightString<wchar_t>;
+    check<Text>({"text", [this] { return newTextBox(L"old", {eEditEnd}, root_); }, enter, L"old", L"new",
+                 L"other", "end", "end"});
+    check<bool>({"checkbox", [] { return newBox(); }, click, false, true, true, ""});
+    check<int>({"set",
+                [] {
+                    return newSet({L"a", L"b", L"c"}, 0);
+                },
                 [&](Glob& glob) { click(*static_cast<CheckboxRadioSet&>(glob).getCheckbox(1)); }, 0, 1, 2,
                 "CRSChanged"});
     check<int>({"rating", [] { return new example::StarRating(GlobCreationInfo(100, 20)); }, toEnd, 0, 5, 2,
@@ -157,7 +155,6 @@ TEST_F(BoundControls, ShowTheirDataAndChangeItAsItAllows) {
                        drag(glob, static_cast<Slider&>(glob).getThumbArea().centre(), {100, 0});
                    },
                    0.5, 1, 0.7, "slider 1.000000 slider_released 1.000000", "slider_released 0.500000"});
-    // A track of 152 pixels from 28 on.
     check<ThumbSettings>({"thumb",
                           makeBar,
                           [this](Glob& glob) {

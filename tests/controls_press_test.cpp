@@ -1,11 +1,8 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "buttons/checkbox.h"
 #include "buttons/radio_button.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "host/base/convert.h"
-#include "host/drawing/uif_std.h"
 #include "host/objects/description.h"
 #include "host/objects/drag_drop_item.h"
 #include "host/windows/drag_drop_manager.h"
@@ -105,7 +102,7 @@ void raise(Glob& glob) {
 Control buttonRow(char const* name, std::function<void(Button&)> prepare, Outcomes const& ends) {
     return {name,
             [prepare](std::string&) {
-                auto* const button = new Button(L"b", "b", 80, 24);
+                auto* const button = newButton();
                 prepare(*button);
                 return button;
             },
@@ -118,10 +115,10 @@ Control buttonRow(char const* name, std::function<void(Button&)> prepare, Outcom
 Control boxRow(char const* name, Checkbox::eMsgGeneration when, Outcomes const& ends) {
     return {name,
             [when](std::string& heard) {
-                auto box = Checkbox::make(80, 24, L"box", false);
+                auto* const box = newBox();
                 box->setMessageGeneration(when);
                 box->setDataAdaptor(Qv::makePtr<ListeningData<bool>>(heard));
-                return box.release();
+                return box;
             },
             centre,
             {4, 0},
@@ -130,14 +127,10 @@ Control boxRow(char const* name, Checkbox::eMsgGeneration when, Outcomes const& 
             false};
 }
 
-/// A track of 152 pixels from 28 on.
 Control barRow(char const* name, XY<int> place, Outcomes const& ends) {
     return {name,
             [](std::string& heard) {
-                ScrollBar::InitArgs args(eHorizontal, 208, 24);
-                args.thumb = {0.25, 0.5};
-                args.resizable = true;
-                auto* const bar = new ScrollBar(args);
+                auto* const bar = newBar(eHorizontal, {0.25, 0.5}, true, true);
                 bar->setDataAdaptor(Qv::makePtr<ListeningData<ThumbSettings>>(heard));
                 return bar;
             },
@@ -193,9 +186,7 @@ std::vector<Control> const& controls() {
          {"on  r on", "on  r on", "on  r on", "on  r on"}},
         {"slider",
          [](std::string& heard) {
-             Slider::InitArgs args(static_cast<unsigned short>(200 + UifStd::getIndentWidth()));
-             args.value = 0.5;
-             auto* const slider = new Slider(args);
+             auto* const slider = newSlider(0.5);
              slider->setDataAdaptor(Qv::makePtr<ListeningData<double>>(heard));
              return slider;
          },
@@ -238,9 +229,13 @@ public:
     Ground() : RecordingParent(390, 145) {}
     bool react(Event const& event) override {
         if (mouse_down_event(event) || isKeyPressEvent(event)) ++passed;
+        if (mouse_up_event(event)) ++released;
+        if (mouse_wheel_event(event)) notches += event.amount();
         return RecordingParent::react(event);
     }
     int passed = 0;
+    int released = 0;
+    int notches = 0;
 };
 
 /// Every press of every control against everything that can end it.
@@ -359,6 +354,13 @@ protected:
         glob_ = addTo(ground_, control.make(heard_), BottomLeft(20, 40));
         driver_.settle();
     }
+    void drop() {
+        destroy(ground_);
+        destroy(other_);
+        driver_.settle();
+        heard_.clear();
+    }
+
     Ground* ground_ = nullptr;
     Ground* other_ = nullptr;
     Glob* glob_ = nullptr;
@@ -383,6 +385,8 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                 EXPECT_EQ(isAlone ? ground_->passed : 0, 0);
                 end(End(how));
                 letGo(Kind(kind));
+                int const goesOn = std::string_view(control.name) == "track" ? 1 : 0;
+                EXPECT_EQ(isAlone && how <= outside ? ground_->released : goesOn, goesOn);
                 EXPECT_EQ(EventSystem::live().pointer.captureHolder(), nullptr);
                 EXPECT_EQ(EventSystem::live().timers.size(), 0u);
                 if (how != destroyed) {
@@ -398,10 +402,7 @@ TEST_F(ControlPresses, EndOnceHoweverTheyEnd) {
                     glob_->claimKbdFocus();
                     EXPECT_TRUE(picture() == atRest);
                 }
-                destroy(ground_);
-                destroy(other_);
-                driver_.settle();
-                heard_.clear();
+                drop();
             }
         }
     }
@@ -425,8 +426,52 @@ TEST_F(ControlPresses, KeysOfAControlGoNoFurther) {
         }
         driver_.key('A');
         EXPECT_EQ(ground_->passed, 1) << control.name;
-        destroy(ground_);
-        destroy(other_);
+        drop();
+    }
+}
+
+/// A right press is for its owner or for what lies below.
+TEST_F(ControlPresses, WhatIsNotForThemPasses) {
+    for (Control const& control : controls()) {
+        make(control);
+        if (Driver::describe(*glob_).role == Role::panel) {
+            drop();
+            continue;
+        }
+        XY<int> const place = glob_->globXYToScreenXY(control.place(*glob_));
+        auto* const stop = dynamic_cast<TabOrderable*>(glob_);
+        EXPECT_TRUE(!stop || stop->isTabStopActive()) << control.name;
+        std::string const nothing = outcome();
+        driver_.clickAt(place, Driver::Button::right);
+        EXPECT_EQ(std::exchange(ground_->passed, 0) == 1, outcome() == nothing) << control.name;
+        glob_->setActive(false);
+        EXPECT_FALSE(stop && stop->isTabStopActive()) << control.name;
+        for (auto const button : {Driver::Button::left, Driver::Button::right, Driver::Button::middle})
+            driver_.clickAt(place, button);
+        EXPECT_EQ(ground_->passed, 3) << control.name;
+        EXPECT_EQ(outcome(), nothing) << control.name;
+        drop();
+    }
+}
+
+TEST_F(ControlPresses, TheWheelChangesNoValueAndAGestureBelongsToWhatItBeganOn) {
+    for (Control const& control : controls()) {
+        make(control);
+        std::string const nothing = outcome();
+        XY<int> const place = glob_->globXYToScreenXY({5, 5});
+        ground_->setWidgetPos(glob_, {150, 40});
+        driver_.wheelAt(place, 1);
+        // As when what lies there scrolls.
+        ground_->setWidgetPos(glob_, {20, 40});
+        driver_.settle();
+        for (int const notches : {1, -1, 1}) driver_.wheelAt(place, notches);
+        EXPECT_EQ(ground_->notches, 2) << control.name;
+        driver_.advance(600);
+        driver_.wheelAt(place, 2);
+        bool const scrolls = Driver::describe(*glob_).role == Role::scrollBar;
+        EXPECT_EQ(ground_->notches, scrolls ? 2 : 4) << control.name;
+        EXPECT_EQ(outcome(), nothing + (scrolls ? "A A" : "")) << control.name;
+        drop();
     }
 }
 

@@ -1,12 +1,12 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
 #include "buttons/checkbox_group.h"
-#include "buttons/checkbox_radio_set.h"
 #include "buttons/custom_border_button.h"
 #include "buttons/radio_set.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "foundation/label.h"
+#include "text/numeric_text_box.h"
+#include "text/vari_friendly_text_box.h"
 
 namespace wainscot {
 namespace {
@@ -26,21 +26,19 @@ Glob* make() {
     if constexpr (std::is_same_v<T, Button> || std::is_same_v<T, CustomBorderButton>)
         return new T(L"Apply", "apply", 100, 24);
     else if constexpr (std::is_same_v<T, Checkbox>)
-        return Checkbox::make(100, 24, L"Loop", false).release();
+        return newBox();
     else if constexpr (std::is_same_v<T, CheckboxGroup>)
         return new T(CheckboxGroup::InitArgs(L"Tracks", labels));
     else if constexpr (std::is_same_v<T, RadioSet>)
         return new T(RadioSet::InitArgs({L"one", L"two"}));
-    else if constexpr (std::is_same_v<T, CheckboxRadioSet>) {
-        CheckboxRadioSet::InitArgs args(labels);
-        args.selected = 0;
-        return new T(args);
-    } else if constexpr (std::is_same_v<T, ScrollBar>) {
-        ScrollBar::InitArgs args(eHorizontal, 200);
-        args.thumb = {0.25, 0.5};
-        return new T(args);
-    } else if constexpr (std::is_same_v<T, Slider>)
-        return new T(Slider::InitArgs(120));
+    else if constexpr (std::is_same_v<T, CheckboxRadioSet>)
+        return newSet(labels, 0);
+    else if constexpr (std::is_same_v<T, ScrollBar>)
+        return newBar(eHorizontal, {0.25, 0.5}, false, true);
+    else if constexpr (std::is_same_v<T, Slider>)
+        return newSlider(0);
+    else if constexpr (std::derived_from<T, TextBox>)
+        return new T(TextBox::InitArgs(120, 24, L"Name"));
     else if constexpr (std::is_same_v<T, Label>)
         return new T(Label::InitArgs(L"Name"));
     else
@@ -119,6 +117,25 @@ std::vector<Setter> const setters{
     row<ScrollBar>("thumb colour", [](ScrollBar& b) { b.setThumbCol(red); }),
     row<ScrollBar>("button colour", [](ScrollBar& b) { b.setButtonCol(red); }),
     row<ScrollBar>("active", [](ScrollBar& b) { b.setActive(false); }),
+    row<TextBox>("text", [](TextBox& b) { b.setText(L"Other"); }),
+    row<TextBox>("value",
+                 [](TextBox& b) {
+                     LightweightString<wchar_t> text(L"Other");
+                     b.setNewWidgetValue(text, eRedrawYes);
+                 }),
+    row<TextBox>("ghost label", [](TextBox& b) { b.setText(L""), b.setGhostLabel(L"Name"); }),
+    row<TextBox>("suffix", [](TextBox& b) { b.setDisplaySuffix(L" dB"); }),
+    row<TextBox>("alignment", [](TextBox& b) { b.setAlignment(eAlignRight); }),
+    row<TextBox>("margins", [](TextBox& b) { b.setMargins(30, 10); }),
+    row<TextBox>("font", [](TextBox& b) { b.setFont(tallFont()); }),
+    row<TextBox>("masked", [](TextBox& b) { b.setObfuscatedDisplay(true); }),
+    row<TextBox>("editable", [](TextBox& b) { b.setEditable(false); }),
+    row<TextBox>("active", [](TextBox& b) { b.setEnabledState(false); }),
+    row<TextBox>("selection",
+                 [](TextBox& b) {
+                     b.setSelection({1, 3});
+                 }),
+    row<VariFriendlyTextBox>("dragging", [](VariFriendlyTextBox& b) { b.setDragging(true); }),
     row<Slider>("range", [](Slider& s) { s.setValueRange(-1, 1); }),
     row<Slider>("value", [](Slider& s) { s.setPosition(0.5); }),
     row<Slider>("new value",
@@ -181,6 +198,8 @@ TEST_F(Setters, TakeAnyLabel) {
         [](Text const& text) { return new CheckboxGroup(CheckboxGroup::InitArgs(text, {text})); },
         [](Text const& text) { return new RadioSet(RadioSet::InitArgs({text})); },
         [](Text const& text) { return new Label(text); },
+        [](Text const& text) { return new TextBox(TextBox::InitArgs(0, 0, text)); },
+        [](Text const& text) { return new NumericTextBox(TextBox::InitArgs(0, 0, text)); },
         [](Text const& text) {
             auto* const panel = make<StandardPanel>();
             static_cast<StandardPanel*>(panel)->setTitle(text);

@@ -1,11 +1,9 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
 #include "buttons/bool_radio_set.h"
 #include "buttons/checkbox_group.h"
-#include "buttons/checkbox_radio_set.h"
 #include "buttons/radio_set.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
 #include "host/base/convert.h"
 #include "host/objects/described_items.h"
 #include "host/objects/description.h"
@@ -41,21 +39,9 @@ TEST(Roles, HaveOneWordEach) {
 
 TEST_F(Descriptions, AreRightForEveryControl) {
     std::vector<UIString> const labels = {L"one", L"two"};
-    auto const slider = [&](double from, double to, double at) {
-        Slider::InitArgs args(200);
-        args.minimum = from;
-        args.maximum = to;
-        args.value = at;
-        return showNew<Slider>(args);
-    };
-    ScrollBar::InitArgs bar(eHorizontal, 200);
-    bar.thumb = {0.25, 0.5};
-    CheckboxRadioSet::InitArgs choice(labels);
-    choice.selected = 1;
     auto* const titled = showNew<StandardPanel>(XY<int>{100, 80});
     titled->setTitle(L"Mixer");
-    auto* const ticked = show(Checkbox::make(0, 0, L"Loop", true).release());
-    auto* const fast = slider(0, 1, 0.5);
+    auto* const fast = show(newSlider(0.5));
     fast->setName("speed");
     std::uint32_t const idle = D::visible | D::enabled;
     struct Row {
@@ -76,9 +62,15 @@ TEST_F(Descriptions, AreRightForEveryControl) {
          {},
          idle | D::focusable,
          D::press},
-        {ticked, Role::checkbox, L"Loop", L"", {}, idle | D::focusable | D::checked, D::toggle},
+        {show(newBox(L"Loop", true)),
+         Role::checkbox,
+         L"Loop",
+         L"",
+         {},
+         idle | D::focusable | D::checked,
+         D::toggle},
         {showNew<RadioSet>(RadioSet::InitArgs({L"on", L"off"})), Role::radioGroup, L"", L"", {}, idle, 0},
-        {showNew<CheckboxRadioSet>(choice), Role::radioGroup, L"", L"two", {}, idle, 0},
+        {show(newSet(labels, 1)), Role::radioGroup, L"", L"two", {}, idle, 0},
         {showNew<CheckboxGroup>(CheckboxGroup::InitArgs(L"Tracks", labels)),
          Role::group,
          L"Tracks",
@@ -88,10 +80,10 @@ TEST_F(Descriptions, AreRightForEveryControl) {
          0},
         {fast, Role::slider, L"speed", L"0.5", NumberValue{0.5, 0, 1, 0.002, 0}, idle | D::focusable,
          D::drag},
-        {slider(20, -30, -10), Role::slider, L"", L"-10", NumberValue{-10, -30, 20, 0.1, 0},
+        {show(newSlider(-10, 20, -30)), Role::slider, L"", L"-10", NumberValue{-10, -30, 20, 0.1, 0},
          idle | D::focusable, D::drag},
-        {showNew<ScrollBar>(bar), Role::scrollBar, L"", L"0.25", NumberValue{0.25, 0, 0.5, 0, 0.5}, idle,
-         D::drag},
+        {show(newBar(eHorizontal, {0.25, 0.5})), Role::scrollBar, L"", L"0.25",
+         NumberValue{0.25, 0, 0.5, 0, 0.5}, idle, D::drag},
     };
     for (Row const& row : rows) {
         SCOPED_TRACE(std::string(roleName(row.role).c_str()) + " " + toUTF8(row.value).c_str());
@@ -113,10 +105,10 @@ TEST_F(Descriptions, AreRightForEveryControl) {
 
 TEST_F(Descriptions, TellWhatBelongsTogether) {
     auto* const buttons = showNew<RadioSet>(RadioSet::InitArgs({L"a", L"b", L"c"}));
-    auto* const choice = showNew<CheckboxRadioSet>(CheckboxRadioSet::InitArgs({L"d", L"e"}));
+    auto* const choice = show(newSet({L"d", L"e"}));
     auto* const group = showNew<CheckboxGroup>(CheckboxGroup::InitArgs(L"", {L"f", L"g", L"h", L"i"}));
-    auto* const first = show(Checkbox::make(0, 0, L"yes", false).release());
-    auto* const second = show(Checkbox::make(0, 0, L"no", false).release());
+    auto* const first = show(newBox(L"yes"));
+    auto* const second = show(newBox(L"no"));
     BoolRadioSet loose;
     loose.setWidgets(first, second, true);
     struct Row {

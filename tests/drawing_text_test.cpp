@@ -349,6 +349,10 @@ TEST(LongText, PlacesStayRightWhereverTheTextIsChanged) {
         if (random() % 5 == 0) {
             ASSERT_EQ(text.indexAt(static_cast<int>(x(probe))), probe) << round;
         }
+        if (random() % 5 == 0) {
+            int const most = static_cast<int>(random() % 20000);
+            ASSERT_EQ(text.widthUpTo(most), std::min<long>(most, x(reference.size()))) << round;
+        }
         if (random() % 7 == 0) {
             ASSERT_EQ(text.width(), x(reference.size())) << round;
         }

@@ -305,12 +305,18 @@ TEST_F(LayoutTest, itIsDoneOnceInATurnAndTouchesOnlyWhatChanges) {
     EXPECT_EQ(column->numLayouts(), before + 1);
     EXPECT_EQ(last->reshaped + fixed->reshaped, reshaped);
     fixed->setMinSize(60, 20);
+    changing->setString(L"short");
     driver_.settle();
     EXPECT_EQ(fixed->width(), 60);
+    EXPECT_EQ(changing->width(), Button::calcSizeFor(changing->getString(), changing->getFont()).x);
     for (int i = 1; i <= 20; ++i) panel->resize(400 + i, 300 + i);
     driver_.settle();
     EXPECT_EQ(column->numLayouts(), before + 3);
     EXPECT_EQ(last->height(), 320 - 2 * UifStd::getWidgetGap() - UifStd::getRowGap() - inner->height());
+    fixed->setMinSize(70, 20);
+    fixed->resize(90, 20);
+    driver_.settle();
+    EXPECT_EQ(fixed->width(), 90);
 }
 
 TEST_F(LayoutTest, sizesInHeightsOfAButtonFollowTheTextSize) {

@@ -102,6 +102,7 @@ TEST_F(PanelFrames, MinimisingLeavesTheStripAndComesBack) {
 }
 
 TEST_F(PanelFrames, EveryBorderIsSeenAndLeavesTheMiddleAlone) {
+    std::array<bool, Border::group + 1> isLit{};
     for (double const radius : {0.0, 8.0})
         for (double const scale : {1.0, 1.5, 2.0})
             for (int kind = Border::none; kind <= Border::group; ++kind) {
@@ -122,6 +123,13 @@ TEST_F(PanelFrames, EveryBorderIsSeenAndLeavesTheMiddleAlone) {
                 std::uint32_t const corner =
                     radius > 0.0 ? root_->getCol().getAsLong() : driver_.pixel(panel, {0, 0});
                 EXPECT_EQ(driver_.pixel(panel, {0, 0}), corner) << kind;
+                if (radius == 0.0)
+                    isLit[std::size_t(kind)] =
+                        driver_.pixel(panel, {100, 149}) != driver_.pixel(panel, {100, 0});
+                else
+                    EXPECT_EQ(driver_.pixel(panel, {0, 120}) != driver_.pixel(panel, {0, 30}),
+                              isLit[std::size_t(kind)])
+                        << kind << ": the light fades along the sides";
                 delete panel;
             }
     Look::setDeviceScale(1.0);

@@ -1,7 +1,6 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "buttons/button.h"
-#include "containers/slider.h"
 #include "foundation/glob_tab_stop.h"
 #include "foundation/tab_order_manager.h"
 #include "host/events/one_shot_timer.h"
@@ -13,11 +12,7 @@ namespace {
 
 class Presses : public WidgetTest {
 protected:
-    Slider* addSlider() {
-        Slider::InitArgs args(204);
-        args.value = 0.5;
-        return show(new Slider(args), 20, 100);
-    }
+    Slider* addSlider() { return show(newSlider(0.5), 20, 100); }
     static XY<int> thumb(Slider const& slider) {
         return slider.globXYToScreenXY(slider.getThumbArea().centre());
     }
@@ -60,7 +55,7 @@ TEST_F(Presses, AnEndThatThrowsHindersNobody) {
 TEST_F(Presses, WhatIsAStopItselfIsNotStoppedAtTwice) {
     TabOrderManager order(false);
     Slider* const slider = addSlider();
-    auto* const button = show(new Button(L"b", "b", 80, 24));
+    auto* const button = show(newButton());
     GlobTabStop companion(*slider);
     for (TabOrderable* const stop : {static_cast<TabOrderable*>(&companion),
                                      static_cast<TabOrderable*>(slider), static_cast<TabOrderable*>(button)})

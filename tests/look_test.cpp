@@ -1,10 +1,6 @@
+#include "tests/controls.h"
 #include "tests/widget_fixture.h"
 
-#include "buttons/checkbox.h"
-#include "buttons/radio_button.h"
-#include "containers/scroll_bar.h"
-#include "containers/slider.h"
-#include "host/drawing/uif_std.h"
 #include "host/services/preferences.h"
 #include "host/windows/look.h"
 #include "look/face.h"
@@ -25,30 +21,15 @@ struct Control {
 };
 
 Button* makeButton(std::function<void(Button&)> const& change = {}) {
-    auto* const button = new Button(L"HHHH", "m", 80, 24);
+    auto* const button = newButton(L"HHHH");
     if (change) change(*button);
     return button;
 }
 
 Checkbox* makeCheckbox(Checkbox::eAppearance appearance, bool ticked) {
-    Checkbox::InitArgs args(L"HHHH", ticked);
-    args.appearance = appearance;
-    return new Checkbox(args);
-}
-
-Glob* makeScrollBar(Orientation lie) {
-    ScrollBar::InitArgs args(lie);
-    args.setSize(lie == eVertical ? XY<int>{24, 150} : XY<int>{150, 24});
-    auto* const bar = new ScrollBar(args);
-    bar->setThumbSize(0.3);
-    bar->setThumbPos(0.3);
-    return bar;
-}
-
-Glob* makeSlider(double value) {
-    auto* const slider = new Slider(Slider::InitArgs(120));
-    slider->setPosition(value);
-    return slider;
+    auto* const box = newBox(L"HHHH", ticked);
+    box->setAppearance(appearance);
+    return box;
 }
 
 IntBox tickBox(Glob const& glob) {
@@ -89,10 +70,18 @@ std::vector<Control> const& controls() {
         {"blue light", [] { return makeCheckbox(Checkbox::blueLight, true); }, tickBox},
         {"red light", [] { return makeCheckbox(Checkbox::redLight, true); }, tickBox},
         {"green light", [] { return makeCheckbox(Checkbox::greenLight, true); }, tickBox},
-        {"scroll bar", [] { return makeScrollBar(eHorizontal); }, scrollThumb},
-        {"upright scroll bar", [] { return makeScrollBar(eVertical); }, scrollThumb},
-        {"slider", [] { return makeSlider(0.5); }, sliderThumb},
-        {"slider at its start", [] { return makeSlider(0.0); }, sliderThumb},
+        {"scroll bar",
+         [] {
+             return newBar(eHorizontal, {0.3, 0.3});
+         },
+         scrollThumb},
+        {"upright scroll bar",
+         [] {
+             return newBar(eVertical, {0.3, 0.3});
+         },
+         scrollThumb},
+        {"slider", [] { return newSlider(0.5); }, sliderThumb},
+        {"slider at its start", [] { return newSlider(0.0); }, sliderThumb},
     };
     return table;
 }
@@ -113,7 +102,7 @@ protected:
         driver_.settle();
     }
     Glob* make(Control const& control, State state) {
-        Glob* const glob = show(control.make(), 40, 100);
+        Glob* const glob = show(control.make(), 40, 60);
         inPart_ = control.part(*glob);
         bring(glob, state);
         return glob;
@@ -224,6 +213,11 @@ TEST_P(ControlLooks, CornersAreSquareWhereTheUserWantsThem) {
         bring(glob, focused);
         EXPECT_EQ(at(glob, 0, 0) == at(glob, 0, 12), !curved) << "the mark of the focus";
         drop(glob);
+        Glob* const box = make({"box", [] { return newBox(); }, tickBox}, rest);
+        Colour const edge = at(box, inPart_.x1, inPart_.centre().y);
+        EXPECT_EQ(at(box, inPart_.x1, inPart_.y1) == edge, !curved);
+        EXPECT_EQ(at(box, inPart_.x1, inPart_.y1 + 3), edge) << "less round than the control";
+        drop(box);
     }
 }
 
@@ -242,7 +236,8 @@ TEST_P(ControlLooks, StatesAreToldApart) {
                                   {"latched button", rest}},
                              Rows{{"clear box", rest}, {"clear box", hovered}, {"ticked box", rest}},
                              Rows{{"scroll bar", rest}, {"scroll bar", hovered}, {"scroll bar", pressed}},
-                             Rows{{"scroll bar", rest}, {"scroll bar", disabled}}}) {
+                             Rows{{"scroll bar", rest}, {"scroll bar", disabled}},
+                             Rows{{"slider", rest}, {"slider", pressed}}}) {
         std::vector<Sample> samples;
         for (auto const& [name, state] : rows) {
             auto const row = std::find_if(controls().begin(), controls().end(),

@@ -42,6 +42,12 @@ protected:
         root_->forgetMessages();
         return widget;
     }
+    /// The middle of a flat control of the usual height.
+    static constexpr int midY = 12;
+    void pressAt(Glob* glob, int x, int y = midY, Driver::Button button = Driver::Button::left) {
+        moveIn(glob, x, y);
+        driver_.press(button);
+    }
     /// The names of the messages that the window has got, separated by blanks.
     std::string sent() { return root_->names().c_str(); }
     /// The same since the last call.

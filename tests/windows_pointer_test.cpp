@@ -311,8 +311,11 @@ TEST_F(Dragging, OnlyOneAtATimeAndOnlyWhileAButtonIsHeld) {
 
 TEST_F(Dragging, TheMoveInWhichItEndsGoesNowhereElse) {
     open();
-    target_->onAsked = [] { DragDropManager::instance().cancel(); };
-    source_->noteMouse();
+    target_->onAsked = [this] {
+        DragDropManager::instance().cancel();
+        EventSystem::live().pointer.capture(target_);
+    };
+    for (DropGlob* const glob : {source_, target_}) glob->noteMouse();
     moveIn(target_, 60, 10);
     EXPECT_THAT(takeLog(), ElementsAre("source not taken"));
     EXPECT_FALSE(isDragging());
@@ -355,7 +358,8 @@ TEST_F(Dragging, FilesFromOutsideArriveAsAnItem) {
     for (bool const over : {true, false, true}) {
         event.window = over ? nativeOf(root_)->id() : 0;
         inject(event);
-        EXPECT_EQ(taker->marked, over);
+        DragDropManager::instance().cancel();
+        EXPECT_EQ(taker->marked, over) << "it is not ours to cancel";
         EXPECT_FALSE(isDragging());
     }
     event.kind = InputEvent::Kind::filesDropped;

@@ -151,9 +151,7 @@ void TextBox::showAll() {
 
 void TextBox::textEdited(TextEdit const& edit) {
     if (showsGhost_ || isGhostLabelVisible()) return showAll();
-    bool const isMasked = isObfuscatedDisplay();
-    std::wstring const mask(isMasked ? edit.inserted.size() : 0, maskCharacter);
-    line_->edit(edit, isMasked ? std::wstring_view(mask) : edit.inserted);
+    line_->edit(edit, isObfuscatedDisplay() ? Text(edit.inserted.size(), maskCharacter) : edit.inserted);
 }
 
 void TextBox::updateShown() {
@@ -161,8 +159,20 @@ void TextBox::updateShown() {
     if (isInKey_) return;
     updateVisibleWindow();
     placeCaret();
-    makeDirty();
+    damageText();
     describeChanged(DescriptionChange::selection);
+}
+
+/// Edge and ground stay as they are.
+void TextBox::damageText() {
+    auto const changed = line_->takeChanged(width(), document().selection());
+    if (!changed) return;
+    IntBox const area = textArea();
+    damage(IntBox(changed->left, area.y1, changed->right, area.y2).intersection(area));
+}
+
+void TextBox::updateIfMoved(int cursor, TextSelection const& selection) {
+    if (cursor != document().cursor() || !(selection == document().selection())) updateShown();
 }
 
 TextBox::Margins TextBox::margins() const {
@@ -209,8 +219,10 @@ int TextBox::getScroll() const {
 // Look
 
 void TextBox::setMargins(unsigned short left, unsigned short right) {
+    if (margins_ == Margins{left, right}) return;
     margins_ = Margins{left, right};
     line_->setOrigin(left);
+    makeDirty();
     updateShown();
 }
 
@@ -248,6 +260,7 @@ void TextBox::setObfuscatedDisplay(bool obfuscated) {
 }
 
 void TextBox::setFont(Glib::FontDesc const& font) {
+    if (font == getFont()) return TextBoxBase::setFont(font);
     DispatchScope const scope;
     LifeGuard const life = guard();
     TextBoxBase::setFont(font);
@@ -317,16 +330,19 @@ void TextBox::setCursorIndex(int index) {
 
 void TextBox::updateCurrentPosition(iFont::eCharSeekMethod method, int index) {
     DispatchScope const scope;
+    int const cursor = document().cursor();
     bool const isPlace = method == iFont::eSeekAbsolute || index < 0;
-    document().setCursor(document().seek(isPlace ? document().cursor() : index, method, index));
-    updateShown();
+    document().setCursor(document().seek(isPlace ? cursor : index, method, index));
+    updateIfMoved(cursor, document().selection());
 }
 
 void TextBox::setSelection(NumRange<int, Unordered> const& range) {
     DispatchScope const scope;
+    int const cursor = document().cursor();
+    TextSelection const before = document().selection();
     document().setSelection(range.start(), range.end());
     if (document().selection().hasAnchor()) document().setCursor(document().selection().end);
-    updateShown();
+    updateIfMoved(cursor, before);
 }
 
 NumRange<int, Unordered> TextBox::getSelection() const {
@@ -335,8 +351,9 @@ NumRange<int, Unordered> TextBox::getSelection() const {
 
 void TextBox::invalidateTextSelection() {
     DispatchScope const scope;
+    TextSelection const before = document().selection();
     document().dropSelection();
-    updateShown();
+    updateIfMoved(document().cursor(), before);
 }
 
 void TextBox::highlightAllText(bool highlight) {

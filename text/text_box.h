@@ -210,12 +210,16 @@ private:
     struct Margins {
         unsigned short left = 0;
         unsigned short right = 0;
+
+        friend bool operator==(Margins const&, Margins const&) = default;
     };
     Margins margins() const;
     void setTextInternal(Text const& text);
     void showAll();
     /// Shows what has become of text, cursor and selection.
     void updateShown();
+    /// The same if one of the two has moved.
+    void updateIfMoved(int cursor, TextSelection const& selection);
     void noteEdit(bool hasChanged);
 
     /// Uses a key in one step for all who look on.
@@ -243,8 +247,10 @@ private:
     void offerSelectionSoon();
     void offerSelection();
 
+    void damageText();
+    void drawBehindCorners(CanvasRenderer& renderer);
     void drawText(CanvasRenderer& renderer);
-    /// Where text can be seen, on the canvas.
+    /// Where text can be seen, in its own coordinates.
     IntBox textArea() const;
 
     std::unique_ptr<TextLineView> line_;

@@ -69,8 +69,8 @@ bool TextDocument::holds(std::size_t index, std::wstring_view text) const {
     return before == text.substr(0, before.size()) && behind == text.substr(before.size());
 }
 
-void TextDocument::change(std::size_t index, std::size_t count, std::wstring_view text) {
-    buffer_.replace(index, count, text);
+void TextDocument::change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text) {
+    buffer_.replace(index, count, text.view());
     ++revision_;
     text_.clear();
     selection_ = {};
@@ -81,7 +81,7 @@ bool TextDocument::setText(LightweightString<wchar_t> const& text) {
     LightweightString<wchar_t> const kept = text;
     if (kept.size() == length() && holds(0, kept.view())) return false;
     history_.clear();
-    change(0, length(), kept.view());
+    change(0, length(), kept);
     text_ = kept;
     textRevision_ = revision_;
     cursor_ = clamped(cursor_);
@@ -99,7 +99,7 @@ bool TextDocument::replace(int index, int count, LightweightString<wchar_t> cons
         selection_ = {};
         return false;
     }
-    change(from, removed, kept.view());
+    change(from, removed, kept);
     return true;
 }
 

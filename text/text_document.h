@@ -27,7 +27,7 @@ struct TextSelection {
 struct TextEdit {
     std::size_t index = 0;
     std::size_t removed = 0;
-    std::wstring_view inserted;
+    LightweightString<wchar_t> inserted;
 };
 
 /// Follows the text of a document, to show it.
@@ -91,7 +91,7 @@ private:
     int clamped(int index) const;
     /// Whether the text has these characters there; they must fit.
     bool holds(std::size_t index, std::wstring_view text) const;
-    void change(std::size_t index, std::size_t count, std::wstring_view text);
+    void change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text);
 
     GapBuffer buffer_;
     UndoHistory history_;

@@ -15,13 +15,11 @@ Text TextEngine::kept(Text const& text, std::size_t length) const {
     std::size_t room = text.size();
     if (std::uint64_t const limit = rules_.sizeLimit(); limit > 0)
         room = limit > length ? static_cast<std::size_t>(limit - length) : 0;
-    auto const isAllowed = [this](wchar_t c) { return rules_.isAllowed(c); };
-    bool const isWhole = text.size() <= room && std::ranges::all_of(text.view(), isAllowed);
-    if (isWhole) return text;
+    if (text.size() <= room && rules_.areAllowed(text.view())) return text;
     Text result;
     for (wchar_t const c : text.view()) {
         if (result.size() >= room) break;
-        if (isAllowed(c)) result.push_back(c);
+        if (rules_.isAllowed(c)) result.push_back(c);
     }
     return result;
 }

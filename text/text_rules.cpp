@@ -13,6 +13,12 @@ constexpr int lastControl = 31;
 /// Never on the code of a character.
 constexpr std::uint32_t reservedFlag = 0x20000000;
 
+/// Whatever the restriction.
+bool canBeEntered(wchar_t character) {
+    auto const code = static_cast<std::uint32_t>(character);
+    return (code & Key::special) == 0 && code > lastControl;
+}
+
 } // namespace
 
 bool TextRules::isPrintable(int keyCode) {
@@ -46,8 +52,13 @@ bool TextRules::isRestricted(wchar_t character) const {
 }
 
 bool TextRules::isAllowed(wchar_t character) const {
-    auto const code = static_cast<std::uint32_t>(character);
-    return (code & Key::special) == 0 && code > lastControl && !isRestricted(character);
+    return canBeEntered(character) && !isRestricted(character);
+}
+
+bool TextRules::areAllowed(std::wstring_view text) const {
+    if (!std::ranges::all_of(text, canBeEntered)) return false;
+    return restriction_ == eNoRestriction ||
+           std::ranges::none_of(text, [this](wchar_t c) { return isRestricted(c); });
 }
 
 } // namespace wainscot

@@ -3,6 +3,7 @@
 #include "host/base/lightweight_string.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace wainscot {
@@ -33,6 +34,8 @@ public:
     bool isRestricted(wchar_t character) const;
     /// Whether a character may be entered at all.
     bool isAllowed(wchar_t character) const;
+    /// Whether all characters of a text may be entered.
+    bool areAllowed(std::wstring_view text) const;
 
 private:
     bool isListed(wchar_t character) const;

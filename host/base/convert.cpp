@@ -127,14 +127,20 @@ LightweightString<char> toUTF8(LightweightString<wchar_t> const& text) {
 }
 
 LightweightString<wchar_t> fromUTF8(LightweightString<char> const& bytes) {
-    std::wstring text;
+    LightweightString<wchar_t> text;
     text.reserve(bytes.size());
+    std::array<wchar_t, 256> part;
     char const* const end = bytes.end();
     for (char const* at = bytes.begin(); at != end;) {
-        bool const isAscii = static_cast<unsigned char>(*at) < 0x80;
-        text.push_back(isAscii ? static_cast<wchar_t>(*at++) : static_cast<wchar_t>(readMultibyte(at, end)));
+        std::size_t length = 0;
+        while (at != end && length < part.size()) {
+            bool const isAscii = static_cast<unsigned char>(*at) < 0x80;
+            part[length++] =
+                isAscii ? static_cast<wchar_t>(*at++) : static_cast<wchar_t>(readMultibyte(at, end));
+        }
+        text.append({part.data(), length});
     }
-    return LightweightString<wchar_t>(text);
+    return text;
 }
 
 namespace ConvertDetail {

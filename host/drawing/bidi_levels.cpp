@@ -41,6 +41,37 @@ char16_t unitFor(wchar_t character) {
     return c <= 0xFFFF ? static_cast<char16_t>(c) : unitOfClass(c);
 }
 
+/// The unit that stands for all the letters of a common alphabet; zero for other characters.
+char16_t alphabetOf(wchar_t character) {
+    auto const c = static_cast<std::uint32_t>(character);
+    if ((c | 0x20) - 'a' < 26) return u'a';
+    if (c - 0x5D0 < 27) return u'\u05D0';
+    if (c - 0x620 < 43) return u'\u0627';
+    return 0;
+}
+
+/// What is analysed of a line. Letters of one alphabet side by side are all of one level, so that one unit
+/// stands for them all.
+struct Units {
+    std::u16string text;
+    /// Which character each stands for, or the first of them.
+    std::vector<std::uint32_t> starts;
+
+    explicit Units(std::wstring_view line) {
+        text.reserve(line.size());
+        starts.reserve(line.size());
+        char16_t before = 0;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            char16_t const alphabet = alphabetOf(line[i]);
+            bool const continues = alphabet && alphabet == before;
+            before = alphabet;
+            if (continues) continue;
+            text.push_back(alphabet ? alphabet : unitFor(line[i]));
+            starts.push_back(static_cast<std::uint32_t>(i));
+        }
+    }
+};
+
 bool isLeftToRightLetter(wchar_t character) {
     auto const c = static_cast<std::uint32_t>(character);
     if (c < 0x80) return (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
@@ -65,22 +96,20 @@ bool Bidi::startsPlainly(std::wstring_view line, std::size_t end) {
 
 BidiLevels::BidiLevels(std::wstring_view line) {
     constexpr std::size_t most = std::numeric_limits<std::int32_t>::max();
-    std::u16string units(std::min(line.size(), most), u' ');
-    std::transform(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(units.size()), units.begin(),
-                   unitFor);
+    Units const units(line.substr(0, most));
     UErrorCode status = U_ZERO_ERROR;
     Analysis const analysis(ubidi_open(), &ubidi_close);
-    ubidi_setPara(analysis.get(), units.data(), static_cast<std::int32_t>(units.size()), UBIDI_DEFAULT_LTR,
-                  nullptr, &status);
+    ubidi_setPara(analysis.get(), units.text.data(), static_cast<std::int32_t>(units.text.size()),
+                  UBIDI_DEFAULT_LTR, nullptr, &status);
     UBiDiLevel const* levels = U_SUCCESS(status) ? ubidi_getLevels(analysis.get(), &status) : nullptr;
     rightToLeft_ = levels && (ubidi_getParaLevel(analysis.get()) & 1);
-    for (std::size_t i = 0; levels && i < units.size(); ++i) {
-        if (runs_.empty() || runs_.back().level != levels[i]) runs_.push_back({i, i, levels[i]});
-        runs_.back().end = i + 1;
+    for (std::size_t i = 0; levels && i < units.starts.size(); ++i) {
+        if (!runs_.empty() && runs_.back().level == levels[i]) continue;
+        if (!runs_.empty()) runs_.back().end = units.starts[i];
+        runs_.push_back({units.starts[i], line.size(), levels[i]});
     }
     // Without memory for an analysis the line runs from left to right.
-    std::size_t const reached = runs_.empty() ? 0 : runs_.back().end;
-    if (reached < line.size()) runs_.push_back({reached, line.size(), 0});
+    if (runs_.empty() && !line.empty()) runs_.push_back({0, line.size(), 0});
 }
 
 std::vector<std::int32_t> BidiLevels::fromLeftToRight(std::vector<std::uint8_t> const& levels) {

@@ -238,6 +238,11 @@ int LongText::width() const {
     return rounded(end().left);
 }
 
+int LongText::widthUpTo(int most) const {
+    if (!line_) blockAt(most);
+    return line_ || measured_ == blocks_.size() ? std::min(width(), most) : most;
+}
+
 double LongText::exactGap(std::size_t index) const {
     if (line_) return line_->gap(index);
     std::size_t const block = blockOf(index);

@@ -49,6 +49,10 @@ public:
 
     /// The width of all the text, rounded; cut to 2^30.
     int width() const;
+    /// The same, but `most` where the text is wider: it is measured no further than that.
+    int widthUpTo(int most) const;
+    /// Whether all of it runs from left to right, so that an edit moves nothing before it.
+    bool runsLeftToRight() const { return turning_ == 0; }
     /// The x of the gap before character `index`, from the left end of the text.
     int gapX(std::size_t index) const;
     /// The gap nearest to `x`, never inside a grapheme cluster.

@@ -30,6 +30,11 @@ bool followsItsBase(std::uint32_t c) {
            c == 0x200B;
 }
 
+bool isDecimalNumber(std::uint32_t c) {
+    return hb_unicode_general_category(hb_unicode_funcs_get_default(), c) ==
+           HB_UNICODE_GENERAL_CATEGORY_DECIMAL_NUMBER;
+}
+
 } // namespace
 
 hb_script_t TextShaper::scriptOf(std::uint32_t character) {
@@ -149,10 +154,33 @@ void TextShaper::addRuns(std::vector<Run>& ordered, std::size_t start, std::size
                          bool rightToLeft) const {
     auto const place = static_cast<std::ptrdiff_t>(ordered.size());
     auto run = std::partition_point(runs_.begin(), runs_.end(), [&](Run const& r) { return r.end <= start; });
-    for (; run != runs_.end() && run->start < end; ++run)
-        ordered.push_back({std::max(run->start, start), std::min(run->end, end), run->face, run->script,
-                           rightToLeft, false});
+    for (; run != runs_.end() && run->start < end; ++run) {
+        Run const part{
+            std::max(run->start, start), std::min(run->end, end), run->face, run->script, rightToLeft, false};
+        if (!rightToLeft && hb_script_get_horizontal_direction(part.script) == HB_DIRECTION_RTL)
+            addAgainstItsScript(ordered, part);
+        else
+            ordered.push_back(part);
+    }
     if (rightToLeft) std::reverse(ordered.begin() + place, ordered.end());
+}
+
+/// Adds a run from left to right in a script from right to left. The shaper turns such a run, except where it
+/// finds numbers and no letters. So that this does not depend on how far the run goes, letters and numbers
+/// get runs of their own, and characters that belong to any script are taken out of this one.
+void TextShaper::addAgainstItsScript(std::vector<Run>& ordered, Run const& run) const {
+    bool wasNumber = false;
+    for (std::size_t i = run.start; i < run.end; ++i) {
+        std::uint32_t const c = text_[i];
+        if (i == run.start || !followsItsBase(c)) {
+            hb_script_t const script = takesPartInAnyScript(scriptOf(c)) ? HB_SCRIPT_LATIN : run.script;
+            bool const number = script == run.script && isDecimalNumber(c);
+            if (i == run.start || ordered.back().script != script || number != wasNumber)
+                ordered.push_back({i, i, run.face, script, false, false});
+            wasNumber = number;
+        }
+        ordered.back().end = i + 1;
+    }
 }
 
 void TextShaper::endPart() {

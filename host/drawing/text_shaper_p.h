@@ -39,6 +39,7 @@ private:
     void orderRuns();
     void splitRunsAsInContext();
     void addRuns(std::vector<Run>& ordered, std::size_t start, std::size_t end, bool rightToLeft) const;
+    void addAgainstItsScript(std::vector<Run>& ordered, Run const& run) const;
     bool shapeByPairs();
     void shapeRun(Run const& run);
     void placeSymbols(Run const& run);

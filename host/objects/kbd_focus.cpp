@@ -53,7 +53,8 @@ bool giveToRoot(EventSystem& system) {
 /// Tells who has lost the focus without hearing of it, and who has inherited it, after the running handler.
 class HeirCall final : public EventQueue::Call {
 public:
-    HeirCall(Glob& heir, Glob& former) : heir_(&heir), former_(&former) {}
+    /// Null where the root of a hidden window has inherited it.
+    HeirCall(Glob* heir, Glob& former) : heir_(heir), former_(&former) {}
     void run() override {
         if (Glob* const former = former_.get(); former && !holds(*former)) tell(*former);
         if (Glob* const heir = heir_.get(); heir && holds(*heir)) tell(*heir);
@@ -160,9 +161,8 @@ void KbdFocus::leave(Glob& top) {
     if (!holder || (holder != &top && !Glob::isParentedTo(holder, &top))) return;
     Glob* const heir = heirOf(top);
     system->focus.setHolder(root->idStamp(), heir ? heir : root);
-    if (!heir) return;
-    heir->makeDirty();
-    system->queue.add(Qv::Ptr<EventQueue::Call>(new HeirCall(*heir, *holder)));
+    if (heir) heir->makeDirty();
+    if (heir || holder != root) system->queue.add(Qv::Ptr<EventQueue::Call>(new HeirCall(heir, *holder)));
 }
 
 void KbdFocus::joinTree(Glob& child) {

@@ -123,18 +123,50 @@ TEST(Bidi, OnlyCertainCharactersTurnALine) {
     EXPECT_TRUE(Bidi::startsPlainly(L"12 a b", 3));
 }
 
+std::vector<int> levelsOf(std::wstring const& line) {
+    std::vector<int> all;
+    BidiLevels const levels(line);
+    for (BidiLevels::Run const& run : levels.runs()) all.resize(run.end, run.level);
+    return all;
+}
+
+TEST(Bidi, LettersSideBySideAreAnalysedTogether) {
+    std::mt19937 random(17);
+    // Letters of the same directions that are looked at one by one.
+    auto const alone = [](wchar_t c) {
+        if ((c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z')) return L'\u0416';
+        if (c >= 0x5D0 && c <= 0x5EA) return L'\uFB2A';
+        return c >= 0x620 && c <= 0x64A ? L'\uFB50' : c;
+    };
+    for (int round = 0; round < 300; ++round) {
+        std::wstring const line = mixedText(random, 1 + random() % 300) + L"a\u0301b AzZ\u05EA\u05D0";
+        std::wstring single = line;
+        std::ranges::transform(line, single.begin(), alone);
+        ASSERT_EQ(levelsOf(line), levelsOf(single)) << round;
+    }
+    // What stands beside the letters in the order of characters is none, or a mark.
+    for (wchar_t const beside : {L'@', L'[', L'`', L'{', L'\u064B'}) {
+        EXPECT_TRUE(BidiLevels(std::wstring{beside, L'\u05D0'}).isRightToLeft()) << int(beside);
+        EXPECT_FALSE(BidiLevels(std::wstring{beside, L'a'}).isRightToLeft()) << int(beside);
+    }
+}
+
 TEST(Bidi, LinesOfSeveralBlocksAreThoseOfOne) {
     std::mt19937 random(11);
+    std::mt19937 probes(12);
     std::wstring const numbers(600, L'7');
     // Letters that join across blocks, with marks and without.
     std::wstring withMarks;
     while (withMarks.size() < 700) withMarks += L"\u0633\u064E\u0651";
     std::vector<std::wstring> texts = {std::wstring(700, L'\u0628'), withMarks};
+    // Marks on numbers, behind letters that run against their script.
+    for (wchar_t const* letters : {L"\u05D0", L"\u0628"})
+        texts.push_back(L"\u202D" + (letters + numbers) + L"0\u0301 \u0661\u064E");
     // What comes later may turn a beginning without letters.
     for (wchar_t const* end : {L"", L"abc", L" \u05D0", L"a\u05D0", L"\u0627 abc"})
         texts.push_back(L"12 (" + numbers + L") 5 " + end);
     for (std::size_t i = 0; i < 60 + texts.size(); ++i) {
-        expectLineLikeOneBlock(i < 60 ? mixedText(random, 200 + random() % 1200) : texts[i - 60], random);
+        expectLineLikeOneBlock(i < 60 ? mixedText(random, 200 + random() % 1200) : texts[i - 60], probes);
         ASSERT_FALSE(testing::Test::HasFailure()) << i;
     }
 }

@@ -43,6 +43,11 @@ TEST(Shaping, PairsGiveTheLayoutOfTheShaper) {
     }
 }
 
+TEST(Shaping, EachScriptIsShapedByItsRules) {
+    Qv::Ptr<iFont> const loaded = Glib::loadFont({"DejaVu Sans", 12});
+    EXPECT_EQ(TextShaper(Font::of(*loaded), L"a \u0644\u0627").shape()->glyphs().size(), 2U) << "a ligature";
+}
+
 TEST(Shaping, KnownTextsComeFromTheCacheWhichStaysSmall) {
     Qv::Ptr<iFont> const loaded = Glib::loadFont({"DejaVu Sans", 12});
     Font const& font = Font::of(*loaded);
