@@ -1,6 +1,7 @@
 #include "gallery/gallery_frame.h"
 
 #include "foundation/layout/box_layout.h"
+#include "gallery/page_filter.h"
 #include "host/base/convert.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event.h"
@@ -53,11 +54,12 @@ std::unique_ptr<StandardPanel> GalleryFrame::makeSidebar() {
     auto layout = BoxLayout::makeColumn();
     layout->setMargins(0);
     layout->add(std::make_unique<Label>(L"Wainscot", Label::Part::heading));
+    auto chooser = std::make_unique<PageChooser>([this](Page const& page) { show(page); });
+    chooser_ = chooser.get();
+    sidebar->addTabStop(*layout->add(std::make_unique<PageFilter>(*chooser_)));
     // It takes the room that is left, whatever its own height.
     list_ = layout->add(std::make_unique<ScrolledArea>(XY<int>(listWidth(), 1)),
                         {.stretch = 1, .minimum = {-1, 1}});
-    auto chooser = std::make_unique<PageChooser>([this](Page const& page) { show(page); });
-    chooser_ = chooser.get();
     sidebar->addTabStop(*chooser_);
     list_->setContents(std::move(chooser));
     sidebar->setLayout(std::move(layout));

@@ -37,13 +37,34 @@ PageChooser::PageChooser(std::function<void(Page const&)> choose)
     : Focusable(GlobCreationInfo(XY<int>(1, 1))), forgetTyped_([this] { typed_ = {}; }),
       choose_(std::move(choose)) {
     setName("pages");
-    for (Page const* const page : pages()) {
-        if (rows_.empty() || rows_.back().group != page->group) rows_.push_back({nullptr, page->group});
-        rows_.push_back({page, page->group});
-    }
+    rows_ = rowsWith({});
 }
 
 // Rows
+
+std::vector<PageChooser::Row> PageChooser::rowsWith(LightweightString<wchar_t> const& text) {
+    LightweightString<wchar_t> const wanted = lowered(text);
+    std::vector<Row> rows;
+    for (Page const* const page : pages()) {
+        if (lowered(page->title).find(wanted.view()) == LightweightString<wchar_t>::npos) continue;
+        if (rows.empty() || rows.back().group != page->group) rows.push_back({nullptr, page->group});
+        rows.push_back({page, page->group});
+    }
+    return rows;
+}
+
+void PageChooser::setFilter(LightweightString<wchar_t> const& text) {
+    rows_ = rowsWith(text);
+    current_ = rowOf(currentPage_);
+    hovered_ = none;
+    makeDirty();
+    needsChanged();
+    describeChanged(DescriptionChange::children);
+}
+
+void PageChooser::takeFirst(bool always) {
+    if (always || current_ == none) take(Step::first);
+}
 
 int PageChooser::rowHeight() {
     return UifStd::getButtonHeight();
@@ -84,6 +105,7 @@ std::size_t PageChooser::firstOfGroup(PageGroup group) const {
 }
 
 std::size_t PageChooser::rowAfter(Step step) const {
+    if (rows_.empty()) return none;
     std::size_t const here = current_ == none ? 0 : current_;
     std::size_t const first = firstOfGroup(rows_[here].group);
     std::size_t row = here;
@@ -165,9 +187,15 @@ void PageChooser::choose(std::size_t row) {
 }
 
 void PageChooser::setCurrent(Page const& page) {
+    currentPage_ = &page;
     current_ = rowOf(&page);
     makeDirty();
     describeChanged(DescriptionChange::value);
+    bringCurrentIntoView();
+}
+
+void PageChooser::bringCurrentIntoView() {
+    if (current_ == none) return;
     // With its heading, where it is the first under it.
     IntBox wanted = boxOf(current_);
     if (current_ > 0 && !rows_[current_ - 1].page) wanted.y2 = boxOf(current_ - 1).y2;
@@ -190,6 +218,12 @@ void PageChooser::handleKbdFocus() {
     Focusable::handleKbdFocus();
 }
 
+/// When the list has got more rows, too.
+void PageChooser::reshape() {
+    Focusable::reshape();
+    bringCurrentIntoView();
+}
+
 void PageChooser::handleLookChange(LookChange changes) {
     Focusable::handleLookChange(changes);
     needsChanged();
@@ -201,9 +235,19 @@ void PageChooser::drawBackground() {
     CanvasRenderer renderer(canvas(), canvasArea());
     renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getPalette().window(eWindowRecessed)));
     for (std::size_t row = 0; row < rows_.size(); ++row) drawRow(renderer, row);
+    if (!hasPages()) drawNothingFound(renderer);
     if (current_ == none || !glib_showsKbdFocus(this)) return;
     ControlLook::drawFocusMark(renderer, boxOf(current_).translated(canvasArea().bottomLeft()), getPalette(),
                                UifStd::getCornerRadius());
+}
+
+void PageChooser::drawNothingFound(CanvasRenderer& renderer) const {
+    IntBox const box = boxOf(0).translated(canvasArea().bottomLeft());
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    int const indent = 2 * UifStd::getIndentWidth();
+    renderer.renderPrimitive(Glib::TextDescription(
+        L"Nothing found", {box.x1 + indent, box.y1 + getFontYOffset(box.height(), font)}, font,
+        getPalette().text(eTextSecondary)));
 }
 
 void PageChooser::drawRow(CanvasRenderer& renderer, std::size_t row) const {
@@ -237,7 +281,7 @@ void PageChooser::describe(GlobDescription& description) const {
     Focusable::describe(description);
     description.role = Role::list;
     description.name = L"Pages";
-    if (current_ != none) description.value = rows_[current_].page->title;
+    if (currentPage_) description.value = currentPage_->title;
 }
 
 std::size_t PageChooser::numItems(ItemKey in) const {

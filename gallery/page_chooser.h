@@ -13,7 +13,7 @@ namespace wainscot::gallery {
 
 /// The list of all pages in their groups. It is as high as its rows; what it lies in scrolls it. A press and
 /// the keys of `keyTable` choose a page, typed letters the next one whose title, or a word of it, begins with
-/// them.
+/// them. A filter leaves out pages; the chosen one may be among those.
 class PageChooser final : public Focusable<Pressable<rect>>, private DescribedItems {
 public:
     enum class Step { previous, next, previousGroup, nextGroup, first, last };
@@ -31,7 +31,13 @@ public:
     void setCurrent(Page const& page);
     /// Chooses another page, as a key would.
     void take(Step step);
+    /// Has only the pages with that text in their title, and their headings; all when it is empty.
+    void setFilter(LightweightString<wchar_t> const& text);
+    bool hasPages() const { return !rows_.empty(); }
+    /// Chooses the first page; without `always` only while the list lacks the chosen one.
+    void takeFirst(bool always);
     SizeNeeds sizeNeeds() const override;
+    void reshape() override;
 
     bool react(Event const& event) override;
     void drawBackground() override;
@@ -60,6 +66,7 @@ private:
         Page const* page;
         PageGroup group;
     };
+    static std::vector<Row> rowsWith(LightweightString<wchar_t> const& text);
 
     std::size_t rowOf(Page const* page) const;
     /// The row of a page that a step leads to.
@@ -71,14 +78,18 @@ private:
     std::size_t rowBeginningWith(LightweightString<wchar_t> const& text) const;
     void choose(std::size_t row);
     void setHovered(std::size_t row);
+    void bringCurrentIntoView();
 
     static int rowHeight();
     /// In own coordinates.
     IntBox boxOf(std::size_t row) const;
     std::size_t rowAt(XY<int> place) const;
     void drawRow(CanvasRenderer& renderer, std::size_t row) const;
+    void drawNothingFound(CanvasRenderer& renderer) const;
 
     std::vector<Row> rows_;
+    Page const* currentPage_ = nullptr;
+    /// The row of that page.
     std::size_t current_ = none;
     std::size_t hovered_ = none;
     LightweightString<wchar_t> typed_;

@@ -5,6 +5,7 @@
 #include "host/objects/description.h"
 #include "host/objects/tooltip_details.h"
 #include "host/services/text_ids.h"
+#include "host/windows/look.h"
 
 namespace wainscot {
 namespace {
@@ -79,6 +80,9 @@ TEST_F(PanelTitles, AnEditableTitleReportsToTheParent) {
     EXPECT_EQ(panel->getTitleW(), L"Reel 2");
     panel->setTitle(L"Set");
     EXPECT_EQ(made->getText(), L"Set");
+    Look::setSize(1.5);
+    EXPECT_EQ(made->getFont(), panel->getTitleFont()) << "with the size of all texts";
+    Look::setSize(1);
 
     panel->setEditableTitle(false);
     EXPECT_EQ(panel->getTitleWidget(), nullptr);

@@ -181,30 +181,86 @@ TEST_F(Gallery, AScriptReachesWhatIsNoWidget) {
     EXPECT_THAT(outcome.out, HasSubstr("level 1  chosen  Choose 2"));
 }
 
-TEST_F(Gallery, ALongTextIsScrolledFromEndToEnd) {
-    Outcome const outcome = run("--page longtext --script " +
-                                fileWith("wheel textbox \"Long text\" -2\ntree\nkey Tab\nkey End\ntree\n"
-                                         "key PageUp\ntree\nresize 1400 900\nkey End\ntree\nkey Home\n"
-                                         "key Left\ntree\n"));
+TEST_F(Gallery, TheFilterLeavesThePagesWithTheTypedWord) {
+    Outcome const outcome = run(
+        "--page desk --script " +
+        fileWith("click textbox \"Find a page\"\ntype \"TAB\"\ntree\n"
+                 "key Down\nexpect label \"gallery/pages/tab_order_page.cpp\"\nkey Shift+Tab\n"
+                 "key Escape\nexpect listitem \"Editing desk\"\ntype \"zz\"\nkey Return\nkey Down\nfocus\n"
+                 "key Backspace\nkey Backspace\nexpect listitem \"Editing desk\"\n"
+                 "type \"board\"\nkey Return\nexpect label \"gallery/pages/clipboard_page.cpp\"\nfocus\n"));
     EXPECT_EQ(outcome.code, 0) << outcome.errors;
-    std::vector<std::pair<int, int>> shown;
-    std::istringstream words(outcome.out);
-    for (std::string word; words >> word;) {
-        std::string to;
-        std::pair<int, int> place;
-        if (word.ends_with("Characters") && words >> place.first >> to >> place.second)
-            shown.push_back(place);
+    EXPECT_THAT(outcome.out, HasSubstr("list \"Pages\" = \"Editing desk\"\n"
+                                       "          label \"Panels and windows\" 1 of 2\n"
+                                       "          listitem \"Tab order\" 2 of 2\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("focus textbox \"Find a page\"")) << "nothing found, nothing opened";
+    EXPECT_THAT(outcome.out.substr(outcome.out.rfind("focus")), HasSubstr("list \"Pages\""));
+}
+
+TEST_F(Gallery, PagesOfTextBoxesSayWhatTheBoxesTell) {
+    struct Row {
+        char const* page;
+        char const* script;
+        std::vector<char const*> said;
+        std::vector<char const*> notSaid = {};
+    };
+    std::vector<Row> const rows{
+        {"text_boxes",
+         "click textbox \"Plain\"\nkey Ctrl+A\ntype \"a\"\nkey Return\nadvance 10\n",
+         {"Plain  sends  edit start", "Plain  sends  changed  a\n", "Plain  sends  return",
+          "Plain  sends  edit end"}},
+        {"text_boxes",
+         "click textbox \"Password\"\ntype \"x\"\n",
+         {"Password  sends  changed  ***********\n"}},
+        {"text_boxes",
+         "click textbox \"Only hexadecimal\"\ntype \"gG\"\nclick textbox \"At most 8\"\ntype \"1\"\n"
+         "click textbox \"No / \\\\ :\"\ntype \"/\"\n",
+         {"At most 8  sends  edit start"},
+         {"changed"}},
+        {"text_boxes",
+         "click textbox \"Read only\"\nclick textbox \"Read only\"\n",
+         {"Read only  sends  double click"}},
+        {"text_boxes",
+         "click textbox \"One value\"\nkey Ctrl+A\ntype \"b\"\nkey Return\nclick textbox \"The same "
+         "value\"\n",
+         {"The same value  sends  edit start  b\n"}},
+        {"text_boxes",
+         "click textbox \"At least 3\"\nkey Ctrl+A\ntype \"c\"\nkey Return\nadvance 10\n",
+         {"the data refuses  c\n", "At least 3  sends  edit end  Reel 4\n"}},
+        {"text_boxes",
+         "click numberbox \"Fractions\"\nkey Up\nadvance 10\n",
+         {"Fractions  sends  edit end  -5.904"}},
+        {"entry_form",
+         "click textbox \"Szene\"\nkey Return\nadvance 10\nexpect label \"Der Titel fehlt.\"\n"
+         "type \"Evening\"\nkey Return\nadvance 10\n",
+         {"Titel  is  Evening\n", "Dauer  is  12.5\n"}},
+    };
+    for (Row const& row : rows) {
+        std::string const script = row.script + std::string("messages\n");
+        Outcome const outcome = run("--page " + std::string(row.page) + " --script " + fileWith(script));
+        EXPECT_EQ(outcome.code, 0) << row.script << outcome.errors;
+        for (char const* line : row.notSaid) EXPECT_THAT(outcome.out, Not(HasSubstr(line))) << row.script;
+        for (char const* line : row.said) EXPECT_THAT(outcome.out, HasSubstr(line)) << row.script;
     }
-    ASSERT_EQ(shown.size(), 5u) << outcome.out;
-    EXPECT_GT(shown[0].first, 5) << "the wheel";
-    EXPECT_LT(shown[0].second, 300);
-    EXPECT_EQ(shown[1].second, 1'000'000) << "End";
-    EXPECT_GT(shown[1].first, 999'800) << "only what fits the box";
-    EXPECT_LT(shown[2].second, shown[1].second) << "Page Up";
-    EXPECT_GT(shown[2].second, shown[1].first) << "pages overlap";
-    EXPECT_EQ(shown[3].second, 1'000'000);
-    EXPECT_GT(shown[3].second - shown[3].first, shown[1].second - shown[1].first) << "a wider box shows more";
-    EXPECT_EQ(shown[4].first, 1);
+}
+
+TEST_F(Gallery, TheCursorsPlaceIsShown) {
+    std::vector<std::array<std::string, 3>> const rows{
+        {"longtext", "key Tab\nkey End\n", "Cursor 1000000 of 1000000, nothing selected"},
+        {"longtext", "wheel scrollbar \"Place\" -2\n", "Cursor 100 of 1000000, nothing selected"},
+        {"scripts", "click textbox \"Chinese\"\nkey Home\nkey Right\nkey Shift+End\n",
+         "Chinese: Cursor 5 of 5, selected 1 to 5"},
+        // A letter and its marks are one place for the cursor.
+        {"scripts",
+         "click textbox \"Combining marks\"\nkey Home\nkey Shift+Right\nkey Shift+Right\n"
+         "key Shift+Right\nkey Shift+Right\n",
+         "Combining marks: Cursor 5 of 28, selected 0 to 5"},
+    };
+    for (auto const& [page, script, place] : rows) {
+        std::string const whole = script + "expect label \"" + place + "\"\n";
+        Outcome const outcome = run("--page " + page + " --script " + fileWith(whole));
+        EXPECT_EQ(outcome.code, 0) << page << outcome.errors;
+    }
 }
 
 TEST_F(Gallery, ATimelineDrawsOnlyWhatIsInSight) {

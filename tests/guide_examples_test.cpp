@@ -2,6 +2,7 @@
 
 #include <counter_test.h>
 #include <ownership_examples.h>
+#include <text_entry_examples.h>
 
 namespace wainscot {
 namespace {
@@ -43,6 +44,42 @@ TEST_F(OwnershipGuide, AWidgetOutlivesItsServer) {
     volume.reset();
     driver_.key(Key::home);
     EXPECT_EQ(slider->getWidgetValue(), 1.0);
+}
+
+/// What docs/text-entry.md shows.
+using TextEntryGuide = WidgetTest;
+
+TEST_F(TextEntryGuide, AFormHearsOfItsBoxAndSetsTheData) {
+    ValServer<LightweightString<wchar_t>> name(L"Reel");
+    auto* const form = show(new ClipEntry(name));
+    driver_.key(Key::tab);
+    driver_.type(L"a/b");
+    EXPECT_EQ(form->getTitleW(), L"ab");
+    EXPECT_EQ(name.value(), L"Reel");
+    driver_.key(Key::enter);
+    EXPECT_EQ(told(), "named");
+    EXPECT_EQ(name.value(), L"ab");
+}
+
+TEST_F(TextEntryGuide, AReelIsWrittenInCapitals) {
+    auto* const box = show(new ReelBox(TextBox::InitArgs(100)));
+    box->claimKbdFocus();
+    driver_.type(L"a0ß");
+    EXPECT_EQ(box->getText(), L"A0ß");
+}
+
+TEST_F(TextEntryGuide, ALockTakesFourDigits) {
+    auto* const lock = show(new DigitLock(GlobCreationInfo(100, 30)));
+    lock->claimKbdFocus();
+    driver_.type(L"1x2");
+    driver_.key(Key::backspace);
+    driver_.type(L"34");
+    EXPECT_EQ(told(), "");
+    driver_.type(L"56");
+    EXPECT_EQ(told(), "complete");
+    EXPECT_EQ(lock->digits(), L"1345");
+    driver_.key(Key::ctrl | 'Z');
+    EXPECT_EQ(lock->digits(), L"1");
 }
 
 /// Its name has it tried under the thread sanitizer.

@@ -7,6 +7,7 @@
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
 #include "host/events/key_names.h"
+#include "text/numeric_text_box.h"
 #include <star_rating.h>
 
 #include <fstream>
@@ -123,11 +124,15 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("choices.md", CheckboxRadioSet::messageTable);
     expectMessages("scrolling.md", ScrollBar::messageTable);
     expectMessages("scrolling.md", Slider::messageTable);
+    expectMessages("text-entry.md", TextBox::messageTable);
     expectMessages("panel.md", StandardPanel::messageTable);
     expectKeys("button.md", Button::keyTable);
     expectKeys("choices.md", Checkbox::keyTable);
     expectKeys("choices.md", choiceKeys);
     expectKeys("scrolling.md", Slider::keyTable);
+    expectKeys("text-entry.md", TextKeys::actionTable);
+    expectKeys("text-entry.md", TextKeys::shortcutTable);
+    expectKeys("text-entry.md", NumericTextBox::keyTable);
 }
 
 } // namespace

@@ -12,7 +12,7 @@ TextBox::InitArgs TitleTextBox::argsFor(StandardPanel const& panel, Text const& 
 }
 
 TitleTextBox::TitleTextBox(StandardPanel& panel, Text const& title, Glib::FontDesc const& font)
-    : TextBox(argsFor(panel, title, font)) {
+    : TextBox(argsFor(panel, title, font)), panel_(&panel) {
     auto const telling = [&](eCallbackEvent event, void (StandardPanel::*tell)()) {
         requestCallback(
             makeCallback<int, NotifyMsg>([owner = HandlerRef<StandardPanel>(&panel), tell](NotifyMsg const&) {
@@ -23,6 +23,12 @@ TitleTextBox::TitleTextBox(StandardPanel& panel, Text const& title, Glib::FontDe
     };
     telling(eChanged, &StandardPanel::handleTitleTyped);
     telling(eEditEnd, &StandardPanel::handleTitleEdited);
+}
+
+void TitleTextBox::handleLookChange(LookChange changes) {
+    LifeGuard const life = guard();
+    if (StandardPanel const* const panel = panel_.get()) setFont(panel->getTitleFont());
+    if (life.alive()) TextBox::handleLookChange(changes);
 }
 
 } // namespace wainscot

@@ -13,9 +13,12 @@ public:
     Glob& glob() override { return *this; }
     Text titleText() const override { return getText(); }
     void setTitleText(Text const& text) override { setText(text); }
+    void handleLookChange(LookChange changes) override;
 
 private:
     static InitArgs argsFor(StandardPanel const& panel, Text const& title, Glib::FontDesc const& font);
+
+    HandlerRef<StandardPanel> panel_;
 };
 
 } // namespace wainscot

@@ -1,24 +1,16 @@
-#include "gallery/page.h"
+#include "gallery/pages/language_page.h"
 
 #include "buttons/checkbox.h"
 #include "buttons/checkbox_radio_set.h"
-#include "buttons/radio_set.h"
 #include "containers/slider.h"
 #include "foundation/form_layout.h"
-#include "foundation/layout/box_layout.h"
-#include "foundation/standard_panel.h"
 #include "host/base/convert.h"
-#include "host/drawing/uif_std.h"
-#include "host/windows/look.h"
-
-#include <array>
 
 namespace wainscot::gallery {
 
 namespace {
 
-enum Language { german, english, hebrew, numLanguages };
-using Text = std::array<wchar_t const*, numLanguages>;
+using Text = LanguageText;
 
 constexpr Text heading{L"Film ausgeben", L"Export the film", L"ייצוא הסרט"};
 constexpr Text clipName{L"Name", L"Name", L"שם"};
@@ -146,61 +138,10 @@ private:
     LogLine log_;
 };
 
-/// A form, and what it is shown in: language and size of text.
-class FormPage final : public StandardPanel {
-public:
-    FormPage(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
-        setTabGoesOn(true);
-        column_ = setLayout(BoxLayout::makeColumn());
-        auto* const row = column_->add(BoxLayout::makeRow());
-        languages_ = addSwitch(*row, {L"Deutsch", L"English", L"עברית"}, "language");
-        sizes_ = addSwitch(*row, {L"Normal", L"Large"}, "text size");
-        row->addStretch();
-        sizes_->setSelectedItem(UifStd::getScale() > 1 ? 1 : 0);
-        showForm(german);
-    }
-    /// The other pages are read from left to right.
-    ~FormPage() override { UifStd::setRightToLeft(wasRightToLeft_); }
-
-    int handleMessageEvent(LightweightString<char> message, Glob* sender) override {
-        if (sender == languages_) return chooseLanguage(), 1;
-        if (sender == sizes_) return Look::setSize(sizes_->getSelectedItem() == 1 ? largeText : 1.0), 1;
-        return StandardPanel::handleMessageEvent(message, sender);
-    }
-
-private:
-    static constexpr double largeText = 1.5;
-
-    RadioSet* addSwitch(BoxLayout& row, Vector<LightweightString<wchar_t>> const& labels,
-                        LightweightString<char> const& known) {
-        auto* const added = row.add(std::make_unique<RadioSet>(RadioSet::InitArgs(labels)));
-        added->setName(known);
-        added->setSelectedItem(0);
-        addTabStopsFrom(*added);
-        return added;
-    }
-    void chooseLanguage() {
-        auto const language = static_cast<Language>(languages_->getSelectedItem());
-        UifStd::setRightToLeft(language == hebrew);
-        LifeGuard const life = guard();
-        showForm(language);
-        if (life.alive()) Look::broadcast();
-    }
-    void showForm(Language language) {
-        if (form_) removeWidget(form_);
-        form_ = column_->add(std::make_unique<ExportForm>(language, log_));
-    }
-
-    LogLine log_;
-    BoxLayout* column_ = nullptr;
-    RadioSet* languages_ = nullptr;
-    RadioSet* sizes_ = nullptr;
-    ExportForm* form_ = nullptr;
-    bool wasRightToLeft_ = UifStd::isRightToLeft();
-};
-
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {
-    return std::make_unique<FormPage>(size, std::move(log));
+    return std::make_unique<LanguagePage>(size, std::move(log), [](Language language, LogLine told) {
+        return std::unique_ptr<StandardPanel>(new ExportForm(language, std::move(told)));
+    });
 }
 
 } // namespace
