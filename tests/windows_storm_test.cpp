@@ -120,7 +120,7 @@ protected:
     ~Storm() override { HostileGlob::deed = nullptr; }
 
     void open() {
-        root_ = HandlerRef<Glob>(openWindow());
+        root_ = HandlerRef<Glob>(openWindow(320, 220));
         other_ = HandlerRef<Glob>(openWindow(200, 200, {700, 100}));
         panel_ = HandlerRef<StandardPanel>(
             addTo(root_.get(), new StandardPanel(XY<int>{300, 200}), BottomLeft(20, 20)));
