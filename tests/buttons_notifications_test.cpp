@@ -1,7 +1,7 @@
+#include "tests/panel_fixture.h"
 #include "tests/sent_notifications.h"
 
 #include "buttons/standard_buttons.h"
-#include "foundation/standard_panel.h"
 
 namespace wainscot {
 namespace {
@@ -94,36 +94,22 @@ TEST_F(ButtonNotifications, OfTitleButtons) {
                            [] { return new SettingsButton(Palette()); });
 }
 
-/// A title box that reports what the test says.
-class TitleBox : public Glob, public iTitleBox {
-public:
-    explicit TitleBox(StandardPanel& panel) : Glob(10, 10), panel_(panel) {}
-    Glob& glob() override { return *this; }
-    LightweightString<wchar_t> titleText() const override { return text_; }
-    void setTitleText(LightweightString<wchar_t> const& text) override { text_ = text; }
-    void type(wchar_t const* text) {
-        text_ = text;
-        panel_.handleTitleTyped();
-    }
-    void end() { panel_.handleTitleEdited(); }
-
-private:
-    StandardPanel& panel_;
-    LightweightString<wchar_t> text_;
-};
-
 TEST_F(ButtonNotifications, OfPanels) {
-    static TitleBox* box = nullptr;
+    static FakeTitleBox* box = nullptr;
     auto const before = Registry::instance().makeTitleBox;
-    Registry::instance().makeTitleBox = [](StandardPanel& panel, LightweightString<wchar_t> const&,
+    Registry::instance().makeTitleBox = [](StandardPanel& panel, LightweightString<wchar_t> const& title,
                                            Glib::FontDesc const&) -> iTitleBox* {
-        return box = new TitleBox(panel);
+        return box = new FakeTitleBox(panel, title);
     };
-    runAll<StandardPanel>({{"StdPanelTitleTyped", "StdPanelTitleTyped", [] { box->type(L"new"); }},
+    auto const type = [] {
+        box->text = L"new";
+        box->panel.handleTitleTyped();
+    };
+    runAll<StandardPanel>({{"StdPanelTitleTyped", "StdPanelTitleTyped", type},
                            {"StdPanelTitleChanged", "StdPanelTitleChanged",
-                            [] {
-                                box->type(L"new");
-                                box->end();
+                            [type] {
+                                type();
+                                box->panel.handleTitleEdited();
                             }}},
                           [] {
                               auto* const panel = new StandardPanel(150, 100);

@@ -108,11 +108,7 @@ private:
 
 InputEvent composing(LightweightString<wchar_t> const& text, int caret,
                      InputEvent::Kind kind = InputEvent::Kind::composing) {
-    InputEvent event;
-    event.kind = kind;
-    event.text = text;
-    event.amount = caret;
-    return event;
+    return {.kind = kind, .amount = caret, .text = text};
 }
 
 class Storm : public HostTest, public testing::WithParamInterface<char const*> {
