@@ -1,7 +1,7 @@
+#include "tests/panel_fixture.h"
 #include "tests/sent_notifications.h"
 
 #include "buttons/standard_buttons.h"
-#include "foundation/standard_panel.h"
 
 namespace wainscot {
 namespace {

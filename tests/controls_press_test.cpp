@@ -287,14 +287,12 @@ protected:
             deactivate();
             break;
         case reportedLost:
-        case pressedElsewhere: {
-            InputEvent event;
-            event.kind = how == reportedLost ? InputEvent::Kind::pressLost : InputEvent::Kind::pointerPressed;
-            event.button = Driver::Button::left;
-            event.place = away();
-            inject(event);
+        case pressedElsewhere:
+            inject(
+                {.kind = how == reportedLost ? InputEvent::Kind::pressLost : InputEvent::Kind::pointerPressed,
+                 .button = Driver::Button::left,
+                 .place = away()});
             break;
-        }
         case disabled:
             glob_->setActive(false);
             break;

@@ -67,7 +67,8 @@ TEST_F(Gallery, WithoutADisplayItSaysSoAndRendersItsPages) {
 TEST_F(Gallery, RendersEveryPageAtEveryScaleAndTheme) {
     std::vector<std::string> const pages = pageNames();
     ASSERT_FALSE(pages.empty());
-    for (char const* options : {"", "--scale 1.75 --theme light", "--scale 3 --size 300x200"}) {
+    for (char const* options :
+         {"", "--scale 1.75 --theme light --size 700x500", "--scale 3 --size 300x200"}) {
         EXPECT_EQ(run(std::string("--shots shots ") + options).code, 0);
         for (std::string const& page : pages)
             EXPECT_TRUE(std::filesystem::exists(folder_ + "/shots/" + page + ".png"));

@@ -205,6 +205,15 @@ public:
             return consume;
         };
     }
+    /// From now on a press moves it.
+    void moveWhenPressed() {
+        setMovable(true);
+        onReact = [this](Event const& event) {
+            if (!mouse_down_event(event)) return Glob::react(event);
+            startMoving();
+            return true;
+        };
+    }
     void note(std::string const& what) {
         if (log_) log_->push_back(name_.empty() ? what : name_ + " " + what);
     }

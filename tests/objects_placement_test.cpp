@@ -90,12 +90,7 @@ TEST_F(Placing, MovesAndChangesOfSizeAreNoticed) {
 TEST_F(Placing, DraggedObjectsFollowThePointerUntilTheRelease) {
     auto* const panel = addTo(root_, new ProbeGlob(300, 200), BottomLeft(10, 10));
     auto* const probe = addTo(panel, new ProbeGlob, BottomLeft(20, 20));
-    probe->setMovable(true);
-    probe->onReact = [&](Event const& event) {
-        if (!mouse_down_event(event)) return probe->Glob::react(event);
-        probe->startMoving();
-        return true;
-    };
+    probe->moveWhenPressed();
     driver_.press(probe);
     driver_.moveTo({probe->screenBox().centre() + XY<int>(30, 40)});
     EXPECT_TRUE(probe->isMoving());

@@ -44,6 +44,17 @@ protected:
         popUps_[1] = bench_.findWindow("level 2");
         ASSERT_NE(popUps_[1], 0u);
     }
+    /// Another program with a window; this one is the active one again.
+    std::unique_ptr<ChildProcess> startOther() {
+        auto other = bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"),
+                                   "--size", "120", "60", "--place", "860", "40"});
+        EXPECT_FALSE(other->waitForLine("activated").empty());
+        bench_.activate(window_);
+        EXPECT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
+        EXPECT_FALSE(other->waitForLine("deactivated").empty());
+        return other;
+    }
+
     std::uint32_t const faceColour = Palette::standard(eThemeDark).button().getAsLong();
     int const gap_ = static_cast<int>(UifStd::Metrics().widgetGap);
     Area openPopUps_;
@@ -81,15 +92,9 @@ TEST_F(WindowPopUp, APressElsewhereInTheProgramClosesThemAndIsSpent) {
 }
 
 TEST_F(WindowPopUp, APressOnAnotherProgramClosesThemAndIsSpent) {
-    auto const other =
-        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--size",
-                      "120", "60", "--place", "860", "40"});
+    auto const other = startOther();
     WindowBench::WindowId const otherWindow = bench_.findWindow("probe");
     ASSERT_NE(otherWindow, 0u);
-    ASSERT_FALSE(other->waitForLine("activated").empty());
-    bench_.activate(window_);
-    ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
-    ASSERT_FALSE(other->waitForLine("deactivated").empty());
     openTwo();
     XY<int> const onOther = bench_.placeOf(otherWindow) + XY<int>{60, 30};
     clickAt(onOther);
@@ -117,14 +122,8 @@ TEST_F(WindowPopUp, EscapeClosesTheLast) {
 }
 
 TEST_F(WindowPopUp, DeactivationAndMovingTheWindowCloseAll) {
-    auto const other =
-        bench_.start({"desktop-probe", WindowBench::besideTests("../lib/libwainscot-desktop.so"), "--size",
-                      "120", "60", "--place", "860", "40"});
+    auto const other = startOther();
     WindowBench::WindowId const otherWindow = bench_.findWindow("probe");
-    ASSERT_FALSE(other->waitForLine("activated").empty());
-    bench_.activate(window_);
-    ASSERT_TRUE(waitUntil([&] { return bench_.isActive(window_); }));
-    ASSERT_FALSE(other->waitForLine("deactivated").empty());
     openTwo();
     bench_.activate(otherWindow);
     expectLines({"level 2  closes", "level 1  closes"});

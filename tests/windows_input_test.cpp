@@ -75,9 +75,7 @@ TEST_F(Input, ContainmentIsToldFromTheOutsideInAndFollowsTheTree) {
     outer->setWidgetPos(inner, {120, 80});
     driver_.settle();
     EXPECT_THAT(takeLog(), ElementsAre("inner entered")) << "the widget came to the pointer";
-    InputEvent gone;
-    gone.kind = InputEvent::Kind::pointerLeft;
-    inject(gone);
+    inject({.kind = InputEvent::Kind::pointerLeft});
     EXPECT_THAT(log_, ElementsAre("inner left", "outer left"));
 }
 
@@ -194,23 +192,19 @@ TEST_F(Input, FurtherButtonsBelongToThePressAndChangeNoCapture) {
 }
 
 TEST_F(Input, APressThatIsLostEndsOnceAndChoosesNothing) {
-    InputEvent report;
-    report.window = nativeOf(root_)->id();
+    auto const report = [&](InputEvent::Kind kind) {
+        inject({.kind = kind, .window = nativeOf(root_)->id()});
+    };
     std::vector<std::function<void()>> const ends{[&] { deactivate(); },
                                                   [&] {
-                                                      report.kind = InputEvent::Kind::windowHidden;
-                                                      inject(report);
-                                                      report.kind = InputEvent::Kind::windowShown;
-                                                      inject(report);
+                                                      report(InputEvent::Kind::windowHidden);
+                                                      report(InputEvent::Kind::windowShown);
                                                   },
                                                   [&] {
                                                       root_->setVisible(false);
                                                       root_->setVisible(true);
                                                   },
-                                                  [&] {
-                                                      report.kind = InputEvent::Kind::pressLost;
-                                                      inject(report);
-                                                  }};
+                                                  [&] { report(InputEvent::Kind::pressLost); }};
     for (auto const& end : ends) {
         auto* const probe = addTo(root_, new ProbeGlob(60, 40, &log_, "a"), BottomLeft(10, 10));
         probe->noteMouse();
@@ -281,15 +275,10 @@ TEST_F(Input, TheNextKeyGoesWhereAClickHasLed) {
     };
     // All at once, as a fast hand does it.
     driver_.press(probe);
-    InputEvent up;
-    up.kind = InputEvent::Kind::pointerReleased;
-    up.button = InputEvent::Button::left;
-    up.place = probe->screenBox().centre();
-    InputEvent key;
-    key.kind = InputEvent::Kind::keyPressed;
-    key.keyCode = 'a';
-    host_->loop().inject(up);
-    host_->loop().inject(key);
+    host_->loop().inject({.kind = InputEvent::Kind::pointerReleased,
+                          .button = InputEvent::Button::left,
+                          .place = probe->screenBox().centre()});
+    host_->loop().inject({.kind = InputEvent::Kind::keyPressed, .keyCode = 'a'});
     driver_.settle();
     EXPECT_EQ(takeLog(), Lines{"second key"});
     EXPECT_TRUE(driver_.activate(root_));

@@ -16,18 +16,10 @@ class Loop : public OneWindowTest {
 protected:
     InputEvent pointerInput(InputEvent::Kind kind, XY<int> place,
                             InputEvent::Button button = InputEvent::Button::none) {
-        InputEvent input;
-        input.kind = kind;
-        input.place = place;
-        input.button = button;
-        input.time = virtualClock().msecs();
-        return input;
+        return {.kind = kind, .button = button, .place = place, .time = virtualClock().msecs()};
     }
     void turnWithAKey() {
-        InputEvent key;
-        key.kind = InputEvent::Kind::keyPressed;
-        key.keyCode = 'k';
-        host_->loop().inject(key);
+        host_->loop().inject({.kind = InputEvent::Kind::keyPressed, .keyCode = 'k'});
         host_->loop().turn();
     }
 };

@@ -49,11 +49,7 @@ protected:
         driver_.advance(ms);
     }
     void compose(wchar_t const* text, int caret) {
-        InputEvent event;
-        event.kind = InputEvent::Kind::composing;
-        event.text = text;
-        event.amount = caret;
-        inject(event);
+        inject({.kind = InputEvent::Kind::composing, .amount = caret, .text = text});
     }
 
     HalvesGlob* probe_ = addTo(root_, new HalvesGlob(60, 40), BottomLeft(50, 50));
@@ -139,9 +135,7 @@ TEST_F(Notes, ComposedTextAppearsAtTheCaretBeforeItIsFinished) {
     EXPECT_TRUE(driver_.find(Role::note, L"")->screenBox().intersects(probe_->screenBox()));
     compose(L"nih", 3);
     EXPECT_EQ(note(), L"nih");
-    InputEvent done;
-    done.kind = InputEvent::Kind::composedText;
-    done.text = L"\u4F60";
+    InputEvent const done{.kind = InputEvent::Kind::composedText, .text = L"\u4F60"};
     inject(done);
     EXPECT_EQ(note(), L"");
     EXPECT_EQ(probe_->typed, Text(L"\u4F60"));

@@ -120,13 +120,9 @@ TEST_F(PopUps, APressOnAnotherProgramsWindowClosesToo) {
     driver_.clickAt({1500, 50});
     EXPECT_EQ(takeLog(), allClosed);
     // Its release may never be reported: the next press counts nevertheless.
-    InputEvent press;
-    press.kind = Kind::pointerPressed;
-    press.button = InputEvent::Button::left;
-    press.place = {1500, 50};
     first_ = open("first", {130, 600});
     log_.clear();
-    inject(press);
+    inject({.kind = Kind::pointerPressed, .button = InputEvent::Button::left, .place = {1500, 50}});
     EXPECT_EQ(takeLog(), Lines{"first poot"});
     driver_.press(outside_);
     EXPECT_EQ(takeLog(), (Lines{"outside entered", "outside down"}));
@@ -211,12 +207,7 @@ TEST_F(PopUps, DeactivationAndChangesOfTheOwnersWindowCloseAll) {
         {"hidden", [&] { window_->setVisible(false); }},
         {"another window of ours", [&] { openWindow(50, 50, XY<int>(1000, 0)); }},
         {"minimised",
-         [&] {
-             InputEvent input;
-             input.kind = Kind::windowHidden;
-             input.window = nativeOf(window_)->id();
-             host_->loop().inject(input);
-         }},
+         [&] { host_->loop().inject({.kind = Kind::windowHidden, .window = nativeOf(window_)->id()}); }},
     };
     for (auto const& [name, act] : causes) {
         window_->setVisible(true);

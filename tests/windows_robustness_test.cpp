@@ -246,12 +246,7 @@ TEST_F(Robust, HandlersOutsideTheTreeAreForgottenToo) {
 
 TEST_F(Robust, MovingEndsWhenHiddenAndTheNewPlaceStays) {
     auto* const probe = addTo(root_, new ProbeGlob, TopRight(0, 0));
-    probe->setMovable(true);
-    probe->onReact = [&](Event const& event) {
-        if (!mouse_down_event(event)) return probe->Glob::react(event);
-        probe->startMoving();
-        return true;
-    };
+    probe->moveWhenPressed();
     driver_.drag(probe, {-100, -50});
     XY<int> const left = probe->box().bottomLeft();
     driver_.resizeWindow(root_, {500, 400});
@@ -318,12 +313,8 @@ TEST_F(Robust, ContainmentFollowsSilentChanges) {
     driver_.settle();
     EXPECT_EQ(log_, Lines{"below entered"});
     // A wheel may come from where no move has told of.
-    InputEvent wheel;
-    wheel.kind = InputEvent::Kind::wheel;
-    wheel.amount = 1;
-    wheel.place = {300, 300};
-    wheel.window = nativeOf(root_)->id();
-    inject(wheel);
+    inject(
+        {.kind = InputEvent::Kind::wheel, .window = nativeOf(root_)->id(), .place = {300, 300}, .amount = 1});
     EXPECT_EQ(log_, (Lines{"below entered", "below left"}));
 }
 

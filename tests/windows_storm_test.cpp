@@ -108,11 +108,7 @@ private:
 
 InputEvent composing(LightweightString<wchar_t> const& text, int caret,
                      InputEvent::Kind kind = InputEvent::Kind::composing) {
-    InputEvent event;
-    event.kind = kind;
-    event.text = text;
-    event.amount = caret;
-    return event;
+    return {.kind = kind, .amount = caret, .text = text};
 }
 
 class Storm : public HostTest, public testing::WithParamInterface<char const*> {
@@ -120,7 +116,7 @@ protected:
     ~Storm() override { HostileGlob::deed = nullptr; }
 
     void open() {
-        root_ = HandlerRef<Glob>(openWindow());
+        root_ = HandlerRef<Glob>(openWindow(320, 220));
         other_ = HandlerRef<Glob>(openWindow(200, 200, {700, 100}));
         panel_ = HandlerRef<StandardPanel>(
             addTo(root_.get(), new StandardPanel(XY<int>{300, 200}), BottomLeft(20, 20)));

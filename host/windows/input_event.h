@@ -60,9 +60,9 @@ struct InputEvent {
     /// The window that the input belongs to; 0 while unknown.
     NativeWindowId window = 0;
     /// Pointer place, or new place of the window's lower-left corner.
-    XY<int> place;
+    XY<int> place{};
     /// New size of the window's contents, logical.
-    XY<int> size;
+    XY<int> size{};
     int amount = 0;
     /// Key code with modifiers (`Key`), for key events.
     std::uint32_t keyCode = 0;
@@ -74,9 +74,9 @@ struct InputEvent {
     double time = 0.0;
     /// A move that must not be merged with those after it.
     bool isStep = false;
-    LightweightString<wchar_t> text;
+    LightweightString<wchar_t> text{};
     /// Full paths.
-    std::vector<LightweightString<wchar_t>> files;
+    std::vector<LightweightString<wchar_t>> files{};
 };
 
 } // namespace wainscot
