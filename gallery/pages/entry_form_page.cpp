@@ -57,7 +57,7 @@ bool isMail(Value const& value) {
 }
 
 /// A form in one language that is filled in with the keyboard alone. Return saves it, from every box. What is
-/// wrong is said below the boxes as soon as a box is left, and nothing is saved until it is right.
+/// wrong is said below a box as soon as it is left, and nothing is saved until it is right.
 class EntryForm final : public StandardPanel {
 public:
     EntryForm(Language language, LogLine log)
@@ -66,21 +66,21 @@ public:
         form_ = setLayout(std::make_unique<FormLayout>());
         form_->addHeading(heading[language_]);
         addBoxes();
-        addProblem();
         addButtons();
         resetAll();
     }
 
-    int handleMessageEvent(LightweightString<char> message, Glob*) override {
+    int handleMessageEvent(LightweightString<char> message, Glob* sender) override {
         if (message == pootMsg) return 0;
         if (message == resetMsg) resetAll();
         if (message == saveMsg) saveAll();
-        if (message == leftMsg) showProblem(problem());
+        for (Field const& field : fields_)
+            if (message == leftMsg && sender == field.box) check(field);
         return 1;
     }
     void handleLookChange(LookChange changes) override {
         StandardPanel::handleLookChange(changes);
-        colourProblem();
+        for (Field const& field : fields_) colourProblem(field);
     }
 
 private:
@@ -92,7 +92,8 @@ private:
         TextBox* box;
         Value first;
         bool (*isRight)(Value const& value) = nullptr;
-        Text const* complaint = nullptr;
+        /// Below the box, while its text is not that.
+        Label* problem = nullptr;
     };
 
     wchar_t const* in(Text const& text) const { return text[language_]; }
@@ -130,9 +131,12 @@ private:
         args.obfuscated = true;
         addField(password, std::make_unique<TextBox>(args), L"");
     }
-    static void demand(Field& field, bool (*isRight)(Value const&), Text const& complaint) {
+    void demand(Field& field, bool (*isRight)(Value const&), Text const& complaint) {
         field.isRight = isRight;
-        field.complaint = &complaint;
+        field.problem =
+            form_->add(std::make_unique<Label>(in(complaint)), {.row = form_->nextRow(), .column = 1});
+        field.problem->setVisible(false);
+        colourProblem(field);
     }
     void addBoxes() {
         demand(addText(title, L"", in(titleHint)), isFilled, titleMissing);
@@ -149,10 +153,6 @@ private:
         addPassword();
         addText(keywords, L"", in(keywordsHint));
     }
-    void addProblem() {
-        problem_ = form_->add(std::make_unique<Label>(L""), {.row = form_->nextRow(), .column = 1});
-        colourProblem();
-    }
     void addButtons() {
         auto* const row = form_->add(BoxLayout::makeRow(), {.row = form_->nextRow(), .columns = 2});
         row->addStretch();
@@ -165,27 +165,31 @@ private:
         add(save, saveMsg)->setDefaultAction(true);
     }
 
-    /// The first field that is not right; null when all are.
-    Field const* problem() const {
-        for (Field const& field : fields_)
-            if (field.isRight && !field.isRight(field.box->getText())) return &field;
-        return nullptr;
+    /// Shows what is wrong with a field, or that nothing is any more; returns whether it is right.
+    static bool check(Field const& field) {
+        bool const isRight = !field.isRight || field.isRight(field.box->getText());
+        if (field.problem) field.problem->setVisible(!isRight);
+        return isRight;
     }
-    void showProblem(Field const* wrong) { problem_->setString(wrong ? in(*wrong->complaint) : L""); }
-    void colourProblem() {
+    void colourProblem(Field const& field) {
         Palette const& own = getPalette();
-        problem_->setPalette(Palette(own.mark(eMarkWarning), own.window(eWindowNormal)));
+        if (field.problem)
+            field.problem->setPalette(Palette(own.mark(eMarkWarning), own.window(eWindowNormal)));
     }
 
     void resetAll() {
-        for (Field const& field : fields_) field.box->setText(field.first);
-        showProblem(nullptr);
+        for (Field const& field : fields_) {
+            field.box->setText(field.first);
+            if (field.problem) field.problem->setVisible(false);
+        }
     }
     void saveAll() {
-        Field const* const wrong = problem();
-        showProblem(wrong);
-        if (wrong) {
-            wrong->box->claimKbdFocus();
+        Field const* firstWrong = nullptr;
+        for (Field const& field : fields_)
+            if (!check(field) && !firstWrong) firstWrong = &field;
+        if (firstWrong) {
+            firstWrong->box->claimKbdFocus();
+            firstWrong->box->bringIntoView();
             return;
         }
         for (Field const& field : fields_) {
@@ -197,7 +201,6 @@ private:
 
     FormLayout* form_ = nullptr;
     std::vector<Field> fields_;
-    Label* problem_ = nullptr;
     Language language_;
     LogLine log_;
 };

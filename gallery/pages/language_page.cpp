@@ -18,8 +18,17 @@ LanguagePage::LanguagePage(XY<int> size, LogLine log, MakeForm makeForm)
     languages_ = addSwitch(*row, {L"Deutsch", L"English", L"עברית"}, "language");
     sizes_ = addSwitch(*row, {L"Normal", L"Large"}, "text size");
     row->addStretch();
-    sizes_->setSelectedItem(UifStd::getScale() > 1 ? 1 : 0);
+    showSize();
     showForm(german);
+}
+
+void LanguagePage::showSize() {
+    sizes_->setSelectedItem(UifStd::getScale() > 1 ? 1 : 0);
+}
+
+void LanguagePage::handleLookChange(LookChange changes) {
+    StandardPanel::handleLookChange(changes);
+    showSize();
 }
 
 LanguagePage::~LanguagePage() {

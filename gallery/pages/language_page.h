@@ -23,10 +23,13 @@ public:
     ~LanguagePage() override;
 
     int handleMessageEvent(LightweightString<char> message, Glob* sender) override;
+    /// The size may be changed elsewhere, too.
+    void handleLookChange(LookChange changes) override;
 
 private:
     RadioSet* addSwitch(BoxLayout& row, Vector<LightweightString<wchar_t>> const& labels,
                         LightweightString<char> const& known);
+    void showSize();
     void chooseLanguage();
     void showForm(Language language);
 
