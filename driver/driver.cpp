@@ -24,6 +24,10 @@ bool hasKeyCode(wchar_t character) {
     return character >= L' ' && static_cast<std::uint32_t>(character) < Key::meta;
 }
 
+bool isSeen(Glob const& glob) {
+    return glob.isShown() && !glob.isLightweight();
+}
+
 bool fits(GlobDescription const& description, std::optional<Role> role,
           LightweightString<wchar_t> const& name) {
     return (!role || description.role == *role) && (name.empty() || description.name == name);
@@ -107,7 +111,7 @@ std::vector<Glob*> Driver::findAll(std::optional<Role> role, LightweightString<w
     std::vector<Glob*> found;
     for (Glob* root : host_.globManager().roots()) {
         for (Glob* glob : Tree::subtree(*root))
-            if (glob->isShown() && fits(describe(*glob), role, name)) found.push_back(glob);
+            if (isSeen(*glob) && fits(describe(*glob), role, name)) found.push_back(glob);
     }
     return found;
 }
@@ -411,7 +415,7 @@ LightweightString<char> Driver::tree() {
     LightweightString<char> text;
     for (Glob* root : host_.globManager().roots()) {
         for (Glob* glob : Tree::subtree(*root)) {
-            if (!glob->isShown()) continue;
+            if (!isSeen(*glob)) continue;
             std::size_t depth = 0;
             for (Glob* above = glob; above != root; above = above->parent()) ++depth;
             appendLine(text, depth, describe(*glob, GlobDescription::relations));

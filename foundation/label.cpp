@@ -1,5 +1,6 @@
 #include "foundation/label.h"
 
+#include "foundation/focus_stop.h"
 #include "foundation/tab_order_manager.h"
 #include "host/drawing/uif_std.h"
 #include "host/drawing/word_wrapping_text_renderer.h"
@@ -138,8 +139,9 @@ void Label::handleLookChange(LookChange changes) {
 bool Label::react(Event const& event) {
     Glob* const control = getLabelFor();
     bool const isPress = mouse_down_event(event) && mouse_left_event(event);
-    if (isPress && control && isActive() && focusIn(*control).claimKbdFocus()) return true;
-    return Glob::react(event);
+    if (!isPress || !control || !isActive()) return Glob::react(event);
+    Glob& target = focusIn(*control);
+    return (FocusStop::canTake(target) && target.claimKbdFocus()) || Glob::react(event);
 }
 
 // Look

@@ -92,8 +92,11 @@ int NumericTextBox::handleMouseEvent(Event const& event) {
     return handled;
 }
 
+/// Of a number as a whole, a box for whole numbers takes what stands before the point.
 void NumericTextBox::paste(Text const& text) {
-    TextBox::paste(plainNumber(text).value_or(text));
+    auto const number = plainNumber(text);
+    if (!number) return TextBox::paste(text);
+    TextBox::paste(isRestricted(point) ? number->substr(0, number->find(point)) : *number);
 }
 
 void NumericTextBox::describe(GlobDescription& description) const {

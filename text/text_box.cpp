@@ -160,8 +160,12 @@ void TextBox::updateShown(eRedrawFlag redraw) {
     updateVisibleWindow();
     placeCaret();
     if (redraw) damageText();
+    LifeGuard const life = guard();
     describeChanged(DescriptionChange::selection);
+    if (life.alive()) handleCursorChange();
 }
+
+void TextBox::handleCursorChange() {}
 
 /// Edge and ground stay as they are.
 void TextBox::damageText() {

@@ -185,6 +185,8 @@ protected:
 
     /// Another text by a step of the user: asks the data at once. It may destroy the box.
     void setByUser(Text const& text);
+    /// Text, cursor or selection have changed, and are shown. Does nothing here. It may destroy the box.
+    virtual void handleCursorChange();
     /// Whether the data may be asked for the present text at the end of editing.
     virtual bool isTextValid() const;
     /// The ink of the text.

@@ -11,6 +11,7 @@
 #include "host/objects/kbd_focus.h"
 #include "host/services/clipboard.h"
 #include "host/services/clock.h"
+#include "look/field.h"
 #include "look/ink.h"
 #include "text/text_keys.h"
 
@@ -218,9 +219,9 @@ void TextBoxBase::makeCaret(XY<int> const& place) {
 void TextBoxBase::styleCaret() {
     TextCursor* const caret = getCaret();
     if (!caret) return;
-    Colour const ink = getTextColour();
-    Colour const ground = caretColour_.value_or(ink);
-    caret->setPalette(Palette(ControlLook::inkOn(ink, ground), ground));
+    Colour const ground = caretColour_.value_or(getTextColour());
+    Colour const field = ControlLook::fieldColour({.isActive = takesInput()}, getPalette());
+    caret->setPalette(Palette(ControlLook::inkOn(field, ground), ground));
     caret->setCursorStyle(editMode_ == eOverwriteMode ? TextCursor::eBlockStyle : TextCursor::eLineStyle);
 }
 

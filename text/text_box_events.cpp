@@ -199,8 +199,8 @@ void TextBox::loseFocus() {
     document().dropSelection();
     line_->resetScroll();
     if (isGhostLabelVisible()) showAll();
-    updateVisibleWindow();
     thrown.run([&] { removeCaret(); });
+    if (life.alive()) thrown.run([&] { updateShown(); });
     if (life.alive()) thrown.run([&] { TextBoxBase::handleKbdFocus(); });
     if (life.alive()) thrown.run([&] { handOverText(); });
     if (life.alive()) thrown.run([&] { informOwner(eEditEnd, false, 0); });

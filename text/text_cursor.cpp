@@ -27,7 +27,9 @@ bool isFlashWanted() {
 } // namespace
 
 TextCursor::TextCursor(Glib::FontDesc const& font, Canvas* canvas)
-    : rect(lineWidth, font.size, Palette(), false, canvas), font_(font) {}
+    : rect(lineWidth, font.size, Palette(), false, canvas), font_(font) {
+    setLightweight(true);
+}
 
 TextCursor::~TextCursor() = default;
 

@@ -25,9 +25,19 @@ TitleTextBox::TitleTextBox(StandardPanel& panel, Text const& title, Glib::FontDe
     telling(eEditEnd, &StandardPanel::handleTitleEdited);
 }
 
+void TitleTextBox::takeFont() {
+    if (StandardPanel const* const panel = panel_.get()) setFont(panel->getTitleFont());
+}
+
+void TitleTextBox::setTitleText(Text const& text) {
+    LifeGuard const life = guard();
+    takeFont();
+    if (life.alive()) setText(text);
+}
+
 void TitleTextBox::handleLookChange(LookChange changes) {
     LifeGuard const life = guard();
-    if (StandardPanel const* const panel = panel_.get()) setFont(panel->getTitleFont());
+    takeFont();
     if (life.alive()) TextBox::handleLookChange(changes);
 }
 

@@ -12,10 +12,12 @@ public:
 
     Glob& glob() override { return *this; }
     Text titleText() const override { return getText(); }
-    void setTitleText(Text const& text) override { setText(text); }
+    void setTitleText(Text const& text) override;
     void handleLookChange(LookChange changes) override;
 
 private:
+    /// That of the panel's title.
+    void takeFont();
     static InitArgs argsFor(StandardPanel const& panel, Text const& title, Glib::FontDesc const& font);
 
     HandlerRef<StandardPanel> panel_;

@@ -14,36 +14,8 @@ LightweightString<wchar_t> WatchedBox::place() const {
            Qv::WStringFromInteger(selection.end());
 }
 
-int WatchedBox::handleKeyboardEvent(int keyCode) {
-    LifeGuard const life = guard();
-    int const answer = TextBox::handleKeyboardEvent(keyCode);
-    tell(life);
-    return answer;
-}
-
-void WatchedBox::handleKbdFocus() {
-    LifeGuard const life = guard();
-    TextBox::handleKbdFocus();
-    tell(life);
-}
-
-bool WatchedBox::pressBegan(Event const& event) {
-    LifeGuard const life = guard();
-    bool const isTaken = TextBox::pressBegan(event);
-    tell(life);
-    return isTaken;
-}
-
-void WatchedBox::pressMoved(Event const& event) {
-    LifeGuard const life = guard();
-    TextBox::pressMoved(event);
-    tell(life);
-}
-
-void WatchedBox::pressEnded(PressEnd how) {
-    LifeGuard const life = guard();
-    TextBox::pressEnded(how);
-    tell(life);
+void WatchedBox::handleCursorChange() {
+    if (moved_) moved_(*this);
 }
 
 } // namespace wainscot::gallery

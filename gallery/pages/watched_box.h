@@ -6,7 +6,7 @@
 
 namespace wainscot::gallery {
 
-/// A text box that tells whenever the user may have moved its cursor.
+/// A text box that tells whenever text, cursor or selection have changed.
 class WatchedBox final : public TextBox {
 public:
     using Moved = std::function<void(WatchedBox const&)>;
@@ -16,19 +16,10 @@ public:
     /// "Cursor 5 of 12, selected 2 to 5".
     LightweightString<wchar_t> place() const;
 
-    int handleKeyboardEvent(int keyCode) override;
-    void handleKbdFocus() override;
-
 protected:
-    bool pressBegan(Event const& event) override;
-    void pressMoved(Event const& event) override;
-    void pressEnded(PressEnd how) override;
+    void handleCursorChange() override;
 
 private:
-    void tell(LifeGuard const& life) const {
-        if (life.alive()) moved_(*this);
-    }
-
     Moved moved_;
 };
 

@@ -149,6 +149,7 @@ public:
     virtual bool canBeDestroyed(int reason);
     void setPersistable(bool persistable) { setFlag(persistableFlag, persistable); }
     bool isPersistable() const { return hasFlag(persistableFlag); }
+    /// Whether it is only a part of its parent: drivers and assistive tools do not see it.
     void setLightweight(bool lightweight) { setFlag(lightweightFlag, lightweight); }
     bool isLightweight() const { return hasFlag(lightweightFlag); }
     /// Whether it may become the active window.
