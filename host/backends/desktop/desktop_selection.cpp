@@ -64,15 +64,20 @@ bool SelectionReader::waitFor(int type, void* event) {
     return true;
 }
 
-bool SelectionReader::convert(char const* selection, char const* target) {
+SelectionReader::Answer SelectionReader::convert(char const* selection, char const* target) {
+    Atom const kind = XInternAtom(display_, target, False);
     XEvent event;
     while (XCheckTypedWindowEvent(display_, window_, SelectionNotify, &event)) {
     }
     XDeleteProperty(display_, window_, property_);
-    XConvertSelection(display_, XInternAtom(display_, selection, False), XInternAtom(display_, target, False),
-                      property_, window_, CurrentTime);
+    XConvertSelection(display_, XInternAtom(display_, selection, False), kind, property_, window_,
+                      CurrentTime);
     XFlush(display_);
-    return waitFor(SelectionNotify, &event) && event.xselection.property != None;
+    // The answer to an earlier question may come late.
+    do {
+        if (!waitFor(SelectionNotify, &event)) return Answer::none;
+    } while (event.xselection.target != kind);
+    return event.xselection.property == None ? Answer::refused : Answer::given;
 }
 
 unsigned long SelectionReader::takeProperty(std::string& text) {
@@ -109,8 +114,10 @@ bool SelectionReader::readPieces(std::string& text) {
 }
 
 /// A picture must not be asked for as text: some owners would give its bytes.
-std::vector<unsigned long> SelectionReader::offered(char const* selection) {
-    if (!convert(selection, "TARGETS")) return {};
+std::optional<std::vector<unsigned long>> SelectionReader::offered(char const* selection) {
+    Answer const answer = convert(selection, "TARGETS");
+    if (answer == Answer::none) return std::nullopt;
+    if (answer == Answer::refused) return std::vector<unsigned long>();
     Atom type = None;
     int format = 0;
     unsigned long count = 0, rest = 0;
@@ -125,12 +132,15 @@ std::vector<unsigned long> SelectionReader::offered(char const* selection) {
 
 std::optional<std::string> SelectionReader::read(char const* selection) {
     if (!open()) return {};
-    std::vector<unsigned long> const kinds = offered(selection);
+    std::optional<std::vector<unsigned long>> const kinds = offered(selection);
+    if (!kinds) return {};
     for (char const* const target : {"UTF8_STRING", "STRING"}) {
         // An owner that does not say what it offers is asked for each kind.
         unsigned long const kind = XInternAtom(display_, target, False);
-        if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) continue;
-        if (!convert(selection, target)) continue;
+        if (!kinds->empty() && std::find(kinds->begin(), kinds->end(), kind) == kinds->end()) continue;
+        Answer const answer = convert(selection, target);
+        if (answer == Answer::none) return {};
+        if (answer == Answer::refused) continue;
         XEvent event;
         while (XCheckTypedWindowEvent(display_, window_, PropertyNotify, &event)) {
         }

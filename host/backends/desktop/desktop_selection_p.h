@@ -26,13 +26,15 @@ public:
 
 private:
     bool open();
-    bool convert(char const* selection, char const* target);
+    enum class Answer : unsigned char { none, refused, given };
+    /// Asks the owner for one kind of data.
+    Answer convert(char const* selection, char const* target);
     /// Waits for an event of that type; false when none comes in time.
     bool waitFor(int type, void* event);
     /// Takes the property that the owner has filled, and gives its type; 0 when there is no such property.
     unsigned long takeProperty(std::string& text);
-    /// The kinds of data that the owner offers; empty when it does not say.
-    std::vector<unsigned long> offered(char const* selection);
+    /// The kinds of data that the owner offers; empty when it does not say, nothing when it does not answer.
+    std::optional<std::vector<unsigned long>> offered(char const* selection);
     bool readPieces(std::string& text);
 
     _XDisplay* display_ = nullptr;
