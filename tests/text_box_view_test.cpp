@@ -124,7 +124,8 @@ TEST_F(TextBoxViews, FollowThePointer) {
     driver_.key(C | 'A');
     EXPECT_EQ(state(*made), "^one two three|") << "a click leaves no anchor";
     driver_.advance(300);
-    EXPECT_EQ(WindowsClipboard::getSelection(), L"one two three") << "what keys select is offered a little later";
+    EXPECT_EQ(WindowsClipboard::getSelection(), L"one two three")
+        << "what keys select is offered a little later";
     driver_.moveTo(inTwo);
     driver_.press();
     driver_.moveTo(inTwo + XY<int>(made->getFontPtr()->textWidth(L"two"), 40));
