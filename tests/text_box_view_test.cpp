@@ -166,6 +166,27 @@ TEST_F(TextBoxViews, FollowThePointer) {
     EXPECT_EQ(EventSystem::live().timers.size(), 1u) << "the caret";
 }
 
+TEST_F(TextBoxViews, EscapeToWhatTheDataHas) {
+    auto const data = Qv::makePtr<TestData<Text>>();
+    data->value = L"1";
+    auto* const made = box<NumericTextBox>();
+    made->bindTo(data);
+    made->claimKbdFocus();
+    driver_.key(Key::up);
+    driver_.type(L"7");
+    driver_.key(Key::escape);
+    EXPECT_EQ(made->getText(), L"2") << "the data has got the step";
+    data->accepts = false;
+    driver_.key(Key::up);
+    driver_.key(Key::escape);
+    EXPECT_EQ(made->getText(), L"2") << "and no other";
+    data->value = L"5";
+    data->forceWidgetUpdate(eRedrawYes);
+    driver_.type(L"7");
+    driver_.key(Key::escape);
+    EXPECT_EQ(made->getText(), L"5") << "it has changed meanwhile";
+}
+
 TEST_F(TextBoxViews, StepNumbers) {
     auto* const made = box<NumericTextBox>(L"7");
     made->claimKbdFocus();

@@ -81,6 +81,8 @@ void TextBox::setNewWidgetValue(Text& value, eRedrawFlag redraw) {
     DispatchScope const scope;
     isPending_ = false;
     handedOver_ = value;
+    // Escape must not bring back a text that the data no longer has.
+    textAtFocus_ = value;
     setTextInternal(handedOver_, redraw);
 }
 
@@ -117,6 +119,7 @@ void TextBox::handOverText() {
 void TextBox::setByUser(Text const& text) {
     DispatchScope const scope;
     Text const before = std::exchange(handedOver_, text);
+    if (getDataAdaptor()) textAtFocus_ = text;
     LifeGuard const life = guard();
     engine().replaceAll(text);
     setChanged(true);
