@@ -4,6 +4,8 @@
 #include "text/local_number.h"
 #include "text/numeric_text_box.h"
 
+#include <limits>
+
 namespace wainscot {
 namespace {
 
@@ -48,6 +50,18 @@ TEST_F(TextBoxViews, PlaceTheirText) {
         EXPECT_EQ(made->getScroll(), 0);
         destroy(made);
     }
+}
+
+TEST_F(TextBoxViews, ArePaintedAnewWhenTheScrollComesBackAfterAResize) {
+    TextBox* const made = focused(box(L"one two three four five six seven eight nine ten eleven"));
+    made->setCursorIndex(20);
+    made->resize(80, 24);
+    driver_.settle();
+    EXPECT_GT(made->getScroll(), 0);
+    driver_.key(Key::home);
+    EXPECT_EQ(made->getScroll(), 0);
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+    EXPECT_EQ(made->textXToDisplayX(std::numeric_limits<int>::max()), std::numeric_limits<int>::max());
 }
 
 TEST_F(TextBoxViews, ShowHintsMasksAndSuffixes) {

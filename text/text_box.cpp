@@ -160,10 +160,12 @@ void TextBox::textEdited(TextEdit const& edit) {
 void TextBox::updateShown(eRedrawFlag redraw) {
     isOutdated_ = isInKey_;
     if (isInKey_) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     updateVisibleWindow();
     placeCaret();
+    if (!life.alive()) return;
     if (redraw) damageText();
-    LifeGuard const life = guard();
     describeChanged(DescriptionChange::selection);
     if (life.alive()) handleCursorChange();
 }
@@ -196,13 +198,16 @@ void TextBox::updateVisibleWindow() {
 void TextBox::placeCaret() {
     TextCursor* const caret = getCaret();
     if (!caret) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
     int const size = getFont().size;
     setWidgetPos(caret, {line_->displayX(document().cursor()), (height() - size + 1) / 2});
+    if (!life.alive()) return;
     auto const cursor = static_cast<std::size_t>(document().cursor());
     bool const isAtEnd = cursor >= document().length();
     wchar_t const under = isAtEnd ? L' ' : isObfuscatedDisplay() ? maskCharacter : document().at(cursor);
     caret->setCurrentChar(under);
-    pauseFlash();
+    if (life.alive()) pauseFlash();
 }
 
 std::optional<IntBox> TextBox::textCaret() const {
@@ -212,11 +217,11 @@ std::optional<IntBox> TextBox::textCaret() const {
 }
 
 int TextBox::textXToDisplayX(int x) const {
-    return x + line_->origin();
+    return Coordinate::sum(x, line_->origin());
 }
 
 int TextBox::displayXToTextX(int x) const {
-    return x - line_->origin();
+    return Coordinate::difference(x, line_->origin());
 }
 
 int TextBox::getScroll() const {
@@ -291,6 +296,8 @@ void TextBox::reshape() {
     if (!life.alive()) return;
     updateVisibleWindow();
     placeCaret();
+    // All of it is painted, with the present scroll.
+    if (life.alive()) damageText();
 }
 
 SizeNeeds TextBox::sizeNeeds() const {

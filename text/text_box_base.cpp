@@ -219,6 +219,7 @@ void TextBoxBase::makeCaret(XY<int> const& place) {
 void TextBoxBase::styleCaret() {
     TextCursor* const caret = getCaret();
     if (!caret) return;
+    DispatchScope const scope;
     Colour const ground = caretColour_.value_or(getTextColour());
     Colour const field = ControlLook::fieldColour({.isActive = takesInput()}, getPalette());
     caret->setPalette(Palette(ControlLook::inkOn(field, ground), ground));

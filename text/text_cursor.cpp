@@ -1,6 +1,7 @@
 #include "text/text_cursor.h"
 
 #include "host/drawing/canvas_renderer.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
 #include "host/events/event_time_server.h"
 #include "host/objects/kbd_focus.h"
@@ -60,6 +61,7 @@ void TextCursor::fitWidth() {
             ? lineWidth
             : std::max({lineWidth, Glib::loadFont(font_)->textWidth(asText(character_)), font_.size / 4});
     if (wide == width()) return;
+    DispatchScope const scope;
     makeDirty();
     resize(wide, height());
     makeDirty();
