@@ -23,7 +23,6 @@ public:
 
 private:
     void handleNotification(NotifierEvent<T> const& event) override;
-    bool widgetDiffers() const;
 
     int writing_ = 0;
 };
@@ -58,17 +57,10 @@ bool ValServerAdaptor<T>::requestSetNewDataValue(T const& value, DataChangeType)
     return false;
 }
 
-// A widget that the user changes shows its value already; another widget is told if it shows another value.
+// A widget that the user changes shows its value already.
 template <class T>
 void ValServerAdaptor<T>::handleNotification(NotifierEvent<T> const& event) {
-    if (event.type == ValServerBase::valChangedMsgType && writing_ == 0 && widgetDiffers())
-        this->forceWidgetUpdate(eRedrawYes);
-}
-
-template <class T>
-bool ValServerAdaptor<T>::widgetDiffers() const {
-    ValWidget<T> const* const widget = this->getWidget();
-    return widget && !(widget->getWidgetValue() == getDataValue());
+    if (event.type == ValServerBase::valChangedMsgType && writing_ == 0) this->forceWidgetUpdate(eRedrawYes);
 }
 
 /// Binds a widget to a server with an adaptor of its own, and shows the server's value in it.

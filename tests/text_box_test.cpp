@@ -1,6 +1,7 @@
 #include "tests/sent_notifications.h"
 #include "tests/text_fixture.h"
 
+#include "buttons/button.h"
 #include "host/services/clipboard.h"
 
 namespace wainscot {
@@ -72,6 +73,7 @@ TEST_F(TextBoxes, KeysDoWhatTheTableSays) {
         {L"ab|c", {'x', 'y', Key::escape}, "^abc|", "changed changed changed"},
         {L"ab|c", {'x', Key::escape, C | 'Z'}, "abx|c", "changed changed changed"},
         {L"a^b|c", {Key::escape}, "abc|"},
+        {L"5|", {C | 'A', '1', '2', Key::escape, C | 'Z'}, "12|", "changed changed changed changed"},
         // Clusters.
         {L"e\u0301|", {Key::backspace}, "|", "changed"},
         {L"|\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7",
@@ -144,6 +146,14 @@ TEST_F(TextBoxes, OverwriteTheCharacterBehindTheCursor) {
     EXPECT_EQ(state(*made), "q|c") << "the selection alone";
     made->setEditMode(eInsertMode);
     EXPECT_EQ(made->getCaret()->width(), 1);
+}
+
+TEST_F(TextBoxes, BeyondTheirLimitLoseNothing) {
+    TextBox* const made = at(L"a|bcd");
+    made->setSizeLimit(2);
+    made->setEditMode(eOverwriteMode);
+    driver_.type(L"x");
+    EXPECT_EQ(state(*made), "a|bcd");
 }
 
 TEST_F(TextBoxes, TellTheirOwnerOfEditing) {
@@ -276,6 +286,41 @@ TEST_F(TextBoxes, AskTheirDataOnceAtTheEnd) {
     EXPECT_EQ(state(*made), "Q|");
     driver_.key(Key::enter);
     EXPECT_EQ(data->asked.back(), L"Q");
+}
+
+TEST_F(TextBoxes, GiveTheirDataWhatOthersMayNeed) {
+    auto const data = Qv::makePtr<TestData<Text>>();
+    TextBox* const made = focused(box());
+    made->setDataAdaptor(data);
+    auto* const button = show(new Button(L"b", "b", 80, 24), 20, 100);
+    driver_.type(L"a");
+    driver_.click(made);
+    EXPECT_THAT(data->asked, IsEmpty());
+    driver_.click(button);
+    EXPECT_EQ(data->value, L"a") << "a button needs no focus";
+    driver_.key(Key::end);
+    driver_.type(L"b");
+    driver_.key(C | 'S');
+    EXPECT_EQ(data->value, L"ab") << "a command";
+    EXPECT_EQ(get_kbd_focus(), made);
+    driver_.type(L"c");
+    driver_.key(Key::escape);
+    EXPECT_EQ(made->getText(), L"ab") << "what the data has now";
+    driver_.key(Key::end);
+    driver_.type(L"d");
+    auto const other = Qv::makePtr<TestData<Text>>();
+    other->value = L"other";
+    made->bindTo(other);
+    EXPECT_EQ(data->value, L"abd");
+    EXPECT_EQ(made->getText(), L"other");
+    set_kbd_focus(root_);
+    made->selectAll();
+    made->paste(L"x");
+    EXPECT_EQ(other->value, L"x") << "no end of editing will come";
+    made->claimKbdFocus();
+    driver_.type(L"y");
+    driver_.closeWindow(root_);
+    EXPECT_EQ(other->value, L"xy");
 }
 
 TEST_F(TextBoxes, MayBeDestroyedInTheMiddleOfAKey) {

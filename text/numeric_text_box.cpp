@@ -59,6 +59,15 @@ std::optional<double> NumericTextBox::getNumber() const {
     return Qv::FloatFromWString(getText());
 }
 
+bool NumericTextBox::setNumber(double number) {
+    if (!std::isfinite(number)) {
+        Diagnostics::count("no number", "NumericTextBox::setNumber");
+        return false;
+    }
+    setText(Qv::WStringFromFloat(number, decimals, true));
+    return true;
+}
+
 bool NumericTextBox::isTextValid() const {
     if (getNumber()) return true;
     Diagnostics::count("no number", "NumericTextBox");

@@ -36,6 +36,8 @@ public:
     double getStep() const { return step_; }
     /// The number in the text; nothing when it is no number.
     std::optional<double> getNumber() const;
+    /// Shows a number, with up to 3 decimals, as `setText` does. NaN is refused: false.
+    bool setNumber(double number);
     /// One step up or down, within the range; a text that is no number counts as 0.
     void nudge(bool up);
 

@@ -103,30 +103,53 @@ bool TextBox::isTextValid() const {
 
 void TextBox::handOverText() {
     if (!isPending_ || !getChanged()) return;
+    DispatchScope const scope;
     isPending_ = false;
     if (!getDataAdaptor()) return;
     Text const before = handedOver_;
     handedOver_ = getText();
     if (handedOver_ == before) return;
-    if (isTextValid()) {
-        tellUserChange(before, DataChangeType::single);
-        return;
+    if (!isTextValid()) {
+        handedOver_ = before;
+        return setTextInternal(before);
     }
-    handedOver_ = before;
-    setTextInternal(before);
+    FirstException thrown;
+    LifeGuard const life = guard();
+    thrown.run([&] { tellUserChange(before, DataChangeType::single); });
+    // Escape must not bring back a text that the data no longer has.
+    if (life.alive()) textAtFocus_ = getText();
+    thrown.rethrow();
+}
+
+/// The data that was shown gets what was entered for it.
+void TextBox::handleDataAdaptorChange() {
+    handOverText();
 }
 
 void TextBox::setByUser(Text const& text) {
     DispatchScope const scope;
-    Text const before = std::exchange(handedOver_, text);
-    if (getDataAdaptor()) textAtFocus_ = text;
+    Text const before = getText();
+    Text const known = std::exchange(handedOver_, text);
+    bool const wasPending = std::exchange(isPending_, false);
+    FirstException thrown;
     LifeGuard const life = guard();
     engine().replaceAll(text);
     setChanged(true);
-    isPending_ = false;
     updateShown();
     if (life.alive()) describeChanged(DescriptionChange::value);
-    if (life.alive()) tellUserChange(before, DataChangeType::single);
+    if (life.alive()) thrown.run([&] { tellUserChange(before, DataChangeType::single); });
+    if (life.alive() && getDataAdaptor()) noteStep(before, known, wasPending);
+    thrown.rethrow();
+}
+
+/// What was typed before a step that the data has refused is still to be handed over.
+void TextBox::noteStep(Text const& before, Text const& known, bool wasPending) {
+    bool const isRefused = getText() == before;
+    isPending_ = isRefused && wasPending;
+    if (isPending_)
+        handedOver_ = known;
+    else
+        textAtFocus_ = getText();
 }
 
 void TextBox::handleDataMixed(bool, eRedrawFlag redraw) {
@@ -339,7 +362,12 @@ void TextBox::setCursorPosition(unsigned short index) {
 }
 
 void TextBox::setCursorIndex(int index) {
-    updateCurrentPosition(iFont::eSeekAbsolute, std::max(index, 0));
+    DispatchScope const scope;
+    int const cursor = document().cursor();
+    TextSelection const before = document().selection();
+    document().setCursor(index);
+    document().dropSelection();
+    updateIfMoved(cursor, before);
 }
 
 void TextBox::updateCurrentPosition(iFont::eCharSeekMethod method, int index) {
@@ -380,7 +408,10 @@ void TextBox::highlightAllText(bool highlight) {
 void TextBox::noteEdit(bool hasChanged) {
     if (hasChanged) setChanged(true);
     isPending_ = isPending_ || hasChanged;
+    LifeGuard const life = guard();
     updateShown();
+    // No end of editing will come.
+    if (life.alive() && !isEditing_ && !isInKey_) handOverText();
 }
 
 void TextBox::addCharacter(int character) {
@@ -389,6 +420,8 @@ void TextBox::addCharacter(int character) {
     if (!isAllowed(code)) return;
     bool const overwrites = getEditMode() == eOverwriteMode && document().selection().isEmpty();
     if (overwrites) engine().selectNextCharacter();
+    // A text beyond its limit loses nothing by it.
+    if (overwrites && !engine().hasRoom()) return document().dropSelection();
     paste(Text(1, code));
 }
 

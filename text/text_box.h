@@ -3,6 +3,7 @@
 #include "foundation/bindable.h"
 #include "host/base/num_range.h"
 #include "host/drawing/uif_std.h"
+#include "host/events/mouse_listeners.h"
 #include "text/text_box_base.h"
 
 #include <memory>
@@ -16,7 +17,8 @@ class TextLineView;
 /// It tells its owner what `requestCallback` asks for: `eEditStart` and `eEditEnd` when it gets and loses the
 /// keyboard focus, `eChanged` when the user changes the text, `eReturn` when Return ends the editing,
 /// `eDoubleClick` when a box that cannot be edited is clicked twice. Bound data is asked once at the end of
-/// editing, before the owner hears of that.
+/// editing, before the owner hears of that; also before a press elsewhere, and before a key that the box does
+/// not use, so that buttons and commands find what was entered.
 class WAINSCOT_API TextBox : public Bindable<ValWidget<LightweightString<wchar_t>>, TextBoxBase> {
 public:
     using Text = LightweightString<wchar_t>;
@@ -111,10 +113,11 @@ public:
 
     // --- Cursor and selection. Indices are gaps between characters, clamped to the text.
     int getCursorPosition() const;
+    // These three drop the selection.
     void setCursorPosition(eCursorPos where);
     void setCursorPosition(unsigned short index);
     void setCursorIndex(int index);
-    /// Moves the cursor as a key does; a negative index stands for the place of the cursor.
+    /// Moves the cursor alone; a negative index stands for the place of the cursor.
     void updateCurrentPosition(iFont::eCharSeekMethod method, int index = iFont::currentIndex);
     /// Selects from the start of the range to its end, where the cursor is put. A negative start selects
     /// nothing.
@@ -168,6 +171,7 @@ public:
     void handleDetached() override;
     std::optional<IntBox> textCaret() const override;
     void handleDataMixed(bool mixed, eRedrawFlag redraw) override;
+    void handleDataAdaptorChange() override;
 
     void reshape() override;
     void draw() override;
@@ -219,6 +223,7 @@ private:
     void setTextInternal(Text const& text, eRedrawFlag redraw = eRedrawYes);
     void showAll();
     /// Shows what has become of text, cursor and selection.
+    void noteStep(Text const& before, Text const& known, bool wasPending);
     void updateShown(eRedrawFlag redraw = eRedrawYes);
     /// The same if one of the two has moved.
     void updateIfMoved(int cursor, TextSelection const& selection);
@@ -241,6 +246,7 @@ private:
     bool pressWithMiddle(Event const& event);
     /// Gives it the focus because of a press. False when it has not got it, or the press is over.
     bool takeFocus();
+    void notePress(Event const& event);
     int indexAt(Event const& event) const;
     void selectTo(int index);
     void scrollWhileSelecting();
@@ -264,6 +270,8 @@ private:
     Text handedOver_;
     std::optional<Margins> margins_;
     TextAlignment alignment_ = eAlignLeft;
+    /// Hears of presses elsewhere during editing.
+    Glib::MouseListener presses_;
     bool isEditing_ = false;
     /// Whether the user has changed the text since the data was asked.
     bool isPending_ = false;

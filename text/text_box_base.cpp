@@ -71,6 +71,12 @@ void TextBoxBase::requestCallback(Callback const& callback, eCallbackEvent event
     if (callback) callbacks_.push_back({{}, {}, callback, event});
 }
 
+void TextBoxBase::withdrawCallbacks(EventHandler const* target) {
+    std::erase_if(callbacks_, [target](CallbackSummary const& entry) {
+        return !entry.callback && (!entry.target || entry.target.get() == target);
+    });
+}
+
 void TextBoxBase::informOwner(eCallbackEvent event, bool direct, int keyCode) {
     DispatchScope const scope;
     LifeGuard const life = guard();
@@ -152,9 +158,11 @@ void TextBoxBase::insertComposed(LightweightString<wchar_t> const& text) {
     DispatchScope const scope;
     RedrawHold const hold;
     LifeGuard const life = guard();
+    FirstException thrown;
     beginUserChange();
-    paste(text);
-    if (life.alive()) tellChanged(0);
+    thrown.run([&] { paste(text); });
+    if (life.alive()) thrown.run([&] { tellChanged(0); });
+    thrown.rethrow();
 }
 
 // Look
@@ -301,28 +309,34 @@ bool TextBoxBase::intercept(Event const& event) {
 
 int TextBoxBase::handleKeyboardEvent(int keyCode) {
     auto const key = static_cast<std::uint32_t>(keyCode);
-    if (wasOffered_ || !takesInput() || !isEditingKeyAllowed(key)) return unhandled;
-    auto const shortcut = TextKeys::shortcutFor(key);
-    if (!shortcut) return unhandled;
-    useShortcut(*shortcut);
-    return handled;
+    bool const isUsed = !wasOffered_ && takesInput() && isEditingKeyAllowed(key) && useShortcut(key);
+    return isUsed ? handled : unhandled;
 }
 
-void TextBoxBase::useShortcut(TextKeys::Shortcut shortcut) {
-    switch (shortcut) {
+bool TextBoxBase::useShortcut(std::uint32_t key) {
+    auto const shortcut = TextKeys::shortcutFor(key);
+    if (!shortcut) return false;
+    switch (*shortcut) {
     case TextKeys::Shortcut::selectAll:
-        return selectAll();
+        selectAll();
+        break;
     case TextKeys::Shortcut::copy:
-        return copy();
+        copy();
+        break;
     case TextKeys::Shortcut::paste:
-        return paste(WindowsClipboard::getText());
+        paste(WindowsClipboard::getText());
+        break;
     case TextKeys::Shortcut::cut:
-        return cut();
+        cut();
+        break;
     case TextKeys::Shortcut::redo:
-        return redo();
+        redo();
+        break;
     case TextKeys::Shortcut::undo:
-        return undo();
+        undo();
+        break;
     }
+    return true;
 }
 
 int TextBoxBase::handleMessageEvent(LightweightString<char> name, Glob* sender) {

@@ -56,6 +56,8 @@ public:
     void requestCallback(LightweightString<char> message, EventHandler* target, eCallbackEvent event);
     /// The same for a callback, which is always called at once. Its `NotifyMsg` has the event as code.
     void requestCallback(Callback const& callback, eCallbackEvent event);
+    /// Forgets all requests of a target.
+    void withdrawCallbacks(EventHandler const* target);
     /// Tells all who have asked, in the order of their requests. Messages carry `keyCode`; `direct` = they
     /// are delivered before it returns, else queued. It may destroy the box.
     void informOwner(eCallbackEvent event, bool direct, int keyCode);
@@ -148,6 +150,8 @@ protected:
     void textEdited(TextEdit const& edit) override = 0;
     /// What `copy` takes.
     virtual LightweightString<wchar_t> textToCopy() const;
+    /// Does what a shortcut means; false for other keys. It may destroy the box.
+    bool useShortcut(std::uint32_t key);
     /// Inserts text that was composed, or that the middle button brings, as the user's input.
     void insertComposed(LightweightString<wchar_t> const& text);
     /// What the user changes from now on is told by `tellChanged`.
@@ -179,7 +183,6 @@ private:
 
     void init();
     void serve(CallbackSummary const& entry, bool direct, int keyCode);
-    void useShortcut(TextKeys::Shortcut shortcut);
     void styleCaret();
 
     Glib::FontDesc font_;

@@ -48,6 +48,8 @@ int TextBox::useKey(int keyCode) {
     isInKey_ = false;
     if (isOutdated_) thrown.run([&] { updateShown(); });
     if (life.alive()) thrown.run([&] { tellChanged(keyCode); });
+    // A command may follow.
+    if (life.alive() && (answer == unhandled || !isEditing_)) thrown.run([&] { handOverText(); });
     thrown.rethrow();
     return answer;
 }
@@ -60,9 +62,9 @@ int TextBox::performKey(std::uint32_t key) {
     TextSelection const before = document().selection();
     if ((key & Key::shift) && !before.hasAnchor())
         document().setSelection(document().cursor(), document().cursor());
-    if (!isEditingKeyAllowed(key)) return handled;
     LifeGuard const life = guard();
-    bool const isShortcut = TextBoxBase::handleKeyboardEvent(static_cast<int>(key)) == handled;
+    if (!isEditingKeyAllowed(key) || !life.alive()) return handled;
+    bool const isShortcut = useShortcut(key);
     if (!life.alive()) return handled;
     Use const use = isShortcut ? Use::yes : performAction(key, before.hasAnchor());
     if (use == Use::yes && life.alive()) followKey(key, before.hasAnchor());
@@ -184,6 +186,7 @@ void TextBox::gainFocus() {
     if (!life.alive() || !isEditing_) return;
     placeCaret();
     beginInterception();
+    presses_ = Glib::addMouseListener([this](Event const& event) { notePress(event); });
     TextBoxBase::handleKbdFocus();
     if (life.alive() && isEditing_) informOwner(eEditStart, false, 0);
 }
@@ -195,6 +198,7 @@ void TextBox::loseFocus() {
     isEditing_ = false;
     if (selecting_ && selecting_->offer.isRunning()) offerSelection();
     endInterception();
+    presses_.end();
     document().setCursor(0);
     document().dropSelection();
     line_->resetScroll();
@@ -210,11 +214,17 @@ void TextBox::loseFocus() {
 void TextBox::handleDetached() {
     isEditing_ = false;
     selecting_.reset();
+    presses_.end();
     endInterception();
     Bindable::handleDetached();
 }
 
 // Pointer
+
+/// What is pressed elsewhere may need the text.
+void TextBox::notePress(Event const& event) {
+    if (mouse_down_event(event) && !screenBox().contains(event.place())) handOverText();
+}
 
 int TextBox::handleMouseEvent(Event const& event) {
     if (isActive() && !isEditable()) return handleReadOnlyPress(event);

@@ -10,6 +10,8 @@ namespace {
 
 /// How many characters round a place are looked at first.
 constexpr std::size_t neighbourhood = 160;
+/// In longer rows of flags they are no longer told apart.
+constexpr std::size_t mostFlagLetters = 4096;
 /// A longer word is cut where a double click selects it.
 constexpr std::size_t longestWord = 2048;
 
@@ -32,7 +34,8 @@ private:
     /// Flags are pairs of letters that are counted from the beginning of a row of them.
     static std::size_t startFor(TextDocument const& document, std::size_t start) {
         auto const isFlagLetter = [](wchar_t c) { return c >= 0x1F1E6 && c <= 0x1F1FF; };
-        while (start > 0 && start < document.length() && isFlagLetter(document.at(start))) --start;
+        std::size_t const least = start - std::min(start, mostFlagLetters);
+        while (start > least && start < document.length() && isFlagLetter(document.at(start))) --start;
         return start;
     }
 
@@ -101,13 +104,14 @@ bool TextDocument::setText(LightweightString<wchar_t> const& text) {
     return true;
 }
 
-bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, bool record) {
+bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, Record record) {
     LightweightString<wchar_t> const kept = text;
     auto const from = static_cast<std::size_t>(clamped(index));
     auto const removed = std::min(static_cast<std::size_t>(std::max(count, 0)), length() - from);
     int const before = cursor_;
     cursor_ = static_cast<int>(from + kept.size());
-    if (record) history_.add({substr(from, removed), kept, before, cursor_});
+    if (record != Record::no)
+        history_.add({substr(from, removed), kept, before, cursor_}, record == Record::alone);
     if (removed == kept.size() && holds(from, kept.view())) {
         selection_ = {};
         return false;
@@ -158,7 +162,7 @@ bool TextDocument::undo() {
     UndoHistory::Group const* const group = history_.undo();
     if (!group) return false;
     for (auto item = group->rbegin(); item != group->rend(); ++item) {
-        replace(item->position(), static_cast<int>(item->inserted.size()), item->removed, false);
+        replace(item->position(), static_cast<int>(item->inserted.size()), item->removed, Record::no);
         setCursor(item->cursorBefore);
     }
     return true;
@@ -168,7 +172,7 @@ bool TextDocument::redo() {
     UndoHistory::Group const* const group = history_.redo();
     if (!group) return false;
     for (HistoryItem const& item : *group) {
-        replace(item.position(), static_cast<int>(item.removed.size()), item.inserted, false);
+        replace(item.position(), static_cast<int>(item.removed.size()), item.inserted, Record::no);
         setCursor(item.cursorAfter);
     }
     return true;

@@ -61,9 +61,11 @@ public:
 
     /// Sets another text and forgets what can be taken back. False when it is the text already.
     bool setText(LightweightString<wchar_t> const& text);
-    /// Replaces characters. The cursor stands behind the new ones, nothing is selected. With `record` the
-    /// change can be taken back. False when it changes nothing; it may be recorded nevertheless.
-    bool replace(int index, int count, LightweightString<wchar_t> const& text, bool record);
+    /// Replaces characters. The cursor stands behind the new ones, nothing is selected. With `Record::yes`
+    /// the change can be taken back, with `alone` never together with others. False when it changes nothing;
+    /// it may be recorded nevertheless.
+    enum class Record { no, yes, alone };
+    bool replace(int index, int count, LightweightString<wchar_t> const& text, Record record);
 
     // --- Cursor and selection
     int cursor() const { return cursor_; }

@@ -31,7 +31,7 @@ bool TextEngine::paste(Text const& text) {
     int const count = selection.last() - selection.first();
     Text const entered = kept(text, document_.length() - static_cast<std::size_t>(count));
     if (entered.empty() && !replaces) return false;
-    return document_.replace(from, count, entered, true);
+    return document_.replace(from, count, entered, TextDocument::Record::yes);
 }
 
 void TextEngine::selectNextCharacter() {
@@ -44,7 +44,8 @@ bool TextEngine::erase(CharPos from, CharPos to, bool recordUndo) {
     int const most = static_cast<int>(document_.length());
     int const first = std::clamp(std::min(from.index, to.index), 0, most);
     int const last = std::clamp(std::max(from.index, to.index), 0, most);
-    return first < last && document_.replace(first, last - first, {}, recordUndo);
+    auto const record = recordUndo ? TextDocument::Record::yes : TextDocument::Record::no;
+    return first < last && document_.replace(first, last - first, {}, record);
 }
 
 bool TextEngine::eraseSelection(bool recordUndo) {
@@ -65,10 +66,16 @@ bool TextEngine::eraseForwards(bool byWord) {
 }
 
 bool TextEngine::replaceAll(Text const& text) {
-    if (document_.text() != text)
-        return document_.replace(0, static_cast<int>(document_.length()), text, true);
-    document_.setCursor(static_cast<int>(document_.length()));
+    auto const length = static_cast<int>(document_.length());
+    if (document_.text() != text) return document_.replace(0, length, text, TextDocument::Record::alone);
+    document_.setCursor(length);
     return false;
+}
+
+bool TextEngine::hasRoom() const {
+    TextSelection const selection = document_.selection();
+    auto const selected = static_cast<std::size_t>(selection.last() - selection.first());
+    return rules_.sizeLimit() == 0 || document_.length() - selected < rules_.sizeLimit();
 }
 
 void TextEngine::selectAll() {

@@ -20,6 +20,8 @@ public:
 
     /// Inserts what may be entered of a text, in the place of the selection. One change for undo.
     bool paste(LightweightString<wchar_t> const& text);
+    /// Whether one more character may be entered in the place of the selection.
+    bool hasRoom() const;
     /// Selects the character behind the cursor, if there is one; the cursor stays.
     void selectNextCharacter();
     /// Takes characters away, from either place to the other. The cursor stands there then.

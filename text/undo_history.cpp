@@ -10,12 +10,13 @@ bool UndoHistory::sameCharType(wchar_t a, wchar_t b) {
     return a != L'\n' && b != L'\n';
 }
 
-bool UndoHistory::isSingle(Group const& group) {
-    return group.size() == 1 && group[0].inserted.size() == 1;
+bool UndoHistory::isSingle(Entry const& entry) {
+    return !entry.isAlone && entry.group.size() == 1 && entry.group[0].inserted.size() == 1;
 }
 
-bool UndoHistory::goesWith(Group const& group, Group const& next) {
-    return isSingle(group) && isSingle(next) && sameCharType(group[0].inserted[0], next[0].inserted[0]);
+bool UndoHistory::goesWith(Entry const& entry, Entry const& next) {
+    return isSingle(entry) && isSingle(next) &&
+           sameCharType(entry.group[0].inserted[0], next.group[0].inserted[0]);
 }
 
 /// What was typed without a break becomes one change.
@@ -27,9 +28,9 @@ void UndoHistory::append(Group& group, HistoryItem const& item) {
     group.back().cursorAfter = item.cursorAfter;
 }
 
-void UndoHistory::add(HistoryItem const& item) {
+void UndoHistory::add(HistoryItem const& item, bool isAlone) {
     redo_.clear();
-    undo_.push_back({item});
+    undo_.push_back({{item}, isAlone});
     if (undo_.size() > most_) dropOld();
 }
 
@@ -49,21 +50,18 @@ UndoHistory::Group const* UndoHistory::undo() {
     if (undo_.empty()) return nullptr;
     std::size_t first = undo_.size() - 1;
     while (first > 0 && goesWith(undo_[first - 1], undo_[first])) --first;
-    Group group;
-    if (first + 1 == undo_.size())
-        group = std::move(undo_.back());
-    else
-        for (std::size_t i = first; i < undo_.size(); ++i) append(group, undo_[i][0]);
+    Entry entry = std::move(undo_[first]);
+    for (std::size_t i = first + 1; i < undo_.size(); ++i) append(entry.group, undo_[i].group[0]);
     undo_.resize(first);
-    redo_.push_back(std::move(group));
-    return &redo_.back();
+    redo_.push_back(std::move(entry));
+    return &redo_.back().group;
 }
 
 UndoHistory::Group const* UndoHistory::redo() {
     if (redo_.empty()) return nullptr;
     undo_.push_back(std::move(redo_.back()));
     redo_.pop_back();
-    return &undo_.back();
+    return &undo_.back().group;
 }
 
 } // namespace wainscot

@@ -34,8 +34,9 @@ public:
     /// all others with each other.
     static bool sameCharType(wchar_t a, wchar_t b);
 
-    /// Adds a change; nothing can be made again any more.
-    void add(HistoryItem const& item);
+    /// Adds a change; nothing can be made again any more. `isAlone` = it is never taken back together with
+    /// others, whatever it inserts.
+    void add(HistoryItem const& item, bool isAlone = false);
     void clear();
     std::size_t numUndo() const { return undo_.size(); }
     std::size_t numRedo() const { return redo_.size(); }
@@ -47,15 +48,20 @@ public:
     Group const* redo();
 
 private:
+    struct Entry {
+        Group group;
+        bool isAlone = false;
+    };
+
     /// Whether a change is one typed character.
-    static bool isSingle(Group const& group);
+    static bool isSingle(Entry const& entry);
     /// Whether a change is taken back together with the next one.
-    static bool goesWith(Group const& group, Group const& next);
+    static bool goesWith(Entry const& entry, Entry const& next);
     static void append(Group& group, HistoryItem const& item);
     void dropOld();
 
-    std::deque<Group> undo_;
-    std::vector<Group> redo_;
+    std::deque<Entry> undo_;
+    std::vector<Entry> redo_;
     /// How many changes there may be before old ones are dropped.
     std::size_t most_ = keptItems + keptItems / 10;
 };

@@ -217,8 +217,15 @@ void GlobManager::closeRequested(Glob& root) {
     DispatchScope const scope;
     LifeGuard const life = root.guard();
     if (!root.canBeDestroyed(0) || !life.alive()) return;
+    // What is being edited in it is not lost.
+    HandlerRef<Glob> const holder(KbdFocus::holderIn(root));
+    if (holder.get() && holder.get() != &root) KbdFocus::giveUp(*holder.get());
+    if (!life.alive()) return;
     bool const handled = callMessage(Glob::pootMsg, &root, &root) == 1;
-    if (!handled && life.alive()) destroy(&root);
+    if (!life.alive()) return;
+    if (!handled) return destroy(&root);
+    bool const goesOn = root.isShown() && KbdFocus::holderIn(root) == &root;
+    if (goesOn && holder.get() && holder.get()->isShown()) set_kbd_focus(holder.get());
 }
 
 TopLevelWindow* GlobManager::activeWindow() const {
