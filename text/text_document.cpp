@@ -78,7 +78,7 @@ bool TextDocument::holds(std::size_t index, std::wstring_view text) const {
     return before == text.substr(0, before.size()) && behind == text.substr(before.size());
 }
 
-void TextDocument::change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text) {
+void TextDocument::change(std::size_t index, std::size_t count, LightweightString<wchar_t> text) {
     bool const isOther = count == length_;
     if (isOther) {
         buffer_ = GapBuffer();
@@ -92,31 +92,29 @@ void TextDocument::change(std::size_t index, std::size_t count, LightweightStrin
     text_ = isOther ? text : LightweightString<wchar_t>();
     if (isOther) textRevision_ = revision_;
     selection_ = {};
-    if (view_) view_->textEdited({index, count, text});
+    if (view_) view_->textEdited({index, count, std::move(text)});
 }
 
 bool TextDocument::setText(LightweightString<wchar_t> const& text) {
-    LightweightString<wchar_t> const kept = text;
-    if (kept.size() == length() && holds(0, kept.view())) return false;
+    if (text.size() == length() && holds(0, text.view())) return false;
     history_.clear();
-    change(0, length(), kept);
+    change(0, length(), text);
     cursor_ = clamped(cursor_);
     return true;
 }
 
 bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, Record record) {
-    LightweightString<wchar_t> const kept = text;
     auto const from = static_cast<std::size_t>(clamped(index));
     auto const removed = std::min(static_cast<std::size_t>(std::max(count, 0)), length() - from);
     int const before = cursor_;
-    cursor_ = static_cast<int>(from + kept.size());
+    cursor_ = static_cast<int>(from + text.size());
     if (record != Record::no)
-        history_.add({substr(from, removed), kept, before, cursor_}, record == Record::alone);
-    if (removed == kept.size() && holds(from, kept.view())) {
+        history_.add({substr(from, removed), text, before, cursor_}, record == Record::alone);
+    if (removed == text.size() && holds(from, text.view())) {
         selection_ = {};
         return false;
     }
-    change(from, removed, kept);
+    change(from, removed, text);
     return true;
 }
 

@@ -98,7 +98,7 @@ private:
     std::pair<std::wstring_view, std::wstring_view> parts(std::size_t index, std::size_t count) const;
     /// Whether the text has these characters there; they must fit.
     bool holds(std::size_t index, std::wstring_view text) const;
-    void change(std::size_t index, std::size_t count, LightweightString<wchar_t> const& text);
+    void change(std::size_t index, std::size_t count, LightweightString<wchar_t> text);
 
     /// The text while it is edited; of a text that was only set, nothing.
     GapBuffer buffer_;

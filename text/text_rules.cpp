@@ -15,7 +15,7 @@ constexpr std::uint32_t reservedFlag = 0x20000000;
 
 /// Whatever the restriction.
 bool canBeEntered(wchar_t character) {
-    auto const code = static_cast<std::uint32_t>(character);
+    auto const code = static_cast<char32_t>(character);
     return (code & Key::special) == 0 && code > lastControl;
 }
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace wainscot::Glib {
 namespace {
@@ -38,9 +37,12 @@ std::size_t nextLength(std::wstring_view text, std::size_t target) {
 /// The last of `count` blocks that `isNotBehind`; the first when all are.
 template <class IsNotBehind>
 std::size_t lastBlock(std::size_t count, IsNotBehind isNotBehind) {
-    auto const blocks = std::views::iota(std::size_t(0), count);
-    auto const behind = std::ranges::partition_point(blocks, isNotBehind) - blocks.begin();
-    return behind == 0 ? 0 : static_cast<std::size_t>(behind) - 1;
+    std::size_t first = 0;
+    for (std::size_t behind = count; first + 1 < behind;) {
+        std::size_t const middle = first + (behind - first) / 2;
+        (isNotBehind(middle) ? first : behind) = middle;
+    }
+    return first;
 }
 
 /// Puts `fresh` in the place of `count` elements.
