@@ -266,7 +266,7 @@ int TextBoxBase::handleTimerEvent() {
 // Focus
 
 bool TextBoxBase::isTabStopActive() {
-    return isEditable_ && Focusable::isTabStopActive();
+    return takesFocus() && Focusable::isTabStopActive();
 }
 
 void TextBoxBase::handleTabStopFocusLoss() {
@@ -303,7 +303,7 @@ bool TextBoxBase::react(Event const& event) {
 }
 
 bool TextBoxBase::intercept(Event const& event) {
-    if (!isKeyPressEvent(event)) return takesInput();
+    if (!isKeyPressEvent(event)) return takesFocus();
     return handleKeyboardEvent(static_cast<int>(TextKeys::translated(event.keyCode()))) == handled;
 }
 
@@ -352,7 +352,7 @@ void TextBoxBase::reviewMenu(Event const*) {
 
 MouseCursorID TextBoxBase::contextCursor(XY<int> const& place) const {
     MouseCursorID const cursor = Focusable::contextCursor(place);
-    return cursor == inheritCursor && takesInput() ? textCursor : cursor;
+    return cursor == inheritCursor && takesFocus() ? textCursor : cursor;
 }
 
 // Description

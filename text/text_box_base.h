@@ -145,6 +145,8 @@ protected:
     void setChanged(bool changed) { changed_ = changed; }
     /// Whether the user can change the text now.
     bool takesInput() const { return isEditable_ && isActive(); }
+    /// Whether it can have the keyboard focus: here, while it takes input.
+    virtual bool takesFocus() const { return takesInput(); }
 
     /// The text of the document has changed: shows that. It must not call out.
     void textEdited(TextEdit const& edit) override = 0;

@@ -55,39 +55,33 @@ int TextDocument::clamped(int index) const {
 LightweightString<wchar_t> TextDocument::substr(std::size_t index, std::size_t count) const {
     index = std::min(index, length());
     count = std::min(count, length() - index);
-    auto const [before, behind] = parts(index, count);
-    LightweightString<wchar_t> part;
-    part.reserve(count);
-    return part.append(before).append(behind);
+    return isWhole() ? text_.substr(index, count) : store_.substr(index, count);
 }
 
 LightweightString<wchar_t> const& TextDocument::text() const {
-    if (!isWhole()) text_ = substr(0, length());
+    if (!isWhole()) text_ = store_.substr(0, length());
     textRevision_ = revision_;
     return text_;
 }
 
-std::pair<std::wstring_view, std::wstring_view> TextDocument::parts(std::size_t index,
-                                                                    std::size_t count) const {
-    if (!isWhole()) return buffer_.parts(index, count);
-    return {text_.view().substr(index, count), {}};
+std::size_t TextDocument::lineOf(std::size_t index) const {
+    return store_.lineOf(std::min(index, length()));
 }
 
-bool TextDocument::holds(std::size_t index, std::wstring_view text) const {
-    auto const [before, behind] = parts(index, text.size());
-    return before == text.substr(0, before.size()) && behind == text.substr(before.size());
+std::size_t TextDocument::lineStart(std::size_t line) const {
+    return store_.lineStart(std::min(line, numLines() - 1));
+}
+
+std::size_t TextDocument::lineEnd(std::size_t line) const {
+    return line + 1 < numLines() ? store_.lineStart(line + 1) - 1 : length();
 }
 
 void TextDocument::change(std::size_t index, std::size_t count, LightweightString<wchar_t> text) {
-    bool const isOther = count == length_;
-    if (isOther) {
-        buffer_ = GapBuffer();
-    } else {
-        if (!isBufferInUse_) buffer_.replace(0, 0, this->text().view());
-        buffer_.replace(index, count, text.view());
-    }
-    isBufferInUse_ = !isOther;
-    length_ = length_ - count + text.size();
+    bool const isOther = count == length();
+    if (isOther)
+        store_ = TextStore(text);
+    else
+        store_.replace(index, count, text);
     ++revision_;
     text_ = isOther ? text : LightweightString<wchar_t>();
     if (isOther) textRevision_ = revision_;
@@ -96,7 +90,7 @@ void TextDocument::change(std::size_t index, std::size_t count, LightweightStrin
 }
 
 bool TextDocument::setText(LightweightString<wchar_t> const& text) {
-    if (text.size() == length() && holds(0, text.view())) return false;
+    if (text.size() == length() && store_.holds(0, text.view())) return false;
     history_.clear();
     change(0, length(), text);
     cursor_ = clamped(cursor_);
@@ -110,7 +104,7 @@ bool TextDocument::replace(int index, int count, LightweightString<wchar_t> cons
     cursor_ = static_cast<int>(from + text.size());
     if (record != Record::no)
         history_.add({substr(from, removed), text, before, cursor_}, record == Record::alone);
-    if (removed == text.size() && holds(from, text.view())) {
+    if (removed == text.size() && store_.holds(from, text.view())) {
         selection_ = {};
         return false;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/drawing/font.h"
-#include "text/gap_buffer.h"
+#include "text/text_store.h"
 #include "text/undo_history.h"
 
 #include <cstdint>
@@ -50,9 +50,9 @@ public:
     void setView(iTextView* view) { view_ = view; }
 
     // --- Text
-    std::size_t length() const { return length_; }
+    std::size_t length() const { return store_.size(); }
     /// `index` must be below `length()`.
-    wchar_t at(std::size_t index) const { return isWhole() ? text_[index] : buffer_[index]; }
+    wchar_t at(std::size_t index) const { return isWhole() ? text_[index] : store_[index]; }
     LightweightString<wchar_t> substr(std::size_t index, std::size_t count) const;
     /// All of it; kept until the text changes.
     LightweightString<wchar_t> const& text() const;
@@ -66,6 +66,14 @@ public:
     /// it may be recorded nevertheless.
     enum class Record { no, yes, alone };
     bool replace(int index, int count, LightweightString<wchar_t> const& text, Record record);
+
+    // --- Lines. A line ends at a line feed, which is not part of it. Lines that do not exist = the last one.
+    std::size_t numLines() const { return store_.numLines(); }
+    /// The line in which a gap lies.
+    std::size_t lineOf(std::size_t index) const;
+    /// The gaps before and behind the characters of a line.
+    std::size_t lineStart(std::size_t line) const;
+    std::size_t lineEnd(std::size_t line) const;
 
     // --- Cursor and selection
     int cursor() const { return cursor_; }
@@ -95,16 +103,10 @@ private:
     int clamped(int index) const;
     /// Whether `text_` is the text now.
     bool isWhole() const { return textRevision_ == revision_; }
-    std::pair<std::wstring_view, std::wstring_view> parts(std::size_t index, std::size_t count) const;
-    /// Whether the text has these characters there; they must fit.
-    bool holds(std::size_t index, std::wstring_view text) const;
     void change(std::size_t index, std::size_t count, LightweightString<wchar_t> text);
 
-    /// The text while it is edited; of a text that was only set, nothing.
-    GapBuffer buffer_;
-    bool isBufferInUse_ = false;
+    TextStore store_;
     bool isOneWord_ = false;
-    std::size_t length_ = 0;
     UndoHistory history_;
     iTextView* view_ = nullptr;
     std::uint64_t revision_ = 0;

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "host/events/one_shot_timer.h"
-#include "text/text_box.h"
+#include "text/text_entry.h"
 
 #include <utility>
 
 namespace wainscot {
 
 /// What a box needs while text is selected in it.
-struct TextBox::Selecting {
-    explicit Selecting(TextBox& box)
+struct TextEntry::Selecting {
+    explicit Selecting(TextEntry& box)
         : scroll([&box] { box.scrollWhileSelecting(); }), offer([&box] { box.offerSelection(); }) {}
 
     Unit unit = Unit::character;

@@ -4,9 +4,8 @@
 #include "host/objects/kbd_focus.h"
 #include "host/services/clipboard.h"
 #include "host/services/clock.h"
-#include "text/text_box.h"
-#include "text/text_box_p.h"
-#include "text/text_line_view_p.h"
+#include "text/text_entry.h"
+#include "text/text_entry_p.h"
 
 #include <algorithm>
 
@@ -28,13 +27,13 @@ constinit HostValue<std::optional<double>> lastClick;
 
 // Keys
 
-int TextBox::handleKeyboardEvent(int keyCode) {
+int TextEntry::handleKeyboardEvent(int keyCode) {
     if (wasOffered()) return unhandled;
-    if (!takesInput()) return handled;
+    if (!takesFocus()) return handled;
     return useKey(keyCode);
 }
 
-int TextBox::useKey(int keyCode) {
+int TextEntry::useKey(int keyCode) {
     DispatchScope const scope;
     RedrawHold const hold;
     LifeGuard const life = guard();
@@ -54,7 +53,7 @@ int TextBox::useKey(int keyCode) {
     return answer;
 }
 
-int TextBox::performKey(std::uint32_t key) {
+int TextEntry::performKey(std::uint32_t key) {
     if (isPrintable(static_cast<int>(key))) {
         addCharacter(static_cast<int>(key));
         return handled;
@@ -69,13 +68,12 @@ int TextBox::performKey(std::uint32_t key) {
     Use const use = isShortcut ? Use::yes : performAction(key, before.hasAnchor());
     if (use == Use::yes && life.alive()) followKey(key, before.hasAnchor());
     // A key that means something elsewhere leaves no anchor here.
-    bool const isElsewhere = use == Use::no && Key::base(key) != Key::tab;
-    if (isElsewhere) document().setSelection(before.start, before.end);
-    return use == Use::no ? unhandled : handled;
+    if (use == Use::no) document().setSelection(before.start, before.end);
+    return use == Use::no || use == Use::passed ? unhandled : handled;
 }
 
 /// With Shift the selection follows the cursor; else a selection from before the key is dropped.
-void TextBox::followKey(std::uint32_t key, bool hadAnchor) {
+void TextEntry::followKey(std::uint32_t key, bool hadAnchor) {
     std::uint32_t const base = Key::base(key);
     isOutdated_ = true;
     if ((key & Key::shift) == 0) {
@@ -88,42 +86,8 @@ void TextBox::followKey(std::uint32_t key, bool hadAnchor) {
     offerSelectionSoon();
 }
 
-TextBox::Use TextBox::performAction(std::uint32_t key, bool hadAnchor) {
-    auto const action = actionFor(TextKeys::actionTable, Key::base(key));
-    if (!action) return Use::no;
-    bool const byWord = (key & Key::ctrl) != 0;
-    switch (*action) {
-    case TextKeys::Action::backspace:
-        noteEdit(engine().eraseBackwards(byWord));
-        return Use::yes;
-    case TextKeys::Action::del:
-        noteEdit(engine().eraseForwards(byWord));
-        return Use::yes;
-    case TextKeys::Action::tab:
-        if ((key & Key::shift) && !(key & Key::meta))
-            document().setSelection(hadAnchor ? document().selection().start : 0, document().cursor());
-        return Use::no;
-    case TextKeys::Action::enter:
-        return performReturn(key);
-    case TextKeys::Action::escape:
-        performEscape();
-        return Use::yes;
-    case TextKeys::Action::home:
-        document().setCursor(0);
-        return Use::yes;
-    case TextKeys::Action::end:
-        document().setCursor(static_cast<int>(document().length()));
-        return Use::yes;
-    case TextKeys::Action::left:
-    case TextKeys::Action::right:
-        moveBy(key, *action == TextKeys::Action::left);
-        return Use::yes;
-    }
-    return Use::no;
-}
-
 /// Shift and Meta together select from the cursor to that end, and leave the cursor.
-void TextBox::moveBy(std::uint32_t key, bool backwards) {
+void TextEntry::moveBy(std::uint32_t key, bool backwards) {
     int const cursor = document().cursor();
     auto const length = static_cast<int>(document().length());
     if (cursor == (backwards ? 0 : length)) return;
@@ -135,35 +99,9 @@ void TextBox::moveBy(std::uint32_t key, bool backwards) {
     document().setCursor(document().seek(cursor, method));
 }
 
-TextBox::Use TextBox::performReturn(std::uint32_t key) {
-    LifeGuard const life = guard();
-    FirstException thrown;
-    thrown.run([&] { handOverText(); });
-    if (life.alive()) thrown.run([&] { informOwner(eReturn, false, static_cast<int>(key)); });
-    // The owner may have closed it, or given the focus to something else.
-    if (life.alive()) thrown.run([&] { giveUpFocus(); });
-    thrown.rethrow();
-    return Use::last;
-}
-
-/// Undo brings back what was typed.
-void TextBox::performEscape() {
-    noteEdit(engine().replaceAll(textAtFocus_));
-    engine().selectAll();
-    setChanged(false);
-    isPending_ = false;
-}
-
 // Focus
 
-void TextBox::handleTabStopFocusReceipt(eDirection direction) {
-    if (isEditing_) return;
-    LifeGuard const life = guard();
-    TextBoxBase::handleTabStopFocusReceipt(direction);
-    if (life.alive() && isEditing_) selectAll();
-}
-
-void TextBox::handleKbdFocus() {
+void TextEntry::handleKbdFocus() {
     bool const hasFocus = get_kbd_focus() == this;
     if (hasFocus == isEditing_) return TextBoxBase::handleKbdFocus();
     if (hasFocus)
@@ -172,17 +110,23 @@ void TextBox::handleKbdFocus() {
         loseFocus();
 }
 
-void TextBox::gainFocus() {
-    if (!takesInput()) return giveUpFocus();
+void TextEntry::noteTextAtFocus() {
+    if (bringsTextBack()) textAtFocus_ = document().text();
+}
+
+void TextEntry::handleEditEnd() {}
+
+void TextEntry::gainFocus() {
+    if (!takesFocus()) return giveUpFocus();
     DispatchScope const scope;
     LifeGuard const life = guard();
     isEditing_ = true;
     if (!document().selection().isEmpty()) document().setCursor(document().selection().end);
-    textAtFocus_ = document().text();
-    if (!isPending_) handedOver_ = textAtFocus_;
+    noteTextAtFocus();
+    if (!isPending_ && getDataAdaptor()) handedOver_ = document().text();
     if (showsGhost_) showAll();
     updateVisibleWindow();
-    makeCaret({line_->displayX(document().cursor()), (height() - getFont().size) / 2});
+    makeCaret(caretPlace());
     if (!life.alive() || !isEditing_) return;
     placeCaret();
     beginInterception();
@@ -191,7 +135,7 @@ void TextBox::gainFocus() {
     if (life.alive() && isEditing_) informOwner(eEditStart, false, 0);
 }
 
-void TextBox::loseFocus() {
+void TextEntry::loseFocus() {
     DispatchScope const scope;
     LifeGuard const life = guard();
     FirstException thrown;
@@ -199,9 +143,7 @@ void TextBox::loseFocus() {
     if (selecting_ && selecting_->offer.isRunning()) offerSelection();
     endInterception();
     presses_.end();
-    document().setCursor(0);
-    document().dropSelection();
-    line_->resetScroll();
+    handleEditEnd();
     if (isGhostLabelVisible()) showAll();
     thrown.run([&] { removeCaret(); });
     if (life.alive()) thrown.run([&] { updateShown(); });
@@ -211,7 +153,7 @@ void TextBox::loseFocus() {
     thrown.rethrow();
 }
 
-void TextBox::handleDetached() {
+void TextEntry::handleDetached() {
     isEditing_ = false;
     selecting_.reset();
     presses_.end();
@@ -222,39 +164,38 @@ void TextBox::handleDetached() {
 // Pointer
 
 /// What is pressed elsewhere may need the text.
-void TextBox::notePress(Event const& event) {
+void TextEntry::notePress(Event const& event) {
     if (mouse_down_event(event) && !screenBox().contains(event.place())) handOverText();
 }
 
-int TextBox::handleMouseEvent(Event const& event) {
-    if (isActive() && !isEditable()) return handleReadOnlyPress(event);
+int TextEntry::handleMouseEvent(Event const& event) {
+    LifeGuard const life = guard();
+    bool const isReadOnlyPress = isActive() && !isEditable() && handleReadOnlyPress(event);
+    if (!life.alive()) return handled;
+    if (isActive() && !takesFocus()) return isReadOnlyPress ? handled : unhandled;
     if (pressWithMiddle(event)) return handled;
     return reactToPress(event) ? handled : TextBoxBase::handleMouseEvent(event);
 }
 
-int TextBox::handleReadOnlyPress(Event const& event) {
-    if (!mouse_left_event(event) || !mouse_down_event(event) || !isPlainEvent(event)) return unhandled;
+bool TextEntry::handleReadOnlyPress(Event const& event) {
+    if (!mouse_left_event(event) || !mouse_down_event(event) || !isPlainEvent(event)) return false;
     double const now = service_get_msecs();
     std::optional<double> const before = lastClick.get();
     lastClick.set(now);
     if (before && now - *before < doubleClickTime) informOwner(eDoubleClick, false, 0);
-    return handled;
+    return true;
 }
 
-int TextBox::indexAt(Event const& event) const {
-    return line_->indexAt(eventXYToGlobXY(event, *this).x);
-}
-
-bool TextBox::takeFocus() {
+bool TextEntry::takeFocus() {
     LifeGuard const life = guard();
     if (!isEditing_) claimKbdFocus();
-    return life.alive() && isEditing_ && takesInput();
+    return life.alive() && isEditing_ && takesFocus();
 }
 
-bool TextBox::pressWithMiddle(Event const& event) {
+bool TextEntry::pressWithMiddle(Event const& event) {
     bool const isPress = mouse_middle_event(event) && mouse_down_event(event);
     if (!isPress || !isPlainEvent(event) || !takesInput() || press().isHeld()) return false;
-    int const index = indexAt(event);
+    int const index = gapAt(eventXYToGlobXY(event, *this));
     Text const text = WindowsClipboard::getSelection();
     document().dropSelection();
     document().setCursor(index);
@@ -267,10 +208,10 @@ bool TextBox::pressWithMiddle(Event const& event) {
 
 /// A click puts the cursor, a second one selects the word and a third one everything. Shift takes the end of
 /// the selection to the pointer.
-bool TextBox::pressBegan(Event const& event) {
+bool TextEntry::pressBegan(Event const& event) {
     bool const extends = getModifier(event) == Key::shift && !mouse_chord_event(event);
-    if (!takesInput() || !selectsByPointer() || !(isPlainEvent(event) || extends)) return false;
-    int const index = indexAt(event);
+    if (!takesFocus() || !selectsByPointer() || !(isPlainEvent(event) || extends)) return false;
+    int const index = gapAt(eventXYToGlobXY(event, *this));
     unsigned int const number = press().number();
     int const cursorBefore = document().cursor();
     TextSelection const selectionBefore = document().selection();
@@ -288,45 +229,38 @@ bool TextBox::pressBegan(Event const& event) {
     bool const isWord = event.clicks() == 2 && !extends;
     bool const isAll = event.clicks() > 2 && !extends;
     state.unit = isAll ? Unit::all : isWord ? Unit::word : Unit::character;
-    state.pressed = isWord ? document().wordAt(index) : std::pair(anchor, anchor);
+    state.pressed = extends ? std::pair(anchor, anchor) : unitAt(index, state.unit);
     selectTo(index);
     return true;
 }
 
-void TextBox::selectTo(int index) {
-    auto [from, to] = selecting().pressed;
-    int end = index;
-    if (selecting().unit == Unit::all) {
-        from = 0;
-        end = static_cast<int>(document().length());
-    } else if (selecting().unit == Unit::word) {
-        auto const [first, last] = document().wordAt(index);
-        bool const isBefore = index < from;
-        end = isBefore ? first : std::max(to, index > to ? last : to);
-        from = isBefore ? to : from;
-    }
-    engine().select(from, end);
+/// From the far end of what was pressed to the far end of the unit at the pointer.
+void TextEntry::selectTo(int index) {
+    auto const [from, to] = selecting().pressed;
+    auto const [first, last] = unitAt(index, selecting().unit);
+    bool const isBefore = index < from;
+    int const end = isBefore ? first : std::max(to, index > to ? last : to);
+    engine().select(isBefore ? to : from, end);
     updateShown();
 }
 
-void TextBox::pressMoved(Event const& event) {
+void TextEntry::pressMoved(Event const& event) {
     if (!selecting_ || !isEditing_) return;
     LifeGuard const life = guard();
     selecting_->pointer = eventXYToGlobXY(event, *this);
-    selectTo(indexAt(event));
+    selectTo(gapAt(selecting_->pointer));
     if (!life.alive()) return;
-    int const x = selecting_->pointer.x;
-    if (x >= 0 && x < width()) return selecting_->scroll.stop();
+    if (showsTextAt(selecting_->pointer)) return selecting_->scroll.stop();
     if (!selecting_->scroll.isRunning()) selecting_->scroll.start(scrollPeriod);
 }
 
-void TextBox::scrollWhileSelecting() {
+void TextEntry::scrollWhileSelecting() {
     if (!press().isHeld() || !isEditing_) return;
     selecting_->scroll.start(scrollPeriod);
-    selectTo(line_->indexAt(selecting_->pointer.x));
+    selectTo(gapAt(selecting_->pointer));
 }
 
-void TextBox::pressEnded(PressEnd how) {
+void TextEntry::pressEnded(PressEnd how) {
     if (!selecting_) return;
     selecting_->scroll.stop();
     if (how == PressEnd::cancelled && isEditing_) {
@@ -340,16 +274,16 @@ void TextBox::pressEnded(PressEnd how) {
 
 // The selection for other programs
 
-TextBox::Selecting& TextBox::selecting() {
+TextEntry::Selecting& TextEntry::selecting() {
     if (!selecting_) selecting_ = std::make_unique<Selecting>(*this);
     return *selecting_;
 }
 
-void TextBox::offerSelectionSoon() {
+void TextEntry::offerSelectionSoon() {
     if (isEditing_) selecting().offer.start(offerDelay);
 }
 
-void TextBox::offerSelection() {
+void TextEntry::offerSelection() {
     if (selecting_) selecting_->offer.stop();
     if (!isObfuscatedDisplay() && !document().selection().isEmpty())
         WindowsClipboard::addSelection(getSelectedText());
