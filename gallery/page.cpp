@@ -10,7 +10,10 @@ extern Page const choicesPage;
 extern Page const scrollPage;
 extern Page const ratingPage;
 extern Page const textBoxesPage;
+extern Page const notesPage;
+extern Page const logPage;
 extern Page const scriptsPage;
+extern Page const scriptLinesPage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
@@ -48,11 +51,11 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,      &timelinePage, &buttonsPage, &choicesPage,   &scrollPage,    &textBoxesPage,
-        &scriptsPage,   &ratingPage,   &bindingPage, &formPage,      &entryFormPage, &panelPage,
-        &tabOrderPage,  &windowsPage,  &textPage,    &longTextPage,  &symbolsPage,   &iconsPage,
-        &shapesPage,    &palettePage,  &globsPage,   &placementPage, &keysPage,      &pointerPage,
-        &clipboardPage, &draggingPage,
+        &deskPage,      &timelinePage,  &buttonsPage, &choicesPage,     &scrollPage,   &textBoxesPage,
+        &notesPage,     &logPage,       &scriptsPage, &scriptLinesPage, &ratingPage,   &bindingPage,
+        &formPage,      &entryFormPage, &panelPage,   &tabOrderPage,    &windowsPage,  &textPage,
+        &longTextPage,  &symbolsPage,   &iconsPage,   &shapesPage,      &palettePage,  &globsPage,
+        &placementPage, &keysPage,      &pointerPage, &clipboardPage,   &draggingPage,
     };
     return list;
 }

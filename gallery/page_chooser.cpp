@@ -236,8 +236,9 @@ void PageChooser::drawBackground() {
     renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getPalette().window(eWindowRecessed)));
     for (std::size_t row = 0; row < rows_.size(); ++row) drawRow(renderer, row);
     if (!hasPages()) drawNothingFound(renderer);
-    if (current_ == none || !glib_showsKbdFocus(this)) return;
-    ControlLook::drawFocusMark(renderer, boxOf(current_).translated(canvasArea().bottomLeft()), getPalette(),
+    if (!glib_showsKbdFocus(this)) return;
+    IntBox const marked = current_ == none ? bounds() : boxOf(current_);
+    ControlLook::drawFocusMark(renderer, marked.translated(canvasArea().bottomLeft()), getPalette(),
                                UifStd::getCornerRadius());
 }
 

@@ -6,6 +6,7 @@
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "host/drawing/uif_std.h"
+#include "text/multi_line_text_box.h"
 #include "text/text_box.h"
 
 namespace wainscot {

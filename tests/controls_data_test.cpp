@@ -139,6 +139,20 @@ TEST_F(BoundControls, ShowTheirDataAndChangeItAsItAllows) {
     using Text = LightweightString<wchar_t>;
     check<Text>({"text", [this] { return newTextBox(L"old", {eEditEnd}, root_); }, enter, L"old", L"new",
                  L"other", "end", "end"});
+    auto const leave = [this](Glob& glob) {
+        key(glob, Key::ctrl | 'A');
+        driver_.type(L"new");
+        driver_.key(Key::enter);
+        root_->claimKbdFocus();
+        driver_.settle();
+    };
+    check<Text>({"lines",
+                 [this] {
+                     auto* const box = new MultiLineTextBox(MultiLineTextBox::InitArgs(120, 60, L"old"));
+                     box->requestCallback("end", root_, eEditEnd);
+                     return box;
+                 },
+                 leave, L"old", L"new\n", L"other", "end", "end"});
     check<bool>({"checkbox", [] { return newBox(); }, click, false, true, true, ""});
     check<int>({"set",
                 [] {

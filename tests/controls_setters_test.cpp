@@ -37,6 +37,8 @@ Glob* make() {
         return newBar(eHorizontal, {0.25, 0.5}, false, true);
     else if constexpr (std::is_same_v<T, Slider>)
         return newSlider(0);
+    else if constexpr (std::derived_from<T, MultiLineTextBox>)
+        return new T(MultiLineTextBox::InitArgs(120, 60, L"Name and\nnumber of the clip"));
     else if constexpr (std::derived_from<T, TextBox>)
         return new T(TextBox::InitArgs(120, 24, L"Name"));
     else if constexpr (std::is_same_v<T, Label>)
@@ -135,6 +137,16 @@ std::vector<Setter> const setters{
                  [](TextBox& b) {
                      b.setSelection({1, 3});
                  }),
+    row<MultiLineTextBox>("lines", [](MultiLineTextBox& b) { b.setText(L"Other\n"); }),
+    row<MultiLineTextBox>("wrap", [](MultiLineTextBox& b) { b.setWrap(false); }),
+    row<MultiLineTextBox>("alignment", [](MultiLineTextBox& b) { b.setAlignment(eAlignCentre); }),
+    row<MultiLineTextBox>("margins", [](MultiLineTextBox& b) { b.setMargins(30, 10); }),
+    row<MultiLineTextBox>("font", [](MultiLineTextBox& b) { b.setFont(tallFont()); }),
+    row<MultiLineTextBox>("active", [](MultiLineTextBox& b) { b.setEnabledState(false); }),
+    row<MultiLineTextBox>("selection",
+                          [](MultiLineTextBox& b) {
+                              b.setSelection({2, 12});
+                          }),
     row<VariFriendlyTextBox>("dragging", [](VariFriendlyTextBox& b) { b.setDragging(true); }),
     row<Slider>("range", [](Slider& s) { s.setValueRange(-1, 1); }),
     row<Slider>("value", [](Slider& s) { s.setPosition(0.5); }),

@@ -107,6 +107,7 @@ TEST(DesktopKeys, KeypadTypesUnderNumberLockOnly) {
     EXPECT_EQ(pressed(SDL_SCANCODE_KP_7, SDLK_KP_7, 0), Key::home);
     EXPECT_EQ(pressed(SDL_SCANCODE_KP_PERIOD, SDLK_KP_PERIOD, 0), Key::del);
     EXPECT_EQ(pressed(SDL_SCANCODE_KP_1, SDLK_KP_1, KMOD_NUM | KMOD_LSHIFT), Key::shift | Key::end);
+    EXPECT_EQ(pressed(SDL_SCANCODE_KP_PERIOD, SDLK_KP_PERIOD, KMOD_LSHIFT, "."), 0x8000002Eu);
 }
 
 TEST(DesktopKeys, DeadKeysGiveOneCharacter) {

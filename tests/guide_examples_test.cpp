@@ -3,6 +3,7 @@
 #include <counter_test.h>
 #include <ownership_examples.h>
 #include <text_entry_examples.h>
+#include <text_lines_examples.h>
 
 namespace wainscot {
 namespace {
@@ -47,6 +48,21 @@ TEST_F(OwnershipGuide, AWidgetOutlivesItsServer) {
 }
 
 /// What docs/text-entry.md shows.
+TEST_F(OwnershipGuide, NotesAreToldAndChangesAreDrawn) {
+    auto* const notes = show(new ClipNotes);
+    driver_.key(Key::tab);
+    driver_.type(L"a");
+    driver_.key(Key::enter);
+    driver_.key(Key::tab);
+    driver_.settle();
+    auto* const log = dynamic_cast<MultiLineTextBox*>(get_kbd_focus());
+    ASSERT_NE(log, nullptr);
+    EXPECT_EQ(log->getText(), L"noted: a\n");
+    destroy(notes);
+    show(new Changes(MultiLineTextBox::InitArgs(100, 80, L"+new\n-gone\nas before")));
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+}
+
 using TextEntryGuide = WidgetTest;
 
 TEST_F(TextEntryGuide, AFormHearsOfItsBoxAndSetsTheData) {

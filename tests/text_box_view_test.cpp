@@ -60,6 +60,10 @@ TEST_F(TextBoxViews, ArePaintedAnewWhenTheScrollComesBackAfterAResize) {
     EXPECT_GT(made->getScroll(), 0);
     driver_.key(Key::home);
     EXPECT_EQ(made->getScroll(), 0);
+    // What is left of a text whose end is taken away fills the view.
+    made->setSelection({55, 45});
+    driver_.key(Key::backspace);
+    EXPECT_NEAR(made->textCaret()->x1, 80 - 8, 2);
     EXPECT_EQ(Consistency(driver_).fault(), "");
     EXPECT_EQ(made->textXToDisplayX(std::numeric_limits<int>::max()), std::numeric_limits<int>::max());
 }

@@ -2,6 +2,7 @@
 
 #include "tests/widget_fixture.h"
 
+#include "text/multi_line_text_box.h"
 #include "text/text_box.h"
 
 #include <array>
@@ -37,13 +38,17 @@ protected:
     Box* box(Text const& text = {}, std::function<void(TextBox::InitArgs&)> const& prepare = {}) {
         TextBox::InitArgs args(200, 24, text);
         if (prepare) prepare(args);
-        auto* const made = new Box(args);
+        return heard(new Box(args));
+    }
+    template <class Box>
+    Box* heard(Box* made) {
         for (int event = eEditStart; event <= eDoubleClick; ++event)
             made->requestCallback(names[event], root_, static_cast<eCallbackEvent>(event));
         return show(made);
     }
     /// The same with the focus, and forgets what that has told.
-    TextBox* focused(TextBox* made) {
+    template <class Box>
+    Box* focused(Box* made) {
         made->claimKbdFocus();
         told();
         return made;
@@ -54,12 +59,12 @@ protected:
         place(*made, wanted);
         return made;
     }
-    static void place(TextBox& box, Marked const& wanted) {
+    static void place(TextEntry& box, Marked const& wanted) {
         box.setCursorIndex(wanted.cursor);
         if (wanted.anchor >= 0) box.setSelection({wanted.anchor, wanted.cursor});
     }
     /// With the marks. A selection whose end is not the cursor is shown behind it.
-    static std::string state(TextBox const& box) {
+    static std::string state(TextEntry const& box) {
         std::wstring text = box.getText().c_str();
         int const start = box.getSelection().start();
         int const cursor = box.getCursorPosition();

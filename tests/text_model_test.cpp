@@ -1,6 +1,7 @@
 #include "tests/widget_fixture.h"
 
 #include "host/drawing/text_seek.h"
+#include "text/multi_line_text_box.h"
 #include "text/text_box.h"
 
 #include <random>
@@ -26,6 +27,7 @@ struct Model {
     int start = -1, end = -1;
     std::vector<Change> changes, takenBack;
     std::size_t limit = 0;
+    bool hasLines = false;
 
     int seek(iFont::eCharSeekMethod method) const {
         return static_cast<int>(Glib::seekInText(now.text, static_cast<std::size_t>(now.cursor), method));
@@ -46,7 +48,7 @@ struct Model {
         std::size_t const rest = now.text.size() - static_cast<std::size_t>(to - from);
         std::wstring kept;
         for (wchar_t const c : text)
-            if (c > 31 && (limit == 0 || rest + kept.size() < limit)) kept += c;
+            if ((c > 31 || (hasLines && c == L'\n')) && (limit == 0 || rest + kept.size() < limit)) kept += c;
         if (replaces || !kept.empty()) replace(from, to, kept);
     }
     void erase(iFont::eCharSeekMethod method) {
@@ -63,7 +65,15 @@ struct Model {
         end = extends ? to : -1;
         if (!extends) start = -1;
     }
+    /// Home and End go through the text of one line, or to the ends of the present line.
+    int homeOrEnd(bool toEnd) const {
+        if (!hasLines) return toEnd ? static_cast<int>(now.text.size()) : 0;
+        auto const cursor = static_cast<std::size_t>(now.cursor);
+        if (toEnd) return static_cast<int>(std::min(now.text.find(L'\n', cursor), now.text.size()));
+        return cursor == 0 ? 0 : static_cast<int>(now.text.rfind(L'\n', cursor - 1) + 1);
+    }
     static bool goTogether(Change const& a, Change const& b) {
+        if (a.inserted == L"\n" || b.inserted == L"\n") return false;
         return a.isSingle && b.isSingle && (a.inserted == L" ") == (b.inserted == L" ");
     }
     void undo() {
@@ -94,7 +104,7 @@ protected:
         while (text.size() < length) text += letters[random_() % letters.size()];
         return text;
     }
-    void act(TextBox& box, Model& model) {
+    void act(TextEntry& box, Model& model) {
         using Seek = iFont::eCharSeekMethod;
         auto const method = static_cast<Seek>(random_() % 6);
         bool const extends = random_() % 3 == 0;
@@ -123,7 +133,9 @@ protected:
             constexpr std::uint32_t keys[] = {
                 Key::left, Key::right, Key::ctrl | Key::right, Key::ctrl | Key::left, Key::home, Key::end};
             driver_.key(keys[method] | S);
-            return model.move(model.seek(method), extends);
+            bool const isEdge = method == Seek::eSeekStart || method == Seek::eSeekEnd;
+            return model.move(isEdge ? model.homeOrEnd(method == Seek::eSeekEnd) : model.seek(method),
+                              extends);
         }
         case 8: {
             int const to = static_cast<int>(random_() % (model.now.text.size() + 1));
@@ -133,25 +145,51 @@ protected:
             return;
         }
         default: {
-            wchar_t const c = L"abc xyz\u05D0"[random_() % 8];
-            driver_.key(static_cast<std::uint32_t>(c));
+            bool const isReturn = model.hasLines && random_() % 6 == 0;
+            wchar_t const c = isReturn ? L'\n' : L"abc xyz\u05D0"[random_() % 8];
+            driver_.key(isReturn ? Key::enter : static_cast<std::uint32_t>(c));
             return model.paste(std::wstring(1, c));
         }
         }
     }
-    void expectSame(TextBox& box, Model const& model) {
+    void expectSame(TextEntry& box, Model const& model) {
         ASSERT_EQ(box.getText(), Text(model.now.text));
         ASSERT_EQ(box.getCursorPosition(), model.now.cursor);
         ASSERT_EQ(box.getSelection().start(), model.start);
         ASSERT_EQ(box.getSelection().end(), model.end);
         ASSERT_EQ(box.numUndoItems(), model.changes.size());
         ASSERT_EQ(box.numRedoItems(), model.takenBack.size());
-        // The caret stands where the whole text, measured anew, has that gap.
+    }
+    /// The caret stands where the whole text, measured anew, has that gap.
+    void expectCaret(TextBox& box, Model const& model) {
         Qv::Ptr<iFont> const& font = box.getFontPtr();
         int const x = font->prefixWidth(box.getDisplayText(), model.now.cursor);
         ASSERT_NEAR(box.textCaret()->x1, box.textXToDisplayX(x) - box.getScroll(), 1);
         ASSERT_GE(box.textCaret()->x1, 0);
         ASSERT_LE(box.textCaret()->x1, box.width());
+    }
+
+    /// Lines, line ends and caret are those of the text when it is cut anew.
+    void expectLines(MultiLineTextBox& box, Model const& model) {
+        std::wstring const& text = model.now.text;
+        auto const cursor = static_cast<std::size_t>(model.now.cursor);
+        std::wstring const before = text.substr(0, cursor);
+        auto const line = static_cast<unsigned int>(std::ranges::count(before, L'\n'));
+        std::size_t const start = before.rfind(L'\n') + 1;
+        ASSERT_EQ(box.numLines(), static_cast<unsigned int>(std::ranges::count(text, L'\n')) + 1);
+        ASSERT_EQ(box.getCursorLine(), line);
+        ASSERT_EQ(box.getCursorColumn(), model.now.cursor - static_cast<int>(start));
+        std::wstring const whole =
+            text.substr(start, std::min(text.find(L'\n', cursor), text.size()) - start);
+        ASSERT_EQ(box.getLine(line), Text(whole));
+        if (box.getWrap()) return;
+        auto const row = static_cast<int>(line) - static_cast<int>(box.getTopRow());
+        Qv::Ptr<iFont> const& font = box.getFontPtr();
+        IntBox const area = box.textArea();
+        int const x = font->prefixWidth(Text(whole), box.getCursorColumn());
+        ASSERT_NEAR(box.textCaret()->x1, area.x1 + x - box.getScroll(), 1);
+        ASSERT_EQ((area.y2 - 1 - box.textCaret()->centre().y) / font->lineHeight(), row);
+        ASSERT_TRUE(area.contains(box.textCaret()->centre()));
     }
 
     std::mt19937 random_{7};
@@ -170,6 +208,34 @@ TEST_F(TextModel, RandomEditingIsThatOfAPlainText) {
         for (int step = 0; step < 150; ++step) {
             act(*box, model);
             expectSame(*box, model);
+            if (!HasFatalFailure()) expectCaret(*box, model);
+            if (HasFatalFailure()) FAIL() << "run " << run << ", step " << step;
+        }
+        EXPECT_EQ(Consistency(driver_).fault(), "");
+        destroy(box);
+    }
+}
+
+TEST_F(TextModel, RandomEditingOfLinesIsThatOfAPlainText) {
+    for (unsigned int run = 0; run < 12; ++run) {
+        MultiLineTextBox::InitArgs args(200, 90);
+        args.sizeLimit = run % 4 == 0 ? 40 : 0;
+        args.wrap = run % 2 == 1;
+        auto* const box = show(new MultiLineTextBox(args));
+        box->claimKbdFocus();
+        Model model;
+        model.limit = args.sizeLimit;
+        model.hasLines = true;
+        for (int step = 0; step < 150; ++step) {
+            // Home and End go by rows, which a model of the text does not know.
+            Model const before = model;
+            act(*box, model);
+            if (args.wrap && model.now.text == before.now.text) {
+                model.now.cursor = box->getCursorPosition();
+                if (model.end >= 0) model.end = box->getSelection().end();
+            }
+            expectSame(*box, model);
+            if (!HasFatalFailure()) expectLines(*box, model);
             if (HasFatalFailure()) FAIL() << "run " << run << ", step " << step;
         }
         EXPECT_EQ(Consistency(driver_).fault(), "");

@@ -143,6 +143,7 @@ protected:
     TextDocument const& document() const { return document_; }
     TextEngine& engine() { return engine_; }
     void setChanged(bool changed) { changed_ = changed; }
+    void allowLineFeeds() { rules_.setLineFeeds(true); }
     /// Whether the user can change the text now.
     bool takesInput() const { return isEditable_ && isActive(); }
     /// Whether it can have the keyboard focus: here, while it takes input.

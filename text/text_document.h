@@ -74,6 +74,8 @@ public:
     /// The gaps before and behind the characters of a line.
     std::size_t lineStart(std::size_t line) const;
     std::size_t lineEnd(std::size_t line) const;
+    /// The end of the line in which a gap lies.
+    std::size_t lineEndFrom(std::size_t gap) const { return store_.lineEnd(gap); }
 
     // --- Cursor and selection
     int cursor() const { return cursor_; }

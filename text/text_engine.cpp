@@ -29,7 +29,8 @@ bool TextEngine::paste(Text const& text) {
     bool const replaces = !selection.isEmpty();
     int const from = replaces ? selection.first() : document_.cursor();
     int const count = selection.last() - selection.first();
-    Text const entered = kept(text, document_.length() - static_cast<std::size_t>(count));
+    Text const lines = rules_.areLineFeedsAllowed() ? TextRules::withLineFeeds(text) : text;
+    Text const entered = kept(lines, document_.length() - static_cast<std::size_t>(count));
     if (entered.empty() && !replaces) return false;
     return document_.replace(from, count, entered, TextDocument::Record::yes);
 }

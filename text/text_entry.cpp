@@ -1,6 +1,7 @@
 #include "text/text_entry.h"
 
 #include "foundation/effects.h"
+#include "host/base/convert.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/drawable.h"
 #include "look/field.h"
@@ -184,7 +185,7 @@ void TextEntry::placeCaret() {
     auto const cursor = static_cast<std::size_t>(document().cursor());
     bool const isAtEnd = cursor >= document().length();
     wchar_t const under = isAtEnd ? L' ' : isObfuscatedDisplay() ? maskCharacter : document().at(cursor);
-    caret->setCurrentChar(under);
+    caret->setCurrentChar(under == L'\n' ? L' ' : under);
     if (life.alive()) pauseFlash();
 }
 
@@ -249,6 +250,7 @@ void TextEntry::reshape() {
 void TextEntry::describe(GlobDescription& description) const {
     TextBoxBase::describe(description);
     if (description.name.empty()) description.name = ghostLabel_.text();
+    if (description.name.empty()) description.name = fromUTF8(name());
     if (isDataMixed()) description.states |= GlobDescription::mixed;
 }
 

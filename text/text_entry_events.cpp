@@ -81,7 +81,8 @@ void TextEntry::followKey(std::uint32_t key, bool hadAnchor) {
         if (hadAnchor && !isCopy) document().dropSelection();
         return;
     }
-    if (base == Key::backspace || base == Key::del || (key & Key::meta)) return;
+    bool const isEdit = base == Key::backspace || base == Key::del || base == Key::enter;
+    if (isEdit || (key & Key::meta)) return;
     document().setSelection(std::max(document().selection().start, 0), document().cursor());
     offerSelectionSoon();
 }

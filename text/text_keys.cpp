@@ -30,6 +30,14 @@ std::optional<Shortcut> shortcutFor(std::uint32_t key) {
     return actionFor(shortcutTable, withCapital(key));
 }
 
+std::optional<LineAction> lineActionFor(std::uint32_t key) {
+    std::uint32_t const base = Key::base(key);
+    if ((key & Key::ctrl) == 0) return actionFor(lineActionTable, base);
+    if (base == Key::enter) return std::nullopt;
+    auto const withCtrl = actionFor(lineActionTable, base | Key::ctrl);
+    return withCtrl ? withCtrl : actionFor(lineActionTable, base);
+}
+
 std::uint32_t translated(std::uint32_t key) {
     std::uint32_t const character = key & ~Key::keypad;
     bool const isOnKeypad = (key & Key::keypad) != 0;

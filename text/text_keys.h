@@ -32,6 +32,50 @@ inline constexpr KeyRow<Action> actionTable[] = {
     {Key::tab, Action::tab, "goes on to the next control"},
 };
 
+/// The other keys of a box with many lines. Shift selects with those that move; other modifiers do not
+/// matter where they are not named.
+enum class LineAction {
+    backspace,
+    del,
+    newLine,
+    left,
+    right,
+    up,
+    down,
+    home,
+    end,
+    pageUp,
+    pageDown,
+    textStart,
+    textEnd,
+    scrollUp,
+    scrollDown
+};
+inline constexpr KeyRow<LineAction> lineActionTable[] = {
+    {Key::backspace, LineAction::backspace,
+     "takes away what is selected, or the character before the cursor"},
+    {Key::del, LineAction::del, "takes away what is selected, or the character behind the cursor"},
+    {Key::enter, LineAction::newLine, "begins a new line"},
+    {Key::left, LineAction::left, "to the character before"},
+    {Key::right, LineAction::right, "to the character behind"},
+    {Key::up, LineAction::up, "to the row above"},
+    {Key::down, LineAction::down, "to the row below"},
+    {Key::home, LineAction::home, "to the beginning of the row"},
+    {Key::end, LineAction::end, "to the end of the row"},
+    {Key::pageUp, LineAction::pageUp, "up by the rows that are seen"},
+    {Key::pageDown, LineAction::pageDown, "down by the rows that are seen"},
+    {Key::ctrl | Key::home, LineAction::textStart, "to the beginning of the text"},
+    {Key::ctrl | Key::end, LineAction::textEnd, "to the end of the text"},
+    {Key::ctrl | Key::up, LineAction::scrollUp, "scrolls up by a row; the cursor stays"},
+    {Key::ctrl | Key::down, LineAction::scrollDown, "scrolls down by a row; the cursor stays"},
+};
+/// What a key does there, with its modifiers. Nothing for Ctrl+Return, which is left to the window.
+WAINSCOT_API std::optional<LineAction> lineActionFor(std::uint32_t key);
+/// Whether it changes the text.
+constexpr bool isEdit(LineAction action) {
+    return action <= LineAction::newLine;
+}
+
 /// The key that a text box takes another key for: digits of the keypad are characters, Meta with a letter of
 /// a shortcut is Ctrl, and the older keys for cut, copy, paste and undo are those of today. All others stay
 /// as they are.

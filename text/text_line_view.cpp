@@ -73,15 +73,13 @@ void TextLineView::place(int width, int leftMargin, int rightMargin, TextAlignme
         scroll_ = 0;
         return;
     }
+    int const caret = gapX(cursor) + origin_;
+    scroll_ = std::clamp(scroll_, caret - leftMargin - room, caret - leftMargin);
+    // An end of the text does not stay inside while there is more at the other side.
     int const left = leftMargin + scroll_;
     int const right = left + room;
-    int const caret = gapX(cursor) + origin_;
     int const end = origin_ + text;
-    if (caret < left)
-        scroll_ -= left - caret;
-    else if (caret > right)
-        scroll_ += caret - right;
-    else if (left > origin_ && right > end)
+    if (left > origin_ && right > end)
         scroll_ -= right - end;
     else if (left < origin_ && right < end)
         scroll_ += origin_ - left;

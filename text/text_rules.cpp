@@ -52,15 +52,31 @@ bool TextRules::isRestricted(wchar_t character) const {
 }
 
 bool TextRules::isAllowed(wchar_t character) const {
+    if (character == L'\n') return lineFeeds_;
     return canBeEntered(character) && !isRestricted(character);
 }
 
 bool TextRules::areAllowed(std::wstring_view text) const {
     bool good = true;
-    for (wchar_t const c : text) good = good & canBeEntered(c);
+    wchar_t const lineFeed = lineFeeds_ ? L'\n' : L' ';
+    for (wchar_t const c : text) good = good & (canBeEntered(c) | (c == lineFeed));
     if (!good) return false;
     return restriction_ == eNoRestriction ||
-           std::ranges::none_of(text, [this](wchar_t c) { return isRestricted(c); });
+           std::ranges::all_of(text, [this](wchar_t c) { return isAllowed(c); });
+}
+
+LightweightString<wchar_t> TextRules::withLineFeeds(LightweightString<wchar_t> const& text) {
+    constexpr wchar_t carriageReturn = L'\r';
+    if (text.find(carriageReturn) == LightweightString<wchar_t>::npos) return text;
+    LightweightString<wchar_t> result;
+    result.reserve(text.size());
+    bool wasReturn = false;
+    for (wchar_t const c : text.view()) {
+        bool const isSecond = wasReturn && c == L'\n';
+        wasReturn = c == carriageReturn;
+        if (!isSecond) result.push_back(wasReturn ? L'\n' : c);
+    }
+    return result;
 }
 
 } // namespace wainscot

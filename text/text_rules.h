@@ -30,12 +30,20 @@ public:
     void setSizeLimit(std::uint64_t limit) { sizeLimit_ = limit; }
     std::uint64_t sizeLimit() const { return sizeLimit_; }
 
+    /// Whether line feeds may be entered, whatever the restriction; no, at first.
+    void setLineFeeds(bool areAllowed) { lineFeeds_ = areAllowed; }
+    bool areLineFeedsAllowed() const { return lineFeeds_; }
+
     /// Whether the restriction forbids a character.
     bool isRestricted(wchar_t character) const;
     /// Whether a character may be entered at all.
     bool isAllowed(wchar_t character) const;
     /// Whether all characters of a text may be entered.
     bool areAllowed(std::wstring_view text) const;
+
+    /// The text with a line feed at the end of each line: instead of a carriage return, and of one with a
+    /// line feed behind it.
+    static LightweightString<wchar_t> withLineFeeds(LightweightString<wchar_t> const& text);
 
 private:
     bool isListed(wchar_t character) const;
@@ -45,6 +53,7 @@ private:
     std::vector<wchar_t> sorted_;
     eCharacterRestriction restriction_ = eNoRestriction;
     std::uint64_t sizeLimit_ = 0;
+    bool lineFeeds_ = false;
 };
 
 } // namespace wainscot

@@ -139,6 +139,16 @@ std::size_t TextStore::lineOf(std::size_t index) const {
     return place.lineFeeds + countLineFeeds(pieces_[piece].text.substr(0, index - place.start));
 }
 
+std::size_t TextStore::lineEnd(std::size_t index) const {
+    if (pieces_.empty()) return 0;
+    std::size_t const piece = pieceOf(index);
+    std::wstring_view const text = pieces_[piece].text;
+    std::size_t const found = text.find(L'\n', index - places_[piece].start);
+    if (found != text.npos) return places_[piece].start + found;
+    std::size_t const before = places_[piece + 1].lineFeeds;
+    return before < end().lineFeeds ? lineStart(before + 1) - 1 : size();
+}
+
 std::size_t TextStore::lineStart(std::size_t line) const {
     if (line == 0) return 0;
     // The piece with the line feed that ends the line before.

@@ -31,6 +31,8 @@ public:
     /// The line in which a gap lies.
     std::size_t lineOf(std::size_t index) const;
     std::size_t lineStart(std::size_t line) const;
+    /// The end of the line in which a gap lies.
+    std::size_t lineEnd(std::size_t index) const;
 
 private:
     struct Piece {

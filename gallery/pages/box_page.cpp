@@ -7,9 +7,9 @@ namespace wainscot::gallery {
 namespace {
 
 /// The beginning of what a box shows; what is masked is masked here as well.
-LightweightString<wchar_t> shownIn(TextBox const& box) {
+LightweightString<wchar_t> shownIn(TextEntry const& box) {
     constexpr int most = 60;
-    if (box.isObfuscatedDisplay()) return box.getDisplayText();
+    if (box.isObfuscatedDisplay()) return {box.getText().size(), TextBoxBase::maskCharacter};
     LightweightString<wchar_t> const text = box.getText(0, most + 1);
     return text.size() > most ? text.substr(0, most) + L"…" : text;
 }
@@ -20,7 +20,7 @@ BoxPage::BoxPage(XY<int> size, LogLine log) : StandardPanel(size), log_(std::mov
     setTabGoesOn(true);
 }
 
-void BoxPage::hear(TextBox& box) {
+void BoxPage::hear(TextEntry& box) {
     addTabStop(box);
     box.requestCallback("edit start", this, eEditStart);
     box.requestCallback("edit end", this, eEditEnd);
@@ -31,7 +31,7 @@ void BoxPage::hear(TextBox& box) {
 
 int BoxPage::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (name == pootMsg) return 0;
-    auto const* const box = dynamic_cast<TextBox const*>(sender);
+    auto const* const box = dynamic_cast<TextEntry const*>(sender);
     LightweightString<wchar_t> line = sender ? GlobDescription::of(*sender).name : L"(sender has gone)";
     line += L"  sends  " + fromUTF8(name);
     if (box) line += L"  " + shownIn(*box);

@@ -30,7 +30,7 @@ protected:
     TextBox* addBox(FormLayout& form, UIString const& label, TextBox::InitArgs const& args) {
         return addBox(form, label, std::make_unique<TextBox>(args));
     }
-    void hear(TextBox& box);
+    void hear(TextEntry& box);
 
 private:
     LogLine log_;

@@ -144,9 +144,9 @@ KeypadKey keypadKey(SDL_Scancode scancode) {
     }
 }
 
-/// Number lock makes the keypad type; Shift lifts it for as long as it is held.
+/// Number lock makes the keypad type; Shift turns that round for as long as it is held.
 bool keypadTypes(unsigned modifiers) {
-    return (modifiers & KMOD_NUM) != 0 && (modifiers & KMOD_SHIFT) == 0;
+    return ((modifiers & KMOD_NUM) != 0) != ((modifiers & KMOD_SHIFT) != 0);
 }
 
 /// The code of a press that does not depend on the text it types, without modifiers; 0 for a character key.
@@ -246,7 +246,9 @@ void KeyTranslator::press(KeyStroke const& stroke, Origin const& origin, std::ve
     if (isModifierKey(stroke.scancode)) return;
     if (auto const code = codeWithoutText(stroke, modifiers_)) {
         textOfLastPress_ = TextOfLastPress::unwanted;
-        emitPress(stroke.scancode, code, modifiers_, stroke.repeat, origin, input);
+        // On the keypad Shift is part of the character.
+        std::uint32_t const spent = (code & Key::keypad) != 0 ? Key::shift : 0;
+        emitPress(stroke.scancode, code, modifiers_ & ~spent, stroke.repeat, origin, input);
         return;
     }
     pending_ = stroke.scancode;
