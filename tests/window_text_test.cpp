@@ -6,7 +6,7 @@ using namespace wainscot;
 
 namespace {
 
-/// Two text boxes, one below the other, in a real window.
+/// Two text boxes and one with lines, one below the other, in a real window.
 class WindowText : public testing::Test {
 protected:
     void SetUp() override {
@@ -35,6 +35,11 @@ protected:
     void expect(std::string const& wanted, int box = 0) {
         std::string last;
         EXPECT_TRUE(waitUntil([&] { return (last = state(box)) == wanted; })) << wanted << "\n" << last;
+    }
+    /// Goes into the box with lines.
+    void goToLines() {
+        ASSERT_TRUE(bench_.movePointer(at(10, 2)) && bench_.click());
+        expect("caret |", 2);
     }
     void setText(std::string const& text) { probe_->send("text 0 " + text); }
     struct Step {
@@ -176,4 +181,26 @@ TEST_F(WindowText, AHeldKeyGoesOnAndTheCaretBlinks) {
     auto const before = row();
     EXPECT_TRUE(waitUntil([&] { return row() != before; }));
     EXPECT_TRUE(waitUntil([&] { return row() == before; }));
+}
+
+TEST_F(WindowText, LinesAreTypedPastedChosenAndScrolled) {
+    goToLines();
+    ASSERT_TRUE(bench_.key({"a", "Return", "b", "c", "shift+Return", "Up", "shift+Down", "shift+Home"}));
+    expect("caret a/^bc/|", 2);
+    ASSERT_TRUE(bench_.key({"Up", "shift+End"}));
+    expect("caret a/^bc|/", 2);
+    auto const copied = give("clipboard", R"(printf 'x\r\ny\tz\r')");
+    ASSERT_TRUE(bench_.key({"ctrl+v"}));
+    expect("caret a/x/yz/|/", 2);
+    ASSERT_TRUE(bench_.key({"ctrl+z", "ctrl+Home", "shift+ctrl+End", "ctrl+c"}));
+    expect("caret ^a/bc/|", 2);
+    EXPECT_EQ(read("clipboard", "od -An -c | tr -d ' '"), R"(a\nbc\n)");
+    // A drag downwards from the first row selects lines, also in the other selection.
+    ASSERT_TRUE(bench_.movePointer(at(8, 2)) && bench_.pressButton());
+    ASSERT_TRUE(bench_.glidePointer(at(8, 2), at(150, 2) + XY<int>(0, 60)) && bench_.releaseButton());
+    expect("caret ^a/bc/|", 2);
+    EXPECT_EQ(read("primary", "od -An -c | tr -d ' '"), R"(a\nbc\n)");
+    probe_->send("text 2 " + std::string(3000, 'w'));
+    ASSERT_TRUE(bench_.key({"ctrl+End", "Tab", "shift+Tab"}));
+    expect("caret 3000", 2);
 }

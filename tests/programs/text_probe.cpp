@@ -12,6 +12,7 @@
 #include "host/services/preferences.h"
 #include "host/start/host.h"
 #include "host/windows/glob_manager.h"
+#include "text/multi_line_text_box.h"
 #include "text/text_box.h"
 
 #include <cstdio>
@@ -25,7 +26,7 @@ namespace {
 using namespace wainscot;
 
 /// With its marks; a long text only by its length.
-LightweightString<wchar_t> shown(TextBox const& box) {
+LightweightString<wchar_t> shown(TextEntry const& box) {
     LightweightString<wchar_t> const text = box.getText();
     constexpr std::size_t longText = 200;
     if (text.size() > longText) return Qv::WStringFromInteger(text.size());
@@ -35,16 +36,20 @@ LightweightString<wchar_t> shown(TextBox const& box) {
     for (int i = 0; i <= static_cast<int>(text.size()); ++i) {
         if (i == anchor) marked += L'^';
         if (i == cursor) marked += L'|';
-        if (i < static_cast<int>(text.size())) marked += text[static_cast<std::size_t>(i)];
+        if (i == static_cast<int>(text.size())) break;
+        wchar_t const c = text[static_cast<std::size_t>(i)];
+        marked += c == L'\n' ? L'/' : c;
     }
     return marked;
 }
 
 class TextPanel final : public StandardPanel {
 public:
-    TextPanel() : StandardPanel(InitArgs(400, 140)) {
-        for (int i = 0; i < 2; ++i) {
-            boxes_[i] = new TextBox(TextBox::InitArgs(200, 24));
+    TextPanel() : StandardPanel(InitArgs(400, 220)) {
+        boxes_[0] = new TextBox(TextBox::InitArgs(200, 24));
+        boxes_[1] = new TextBox(TextBox::InitArgs(200, 24));
+        boxes_[2] = new MultiLineTextBox(MultiLineTextBox::InitArgs(200, 100));
+        for (int i = 0; i < 3; ++i) {
             addTabStop(*boxes_[i]);
             addChild(std::unique_ptr<Glob>(boxes_[i]), {CoordinateOrigin::topLeft, {20, 20 + 40 * i}});
         }
@@ -56,7 +61,7 @@ public:
         std::size_t index = 0;
         words >> name >> index;
         std::getline(words >> std::ws, text);
-        TextBox& box = *boxes_[index % 2];
+        TextEntry& box = *boxes_[index % 3];
         if (name == "text") box.setText(fromUTF8(LightweightString<char>(text)));
         if (name != "state") return;
         bool const hasCaret = box.getCaret() && glib_showsKbdFocus(&box);
@@ -65,7 +70,7 @@ public:
     }
 
 private:
-    TextBox* boxes_[2];
+    TextEntry* boxes_[3];
 };
 
 } // namespace
