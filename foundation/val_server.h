@@ -76,8 +76,14 @@ public:
 
     friend bool operator==(ValServer const& a, ValServer const& b) { return a.value_ == b.value_; }
 
-private:
+protected:
+    // For servers that decide themselves what they take: the guard is not asked.
+    /// Tells the observers before and after it stores the value.
     void store(T value);
+    /// Nobody is told.
+    void storeSilently(T value);
+
+private:
     void tell(int type);
 
     T value_;
@@ -100,9 +106,14 @@ void ValServer<T>::store(T value) {
     typename NotifierEx<T>::Alive const alive(*this);
     preNotifyValChanged();
     if (!alive) return;
+    storeSilently(std::move(value));
+    notifyValChanged();
+}
+
+template <class T>
+void ValServer<T>::storeSilently(T value) {
     value_ = std::move(value);
     noteChange();
-    notifyValChanged();
 }
 
 // A value that is the server's own would change under the reader's hands: `updateAndNotify` copies it.

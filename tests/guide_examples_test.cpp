@@ -1,6 +1,7 @@
 #include "tests/widget_fixture.h"
 
 #include <counter_test.h>
+#include <menus_examples.h>
 #include <ownership_examples.h>
 #include <text_entry_examples.h>
 #include <text_lines_examples.h>
@@ -96,6 +97,37 @@ TEST_F(TextEntryGuide, ALockTakesFourDigits) {
     EXPECT_EQ(lock->digits(), L"1345");
     driver_.key(Key::ctrl | 'Z');
     EXPECT_EQ(lock->digits(), L"1");
+}
+
+/// What docs/menus.md shows.
+using MenusGuide = WidgetTest;
+
+TEST_F(MenusGuide, ItsMenusDoWhatTheySay) {
+    Qv::Ptr<MenuData> const clip = clipMenu(L"a|b");
+    EXPECT_EQ(clip->findItem(LightweightString<wchar_t>(L"a|b")), 0);
+    EXPECT_FALSE(clip->isSelectable(clip->findItem("delete")));
+    double speed = 0;
+    MenuItem& item = clip->getItem(2);
+    item.addCallback(WidgetCallback(Qv::makePtr<SpeedAction>([&](double set) { speed = set; }), "speed"));
+    clip->issueCallback(2, root_, nullptr);
+    EXPECT_EQ(speed, 0.5);
+    item.setCurOption(3);
+    clip->issueCallback(2, root_, nullptr);
+    EXPECT_EQ(speed, 0.5);
+    EXPECT_EQ(told(), "speed speed");
+
+    FrameRates rates;
+    EXPECT_TRUE(rates.setSelectedItemPhysical(1, false) && rates.setSelectedItemPhysical(3, true));
+    EXPECT_EQ(rates.getSelectedItemNameW(), L"25");
+    MenuItem const folder = folderItem(L"x").createSubMenu(*root_).items->getItem(1);
+    EXPECT_EQ(folder.createSubMenu(*root_).items->getItem(0).label(), L"x/b/a");
+    PlayerSettings const settings;
+    EXPECT_EQ(settings.menu()->getItem(2).currentOption()->label(), L"Good");
+    settings.menu()->issueCallback(1, nullptr, nullptr);
+    EXPECT_TRUE(settings.loop->value());
+    TrackList tracks;
+    tracks.tracks = {L"V1", L"A1"};
+    EXPECT_TRUE(!tracks.requestItemSelect(0) && tracks.requestItemSelect(1) && tracks.selected == 1);
 }
 
 /// Its name has it tried under the thread sanitizer.

@@ -70,8 +70,9 @@ public:
     LifeToken const& life() const { return life_; }
 
 protected:
-    /// Calls the listeners that want `type`, in the order of registration.
-    void notify(NotifyMsg const& message, int type);
+    /// Calls the listeners that want `type`, in the order of registration. Every notification goes through
+    /// it.
+    virtual void notify(NotifyMsg const& message, int type);
 
 private:
     ObserverList<Qv::Ptr<CallbackInvokerBase>> invokers_;
