@@ -14,6 +14,7 @@ extern Page const notesPage;
 extern Page const logPage;
 extern Page const scriptsPage;
 extern Page const scriptLinesPage;
+extern Page const menusPage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
@@ -51,11 +52,11 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,      &timelinePage,  &buttonsPage, &choicesPage,     &scrollPage,   &textBoxesPage,
-        &notesPage,     &logPage,       &scriptsPage, &scriptLinesPage, &ratingPage,   &bindingPage,
-        &formPage,      &entryFormPage, &panelPage,   &tabOrderPage,    &windowsPage,  &textPage,
-        &longTextPage,  &symbolsPage,   &iconsPage,   &shapesPage,      &palettePage,  &globsPage,
-        &placementPage, &keysPage,      &pointerPage, &clipboardPage,   &draggingPage,
+        &deskPage,    &timelinePage,  &buttonsPage,   &choicesPage,     &scrollPage,    &textBoxesPage,
+        &notesPage,   &logPage,       &scriptsPage,   &scriptLinesPage, &menusPage,     &ratingPage,
+        &bindingPage, &formPage,      &entryFormPage, &panelPage,       &tabOrderPage,  &windowsPage,
+        &textPage,    &longTextPage,  &symbolsPage,   &iconsPage,       &shapesPage,    &palettePage,
+        &globsPage,   &placementPage, &keysPage,      &pointerPage,     &clipboardPage, &draggingPage,
     };
     return list;
 }

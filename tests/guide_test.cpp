@@ -7,6 +7,7 @@
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
 #include "host/events/key_names.h"
+#include "menus/menu.h"
 #include "text/multi_line_text_box.h"
 #include "text/numeric_text_box.h"
 #include <star_rating.h>
@@ -127,6 +128,7 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("scrolling.md", Slider::messageTable);
     expectMessages("text-entry.md", TextBox::messageTable);
     expectMessages("text-lines.md", MultiLineTextBox::messageTable);
+    expectMessages("menus.md", Menu::messageTable);
     expectMessages("panel.md", StandardPanel::messageTable);
     expectKeys("button.md", Button::keyTable);
     expectKeys("choices.md", Checkbox::keyTable);
@@ -135,6 +137,7 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectKeys("text-entry.md", TextKeys::actionTable);
     expectKeys("text-entry.md", TextKeys::shortcutTable);
     expectKeys("text-entry.md", NumericTextBox::keyTable);
+    expectKeys("menus.md", Menu::keyTable);
     expectKeys("text-lines.md", TextKeys::lineActionTable);
 }
 

@@ -372,7 +372,7 @@ SizeNeeds MultiLineTextBox::sizeNeeds() const {
 
 void MultiLineTextBox::describe(GlobDescription& description) const {
     TextEntry::describe(description);
-    description.states |= GlobDescription::multiLine;
+    if (description.role == Role::textBox) description.role = Role::textArea;
     if (isActive()) description.states |= GlobDescription::focusable;
 }
 

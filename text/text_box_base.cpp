@@ -1,18 +1,22 @@
 #include "text/text_box_base.h"
 
 #include "foundation/effects.h"
+#include "host/base/convert.h"
 #include "host/base/diagnostics.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/event_system.h"
 #include "host/events/event_time_server.h"
 #include "host/events/filter_stack.h"
+#include "host/events/key_names.h"
 #include "host/events/messages.h"
 #include "host/objects/kbd_focus.h"
 #include "host/services/clipboard.h"
 #include "host/services/clock.h"
+#include "host/services/text_ids.h"
 #include "look/field.h"
 #include "look/ink.h"
+#include "menus/model/menu_item.h"
 #include "text/text_keys.h"
 
 #include <algorithm>
@@ -343,11 +347,35 @@ int TextBoxBase::handleMessageEvent(LightweightString<char> name, Glob* sender) 
     if (name == copyMsg) return copy(), handled;
     if (name == cutMsg) return handleKeyboardEvent(static_cast<int>(Key::ctrl | 'X')), handled;
     if (name == pasteMsg) return handleKeyboardEvent(static_cast<int>(Key::ctrl | 'V')), handled;
-    return Focusable::handleMessageEvent(name, sender);
+    if (name == undoMsg) return handleKeyboardEvent(static_cast<int>(Key::ctrl | 'Z')), handled;
+    if (name == redoMsg) return handleKeyboardEvent(static_cast<int>(Key::ctrl | 'Y')), handled;
+    if (name != selectAllMsg) return Focusable::handleMessageEvent(name, sender);
+    LifeGuard const life = guard();
+    claimKbdFocus();
+    if (life.alive()) selectAll();
+    return handled;
 }
 
 void TextBoxBase::reviewMenu(Event const*) {
     clearMenu();
+    if (!isActive()) return;
+    auto const add = [this](ResId text, LightweightString<char> const& message, char letter,
+                            bool isPossible) {
+        MenuItem item(text, WidgetCallback(message));
+        item.setIncidentalText(fromUTF8(keyToString(Key::ctrl | static_cast<std::uint32_t>(letter))));
+        item.setActive(isPossible);
+        addMenuItem(item);
+    };
+    bool const hasText = document_.length() > 0;
+    bool const isReadable = hasText && !isObfuscated_;
+    add(TextId::undo, undoMsg, 'Z', isEditable_ && numUndoItems() > 0);
+    add(TextId::redo, redoMsg, 'Y', isEditable_ && numRedoItems() > 0);
+    addMenuItem(MenuItem());
+    add(TextId::cut, cutMsg, 'X', isEditable_ && isReadable);
+    add(TextId::copy, copyMsg, 'C', isReadable);
+    add(TextId::paste, pasteMsg, 'V', isEditable_);
+    addMenuItem(MenuItem());
+    add(TextId::selectAll, selectAllMsg, 'A', hasText);
 }
 
 MouseCursorID TextBoxBase::contextCursor(XY<int> const& place) const {

@@ -42,6 +42,10 @@ public:
     static constexpr LightweightString<char> copyMsg{"Copy"};
     static constexpr LightweightString<char> cutMsg{"Cut"};
     static constexpr LightweightString<char> pasteMsg{"Paste"};
+    /// Others of its context menu.
+    static constexpr LightweightString<char> undoMsg{"Undo"};
+    static constexpr LightweightString<char> redoMsg{"Redo"};
+    static constexpr LightweightString<char> selectAllMsg{"SelectAll"};
 
     using Callback = Qv::Ptr<iCallbackBase<int, NotifyMsg>>;
 

@@ -6,6 +6,7 @@
 #include "host/base/host_value.h"
 #include "host/events/event_system.h"
 #include "host/windows/glob_manager.h"
+#include "menus/register_makers.h"
 #include "text/register_makers.h"
 
 namespace wainscot {
@@ -22,6 +23,7 @@ void loadToolkit() {
     if (GlobManager* const windows = GlobManager::current()) windows->setUnusedKeyHandler(WindowKeys::handle);
     Buttons::registerMakers(Registry::instance());
     TextBoxes::registerMakers(Registry::instance());
+    Menus::registerMakers(Registry::instance());
 }
 
 } // namespace wainscot

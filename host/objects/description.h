@@ -51,8 +51,6 @@ struct WAINSCOT_API GlobDescription {
         mixed = 512,
         /// Return presses it when nothing else uses that key.
         isDefault = 1024,
-        /// A text of any number of lines.
-        multiLine = 2048,
     };
     /// What can be done with it.
     enum Action : std::uint32_t {

@@ -36,6 +36,14 @@ inline constexpr ResId options = 10306;
 /// What a control shows instead of its value where the data has unlike values.
 inline constexpr ResId severalValues = 10311;
 
+// The context menu of text boxes.
+inline constexpr ResId undo = 10321;
+inline constexpr ResId redo = 10322;
+inline constexpr ResId cut = 10323;
+inline constexpr ResId copy = 10324;
+inline constexpr ResId paste = 10325;
+inline constexpr ResId selectAll = 10326;
+
 inline constexpr ResId linkUnusable = 10401;
 inline constexpr ResId linkNotAllowed = 10402;
 

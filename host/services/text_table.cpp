@@ -47,6 +47,12 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::settings, L"Settings"},
     {TextId::options, L"Options"},
     {TextId::severalValues, L"Several values"},
+    {TextId::undo, L"Undo"},
+    {TextId::redo, L"Redo"},
+    {TextId::cut, L"Cut"},
+    {TextId::copy, L"Copy"},
+    {TextId::paste, L"Paste"},
+    {TextId::selectAll, L"Select all"},
     {TextId::linkUnusable, L"This is no link that can be opened."},
     {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };

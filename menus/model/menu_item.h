@@ -77,7 +77,7 @@ public:
         bool isSecondary = false;
         bool isIconAtRight = false;
         /// The share of the accent in the ground of the row under the pointer.
-        float highlightShare = 0.2F;
+        float highlightShare = 1.0F;
         /// A text that is too long is cut, with an ellipsis.
         bool isTextFitted = true;
 
