@@ -1,5 +1,9 @@
 #include "bench/driving.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
+#include "menus/menu.h"
 #include "menus/model/drop_down_menu_data.h"
+#include "menus/model/sub_menu_creator.h"
 
 #include <string>
 
@@ -87,9 +91,137 @@ void benchIndices() {
     report.print();
 }
 
+/// A window from which menus are opened.
+class Desk {
+public:
+    Desk() : host_(makeHost()), root_(new Glob(200, 100)) {
+        host_->globManager().realize(root_, XY<int>(0, 0));
+        host_->loop().settle();
+    }
+    Host& host() { return *host_; }
+    Glob* root() { return root_; }
+    /// Milliseconds until the menu is painted.
+    double open(Menu* menu) {
+        return timeOf([&] {
+            check(menu->openAt(XY<int>(100, 900)), "the menu has not opened");
+            host_->loop().settle();
+        });
+    }
+    double key(std::uint32_t code) { return timeInput(*host_, keyInput(code)); }
+
+private:
+    std::unique_ptr<Host> host_;
+    Glob* root_;
+};
+
+Qv::Ptr<MenuData> numbered() {
+    auto data = Qv::makePtr<MenuData>();
+    WidgetCallback const chosen("chosen");
+    for (std::size_t i = 0; i < numBuilt; ++i)
+        data->addItem(MenuItem(prefix + Qv::WStringFromInteger(i), chosen));
+    return data;
+}
+
+/// A long menu: built, popped up, walked through and closed.
+void benchMenu() {
+    constexpr int numMoves = 500;
+    Report report("W4", static_cast<long>(numBuilt));
+    Desk desk;
+    Steps moves;
+    std::vector<double> building, opening, closing;
+    for (int r = 0; r < repetitions; ++r) {
+        Qv::Ptr<MenuData> data;
+        building.push_back(timeOf([&] { data = numbered(); }));
+        Menu* menu = nullptr;
+        double const making = timeOf([&] { menu = new Menu(data, desk.root()); });
+        opening.push_back(making + desk.open(menu));
+        std::vector<double> times;
+        for (int i = 0; i < numMoves; ++i) times.push_back(desk.key(Key::down));
+        moves.add(times);
+        check(menu->getHighlightedItem() == numMoves - 1, "another item is highlighted");
+        if (r + 1 == repetitions) addPicture(report, menu);
+        closing.push_back(desk.key(Key::escape) / 1000);
+        check(!is_good_glob_ptr(menu), "the menu is still open");
+    }
+    report.addRuns("build_ms", building);
+    report.addRuns("popup_first_paint_ms", opening);
+    moves.addTo(report, "move_us");
+    report.addRuns("close_ms", closing);
+    report.print();
+}
+
+/// A group of half the items, folded and unfolded.
+void benchFolding() {
+    Report report("menu_fold", static_cast<long>(numBuilt));
+    Desk desk;
+    std::vector<double> folding, unfolding;
+    for (int r = 0; r < repetitions; ++r) {
+        Qv::Ptr<MenuData> const data = numbered();
+        data->getItem(0).setType(eExpandedGroupItem);
+        for (unsigned short i = 1; i < numBuilt; ++i) data->getItem(i).setType(eGroupedMenuItem);
+        data->getItem(numBuilt / 2).setType(eExpandedGroupItem);
+        auto* const menu = new Menu(data, desk.root());
+        desk.open(menu);
+        XY<int> const header = menu->visibleItems().front().box.centre() + menu->screenBox().bottomLeft();
+        auto const flip = [&] {
+            timeInput(desk.host(), pointerInput(InputEvent::Kind::pointerMoved, header));
+            InputEvent press = pointerInput(InputEvent::Kind::pointerPressed, header);
+            press.button = InputEvent::Button::left;
+            InputEvent release = press;
+            release.kind = InputEvent::Kind::pointerReleased;
+            return (timeInput(desk.host(), press) + timeInput(desk.host(), release)) / 1000;
+        };
+        std::size_t const before = menu->numNonHiddenItems();
+        folding.push_back(flip());
+        check(menu->numNonHiddenItems() < before, "nothing was folded");
+        unfolding.push_back(flip());
+        check(menu->numNonHiddenItems() == before, "nothing was unfolded");
+        desk.key(Key::escape);
+    }
+    report.addRuns("fold_ms", folding);
+    report.addRuns("unfold_ms", unfolding);
+    report.print();
+}
+
+/// A menu whose first item opens one of the same kind.
+Qv::Ptr<MenuData> cascade() {
+    MenuItem more(L"More", makeSubMenuCreator([](Glob&) { return cascade(); }));
+    return Qv::makePtr<MenuData>(std::vector<MenuItem>{more, MenuItem(L"One"), MenuItem(L"Two")});
+}
+
+void benchCascade() {
+    constexpr int depth = 10;
+    Report report("menu_cascade", depth);
+    Desk desk;
+    std::vector<double> opening, closing;
+    for (int r = 0; r < repetitions; ++r) {
+        auto* const menu = new Menu(cascade(), desk.root());
+        desk.open(menu);
+        desk.key(Key::down);
+        double time = 0;
+        for (int i = 1; i < depth; ++i) time += desk.key(Key::right) / 1000;
+        opening.push_back(time);
+        int levels = 0;
+        for (Menu* level = menu; level; level = dynamic_cast<Menu*>(level->getSubMenu())) ++levels;
+        check(levels == depth, "another number of menus is open");
+        closing.push_back(timeOf([&] {
+            delete menu;
+            desk.host().loop().settle();
+        }));
+    }
+    report.addRuns("open_ms", opening);
+    report.addRuns("close_ms", closing);
+    report.print();
+}
+
 } // namespace
 
-/// Without arguments all groups; else those named: items, indices.
+/// Without arguments all groups; else those named: items, indices, W4, fold, cascade.
 int main(int count, char** names) {
-    return runWorkloads(count, names, {{"items", benchBuilding}, {"indices", benchIndices}});
+    return runWorkloads(count, names,
+                        {{"items", benchBuilding},
+                         {"indices", benchIndices},
+                         {"W4", benchMenu},
+                         {"fold", benchFolding},
+                         {"cascade", benchCascade}});
 }

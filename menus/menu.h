@@ -216,6 +216,7 @@ public:
 protected:
     /// Tells the owner that it closes. An overrider may destroy the menu.
     virtual void tellClosing();
+    /// Draws a row, which lies in canvas coordinates. Only while the menu is drawn.
     virtual void drawItem(VisibleMenuItem const& row);
 
 private:
@@ -310,6 +311,8 @@ private:
     double cascadeDue_ = 0;
     NotifierSubscription deletionWatch_;
 
+    /// While the rows are drawn.
+    CanvasRenderer* renderer_ = nullptr;
     LightweightString<wchar_t> typed_;
     OneShotTimer typing_;
 };

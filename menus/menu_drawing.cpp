@@ -32,25 +32,44 @@ Colour Menu::getItemBackCol(VisibleMenuItem const& row) const {
     return isOwnerOfSubMenu(row.item) ? palette.selection(eSelectionInactive) : ground;
 }
 
+namespace {
+
+/// While the rows are drawn.
+class Drawing {
+public:
+    Drawing(CanvasRenderer*& place, CanvasRenderer& renderer) : place_(place) { place_ = &renderer; }
+    ~Drawing() { place_ = nullptr; }
+    Drawing(Drawing const&) = delete;
+    Drawing& operator=(Drawing const&) = delete;
+
+private:
+    CanvasRenderer*& place_;
+};
+
+} // namespace
+
 void Menu::drawBackground() {
     CanvasRenderer renderer(canvas(), canvasArea());
-    IntBox const area = calcAreaForItems().translated(canvasArea().bottomLeft());
+    XY<int> const corner = canvasArea().bottomLeft();
+    IntBox const area = calcAreaForItems().translated(corner);
     renderer.renderPrimitive(Glib::RectDescription(canvasArea(), getPalette().window(eWindowRaised)));
-    for (VisibleMenuItem const& row : visible_) {
-        VisibleMenuItem const placed{row.box.translated(canvasArea().bottomLeft()), row.item};
+    {
+        Drawing const drawing(renderer_, renderer);
+        renderer.setClipRect(area);
+        for (VisibleMenuItem const& row : visible_) {
+            IntBox const box = row.box.translated(corner);
+            if (renderer.isVisible({area.x1, box.y1, area.x2, box.y2})) drawItem({box, row.item});
+        }
         renderer.clearClipRect();
-        if (!renderer.isVisible(IntBox(area.x1, placed.box.y1, area.x2, placed.box.y2).intersection(area)))
-            continue;
-        drawItem(placed);
     }
     drawTyped(renderer);
 }
 
 /// `row` lies in canvas coordinates.
 void Menu::drawItem(VisibleMenuItem const& row) {
-    CanvasRenderer renderer(canvas(), canvasArea());
+    if (!renderer_) return;
+    CanvasRenderer& renderer = *renderer_;
     IntBox const area = calcAreaForItems().translated(canvasArea().bottomLeft());
-    renderer.setClipRect(area);
     MenuItem const& item = items_->getItem(row.item);
     Palette const& palette = getPalette();
     IntBox const whole(area.x1, row.box.y1, std::max(row.box.x2 + UifStd::getIndentWidth(), area.x1),
@@ -80,8 +99,10 @@ void Menu::drawRowText(CanvasRenderer& renderer, VisibleMenuItem const& row, Col
     int const gap = UifStd::getWidgetGap();
     bool const isActive = item.isActive() && this->isActive();
     Colour const plain = isActive ? item.getTextColour() : palette.text(eTextDisabled);
-    Colour const ink =
-        ControlLook::inkOn(item.isHeader() && isActive ? palette.subheadingText() : plain, ground, isActive);
+    Colour const wanted = item.isHeader() && isActive ? palette.subheadingText() : plain;
+    // On the ground of the theme its colours read as they are.
+    bool const isUsual = ground == palette.window(eWindowRaised) && wanted == palette.text(eTextEnabled);
+    Colour const ink = isUsual ? wanted : ControlLook::inkOn(wanted, ground, isActive);
     Glib::FontDesc const desc = getFontForItem(item);
     Qv::Ptr<iFont> const font = Glib::loadFont(desc);
     int const baseline = row.box.y1 + getFontYOffset(row.box.height(), font);
@@ -144,6 +165,8 @@ int Menu::drawRightSide(CanvasRenderer& renderer, VisibleMenuItem const& row, Co
         symbol(QvTTF::eChevronRight);
         text(option ? option->getDisplayString() : Text(), ink);
     }
+    bool const hasMore = item.label().find(L'|') != Text::npos || !item.getIncidentalText().empty();
+    if (!hasMore) return right;
     Colour const weaker = ControlLook::inkOn(palette.text(item.isActive() ? eTextSecondary : eTextDisabled),
                                              getItemBackCol(row), item.isActive());
     text(item.getIncidentalText(), weaker);
