@@ -4,6 +4,8 @@
 #include "host/services/clipboard.h"
 #include "text/scrollable_text_box_base.h"
 
+#include <limits>
+
 namespace wainscot {
 namespace {
 
@@ -187,6 +189,15 @@ TEST_F(TextLines, WheelBarsAndKeysScroll) {
     EXPECT_EQ(Consistency(driver_).fault(), "");
 }
 
+TEST_F(TextLines, KeysBringTheCursorIntoSightAlsoWhereItCannotMove) {
+    MultiLineTextBox* const box = focused(lines(numbered(1000)));
+    for (std::uint32_t const key : {Key::ctrl | Key::home, Key::up, Key::left, Key::home, Key::backspace}) {
+        box->setTopRow(500);
+        driver_.key(key);
+        EXPECT_EQ(box->getTopRow(), 0U) << key;
+    }
+}
+
 TEST_F(TextLines, ALongLineBringsABarThatScrollsSideways) {
     MultiLineTextBox* const box = focused(lines(Text(500, L'm') + L"\nshort"));
     ScrollBar* const lying = bar(*box, eHorizontal);
@@ -293,6 +304,21 @@ TEST_F(TextLines, RowsAreHandedToTheDrawingHook) {
     driver_.settle();
     ASSERT_EQ(box->drawn.size(), 1U);
     EXPECT_EQ(box->drawn[0].line, 1U);
+}
+
+TEST_F(TextLines, TheDrawingHookMayChangeTheText) {
+    struct Changing : MultiLineTextBox {
+        using MultiLineTextBox::MultiLineTextBox;
+        void drawLine(SubStringRec const& row, XY<int> const& place) override {
+            if (row.line == 2) setText(L"short");
+            constexpr int most = std::numeric_limits<int>::max();
+            drawCharacters(row, {-most, most}, place, Colour(1, 0, 0));
+        }
+    };
+    auto* const box = show(new Changing(MultiLineTextBox::InitArgs(160, 90, numbered(50))));
+    EXPECT_EQ(box->getText(), L"short");
+    driver_.settle();
+    EXPECT_EQ(Consistency(driver_).fault(), "");
 }
 
 TEST_F(TextLines, OwnersMayReplaceTheTextOrDestroyTheBoxInEachCallback) {

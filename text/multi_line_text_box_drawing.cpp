@@ -41,9 +41,9 @@ void MultiLineTextBox::drawText(CanvasRenderer& renderer) {
     IntBox const area = textArea().translated(canvasArea().bottomLeft());
     int const descent = getFontPtr()->descent();
     Drawing const drawing(renderer_, renderer);
-    std::size_t const count = view_->shown().size();
     int bottom = area.y2;
-    for (drawn_ = 0; drawn_ < count; ++drawn_) {
+    // An overrider of `drawLine` may change the text, and with it how many rows there are.
+    for (drawn_ = 0; drawn_ < view_->shown().size(); ++drawn_) {
         bottom -= view_->rowHeight();
         rowBox_ = IntBox(area.x1, bottom, area.x2, bottom + view_->rowHeight()).intersection(area);
         renderer.clearClipRect();
@@ -89,8 +89,10 @@ std::vector<IntBox> MultiLineTextBox::boxesOf(int from, int to, XY<int> const& p
 
 void MultiLineTextBox::drawCharacters(SubStringRec const& row, NumRange<int, Unordered> const& range,
                                       XY<int> const& place, Colour const& colour) {
-    if (!renderer_) return;
-    auto const clamped = [&](int column) { return std::clamp(column - row.start, 0, row.length); };
+    if (!renderer_ || drawn_ >= view_->shown().size()) return;
+    auto const clamped = [&](std::int64_t column) {
+        return static_cast<int>(std::clamp<std::int64_t>(column - row.start, 0, row.length));
+    };
     int const from = clamped(std::min(range.start(), range.end()));
     int const to = clamped(std::max(range.start(), range.end()));
     bool const isWhole = from == 0 && to == row.length;

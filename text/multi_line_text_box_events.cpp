@@ -77,6 +77,8 @@ MultiLineTextBox::Use MultiLineTextBox::performAction(std::uint32_t key, bool) {
         // The selection stays too.
         return Use::last;
     }
+    // The cursor is scrolled into sight, also where it could not be moved.
+    followed_ = -1;
     return Use::yes;
 }
 

@@ -198,10 +198,19 @@ void TextRowsView::setScrollX(int x) {
 }
 
 void TextRowsView::show(int gap, bool isAtEnd) {
-    std::size_t const row = rowOf(gap, isAtEnd);
-    std::size_t const top = topRow();
-    if (row < top) setTopRow(row);
-    if (row >= top + numFitting()) setTopRow(row - numFitting() + 1);
+    // What is wrapped for this may change the numbers of rows that were estimated.
+    constexpr int mostRounds = 4;
+    std::size_t row = 0;
+    for (int round = 0; round < mostRounds; ++round) {
+        bool const isSure = rows_->isSettled();
+        rowOf(gap, isAtEnd);
+        if (!isSure) topRow_.reset();
+        std::size_t const top = topRow();
+        row = rowOf(gap, isAtEnd);
+        if (row >= top && row - top < numFitting()) break;
+        setTopRow(row < top ? row : row - numFitting() + 1);
+        if (isSure) break;
+    }
     int const x = gapX(gap, row);
     if (x < 0) return setScrollX(scrollX_ + x);
     setScrollX(x >= width_ ? scrollX_ + x - width_ + 1 : scrollX_);
