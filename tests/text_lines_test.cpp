@@ -268,6 +268,13 @@ TEST_F(TextLines, ALogGrowsAtItsEndAndLeavesTheReaderAlone) {
     box->append(L"\r\nand more\r\n");
     EXPECT_EQ(box->getTopRow(), top + 2);
     EXPECT_EQ(box->getCursorPosition(), 0);
+    // Line ends may come in two pieces.
+    unsigned int const before = box->numLines();
+    box->append(L"x\r");
+    box->append(L"\ny");
+    EXPECT_EQ(box->numLines(), before + 1);
+    driver_.settle();
+    EXPECT_EQ(Consistency(driver_).fault(), "");
 }
 
 TEST_F(TextLines, RowsAreHandedToTheDrawingHook) {

@@ -95,22 +95,40 @@ void MultiLineTextBox::setCursorPlace(unsigned int line, int column) {
 }
 
 void MultiLineTextBox::append(UIString const& text) {
-    Text const added = admitted(text.text());
-    if (added.empty()) return;
     DispatchScope const scope;
-    LifeGuard const life = guard();
+    Text const whole = text.text();
+    // The second half of a line end whose first half came last.
+    bool const isRest = document().revision() == returnRevision_ && whole.startsWith(L"\n");
+    Text const added = admitted(isRest ? whole.substr(1) : whole);
+    if (whole.empty()) return;
+    if (added.empty()) returnRevision_ = 0;
+    if (added.empty()) return;
+    bool const isUntold = isChangeUntold();
     bool const isAtEnd = view_->topRow() == view_->mostTop();
     int const cursor = document().cursor();
     TextSelection const selection = document().selection();
     document().replace(static_cast<int>(document().length()), 0, added, TextDocument::Record::no);
     document().setCursor(cursor);
     document().setSelection(selection.start, selection.end);
-    noteChangeByProgram();
+    if (!isUntold) noteChangeByProgram();
+    returnRevision_ = whole.endsWith(L"\r") ? document().revision() : 0;
     followedRevision_ = document().revision();
-    layOut();
+    staysAtEnd_ = staysAtEnd_ || isAtEnd;
     if (isAtEnd) view_->setTopRow(view_->mostTop());
+    isAppended_ = true;
+    askForLayout();
+    describeChanged(DescriptionChange::value);
+}
+
+/// However much was added, it is shown once.
+void MultiLineTextBox::handleLayout() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    TextEntry::handleLayout();
+    if (!life.alive() || !std::exchange(isAppended_, false)) return;
+    layOut();
+    if (std::exchange(staysAtEnd_, false)) view_->setTopRow(view_->mostTop());
     noteScrolled();
-    if (life.alive()) describeChanged(DescriptionChange::value);
 }
 
 Text MultiLineTextBox::admitted(Text const& text) const {
@@ -258,6 +276,7 @@ std::size_t MultiLineTextBox::getTopRow() const {
 
 void MultiLineTextBox::setTopRow(std::size_t row) {
     DispatchScope const scope;
+    staysAtEnd_ = false;
     view_->setTopRow(row);
     noteScrolled();
 }

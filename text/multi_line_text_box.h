@@ -126,6 +126,7 @@ public:
     /// Takes the messages of its scroll bars.
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     MouseCursorID contextCursor(XY<int> const& place) const override;
+    void handleLayout() override;
     SizeNeeds sizeNeeds() const override;
     void describe(GlobDescription& description) const override;
     void setPalette(Palette const& palette) override;
@@ -210,6 +211,11 @@ private:
     std::uint64_t followedRevision_ = 0;
     /// Whether the cursor's row is in sight.
     mutable bool isCaretSeen_ = true;
+    /// The text after an `append` that ended with a carriage return.
+    std::uint64_t returnRevision_ = 0;
+    /// Something was added that is not shown yet; the view was at the end before.
+    bool isAppended_ = false;
+    bool staysAtEnd_ = false;
     /// While a row is drawn.
     CanvasRenderer* renderer_ = nullptr;
     std::size_t drawn_ = 0;

@@ -30,7 +30,9 @@ void ScrollableTextBoxBase::setText(UIString const& text) {
 }
 
 void ScrollableTextBoxBase::getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int) {
-    if (MultiLineTextBox* const box = getTextBox()) controls.push_back(box);
+    // It may have been taken out.
+    MultiLineTextBox* const box = getTextBox();
+    if (box && Glob::isParentedTo(box, this)) controls.push_back(box);
 }
 
 namespace {

@@ -110,7 +110,7 @@ void TextBoxBase::serve(CallbackSummary const& entry, bool direct, int keyCode) 
 }
 
 void TextBoxBase::tellChanged(int keyCode) {
-    if (document_.revision() == toldRevision_) return;
+    if (!isChangeUntold()) return;
     toldRevision_ = document_.revision();
     LifeGuard const life = guard();
     describeChanged(DescriptionChange::value);
@@ -141,6 +141,12 @@ void TextBoxBase::setCharacters(LightweightString<wchar_t> const& characters,
 void TextBoxBase::setObfuscatedDisplay(bool obfuscated) {
     document_.setOneWord(obfuscated);
     changeSetting(*this, isObfuscated_, obfuscated, Effect::paint | Effect::value);
+}
+
+void TextBoxBase::addUndoItem(HistoryItem const& item) {
+    if (!rules_.areLineFeedsAllowed()) return document_.addUndoItem(item);
+    document_.addUndoItem({TextRules::withLineFeeds(item.removed), TextRules::withLineFeeds(item.inserted),
+                           item.cursorBefore, item.cursorAfter});
 }
 
 bool TextBoxBase::isEditingKeyAllowed(unsigned int) {

@@ -103,7 +103,7 @@ public:
     /// Whether the box may use a key. Always, here.
     virtual bool isEditingKeyAllowed(unsigned int key);
     /// Adds a change that undo takes back; nothing can be made again any more.
-    void addUndoItem(HistoryItem const& item) { document_.addUndoItem(item); }
+    void addUndoItem(HistoryItem const& item);
     std::size_t numUndoItems() const { return document_.history().numUndo(); }
     std::size_t numRedoItems() const { return document_.history().numRedo(); }
 
@@ -165,6 +165,8 @@ protected:
     void beginUserChange() { toldRevision_ = document_.revision(); }
     /// The program has changed the text: that is not told.
     void noteChangeByProgram() { toldRevision_ = document_.revision(); }
+    /// Whether the user has changed the text, and the owner has not been told.
+    bool isChangeUntold() const { return document_.revision() != toldRevision_; }
     /// Tells the owner if the user has changed the text. It may destroy the box.
     void tellChanged(int keyCode);
     static constexpr int unhandled = 0;

@@ -68,7 +68,7 @@ int TextEntry::performKey(std::uint32_t key) {
     Use const use = isShortcut ? Use::yes : performAction(key, before.hasAnchor());
     if (use == Use::yes && life.alive()) followKey(key, before.hasAnchor());
     // A key that means something elsewhere leaves no anchor here.
-    if (use == Use::no) document().setSelection(before.start, before.end);
+    if (use == Use::no && life.alive()) document().setSelection(before.start, before.end);
     return use == Use::no || use == Use::passed ? unhandled : handled;
 }
 

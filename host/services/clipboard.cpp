@@ -10,13 +10,17 @@ namespace {
 
 constinit iClipboard* liveClipboard = nullptr;
 
-LightweightString<wchar_t> untilNul(LightweightString<wchar_t> const& text) {
-    auto const nul = std::find(text.begin(), text.end(), L'\0');
-    return nul == text.end() ? text : text.substr(0, static_cast<std::size_t>(nul - text.begin()));
+/// Other programs take a NUL for the end of the text.
+LightweightString<wchar_t> withoutNul(LightweightString<wchar_t> const& text) {
+    constexpr wchar_t replacement = 0xFFFD;
+    if (text.find(L'\0') == LightweightString<wchar_t>::npos) return text;
+    std::wstring shown(text.view());
+    std::ranges::replace(shown, L'\0', replacement);
+    return LightweightString<wchar_t>(shown);
 }
 
 bool put(iClipboard::Kind kind, LightweightString<wchar_t> const& text) {
-    return liveClipboard && liveClipboard->setText(kind, toUTF8(untilNul(text)));
+    return liveClipboard && liveClipboard->setText(kind, toUTF8(withoutNul(text)));
 }
 
 LightweightString<wchar_t> fetch(iClipboard::Kind kind) {

@@ -40,8 +40,8 @@ inline constexpr LightweightString<char> cutTextMsg{"WindowsClipboard::cutText"}
 inline constexpr LightweightString<char> copyTextMsg{"WindowsClipboard::copyText"};
 inline constexpr LightweightString<char> pasteTextMsg{"WindowsClipboard::pasteText"};
 
-/// Puts a text there, which may be empty. The text ends at its first NUL. False without a host, or when the
-/// window system refuses.
+/// Puts a text there, which may be empty. A NUL becomes U+FFFD. False without a host, or when the window
+/// system refuses.
 WAINSCOT_API bool addText(LightweightString<wchar_t> const& text);
 /// The text that is there now, fetched from its owner; empty when there is none. Line ends stay as they are.
 WAINSCOT_API LightweightString<wchar_t> getText();
