@@ -462,8 +462,10 @@ void Menu::reveal(unsigned short item) {
     std::size_t const row = items_->rows().rowOfItem(item);
     if (row >= layout_->numRows()) return;
     int const room = calcAreaForItems().height();
-    if (layout_->top(row) < offset_) return setScrollOffset(layout_->top(row));
-    if (layout_->bottom(row) > offset_ + room) setScrollOffset(layout_->bottom(row) - room);
+    // With what comes next beyond it.
+    int const ahead = room / 4 / getRowHeight() * getRowHeight();
+    if (layout_->top(row) < offset_) return setScrollOffset(layout_->top(row) - ahead);
+    if (layout_->bottom(row) > offset_ + room) setScrollOffset(layout_->bottom(row) - room + ahead);
 }
 
 void Menu::redrawRow(int item) {
