@@ -119,6 +119,8 @@ bool handle(Glob& target, Event const& key) {
     case previousPane:
         return stepPanes(target, key.keyCode());
     case Key::enter:
+    // For controls in which Return means something else.
+    case Key::ctrl | Key::enter:
         return !key.isRepeat() && pressDefaultButton(target, key);
     case Key::escape:
         return closeModal(target);

@@ -223,9 +223,12 @@ TEST_F(TextLines, TheEndOfAWrappedRowIsAPlaceOfItsOwn) {
     }));
     ASSERT_EQ(box->numRows(), 3U);
     int const top = box->textCaret()->y1;
+    // The blank at the wrap stands beyond the end.
     driver_.key(Key::end);
-    EXPECT_EQ(box->getCursorPosition(), 11);
+    EXPECT_EQ(box->getCursorPosition(), 10);
     EXPECT_EQ(box->textCaret()->y1, top);
+    driver_.key(Key::right);
+    EXPECT_LT(box->textCaret()->y1, top);
     driver_.key(Key::right);
     driver_.key(Key::home);
     EXPECT_EQ(box->getCursorPosition(), 11);
@@ -236,6 +239,30 @@ TEST_F(TextLines, TheEndOfAWrappedRowIsAPlaceOfItsOwn) {
     // A press beyond the end of a row stands at its end.
     driver_.clickAt(box->screenBox().topRight() - XY<int>(30, 10));
     EXPECT_EQ(box->textCaret()->y1, top);
+    // So does End in a word that is cut.
+    box->setText(Text(60, L'w'));
+    driver_.key(Key::ctrl | Key::home);
+    driver_.key(Key::end);
+    EXPECT_GT(box->getCursorPosition(), 5);
+    EXPECT_EQ(box->textCaret()->y1, top);
+}
+
+TEST_F(TextLines, AnEditedTextFromElsewhereLeavesTheViewWhereItIs) {
+    MultiLineTextBox* const box = focused(lines(numbered(500)));
+    box->setCursorPlace(300, 1);
+    box->setTopRow(290);
+    box->setText(L"before\n" + numbered(500));
+    EXPECT_EQ(box->getCursorLine(), 301U);
+    EXPECT_EQ(box->getTopRow(), 291U);
+    driver_.settle();
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+    // What the history does not know cannot be taken back wrongly.
+    driver_.key('x');
+    box->erase(0, 3, false);
+    driver_.key(Key::ctrl | 'Z');
+    EXPECT_EQ(box->getText().substr(0, 4), L"ore\n");
+    box->setText(L"another");
+    EXPECT_EQ(box->getTopRow(), 0U);
 }
 
 TEST_F(TextLines, WhatCannotBeEditedCanBeReadByKeys) {

@@ -69,6 +69,13 @@ Text MultiLineTextBox::getLine(unsigned int line) const {
     return document().substr(start, document().lineEndFrom(start) - start);
 }
 
+Text MultiLineTextBox::getLine(unsigned int line, int from, int count) const {
+    int const length = getLineLength(line);
+    int const first = std::clamp(from, 0, length);
+    return document().substr(static_cast<std::size_t>(getLineStart(line) + first),
+                             static_cast<std::size_t>(std::clamp(count, 0, length - first)));
+}
+
 int MultiLineTextBox::getLineLength(unsigned int line) const {
     std::size_t const start = document().lineStart(line);
     return static_cast<int>(document().lineEndFrom(start) - start);
@@ -104,7 +111,7 @@ void MultiLineTextBox::append(UIString const& text) {
     if (added.empty()) returnRevision_ = 0;
     if (added.empty()) return;
     bool const isUntold = isChangeUntold();
-    bool const isAtEnd = view_->topRow() == view_->mostTop();
+    bool const isAtEnd = isAtEnd_ || view_->topRow() == view_->mostTop();
     int const cursor = document().cursor();
     TextSelection const selection = document().selection();
     document().replace(static_cast<int>(document().length()), 0, added, TextDocument::Record::no);
@@ -129,6 +136,14 @@ void MultiLineTextBox::handleLayout() {
     layOut();
     if (std::exchange(staysAtEnd_, false)) view_->setTopRow(view_->mostTop());
     noteScrolled();
+    if (life.alive()) handleCursorChange();
+}
+
+bool MultiLineTextBox::updateText(Text const& text) {
+    if (document().length() == 0 || !document().updateText(text)) return false;
+    followed_ = document().cursor();
+    followedRevision_ = document().revision();
+    return true;
 }
 
 Text MultiLineTextBox::admitted(Text const& text) const {
@@ -216,8 +231,10 @@ void MultiLineTextBox::layOut() {
         isVerticalShown_ = isHigh;
         isHorizontalShown_ = isWideThen;
     }
-    if (laidOut_ != textArea()) makeDirty();
+    if (laidOut_ == textArea()) return;
+    makeDirty();
     laidOut_ = textArea();
+    if (isAtEnd_ && !isEditing()) view_->setTopRow(view_->mostTop());
 }
 
 void MultiLineTextBox::settleMore() {
@@ -235,8 +252,17 @@ void MultiLineTextBox::updateVisibleWindow() {
     if (hasMoved || (isEditing() && wasSeen)) view_->show(cursor, isAtRowEnd());
     followed_ = cursor;
     followedRevision_ = document().revision();
+    noteTop();
     updateBars();
 }
+
+void MultiLineTextBox::noteTop() {
+    std::size_t const top = view_->topRow();
+    isAtEnd_ = view_->mostTop() > 0 && top == view_->mostTop();
+    if (std::exchange(shownTop_, top) != top) handleScrolled();
+}
+
+void MultiLineTextBox::handleScrolled() {}
 
 void MultiLineTextBox::damageText() {
     IntBox const area = textArea();
@@ -270,6 +296,14 @@ std::size_t MultiLineTextBox::numRows() const {
     return view_->numRows();
 }
 
+int MultiLineTextBox::getRowHeight() const {
+    return view_->rowHeight();
+}
+
+unsigned int MultiLineTextBox::getLineOfRow(std::size_t row) const {
+    return getLineOf(static_cast<int>(view_->row(row).start));
+}
+
 std::size_t MultiLineTextBox::getTopRow() const {
     return view_->topRow();
 }
@@ -293,7 +327,10 @@ void MultiLineTextBox::setScroll(int pixels) {
 
 void MultiLineTextBox::showLine(unsigned int line) {
     DispatchScope const scope;
-    view_->show(getLineStart(line), false);
+    std::size_t const row = view_->rowOf(getLineStart(line), false);
+    std::size_t const top = view_->topRow();
+    std::size_t const fitting = view_->numFitting();
+    if (row < top || row - top >= fitting) view_->setTopRow(row - std::min(row, fitting / 2));
     noteScrolled();
 }
 
@@ -307,6 +344,7 @@ void MultiLineTextBox::noteScrolled() {
     updateBars();
     if (life.alive()) placeCaret();
     if (life.alive()) damageText();
+    if (life.alive()) noteTop();
 }
 
 void MultiLineTextBox::updateBars() {

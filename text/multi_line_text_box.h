@@ -88,8 +88,9 @@ public:
 
     // --- Lines of the text, counted from 0. Lines that do not exist = the last one.
     unsigned int numLines() const;
-    /// Without the line feed.
+    /// Without the line feed; all of it, or so many of its characters.
     Text getLine(unsigned int line) const;
+    Text getLine(unsigned int line, int from, int count) const;
     int getLineLength(unsigned int line) const;
     /// The index of the first character.
     int getLineStart(unsigned int line) const;
@@ -108,13 +109,16 @@ public:
     void setWrap(bool wraps);
     bool getWrap() const;
     std::size_t numRows() const;
+    int getRowHeight() const;
+    /// The line to which a row belongs.
+    unsigned int getLineOfRow(std::size_t row) const;
     /// The uppermost row that is seen.
     std::size_t getTopRow() const;
     void setTopRow(std::size_t row);
     /// How many pixels are hidden at the left.
     int getScroll() const;
     void setScroll(int pixels);
-    /// Scrolls so that a line is seen.
+    /// Scrolls so that a line is seen; one that was out of sight comes to the middle.
     void showLine(unsigned int line);
     void setAlignment(TextAlignment alignment) override;
     void updateVisibleWindow() override;
@@ -139,6 +143,8 @@ protected:
     /// is selected. Only in `drawLine`, with its own arguments.
     void drawCharacters(SubStringRec const& row, NumRange<int, Unordered> const& range, XY<int> const& place,
                         Colour const& colour);
+    /// Fills the ground of the row. Only in `drawLine`.
+    void drawGround(Colour const& colour);
     /// Return: begins a new line. With Shift, `indent` is false.
     virtual void handleReturnKeypress(bool indent);
 
@@ -157,6 +163,10 @@ protected:
     bool overwritesNext() const override;
     Text admitted(Text const& text) const override;
     void textEdited(TextEdit const& edit) override;
+    bool updateText(Text const& text) override;
+    /// Other rows are seen: the view was scrolled, or its rows were laid out anew. Does nothing here. It may
+    /// destroy the box.
+    virtual void handleScrolled();
     bool pressBegan(Event const& event) override;
 
 private:
@@ -172,6 +182,7 @@ private:
     void moveByPage(bool down);
     void moveInRow(bool toEnd);
     void scrollRows(std::int64_t rows);
+    void noteTop();
     /// After scrolling: bars, caret and picture.
     void noteScrolled();
 
@@ -215,6 +226,9 @@ private:
     std::uint64_t returnRevision_ = 0;
     /// Something was added that is not shown yet; the view was at the end before.
     bool isAppended_ = false;
+    /// Whether the end of the text is seen; it stays so when the rows are laid out anew.
+    bool isAtEnd_ = false;
+    std::size_t shownTop_ = 0;
     bool staysAtEnd_ = false;
     /// While a row is drawn.
     CanvasRenderer* renderer_ = nullptr;

@@ -47,7 +47,9 @@ void MultiLineTextBox::drawText(CanvasRenderer& renderer) {
         bottom -= view_->rowHeight();
         rowBox_ = IntBox(area.x1, bottom, area.x2, bottom + view_->rowHeight()).intersection(area);
         renderer.clearClipRect();
-        if (!renderer.isVisible(rowBox_)) continue;
+        // The uppermost pixels of a row look like dirt.
+        bool const isSliver = rowBox_.height() < view_->rowHeight() / 2;
+        if (isSliver || !renderer.isVisible(rowBox_)) continue;
         drawLine(recordOf(drawn_), {area.x1 + view_->rowX(view_->shown()[drawn_]), bottom + descent});
     }
 }
@@ -87,6 +89,12 @@ std::vector<IntBox> MultiLineTextBox::boxesOf(int from, int to, XY<int> const& p
     return boxes;
 }
 
+void MultiLineTextBox::drawGround(Colour const& colour) {
+    if (!renderer_) return;
+    renderer_->setClipRect(rowBox_);
+    renderer_->renderPrimitive(Glib::RectDescription(rowBox_, colour));
+}
+
 void MultiLineTextBox::drawCharacters(SubStringRec const& row, NumRange<int, Unordered> const& range,
                                       XY<int> const& place, Colour const& colour) {
     if (!renderer_ || drawn_ >= view_->shown().size()) return;
@@ -115,8 +123,7 @@ void MultiLineTextBox::drawCharacters(SubStringRec const& row, NumRange<int, Uno
             }
     }
     if (!row.isLineEndSelected || to < row.length) return;
-    Glib::LongText const& text = view_->shown()[drawn_].text;
-    int const x = place.x + text.gapX(static_cast<std::size_t>(row.length));
+    int const x = place.x + view_->shown()[drawn_].text.width();
     // The line feed looks as a blank would.
     IntBox const end =
         IntBox(x, rowBox_.y1, x + getFontPtr()->textWidth(L" "), rowBox_.y2).intersection(rowBox_);

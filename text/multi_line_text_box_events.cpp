@@ -128,7 +128,10 @@ void MultiLineTextBox::moveByPage(bool down) {
 void MultiLineTextBox::moveInRow(bool toEnd) {
     std::size_t const row = cursorRow();
     TextRow const stands = view_->row(row);
-    putInRow(row, static_cast<int>(toEnd ? stands.end() : stands.start));
+    std::size_t place = toEnd ? stands.end() : stands.start;
+    // The blanks at which it is wrapped stand beyond the end.
+    while (toEnd && !stands.endsLine && place > stands.start && document().at(place - 1) == L' ') --place;
+    putInRow(row, static_cast<int>(place > stands.start ? place : toEnd ? stands.end() : stands.start));
 }
 
 // Pointer

@@ -67,7 +67,7 @@ public:
     void informOwner(eCallbackEvent event, bool direct, int keyCode);
 
     // --- What can be edited
-    /// A box that cannot be edited is no tab stop; it gives up the focus.
+    /// A box that cannot be edited gives up the focus; one for one line is no tab stop.
     virtual void setEditable(bool editable);
     bool isEditable() const { return isEditable_; }
     void setEditMode(eEditMode mode);

@@ -91,19 +91,38 @@ void TextDocument::change(std::size_t index, std::size_t count, LightweightStrin
 
 bool TextDocument::setText(LightweightString<wchar_t> const& text) {
     if (text.size() == length() && store_.holds(0, text.view())) return false;
-    history_.clear();
+    clearHistory();
     change(0, length(), text);
     cursor_ = clamped(cursor_);
     return true;
 }
 
-bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, Record record) {
+bool TextDocument::updateText(LightweightString<wchar_t> const& text) {
+    std::size_t const shorter = std::min(text.size(), length());
+    std::size_t const longer = std::max(text.size(), length());
+    std::size_t const before = store_.commonPrefix(text.view());
+    std::size_t const behind = std::min(store_.commonSuffix(text.view()), shorter - before);
+    if (longer == 0 || before + behind < longer - (before + behind)) return false;
+    std::size_t const removed = length() - before - behind;
+    LightweightString<wchar_t> const inserted = text.substr(before, text.size() - before - behind);
+    if (removed == 0 && inserted.empty()) return true;
+    clearHistory();
+    auto const moved = [&, shift = inserted.size() - removed](int gap) {
+        auto const place = static_cast<std::size_t>(gap);
+        return static_cast<int>(place <= before ? place : place >= before + removed ? place + shift : before);
+    };
+    int const cursor = moved(cursor_);
+    TextSelection const selection = selection_;
+    change(before, removed, inserted);
+    cursor_ = cursor;
+    if (selection.hasAnchor()) setSelection(moved(selection.start), moved(selection.end));
+    return true;
+}
+
+bool TextDocument::replaceUnrecorded(int index, int count, LightweightString<wchar_t> const& text) {
     auto const from = static_cast<std::size_t>(clamped(index));
     auto const removed = std::min(static_cast<std::size_t>(std::max(count, 0)), length() - from);
-    int const before = cursor_;
     cursor_ = static_cast<int>(from + text.size());
-    if (record != Record::no)
-        history_.add({substr(from, removed), text, before, cursor_}, record == Record::alone);
     if (removed == text.size() && store_.holds(from, text.view())) {
         selection_ = {};
         return false;
@@ -112,10 +131,33 @@ bool TextDocument::replace(int index, int count, LightweightString<wchar_t> cons
     return true;
 }
 
+bool TextDocument::replace(int index, int count, LightweightString<wchar_t> const& text, Record record) {
+    auto const from = static_cast<std::size_t>(clamped(index));
+    auto const removed = std::min(static_cast<std::size_t>(std::max(count, 0)), length() - from);
+    if (record == Record::no) {
+        isHistoryStale_ = isHistoryStale_ || from < length();
+        return replaceUnrecorded(index, count, text);
+    }
+    forgetStale();
+    auto const after = static_cast<int>(from + text.size());
+    history_.add({substr(from, removed), text, cursor_, after}, record == Record::alone);
+    return replaceUnrecorded(index, count, text);
+}
+
 void TextDocument::addUndoItem(HistoryItem item) {
+    isHistoryStale_ = false;
     item.cursorBefore = std::max(item.cursorBefore, 0);
     item.cursorAfter = std::max(item.cursorAfter, 0);
     history_.add(item);
+}
+
+void TextDocument::clearHistory() {
+    history_.clear();
+    isHistoryStale_ = false;
+}
+
+void TextDocument::forgetStale() {
+    if (isHistoryStale_) clearHistory();
 }
 
 void TextDocument::setSelection(int start, int end) {
@@ -151,20 +193,22 @@ std::pair<int, int> TextDocument::wordAt(int index) const {
 }
 
 bool TextDocument::undo() {
+    forgetStale();
     UndoHistory::Group const* const group = history_.undo();
     if (!group) return false;
     for (auto item = group->rbegin(); item != group->rend(); ++item) {
-        replace(item->position(), static_cast<int>(item->inserted.size()), item->removed, Record::no);
+        replaceUnrecorded(item->position(), static_cast<int>(item->inserted.size()), item->removed);
         setCursor(item->cursorBefore);
     }
     return true;
 }
 
 bool TextDocument::redo() {
+    forgetStale();
     UndoHistory::Group const* const group = history_.redo();
     if (!group) return false;
     for (HistoryItem const& item : *group) {
-        replace(item.position(), static_cast<int>(item.removed.size()), item.inserted, Record::no);
+        replaceUnrecorded(item.position(), static_cast<int>(item.removed.size()), item.inserted);
         setCursor(item.cursorAfter);
     }
     return true;

@@ -61,9 +61,13 @@ public:
 
     /// Sets another text and forgets what can be taken back. False when it is the text already.
     bool setText(LightweightString<wchar_t> const& text);
+    /// The same where most of the text stays: only what differs is replaced, and cursor and selection stay
+    /// with their characters. False, and nothing is done, when less than half of the text would stay.
+    bool updateText(LightweightString<wchar_t> const& text);
     /// Replaces characters. The cursor stands behind the new ones, nothing is selected. With `Record::yes`
-    /// the change can be taken back, with `alone` never together with others. False when it changes nothing;
-    /// it may be recorded nevertheless.
+    /// the change can be taken back, with `alone` never together with others; with `no` what came before can
+    /// not be taken back any more either, unless an item for it is added next, or it was behind all of the
+    /// text. False when it changes nothing; it may be recorded nevertheless.
     enum class Record { no, yes, alone };
     bool replace(int index, int count, LightweightString<wchar_t> const& text, Record record);
 
@@ -96,19 +100,23 @@ public:
     // --- What can be taken back
     UndoHistory const& history() const { return history_; }
     void addUndoItem(HistoryItem item);
-    void clearHistory() { history_.clear(); }
+    void clearHistory();
     /// False when there is nothing to be taken back, or made again.
     bool undo();
     bool redo();
 
 private:
     int clamped(int index) const;
+    bool replaceUnrecorded(int index, int count, LightweightString<wchar_t> const& text);
+    void forgetStale();
     /// Whether `text_` is the text now.
     bool isWhole() const { return textRevision_ == revision_; }
     void change(std::size_t index, std::size_t count, LightweightString<wchar_t> text);
 
     TextStore store_;
     bool isOneWord_ = false;
+    /// Whether the text was changed in a way that the history does not know.
+    bool isHistoryStale_ = false;
     UndoHistory history_;
     iTextView* view_ = nullptr;
     std::uint64_t revision_ = 0;

@@ -71,13 +71,20 @@ void TextEntry::setNewWidgetValue(Text& value, eRedrawFlag redraw) {
 
 void TextEntry::setTextInternal(Text const& text, eRedrawFlag redraw) {
     DispatchScope const scope;
-    if (!document().setText(text)) return;
+    std::uint64_t const before = document().revision();
+    if (!updateText(text) && document().setText(text)) {
+        resetScroll();
+        document().setCursor(isEditing_ ? document().cursor() : 0);
+    }
+    if (document().revision() == before) return;
     noteChangeByProgram();
-    resetScroll();
-    document().setCursor(isEditing_ ? document().cursor() : 0);
     LifeGuard const life = guard();
     updateShown(redraw);
     if (life.alive()) describeChanged(DescriptionChange::value);
+}
+
+bool TextEntry::updateText(Text const&) {
+    return false;
 }
 
 Text TextEntry::admitted(Text const& text) const {

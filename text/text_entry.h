@@ -174,6 +174,9 @@ protected:
 
     /// A text as the box keeps it.
     virtual Text admitted(Text const& text) const;
+    /// Takes over a text of which most is there already, and leaves the view where it is. False, and nothing
+    /// is done, for others.
+    virtual bool updateText(Text const& text);
     /// Whether Escape brings back the text from before editing.
     virtual bool bringsTextBack() const { return false; }
     Text const& textAtFocus() const { return textAtFocus_; }

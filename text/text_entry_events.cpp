@@ -264,7 +264,8 @@ void TextEntry::scrollWhileSelecting() {
 void TextEntry::pressEnded(PressEnd how) {
     if (!selecting_) return;
     selecting_->scroll.stop();
-    if (how == PressEnd::cancelled && isEditing_) {
+    // Who is called away from the window goes on where he was.
+    if (how == PressEnd::cancelled && isEditing_ && glib_appHasFocus()) {
         TextSelection const before = selecting_->selectionBefore;
         document().setCursor(selecting_->cursorBefore);
         document().setSelection(before.start, before.end);

@@ -218,13 +218,16 @@ void TextRowsView::show(int gap, bool isAtEnd) {
 
 // Places
 
+/// Blanks at which a row is wrapped stand beyond its end: at the left, where it runs from right to left.
 int TextRowsView::rowX(Shown const& shown) {
-    if (alignment_ == eAlignLeft) return -scrollX_;
     std::size_t length = shown.row.length;
-    // Blanks at which a row is wrapped stand beyond its end.
     while (!shown.row.endsLine && length > 0 && document_.at(shown.row.start + length - 1) == L' ') --length;
-    int const free = std::max(contentWidth(), width_) - shown.text.gapX(length) - 1;
-    return (alignment_ == eAlignCentre ? free / 2 : free) - scrollX_;
+    int const blanks =
+        length < shown.row.length ? shown.text.gapX(length) - shown.text.gapX(shown.row.length) : 0;
+    int const left = -scrollX_ - std::max(blanks, 0);
+    if (alignment_ == eAlignLeft) return left;
+    int const free = std::max(contentWidth(), width_) - (shown.text.width() - std::abs(blanks)) - 1;
+    return left + (alignment_ == eAlignCentre ? free / 2 : free);
 }
 
 int TextRowsView::gapX(int gap, std::size_t index) {

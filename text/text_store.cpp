@@ -65,6 +65,29 @@ bool TextStore::holds(std::size_t index, std::wstring_view text) const {
     return isSame;
 }
 
+std::size_t TextStore::commonPrefix(std::wstring_view text) const {
+    std::size_t same = 0;
+    visit(0, std::min(size(), text.size()), [&](std::wstring_view part) {
+        std::wstring_view const other = text.substr(same, part.size());
+        auto const differs = std::ranges::mismatch(part, other).in1;
+        same += static_cast<std::size_t>(differs - part.begin());
+        return differs == part.end();
+    });
+    return same;
+}
+
+std::size_t TextStore::commonSuffix(std::wstring_view text) const {
+    std::size_t same = 0;
+    for (std::size_t piece = pieces_.size(); piece-- > 0;) {
+        std::wstring_view const part = pieces_[piece].text;
+        std::wstring_view const other = text.substr(0, text.size() - same);
+        auto const differs = std::mismatch(part.rbegin(), part.rend(), other.rbegin(), other.rend()).first;
+        same += static_cast<std::size_t>(differs - part.rbegin());
+        if (differs != part.rend()) break;
+    }
+    return same;
+}
+
 void TextStore::cut(std::vector<Piece>& pieces, Text const& source, std::wstring_view text) {
     while (!text.empty()) {
         std::size_t const length = text.size() > most ? usual : text.size();

@@ -23,6 +23,9 @@ public:
     Text substr(std::size_t index, std::size_t count) const;
     /// Whether the text has these characters there.
     bool holds(std::size_t index, std::wstring_view text) const;
+    /// How many characters at the beginning are the same as those of a text; how many at the end.
+    std::size_t commonPrefix(std::wstring_view text) const;
+    std::size_t commonSuffix(std::wstring_view text) const;
     /// Replaces characters. The memory of a long text is shared.
     void replace(std::size_t index, std::size_t count, Text const& text);
 

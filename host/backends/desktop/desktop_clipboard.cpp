@@ -33,7 +33,7 @@ LightweightString<char> DesktopClipboard::text(Kind kind) {
     Own const& own = own_[static_cast<std::size_t>(kind)];
     if (owner == own.window) return own.text;
     std::optional<std::string> const read = reader_.read(selectionOf(kind));
-    return read ? LightweightString<char>(read->c_str()) : LightweightString<char>();
+    return read ? LightweightString<char>(std::string_view(*read)) : LightweightString<char>();
 }
 
 } // namespace wainscot
