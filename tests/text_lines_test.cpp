@@ -403,6 +403,8 @@ TEST_F(TextLines, AViewerIsOneStopAndItsTextIsRead) {
     ASSERT_EQ(stops.size(), 1U);
     EXPECT_EQ(stops.front(), viewer->getTextBox());
     EXPECT_EQ(viewer->getTextBox()->height(), 90);
+    viewer->setTitle(L"Help");
+    EXPECT_EQ(GlobDescription::of(*viewer->getTextBox()).name, L"Help");
     destroy(viewer->getTextBox());
     EXPECT_EQ(viewer->getText(), L"");
     stops.clear();

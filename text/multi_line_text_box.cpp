@@ -3,6 +3,7 @@
 #include "containers/scroll_bar.h"
 #include "host/drawing/drawable.h"
 #include "host/events/dispatch_scope.h"
+#include "text/scrollable_text_box_base.h"
 #include "text/text_rows_view_p.h"
 
 #include <algorithm>
@@ -430,6 +431,9 @@ SizeNeeds MultiLineTextBox::sizeNeeds() const {
 void MultiLineTextBox::describe(GlobDescription& description) const {
     TextEntry::describe(description);
     if (description.role == Role::textBox) description.role = Role::textArea;
+    // Labels name the panel that it fills.
+    auto const* const panel = dynamic_cast<ScrollableTextBoxBase const*>(parent());
+    if (panel && description.name.empty()) description.name = GlobDescription::of(*panel).name;
     if (isActive()) description.states |= GlobDescription::focusable;
 }
 
