@@ -166,7 +166,8 @@ unsigned short Menu::findItem(LightweightString<char> const& id) const {
 int Menu::findItemAtPos(XY<int> const& place) const {
     if (!calcAreaForItems().contains(place)) return noItem;
     for (VisibleMenuItem const& row : visible_)
-        if (place.y >= row.box.y1 && place.y < row.box.y2 && place.x < row.box.x2) return row.item;
+        if (place.y >= row.box.y1 && place.y < row.box.y2 && place.x < row.box.x2)
+            return row.item < items_->numItems() ? row.item : noItem;
     return noItem;
 }
 
@@ -312,7 +313,9 @@ int Menu::calculateWidth() const {
 }
 
 int Menu::widthOfRow(unsigned short index) const {
-    MenuItem const& item = items_->getItem(index);
+    // An icon that was asked for its size may have changed the list.
+    if (index >= items_->numItems()) return 0;
+    MenuItem const item = items_->getItem(index);
     Glib::FontDesc const font = getFontForItem(item);
     int const gap = UifStd::getWidgetGap();
     auto const formatted = item.formattedLabel();
@@ -404,7 +407,8 @@ void Menu::updateWidgets() {
     LifeGuard const life = guard();
     std::map<LightweightString<char>, HandlerRef<Checkbox>> before = std::exchange(widgets_, {});
     for (VisibleMenuItem const& row : std::vector<VisibleMenuItem>(visible_)) {
-        MenuItem const& item = items_->getItem(row.item);
+        if (row.item >= items_->numItems()) continue;
+        MenuItem const item = items_->getItem(row.item);
         if (!isBinaryItem(item)) continue;
         LightweightString<char> const id = item.id();
         auto const known = before.find(id);

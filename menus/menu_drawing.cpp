@@ -56,7 +56,7 @@ void Menu::drawBackground() {
     {
         Drawing const drawing(renderer_, renderer);
         renderer.setClipRect(area);
-        for (VisibleMenuItem const& row : visible_) {
+        for (VisibleMenuItem const& row : std::vector<VisibleMenuItem>(visible_)) {
             IntBox const box = row.box.translated(corner);
             if (renderer.isVisible({area.x1, box.y1, area.x2, box.y2})) drawItem({box, row.item});
         }
@@ -67,10 +67,11 @@ void Menu::drawBackground() {
 
 /// `row` lies in canvas coordinates.
 void Menu::drawItem(VisibleMenuItem const& row) {
-    if (!renderer_) return;
+    // The list may be shorter than when it was laid out.
+    if (!renderer_ || row.item >= items_->numItems()) return;
     CanvasRenderer& renderer = *renderer_;
     IntBox const area = calcAreaForItems().translated(canvasArea().bottomLeft());
-    MenuItem const& item = items_->getItem(row.item);
+    MenuItem const item = items_->getItem(row.item);
     Palette const& palette = getPalette();
     IntBox const whole(area.x1, row.box.y1, std::max(row.box.x2 + UifStd::getIndentWidth(), area.x1),
                        row.box.y2);
@@ -94,7 +95,8 @@ void Menu::drawItem(VisibleMenuItem const& row) {
 }
 
 void Menu::drawRowText(CanvasRenderer& renderer, VisibleMenuItem const& row, Colour const& ground) {
-    MenuItem const& item = items_->getItem(row.item);
+    // The icon may change the list.
+    MenuItem const item = items_->getItem(row.item);
     Palette const& palette = getPalette();
     int const gap = UifStd::getWidgetGap();
     bool const isActive = item.isActive() && this->isActive();

@@ -165,6 +165,7 @@ void Menu::handleCaptureLost() {
 }
 
 void Menu::release(unsigned short index) {
+    if (index >= items_->numItems()) return redrawRow(std::exchange(pressed_, noItem));
     MenuItem const& item = items_->getItem(index);
     if (item.isHeader()) {
         pressed_ = noItem;

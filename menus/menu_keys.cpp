@@ -43,6 +43,7 @@ int Menu::handleKeyboardEvent(int keyCode) {
 /// A sub-menu in which nothing is highlighted leaves the keys to the menu that has opened it.
 bool Menu::performStep(Step step) {
     auto const last = static_cast<int>(items_->numItems());
+    if (highlighted_ >= last) highlighted_ = noItem;
     bool const isSubMenu = dynamic_cast<Menu*>(getOwner()) != nullptr;
     if (isSubMenu && highlighted_ < 0 && step != Step::out) return false;
     switch (step) {
@@ -93,8 +94,9 @@ bool Menu::moveByPage(int direction) {
     int const room = calcAreaForItems().height();
     MenuRows const& rows = items_->rows();
     if (layout_->numRows() == 0) return true;
-    std::size_t const row =
+    std::size_t const highlightedRow =
         highlighted_ < 0 ? layout_->rowAt(offset_) : rows.rowOfItem(static_cast<std::size_t>(highlighted_));
+    std::size_t const row = std::min(highlightedRow, layout_->numRows() - 1);
     int const wanted =
         std::clamp(layout_->top(row) + direction * (room - getRowHeight()), 0, layout_->height() - 1);
     int const item = rows.itemOfRow(layout_->rowAt(wanted));

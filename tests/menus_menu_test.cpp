@@ -246,6 +246,20 @@ TEST_F(MenuWidgets, EverythingMayDieInEverythingThatIsTold) {
     }
 }
 
+TEST_F(MenuWidgets, AListThatHasBecomeShorterDoesNoHarm) {
+    Menu* const menu = open(three());
+    driver_.key(Key::end);
+    XY<int> const last = placeOf(*menu, 2);
+    menu->getItems()->removeItems(1, 2);
+    menu->makeDirty();
+    driver_.clickAt(last);
+    for (std::uint32_t const key : {Key::pageUp, Key::pageDown, Key::right, Key::down}) driver_.key(key);
+    EXPECT_EQ(told(), "");
+    menu->redisplay();
+    EXPECT_EQ(menu->visibleItems().size(), 1U);
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+}
+
 TEST_F(MenuWidgets, AContextMenuWorksOnATextBoxWithoutItsFocus) {
     auto* const box = show(new TextBox(TextBox::InitArgs(200, 24, L"one two")));
     box->claimKbdFocus();
