@@ -240,7 +240,7 @@ private:
     /// With `byPointer`, sub-menus open and close when the pointer has rested.
     void setHighlight(int item, bool byPointer);
     int itemUnderPointer() const;
-    void release(unsigned short item);
+    void handleRelease(unsigned short item);
     void choose(unsigned short item);
     void flipGroup(unsigned short header, bool laterToo);
     void foldGroup(unsigned short header, MenuItemType type, bool laterToo);

@@ -256,7 +256,7 @@ bool Menu::performItemAction(ItemKey key, std::uint32_t action) {
     auto const item = static_cast<unsigned short>(key.value - 1);
     if (action == GlobDescription::reveal) return reveal(item), true;
     if (action != GlobDescription::press || !items_->getItem(item).isActive()) return false;
-    release(item);
+    handleRelease(item);
     return true;
 }
 

@@ -139,7 +139,7 @@ int Menu::handleMouseEvent(Event const& event) {
     if (!mouse_left_event(event)) return StandardPanel::handleMouseEvent(event);
     if (mouse_up_event(event)) {
         if (pressed_ < 0) return unhandled;
-        release(static_cast<unsigned short>(pressed_));
+        handleRelease(static_cast<unsigned short>(pressed_));
         return handled;
     }
     if (isPress && under < 0) return StandardPanel::handleMouseEvent(event);
@@ -164,7 +164,7 @@ void Menu::handleCaptureLost() {
     StandardPanel::handleCaptureLost();
 }
 
-void Menu::release(unsigned short index) {
+void Menu::handleRelease(unsigned short index) {
     if (index >= items_->numItems()) return redrawRow(std::exchange(pressed_, noItem));
     MenuItem const& item = items_->getItem(index);
     if (item.isHeader()) {

@@ -62,7 +62,7 @@ bool Menu::performStep(Step step) {
     case Step::choose:
         if (highlighted_ < 0) return true;
         if (isCascadingItem(items_->getItem(static_cast<unsigned short>(highlighted_)))) return stepInto();
-        release(static_cast<unsigned short>(highlighted_));
+        handleRelease(static_cast<unsigned short>(highlighted_));
         return true;
     case Step::into:
         return stepInto();
