@@ -1,7 +1,7 @@
 #include "bench/driving.h"
 #include "host/windows/event_loop.h"
 #include "host/windows/glob_manager.h"
-#include "menus/menu.h"
+#include "menus/drop_down_menu_button.h"
 #include "menus/model/drop_down_menu_data.h"
 #include "menus/model/sub_menu_creator.h"
 
@@ -221,14 +221,54 @@ void benchCascade() {
     report.print();
 }
 
+/// A long drop-down, opened and closed; then stepped through by the wheel, painted each time.
+void benchDropDown() {
+    constexpr int numSteps = 1000;
+    Report report("drop_down", static_cast<long>(numBuilt));
+    Desk desk;
+    Qv::Ptr<MenuData> const source = numbered();
+    auto const items = source->items();
+    auto const data = Qv::makePtr<DropDownMenuData>(std::vector<MenuItem>(items.begin(), items.end()));
+    DropDownMenuButton::InitArgs args(data, 150, 24);
+    args.maxHeight = screenHeight;
+    auto* const button = new DropDownMenuButton(args);
+    desk.root()->addChild(button, BottomLeft(10, 10));
+    desk.host().loop().settle();
+    button->claimKbdFocus();
+    std::vector<double> opening, closing;
+    Steps steps;
+    for (int r = 0; r < repetitions; ++r) {
+        opening.push_back(desk.key(Key::function(4)) / 1000);
+        check(button->isDropDownOpen(), "the list has not opened");
+        closing.push_back(desk.key(Key::escape) / 1000);
+        check(!button->isDropDownOpen(), "the list is still open");
+        data->setSelectedItemPhysical(0, true);
+        timeInput(desk.host(), pointerInput(InputEvent::Kind::pointerMoved, button->screenBox().centre()));
+        std::vector<double> times;
+        for (int i = 0; i < numSteps; ++i) {
+            InputEvent turn = pointerInput(InputEvent::Kind::wheel, button->screenBox().centre());
+            turn.amount = -1;
+            times.push_back(timeInput(desk.host(), turn));
+        }
+        steps.add(times);
+        check(button->getSelectedItem() == numSteps, "another item is selected");
+    }
+    addPicture(report, desk.root());
+    report.addRuns("open_ms", opening);
+    report.addRuns("close_ms", closing);
+    steps.addTo(report, "wheel_step_us");
+    report.print();
+}
+
 } // namespace
 
-/// Without arguments all groups; else those named: items, indices, W4, fold, cascade.
+/// Without arguments all groups; else those named: items, indices, W4, fold, cascade, drop_down.
 int main(int count, char** names) {
     return runWorkloads(count, names,
                         {{"items", benchBuilding},
                          {"indices", benchIndices},
                          {"W4", benchMenu},
                          {"fold", benchFolding},
-                         {"cascade", benchCascade}});
+                         {"cascade", benchCascade},
+                         {"drop_down", benchDropDown}});
 }

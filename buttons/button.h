@@ -200,6 +200,10 @@ protected:
     virtual IntBox calcIconPosition(XY<int> const& iconSize) const;
     Colour getBackCol() const;
     Colour getForeCol() const;
+    /// The colour of glyphs that tell what the button does.
+    Colour indicatorColour() const;
+    /// What is kept free of the label at the right, in pixels.
+    virtual int rightMargin() const;
     /// The colour of the edge; null = derived from the face.
     virtual Colour const* borderColour() const;
     bool pressBegan(Event const& event) override;
@@ -231,7 +235,6 @@ private:
     /// The room for the label, in pixels.
     int labelRoom() const;
     int leftMargin() const;
-    int rightMargin() const;
     int labelAnchor() const;
     Qv::Ptr<Glib::Image> icon() const;
     bool hasIndicator() const { return style_ == eButtonFolding || style_ == eButtonDropDown; }

@@ -137,14 +137,16 @@ void Button::drawText() {
     if (hasIndicator()) drawIndicator();
 }
 
+Colour Button::indicatorColour() const {
+    return Colour::mix(getForeCol(), getBackCol(), isActive() ? activeGlyphWeight : inactiveGlyphWeight);
+}
+
 void Button::drawIndicator() {
     auto const glyph = style_ == eButtonDropDown ? QvTTF::eDropDown
                        : isDown()                ? QvTTF::eFoldOpen
                                                  : QvTTF::eFoldClosed;
     int const size = style_ == eButtonFolding ? UifStd::getButtonHeight() / 2 : getQvUtilityFontSize();
     Qv::Ptr<iFont> const font = Glib::loadFont({getQvUtilityFontName(), toSize16(size)});
-    double const weight = isActive() ? activeGlyphWeight : inactiveGlyphWeight;
-    Colour const colour = Colour::mix(getForeCol(), getBackCol(), weight);
     int x = width() - (height() - 2 * UifStd::getIndentWidth()) / 2;
     TextAlignment alignment = eAlignCentre;
     if (alignment_ == eAlignLeft) {
@@ -155,7 +157,7 @@ void Button::drawIndicator() {
     XY<int> const place = canvasArea().bottomLeft() + XY<int>{x, getFontYOffset(height(), font)};
     CanvasRenderer renderer(canvas(), canvasArea());
     renderer.renderPrimitive(
-        Glib::TextDescription(wainscot::getString(glyph), place, font, colour, alignment));
+        Glib::TextDescription(wainscot::getString(glyph), place, font, indicatorColour(), alignment));
 }
 
 /// Without a label in the middle; with one it stands before it, or at the other end from a label that is

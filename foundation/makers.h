@@ -18,6 +18,8 @@ public:
     virtual ~iContextMenu();
     virtual void clear() = 0;
     virtual void add(MenuItem const& item) = 0;
+    /// Takes away the items with an id.
+    virtual void remove(LightweightString<char> const& id) = 0;
     virtual bool isEmpty() const = 0;
     /// Opens the menu with its corner at a place in root coordinates; it sends its messages to `owner`. Gives
     /// the pop-up, which may outlive this object; null when it did not open.

@@ -32,6 +32,10 @@ void MenuGlob::addMenuItem(MenuItem const& item) {
     if (menu_) menu_->add(item);
 }
 
+void MenuGlob::removeMenuItem(LightweightString<char> const& id) {
+    if (menu_) menu_->remove(id);
+}
+
 void MenuGlob::reviewMenu(Event const*) {}
 
 Glob* MenuGlob::contextMenu() const {
@@ -56,7 +60,9 @@ bool MenuGlob::opensMenu(Event const& event, XY<int>& place) const {
     place = event.place();
     if (mouse_down_event(event) && mouse_right_event(event)) return isPlainEvent(event);
     if (!isKeyPressEvent(event) || event.isRepeat()) return false;
-    place = screenBox().centre();
+    // By keys it opens where the user is writing.
+    auto const caret = textCaret();
+    place = caret ? globXYToScreenXY(caret->bottomLeft()) : screenBox().centre();
     return event.keyCode() == Key::menu || event.keyCode() == (Key::shift | Key::f10);
 }
 

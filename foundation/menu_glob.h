@@ -18,6 +18,8 @@ public:
     void clearMenu();
     /// Appends an item to the context menu; nothing happens while no menus are registered.
     void addMenuItem(MenuItem const& item);
+    /// Takes away the items of the context menu with an id.
+    void removeMenuItem(LightweightString<char> const& id);
     bool hasMenuItems() const { return menu_ && !menu_->isEmpty(); }
     /// Called before the menu opens, so that the items can be brought up to date. `event` opens it; null when
     /// the program does. Does nothing here.

@@ -64,7 +64,7 @@ protected:
 
     /// The user has chosen a value: shows it, asks the data, goes back when it refuses, and reports if the
     /// widget then shows another value than before; also when the data throws. Does nothing for the value
-    /// that is shown already.
+    /// that is shown already, unless the data has several values.
     UserChange changeByUser(T const& wanted, DataChangeType why = DataChangeType::single);
     /// The same when the widget shows the new value already. With `Reports::ifTaken` a value that the data
     /// takes is always reported, also when it is the same as before.
@@ -160,7 +160,9 @@ typename ValWidget<T>::UserChange ValWidget<T>::changeByUser(T const& wanted, Da
     T shown = wanted;
     setNewWidgetValue(shown, eRedrawYes);
     if (!life.alive()) return UserChange::widgetHasGone;
-    return getWidgetValue() == before ? UserChange::none : tellUserChange(before, why);
+    if (!(getWidgetValue() == before)) return tellUserChange(before, why);
+    // Where the data has several values, the shown one counts for all from now on.
+    return isDataMixed() ? tellUserChange(before, why, Reports::ifTaken) : UserChange::none;
 }
 
 template <class T>

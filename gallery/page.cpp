@@ -10,11 +10,14 @@ extern Page const choicesPage;
 extern Page const scrollPage;
 extern Page const ratingPage;
 extern Page const textBoxesPage;
+extern Page const valueBoxesPage;
+extern Page const gradingPage;
 extern Page const notesPage;
 extern Page const logPage;
 extern Page const scriptsPage;
 extern Page const scriptLinesPage;
 extern Page const menusPage;
+extern Page const dropDownsPage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
@@ -52,11 +55,12 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,    &timelinePage,  &buttonsPage,   &choicesPage,     &scrollPage,    &textBoxesPage,
-        &notesPage,   &logPage,       &scriptsPage,   &scriptLinesPage, &menusPage,     &ratingPage,
-        &bindingPage, &formPage,      &entryFormPage, &panelPage,       &tabOrderPage,  &windowsPage,
-        &textPage,    &longTextPage,  &symbolsPage,   &iconsPage,       &shapesPage,    &palettePage,
-        &globsPage,   &placementPage, &keysPage,      &pointerPage,     &clipboardPage, &draggingPage,
+        &deskPage,       &timelinePage,  &buttonsPage,  &choicesPage, &scrollPage,      &textBoxesPage,
+        &valueBoxesPage, &notesPage,     &logPage,      &scriptsPage, &scriptLinesPage, &menusPage,
+        &dropDownsPage,  &ratingPage,    &bindingPage,  &gradingPage, &formPage,        &entryFormPage,
+        &panelPage,      &tabOrderPage,  &windowsPage,  &textPage,    &longTextPage,    &symbolsPage,
+        &iconsPage,      &shapesPage,    &palettePage,  &globsPage,   &placementPage,   &keysPage,
+        &pointerPage,    &clipboardPage, &draggingPage,
     };
     return list;
 }

@@ -10,6 +10,8 @@ namespace wainscot::ControlLook {
 /// The recessed ground of a field and the edge round it, which is stronger under the pointer.
 WAINSCOT_API void drawField(CanvasRenderer& renderer, IntBox const& box, ControlState const& state,
                             Palette const& palette);
+/// The corners of the box that the field leaves free, in the colour of the window behind it.
+WAINSCOT_API void drawBehindCorners(CanvasRenderer& renderer, IntBox const& box, Palette const& palette);
 /// The ground alone: what stands in the field is read on it.
 WAINSCOT_API Colour fieldColour(ControlState const& state, Palette const& palette);
 

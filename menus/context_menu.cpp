@@ -25,6 +25,10 @@ void ContextMenu::add(MenuItem const& item) {
     items_->addItem(item);
 }
 
+void ContextMenu::remove(LightweightString<char> const& id) {
+    items_->removeItemsIf([&](MenuItem const& item) { return item.hasId(id); });
+}
+
 bool ContextMenu::isEmpty() const {
     return items_->isEmpty();
 }

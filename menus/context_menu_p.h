@@ -12,6 +12,7 @@ public:
 
     void clear() override;
     void add(MenuItem const& item) override;
+    void remove(LightweightString<char> const& id) override;
     bool isEmpty() const override;
     Glob* open(MenuGlob& owner, XY<int> const& place) override;
 

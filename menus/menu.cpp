@@ -1,6 +1,5 @@
 #include "menus/menu.h"
 
-#include "buttons/checkbox.h"
 #include "containers/scroll_bar.h"
 #include "host/base/configb.h"
 #include "host/base/convert.h"
@@ -12,6 +11,7 @@
 #include "host/services/preferences.h"
 #include "host/services/text_ids.h"
 #include "menus/menu_layout_p.h"
+#include "menus/model/menu_item_action.h"
 
 #include <algorithm>
 #include <cwctype>
@@ -22,8 +22,8 @@ namespace {
 
 using Text = LightweightString<wchar_t>;
 
-/// Of long menus so many of the longest texts are measured.
-constexpr std::size_t numMeasured = 16;
+/// No screen is wider or higher.
+constexpr int farthest = 1 << 20;
 /// The least width, and the greatest, in heights of a button.
 constexpr int leastWidth = 4;
 constexpr int greatestWidth = 40;
@@ -53,11 +53,18 @@ Menu::InitArgs argsFor(configb const& settings, Glob* owner) {
     return Menu::InitArgs(items, owner);
 }
 
+/// The adaptor may destroy the owner.
+Menu::InitArgs argsFor(ListViewAdaptorBase const* adaptor, Glob* owner) {
+    HandlerRef<Glob> const hearer(owner);
+    auto items = Qv::makePtr<MenuData>(adaptor ? adaptor->getItems() : std::vector<MenuItem>());
+    return Menu::InitArgs(items, hearer.get());
+}
+
 } // namespace
 
 Menu::Menu(InitArgs const& args)
-    : StandardPanel(StandardPanel::InitArgs(args, Border(args.border))),
-      layout_(std::make_unique<MenuLayout>()), typing_([this] { forgetTyped(); }) {
+    : Focusable(StandardPanel::InitArgs(args, Border(args.border))), layout_(std::make_unique<MenuLayout>()),
+      typed_([this] { makeDirty(); }) {
     init(args);
 }
 
@@ -71,8 +78,7 @@ Menu::Menu(std::vector<GenericParam::Section> const& parameters, Glob* owner)
 
 Menu::Menu(configb const& settings, Glob* owner) : Menu(argsFor(settings, owner)) {}
 
-Menu::Menu(Qv::Ptr<ListViewAdaptorBase> adaptor, Glob* owner)
-    : Menu(adaptor ? adaptor->getItems() : std::vector<MenuItem>(), owner) {
+Menu::Menu(Qv::Ptr<ListViewAdaptorBase> adaptor, Glob* owner) : Menu(argsFor(adaptor.get(), owner)) {
     setListViewAdaptor(std::move(adaptor));
 }
 
@@ -83,11 +89,14 @@ void Menu::init(InitArgs const& args) {
     owner_ = HandlerRef<Glob>(args.owner);
     prefsKey_ = args.prefsKey;
     maxHeight_ = args.maxHeight;
+    minWidth_ = args.minWidth;
+    if (!args.surround.isEmpty()) addSurround(args.surround);
     automaticWidth_ = args.width == 0;
     automaticHeight_ = args.height == 0;
     if (!args.title.text().empty()) setTitle(args.title, eRedrawNo);
     if (args.standardWidgets != 0) addStandardWidgets(args.standardWidgets);
     restoreGroupStates();
+    followActions();
     layout_->build(*items_);
     // What lies round the items is known only of a panel that has room for some.
     int const some = greatestWidth * UifStd::getButtonHeight();
@@ -104,8 +113,9 @@ bool Menu::open(PopUpOptions const& options) {
 
 bool Menu::openAt(XY<int> const& place, Glob* opener) {
     PopUpOptions options;
-    options.anchor = IntBox(place.x, place.y, place.x + 1, place.y + 1);
-    options.place = XY<int>(place.x, place.y - height());
+    XY<int> const upper(std::clamp(place.x, -farthest, farthest), std::clamp(place.y, -farthest, farthest));
+    options.anchor = IntBox(upper.x, upper.y, upper.x + 1, upper.y + 1);
+    options.place = XY<int>(upper.x, upper.y - height());
     options.opener = opener;
     return open(options);
 }
@@ -114,7 +124,10 @@ bool Menu::openAt(XY<int> const& place, Glob* opener) {
 
 void Menu::redisplay() {
     DispatchScope const scope;
+    if (isDying()) return;
     LifeGuard const life = guard();
+    followActions();
+    if (!life.alive()) return;
     layout_->build(*items_);
     if (highlighted_ >= static_cast<int>(items_->numItems())) highlighted_ = noItem;
     if (pressed_ >= static_cast<int>(items_->numItems())) pressed_ = noItem;
@@ -132,6 +145,36 @@ void Menu::redisplay() {
     if (!life.alive()) return;
     makeDirty();
     describeChanged(DescriptionChange::children);
+}
+
+void Menu::showActions() {
+    for (std::size_t i = 0; i < items_->numItems(); ++i) {
+        MenuItem& item = items_->getItem(static_cast<unsigned short>(i));
+        if (MenuItemAction const* const action = item.action()) action->showIn(item);
+    }
+}
+
+void Menu::handleSourceChange() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    showActions();
+    if (life.alive()) createWidgetsForItems();
+    if (life.alive()) makeDirty();
+}
+
+void Menu::followActions() {
+    showActions();
+    sources_.clear();
+    NotifierBase* before = nullptr;
+    for (MenuItem const& item : items_->items()) {
+        MenuItemAction const* const action = item.action();
+        NotifierBase* const source = action ? action->source() : nullptr;
+        if (!source || std::exchange(before, source) == source) continue;
+        sources_.push_back(source->subscribe({}, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
+                                                 handleSourceChange();
+                                                 return 1;
+                                             })));
+    }
 }
 
 void Menu::redisplay(Qv::Ptr<MenuData> const& items) {
@@ -171,12 +214,6 @@ int Menu::findItemAtPos(XY<int> const& place) const {
     return noItem;
 }
 
-unsigned short Menu::findItemFromWidget(Glob const* widget) const {
-    for (auto const& [id, ref] : widgets_)
-        if (ref && static_cast<Glob const*>(ref.get()) == widget) return findItem(id);
-    return MenuData::none;
-}
-
 int Menu::findVisibleItem(unsigned short item) const {
     auto const found = std::ranges::find(visible_, item, &VisibleMenuItem::item);
     return found == visible_.end() ? noItem : static_cast<int>(found - visible_.begin());
@@ -197,7 +234,7 @@ bool Menu::setCurrentChoice(Text const& text, int option) {
     unsigned short const item = findItem(text);
     if (item == MenuData::none || option < 0) return false;
     items_->getItem(item).setCurOption(static_cast<unsigned int>(option));
-    updateWidgets();
+    createWidgetsForItems();
     redrawRow(item);
     return true;
 }
@@ -222,30 +259,6 @@ bool Menu::itemIsEmpty(unsigned short item) const {
     return item >= items_->numItems() || MenuLayout::isSeparator(items_->getItem(item));
 }
 
-namespace {
-
-/// Whether a text is the word for "off".
-bool isOff(Text const& text) {
-    Text const word = UIString(TextId::off).text();
-    return std::ranges::equal(text.view(), word.view(), [](wchar_t a, wchar_t b) {
-        return std::towlower(static_cast<wint_t>(a)) == std::towlower(static_cast<wint_t>(b));
-    });
-}
-
-} // namespace
-
-bool Menu::isBinaryItem(MenuItem const& item) {
-    auto const options = item.options();
-    return options.size() == 2 &&
-           (isOff(options[0].getDisplayString()) || isOff(options[1].getDisplayString()));
-}
-
-bool Menu::convertToBool(MenuItem const& item) {
-    if (!isBinaryItem(item)) return false;
-    bool const isFirst = item.getCurOption() == 0;
-    return isOff(item.options()[0].getDisplayString()) != isFirst;
-}
-
 // Sizes
 
 int Menu::getRowHeight() const {
@@ -267,7 +280,7 @@ IntBox Menu::calcAreaForItems() const {
 }
 
 int Menu::calculateHeight() const {
-    int const around = height() - getUserArea().height() + UifStd::getIndentWidth() / 2 * 2;
+    int const around = height() - calcAreaForItems().height();
     int most = 0xFFFF;
     if (GlobManager const* const manager = GlobManager::current())
         most = manager->activeMonitor().height() - UifStd::getButtonHeight();
@@ -290,26 +303,15 @@ int Menu::leftOf(unsigned short item) const {
 }
 
 int Menu::calculateWidth() const {
-    auto const items = items_->items();
-    std::vector<std::pair<std::size_t, unsigned short>> longest;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        std::size_t const length = items[i].label().size();
-        if (longest.size() == numMeasured && length <= longest.front().first) continue;
-        if (longest.size() == numMeasured) {
-            std::ranges::pop_heap(longest, std::greater<>());
-            longest.pop_back();
-        }
-        longest.emplace_back(length, static_cast<unsigned short>(i));
-        std::ranges::push_heap(longest, std::greater<>());
-    }
     int const button = UifStd::getButtonHeight();
     int wanted = leastWidth * button;
-    for (auto const& [length, index] : longest) wanted = std::max(wanted, widthOfRow(index));
+    for (unsigned short const index : MenuLayout::longestItems(*items_))
+        wanted = std::max(wanted, widthOfRow(index));
     int const title = getTitleW().empty() ? 0 : calcTitleWidth(getTitle()) + 2 * button;
     int const around = width() - getUserArea().width();
     bool const scrolls = layout_->height() > calculateHeight();
     int const bar = scrolls ? ScrollBar::thickness() + UifStd::getWidgetGap() : 0;
-    return std::min(std::max(wanted + bar, title) + around, greatestWidth * button);
+    return std::max<int>(std::min(std::max(wanted + bar, title) + around, greatestWidth * button), minWidth_);
 }
 
 int Menu::widthOfRow(unsigned short index) const {
@@ -324,19 +326,13 @@ int Menu::widthOfRow(unsigned short index) const {
         (formatted ? HTMLRenderer::calcMaxWidth(*formatted, font) : widthOf(item.getDisplayString(), font));
     if (auto const icon = item.iconRenderer()) width += icon->size().x + gap;
     if (Text const right = rightTextOf(item); !right.empty()) width += 2 * gap + widthOf(right, font);
-    int option = 0;
-    for (MenuItem const& choice : item.options())
-        option = std::max(option, widthOf(choice.getDisplayString(), font));
-    if (isBinaryItem(item))
-        width += getRowHeight();
-    else if (option > 0)
-        width += 2 * gap + option + getRowHeight();
+    if (item.hasOptions()) width += widthOfOptions(item) + gap;
     if (isCascadingItem(item)) width += getRowHeight();
     return width + gap;
 }
 
 SizeNeeds Menu::sizeNeeds() const {
-    SizeNeeds needs = StandardPanel::sizeNeeds();
+    SizeNeeds needs = Focusable::sizeNeeds();
     XY<int> const wanted = calcDimensions();
     needs.natural = {automaticWidth_ ? wanted.x : -1, automaticHeight_ ? wanted.y : -1};
     needs.minimum = {leastWidth * UifStd::getButtonHeight(), 2 * getRowHeight()};
@@ -351,7 +347,7 @@ void Menu::layOut() {
     offset_ = std::clamp(offset_, 0, mostOffset());
     calcVisibleItemAreas();
     updateScrollBar();
-    if (life.alive()) updateWidgets();
+    if (life.alive()) createWidgetsForItems();
 }
 
 int Menu::mostOffset() const {
@@ -402,43 +398,15 @@ void Menu::updateScrollBar() {
     bar->setThumbPos(double(offset_) / layout_->height());
 }
 
-/// Check boxes stand in the rows that are seen.
-void Menu::updateWidgets() {
-    LifeGuard const life = guard();
-    std::map<LightweightString<char>, HandlerRef<Checkbox>> before = std::exchange(widgets_, {});
-    for (VisibleMenuItem const& row : std::vector<VisibleMenuItem>(visible_)) {
-        if (row.item >= items_->numItems()) continue;
-        MenuItem const item = items_->getItem(row.item);
-        if (!isBinaryItem(item)) continue;
-        LightweightString<char> const id = item.id();
-        auto const known = before.find(id);
-        Checkbox* box = known == before.end() ? nullptr : known->second.get();
-        if (known != before.end()) before.erase(known);
-        int const size = getRowHeight();
-        XY<int> const place{row.box.x2 - size, row.box.y1};
-        if (box)
-            setWidgetPos(box, place);
-        else if ((box = new Checkbox(Checkbox::InitArgs(toSize16(size), toSize16(size)))))
-            addWidget(box, place.x, place.y);
-        if (!life.alive()) return;
-        widgets_[id] = HandlerRef<Checkbox>(box);
-        box->setActive(item.isActive());
-        if (life.alive()) box->setState(convertToBool(item));
-        if (!life.alive()) return;
-    }
-    for (auto const& [id, ref] : before)
-        if (ref && life.alive()) destroy(ref.get());
-}
-
 void Menu::reshape() {
     LifeGuard const life = guard();
-    StandardPanel::reshape();
+    Focusable::reshape();
     if (life.alive()) layOut();
 }
 
 void Menu::handleLookChange(LookChange changes) {
     LifeGuard const life = guard();
-    StandardPanel::handleLookChange(changes);
+    Focusable::handleLookChange(changes);
     if (life.alive()) redisplay();
 }
 
@@ -456,7 +424,7 @@ void Menu::noteScrolled() {
     LifeGuard const life = guard();
     calcVisibleItemAreas();
     updateScrollBar();
-    if (life.alive()) updateWidgets();
+    if (life.alive()) createWidgetsForItems();
     if (!life.alive()) return;
     makeDirty();
     describeChanged(DescriptionChange::children);
@@ -488,8 +456,12 @@ namespace {
 LightweightString<char> keyPart(Text const& text) {
     LightweightString<char> key;
     for (wchar_t const c : text.view())
-        if (key.size() < longestKey)
-            key += std::iswalnum(static_cast<wint_t>(c)) && c < 128 ? static_cast<char>(c) : '_';
+        if (key.size() < longestKey) {
+            if (c >= 128)
+                key += "_" + toUTF8(Qv::WStringFromInteger(static_cast<int>(c)));
+            else
+                key += std::iswalnum(static_cast<wint_t>(c)) ? static_cast<char>(c) : '_';
+        }
     return key;
 }
 
@@ -545,15 +517,17 @@ void Menu::handlePoot() {
     saveGroupStates();
     deleteSubMenu();
     if (life.alive()) tellClosing();
-    if (life.alive()) StandardPanel::handlePoot();
+    if (life.alive()) Focusable::handlePoot();
 }
 
 void Menu::handleDetached() {
     leaveListViewAdaptor();
     deletionWatch_ = {};
+    moveWatch_ = {};
+    sources_.clear();
     Glob* const open = getSubMenu();
     subMenu_ = {};
-    StandardPanel::handleDetached();
+    Focusable::handleDetached();
     if (open) destroy(open);
 }
 

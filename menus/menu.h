@@ -1,10 +1,11 @@
 #pragma once
 
+#include "foundation/focusable.h"
 #include "foundation/key_table.h"
 #include "foundation/report.h"
 #include "foundation/standard_panel.h"
+#include "foundation/type_ahead.h"
 #include "host/events/key_codes.h"
-#include "host/events/one_shot_timer.h"
 #include "host/messages/notifier.h"
 #include "host/objects/described_items.h"
 #include "host/windows/glob_manager.h"
@@ -12,11 +13,10 @@
 #include "menus/model/menu_data.h"
 #include "menus/model/param_items.h"
 
-#include <map>
+#include <vector>
 
 namespace wainscot {
 
-class Checkbox;
 class MenuLayout;
 class ScrollBar;
 
@@ -31,7 +31,7 @@ class ScrollBar;
 /// opens a sub-menu, Left closes it; letters find items. Escape closes it, as all pop-ups.
 ///
 /// The rows cost nothing until they are seen: a menu may have 65,535 items.
-class WAINSCOT_API Menu : public StandardPanel, public ListViewWidget, private DescribedItems {
+class WAINSCOT_API Menu : public Focusable<StandardPanel>, public ListViewWidget, private DescribedItems {
 public:
     /// Called on the owner when it closes.
     static constexpr LightweightString<char> pootMsg_{"menu_poot"};
@@ -68,7 +68,7 @@ public:
         {Key::enter, Step::choose, "chooses the item"},
         {Key::space, Step::choose, "chooses the item"},
         {Key::right, Step::into, "opens the sub-menu, or the group"},
-        {Key::left, Step::out, "closes the sub-menu, or the group"},
+        {Key::left, Step::out, "to the header of the group, closes it; else closes the sub-menu"},
     };
 
     class WAINSCOT_API InitArgs : public GlobCreationInfo {
@@ -85,10 +85,14 @@ public:
         /// `StandardWidgetFlags`; with a pin the user can keep the menu open.
         int standardWidgets = 0;
         Border::eType border = Border::line;
+        /// Drawn round it, for instance a shadow.
+        Surround surround;
         /// The key in the preferences under which the states of groups are kept; empty = they are not.
         LightweightString<char> prefsKey;
         /// It grows no higher than that; 0 = as high as the screen.
         unsigned short maxHeight = 0;
+        /// It is at least that wide.
+        unsigned short minWidth = 0;
     };
 
     /// One row in sight, in the menu's coordinates.
@@ -145,7 +149,7 @@ public:
     /// Whether such an item is on.
     static bool convertToBool(MenuItem const& item);
     /// Whether its state is kept in the preferences: of headers whether they are folded.
-    bool isPersistableItem(MenuItem const& item) const { return item.isHeader() && !item.isPlain(); }
+    bool isPersistableItem(MenuItem const& item) const { return item.isHeader(); }
 
     // --- Sizes, in pixels
     int getItemHeight(unsigned short item) const;
@@ -155,7 +159,7 @@ public:
     /// What the texts need; of long menus those of the longest texts.
     int calculateWidth() const;
     XY<int> calcDimensions() const { return {calculateWidth(), calculateHeight()}; }
-    IntBox calcAreaForItems() const;
+    virtual IntBox calcAreaForItems() const;
     std::vector<VisibleMenuItem> const& visibleItems() const { return visible_; }
     int getRowHeight() const;
     int getScrollOffset() const { return offset_; }
@@ -181,6 +185,8 @@ public:
                                                LightweightString<char> const& base) const;
     /// Unfolds the first group when all are folded.
     void ensureAtLeastOneExpandedGroup();
+    /// False for a group that stands alone at the top.
+    bool canFold(unsigned short header) const;
 
     // --- Hooks
     /// An item was chosen: runs its callbacks. An overrider may destroy the menu.
@@ -200,15 +206,18 @@ public:
     int handleTimerEvent() override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     int handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv::Ptr<iObject> data) override;
+    void handleKbdFocus() override;
     void handlePressCancelled(Event const& press) override;
     void handleCaptureLost() override;
     void handlePoot() override;
     void handleDetached() override;
+    /// In a panel it is a tab stop; a pop-up is none.
+    bool isTabStopActive() override;
     void reshape() override;
+    void draw() override;
     void drawBackground() override;
     void handleLookChange(LookChange changes) override;
     SizeNeeds sizeNeeds() const override;
-    MouseCursorID contextCursor(XY<int> const& place) const override;
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
     void describe(GlobDescription& description) const override;
     DescribedItems* describedItems() override { return this; }
@@ -218,14 +227,32 @@ protected:
     virtual void tellClosing();
     /// Draws a row, which lies in canvas coordinates. Only while the menu is drawn.
     virtual void drawItem(VisibleMenuItem const& row);
+    /// Right (1) or Left (-1) was pressed where there is nothing to be opened or closed. True = used.
+    virtual bool stepBeyond(int direction);
+    /// Whether a row has the mark of what is chosen. Here: as its item's layout says.
+    virtual bool isMarked(unsigned short item) const;
 
 private:
+    struct RowWidget {
+        LightweightString<char> id;
+        unsigned short item;
+        HandlerRef<Glob> widget;
+    };
+
     void init(InitArgs const& args);
+    /// Brings items up to date with what they stand for, and watches that.
+    void followActions();
+    void showActions();
+    void handleSourceChange();
 
     // Rows
     void layOut();
     void calcVisibleItemAreas();
-    void updateWidgets();
+    void createWidgetsForItems();
+    Glob* makeRowWidget(MenuItem const& item) const;
+    /// A widget shows the option of its item. False when it has other options.
+    static bool showOption(Glob& widget, MenuItem const& item);
+    int widthOfOptions(MenuItem const& item) const;
     void updateScrollBar();
     int mostOffset() const;
     int leftOf(unsigned short item) const;
@@ -237,6 +264,8 @@ private:
 
     // Choosing
     bool canHighlight(int item) const;
+    /// Keys also reach the headers of groups that fold.
+    bool isKeyStop(int item) const;
     /// With `byPointer`, sub-menus open and close when the pointer has rested.
     void setHighlight(int item, bool byPointer);
     int itemUnderPointer() const;
@@ -246,11 +275,12 @@ private:
     void foldGroup(unsigned short header, MenuItemType type, bool laterToo);
     void revealGroup(unsigned short header);
     void closeLater();
-    void finishChoice(unsigned short item);
-    int handleRowWidget(Glob* sender, std::optional<bool> state);
+    void finishChoice(unsigned short item, bool closes);
+    static bool isRowWidgetMsg(LightweightString<char> const& name);
+    int handleRowWidget(Glob* sender);
     int handleScrollBarMessages(LightweightString<char> const& name);
     int handleMessage(LightweightString<char> const& name, Glob* sender, Qv::Ptr<iObject> const& data);
-    bool isFromSubMenu(Glob* sender, iObject* data) const;
+    bool isFromSubMenu(Glob const* sender) const;
     /// On to the owner, as if it were its own.
     void forward(LightweightString<char> const& name, Qv::Ptr<iObject> const& data);
 
@@ -260,15 +290,19 @@ private:
     bool isOwnerOfSubMenu(int item) const { return getSubMenu() && subMenuItem_ == item; }
     bool isFarFromSubMenu() const;
     void handleGlobDeletion();
+    void handleGlobMoved();
 
     // Keys
     bool performStep(Step step);
     bool moveHighlight(int from, int direction);
     bool moveByPage(int direction);
+    bool chooseByKey(unsigned short index);
     bool stepInto();
     bool stepOut();
+    bool foldByKey(unsigned short header, MenuItemType type);
+    /// The header of the group to which the highlighted item belongs, or which it is; `noItem` if none.
+    int headerOfHighlighted() const;
     bool typeAhead(std::uint32_t key);
-    bool findTyped(int from);
     bool matches(unsigned short item) const;
     void forgetTyped();
 
@@ -277,6 +311,7 @@ private:
     void drawTyped(CanvasRenderer& renderer);
     Glib::FontDesc getFontForItem(MenuItem const& item) const;
     Colour getItemBackCol(VisibleMenuItem const& row) const;
+    bool isInUse() const;
 
     // Items for drivers and tools
     std::size_t numItems(ItemKey in) const override;
@@ -289,16 +324,21 @@ private:
     HandlerRef<Glob> owner_;
     std::unique_ptr<MenuLayout> layout_;
     std::vector<VisibleMenuItem> visible_;
-    std::map<LightweightString<char>, HandlerRef<Checkbox>> widgets_;
+    std::vector<RowWidget> widgets_;
+    /// Of what the items stand for.
+    std::vector<NotifierSubscription> sources_;
     HandlerRef<ScrollBar> scrollBar_;
     LightweightString<char> prefsKey_;
     unsigned short maxHeight_ = 0;
+    unsigned short minWidth_ = 0;
     int offset_ = 0;
     int highlighted_ = noItem;
     int pressed_ = noItem;
     /// Where the pointer was last.
     int pointed_ = noItem;
     int flipped_ = noItem;
+    /// Where the pointer was when keys moved the highlight: as long as it rests there, the highlight stays.
+    std::optional<XY<int>> restingPointer_;
     bool isInside_ = false;
     bool isLaidOut_ = false;
     bool automaticWidth_ = false;
@@ -310,11 +350,11 @@ private:
     double subMenuOpenedAt_ = 0;
     double cascadeDue_ = 0;
     NotifierSubscription deletionWatch_;
+    NotifierSubscription moveWatch_;
 
     /// While the rows are drawn.
     CanvasRenderer* renderer_ = nullptr;
-    LightweightString<wchar_t> typed_;
-    OneShotTimer typing_;
+    TypeAhead typed_;
 };
 
 } // namespace wainscot

@@ -3,6 +3,7 @@
 #include "host/drawing/symbols.h"
 #include "host/drawing/uif_std.h"
 #include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
 #include "host/objects/tooltip_details.h"
 #include "look/ink.h"
 #include "menus/menu.h"
@@ -22,13 +23,19 @@ Glib::FontDesc Menu::getFontForItem(MenuItem const& item) const {
     return font;
 }
 
+/// A list in a panel is in use while it has the pointer or the keyboard focus.
+bool Menu::isInUse() const {
+    return !isChildGlob() || isInside_ || get_kbd_focus() == this;
+}
+
 Colour Menu::getItemBackCol(VisibleMenuItem const& row) const {
     MenuItem const& item = items_->getItem(row.item);
     Palette const& palette = getPalette();
     Colour const ground = item.getBackgroundColour();
-    bool const isMarked = row.item == highlighted_ || row.item == pressed_;
-    if (isMarked && !item.isHeader())
-        return Colour::mix(palette.selection(eSelectionActive), ground, item.getLayout().highlightShare);
+    bool const isPointedAt = row.item == highlighted_ || row.item == pressed_;
+    if (isPointedAt && (!item.isHeader() || row.item == highlighted_))
+        return Colour::mix(palette.selection(isInUse() ? eSelectionActive : eSelectionInactive), ground,
+                           item.getLayout().highlightShare);
     return isOwnerOfSubMenu(row.item) ? palette.selection(eSelectionInactive) : ground;
 }
 
@@ -65,6 +72,15 @@ void Menu::drawBackground() {
     drawTyped(renderer);
 }
 
+bool Menu::isMarked(unsigned short item) const {
+    return item < items_->numItems() && items_->getItem(item).getLayout().isMarked;
+}
+
+void Menu::draw() {
+    Focusable::draw();
+    drawFocusMark();
+}
+
 /// `row` lies in canvas coordinates.
 void Menu::drawItem(VisibleMenuItem const& row) {
     // The list may be shorter than when it was laid out.
@@ -86,12 +102,12 @@ void Menu::drawItem(VisibleMenuItem const& row) {
     MenuItem::Layout const layout = item.getLayout();
     if (layout.hasLineAbove) line(whole.y2 - 1);
     if (layout.hasLineBelow) line(whole.y1);
-    if (matches(row.item)) {
+    if (matches(row.item) || isMarked(row.item)) {
         int const mark = UifStd::getIndentWidth() / 2;
         renderer.renderPrimitive(
             Glib::RectDescription({whole.x1, whole.y1, whole.x1 + mark, whole.y2}, palette.doIt()));
     }
-    drawRowText(renderer, row, ground);
+    if (row.item < items_->numItems()) drawRowText(renderer, row, ground);
 }
 
 void Menu::drawRowText(CanvasRenderer& renderer, VisibleMenuItem const& row, Colour const& ground) {
@@ -160,13 +176,7 @@ int Menu::drawRightSide(CanvasRenderer& renderer, VisibleMenuItem const& row, Co
         right -= font->textWidth(shown) + 2 * gap;
     };
     if (isCascadingItem(item)) symbol(QvTTF::eSubMenu);
-    if (isBinaryItem(item)) {
-        right -= getRowHeight();
-    } else if (item.hasOptions()) {
-        MenuItem const* const option = item.currentOption();
-        symbol(QvTTF::eChevronRight);
-        text(option ? option->getDisplayString() : Text(), ink);
-    }
+    if (item.hasOptions()) right -= widthOfOptions(item) + gap;
     bool const hasMore = item.label().find(L'|') != Text::npos || !item.getIncidentalText().empty();
     if (!hasMore) return right;
     Colour const weaker = ControlLook::inkOn(palette.text(item.isActive() ? eTextSecondary : eTextDisabled),
@@ -176,35 +186,33 @@ int Menu::drawRightSide(CanvasRenderer& renderer, VisibleMenuItem const& row, Co
     return right;
 }
 
-/// What was typed to find an item, over the lower edge.
+/// What was typed to find an item, in the lower right corner, where it hides least.
 void Menu::drawTyped(CanvasRenderer& renderer) {
-    if (typed_.empty()) return;
+    if (typed_.isEmpty()) return;
     Palette const& palette = getPalette();
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     int const gap = UifStd::getWidgetGap();
     IntBox const area = calcAreaForItems().translated(canvasArea().bottomLeft());
-    int const wide = std::min(font->textWidth(typed_) + 2 * gap, area.width());
-    IntBox const box(area.x1, area.y1, area.x1 + wide, std::min(area.y1 + getRowHeight(), area.y2));
+    int const wide = std::min(font->textWidth(typed_.text()) + 2 * gap, area.width());
+    IntBox const box(area.x2 - wide, area.y1, area.x2, std::min(area.y1 + getRowHeight(), area.y2));
     renderer.clearClipRect();
     renderer.renderPrimitive(Glib::RectDescription(box, palette.window(eWindowRecessed)));
     renderer.renderPrimitive(
-        Glib::TextDescription(typed_, {box.x1 + gap, box.y1 + getFontYOffset(box.height(), font)}, font,
-                              palette.text(eTextEnabled)));
-}
-
-MouseCursorID Menu::contextCursor(XY<int> const& place) const {
-    return StandardPanel::contextCursor(place);
+        Glib::TextDescription(typed_.text(), {box.x1 + gap, box.y1 + getFontYOffset(box.height(), font)},
+                              font, palette.text(eTextEnabled)));
 }
 
 /// Over a label that was cut, all of it.
 bool Menu::getTooltipDetails(XY<int> const& place, TooltipDetails& details) const {
     int const item = findItemAtPos(place);
     int const row = item < 0 ? noItem : findVisibleItem(static_cast<unsigned short>(item));
-    if (row < 0) return StandardPanel::getTooltipDetails(place, details);
+    if (row < 0) return Focusable::getTooltipDetails(place, details);
     auto const index = static_cast<unsigned short>(item);
     IntBox const box = visible_[static_cast<std::size_t>(row)].box;
-    if (widthOfRow(index) <= box.x1 + box.width()) return StandardPanel::getTooltipDetails(place, details);
-    details.text = items_->getItem(index).getDisplayString();
+    Text const text = items_->getItem(index).getDisplayString();
+    int const room = box.x2 + UifStd::getIndentWidth() - calcAreaForItems().x1;
+    if (widthOfRow(index) <= room) return Focusable::getTooltipDetails(place, details);
+    details.text = text;
     details.area = box;
     return true;
 }
@@ -212,7 +220,7 @@ bool Menu::getTooltipDetails(XY<int> const& place, TooltipDetails& details) cons
 // For drivers and tools
 
 void Menu::describe(GlobDescription& description) const {
-    StandardPanel::describe(description);
+    Focusable::describe(description);
     description.role = Role::menu;
 }
 

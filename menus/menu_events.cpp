@@ -1,4 +1,3 @@
-#include "buttons/checkbox.h"
 #include "containers/scroll_bar.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
@@ -34,7 +33,16 @@ bool cascadesByItself() {
 } // namespace
 
 bool Menu::react(Event const& event) {
-    return StandardPanel::react(event);
+    return Focusable::react(event);
+}
+
+bool Menu::isTabStopActive() {
+    return isChildGlob() && Focusable::isTabStopActive();
+}
+
+void Menu::handleKbdFocus() {
+    redrawRow(highlighted_);
+    Focusable::handleKbdFocus();
 }
 
 // Highlight
@@ -44,6 +52,13 @@ bool Menu::canHighlight(int item) const {
     auto const index = static_cast<unsigned short>(item);
     MenuItem const& wanted = items_->getItem(index);
     return wanted.isActive() && !wanted.isHeader() && !itemIsEmpty(index);
+}
+
+bool Menu::isKeyStop(int item) const {
+    if (item < 0 || item >= static_cast<int>(items_->numItems())) return false;
+    auto const index = static_cast<unsigned short>(item);
+    MenuItem const& wanted = items_->getItem(index);
+    return wanted.isHeader() ? wanted.isActive() && canFold(index) : canHighlight(item);
 }
 
 int Menu::itemUnderPointer() const {
@@ -71,17 +86,19 @@ void Menu::setHighlight(int item, bool byPointer) {
 void Menu::handleMouseContainment(bool inside) {
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
-    StandardPanel::handleMouseContainment(inside);
+    Focusable::handleMouseContainment(inside);
     if (!life.alive()) return;
     isInside_ = inside;
     cascadeDue_ = service_get_msecs() + cascadeDelay;
-    setHighlight(itemUnderPointer(), true);
+    if (!inside || restingPointer_ != glib_getMousePos()) setHighlight(itemUnderPointer(), true);
 }
 
 void Menu::setHighlightedItem(int item) {
     DispatchScope const scope;
-    if (item >= 0 && !canHighlight(item)) return;
+    item = std::max(item, noItem);
+    if (item >= 0 && !isKeyStop(item)) return;
     LifeGuard const life = guard();
+    restingPointer_ = glib_getMousePos();
     setHighlight(item, false);
     if (getSubMenu() && !isOwnerOfSubMenu(item)) deleteSubMenu();
     if (item >= 0 && life.alive()) reveal(static_cast<unsigned short>(item));
@@ -89,8 +106,8 @@ void Menu::setHighlightedItem(int item) {
 
 int Menu::handleTimerEvent() {
     double const now = service_get_msecs();
-    if (now < cascadeDue_) {
-        setNextTimer(cascadeDue_ - now);
+    if (now < cascadeDue_ || isMoving()) {
+        setNextTimer(std::max(cascadeDue_ - now, isMoving() ? cascadeDelay : 0));
         return handled;
     }
     DispatchScope const scope;
@@ -119,11 +136,14 @@ int Menu::handleMouseEvent(Event const& event) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     XY<int> const place = eventXYToGlobXY(event, *this);
-    int const under = findItemAtPos(place);
+    int under = findItemAtPos(place);
     bool const isPress = mouse_down_event(event);
     // The release on its own row says what becomes of a sub-menu.
     if (isPress && getSubMenu() && !isOwnerOfSubMenu(under)) deleteSubMenu();
+    if (isPress && life.alive() && isChildGlob() && isTabStopActive()) claimKbdFocus();
     if (!life.alive()) return handled;
+    // The list may have changed.
+    if (isPress) under = findItemAtPos(place);
     if (mouse_wheel_event(event)) {
         if (mostOffset() == 0) return unhandled;
         setScrollOffset(offset_ - event.amount() * getRowHeight());
@@ -136,13 +156,13 @@ int Menu::handleMouseEvent(Event const& event) {
         if (life.alive()) pointed_ = wanted;
         return unhandled;
     }
-    if (!mouse_left_event(event)) return StandardPanel::handleMouseEvent(event);
+    if (!mouse_left_event(event)) return Focusable::handleMouseEvent(event);
     if (mouse_up_event(event)) {
         if (pressed_ < 0) return unhandled;
         handleRelease(static_cast<unsigned short>(pressed_));
         return handled;
     }
-    if (isPress && under < 0) return StandardPanel::handleMouseEvent(event);
+    if (isPress && under < 0) return Focusable::handleMouseEvent(event);
     bool const isUsable = under >= 0 && items_->getItem(static_cast<unsigned short>(under)).isActive() &&
                           !itemIsEmpty(static_cast<unsigned short>(under));
     int const before = std::exchange(pressed_, isUsable ? under : noItem);
@@ -156,12 +176,12 @@ int Menu::handleMouseEvent(Event const& event) {
 
 void Menu::handlePressCancelled(Event const& press) {
     redrawRow(std::exchange(pressed_, noItem));
-    StandardPanel::handlePressCancelled(press);
+    Focusable::handlePressCancelled(press);
 }
 
 void Menu::handleCaptureLost() {
     redrawRow(std::exchange(pressed_, noItem));
-    StandardPanel::handleCaptureLost();
+    Focusable::handleCaptureLost();
 }
 
 void Menu::handleRelease(unsigned short index) {
@@ -191,7 +211,7 @@ void Menu::informOwner(unsigned short item) {
 }
 
 void Menu::itemChanged(unsigned int item) {
-    informOwner(static_cast<unsigned short>(item));
+    if (item < MenuData::none) informOwner(static_cast<unsigned short>(item));
 }
 
 bool Menu::pinned() {
@@ -211,21 +231,27 @@ void Menu::choose(unsigned short index) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     FirstException thrown;
-    updateWidgets();
+    bool const closes = shouldCloseMenuAfterSelection(index);
+    createWidgetsForItems();
     if (life.alive()) thrown.run([&] { informOwner(index); });
     if (life.alive()) thrown.run([&] { requestItemSelect(index); });
-    if (life.alive()) finishChoice(index);
+    if (life.alive()) finishChoice(index, closes);
     thrown.rethrow();
 }
 
-void Menu::finishChoice(unsigned short index) {
+/// What the item stands for may have refused.
+void Menu::finishChoice(unsigned short index, bool closes) {
+    LifeGuard const life = guard();
+    showActions();
+    if (life.alive()) createWidgetsForItems();
+    if (!life.alive()) return;
     int const pressed = std::exchange(pressed_, noItem);
     if (pinned()) {
         redrawRow(pressed);
         if (Glob* const owner = getOwner()) sendMessage(itemSelectedMsg_, owner, this);
         return;
     }
-    if (shouldCloseMenuAfterSelection(index)) return closeLater();
+    if (closes) return closeLater();
     redrawRow(index);
 }
 
@@ -235,9 +261,12 @@ void Menu::closeLater() {
 
 // Groups
 
+bool Menu::canFold(unsigned short header) const {
+    return items_->getNumGroups() >= 2 || items_->rows().rowOfItem(header) != 0;
+}
+
 void Menu::flipGroup(unsigned short header, bool laterToo) {
-    bool const isFirst = items_->rows().rowOfItem(header) == 0;
-    if (items_->getNumGroups() < 2 && isFirst) return redrawRow(header);
+    if (!canFold(header)) return redrawRow(header);
     bool const isOpen = items_->getItem(header).type() == eExpandedGroupItem;
     foldGroup(header, isOpen ? eCompressedGroupItem : eExpandedGroupItem, laterToo);
 }
@@ -269,12 +298,8 @@ void Menu::revealGroup(unsigned short header) {
 
 // Messages
 
-bool Menu::isFromSubMenu(Glob* sender, iObject* data) const {
-    Glob* const open = getSubMenu();
-    if (!open) return false;
-    if (sender && (sender == open || Glob::isParentedTo(sender, open))) return true;
-    auto const* const change = dynamic_cast<MenuData::Change const*>(data);
-    return change && change->data() == static_cast<iObject*>(open);
+bool Menu::isFromSubMenu(Glob const* sender) const {
+    return isWithin(sender, getSubMenu());
 }
 
 /// A choice in a sub-menu closes the whole cascade.
@@ -300,7 +325,7 @@ int Menu::handleDataMessageEvent(LightweightString<char> name, Glob* sender, Qv:
 int Menu::handleMessage(LightweightString<char> const& name, Glob* sender, Qv::Ptr<iObject> const& data) {
     DispatchScope const scope;
     bool const isClosing = name == pootMsg || name == pootMsg_;
-    if (isFromSubMenu(sender, data.get())) {
+    if (isFromSubMenu(sender)) {
         if (isClosing) return handled;
         if (name != itemSelectedMsg_)
             forward(name, data);
@@ -311,29 +336,9 @@ int Menu::handleMessage(LightweightString<char> const& name, Glob* sender, Qv::P
     if (name == freezeFlipMsg) flipped_ = noItem;
     if (sender && sender == scrollBar_.get() && ScrollBar::isScrollBarMsg(name))
         return handleScrollBarMessages(name);
-    if (name == buttonHighlightMsg) return handleRowWidget(sender, std::nullopt);
-    if (name.startsWith(Checkbox::defaultPrefix.view()))
-        if (auto const* const box = dynamic_cast<Checkbox const*>(sender))
-            return handleRowWidget(sender, box->isTicked());
-    return data ? StandardPanel::handleDataMessageEvent(name, sender, data)
-                : StandardPanel::handleMessageEvent(name, sender);
-}
-
-/// A check box in a row was ticked, or another widget has another option.
-int Menu::handleRowWidget(Glob* sender, std::optional<bool> state) {
-    unsigned short const index = findItemFromWidget(sender);
-    if (index == MenuData::none) return unhandled;
-    LifeGuard const life = guard();
-    MenuItem& item = items_->getItem(index);
-    if (state) {
-        bool const isOn = convertToBool(item);
-        if (isOn != *state) item.setCurOption(item.getCurOption() == 0 ? 1 : 0);
-    }
-    FirstException thrown;
-    thrown.run([&] { itemChanged(index); });
-    if (life.alive()) finishChoice(index);
-    thrown.rethrow();
-    return handled;
+    if (isRowWidgetMsg(name) && findItemFromWidget(sender) != MenuData::none) return handleRowWidget(sender);
+    return data ? Focusable::handleDataMessageEvent(name, sender, data)
+                : Focusable::handleMessageEvent(name, sender);
 }
 
 int Menu::handleScrollBarMessages(LightweightString<char> const& name) {

@@ -4,7 +4,6 @@
 #include "menus/menu_layout_p.h"
 
 #include <algorithm>
-#include <cwctype>
 
 namespace wainscot {
 
@@ -12,18 +11,12 @@ namespace {
 
 constexpr int unhandled = 0;
 constexpr int handled = 1;
-/// How long what was typed stays, in milliseconds.
-constexpr double typingTime = 1500;
-
-wchar_t lowered(wchar_t c) {
-    return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-}
 
 } // namespace
 
 /// Pop-ups are asked for all keys.
 bool Menu::intercept(Event const& event) {
-    if (!isKeyPressEvent(event)) return StandardPanel::intercept(event);
+    if (!isKeyPressEvent(event)) return Focusable::intercept(event);
     return handleKeyboardEvent(static_cast<int>(event.keyCode())) == handled;
 }
 
@@ -32,12 +25,12 @@ int Menu::handleKeyboardEvent(int keyCode) {
     auto const key = static_cast<std::uint32_t>(keyCode);
     LifeGuard const life = guard();
     // While something is typed, a space is part of it.
-    bool const isTyped = key == Key::space && !typed_.empty();
+    bool const isTyped = key == Key::space && !typed_.isEmpty();
     if (auto const step = isTyped ? std::nullopt : actionFor(keyTable, key)) {
         forgetTyped();
         return performStep(*step) || !life.alive() ? handled : unhandled;
     }
-    return typeAhead(key) ? handled : StandardPanel::handleKeyboardEvent(keyCode);
+    return typeAhead(key) ? handled : Focusable::handleKeyboardEvent(keyCode);
 }
 
 /// A sub-menu in which nothing is highlighted leaves the keys to the menu that has opened it.
@@ -60,10 +53,7 @@ bool Menu::performStep(Step step) {
     case Step::pageDown:
         return moveByPage(1);
     case Step::choose:
-        if (highlighted_ < 0) return true;
-        if (isCascadingItem(items_->getItem(static_cast<unsigned short>(highlighted_)))) return stepInto();
-        handleRelease(static_cast<unsigned short>(highlighted_));
-        return true;
+        return highlighted_ < 0 || chooseByKey(static_cast<unsigned short>(highlighted_));
     case Step::into:
         return stepInto();
     case Step::out:
@@ -72,8 +62,7 @@ bool Menu::performStep(Step step) {
     return false;
 }
 
-/// To the next item that can be highlighted, and from the last one to the first. Headers are stops of the
-/// keyboard where groups can be folded.
+/// To the next stop of the keys, and from the last one to the first.
 bool Menu::moveHighlight(int from, int direction) {
     auto const count = static_cast<int>(items_->numItems());
     MenuRows const& rows = items_->rows();
@@ -82,7 +71,7 @@ bool Menu::moveHighlight(int from, int direction) {
         item += direction;
         if (item < 0) item = count - 1;
         if (item >= count) item = 0;
-        if (count > 0 && !rows.isHidden(static_cast<std::size_t>(item)) && canHighlight(item)) {
+        if (count > 0 && !rows.isHidden(static_cast<std::size_t>(item)) && isKeyStop(item)) {
             setHighlightedItem(item);
             return true;
         }
@@ -90,7 +79,18 @@ bool Menu::moveHighlight(int from, int direction) {
     return true;
 }
 
+bool Menu::chooseByKey(unsigned short index) {
+    MenuItem const& item = items_->getItem(index);
+    if (isCascadingItem(item)) return stepInto();
+    if (item.isHeader())
+        return foldByKey(index,
+                         item.type() == eExpandedGroupItem ? eCompressedGroupItem : eExpandedGroupItem);
+    handleRelease(index);
+    return true;
+}
+
 bool Menu::moveByPage(int direction) {
+    LifeGuard const life = guard();
     int const room = calcAreaForItems().height();
     MenuRows const& rows = items_->rows();
     if (layout_->numRows() == 0) return true;
@@ -100,17 +100,26 @@ bool Menu::moveByPage(int direction) {
     int const wanted =
         std::clamp(layout_->top(row) + direction * (room - getRowHeight()), 0, layout_->height() - 1);
     int const item = rows.itemOfRow(layout_->rowAt(wanted));
-    if (canHighlight(item))
+    int const before = highlighted_;
+    if (isKeyStop(item))
         setHighlightedItem(item);
     else
         moveHighlight(item, -direction);
+    // What cannot be highlighted is scrolled to.
+    if (life.alive() && highlighted_ == before)
+        setScrollOffset(offset_ + direction * (room - getRowHeight()));
+    return true;
+}
+
+bool Menu::stepBeyond(int) {
     return true;
 }
 
 bool Menu::stepInto() {
-    if (highlighted_ < 0) return true;
+    if (highlighted_ < 0) return stepBeyond(1);
     auto const item = static_cast<unsigned short>(highlighted_);
-    if (!isCascadingItem(items_->getItem(item))) return true;
+    if (items_->getItem(item).type() == eCompressedGroupItem) return foldByKey(item, eExpandedGroupItem);
+    if (!isCascadingItem(items_->getItem(item))) return stepBeyond(1);
     LifeGuard const life = guard();
     if (!isOwnerOfSubMenu(item)) openSubMenu(item, false);
     auto* const open = life.alive() ? dynamic_cast<Menu*>(getSubMenu()) : nullptr;
@@ -118,9 +127,28 @@ bool Menu::stepInto() {
     return true;
 }
 
-/// Out of a sub-menu.
+int Menu::headerOfHighlighted() const {
+    int item = std::min(highlighted_, static_cast<int>(items_->numItems()) - 1);
+    while (item >= 0 && items_->getItem(static_cast<unsigned short>(item)).type() == eGroupedMenuItem) --item;
+    return item >= 0 && items_->getItem(static_cast<unsigned short>(item)).isHeader() ? item : noItem;
+}
+
+bool Menu::foldByKey(unsigned short header, MenuItemType type) {
+    LifeGuard const life = guard();
+    foldGroup(header, type, false);
+    // The pointer may be elsewhere.
+    if (life.alive()) setHighlightedItem(header);
+    return true;
+}
+
+/// To the header of the group, then the group is closed; else out of a sub-menu.
 bool Menu::stepOut() {
-    if (!dynamic_cast<Menu*>(getOwner())) return true;
+    int const header = headerOfHighlighted();
+    if (isKeyStop(header) && header != highlighted_) return setHighlightedItem(header), true;
+    if (isKeyStop(header) &&
+        items_->getItem(static_cast<unsigned short>(header)).type() == eExpandedGroupItem)
+        return foldByKey(static_cast<unsigned short>(header), eCompressedGroupItem);
+    if (!dynamic_cast<Menu*>(getOwner())) return stepBeyond(-1);
     closeLater();
     return true;
 }
@@ -128,52 +156,23 @@ bool Menu::stepOut() {
 // Typed letters
 
 bool Menu::matches(unsigned short index) const {
-    LightweightString<wchar_t> const text = items_->getItem(index).getDisplayString();
-    if (typed_.empty() || text.size() < typed_.size()) return false;
-    return std::equal(typed_.begin(), typed_.end(), text.begin(),
-                      [](wchar_t a, wchar_t b) { return lowered(a) == lowered(b); });
+    return !typed_.isEmpty() && typed_.matches(items_->getItem(index).getDisplayString());
 }
 
 bool Menu::typeAhead(std::uint32_t key) {
-    if (key == Key::backspace && !typed_.empty()) {
-        typed_ = typed_.substr(0, typed_.size() - 1);
-    } else {
-        constexpr std::uint32_t notTyped = Key::ctrl | Key::alt | Key::meta | Key::special;
-        std::uint32_t const code = key & ~(Key::shift | Key::keypad);
-        if ((key & notTyped) != 0 || code < Key::space) return false;
-        typed_ += static_cast<wchar_t>(code);
-    }
-    LifeGuard const life = guard();
-    typing_.start(typingTime);
+    if (!typed_.take(key)) return false;
     makeDirty();
-    // One letter again and again goes through the items that begin with it.
-    bool const isRepeated =
-        typed_.size() > 1 && std::ranges::all_of(typed_, [this](wchar_t c) { return c == typed_[0]; });
-    if (!findTyped(std::max(highlighted_, 0)) && isRepeated && life.alive()) {
-        typed_ = typed_.substr(0, 1);
-        findTyped(highlighted_ + 1);
-    }
+    MenuRows const& rows = items_->rows();
+    int const found = typed_.find(static_cast<int>(items_->numItems()), highlighted_, [&](int item) {
+        return !rows.isHidden(static_cast<std::size_t>(item)) && canHighlight(item) &&
+               matches(static_cast<unsigned short>(item));
+    });
+    if (found >= 0) setHighlightedItem(found);
     return true;
 }
 
-bool Menu::findTyped(int from) {
-    auto const count = static_cast<int>(items_->numItems());
-    MenuRows const& rows = items_->rows();
-    for (int i = 0; i < count; ++i) {
-        int const item = (from + i) % count;
-        if (rows.isHidden(static_cast<std::size_t>(item)) || !canHighlight(item)) continue;
-        if (!matches(static_cast<unsigned short>(item))) continue;
-        setHighlightedItem(item);
-        return true;
-    }
-    return false;
-}
-
 void Menu::forgetTyped() {
-    typing_.stop();
-    if (typed_.empty()) return;
-    typed_ = {};
-    makeDirty();
+    if (typed_.forget()) makeDirty();
 }
 
 } // namespace wainscot

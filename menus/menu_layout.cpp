@@ -6,6 +6,32 @@
 
 namespace wainscot {
 
+namespace {
+
+/// Of long menus so many of the longest texts are measured.
+constexpr std::size_t numMeasured = 16;
+
+} // namespace
+
+std::vector<unsigned short> MenuLayout::longestItems(MenuData const& data) {
+    auto const items = data.items();
+    using Entry = std::pair<std::size_t, unsigned short>;
+    std::vector<Entry> heap;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        std::size_t const length = items[i].label().size();
+        if (heap.size() == numMeasured && length <= heap.front().first) continue;
+        if (heap.size() == numMeasured) {
+            std::ranges::pop_heap(heap, std::greater<>());
+            heap.pop_back();
+        }
+        heap.emplace_back(length, static_cast<unsigned short>(i));
+        std::ranges::push_heap(heap, std::greater<>());
+    }
+    std::vector<unsigned short> longest;
+    for (Entry const& entry : heap) longest.push_back(entry.second);
+    return longest;
+}
+
 int MenuLayout::rowHeight() {
     return UifStd::getTableRowHeight();
 }

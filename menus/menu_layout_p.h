@@ -20,6 +20,9 @@ public:
     /// The row at a distance from the top; the number of rows behind the last one.
     std::size_t rowAt(int y) const;
 
+    /// The items with the longest texts: those that have to be measured.
+    static std::vector<unsigned short> longestItems(MenuData const& items);
+
     static int rowHeight();
     static int heightOf(MenuItem const& item);
     static bool isSeparator(MenuItem const& item) { return item.label().empty() && !item.isHeader(); }

@@ -1,3 +1,4 @@
+#include "host/base/diagnostics.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/glob_notices.h"
@@ -11,6 +12,10 @@ namespace wainscot {
 Glob* Menu::makeSubMenuGlob(unsigned short index) {
     MenuItem const item = items_->getItem(index);
     MenuItem::SubMenu const made = item.createSubMenu(*this);
+    if (made.widget && !GlobManager::instance().isFree(made.widget)) {
+        Diagnostics::count("sub-menu is in use", "");
+        return nullptr;
+    }
     if (made.widget) return made.widget;
     return made.items ? new Menu(made.items, this) : nullptr;
 }
@@ -24,7 +29,7 @@ bool Menu::openSubMenu(unsigned short item, bool byTimer) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     deleteSubMenu();
-    if (!life.alive()) return false;
+    if (!life.alive() || item >= items_->numItems()) return false;
     std::unique_ptr<Glob> made(makeSubMenuGlob(item));
     int const row = life.alive() ? findVisibleItem(item) : noItem;
     if (!made || row < 0) return false;
@@ -48,7 +53,7 @@ bool Menu::openSubMenu(unsigned short item, bool byTimer) {
     Glob* const opened = made.get();
     LifeGuard const openedLife = opened->guard();
     if (!manager.openPopUp(opened, options)) return false;
-    made.release();
+    static_cast<void>(made.release());
     if (!life.alive() || !openedLife.alive()) return false;
     subMenu_ = HandlerRef<Glob>(opened);
     subMenuItem_ = item;
@@ -59,13 +64,24 @@ bool Menu::openSubMenu(unsigned short item, bool byTimer) {
             handleGlobDeletion();
             return 1;
         }));
+    moveWatch_ = GlobNotices::watchMoves(*opened, makeCallback<int, NotifyMsg>([this](NotifyMsg const&) {
+        handleGlobMoved();
+        return 1;
+    }));
     redrawRow(item);
     return true;
+}
+
+/// What the user has put elsewhere stays when the pointer goes away.
+void Menu::handleGlobMoved() {
+    Glob const* const open = getSubMenu();
+    if (open && open->isMoving()) wasOpenedByTimer_ = false;
 }
 
 void Menu::handleGlobDeletion() {
     subMenu_ = {};
     deletionWatch_ = {};
+    moveWatch_ = {};
     redrawRow(std::exchange(subMenuItem_, noItem));
 }
 

@@ -132,7 +132,7 @@ TEST_F(Gallery, AScriptDoesWhatAPersonWould) {
 }
 
 TEST_F(Gallery, TabGoesThroughAllOfEveryPageAndKeepsItInSight) {
-    constexpr int steps = 80;
+    constexpr int steps = 120;
     std::string script;
     for (int i = 0; i < steps; ++i) script += "key Tab\nfocus\n";
     for (std::string const& page : pageNames()) {
@@ -163,7 +163,7 @@ TEST_F(Gallery, PagesAreFoundByKeysAlone) {
         run("--page desk --script " +
             fileWith("key Ctrl+PageDown\n" + shows("timeline") + "key Ctrl+PageUp\nkey Ctrl+PageUp\n" +
                      shows("desk") + "click listitem \"Choices\"\n" + shows("choices") + "key Down\n" +
-                     shows("scroll") + "key PageDown\n" + shows("form") + "key End\n" + shows("dragging") +
+                     shows("scroll") + "key PageDown\n" + shows("grading") + "key End\n" + shows("dragging") +
                      "type \"sy\"\n" + shows("symbols") + "advance 1500\ntype \"order\"\n" +
                      shows("tab_order") + "key Home\n" + shows("desk") +
                      "click radiobutton \"Light\"\nclick radiobutton \"A++\"\nclick radiobutton \"150 %\"\n" +

@@ -5,6 +5,7 @@
 #include <ownership_examples.h>
 #include <text_entry_examples.h>
 #include <text_lines_examples.h>
+#include <value_box_examples.h>
 
 namespace wainscot {
 namespace {
@@ -62,6 +63,35 @@ TEST_F(OwnershipGuide, NotesAreToldAndChangesAreDrawn) {
     destroy(notes);
     show(new Changes(MultiLineTextBox::InitArgs(100, 80, L"+new\n-gone\nas before")));
     EXPECT_EQ(Consistency(driver_).fault(), "");
+}
+
+/// What docs/value-box.md shows.
+TEST_F(OwnershipGuide, ValueBoxesShowWhatTheirParsersSay) {
+    ValServer<double> opacity(0.5);
+    auto* const layer = show(new LayerPanel(opacity));
+    driver_.key(Key::tab);
+    driver_.type(L"25%");
+    driver_.key(Key::tab);
+    EXPECT_EQ(opacity.value(), 0.25);
+    driver_.type(L"240");
+    driver_.key(Key::enter);
+    driver_.settle();
+    EXPECT_EQ(layer->getTitleW(), L"Blur 240");
+    destroy(layer);
+    auto* const box = show(new VariBox(VariBox::InitArgs()));
+    box->setParser(new VariBoxParserBasic<double>(box, new ShutterDisplayer, 0, 10, 1, 3, 3), true);
+    EXPECT_EQ(box->getText(), L"1/8");
+    box->claimKbdFocus();
+    driver_.type(L"1/64");
+    driver_.key(Key::enter);
+    driver_.key(Key::up);
+    EXPECT_EQ(box->getText(), L"1/128");
+    box->setParser(new SizeParser(box), true);
+    driver_.type(L"20");
+    driver_.key(Key::enter);
+    EXPECT_EQ(box->getText(), L"24 pt");
+    EXPECT_EQ(told(), "varibox_ValueChanged varibox_ChangeComplete varibox_ValueChanged "
+                      "varibox_ChangeComplete varibox_ValueChanged varibox_ChangeComplete");
 }
 
 using TextEntryGuide = WidgetTest;

@@ -7,9 +7,12 @@
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
 #include "host/events/key_names.h"
-#include "menus/menu.h"
+#include "menus/combo_box.h"
+#include "menus/drop_down_menu_button.h"
+#include "menus/menu_button_group.h"
 #include "text/multi_line_text_box.h"
 #include "text/numeric_text_box.h"
+#include "text/vari_box.h"
 #include <star_rating.h>
 
 #include <fstream>
@@ -91,8 +94,9 @@ void expectMessages(char const* file, MessageInfo const (&table)[count]) {
     std::string const text = guide(file);
     for (MessageInfo const& row : table) {
         bool const isMessage = row.delivery != MessageInfo::callback;
-        std::string name = row.text.empty() ? "" : "`" + std::string(row.text) + "`";
-        if (row.naming == MessageInfo::ownThenText) name = row.text.empty() ? "name" : "name + " + name;
+        std::string name;
+        if (!row.text.empty()) name.append("`").append(row.text).append("`");
+        if (row.naming == MessageInfo::ownThenText) name.insert(0, row.text.empty() ? "name" : "name + ");
         if (row.naming == MessageInfo::textThenValue) name += " + value";
         char const* const how = row.delivery == MessageInfo::called   ? "called"
                                 : row.delivery == MessageInfo::queued ? "queued"
@@ -129,6 +133,8 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("text-entry.md", TextBox::messageTable);
     expectMessages("text-lines.md", MultiLineTextBox::messageTable);
     expectMessages("menus.md", Menu::messageTable);
+    expectMessages("drop-downs.md", DropDownMenuButton::messageTable);
+    expectMessages("drop-downs.md", ComboBox::messageTable);
     expectMessages("panel.md", StandardPanel::messageTable);
     expectKeys("button.md", Button::keyTable);
     expectKeys("choices.md", Checkbox::keyTable);
@@ -137,7 +143,12 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectKeys("text-entry.md", TextKeys::actionTable);
     expectKeys("text-entry.md", TextKeys::shortcutTable);
     expectKeys("text-entry.md", NumericTextBox::keyTable);
+    expectMessages("value-box.md", VariBox::messageTable);
+    expectKeys("value-box.md", VariBox::keyTable);
     expectKeys("menus.md", Menu::keyTable);
+    expectKeys("drop-downs.md", DropDownMenuButton::keyTable);
+    expectKeys("drop-downs.md", ComboBox::keyTable);
+    expectKeys("drop-downs.md", MenuButtonGroup::keyTable);
     expectKeys("text-lines.md", TextKeys::lineActionTable);
 }
 

@@ -2,6 +2,8 @@
 
 #include "buttons/checkbox.h"
 #include "containers/scroll_bar.h"
+#include "host/objects/glob_notices.h"
+#include "host/objects/kbd_focus.h"
 #include "host/services/preferences.h"
 #include "host/windows/popup_chain.h"
 #include "menus/menu.h"
@@ -40,8 +42,9 @@ protected:
         int const row = menu.findVisibleItem(index);
         EXPECT_GE(row, 0) << index;
         if (row < 0) return {};
-        return menu.visibleItems()[static_cast<std::size_t>(row)].box.centre() +
-               menu.screenBox().bottomLeft();
+        // Widgets may stand at the right.
+        IntBox const box = menu.visibleItems()[static_cast<std::size_t>(row)].box;
+        return XY<int>(box.x1 + 10, box.centre().y) + menu.screenBox().bottomLeft();
     }
     void clickOn(Menu const& menu, unsigned short index) { driver_.clickAt(placeOf(menu, index)); }
     Menu* subOf(Menu const& menu) { return dynamic_cast<Menu*>(menu.getSubMenu()); }
@@ -193,6 +196,27 @@ TEST_F(MenuWidgets, GroupsFoldAndAreRemembered) {
     Menu* const again = show(new Menu(args));
     EXPECT_EQ(again->numNonHiddenItems(), 4);
     EXPECT_TRUE(again->itemIsHidden(3));
+    // Keys stop at headers: Left goes there and folds the group, Right unfolds it.
+    again->claimKbdFocus();
+    driver_.key(Key::end);
+    EXPECT_EQ(again->getHighlightedItem(), 5);
+    struct Case {
+        std::uint32_t key;
+        int highlighted;
+        unsigned short rows;
+    };
+    for (Case const& c : {Case{Key::left, 4, 4},
+                          {Key::left, 4, 3},
+                          {Key::left, 4, 3},
+                          {Key::up, 2, 3},
+                          {Key::enter, 2, 4},
+                          {Key::enter, 2, 3},
+                          {Key::right, 2, 4},
+                          {Key::down, 3, 4}}) {
+        driver_.key(c.key);
+        EXPECT_EQ(again->getHighlightedItem(), c.highlighted) << c.key;
+        EXPECT_EQ(again->numNonHiddenItems(), c.rows) << c.key;
+    }
     // A lone leading group stays open.
     Menu* const lone = open({item(L"A", "", eExpandedGroupItem), item(L"a", "a", eGroupedMenuItem)});
     clickOn(*lone, 0);
@@ -258,6 +282,72 @@ TEST_F(MenuWidgets, AListThatHasBecomeShorterDoesNoHarm) {
     menu->redisplay();
     EXPECT_EQ(menu->visibleItems().size(), 1U);
     EXPECT_EQ(Consistency(driver_).fault(), "");
+}
+
+TEST_F(MenuWidgets, AListMayBecomeShorterWhileASubMenuGoes) {
+    for (int const way : {0, 1, 2}) {
+        std::vector<MenuItem> const items{cascade(L"First", three()), cascade(L"Second", three()),
+                                          item(L"Last")};
+        Menu* const menu = open(items);
+        menu->makeSubMenu(0);
+        auto const watch = GlobNotices::watchDeletion(*menu->getSubMenu(),
+                                                      makeCallback<int, NotifyMsg>([&](NotifyMsg const&) {
+                                                          menu->getItems()->removeItems(1, 2);
+                                                          return 1;
+                                                      }));
+        if (way == 0) driver_.clickAt(placeOf(*menu, 2));
+        if (way == 1) driver_.clickAt(placeOf(*menu, 1));
+        if (way == 2) {
+            EXPECT_FALSE(menu->makeSubMenu(1));
+        }
+        EXPECT_EQ(menu->getItems()->numItems(), 1U);
+        destroy(menu);
+    }
+}
+
+TEST_F(MenuWidgets, ItemsFollowWhatTheyStandFor) {
+    auto const loop = Qv::makePtr<GenericParam::BoolParam>(L"Loop");
+    auto const size =
+        Qv::makePtr<GenericParam::ChoiceParam>(L"Size", std::vector<UIString>{L"Small", L"Large"}, 1U);
+    Menu* const menu = show(new Menu({{L"", {loop, size}}}, root_));
+    auto const shownLoop = [&] { return Menu::convertToBool(menu->getItems()->getItem(0)); };
+    clickOn(*menu, 0);
+    EXPECT_TRUE(loop->value() && shownLoop());
+    loop->setValue(false);
+    EXPECT_FALSE(shownLoop());
+    auto const* const box = dynamic_cast<Checkbox const*>(menu->firstChild());
+    EXPECT_TRUE(box && !box->isTicked());
+    clickOn(*menu, 0);
+    EXPECT_TRUE(loop->value() && shownLoop());
+    loop->setActive(false);
+    EXPECT_FALSE(menu->getItems()->getItem(0).isActive());
+    ASSERT_TRUE(menu->makeSubMenu(1));
+    auto const isMarked = [&](unsigned short index) {
+        return subOf(*menu)->getItems()->getItem(index).getLayout().isMarked;
+    };
+    EXPECT_TRUE(!isMarked(0) && isMarked(1));
+    size->setValue(0);
+    EXPECT_TRUE(isMarked(0) && !isMarked(1));
+}
+
+TEST_F(MenuWidgets, AListInAPanelIsWorkedByKeys) {
+    // Copies share their id.
+    MenuItem const loop = item(L"Loop||[Off] [On]", "loop");
+    auto* const menu = show(new Menu({loop, loop, loop}, root_));
+    EXPECT_TRUE(menu->isTabStopActive());
+    menu->claimKbdFocus();
+    EXPECT_EQ(get_kbd_focus(), menu);
+    driver_.key(Key::end);
+    driver_.key(Key::enter);
+    EXPECT_EQ(told(), "loop menu_itemSelected");
+    EXPECT_TRUE(Menu::convertToBool(menu->getItems()->getItem(2)));
+    EXPECT_FALSE(Menu::convertToBool(menu->getItems()->getItem(0)));
+    std::size_t const numChildren = menu->numChildren();
+    menu->redisplay();
+    EXPECT_EQ(menu->numChildren(), numChildren);
+    set_kbd_focus(nullptr);
+    clickOn(*menu, 0);
+    EXPECT_EQ(get_kbd_focus(), menu);
 }
 
 TEST_F(MenuWidgets, AContextMenuWorksOnATextBoxWithoutItsFocus) {

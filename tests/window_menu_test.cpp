@@ -42,3 +42,24 @@ TEST_F(WindowMenu, AnItemIsChosenWithThePointerAndWithTheKeys) {
     ASSERT_TRUE(bench_.key({"Down", "Right", "Right", "Up", "Return"}));
     EXPECT_EQ(next("folder"), "folder");
 }
+
+TEST_F(WindowMenu, ADropDownIsWorkedWithPressesAndWithKeysAlone) {
+    open("drop_downs");
+    auto const rates = areaOf("dropdown \"Frame rate\"").middle();
+    XY<int> const third =
+        rates + XY<int>{0, UifStd::getButtonHeight() / 2 + UifStd::getTableRowHeight() * 5 / 2};
+    ASSERT_TRUE(bench_.movePointer(at(rates)) && bench_.click());
+    // The second press closes the list, so that a press where its row was chooses nothing there.
+    ASSERT_TRUE(bench_.click());
+    ASSERT_TRUE(bench_.click());
+    ASSERT_TRUE(bench_.movePointer(at(third) + XY<int>{1, 3}) &&
+                bench_.movePointer(at(third) + XY<int>{0, 3}));
+    ASSERT_TRUE(bench_.click());
+    EXPECT_EQ(next("ddMenuBtnMsg"), "ddMenuBtnMsg  25");
+    ASSERT_TRUE(bench_.movePointer(at(rates)));
+    ASSERT_TRUE(bench_.click() && bench_.click());
+    ASSERT_TRUE(bench_.key({"Tab", "F4", "Down", "Return"}));
+    EXPECT_EQ(next("ddMenuBtnMsg"), "ddMenuBtnMsg  29.97");
+    ASSERT_TRUE(bench_.key({"Up"}));
+    EXPECT_EQ(next("ddMenuBtnMsg"), "ddMenuBtnMsg  25");
+}

@@ -137,6 +137,16 @@ TEST_F(PopUps, APressOnAPopUpClosesNothing) {
     chain().closeBehind(*first_);
     EXPECT_EQ(takeLog(), (Lines{"third poot", "second poot"}));
     EXPECT_EQ(chain().last(), first_);
+    // What an object in it has opened closes, except by that object's press.
+    auto* const inner = addTo(first_, new ProbeGlob(20, 20, nullptr, "inner"), BottomLeft(70, 50));
+    PopUpOptions options;
+    options.place = XY<int>(330, 600);
+    options.opener = inner;
+    ASSERT_TRUE(manager().openPopUp(makePopUp("own"), options));
+    driver_.click(inner);
+    EXPECT_EQ(chain().size(), 2U);
+    driver_.clickAt({140, 620});
+    EXPECT_EQ(chain().last(), first_);
 }
 
 TEST_F(PopUps, TheOpenersPressReachesItFirst) {

@@ -8,7 +8,6 @@ namespace wainscot {
 
 namespace {
 
-constexpr wchar_t trueMinus = 0x2212;
 /// Longer texts are not numbers that anybody has copied.
 constexpr std::size_t longest = 400;
 constexpr std::size_t groupLength = 3;
@@ -43,7 +42,9 @@ std::optional<wchar_t> decimalSignOf(std::wstring_view digits) {
     }
     if (commas == 0) return points <= 1 ? std::optional(points == 1 ? L'.' : L'\0') : L'\0';
     std::size_t const behind = digits.size() - digits.rfind(L',') - 1;
-    return commas == 1 && behind != groupLength ? L',' : L'\0';
+    // No group of thousands begins with a zero.
+    bool const isGroup = behind == groupLength && digits.front() != L'0';
+    return commas == 1 && !isGroup ? L',' : L'\0';
 }
 
 /// The digits without the signs between their groups; nothing when the groups are not those of thousands.

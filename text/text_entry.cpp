@@ -405,20 +405,9 @@ void TextEntry::draw() {
 void TextEntry::drawBackground() {
     CanvasRenderer renderer(canvas(), canvasArea());
     bool const isInUse = takesInput();
-    drawBehindCorners(renderer);
+    ControlLook::drawBehindCorners(renderer, canvasArea(), getPalette());
     ControlLook::drawField(renderer, canvasArea(),
                            {.isActive = isInUse, .isHovered = isInUse && containsPointer()}, getPalette());
-}
-
-/// The ground of the window, in the corners that the field leaves free.
-void TextEntry::drawBehindCorners(CanvasRenderer& renderer) {
-    IntBox const box = canvasArea();
-    int const radius = std::min<int>(UifStd::getCornerRadius(), std::min(width(), height()));
-    IntBox const corners[] = {{box.x1, box.y1, box.x1 + radius, box.y1 + radius},
-                              {box.x2 - radius, box.y1, box.x2, box.y1 + radius},
-                              {box.x1, box.y2 - radius, box.x1 + radius, box.y2},
-                              {box.x2 - radius, box.y2 - radius, box.x2, box.y2}};
-    renderer.renderBoxes(corners, getPalette().window(eWindowNormal));
 }
 
 } // namespace wainscot

@@ -215,10 +215,12 @@ protected:
     /// Asks the data for a text that the user has entered, if that has not been done. It may destroy the box.
     void handOverText();
 
+    /// Escape brings back the present text from now on.
+    void noteTextAtFocus();
+
 private:
     struct Selecting;
 
-    void noteTextAtFocus();
     /// Shows what has become of a step by the user.
     void noteStep(Text const& before, Text const& known, bool wasPending);
     /// Shows cursor and selection if one of them has moved.
@@ -240,7 +242,6 @@ private:
     void scrollWhileSelecting();
     Selecting& selecting();
     void offerSelection();
-    void drawBehindCorners(CanvasRenderer& renderer);
 
     std::unique_ptr<Selecting> selecting_;
     UIString ghostLabel_;

@@ -1,9 +1,11 @@
 #include "gallery/page.h"
 
 #include "buttons/button.h"
+#include "buttons/checkbox.h"
 #include "foundation/label.h"
 #include "foundation/layout/box_layout.h"
 #include "foundation/standard_panel.h"
+#include "foundation/val_server_adaptor.h"
 #include "host/base/convert.h"
 #include "menus/menu.h"
 #include "menus/model/menu_change.h"
@@ -79,17 +81,26 @@ public:
     MenusPage(XY<int> size, LogLine log) : StandardPanel(size), log_(std::move(log)) {
         setTabGoesOn(true);
         auto* const column = setLayout(BoxLayout::makeColumn());
-        Label::InitArgs note(L"Right press, the Menu key or Shift+F10 open the context menu of this page.",
+        Label::InitArgs note(L"A right press opens the context menu of this page; so does the Menu key, or "
+                             L"Shift+F10, while something "
+                             L"here has the focus.",
                              Label::Part::secondary);
         column->add(std::make_unique<Label>(note));
         auto* const row = column->add(BoxLayout::makeRow(), {.stretch = 1});
         addMenu(*row, plainItems());
-        addMenu(*row, optionItems());
+        auto options = optionItems();
+        for (MenuItem const& item :
+             GenericParam::makeItems({{L"Bound to the box below", {loop_, quality_, size_}}}))
+            options->addItem(item);
+        addMenu(*row, options);
         addMenu(*row, groupedItems());
         auto* const buttons = column->add(BoxLayout::makeRow());
         addButton(*buttons, L"Pop up", plainItems);
         addButton(*buttons, L"Groups", groupedItems);
         addButton(*buttons, L"65,535 items", longItems);
+        auto* const box = buttons->add(std::make_unique<Checkbox>(Checkbox::InitArgs(L"Loop the take")));
+        bindToServer(*box, loop_->server());
+        addTabStop(*box);
         addMenuItem(MenuItem(L"Cascades", folder(L"/media").subMenuCreator()));
         addMenuItem(MenuItem(L"About this page", WidgetCallback("about")));
     }
@@ -108,7 +119,7 @@ private:
     };
 
     void addMenu(BoxLayout& row, Qv::Ptr<MenuData> const& items) {
-        row.add(std::make_unique<Menu>(items, this), {.stretch = 1});
+        addTabStop(*row.add(std::make_unique<Menu>(items, this), {.stretch = 1}));
     }
     void addButton(BoxLayout& row, wchar_t const* label, Qv::Ptr<MenuData> (*make)()) {
         Button::InitArgs args(label, "pop up");
@@ -139,6 +150,11 @@ private:
 
     LogLine log_;
     std::vector<Opener> openers_;
+    Qv::Ptr<GenericParam::BoolParam> loop_ = Qv::makePtr<GenericParam::BoolParam>(L"Loop the take");
+    Qv::Ptr<GenericParam::MultiParam> quality_ = Qv::makePtr<GenericParam::MultiParam>(
+        L"Proxies", std::vector<UIString>{L"Draft", L"Good", L"Best"}, 1U);
+    Qv::Ptr<GenericParam::ChoiceParam> size_ = Qv::makePtr<GenericParam::ChoiceParam>(
+        L"Viewer", std::vector<UIString>{L"Fit", L"Half", L"Full"}, 0U);
 };
 
 std::unique_ptr<Glob> make(XY<int> size, LogLine log) {

@@ -108,6 +108,10 @@ Glob* Glob::getWidget(unsigned short index) const {
     return index < numChildren_ ? Tree::childAt(const_cast<Glob&>(*this), index) : nullptr;
 }
 
+bool Glob::isWithin(Glob const* glob, Glob const* root) {
+    return glob && root && (glob == root || isParentedTo(glob, root));
+}
+
 bool Glob::isParentedTo(Glob const* glob, Glob const* ancestor) {
     if (!glob || !ancestor) return false;
     for (glob = glob->parent_; glob; glob = glob->parent_)
@@ -157,7 +161,7 @@ bool Glob::moveHere(Glob* child) {
     LifeGuard const life = guard();
     std::unique_ptr<Glob> taken = child->parent_->takeWidget(child);
     if (!taken || !life.alive() || !mayTake(child)) return false;
-    taken.release();
+    static_cast<void>(taken.release());
     return true;
 }
 
@@ -248,6 +252,10 @@ void Glob::removeSurround() {
     damageWithSurround();
     side().surround = Surround();
     surroundChanged();
+}
+
+Surround Glob::getSurround() const {
+    return side_ ? side_->surround : Surround();
 }
 
 bool Glob::hasSurround() const {
@@ -513,8 +521,7 @@ void Glob::setActive(bool active, eRedrawFlag redraw) {
 
 void Glob::handOnKbdFocus() {
     Glob* const holder = KbdFocus::holderIn(*getRootParent(this));
-    if (holder && (holder == this || isParentedTo(holder, this)))
-        holder->relinquishKbdFocus(KbdFocus::heirOf(*this));
+    if (isWithin(holder, this)) holder->relinquishKbdFocus(KbdFocus::heirOf(*this));
 }
 
 void Glob::setOpacity(double opacity) {

@@ -78,6 +78,8 @@ public:
     Glob* getWidget(unsigned short index) const;
     /// Whether `ancestor` is among the parents of `glob`.
     static bool isParentedTo(Glob const* glob, Glob const* ancestor);
+    /// The same, or `glob` is `root` itself. False for null.
+    static bool isWithin(Glob const* glob, Glob const* root);
     /// The topmost ancestor; a root's root is itself. Null for null.
     static Glob* getRootParent(Glob* glob);
 
@@ -316,6 +318,8 @@ public:
     void addSurround(Surround const& surround);
     void removeSurround();
     bool hasSurround() const;
+    /// What is drawn round it; an empty one when there is nothing.
+    Surround getSurround() const;
     /// Adds a soft shadow to its surround, at the edges named by `Surround::Edge`.
     void addShadow(int size, double opacity, unsigned edges = 15);
 

@@ -44,6 +44,11 @@ inline constexpr ResId copy = 10324;
 inline constexpr ResId paste = 10325;
 inline constexpr ResId selectAll = 10326;
 
+// The context menu of value boxes.
+inline constexpr ResId putDefaultBack = 10331;
+/// The button below a menu that adds an item.
+inline constexpr ResId addItem = 10332;
+
 inline constexpr ResId linkUnusable = 10401;
 inline constexpr ResId linkNotAllowed = 10402;
 

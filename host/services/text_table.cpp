@@ -53,6 +53,8 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::copy, L"Copy"},
     {TextId::paste, L"Paste"},
     {TextId::selectAll, L"Select all"},
+    {TextId::putDefaultBack, L"Put the default back"},
+    {TextId::addItem, L"Add..."},
     {TextId::linkUnusable, L"This is no link that can be opened."},
     {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };

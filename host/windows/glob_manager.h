@@ -66,6 +66,8 @@ public:
     bool openNote(Glob* root, XY<int> place, Glob& owner);
     /// The pop-up leaves its chain and stays open (it was pinned).
     void pinPopUp(Glob* root);
+    /// Whether a new window can take it: it is alive, nobody's child, and in no window.
+    bool isFree(Glob const* glob) const;
     /// Whether a root is in a pop-up window, pinned or not.
     bool isPopUp(Glob const* root) const;
     PopUpChain& popUps();

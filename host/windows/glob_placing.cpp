@@ -196,6 +196,10 @@ void GlobManager::pinPopUp(Glob* root) {
     if (is_good_glob_ptr(root)) parts_->popUps.leave(*root);
 }
 
+bool GlobManager::isFree(Glob const* glob) const {
+    return is_good_glob_ptr(glob) && !glob->parent() && !windowOf(glob);
+}
+
 bool GlobManager::isPopUp(Glob const* root) const {
     TopLevelWindow const* const window = windowOf(root);
     return window && window->isPopUp();

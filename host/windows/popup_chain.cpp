@@ -12,10 +12,6 @@ namespace {
 
 constexpr LightweightString<char> closeMsg{"close_pop_ups"};
 
-bool liesIn(Glob const* glob, Glob const* ancestor) {
-    return glob && ancestor && (glob == ancestor || Glob::isParentedTo(glob, ancestor));
-}
-
 } // namespace
 
 /// Belongs to no window, so that it is asked whichever window is active.
@@ -94,7 +90,9 @@ bool PopUpChain::add(Glob& popUp, Glob* parent, Glob* opener, Glob* owner) {
     if (contains(&popUp)) return true;
     if (links_.empty()) begin(openerLife.alive() ? opener : nullptr, ownerLife.alive() ? owner : nullptr);
     int const priority = lowestPriority + 2 + static_cast<int>(links_.size());
-    links_.push_back({HandlerRef<Glob>(&popUp), EventSystem::live().intercepts.push(&popUp, priority)});
+    links_.push_back({HandlerRef<Glob>(&popUp),
+                      HandlerRef<Glob>(!parent && openerLife.alive() ? opener : nullptr),
+                      EventSystem::live().intercepts.push(&popUp, priority)});
     return true;
 }
 
@@ -175,8 +173,14 @@ void PopUpChain::leave(Glob const& popUp) {
 // Presses
 
 PopUpChain::Press PopUpChain::press(Glob* under) {
-    if (links_.empty() || contains(Glob::getRootParent(under))) return Press::goesOn;
-    if (liesIn(under, opener())) {
+    std::size_t const pressed = indexOf(Glob::getRootParent(under));
+    if (pressed < links_.size()) {
+        Glob const* const opener = pressed + 1 < links_.size() ? links_[pressed + 1].opener.get() : nullptr;
+        if (opener && !Glob::isWithin(under, opener)) closeFrom(pressed + 1);
+        return Press::goesOn;
+    }
+    if (links_.empty()) return Press::goesOn;
+    if (Glob::isWithin(under, opener())) {
         pressedChain_ = links_.front().popUp.stamp();
         return Press::reachesOpener;
     }

@@ -18,7 +18,8 @@ namespace wainscot {
 /// - A press outside the chain closes the chain; nobody else hears of that press, nor of its release.
 /// - A press on the opener of the first pop-up reaches the opener. After the messages that the opener then
 ///   sends, the pop-ups of that chain that are still open are closed.
-/// - A press on a pop-up goes there and closes nothing; pop-ups close their sub-menus themselves.
+/// - A press on a pop-up goes there, and closes the pop-ups that other objects in that pop-up have opened.
+///   Menus close their sub-menus themselves.
 /// - Escape that no pop-up consumed closes the last pop-up. Deactivation of the application closes all, and
 ///   so does moving, resizing, hiding or destroying the window from which the chain was opened.
 /// - The death of a pop-up closes those that were opened from it.
@@ -87,6 +88,7 @@ private:
     class Keeper;
     struct Link {
         HandlerRef<Glob> popUp;
+        HandlerRef<Glob> opener;
         IdStamp intercept;
     };
 

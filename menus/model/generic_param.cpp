@@ -15,6 +15,10 @@ ParamBase::ParamBase(UIString legend, LightweightString<char> valueType, unsigne
 
 ParamBase::~ParamBase() = default;
 
+void ParamBase::setActive(bool active) {
+    if (std::exchange(isActive_, active) != active) activityChanged();
+}
+
 BoolParam::BoolParam(UIString legend, bool value, unsigned int hints)
     : Param(std::move(legend), boolType, value, hints) {}
 

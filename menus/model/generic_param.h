@@ -45,15 +45,22 @@ public:
 
 class WAINSCOT_API ParamBase : public iParam, public Qv::InternalRefCount {
 public:
+    /// Notified when the user can change it from now on, or cannot any more.
+    static constexpr LightweightString<char> activeChangedMsg{"GenericParam::activeChanged"};
+
     ParamBase(UIString legend, LightweightString<char> valueType, unsigned int hints);
     ~ParamBase() override;
 
     bool isActive() const override { return isActive_; }
-    void setActive(bool active) { isActive_ = active; }
+    void setActive(bool active);
     unsigned int getPresentationHints() const override { return hints_; }
     void setPresentationHints(unsigned int hints) { hints_ = hints; }
     LightweightString<char> getValueType() const override { return valueType_; }
     UIString getLegend() const override { return legend_; }
+
+protected:
+    /// Whether the user can change it has changed.
+    virtual void activityChanged() = 0;
 
 private:
     UIString legend_;
@@ -77,6 +84,7 @@ public:
 protected:
     /// Whether it is a value of the parameter. True here.
     virtual bool isPossible(T const& value) const;
+    void activityChanged() override;
 };
 
 template <class T>
@@ -98,6 +106,11 @@ bool Param<T>::setValue(T const& value) {
 template <class T>
 bool Param<T>::isPossible(T const&) const {
     return true;
+}
+
+template <class T>
+void Param<T>::activityChanged() {
+    this->issueNotification(NotifyMsg(activeChangedMsg));
 }
 
 extern template class Param<bool>;

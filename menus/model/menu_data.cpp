@@ -95,6 +95,18 @@ bool MenuData::isSelectable(unsigned short item) const {
     return item < items_.size() && items_[item].isSelectable();
 }
 
+bool MenuData::canBeSelected(unsigned short item) const {
+    return isSelectable(item) && !items_[item].hasFlag(MenuItemFlag::command) &&
+           !items_[item].label().empty();
+}
+
+int MenuData::nextToSelect(int from, int direction) const {
+    auto const count = static_cast<int>(numItems());
+    for (int item = from + direction; item >= 0 && item < count; item += direction)
+        if (canBeSelected(static_cast<unsigned short>(item))) return item;
+    return -1;
+}
+
 unsigned short MenuData::numSelectableItems() const {
     auto const isOne = [](MenuItem const& item) { return item.isSelectable(); };
     return static_cast<unsigned short>(std::count_if(items_.begin(), items_.end(), isOne));
@@ -143,7 +155,7 @@ struct Telling {
     }
     void send(LightweightString<char> const& message, EventHandler* target) const {
         if (hasOptions)
-            sendMessageWithData(message, target, change);
+            sendMessageWithData(message, target, change, change->data());
         else
             sendMessage(message, target, change->data(), true);
     }

@@ -62,6 +62,11 @@ public:
     /// Active, and no header.
     bool isSelectable(unsigned short item) const;
     unsigned short numSelectableItems() const;
+    /// Whether a drop-down can have it selected: selectable, no command and no separator.
+    bool canBeSelected(unsigned short item) const;
+    /// The nearest such item behind (1) or before (-1) an index, which may lie one beyond the ends; -1 when
+    /// there is none.
+    int nextToSelect(int from, int direction) const;
     bool isGroupStart(unsigned short item) const;
     /// The last member of the group that the header opens; `none` when it has no members, or is no header.
     unsigned short getLastInGroup(unsigned short header) const;
@@ -75,9 +80,10 @@ public:
     /// queued for `destination` unless it is null or has died. False, and nothing happens, when there is no
     /// such item.
     ///
-    /// An item with options sends a `Change` as data. For others `data` is the sender of messages, and the
-    /// payload of calls: itself when it is counted, and as `wrapData(HandlerRef<>)` when it is an event
-    /// handler. It may die at any time. An exception passes to the caller after all callbacks have run.
+    /// `data` is the sender of messages. An item with options sends a `Change`, which holds it, too. For
+    /// others it is the payload of calls: itself when it is counted, and as `wrapData(HandlerRef<>)` when it
+    /// is an event handler. It may die at any time. An exception passes to the caller after all callbacks
+    /// have run.
     bool issueCallback(unsigned short item, EventHandler* destination, iObject* data) const;
 
 protected:

@@ -39,6 +39,12 @@ Text inFormat(Text const& label, ResStrFmt format) {
 
 MenuItemAction::~MenuItemAction() = default;
 
+void MenuItemAction::showIn(MenuItem&) const {}
+
+NotifierBase* MenuItemAction::source() const {
+    return nullptr;
+}
+
 MenuItem::Type& MenuItem::Type::operator=(Type const& other) noexcept {
     typeChanges += value_ != other.value_;
     value_ = other.value_;
@@ -283,6 +289,10 @@ std::vector<WidgetCallback> MenuItem::callbacks() const {
     all.push_back(callback_);
     all.insert(all.end(), more.begin(), more.end());
     return all;
+}
+
+MenuItemAction* MenuItem::action() const {
+    return hasCallback_ ? dynamic_cast<MenuItemAction*>(callback_.getCallback().get()) : nullptr;
 }
 
 void MenuItem::setCallback(WidgetCallback callback) {

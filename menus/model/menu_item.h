@@ -14,6 +14,7 @@ namespace wainscot {
 class CanvasRenderer;
 class Glob;
 class MenuData;
+class MenuItemAction;
 
 /// The bits of a menu item's flags. Other bits are free for the program.
 struct MenuItemFlag {
@@ -76,6 +77,8 @@ public:
         bool isItalic = false;
         bool isSecondary = false;
         bool isIconAtRight = false;
+        /// Has the mark of what is chosen among several.
+        bool isMarked = false;
         /// The share of the accent in the ground of the row under the pointer.
         float highlightShare = 1.0F;
         /// A text that is too long is cut, with an ellipsis.
@@ -172,6 +175,8 @@ public:
     /// What is run when the item is chosen, in order.
     std::vector<WidgetCallback> callbacks() const;
     bool hasCallbacks() const { return hasCallback_; }
+    /// The first of them, when it is a `MenuItemAction`; else null.
+    MenuItemAction* action() const;
     /// The only one from now on.
     void setCallback(WidgetCallback callback);
     void addCallback(WidgetCallback callback);

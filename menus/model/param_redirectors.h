@@ -13,6 +13,8 @@ class WAINSCOT_API BoolRedirector : public MenuItemAction {
 public:
     explicit BoolRedirector(Qv::Ptr<BoolParam> param) : param_(std::move(param)) {}
     int call(NotifyMsg const& message) override;
+    void showIn(MenuItem& item) const override;
+    NotifierBase* source() const override { return param_.get(); }
 
 private:
     Qv::Ptr<BoolParam> param_;
@@ -23,6 +25,8 @@ class WAINSCOT_API ActionRedirector : public MenuItemAction {
 public:
     explicit ActionRedirector(Qv::Ptr<ActionParam> param) : param_(std::move(param)) {}
     int call(NotifyMsg const& message) override;
+    void showIn(MenuItem& item) const override;
+    NotifierBase* source() const override { return param_.get(); }
 
 private:
     Qv::Ptr<ActionParam> param_;
@@ -33,6 +37,8 @@ class WAINSCOT_API OptionRedirector : public MenuItemAction {
 public:
     explicit OptionRedirector(Qv::Ptr<OptionsParam> param) : param_(std::move(param)) {}
     int call(NotifyMsg const& message) override;
+    void showIn(MenuItem& item) const override;
+    NotifierBase* source() const override { return param_.get(); }
 
 private:
     Qv::Ptr<OptionsParam> param_;
@@ -44,6 +50,8 @@ public:
     IndexRedirector(Qv::Ptr<OptionsParam> param, unsigned int index)
         : param_(std::move(param)), index_(index) {}
     int call(NotifyMsg const& message) override;
+    void showIn(MenuItem& item) const override;
+    NotifierBase* source() const override { return param_.get(); }
 
 private:
     Qv::Ptr<OptionsParam> param_;
