@@ -78,7 +78,7 @@ bool DropDownButtonBase::displayWidget(Glob* popUp) {
     PopUpOptions options;
     options.place = place;
     options.anchor = button;
-    options.opener = this;
+    options.opener = dropDownOpener();
     popUp_ = HandlerRef<Glob>(popUp);
     bool const isOpened = manager.openPopUp(popUp, options);
     if ((!isOpened || !life.alive()) && popUpLife.alive()) destroy(popUp);
@@ -105,6 +105,10 @@ unsigned short DropDownButtonBase::heightForList(unsigned short wanted) const {
 
 IntBox DropDownButtonBase::dropDownAnchor() const {
     return screenBox();
+}
+
+Glob* DropDownButtonBase::dropDownOpener() {
+    return this;
 }
 
 void DropDownButtonBase::informParentOfImminentAppearance() {

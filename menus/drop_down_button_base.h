@@ -75,6 +75,8 @@ protected:
     virtual void informParentOfImminentAppearance();
     /// The box next to which the pop-up opens, in root coordinates: that of the button.
     virtual IntBox dropDownAnchor() const;
+    /// The object whose presses reach it while the pop-up is open: the button.
+    virtual Glob* dropDownOpener();
     /// The most height for a list, so that it has room on one side of the button; `wanted` (0 = any) where
     /// neither side has room for a few rows.
     unsigned short heightForList(unsigned short wanted) const;

@@ -18,8 +18,7 @@ public:
         LifeGuard const life = guard();
         MenuButtonWidget::handleMouseContainment(inside);
         MenuButtonGroup* const group = inside && life.alive() ? group_.get() : nullptr;
-        MenuButtonWidget const* const open = group ? group->getOpenButton() : nullptr;
-        if (open && open != this && canOpen()) group->switchTo(*this);
+        if (group) group->switchUnderPointer(*this);
     }
     bool react(Event const& event) override {
         auto const step = isActive() && isKeyPressEvent(event)
@@ -39,6 +38,15 @@ protected:
         if (MenuButton* const next = group ? group->neighbourOf(*this, direction) : nullptr)
             group->switchTo(*next);
         return true;
+    }
+    /// A press on one button may go on over the next, and into its menu.
+    Glob* dropDownOpener() override {
+        return Glob::isWithin(this, group_.get()) ? static_cast<Glob*>(group_.get()) : this;
+    }
+    void pressMoved(Event const& event) override {
+        MenuButtonGroup* const group = group_.get();
+        MenuButton* const under = group ? group->buttonAt(event.place()) : nullptr;
+        if (!under || !group->switchUnderPointer(*under)) MenuButtonWidget::pressMoved(event);
     }
 
 private:
@@ -107,6 +115,20 @@ void MenuButtonGroup::switchTo(MenuButton& button) {
     LifeGuard const life = button.guard();
     if (MenuButtonWidget* const open = getOpenButton()) open->removeMenuFromScreen();
     if (life.alive()) button.openByKey();
+}
+
+bool MenuButtonGroup::switchUnderPointer(MenuButton& button) {
+    MenuButtonWidget const* const open = getOpenButton();
+    if (!open || open == &button || !button.canOpen()) return false;
+    switchTo(button);
+    return true;
+}
+
+MenuButtonGroup::MenuButton* MenuButtonGroup::buttonAt(XY<int> const& place) const {
+    auto const found = std::ranges::find_if(buttons_, [&](HandlerRef<MenuButton> const& button) {
+        return button && button.get()->isShown() && button.get()->screenBox().contains(place);
+    });
+    return found == buttons_.end() ? nullptr : found->get();
 }
 
 void MenuButtonGroup::getTabOrderables(std::vector<TabOrderable*>& controls, unsigned int) {

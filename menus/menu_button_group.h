@@ -7,8 +7,9 @@
 namespace wainscot {
 
 /// A row of buttons that open menus, such as the bar of menus of a window. While one menu is open, the
-/// pointer opens the next by entering its button, and Left and Right go from menu to menu. Left and Right
-/// also move the keyboard focus along the buttons, and Down opens.
+/// pointer opens the next by entering its button, also in a press that is dragged along the buttons, and Left
+/// and Right go from menu to menu. Left and Right also move the keyboard focus along the buttons, and Down
+/// opens.
 ///
 /// What the menus send goes to the parent. Each button sends `clickMsg` there when its menu opens; the sender
 /// is the button.
@@ -46,6 +47,9 @@ private:
     MenuButton* neighbourOf(MenuButton const& button, int direction) const;
     /// Opens the menu of a button in the place of the one that is open.
     void switchTo(MenuButton& button);
+    /// The pointer is over a button: does the same, where another menu is open. False = nothing to be done.
+    bool switchUnderPointer(MenuButton& button);
+    MenuButton* buttonAt(XY<int> const& place) const;
 
     std::vector<HandlerRef<MenuButton>> buttons_;
 };

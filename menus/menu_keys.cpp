@@ -111,8 +111,10 @@ bool Menu::moveByPage(int direction) {
     return true;
 }
 
-bool Menu::stepBeyond(int) {
-    return true;
+/// A sub-menu leaves it to the menu that has opened it.
+bool Menu::stepBeyond(int direction) {
+    auto* const opener = dynamic_cast<Menu*>(getOwner());
+    return !opener || opener->stepBeyond(direction);
 }
 
 bool Menu::stepInto() {

@@ -4,6 +4,7 @@
 #include "host/base/letter_case.h"
 #include "host/drawing/drawable.h"
 #include "host/events/dispatch_scope.h"
+#include "host/objects/description.h"
 #include "host/services/text_ids.h"
 #include "menus/drop_down_menu_button.h"
 #include "menus/menu.h"
@@ -39,6 +40,23 @@ bool Menu::convertToBool(MenuItem const& item) {
 
 namespace {
 
+/// What is said of a widget in a row: it bears the name of the item.
+class RowName {
+public:
+    virtual ~RowName() = default;
+    Text name;
+};
+
+template <class Widget>
+class InRow final : public Widget, public RowName {
+public:
+    using Widget::Widget;
+    void describe(GlobDescription& description) const override {
+        Widget::describe(description);
+        description.name = name;
+    }
+};
+
 /// The options as a list, which closes when one is chosen.
 Qv::Ptr<DropDownMenuData> listOf(MenuItem const& item) {
     std::vector<MenuItem> options(item.options().begin(), item.options().end());
@@ -58,16 +76,17 @@ int Menu::widthOfOptions(MenuItem const& item) const {
 
 Glob* Menu::makeRowWidget(MenuItem const& item) const {
     auto const height = toSize16(getRowHeight());
-    if (isBinaryItem(item)) return new Checkbox(Checkbox::InitArgs(height, height));
+    if (isBinaryItem(item)) return new InRow<Checkbox>(Checkbox::InitArgs(height, height));
     DropDownMenuButton::InitArgs args(listOf(item), toSize16(widthOfOptions(item)), height);
     args.font = item.getFont();
     args.style = eButtonFlat;
-    auto* const list = new DropDownMenuButton(args);
+    auto* const list = new InRow<DropDownMenuButton>(args);
     list->setAlignment(eAlignRight);
     return list;
 }
 
 bool Menu::showOption(Glob& widget, MenuItem const& item) {
+    if (auto* const named = dynamic_cast<RowName*>(&widget)) named->name = item.getDisplayString();
     if (auto* const box = dynamic_cast<Checkbox*>(&widget)) {
         if (!isBinaryItem(item)) return false;
         box->setState(convertToBool(item));

@@ -7,6 +7,7 @@
 #include "menus/drop_down_image_button.h"
 #include "menus/menu_button_group.h"
 #include "menus/menu_with_add_button.h"
+#include "menus/model/sub_menu_creator.h"
 #include "menus/titled_drop_downs.h"
 
 namespace wainscot {
@@ -37,6 +38,10 @@ protected:
         IntBox const box = menu.visibleItems()[static_cast<std::size_t>(menu.findVisibleItem(item))].box;
         driver_.clickAt(box.centre() + menu.screenBox().bottomLeft());
     }
+    static void moveBy(Glob& glob, XY<int> way) {
+        XY<int> const place = glob.box().bottomLeft() + way;
+        glob.parent()->reshapeWidgetAt(&glob, place, {glob.width(), glob.height()});
+    }
     PopUpChain& chain() { return host_->globManager().popUps(); }
 };
 
@@ -66,6 +71,10 @@ TEST_F(DropDowns, APressOpensASecondOneClosesAndSoDoAllOtherWays) {
             [&] { button->setVisible(false); },
             [&] { button->setItems(items()); },
             [&] { deactivate(); },
+            [&] {
+                moveBy(*button, {3, 0});
+            },
+            [&] { button->parent()->setVisible(false); },
         };
         for (auto const& close : ways) {
             Menu* const menu = open();
@@ -77,6 +86,7 @@ TEST_F(DropDowns, APressOpensASecondOneClosesAndSoDoAllOtherWays) {
             EXPECT_FALSE(chain().isOpen());
             button->setActive(true);
             button->setVisible(true);
+            button->parent()->setVisible(true);
             activate(root_);
         }
         Menu* const menu = open();
@@ -284,6 +294,28 @@ TEST_F(DropDowns, ABarOfMenusGoesFromMenuToMenu) {
     EXPECT_EQ(get_kbd_focus(), bar->getButton(1));
     driver_.key(Key::down);
     EXPECT_TRUE(bar->getOpenButton());
+    driver_.key(Key::escape);
+    // A press is dragged along the bar, and into a menu.
+    told();
+    driver_.moveTo(bar->getButton(0));
+    driver_.press(Driver::Button::left);
+    driver_.moveTo(bar->getButton(1));
+    EXPECT_EQ(bar->getOpenButton(), bar->getButton(1));
+    EXPECT_FALSE(bar->getButton(0)->isDown());
+    driver_.moveTo(bar->getButton(1)->getDropDown()->screenBox().centre());
+    driver_.release();
+    EXPECT_EQ(told(), "MenuButtonGroupClick MenuButtonGroupClick edit");
+    EXPECT_FALSE(bar->getOpenButton());
+    // Beyond the end of a sub-menu comes the next menu.
+    MenuItem const more(L"More", makeSubMenuCreator([&](Glob&) { return menu("in"); }));
+    bar->getButton(0)->setItems(Qv::makePtr<MenuData>(std::vector<MenuItem>{more}));
+    driver_.click(bar->getButton(0));
+    driver_.key(Key::down);
+    driver_.key(Key::right);
+    EXPECT_EQ(chain().size(), 2U);
+    driver_.key(Key::right);
+    EXPECT_EQ(bar->getOpenButton(), bar->getButton(1));
+    EXPECT_EQ(chain().size(), 1U);
     driver_.key(Key::escape);
     // Items with options are heard, empty menus are skipped.
     MenuItem const speed(L"Speed||[Half] [Full]", WidgetCallback("speed"));

@@ -126,6 +126,11 @@ TEST_F(VariBoxes, LogarithmicPositions) {
     hex.setText(L"-A");
     EXPECT_TRUE(hex.handleParseText());
     EXPECT_EQ(hex.getValue(), -10);
+    VariBoxParserLog<double> large(nullptr, 0, 1e9, 1, 1, 1e6, 0, 0);
+    EXPECT_EQ(large.getText(), L"1e+06");
+    large.setText(L"2.5e+08");
+    EXPECT_TRUE(large.handleParseText());
+    EXPECT_EQ(large.getValue(), 2.5e8);
 }
 
 TEST_F(VariBoxes, NoValueBringsThemOutOfTheirRange) {
@@ -179,7 +184,9 @@ TEST_F(VariBoxes, DisplayersShowAndRead) {
     auto const plain = [] { return new VariBoxPlainDisplayer<double>; };
     auto const cent = [] { return new VariBoxPercentDisplayer<double>; };
     auto const gain = [] { return new VariBoxDecibelDisplayer<double>; };
-    auto const time = [] { return new VariBoxUnitDisplayer<double>(L"s", {{L"ms", 0.001}, {L"min", 60}}); };
+    auto const time = [] {
+        return new VariBoxUnitDisplayer<double>(L"s", {{L"ms", 0.001}, {L"min", 60}, {L"f/s2", 2}});
+    };
     checkTexts<double>({{plain(), 1.5, "1.5"},
                         {cent(), 0.125, "12.5 %"},
                         {gain(), 0.70794, "-3 dB"},
@@ -192,11 +199,13 @@ TEST_F(VariBoxes, DisplayersShowAndRead) {
                         {cent(), no, "%"},
                         {gain(), 1, "0dB"},
                         {gain(), 0, "-inf"},
+                        {gain(), 0, "-INF DB"},
                         {gain(), 0, "\u2212\u221e"},
                         {gain(), no, "inf"},
                         {gain(), 0.1, "-2*10 DB"},
                         {time(), 30, "2*12+6"},
                         {time(), 1.5, "1.5s"},
+                        {time(), 9, "4f/s2 + 2s/2"},
                         {time(), 61.02, "1min + 1 + 20ms"},
                         {time(), -6, "-2*-(-3)"},
                         {time(), 7, "1+2*3"},
@@ -374,6 +383,10 @@ TEST_F(VariBoxes, TheTextIsEditedInABoxThatComesAndGoes) {
     EXPECT_EQ(box->numChildren(), 1u);
     driver_.key(Key::enter);
     EXPECT_EQ(parserOf<double>(box).getValue(), 1.0 / 3) << "what was not changed is not read";
+    EXPECT_EQ(told(), "");
+    driver_.type(L"0.333 s");
+    driver_.key(Key::enter);
+    EXPECT_EQ(parserOf<double>(box).getValue(), 1.0 / 3) << "what is shown stands for the whole value";
     EXPECT_EQ(told(), "");
     driver_.type(L"\u22122,5");
     EXPECT_EQ(toUTF8(box->getEnteredText()), "\u22122,5");

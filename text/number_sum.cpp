@@ -56,9 +56,10 @@ private:
     bool takeNext() {
         wchar_t const c = rest_.front();
         if (isBlank(c)) return rest_.remove_prefix(1), true;
+        if (canHaveUnit_ && takeUnit()) return true;
         if (isOfNumber(c)) return takeNumber();
         wchar_t const sign = operatorOf(c);
-        if (sign == 0) return takeUnit();
+        if (sign == 0) return false;
         rest_.remove_prefix(1);
         if (sign == L'(') return wantsOperand_ && (waiting_.push_back(sign), true);
         if (wantsOperand_) return takeSign(sign);
@@ -66,16 +67,10 @@ private:
         return sign == L')' ? closeParenthesis() : takeOperator(sign);
     }
 
-    template <class Belongs>
-    std::wstring_view takeWhile(Belongs belongs) {
-        auto const end = std::ranges::find_if_not(rest_, belongs);
-        std::wstring_view const taken = rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
-        rest_.remove_prefix(taken.size());
-        return taken;
-    }
-
     bool takeNumber() {
-        std::wstring_view const digits = takeWhile(isOfNumber);
+        auto const end = std::ranges::find_if_not(rest_, isOfNumber);
+        std::wstring_view const digits = rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
+        rest_.remove_prefix(digits.size());
         auto const plain = wantsOperand_ ? plainNumber(Text(digits)) : std::nullopt;
         auto const number = plain ? Qv::FloatFromWString(*plain) : std::nullopt;
         if (!number) return false;
@@ -85,24 +80,29 @@ private:
         return true;
     }
 
+    /// Names may hold digits and operators, so the longest that fits counts.
     bool takeUnit() {
-        std::wstring_view const name =
-            takeWhile([](wchar_t c) { return !isOfNumber(c) && !isBlank(c) && operatorOf(c) == 0; });
-        NumberUnit const* const unit = canHaveUnit_ ? find(name) : nullptr;
-        if (!unit) return false;
-        values_.back() *= unit->factor;
+        NumberUnit const* found = nullptr;
+        bool isExact = false;
+        for (NumberUnit const& unit : units_) {
+            std::wstring_view const name = unit.name.view();
+            if (name.empty() || (found && name.size() < found->name.size()) || !isHere(name)) continue;
+            if (found && name.size() == found->name.size() && isExact) continue;
+            found = &unit;
+            isExact = rest_.starts_with(name);
+        }
+        if (!found) return false;
+        rest_.remove_prefix(found->name.size());
+        values_.back() *= found->factor;
         canHaveUnit_ = false;
         return true;
     }
 
-    NumberUnit const* find(std::wstring_view name) const {
-        auto const exact = std::ranges::find_if(
-            units_, [&](NumberUnit const& unit) { return std::wstring_view(unit.name.view()) == name; });
-        auto const found =
-            exact != units_.end() ? exact : std::ranges::find_if(units_, [&](NumberUnit const& unit) {
-                return isSameText(unit.name.view(), name);
-            });
-        return found == units_.end() ? nullptr : &*found;
+    bool isHere(std::wstring_view name) const {
+        if (!isSameText(rest_.substr(0, name.size()), name)) return false;
+        if (name.size() == rest_.size()) return true;
+        wchar_t const next = rest_[name.size()];
+        return isOfNumber(next) || isBlank(next) || operatorOf(next) != 0;
     }
 
     bool takeSign(wchar_t sign) {

@@ -69,6 +69,7 @@ int TextEntry::performKey(std::uint32_t key) {
     if (use == Use::yes && life.alive()) followKey(key, before.hasAnchor());
     // A key that means something elsewhere leaves no anchor here.
     if (use == Use::no && life.alive()) document().setSelection(before.start, before.end);
+    if (use == Use::passed && life.alive() && !(document().selection() == before)) isOutdated_ = true;
     return use == Use::no || use == Use::passed ? unhandled : handled;
 }
 

@@ -1,6 +1,7 @@
 #include "text/vari_box_displayers.h"
 
 #include "host/base/convert.h"
+#include "host/base/letter_case.h"
 #include "host/base/runtime_error.h"
 #include "text/local_number.h"
 #include "text/vari_box_number_p.h"
@@ -146,10 +147,11 @@ template <class T>
 T VariBoxDecibelDisplayer<T>::stringToValue(Text const& text) const {
     bool isNegative = false;
     std::wstring_view const rest = withoutSign(text.view(), isNegative);
-    std::wstring_view const infinity(&infinitySign, 1);
-    if (isNegative && (rest.starts_with(infinity) || rest.starts_with(L"inf"))) {
-        std::wstring_view const unit = rest.substr(rest.front() == infinitySign ? 1 : 3);
-        if (unit.empty() || unit == L" dB" || unit == L"dB") return 0;
+    for (std::wstring_view const infinity :
+         {std::wstring_view(&infinitySign, 1), std::wstring_view(L"inf")}) {
+        if (!isNegative || !isSameText(rest.substr(0, infinity.size()), infinity)) continue;
+        std::wstring_view const unit = rest.substr(infinity.size());
+        if (unit.empty() || isSameText(unit, L" dB") || isSameText(unit, L"dB")) return 0;
     }
     NumberUnit const unit{L"dB", 1};
     auto const read = sumOf(text, {&unit, 1});

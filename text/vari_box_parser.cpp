@@ -179,9 +179,15 @@ void VariBoxParser<T>::handleBoxGone() {
 template <class T>
 std::optional<T> VariBoxParser<T>::readEntered() const {
     // The displayer may destroy the parser.
+    LifeGuard const alive(life());
     auto const scale = displayScale_;
+    T const shown = value_;
     try {
-        auto const read = stringToValue(getText());
+        auto const text = getText();
+        // The text that is shown stands for the whole value, not for the decimals that it shows.
+        if (makeText() == text) return shown;
+        if (!alive.alive()) return std::nullopt;
+        auto const read = stringToValue(text);
         if (!read || VariBoxNumber::isNaN(*read)) return std::nullopt;
         return scale > 0 ? static_cast<T>(*read / scale) : *read;
     } catch (Qv::Exception::RuntimeError const&) {

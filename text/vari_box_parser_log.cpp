@@ -142,7 +142,8 @@ template <class T>
 std::optional<T> VariBoxParserLog<T>::stringToValue(Text const& text) const {
     if (base() == decimal || !std::is_integral_v<T>) {
         auto const plain = plainNumber(text);
-        auto const number = plain ? Qv::FloatFromWString(*plain) : std::nullopt;
+        // As it shows them: with an exponent.
+        auto const number = Qv::FloatFromWString(plain.value_or(text));
         return number ? std::optional(VariBoxNumber::fromDouble<T>(*number)) : std::nullopt;
     }
     auto const utf8 = toUTF8(text);

@@ -224,6 +224,7 @@ void EventLoop::deliver(EventQueue::Entry& entry) {
 
 void EventLoop::paint() {
     if (PendingLayouts::any()) handle("layout", [] { PendingLayouts::doAll(); });
+    windows_.popUps().checkOpeners();
     if (windows_.hasPaintWork()) handle("painting", [&] { windows_.paintPending(); });
     handle("text caret", [&] { router_->followTextCaret(); });
     if (router_->containmentIsStale()) handle("containment", [&] { router_->refreshContainment(); });

@@ -12,6 +12,11 @@ namespace {
 
 constexpr LightweightString<char> closeMsg{"close_pop_ups"};
 
+XY<int> placeOf(Glob const& opener) {
+    IntBox const box = opener.screenBox();
+    return {box.x1, box.y1};
+}
+
 } // namespace
 
 /// Belongs to no window, so that it is asked whichever window is active.
@@ -90,8 +95,9 @@ bool PopUpChain::add(Glob& popUp, Glob* parent, Glob* opener, Glob* owner) {
     if (contains(&popUp)) return true;
     if (links_.empty()) begin(openerLife.alive() ? opener : nullptr, ownerLife.alive() ? owner : nullptr);
     int const priority = lowestPriority + 2 + static_cast<int>(links_.size());
-    links_.push_back({HandlerRef<Glob>(&popUp),
-                      HandlerRef<Glob>(!parent && openerLife.alive() ? opener : nullptr),
+    Glob* const presser = !parent && openerLife.alive() ? opener : nullptr;
+    links_.push_back({HandlerRef<Glob>(&popUp), HandlerRef<Glob>(presser),
+                      presser ? placeOf(*presser) : XY<int>(),
                       EventSystem::live().intercepts.push(&popUp, priority)});
     return true;
 }
@@ -198,6 +204,15 @@ void PopUpChain::openerWasPressed() {
 
 void PopUpChain::windowChanged(Glob const& root) {
     if (!links_.empty() && root.idStamp() == owner_) closeFromLater(0);
+}
+
+bool PopUpChain::Link::hasOpenerGone() const {
+    return opener && (!opener.get()->isShown() || placeOf(*opener.get()) != openerPlace);
+}
+
+void PopUpChain::checkOpeners() {
+    auto const found = std::ranges::find_if(links_, &Link::hasOpenerGone);
+    closeFromLater(static_cast<std::size_t>(found - links_.begin()));
 }
 
 void PopUpChain::rootDying(Glob const& root) {

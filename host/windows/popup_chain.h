@@ -22,6 +22,7 @@ namespace wainscot {
 ///   Menus close their sub-menus themselves.
 /// - Escape that no pop-up consumed closes the last pop-up. Deactivation of the application closes all, and
 ///   so does moving, resizing, hiding or destroying the window from which the chain was opened.
+/// - When an opener moves or is hidden, what it has opened is closed.
 /// - The death of a pop-up closes those that were opened from it.
 ///
 /// A closed pop-up leaves the chain, and "poot" is called on it with itself as sender. It is destroyed when
@@ -83,13 +84,20 @@ public:
     /// the next message.
     void windowChanged(Glob const& root);
     void rootDying(Glob const& root);
+    /// To be called when all layouts are done: closes what was opened by objects that have moved since, or
+    /// are not shown any more.
+    void checkOpeners();
 
 private:
     class Keeper;
     struct Link {
         HandlerRef<Glob> popUp;
         HandlerRef<Glob> opener;
+        /// Where the opener lay.
+        XY<int> openerPlace;
         IdStamp intercept;
+
+        bool hasOpenerGone() const;
     };
 
     std::size_t indexOf(Glob const* popUp) const;

@@ -9,9 +9,6 @@ namespace wainscot {
 /// the selected item, at first 0; -1 stands for none. Items added or removed do not change it.
 class WAINSCOT_API DropDownMenuData : public MenuData, public ValServer<int> {
 public:
-    /// The last logical index that can be selected.
-    static constexpr int maxSelected = 0x7FFF;
-
     DropDownMenuData() = default;
     explicit DropDownMenuData(std::vector<MenuItem> items) : MenuData(std::move(items)) {}
     ~DropDownMenuData() override;

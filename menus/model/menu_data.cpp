@@ -97,7 +97,7 @@ bool MenuData::isSelectable(unsigned short item) const {
 
 bool MenuData::canBeSelected(unsigned short item) const {
     return isSelectable(item) && !items_[item].hasFlag(MenuItemFlag::command) &&
-           !items_[item].label().empty();
+           !items_[item].label().empty() && physicalToLogical(item) <= maxSelected;
 }
 
 int MenuData::nextToSelect(int from, int direction) const {

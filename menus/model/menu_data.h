@@ -22,6 +22,8 @@ public:
 
     static constexpr unsigned short none = 0xFFFF;
     static constexpr std::size_t maxItems = 0xFFFF;
+    /// The last logical index that a drop-down can have selected.
+    static constexpr int maxSelected = 0x7FFF;
 
     MenuData() = default;
     /// Stays empty when there are too many.
@@ -62,7 +64,8 @@ public:
     /// Active, and no header.
     bool isSelectable(unsigned short item) const;
     unsigned short numSelectableItems() const;
-    /// Whether a drop-down can have it selected: selectable, no command and no separator.
+    /// Whether a drop-down can have it selected: selectable, no command, no separator, and its
+    /// logical index not beyond `maxSelected`.
     bool canBeSelected(unsigned short item) const;
     /// The nearest such item behind (1) or before (-1) an index, which may lie one beyond the ends; -1 when
     /// there is none.
