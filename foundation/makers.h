@@ -4,7 +4,9 @@
 #include "host/objects/glob.h"
 #include "host/services/ui_string.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace wainscot {
 
@@ -38,6 +40,9 @@ public:
     virtual void setTitleText(LightweightString<wchar_t> const& text) = 0;
 };
 
+/// What a box for a name tells when editing has ended: the text, or nothing when the user took it back.
+using NameEdited = std::function<void(std::optional<LightweightString<wchar_t>> const&)>;
+
 /// The widgets that a panel can have in its title strip and its corner.
 enum class StandardWidget : unsigned char {
     close,
@@ -60,12 +65,18 @@ public:
     using MakeTitleBox = iTitleBox* (*)(StandardPanel& panel, LightweightString<wchar_t> const& title,
                                         Glib::FontDesc const& font);
 
+    /// Gives a text box in which a name is edited in its place; the caller owns it, shows it and gives it the
+    /// focus. It calls the function once, when editing has ended.
+    using MakeNameBox = Glob* (*)(LightweightString<wchar_t> const& name, Glib::FontDesc const& font,
+                                  Palette const& palette, NameEdited ended);
+
     /// The registry of the host; it is emptied when the host goes.
     static Registry& instance();
 
     MakeContextMenu makeContextMenu = nullptr;
     MakeStandardWidget makeStandardWidget = nullptr;
     MakeTitleBox makeTitleBox = nullptr;
+    MakeNameBox makeNameBox = nullptr;
 };
 
 /// A standard widget that shows a state of its panel: the pin button, for example, whether the panel is

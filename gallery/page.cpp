@@ -21,6 +21,7 @@ extern Page const dropDownsPage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
+extern Page const tabsPage;
 extern Page const tabOrderPage;
 extern Page const bindingPage;
 extern Page const windowsPage;
@@ -55,12 +56,12 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,       &timelinePage,  &buttonsPage,  &choicesPage, &scrollPage,      &textBoxesPage,
-        &valueBoxesPage, &notesPage,     &logPage,      &scriptsPage, &scriptLinesPage, &menusPage,
-        &dropDownsPage,  &ratingPage,    &bindingPage,  &gradingPage, &formPage,        &entryFormPage,
-        &panelPage,      &tabOrderPage,  &windowsPage,  &textPage,    &longTextPage,    &symbolsPage,
-        &iconsPage,      &shapesPage,    &palettePage,  &globsPage,   &placementPage,   &keysPage,
-        &pointerPage,    &clipboardPage, &draggingPage,
+        &deskPage,       &timelinePage, &buttonsPage,   &choicesPage,  &scrollPage,      &textBoxesPage,
+        &valueBoxesPage, &notesPage,    &logPage,       &scriptsPage,  &scriptLinesPage, &menusPage,
+        &dropDownsPage,  &ratingPage,   &bindingPage,   &gradingPage,  &formPage,        &entryFormPage,
+        &panelPage,      &tabsPage,     &tabOrderPage,  &windowsPage,  &textPage,        &longTextPage,
+        &symbolsPage,    &iconsPage,    &shapesPage,    &palettePage,  &globsPage,       &placementPage,
+        &keysPage,       &pointerPage,  &clipboardPage, &draggingPage,
     };
     return list;
 }

@@ -92,6 +92,23 @@ TEST_F(OwnershipGuide, ValueBoxesShowWhatTheirParsersSay) {
     EXPECT_EQ(box->getText(), L"24 pt");
     EXPECT_EQ(told(), "varibox_ValueChanged varibox_ChangeComplete varibox_ValueChanged "
                       "varibox_ChangeComplete varibox_ValueChanged varibox_ChangeComplete");
+    auto const gain = Qv::makePtr<UndoableGain>();
+    auto* const parser = new VariBoxParserBasic<double>(box, nullptr, 0, 10, 1, 3, 0);
+    parser->bindTo(gain);
+    box->setParser(parser, true);
+    for (bool const isTakenBack : {false, true}) {
+        driver_.press(box);
+        XY<int> const centre = box->screenBox().centre();
+        for (int const way : {3, 6, 9}) driver_.moveTo(centre + XY<int>(way, 0));
+        EXPECT_EQ(gain->getDataValue(), isTakenBack ? 7 : 4);
+        if (isTakenBack) driver_.key(Key::escape);
+        driver_.release();
+        EXPECT_EQ(gain->getDataValue(), 4);
+    }
+    gain->undo();
+    EXPECT_EQ(box->getText(), L"1");
+    gain->undo();
+    EXPECT_EQ(box->getText(), L"1") << "all is undone";
 }
 
 using TextEntryGuide = WidgetTest;

@@ -49,6 +49,11 @@ inline constexpr ResId putDefaultBack = 10331;
 /// The button below a menu that adds an item.
 inline constexpr ResId addItem = 10332;
 
+// The strip of a tabbed dialogue.
+inline constexpr ResId previousTabs = 10341;
+inline constexpr ResId nextTabs = 10342;
+inline constexpr ResId allTabs = 10343;
+
 inline constexpr ResId linkUnusable = 10401;
 inline constexpr ResId linkNotAllowed = 10402;
 

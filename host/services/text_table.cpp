@@ -55,6 +55,9 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::selectAll, L"Select all"},
     {TextId::putDefaultBack, L"Put the default back"},
     {TextId::addItem, L"Add..."},
+    {TextId::previousTabs, L"Tabs before"},
+    {TextId::nextTabs, L"Tabs behind"},
+    {TextId::allTabs, L"All tabs"},
     {TextId::linkUnusable, L"This is no link that can be opened."},
     {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };
