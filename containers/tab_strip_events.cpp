@@ -28,7 +28,7 @@ bool TabStrip::react(Event const& event) {
 }
 
 bool TabStrip::reactToKey(Event const& event) {
-    auto const action = actionFor(keyTable, event.keyCode());
+    auto const action = actionFor(TabbedDialogue::stripKeyTable, event.keyCode());
     TabbedDialogue* const dialogue = dialogue_.get();
     // Keys of the box in which a name is edited come by as well.
     if (!action || !dialogue || get_kbd_focus() != this) return false;
@@ -36,21 +36,21 @@ bool TabStrip::reactToKey(Event const& event) {
     dialogue->isFocusParked_ = false;
     Tab* const tab = current();
     switch (*action) {
-    case previousTab:
+    case TabbedDialogue::previousTab:
         return dialogue->stepPage(-1), true;
-    case nextTab:
+    case TabbedDialogue::nextTab:
         return dialogue->stepPage(1), true;
-    case firstTab:
+    case TabbedDialogue::firstTab:
         return selectFrom(0, 1), true;
-    case lastTab:
+    case TabbedDialogue::lastTab:
         return selectFrom(static_cast<int>(tabs_.size()) - 1, -1), true;
-    case renameTab:
+    case TabbedDialogue::renameTab:
         if (tab && dialogue->canRename()) tab->startRenaming();
         return true;
-    case closeTab:
+    case TabbedDialogue::closeTab:
         if (tab && dialogue->canClose()) dialogue->closeByUser(*tab);
         return true;
-    case toggleBox:
+    case TabbedDialogue::toggleBox:
         if (Checkbox* const box = tab ? tab->getCheckbox() : nullptr) box->react(event);
         return true;
     }

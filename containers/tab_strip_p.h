@@ -3,7 +3,6 @@
 #include "buttons/button.h"
 #include "containers/tab.h"
 #include "foundation/focusable.h"
-#include "foundation/key_table.h"
 #include "host/drawing/symbols.h"
 
 #include <vector>
@@ -18,17 +17,6 @@ class TabbedDialogue;
 /// Only tabs in sight are placed and visible, so that their number costs nothing.
 class TabStrip final : public Focusable<rect> {
 public:
-    enum KeyAction { previousTab, nextTab, firstTab, lastTab, renameTab, closeTab, toggleBox };
-    static constexpr KeyRow<KeyAction> keyTable[] = {
-        {Key::left, previousTab, "to the tab before"},
-        {Key::right, nextTab, "to the next tab"},
-        {Key::home, firstTab, "to the first tab"},
-        {Key::end, lastTab, "to the last tab"},
-        {Key::function(2), renameTab, "edits the name, where tabs can be renamed"},
-        {Key::del, closeTab, "closes the page, where that is allowed"},
-        {Key::space, toggleBox, "ticks the check box"},
-    };
-
     explicit TabStrip(TabbedDialogue& dialogue);
     ~TabStrip() override;
 

@@ -49,12 +49,24 @@ public:
     };
 
     enum KeyAction { nextPage, previousPage };
-    /// Wherever the keyboard focus is in it. Those of the strip: see the guide.
+    /// Wherever the keyboard focus is in it.
     static constexpr KeyRow<KeyAction> keyTable[] = {
         {Key::ctrl | Key::tab, nextPage, "the next page; behind the last comes the first"},
         {Key::ctrl | Key::shiftTab, previousPage, "the page before"},
         {Key::ctrl | Key::pageDown, nextPage, "the next page"},
         {Key::ctrl | Key::pageUp, previousPage, "the page before"},
+    };
+
+    enum StripAction { previousTab, nextTab, firstTab, lastTab, renameTab, closeTab, toggleBox };
+    /// While the row of tabs has the keyboard focus.
+    static constexpr KeyRow<StripAction> stripKeyTable[] = {
+        {Key::left, previousTab, "to the tab before"},
+        {Key::right, nextTab, "to the next tab"},
+        {Key::home, firstTab, "to the first tab"},
+        {Key::end, lastTab, "to the last tab"},
+        {Key::function(2), renameTab, "edits the name, where tabs can be renamed"},
+        {Key::del, closeTab, "closes the page, where that is allowed"},
+        {Key::space, toggleBox, "ticks the check box, or clears it"},
     };
 
     /// What a tab carries besides its name.
@@ -138,6 +150,14 @@ public:
     /// that of another tab or cannot be a child.
     bool addPageForTab(unsigned short index, Glob* page);
     bool setPageBaseGlob(Glob* page, UIString const& name);
+    /// The same; null, and the page is destroyed, when it is refused.
+    template <class Page>
+    Page* addPageForTab(unsigned short index, std::unique_ptr<Page> page) {
+        Page* const given = page.get();
+        if (!given || !addPageForTab(index, static_cast<Glob*>(given))) return nullptr;
+        static_cast<void>(page.release());
+        return given;
+    }
     /// Null when there is no such tab, or it has no page.
     Glob* getPage(unsigned short index) const;
     Glob* getPageBaseGlob(UIString const& name) const;

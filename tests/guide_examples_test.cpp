@@ -3,6 +3,7 @@
 #include <counter_test.h>
 #include <menus_examples.h>
 #include <ownership_examples.h>
+#include <tabs_examples.h>
 #include <text_entry_examples.h>
 #include <text_lines_examples.h>
 #include <value_box_examples.h>
@@ -109,6 +110,21 @@ TEST_F(OwnershipGuide, ValueBoxesShowWhatTheirParsersSay) {
     EXPECT_EQ(box->getText(), L"1");
     gain->undo();
     EXPECT_EQ(box->getText(), L"1") << "all is undone";
+}
+
+/// What docs/tabs.md shows.
+TEST_F(OwnershipGuide, TabsHaveTheirPagesWhenTheyAreAsked) {
+    auto* const reels = show(new Reels);
+    driver_.click(driver_.find(Role::tab, L"Reel 2"));
+    EXPECT_TRUE(driver_.find(Role::label, L"Reel 2")->isShown());
+    EXPECT_TRUE(reels->dialogue()->getPage(0));
+    destroy(reels);
+    auto* const settings = show(new Settings);
+    EXPECT_EQ(settings->getCurrentTab(), 0);
+    driver_.key(Key::tab);
+    driver_.key(Key::right);
+    driver_.key(Key::left);
+    EXPECT_EQ(settings->numBuilt, 2);
 }
 
 using TextEntryGuide = WidgetTest;

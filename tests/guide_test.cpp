@@ -3,6 +3,7 @@
 #include "buttons/checkbox_group.h"
 #include "buttons/checkbox_radio_set.h"
 #include "buttons/radio_set.h"
+#include "containers/lazy_tabbed_dialogue.h"
 #include "containers/scroll_bar.h"
 #include "containers/slider.h"
 #include "foundation/val_server_adaptor.h"
@@ -136,6 +137,11 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("drop-downs.md", DropDownMenuButton::messageTable);
     expectMessages("drop-downs.md", ComboBox::messageTable);
     expectMessages("panel.md", StandardPanel::messageTable);
+    expectMessages("tabs.md", TabbedDialogue::messageTable);
+    expectMessages("tabs.md", LazyTabbedDialogue::messageTable);
+    expectMessages("tabs.md", Tab::messageTable);
+    expectKeys("tabs.md", TabbedDialogue::keyTable);
+    expectKeys("tabs.md", TabbedDialogue::stripKeyTable);
     expectKeys("button.md", Button::keyTable);
     expectKeys("choices.md", Checkbox::keyTable);
     expectKeys("choices.md", choiceKeys);

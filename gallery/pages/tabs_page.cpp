@@ -166,7 +166,7 @@ private:
             fillEffect(*page, details.name);
         else
             page->setLayout(BoxLayout::makeColumn())->add(std::make_unique<Label>(details.name));
-        if (dialogue.addPageForTab(details.index, page.get())) static_cast<void>(page.release());
+        dialogue.addPageForTab(details.index, std::move(page));
     }
 
     LogLine log_;
