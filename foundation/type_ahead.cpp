@@ -39,15 +39,25 @@ bool TypeAhead::matches(Text const& text) const {
     return !isEmpty() && beginsWithText(text.view(), text_.view());
 }
 
+bool TypeAhead::isAll(Text const& text) const {
+    return isSameText(text.view(), text_.view());
+}
+
 bool TypeAhead::isRepeated() const {
     return text_.size() > 1 && std::ranges::all_of(text_, [this](wchar_t c) { return c == text_[0]; });
 }
 
-int TypeAhead::find(int count, int current, std::function<bool(int)> const& matches) {
+int TypeAhead::find(int count, int current, std::function<bool(int)> const& matches,
+                    std::function<bool(int)> const& isExact) {
     auto const findFrom = [&](int from) {
-        for (int i = 0; i < count; ++i)
-            if (int const item = (std::max(from, 0) + i) % count; matches(item)) return item;
-        return -1;
+        int first = -1;
+        for (int i = 0; i < count; ++i) {
+            int const item = (std::max(from, 0) + i) % count;
+            if (!matches(item)) continue;
+            if (isExact(item)) return item;
+            if (first < 0) first = item;
+        }
+        return first;
     };
     // The first letter leaves the present item, further ones narrow the choice.
     int const found = findFrom(text_.size() == 1 ? current + 1 : current);

@@ -24,9 +24,12 @@ public:
     Text const& text() const { return text_; }
     /// Whether a text begins with what was typed; large and small letters are the same.
     bool matches(Text const& text) const;
+    /// Whether a text is what was typed, likewise.
+    bool isAll(Text const& text) const;
     /// The first of `count` items from `current` on, and then from the start, for which `matches` is true; -1
-    /// when there is none.
-    int find(int count, int current, std::function<bool(int)> const& matches);
+    /// when there is none. One for which `isExact` is true as well comes before the others.
+    int find(int count, int current, std::function<bool(int)> const& matches,
+             std::function<bool(int)> const& isExact);
     /// False when nothing was typed.
     bool forget();
 

@@ -131,7 +131,7 @@ void ComboBox::choose(MenuItem const& item) {
     typed_ = {};
     thrown.run([&] { setByUser(chosen.getDisplayString()); });
     if (life.alive()) noteTextAtFocus();
-    if (life.alive()) highlightAllText(true);
+    if (life.alive() && isEditing()) highlightAllText(true);
     if (life.alive()) thrown.run([&] { informOwner(eChanged, true, 0); });
     if (life.alive())
         thrown.run([&] { MenuData(std::vector<MenuItem>{chosen}).issueCallback(0, parent(), this); });
@@ -271,10 +271,31 @@ TextBox::Use ComboBox::performAction(std::uint32_t key, bool hadAnchor) {
         }
         return life.alive() ? Use::last : Use::yes;
     }
-    return TextBox::performAction(key, hadAnchor);
+    LifeGuard const life = guard();
+    if (Key::base(key) == Key::enter) takeSpelling();
+    return life.alive() ? TextBox::performAction(key, hadAnchor) : Use::yes;
+}
+
+/// A text that is that of an item but for large and small letters is taken for it.
+void ComboBox::takeSpelling() {
+    Text const text = getText();
+    auto const items = items_->items();
+    auto const found = std::ranges::find_if(items, [&](MenuItem const& item) {
+        return item.isSelectable() && isSameText(item.getDisplayString().view(), text.view());
+    });
+    bool const isOther = hasTyped_ && !text.empty() && found != items.end() && !found->shows(text.view());
+    if (isOther) noteEdit(engine().replaceAll(found->getDisplayString()));
+}
+
+/// What comes next is entered here as well.
+void ComboBox::leaveByReturn() {
+    highlightAllText(true);
 }
 
 void ComboBox::handleEditEnd() {
+    LifeGuard const life = guard();
+    takeSpelling();
+    if (!life.alive()) return;
     hasTyped_ = false;
     hideList();
     TextBox::handleEditEnd();

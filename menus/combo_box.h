@@ -76,8 +76,10 @@ protected:
     Use performAction(std::uint32_t key, bool hadAnchor) override;
     void handleCursorChange() override;
     void handleEditEnd() override;
+    void leaveByReturn() override;
 
 private:
+    void takeSpelling();
     class Arrow;
     class List;
 

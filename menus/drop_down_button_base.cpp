@@ -208,7 +208,7 @@ bool DropDownButtonBase::react(Event const& event) {
     if (!isActive()) return Button::react(event);
     if (mouse_wheel_event(event)) {
         DispatchScope const scope;
-        if (!isDropDownOpen()) handleMouseWheelDelta(event.amount());
+        handleMouseWheelDelta(event.amount());
         return true;
     }
     if (isKeyPressEvent(event) && actionFor(openKeyTable, event.keyCode())) {

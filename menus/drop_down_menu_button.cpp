@@ -222,10 +222,14 @@ void DropDownMenuButton::handleMouseWheelDelta(int delta) {
 
 bool DropDownMenuButton::typeAhead(std::uint32_t key) {
     if (!typed_.take(key)) return false;
-    int const found = typed_.find(static_cast<int>(items_->numItems()), selectedIndex(), [this](int item) {
-        return items_->canBeSelected(static_cast<unsigned short>(item)) &&
-               typed_.matches(items_->getItem(static_cast<unsigned short>(item)).getDisplayString());
-    });
+    auto const textOf = [this](int item) {
+        return items_->getItem(static_cast<unsigned short>(item)).getDisplayString();
+    };
+    auto const canBeFound = [&](int item) {
+        return items_->canBeSelected(static_cast<unsigned short>(item)) && typed_.matches(textOf(item));
+    };
+    int const found = typed_.find(static_cast<int>(items_->numItems()), selectedIndex(), canBeFound,
+                                  [&](int item) { return typed_.isAll(textOf(item)); });
     return found < 0 || select(found);
 }
 

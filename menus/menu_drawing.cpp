@@ -192,7 +192,10 @@ void Menu::drawTyped(CanvasRenderer& renderer) {
     Palette const& palette = getPalette();
     Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     int const gap = UifStd::getWidgetGap();
-    IntBox const area = calcAreaForItems().translated(canvasArea().bottomLeft());
+    IntBox area = calcAreaForItems();
+    // Beside the scroll bar.
+    if (!visible_.empty()) area.x2 = std::min(area.x2, visible_.front().box.x2);
+    area = area.translated(canvasArea().bottomLeft());
     int const wide = std::min(font->textWidth(typed_.text()) + 2 * gap, area.width());
     IntBox const box(area.x2 - wide, area.y1, area.x2, std::min(area.y1 + getRowHeight(), area.y2));
     renderer.clearClipRect();

@@ -165,10 +165,14 @@ bool Menu::typeAhead(std::uint32_t key) {
     if (!typed_.take(key)) return false;
     makeDirty();
     MenuRows const& rows = items_->rows();
-    int const found = typed_.find(static_cast<int>(items_->numItems()), highlighted_, [&](int item) {
+    auto const canBeFound = [&](int item) {
         return !rows.isHidden(static_cast<std::size_t>(item)) && canHighlight(item) &&
                matches(static_cast<unsigned short>(item));
-    });
+    };
+    auto const isExact = [&](int item) {
+        return typed_.isAll(items_->getItem(static_cast<unsigned short>(item)).getDisplayString());
+    };
+    int const found = typed_.find(static_cast<int>(items_->numItems()), highlighted_, canBeFound, isExact);
     if (found >= 0) setHighlightedItem(found);
     return true;
 }

@@ -46,11 +46,39 @@ void MenuWithAddButton::reshape() {
 
 int MenuWithAddButton::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     if (name != addMsg || !sender || sender != getAddButton()) return Menu::handleMessageEvent(name, sender);
+    add();
+    return 1;
+}
+
+void MenuWithAddButton::add() {
     DispatchScope const scope;
     LifeGuard const life = guard();
     if (Glob* const owner = getOwner()) sendMessage(addMsg, owner, this);
     if (life.alive() && !pinned()) sendMessage(pootMsg, this, this);
-    return 1;
+}
+
+void MenuWithAddButton::markButton(bool marked) {
+    if (Button* const button = getAddButton()) button->setDefaultAction(marked);
+    if (marked) setHighlightedItem(noItem);
+}
+
+int MenuWithAddButton::handleKeyboardEvent(int keyCode) {
+    auto const step = actionFor(keyTable, static_cast<std::uint32_t>(keyCode));
+    Button* const button = getAddButton();
+    if (!step || !button) return Menu::handleKeyboardEvent(keyCode);
+    bool const isMarked = button->isDefaultAction() && getHighlightedItem() == noItem;
+    if (isMarked && *step == Step::choose) return add(), 1;
+    LifeGuard const life = guard();
+    if (button->isDefaultAction()) markButton(false);
+    int const before = life.alive() ? getHighlightedItem() : noItem;
+    int const answer = life.alive() ? Menu::handleKeyboardEvent(keyCode) : 1;
+    if (!life.alive() || isMarked) return answer;
+    // Round the end, where the button stands.
+    int const after = getHighlightedItem();
+    bool const isPastEnd = *step == Step::down && after <= before;
+    bool const isPastStart = *step == Step::up && after >= before;
+    if (isPastEnd || isPastStart) markButton(true);
+    return answer;
 }
 
 } // namespace wainscot

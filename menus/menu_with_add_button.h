@@ -21,9 +21,13 @@ public:
     IntBox calcAreaForItems() const override;
     void reshape() override;
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    /// The button is the last stop of the arrow keys.
+    int handleKeyboardEvent(int keyCode) override;
 
 private:
     void placeButton();
+    void add();
+    void markButton(bool marked);
 
     HandlerRef<Button> button_;
 };

@@ -161,6 +161,23 @@ TEST_F(DropDowns, TheListOpensByKeysWithTheSelectedItemAndFollowsTheKeys) {
     button->setActive(true);
     button->claimKbdFocus();
     button->setSelectedItemInternal(5, true);
+    // While a list is open, the wheel turns nothing else.
+    auto* const other = make(DropDownButtonBase::eStaysDown);
+    moveBy(*other, {180, 0});
+    driver_.click(button);
+    driver_.wheel(other, -1);
+    EXPECT_EQ(selected(*other), L"One");
+    driver_.key(Key::escape);
+    destroy(other);
+    // What was typed in full comes before what begins with it.
+    std::vector<MenuItem> const takes{MenuItem(L"Take 7"), MenuItem(L"Take 1"), MenuItem(L"Take 77")};
+    auto* const typed = make(DropDownButtonBase::eStaysDown, Qv::makePtr<DropDownMenuData>(takes));
+    typed->setSelectedItemInternal(1, true);
+    typed->claimKbdFocus();
+    driver_.type(L"take 7");
+    EXPECT_EQ(selected(*typed), L"Take 7");
+    destroy(typed);
+    button->claimKbdFocus();
     // A command is carried out, and is never what is selected.
     int calls = 0;
     button->getItems()->getItem(3).setCallback(WidgetCallback(calling([&](NotifyMsg const&) { ++calls; })));
@@ -227,6 +244,17 @@ TEST_F(DropDowns, ACombosTextIsCompletedAndItsListFiltered) {
                           {Key::escape, L"London", L""}})
         check(c);
     EXPECT_EQ(told(), "comboBoxChosen comboBoxChosen comboBoxChosen");
+    // Return takes the spelling of the item, and keeps the focus.
+    box->highlightAllText(true);
+    driver_.type(L"lis");
+    driver_.key(Key::enter);
+    EXPECT_EQ(box->getText(), L"Lisbon");
+    EXPECT_EQ(get_kbd_focus(), box);
+    root_->claimKbdFocus();
+    driver_.wheel(box, 1);
+    EXPECT_EQ(box->getSelectedText(), L"") << "the focus is elsewhere";
+    EXPECT_EQ(told(), "comboBoxChosen");
+    box->claimKbdFocus();
     // The list leaves the keys that it does not need to the text.
     EXPECT_FALSE(box->isListOpen());
     driver_.key(Key::function(4));
@@ -393,6 +421,10 @@ TEST_F(DropDowns, TitlesIconsAndAnAddButton) {
     driver_.click(menu->getAddButton());
     EXPECT_EQ(told(), "MenuAdd menu_poot");
     EXPECT_FALSE(is_good_glob_ptr(menu));
+    // The button is the last stop of the keys.
+    driver_.click(add);
+    for (std::uint32_t const key : {Key::down, Key::up, Key::enter}) driver_.key(key);
+    EXPECT_EQ(told(), "MenuAdd menu_poot");
 }
 
 } // namespace

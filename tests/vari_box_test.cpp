@@ -445,9 +445,23 @@ TEST_F(VariBoxes, TheTextIsEditedInABoxThatComesAndGoes) {
     VariBox* const scaled = showing(new VariBoxParserBasic<int>(nullptr, nullptr, 0, 100, 1, 10, 5, 10));
     EXPECT_EQ(textOf(scaled), "50");
     scaled->claimKbdFocus();
-    driver_.type(L"79x");
+    driver_.type(L"x");
+    EXPECT_FALSE(scaled->isEditing()) << "no number begins so: it may be a key of the application";
+    for (wchar_t const* const refused : {L"79x", L"7.6", L"2*3"}) {
+        driver_.type(refused);
+        driver_.key(Key::enter);
+        EXPECT_TRUE(scaled->isEditing()) << refused;
+        EXPECT_EQ(valueOf(scaled), 5);
+    }
+    driver_.type(L"79");
     driver_.key(Key::enter);
     EXPECT_EQ(valueOf(scaled), 7);
+    // A click on the box that has the focus puts the cursor.
+    driver_.clickAt(scaled->screenBox().centre());
+    EXPECT_TRUE(scaled->isEditing());
+    driver_.type(L"1");
+    EXPECT_EQ(toUTF8(scaled->getEnteredText()), "710");
+    driver_.key(Key::escape);
     WindowsClipboard::addText(Text(1'000'000, L'7'));
     driver_.key(Key::ctrl | 'V');
     driver_.key(Key::enter);

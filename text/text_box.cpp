@@ -190,9 +190,13 @@ TextBox::Use TextBox::performReturn(std::uint32_t key) {
     thrown.run([&] { handOverText(); });
     if (life.alive()) thrown.run([&] { informOwner(eReturn, false, static_cast<int>(key)); });
     // The owner may have closed it, or given the focus to something else.
-    if (life.alive()) thrown.run([&] { giveUpFocus(); });
+    if (life.alive()) thrown.run([&] { leaveByReturn(); });
     thrown.rethrow();
     return Use::last;
+}
+
+void TextBox::leaveByReturn() {
+    giveUpFocus();
 }
 
 /// Undo brings back what was typed.

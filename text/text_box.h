@@ -94,6 +94,8 @@ public:
     bool getTooltipDetails(XY<int> const& place, TooltipDetails& details) const override;
 
 protected:
+    /// Return was pressed, and told: gives up the focus.
+    virtual void leaveByReturn();
     void takeFont() override;
     void showAll() override;
     void resetScroll() override;

@@ -114,6 +114,7 @@ public:
     VariFriendlyTextBox* getTextBox();
     /// Lets the user edit the text. False when there is nothing to edit.
     bool beginEditing();
+    void editAt(XY<int> const& place);
     /// Ends that: with `accept` the text is read, else it is dropped. False when it could not be read; the
     /// value stays as it is.
     bool endEditing(bool accept);
@@ -223,6 +224,8 @@ private:
     bool isDraggingLeft_ = false;
     /// Whether the pointer has gone far enough for a step.
     bool hasMoved_ = false;
+    /// Before the press.
+    bool hadFocus_ = false;
     bool isEditing_ = false;
     bool standardWidth_ = false;
     bool standardHeight_ = false;

@@ -95,14 +95,6 @@ T VariBoxPlainDisplayer<T>::stringToValue(Text const& text) const {
     return asValue<T>(number);
 }
 
-template <class T>
-LightweightString<char> VariBoxPlainDisplayer<T>::getAllowedCharacters() const {
-    if constexpr (std::is_integral_v<T>)
-        return "+-0123456789";
-    else
-        return "+-0123456789.,";
-}
-
 // Units
 
 template <class T>
@@ -275,11 +267,6 @@ T VariBoxTimecodeDisplayer<T>::stringToValue(Text const& text) const {
     time->frames %= rate_;
     auto const frames = static_cast<double>(FrameRate{rate_, dropped_}.frameOf(*time));
     return asValue<T>(isNegative ? -frames : frames);
-}
-
-template <class T>
-LightweightString<char> VariBoxTimecodeDisplayer<T>::getAllowedCharacters() const {
-    return "+-0123456789:;.,";
 }
 
 template class VariBoxParserBasicDisplayerBase<int>;

@@ -37,7 +37,6 @@ public:
 
     LightweightString<wchar_t> valueToString(T value) const override;
     T stringToValue(LightweightString<wchar_t> const& text) const override;
-    LightweightString<char> getAllowedCharacters() const override;
 
 private:
     int decimals_;
@@ -103,7 +102,6 @@ public:
 
     LightweightString<wchar_t> valueToString(T value) const override;
     T stringToValue(LightweightString<wchar_t> const& text) const override;
-    LightweightString<char> getAllowedCharacters() const override;
 
 private:
     int rate_;

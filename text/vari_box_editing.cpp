@@ -58,6 +58,25 @@ void VariBox::Editor::paste(Text const& text) {
     VariFriendlyTextBox::paste(isRestricted(L'.') ? number->substr(0, number->find(L'.')) : *number);
 }
 
+void VariBox::Editor::beginAt(XY<int> const& place) {
+    isByClick_ = true;
+    int const index = gapAt(screenXYToGlobXY(place));
+    setSelection({index, index});
+}
+
+/// The second half of a double click on the box, which the first half has opened for editing.
+bool VariBox::Editor::pressBegan(Event const& event) {
+    bool const isSecond = std::exchange(isByClick_, false) && event.clicks() == 2 && mouse_left_event(event);
+    if (!isSecond || getChanged() || !box_.getParser() || !box_.getParser()->hasDefault())
+        return VariFriendlyTextBox::pressBegan(event);
+    DispatchScope const scope;
+    VariBox& box = box_;
+    LifeGuard const boxLife = box.guard();
+    box.endEditing(false);
+    if (boxLife.alive()) box.putDefaultBack();
+    return true;
+}
+
 void VariBox::Editor::setRefused(bool refused) {
     if (refused == isRefused_) return;
     isRefused_ = refused;
@@ -128,6 +147,12 @@ bool VariBox::beginEditing() {
     if (!life.alive() || !isEditing_) return false;
     box->selectAll();
     return true;
+}
+
+/// With the cursor where the click was.
+void VariBox::editAt(XY<int> const& place) {
+    LifeGuard const life = guard();
+    if (beginEditing() && life.alive() && isEditing_) editor()->beginAt(place);
 }
 
 /// The text, if the user has changed it. False when it could not be read. It may destroy everything.

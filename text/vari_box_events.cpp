@@ -20,6 +20,8 @@ constexpr int finePixelsPerStep = 30;
 /// For one event: a broken wheel must not hold up the program.
 constexpr int maxNotches = 100;
 constexpr int bothButtons = EventKind::left | EventKind::right;
+/// Where the parser names no characters.
+constexpr std::wstring_view numberStarts = L"0123456789+-.,(\u2212\u221E";
 
 using Text = LightweightString<wchar_t>;
 
@@ -127,13 +129,16 @@ bool VariBox::reactToKey(Event const& event) {
     return true;
 }
 
-/// Whether a key begins a new text: a character that may be entered, or what the clipboard has.
+/// Whether a key begins a new text: what a number can begin with, one of the characters that the parser
+/// names, or what the clipboard has.
 bool VariBox::startsEntry(std::uint32_t key) const {
     if (TextKeys::shortcutFor(key) == TextKeys::Shortcut::paste) return true;
     if (!TextRules::isPrintable(static_cast<int>(key)) || Key::base(key) == Key::space) return false;
     Text const allowed = fromUTF8(parser_->getAllowedCharacters());
     wchar_t const character = enteredAs(static_cast<wchar_t>(Key::base(key)), allowed);
-    return allowed.empty() || allowed.find(character) != Text::npos;
+    // Other letters may be keys of the application.
+    return allowed.empty() ? numberStarts.find(character) != std::wstring_view::npos
+                           : allowed.find(character) != Text::npos;
 }
 
 /// It replaces the whole text.
@@ -155,6 +160,7 @@ bool VariBox::pressBegan(Event const& event) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     unsigned int const number = press().number();
+    hadFocus_ = get_kbd_focus() == this;
     claimKbdFocus();
     // The object that lost the focus may have ended the press.
     if (!life.alive() || number != press().number() || !takesInput()) return true;
@@ -230,8 +236,9 @@ void VariBox::pressEnded(PressEnd how) {
     if (life.alive() && parser_) parser_->setDataChangeType(DataChangeType::single);
     bool const isReported = how != PressEnd::lost && life.alive();
     if (isReported) thrown.run([&] { sendMessageToParent(eChangeComplete); });
-    bool const isClick = how == PressEnd::releasedInside && !hasMoved_ && !isDraggingLeft_;
-    if (life.alive() && isClick) thrown.run([&] { openMenu(press().place()); });
+    bool const isClick = how == PressEnd::releasedInside && !hasMoved_;
+    if (life.alive() && isClick && !isDraggingLeft_) thrown.run([&] { openMenu(press().place()); });
+    if (life.alive() && isClick && isDraggingLeft_ && hadFocus_) thrown.run([&] { editAt(press().place()); });
     thrown.rethrow();
 }
 

@@ -12,16 +12,21 @@ public:
     int handleKeyboardEvent(int keyCode) override;
     /// A number as people write it goes in as the characters allow it.
     void paste(Text const& text) override;
+    /// Puts the cursor at a place in root coordinates.
+    void beginAt(XY<int> const& place);
     /// Marks the text as one that could not be read, until it is changed.
     void setRefused(bool refused);
     void draw() override;
 
 protected:
     void handleCursorChange() override;
+    bool pressBegan(Event const& event) override;
 
 private:
     VariBox& box_;
     bool isRefused_ = false;
+    /// Whether a click has opened it, and no press has followed.
+    bool isByClick_ = false;
 };
 
 /// What most boxes do without.

@@ -3,6 +3,7 @@
 #include "host/objects/kbd_focus.h"
 #include "host/objects/tree.h"
 #include "host/windows/modality_p.h"
+#include "host/windows/popup_chain.h"
 #include "host/windows/top_level_window.h"
 
 namespace wainscot {
@@ -42,6 +43,12 @@ Glob* InputTargets::anyUnder(InputEvent const& input) const {
     if (!input.window || (window && window->isNote())) window = windows_.windowAt(input.place);
     if (!window || !window->root().isShown()) return nullptr;
     return Tree::globAt(window->root(), window->root().screenXYToGlobXY(input.place));
+}
+
+bool InputTargets::isOutsidePopUps(Glob const* target) const {
+    PopUpChain const& chain = windows_.popUps();
+    return chain.isOpen() && !chain.contains(Glob::getRootParent(const_cast<Glob*>(target))) &&
+           !Glob::isWithin(target, chain.opener());
 }
 
 Glob* InputTargets::underPointer() const {

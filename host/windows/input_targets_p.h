@@ -22,6 +22,8 @@ public:
     Glob* under(InputEvent const& input) const;
     /// The same, ignoring modality.
     Glob* anyUnder(InputEvent const& input) const;
+    /// Whether open pop-ups keep the wheel from an object that is neither in one of them nor their opener.
+    bool isOutsidePopUps(Glob const* target) const;
     /// The object under the pointer at its last place; null when the pointer has left.
     Glob* underPointer() const;
     Glob* captureHolder() const;

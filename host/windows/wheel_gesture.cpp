@@ -35,7 +35,7 @@ void WheelGesture::wheel(InputEvent const& input) {
     hover_.dismissTip();
     int const notches = std::clamp(input.amount, -maxNotches, maxNotches);
     Glob* const target = targetOf(input);
-    if (!target || notches == 0) return;
+    if (!target || notches == 0 || targets_.isOutsidePopUps(target)) return;
     bool const isSideways = input.kind == InputEvent::Kind::sideWheel;
     Event event = targets_.pointerEvent(isSideways ? EventKind::sideWheel : EventKind::mouseWheel, input);
     event.setAmount(notches);
