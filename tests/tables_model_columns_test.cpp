@@ -1,8 +1,10 @@
+#include "tables/model/column_order.h"
 #include "tables/model/column_widths.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <random>
 
 namespace wainscot {
 namespace {
@@ -67,6 +69,91 @@ TEST(ColumnWidths, TypesHaveLeastWidths) {
     EXPECT_EQ(calcMinColumnWidth({0, 500, 3, 117, 30}, metrics), 40);
     EXPECT_EQ(calcMinColumnWidth({0, 0, 3, 0, 70000}, metrics), 65535);
     EXPECT_EQ(calcColumnWidth({}, metrics) + calcColumnWidth(Indices{7, 30}, metrics), 40);
+}
+
+/// '_' is an empty identifier.
+ColumnOrder::Identifiers identifiersOf(std::string_view letters) {
+    ColumnOrder::Identifiers all;
+    for (char const c : letters) all.emplace_back(std::string_view(&c, c == '_' ? 0 : 1));
+    return all;
+}
+
+/// The view columns as digits; "-" stands before each that is hidden.
+std::string shown(ColumnOrder const& order) {
+    std::string all;
+    for (int const column : order.viewColumns()) all += std::to_string(column);
+    for (int column = 0; column < order.numDataColumns(); ++column)
+        if (order.isHidden(column)) all += "-" + std::to_string(column);
+    return all;
+}
+
+TEST(ColumnOrder, StepsAndRefusals) {
+    ColumnOrder order;
+    order.setColumns(identifiersOf("abcdef"), 2);
+    EXPECT_FALSE(order.move(1, 2) || order.move(5, 0) || order.swap(0, 2) || order.move(2, 6) ||
+                 order.move(-1, 3) || order.setHidden(6, true) || order.setHidden(0, false));
+    EXPECT_TRUE(order.move(2, 4) && order.move(5, 2) && order.swap(0, 1) && order.setHidden(3, true));
+    EXPECT_EQ(shown(order), "10542-3");
+    EXPECT_EQ(order.viewToData(XY<int>(4, 7)), XY<int>(2, 7));
+    EXPECT_EQ(order.dataToView(XY<int>(3, 7)), XY<int>(ColumnOrder::none, 7));
+    EXPECT_TRUE(order.move(2, 4) && order.setHidden(3, false) && order.setHidden(1, true));
+    EXPECT_EQ(shown(order) + std::to_string(order.numStickyViewColumns()), "03425-11");
+    order.setColumns(identifiersOf("xfyzbed")); // The order was (b) a d e c f.
+    EXPECT_EQ(shown(order), "065123-4");
+    order.setColumns(identifiersOf("fb"), 1);
+    EXPECT_TRUE(order.setHidden(1, false));
+    EXPECT_EQ(shown(order), "01");
+}
+
+TEST(ColumnOrder, RandomStepsAgainstAList) {
+    std::mt19937 random(1);
+    auto const identifiers = identifiersOf("ab_c_aad%");
+    ColumnOrder order;
+    order.setColumns(identifiers);
+    for (int step = 0; step < 2000; ++step) {
+        std::string view = shown(order).substr(0, order.viewColumns().size());
+        std::string const hidden = shown(order).substr(view.size());
+        std::size_t const a = random() % 9, b = random() % 9;
+        int const from = static_cast<int>(a), to = static_cast<int>(b);
+        bool const isMove = random() % 2 == 0, isAllowed = a != b && std::max(a, b) < view.size();
+        ASSERT_EQ(isMove ? order.move(from, to) : order.swap(from, to), isAllowed);
+        if (isAllowed && isMove)
+            view.insert((a < b ? b + 1 : b), 1, view[a]).erase(a < b ? a : a + 1, 1);
+        else if (isAllowed)
+            std::swap(view[a], view[b]);
+        ASSERT_EQ(shown(order), view + hidden);
+        for (int column = 0; column < order.numViewColumns(); ++column)
+            ASSERT_EQ(order.dataToView(order.viewToData(column)), column);
+        ASSERT_TRUE(order.setHidden(from, !order.isHidden(from)) && shown(order) != view + hidden);
+        ASSERT_TRUE(order.setHidden(from, !order.isHidden(from)) && shown(order) == view + hidden);
+        order.setHidden(to, random() % 2 == 0);
+
+        Widths const widths(9, static_cast<unsigned short>(random()));
+        Widths restored(9);
+        ColumnOrder again;
+        ASSERT_TRUE(again.restore(order.text(widths), identifiers, restored) && restored == widths);
+        order.setColumns(identifiers);
+        ASSERT_EQ(order.text(widths), again.text(widths));
+    }
+}
+
+std::string restored(std::string const& text) {
+    ColumnOrder order;
+    Widths widths{1, 2, 3};
+    std::string result = order.restore(text, identifiersOf("abc"), widths) ? "" : "broken ";
+    result += shown(order);
+    for (int const width : widths) result += "," + std::to_string(width);
+    return result;
+}
+
+TEST(ColumnOrder, TextsOfAnyKindAreRestored) {
+    EXPECT_EQ(restored(""), "012,1,2,3");
+    EXPECT_EQ(restored("c,0,30,shown;a,0,0,shown;b,0,65535,hidden;"), "20-1,0,65535,30");
+    EXPECT_EQ(restored("z,0,9,hidden;c,0,30,shown;c,0,31,hidden;a,1,7,hidden;"), "012,1,2,30");
+    EXPECT_EQ(restored("%63,0,5,hidden;%61,0,4,shown;"), "01-2,4,2,5");
+    for (char const* const end : {"a,0,6,shown", "a,0,65536,shown;", "a,-1,5,shown;", "a,0,5 ,shown;", ";",
+                                  "a,0,5,seen;", "a%6,0,5,shown;", "a%6g,0,5,shown;", "a;"})
+        EXPECT_EQ(restored(std::string("c,0,5,hidden;") + end), "broken 012,1,2,3") << end;
 }
 
 } // namespace
