@@ -1,10 +1,13 @@
 #include "tables/model/column_order.h"
 #include "tables/model/column_widths.h"
+#include "tables/model/table_keys.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <numeric>
 #include <random>
+#include <set>
 
 namespace wainscot {
 namespace {
@@ -154,6 +157,79 @@ TEST(ColumnOrder, TextsOfAnyKindAreRestored) {
     for (char const* const end : {"a,0,6,shown", "a,0,65536,shown;", "a,-1,5,shown;", "a,0,5 ,shown;", ";",
                                   "a,0,5,seen;", "a%6,0,5,shown;", "a%6g,0,5,shown;", "a;"})
         EXPECT_EQ(restored(std::string("c,0,5,hidden;") + end), "broken 012,1,2,3") << end;
+}
+
+/// Those that have been pressed.
+std::set<std::uint32_t> keys;
+
+/// '.' is a cell, 'e' one that can be edited, 'x' one that cannot be current. Without rows all are 'x'.
+struct Grid : TableKeyView {
+    explicit Grid(std::vector<std::string> cells) : rows(std::move(cells)) {}
+    unsigned int numRows() const override { return rows.empty() ? height : unsigned(rows.size()); }
+    int numColumns() const override { return rows.empty() ? width : int(rows[0].size()); }
+    bool isEditable(XY<int> const& position) const override { return at(position) == 'e'; }
+    bool canBeCurrent(XY<int> const& position) const override { return at(position) != 'x'; }
+    double firstVisible() const override { return first; }
+    double lastVisible() const override { return last; }
+    int numLines() const override { return 3; }
+    char at(XY<int> const& position) const {
+        ++questions;
+        return rows.empty() ? 'x' : rows.at(std::size_t(position.y)).at(std::size_t(position.x));
+    }
+    /// The moves of a key that go elsewhere than they should. Positions are written as "xy"; '/' is -1.
+    std::string wrong(std::uint32_t key, std::string moves, double firstSeen = 0, double lastSeen = 0) {
+        keys.insert(key), first = firstSeen, last = lastSeen;
+        std::string all;
+        for (; !moves.empty(); moves.erase(0, 6)) {
+            XY<int> const from(moves[0] - '0', moves[1] - '0'), to(moves[3] - '0', moves[4] - '0');
+            if (calcPostKeypressPosition(*this, from, key) != to) all += moves.substr(0, 6);
+        }
+        return all;
+    }
+
+    std::vector<std::string> rows;
+    unsigned int height = 0;
+    int width = 0;
+    double first = 0, last = 0;
+    mutable int questions = 0;
+};
+
+TEST(TableKeys, KeysGoToTheirPlaces) {
+    Grid wide({"..e.", ".e.e", "....", "e..."}), ends({"x", ".", ".", "x"}), one({"."}),
+        tall({".", "x", ".", "x", "x", ".", ".", "x", ".", "x"});
+    EXPECT_EQ(wide.wrong(0x9, "00>20 20>11 31>03 03>03 //>20 92>03 /3>03"), "");
+    EXPECT_EQ(wide.wrong(0x1000009, "03>31 31>11 11>20 20>20 00>00 /9>03 91>31"), "");
+    EXPECT_EQ(wide.wrong(0x8000047, "21>01 01>01 24>24") + one.wrong(0x8000047, "0/>00"), "");
+    EXPECT_EQ(wide.wrong(0x800004F, "11>31") + wide.wrong(0x800004B, "21>11 01>30 00>00"), "");
+    EXPECT_EQ(wide.wrong(0x800004D, "21>31 31>02 33>33"), "");
+    for (std::uint32_t const shift : {0U, 0x1000000U}) {
+        EXPECT_EQ(tall.wrong(shift | 0x8000048, "05>02 00>00 95>95") + ends.wrong(0x8000048, "01>01"), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000050, "02>05 08>08 92>92"), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000049, "05>02 02>00", 1.5), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000049, "06>05 08>06 05>02", 6), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000051, "02>08 06>08", 0, 9.9), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000051, "02>05 00>02 05>08", 0, 4.9), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000051, "05>08", 0, 1e300), "");
+        EXPECT_EQ(tall.wrong(shift | 0x8000051, "02>05", 0, std::numeric_limits<double>::quiet_NaN()), "");
+    }
+    for (std::uint32_t const key : {0xA000047U, 0xA000049U}) EXPECT_EQ(ends.wrong(key, "02>01"), "");
+    for (std::uint32_t const key : {0xA00004FU, 0xA000051U}) EXPECT_EQ(ends.wrong(key, "01>02"), "");
+    EXPECT_EQ(keys.size(), 18U);
+    for (std::uint32_t modifiers = 0; modifiers < 32; ++modifiers)
+        for (std::uint32_t key = modifiers << 24; key < (modifiers << 24 | 256); ++key)
+            EXPECT_EQ(isNavigationKey(key), keys.count(key) == 1) << key;
+}
+
+TEST(TableKeys, NoTableIsTooLarge) {
+    Grid grid({});
+    for (auto const& [height, width] : {std::pair(2147483647U, 2), {4294967295U, 0}, {0U, 3}})
+        for (std::uint32_t const key :
+             {0x9U, 0x1000009U, 0x8000048U, 0x8000050U, 0x8000049U, 0x8000051U, 0xA000047U})
+            for (int const row : {1000000000, 2147483647, -2147483647 - 1}) {
+                grid.height = height, grid.width = width, grid.questions = 0;
+                EXPECT_EQ(calcPostKeypressPosition(grid, {1, row}, key), XY<int>(1, row)) << key;
+                EXPECT_LE(grid.questions, TableKeys::maxQuestions + 1);
+            }
 }
 
 } // namespace
