@@ -1,6 +1,7 @@
 #include "tables/model/column_order.h"
 #include "tables/model/column_widths.h"
 #include "tables/model/table_keys.h"
+#include "tables/model/tag_rules.h"
 
 #include <gtest/gtest.h>
 
@@ -230,6 +231,46 @@ TEST(TableKeys, NoTableIsTooLarge) {
                 EXPECT_EQ(calcPostKeypressPosition(grid, {1, row}, key), XY<int>(1, row)) << key;
                 EXPECT_LE(grid.questions, TableKeys::maxQuestions + 1);
             }
+}
+
+/// '#' is a tagged row. To ask a row twice is a fault.
+TagRules::GetTag tagsOf(std::string_view rows) {
+    return [rows, asked = std::set<unsigned int>()](unsigned int row) mutable {
+        EXPECT_TRUE(asked.insert(row).second) << row;
+        return rows.at(row) == '#';
+    };
+}
+
+/// The rows that become tagged; "-" stands before those that become untagged.
+std::string written(TagRules::Tags const& tags) {
+    std::string all;
+    for (auto const& [row, tag] : tags) all += (tag ? "" : "-") + std::to_string(row);
+    return all;
+}
+
+std::string clicked(std::string_view rows, unsigned int flags, TagRules::Click const& click) {
+    return written(TagRules::tagsAfterClick(click, flags, unsigned(rows.size()), tagsOf(rows)));
+}
+
+TEST(TagRules, Clicks) {
+    // A click is a row, Shift and Ctrl.
+    EXPECT_EQ(clicked(".#..#", 0, {2}) + clicked(".#..#", 5, {1, true, true}), "-12-41-4");
+    EXPECT_EQ(clicked(".#..#", 6, {2}) + clicked(".#..#", 6, {5}), "-12-4");
+    EXPECT_EQ(clicked(".#..#", 2, {2}) + clicked(".#..#", 2, {4}), "2-4");
+    EXPECT_EQ(clicked(".#..#", 6, {1, false, true}) + clicked("##..#", 6, {2, true}), "-1-0-1234");
+    EXPECT_EQ(clicked("##...#", 2, {2, true}) + clicked(".#..#", 2, {4, true, true}), "23451234");
+    EXPECT_EQ(clicked("##.#.##", 6, {2, true}) + clicked("#.#..", 6, {3, true, true}), "-0-123-5-6-023");
+    EXPECT_EQ(clicked(".....", 6, {3, true}) + clicked("..#..", 6, {2, true}), "32");
+}
+
+TEST(TagRules, AllRows) {
+    EXPECT_EQ(written(TagRules::toggleAll(15, 3, tagsOf("#.#")).tags), "-0-1-2");
+    EXPECT_EQ(written(TagRules::toggleAll(16, 3, tagsOf(".##")).tags), "012");
+    EXPECT_EQ(written(TagRules::toggleAll(16, 0, {}).tags), "");
+    EXPECT_TRUE(TagRules::toggleAll(16, 1, tagsOf("#")).unsetsCurrent);
+    EXPECT_FALSE(TagRules::toggleAll(15, 1, tagsOf("#")).unsetsCurrent);
+    EXPECT_FALSE(TagRules::toggleAll(16, 1, tagsOf(".")).unsetsCurrent);
+    EXPECT_EQ(written(TagRules::invertedTags(3, tagsOf("#.#"))), "-01-2");
 }
 
 } // namespace
