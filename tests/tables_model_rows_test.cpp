@@ -1,10 +1,13 @@
-#include "tables/model/row_ranges.h"
+#include "tables/model/row_heights.h"
+#include "tables/model/row_notices.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <set>
+#include <string>
 
 namespace wainscot {
 namespace {
@@ -107,6 +110,118 @@ TEST(RowRanges, RowsThatCannotExistAreNeverMembers) {
     rows.moveRows(1, 0xFFFFFFFF, 0xFFFFFFFF);
     rows.removeRows(0xFFFFFFFF, 0xFFFFFFFF);
     EXPECT_EQ(maxRows, rows.count());
+}
+
+TEST(RowHeights, RandomScriptsAgreeWithASumOfAllRows) {
+    Random random(2);
+    for (unsigned int const most : {40u, 5000u}) {
+        std::vector<unsigned short> heights(most);
+        auto const own = [&] { return static_cast<unsigned short>(random() % 3 ? random() % 40 : 0); };
+        for (auto& height : heights) height = own();
+        RowHeights rows;
+        rows.reset(most, 20, [&](unsigned int row) { return heights.at(row); });
+        for (int step = 0; step < 150; ++step) {
+            unsigned int const first = below(random, heights.size() + 1);
+            auto const count = std::min(below(random, 30), static_cast<unsigned int>(heights.size()) - first);
+            auto const at = heights.begin() + first;
+            auto const before = heights;
+            switch (random() % 3) {
+            case 0:
+                std::generate(at, at + count, own);
+                rows.changed(first, count);
+                break;
+            case 1:
+                heights.insert(at, count, own());
+                rows.inserted(first, count);
+                break;
+            default:
+                heights.erase(at, at + count);
+                rows.removed(first, count);
+            }
+            std::vector<std::int64_t> bottoms{0};
+            for (auto const height : heights) bottoms.push_back(bottoms.back() + (height ? height : 20));
+            ASSERT_EQ(heights.size(), rows.count());
+            ASSERT_EQ(bottoms.back(), rows.total());
+            if (heights.empty()) continue;
+            unsigned int const row = below(random, heights.size());
+            ASSERT_EQ(bottoms[row], rows.topOf(row));
+            auto const edge = random() % 2
+                                  ? bottoms[row]
+                                  : std::int64_t{below(random, static_cast<std::size_t>(rows.total()))};
+            auto const passing = std::upper_bound(bottoms.begin(), bottoms.end(), edge) - bottoms.begin();
+            ASSERT_EQ(passing - 1, rows.rowAt(edge));
+            std::int64_t const bottom = edge + below(random, 400);
+            // The walk of a table over its rows.
+            std::size_t k = static_cast<std::size_t>(passing) - 1;
+            auto const placeIn = [&](std::size_t r, std::int64_t pixel) {
+                return static_cast<double>(r) + 1 -
+                       static_cast<double>(bottoms[r + 1] - pixel) /
+                           rows.heightOf(static_cast<unsigned int>(r));
+            };
+            double const firstRow = placeIn(k, edge);
+            while (k < heights.size() && bottoms[k + 1] < bottom) ++k;
+            if (!rows.isVariable()) continue;
+            auto const visible = rows.visibleRows(edge, bottom - edge);
+            ASSERT_EQ(firstRow, visible.first);
+            ASSERT_EQ(k == heights.size() ? static_cast<double>(k) : placeIn(k, bottom), visible.last);
+        }
+    }
+}
+
+TEST(RowHeights, ExtremesAndRowsOfOneHeight) {
+    RowHeights rows;
+    EXPECT_EQ(std::nullopt, rows.rowAt(0));
+    rows.reset(0xFFFFFFFF, 0xFFFF);
+    EXPECT_EQ(std::int64_t{maxRows} * 0xFFFF, rows.total());
+    EXPECT_EQ(maxRows - 1, rows.rowAt(rows.total() - 1));
+    EXPECT_EQ(2.5, (rows.reset(10, 20), rows.visibleRows(50, 100).first));
+    EXPECT_EQ(12.5, rows.visibleRows(50, 200).last);
+    EXPECT_EQ(10, (rows.reset(10, 0), rows.total()));
+    unsigned short answer = 0;
+    rows.reset(3000, 10,
+               [&](unsigned int row) { return row == 2000 ? answer : static_cast<unsigned short>(0); });
+    EXPECT_FALSE(rows.isVariable());
+    answer = 0xFFFF;
+    rows.changed(2000, 1);
+    EXPECT_TRUE(rows.isVariable());
+    rows.setDefaultHeight(1);
+    EXPECT_EQ(2999 + 0xFFFF, rows.total());
+    EXPECT_EQ(3000.0, rows.visibleRows(0, 1'000'000).last);
+    rows.removed(2000, 1);
+    EXPECT_FALSE(rows.isVariable());
+    rows.reset(5, 7, [](unsigned int) { return static_cast<unsigned short>(3); });
+    auto const fails = [](unsigned int) -> unsigned short { throw 1; };
+    EXPECT_ANY_THROW(rows.reset(9, 9, fails));
+    EXPECT_EQ(15, rows.total());
+}
+
+TEST(RowNotices, ListenersMayEndAndDestroyAnything) {
+    auto notices = std::make_unique<RowNotices>();
+    std::string told;
+    NotifierSubscription second, late;
+    NotifierSubscription const first = notices->subscribe([&](RowNotice const& notice) {
+        told += std::to_string(notice.count);
+        if (notice.count == 2) second.end();
+        if (notice.count == 1) late = notices->subscribe([&](RowNotice const&) { told += 'c'; });
+        if (notice.count == 3) notices.reset();
+    });
+    second = notices->subscribe([&](RowNotice const&) { told += 'b'; });
+    for (unsigned int count = 1; count <= 3; ++count) notices->tell({RowNotice::Kind::changed, 0, count, 0});
+    EXPECT_EQ("1b2c3", told);
+}
+
+TEST(RowNotices, RowsAndSetsGoTheSameWay) {
+    Random random(3);
+    for (int i = 0; i < 2000; ++i) {
+        RowNotice const notice{static_cast<RowNotice::Kind>(random() % 5), below(random, 20),
+                               below(random, 9), below(random, 20)};
+        unsigned int const row = below(random, 30);
+        RowRanges rows;
+        rows.add({row, row + 1});
+        follow(rows, notice);
+        ASSERT_EQ(rows.first(), rowAfter(notice, row));
+    }
+    EXPECT_EQ(std::nullopt, rowAfter({RowNotice::Kind::inserted, 0, 1, 0}, maxRows - 1));
 }
 
 } // namespace
