@@ -1,5 +1,6 @@
 #include "tables/model/row_heights.h"
 #include "tables/model/row_notices.h"
+#include "tables/model/row_order.h"
 
 #include <gtest/gtest.h>
 
@@ -222,6 +223,145 @@ TEST(RowNotices, RowsAndSetsGoTheSameWay) {
         ASSERT_EQ(rows.first(), rowAfter(notice, row));
     }
     EXPECT_EQ(std::nullopt, rowAfter({RowNotice::Kind::inserted, 0, 1, 0}, maxRows - 1));
+}
+
+std::vector<unsigned int> shown(RowOrder const& order) {
+    std::vector<unsigned int> rows;
+    for (unsigned int view = 0; view < order.numRows(); ++view) {
+        rows.push_back(order.sourceRow(view).value());
+        EXPECT_EQ(view, order.viewRow(rows.back()));
+    }
+    EXPECT_EQ(std::nullopt, order.sourceRow(order.numRows()));
+    return rows;
+}
+
+TEST(RowOrder, RandomScriptsAgreeWithAStableSort) {
+    Random random(4);
+    for (int script = 0; script < 60; ++script) {
+        struct Row {
+            int a, b;
+        };
+        std::vector<Row> rows;
+        auto const any = [&] {
+            return Row{static_cast<int>(random() % 5) - 2, static_cast<int>(random() % 7)};
+        };
+        RowOrder order;
+        bool const descends = random() % 2, filters = random() % 2;
+        RowOrder::Key first, second;
+        switch (script % 3) {
+        case 0:
+            first.number = [&](unsigned int r) { return rows.at(r).a; };
+            break;
+        case 1:
+            first.text = [&](unsigned int r) {
+                return std::string(1, static_cast<char>('d' + rows.at(r).a));
+            };
+            break;
+        default:
+            first.compare = [&](unsigned int x, unsigned int y) { return rows.at(x).a - rows.at(y).a; };
+        }
+        first.descending = descends;
+        second.descending = script % 2;
+        if (script % 4 < 2)
+            second.compare = [&](unsigned int x, unsigned int y) { return rows.at(x).b - rows.at(y).b; };
+        else
+            second.number = [&](unsigned int r) { return rows.at(r).b; };
+        order.setKeys({first, second});
+        if (filters) order.setFilter([&](unsigned int r) { return rows.at(r).b != 3; });
+        for (int step = 0; step < 60; ++step) {
+            unsigned int const at = below(random, rows.size() + 1);
+            unsigned int count = below(random, step % 9 ? 5 : 200);
+            unsigned int const left = static_cast<unsigned int>(rows.size()) - at;
+            auto const place = rows.begin() + at;
+            RowNotice notice{static_cast<RowNotice::Kind>(random() % 4), at, count, 0};
+            if (notice.kind != RowNotice::Kind::inserted) count = notice.count = std::min(count, left);
+            switch (notice.kind) {
+            case RowNotice::Kind::inserted:
+                for (unsigned int i = 0; i < count; ++i) rows.insert(rows.begin() + at, any());
+                break;
+            case RowNotice::Kind::removed:
+                rows.erase(place, place + count);
+                break;
+            case RowNotice::Kind::moved: {
+                std::vector<Row> const block(place, place + count);
+                rows.erase(place, place + count);
+                notice.target = below(random, rows.size() + 1);
+                rows.insert(rows.begin() + notice.target, block.begin(), block.end());
+                break;
+            }
+            default:
+                std::generate(place, place + count, any);
+            }
+            order.apply(notice);
+            for (unsigned int const row : shown(order)) ASSERT_LT(row, rows.size());
+            if (random() % 4 == 0) order.work(0);
+            if (!order.isDone() && random() % 3 == 0) continue;
+            while (!order.work(0)) {
+            }
+            std::vector<unsigned int> expected;
+            for (unsigned int row = 0; row < rows.size(); ++row)
+                if (!filters || rows[row].b != 3) expected.push_back(row);
+            std::stable_sort(expected.begin(), expected.end(), [&](unsigned int x, unsigned int y) {
+                if (rows[x].a != rows[y].a) return descends ? rows[x].a > rows[y].a : rows[x].a < rows[y].a;
+                return second.descending ? rows[x].b > rows[y].b : rows[x].b < rows[y].b;
+            });
+            ASSERT_EQ(expected, shown(order)) << script << ' ' << step;
+        }
+    }
+}
+
+TEST(RowOrder, SlicesEndInTimeAndTheOldOrderStaysUntilTheNewIsComplete) {
+    double time = 0;
+    RowOrder order(300);
+    order.setClock([&] { return time; });
+    RowOrder::Key key;
+    key.compare = [&](unsigned int a, unsigned int b) {
+        return time += 0.3, static_cast<int>(b) - static_cast<int>(a);
+    };
+    order.setKeys({key});
+    for (double start = time; !order.work(2000); start = time) {
+        ASSERT_LE(time - start, 2.0 + 0.7);
+        ASSERT_EQ(0u, order.sourceRow(0));
+    }
+    EXPECT_EQ(299u, order.sourceRow(0));
+    EXPECT_GT(time, 100);
+    order.setKeys({});
+    EXPECT_EQ(299u, order.sourceRow(0));
+    EXPECT_TRUE(order.work(0));
+    EXPECT_EQ(0u, order.sourceRow(0));
+}
+
+TEST(RowOrder, BadComparisonsAndFiltersLoseNoRow) {
+    Random random(5);
+    for (bool const throws : {false, true}) {
+        RowOrder order(500);
+        RowOrder::Key key;
+        key.compare = [&](unsigned int, unsigned int) {
+            if (throws && random() % 3 == 0) throw 7;
+            return static_cast<int>(random() % 3) - 1;
+        };
+        order.setKeys({key});
+        order.setFilter([&](unsigned int row) { return throws && row == 9 ? throw 8 : true; });
+        EXPECT_EQ(!throws, [&] {
+            try {
+                return order.work(1'000'000'000);
+            } catch (int) {
+                return false;
+            }
+        }());
+        EXPECT_TRUE(order.work(1'000'000'000));
+        for (unsigned int i = 0; i < 50; ++i) {
+            try {
+                order.apply({i % 2 ? RowNotice::Kind::changed : RowNotice::Kind::inserted, i, 7, 0});
+            } catch (int) {
+            }
+        }
+        std::vector<unsigned int> rows = shown(order);
+        std::sort(rows.begin(), rows.end());
+        for (unsigned int row = 0; row < 500 + 25 * 7; ++row) ASSERT_EQ(row, rows.at(row));
+        order.apply({RowNotice::Kind::reset, 0, 3, 0});
+        EXPECT_EQ(3u, order.numRows());
+    }
 }
 
 } // namespace
