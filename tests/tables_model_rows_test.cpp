@@ -188,6 +188,7 @@ TEST(RowHeights, ExtremesAndRowsOfOneHeight) {
     rows.setDefaultHeight(1);
     EXPECT_EQ(2999 + 0xFFFF, rows.total());
     EXPECT_EQ(3000.0, rows.visibleRows(0, 1'000'000).last);
+    EXPECT_EQ(3000.0, rows.visibleRows(0, rows.total()).last);
     rows.removed(2000, 1);
     EXPECT_FALSE(rows.isVariable());
     rows.reset(5, 7, [](unsigned int) { return static_cast<unsigned short>(3); });
