@@ -183,10 +183,14 @@ bool Tab::pressBegan(Event const& event) {
     if (!dialogue) return false;
     isMiddlePress_ = mouse_middle_event(event);
     if (isMiddlePress_) return dialogue->canClose();
-    if (mouse_double_click_event(event) && isCurrent() && dialogue->canRename())
+    if (mouse_double_click_event(event) && isCurrent() && dialogue->canRename()) {
         startRenaming();
-    else
-        dialogue->selectByUser(*this);
+        return true;
+    }
+    // The keys of the dialogue work from now on.
+    LifeGuard const life = guard();
+    if (!isWithin(FocusStop::holderBeside(*this), dialogue)) strip_.get()->claimKbdFocus();
+    if (life.alive() && strip_ && strip_.get()->dialogue()) dialogue->selectByUser(*this);
     return true;
 }
 

@@ -18,6 +18,7 @@ extern Page const scriptsPage;
 extern Page const scriptLinesPage;
 extern Page const menusPage;
 extern Page const dropDownsPage;
+extern Page const tablePage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
@@ -56,12 +57,12 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,       &timelinePage, &buttonsPage,   &choicesPage,  &scrollPage,      &textBoxesPage,
-        &valueBoxesPage, &notesPage,    &logPage,       &scriptsPage,  &scriptLinesPage, &menusPage,
-        &dropDownsPage,  &ratingPage,   &bindingPage,   &gradingPage,  &formPage,        &entryFormPage,
-        &panelPage,      &tabsPage,     &tabOrderPage,  &windowsPage,  &textPage,        &longTextPage,
-        &symbolsPage,    &iconsPage,    &shapesPage,    &palettePage,  &globsPage,       &placementPage,
-        &keysPage,       &pointerPage,  &clipboardPage, &draggingPage,
+        &deskPage,       &timelinePage, &buttonsPage, &choicesPage,   &scrollPage,      &textBoxesPage,
+        &valueBoxesPage, &notesPage,    &logPage,     &scriptsPage,   &scriptLinesPage, &menusPage,
+        &dropDownsPage,  &tablePage,    &ratingPage,  &bindingPage,   &gradingPage,     &formPage,
+        &entryFormPage,  &panelPage,    &tabsPage,    &tabOrderPage,  &windowsPage,     &textPage,
+        &longTextPage,   &symbolsPage,  &iconsPage,   &shapesPage,    &palettePage,     &globsPage,
+        &placementPage,  &keysPage,     &pointerPage, &clipboardPage, &draggingPage,
     };
     return list;
 }

@@ -1,0 +1,7 @@
+#include "tables/cell_editor.h"
+
+namespace wainscot {
+
+iCellEditor::~iCellEditor() = default;
+
+} // namespace wainscot

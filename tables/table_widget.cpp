@@ -1,0 +1,665 @@
+#include "tables/table_widget.h"
+
+#include "containers/scroll_bar.h"
+#include "host/base/diagnostics.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/html_renderer.h"
+#include "host/events/dispatch_scope.h"
+#include "host/objects/description.h"
+#include "tables/table_asking_p.h"
+#include "tables/table_body_p.h"
+#include "tables/table_header_p.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace wainscot {
+
+TableWidget::TableWidget(InitArgs const& args)
+    : Focusable<StandardPanel>(args), header_(new TableHeader(*this)), body_(new TableBody(*this)),
+      styleFlags_(args.styleFlags), scrollTimer_([this] { scrollWhileDragging(); }) {
+    if (TableColumnDescription::textMargin == 0)
+        TableColumnDescription::textMargin = UifStd::getWidgetGap() + UifStd::getIndentWidth();
+    addWidget(body_, 0, 0);
+    addWidget(header_, 0, 0);
+    header_->setVisible((styleFlags_ & hidesHeader) == 0);
+    for (Orientation const lie : {eVertical, eHorizontal}) {
+        auto* const bar = new ScrollBar(ScrollBar::InitArgs(lie, 0));
+        (lie == eVertical ? verticalBar_ : horizontalBar_) = HandlerRef<Glob>(bar);
+        addWidget(bar, 0, 0);
+        bar->setControls(body_);
+    }
+    TableWidget::init(args.initValue);
+    TableWidget::reshape();
+    if (args.adaptor) TableWidget::setDataSource(args.adaptor);
+}
+
+TableWidget::~TableWidget() = default;
+
+void TableWidget::init(unsigned short value) {
+    if (value != 0) highlightFlags_ = value;
+}
+
+/// The adaptor may have died before it.
+void TableWidget::handleDetached() {
+    adaptor_ = nullptr;
+    editor_ = nullptr;
+    header_ = nullptr;
+    body_ = nullptr;
+    Focusable<StandardPanel>::handleDetached();
+}
+
+void TableWidget::report(Messages which) {
+    Reporter().report(*this, parent(), messageTable[which]);
+}
+
+// Data
+
+void TableWidget::setDataSource(iTableAdaptor* adaptor) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(adaptor_ != nullptr);
+    if (!life.alive()) return;
+    adaptor_ = adaptor;
+    current_ = {-1, -1};
+    sortColumn_ = shownSortColumn_ = -1;
+    for (auto const& [cell, widget] : std::exchange(boundWidgets_, {}))
+        if (widget && life.alive()) destroy(widget.get());
+    if (!life.alive()) return;
+    readRows();
+    buildColumns(false);
+    if (life.alive()) resetView();
+}
+
+void TableWidget::readRows() {
+    unsigned int const count = std::min(ask([&] { return adaptor_->getSize(); }, 0U), maxRows);
+    unsigned short const line = getLineHeight();
+    bool isRead = false;
+    if (adaptor_)
+        isRead = ask(
+            [&] {
+                heights_.reset(count, line, [this](unsigned int row) {
+                    return adaptor_ ? adaptor_->getRowHeight(row) : toSize16(0);
+                });
+                return true;
+            },
+            false);
+    if (!isRead) heights_.reset(adaptor_ ? count : 0, line);
+}
+
+void TableWidget::dataChanged(RowNotice const& notice) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    int const row = current_.y;
+    std::uint64_t const identity = currentIdentity_;
+    auto const numbered = row >= 0 ? rowAfter(notice, static_cast<unsigned int>(row)) : std::nullopt;
+    bool const isReset = notice.kind == RowNotice::Kind::reset;
+    // What the user still edits belongs to another row now, perhaps.
+    if (isEditing()) endEditing(false);
+    if (!life.alive()) return;
+    if (notice.kind == RowNotice::Kind::changed && notice.count < heights_.count())
+        ask([&] { return heights_.changed(notice.first, notice.count), true; }, false);
+    else
+        readRows();
+    if (row >= 0) {
+        std::optional<unsigned int> wanted =
+            isReset ? std::optional(static_cast<unsigned int>(row)) : numbered;
+        if (identity != 0)
+            if (auto const found =
+                    ask([&] { return adaptor_->findRow(identity); }, std::optional<unsigned int>()))
+                wanted = found;
+        int const last = static_cast<int>(heights_.count()) - 1;
+        int const now = std::min(wanted ? static_cast<int>(*wanted) : row, last);
+        current_ = now >= 0 ? XY<int>(current_.x, now) : XY<int>(-1, -1);
+        noteIdentity();
+        if (now != row) report(currentRowChanged);
+    }
+    if (life.alive()) layOut();
+    if (life.alive()) describeChanged(DescriptionChange::children);
+}
+
+void TableWidget::rowVisibilityHasChanged() {
+    LifeGuard const life = guard();
+    dataChanged();
+    if (life.alive()) report(rowVisibilityChanged);
+}
+
+void TableWidget::rebuildColumns() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(true);
+    if (life.alive()) buildColumns(true);
+}
+
+void TableWidget::buildColumns(bool keepsWidths) {
+    LifeGuard const life = guard();
+    std::map<LightweightString<char>, unsigned short> widths;
+    if (keepsWidths)
+        for (auto const& column : columns_)
+            widths.emplace(column->description.identifier, column->width.width);
+    auto const descriptions =
+        ask([&] { return adaptor_->getColumnDefinitions(); }, std::vector<TableColumnDescription>());
+    columns_.clear();
+    ColumnOrder::Identifiers identifiers;
+    int numSticky = 0;
+    for (TableColumnDescription const& description : descriptions) {
+        if (TagColumn::isTagColumn(description))
+            columns_.push_back(std::make_unique<TagColumn>(description));
+        else
+            columns_.push_back(std::make_unique<TableColumn>(description));
+        auto const known = widths.find(description.identifier);
+        if (known != widths.end()) columns_.back()->width.width = known->second;
+        if (description.isSticky && numSticky == static_cast<int>(identifiers.size())) ++numSticky;
+        identifiers.push_back(description.identifier);
+    }
+    if (!keepsWidths) order_ = ColumnOrder();
+    order_.setColumns(std::move(identifiers), numSticky);
+    if (current_.x >= order_.numViewColumns()) current_.x = order_.numViewColumns() - 1;
+    if (header_) header_->rebuild();
+    if (life.alive()) setupColumnWidths(false);
+    if (life.alive()) describeChanged(DescriptionChange::children);
+}
+
+void TableWidget::resetView() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    unsetCurPos();
+    if (!life.alive()) return;
+    windowTop_ = 0;
+    windowLeft_ = 0;
+    layOut();
+}
+
+// Current position
+
+void TableWidget::noteIdentity() {
+    currentIdentity_ =
+        validRow(current_.y)
+            ? ask([&] { return adaptor_->getRowIdentity(static_cast<unsigned int>(current_.y)); },
+                  std::uint64_t(0))
+            : 0;
+}
+
+bool TableWidget::canBeCurrent(XY<int> const& position) const {
+    return ask([&] { return adaptor_->canBeCurrent(viewToData(position)); }, false);
+}
+
+bool TableWidget::setCurPos(XY<int> const& position, unsigned int reveal) {
+    if (!validViewPos(position) || !canBeCurrent(position)) return false;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    XY<int> const before = current_;
+    current_ = position;
+    if (before != position) {
+        noteIdentity();
+        if (validRow(before.y)) drawRow(static_cast<unsigned int>(before.y));
+        drawRow(static_cast<unsigned int>(position.y));
+        describeChanged(DescriptionChange::selection);
+    }
+    if (reveal != 0 && life.alive()) {
+        revealRow(static_cast<unsigned int>(position.y));
+        if (life.alive()) revealColumn(position.x);
+    }
+    if (life.alive() && isEditing() && before != position) beginEditing(position);
+    if (life.alive() && before.y != position.y) report(currentRowChanged);
+    return true;
+}
+
+bool TableWidget::setCurRow(int row) {
+    return setCurPos({std::max(current_.x, 0), row});
+}
+
+bool TableWidget::setCurCol(int column) {
+    return setCurPos({column, std::max(current_.y, 0)});
+}
+
+void TableWidget::unsetCurPos() {
+    if (current_ == XY<int>(-1, -1)) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(true);
+    if (!life.alive()) return;
+    int const row = current_.y;
+    current_ = {-1, -1};
+    currentIdentity_ = 0;
+    if (validRow(row)) drawRow(static_cast<unsigned int>(row));
+    report(currentRowChanged);
+}
+
+// Scrolling
+
+void TableWidget::setWindowTop(std::int64_t top, eRedrawFlag redraw) {
+    std::int64_t const most = std::max<std::int64_t>(heights_.total() - visibleHeight(), 0);
+    std::int64_t const wanted = std::clamp<std::int64_t>(top, 0, most);
+    if (wanted == windowTop_) return;
+    windowTop_ = wanted;
+    if (redraw) scrolled();
+}
+
+void TableWidget::setWindowLeft(int left) {
+    int const wanted = std::clamp(left, 0, std::max(totalColumnWidth() - visibleWidth(), 0));
+    if (wanted == windowLeft_) return;
+    windowLeft_ = wanted;
+    if (header_) header_->layOut();
+    scrolled();
+}
+
+void TableWidget::scrolled() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    showBars();
+    placeBoundWidgets();
+    if (life.alive() && isEditing()) positionEditingWidget();
+    if (life.alive() && body_) body_->makeDirty();
+}
+
+void TableWidget::revealRow(unsigned int row, bool centre, eRedrawFlag redraw) {
+    if (row >= heights_.count()) return;
+    std::int64_t const top = heights_.topOf(row);
+    int const height = heights_.heightOf(row);
+    int const room = visibleHeight();
+    if (centre) return setWindowTop(top - (room - height) / 2, redraw);
+    if (top < windowTop_ || height > room) return setWindowTop(top, redraw);
+    if (top + height > windowTop_ + room) setWindowTop(top + height - room, redraw);
+}
+
+void TableWidget::revealColumn(int viewColumn) {
+    if (!validViewColumn(viewColumn) || viewColumn < order_.numStickyViewColumns()) return;
+    auto const data = static_cast<std::size_t>(order_.viewToData(viewColumn));
+    int const left = leftOfColumn(viewColumn);
+    int const right = left + columns_[data]->width.width;
+    int const from = stickyWidth();
+    if (left < from || right - left > visibleWidth() - from)
+        setWindowLeft(windowLeft_ + left - from);
+    else if (right > visibleWidth())
+        setWindowLeft(windowLeft_ + right - visibleWidth());
+}
+
+void TableWidget::scroll(int lines) {
+    setWindowTop(windowTop_ + std::int64_t{lines} * getLineHeight());
+}
+
+// Rows
+
+unsigned short TableWidget::getLineHeight() const {
+    return lineHeight_ != 0 ? lineHeight_ : UifStd::getTableRowHeight();
+}
+
+void TableWidget::setLineHeight(unsigned short height) {
+    if (height == lineHeight_) return;
+    lineHeight_ = height;
+    heights_.setDefaultHeight(getLineHeight());
+    layOut();
+}
+
+RowHeights::Visible TableWidget::getVisibleRows() const {
+    return heights_.visibleRows(windowTop_, visibleHeight());
+}
+
+int TableWidget::numLines() const {
+    return visibleHeight() / getLineHeight();
+}
+
+void TableWidget::setFont(LightweightString<char> const& name, unsigned short size) {
+    font_ = Glib::FontDesc(name, size);
+    layOut();
+}
+
+void TableWidget::setEmptyLabel(UIString const& label) {
+    emptyLabel_ = label;
+    drawRows();
+}
+
+// Columns
+
+int TableWidget::findColumn(LightweightString<char> const& identifier) const {
+    auto const found = std::ranges::find_if(
+        columns_, [&](auto const& column) { return column->description.identifier == identifier; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+int TableWidget::findColumn(LightweightString<wchar_t> const& title) const {
+    auto const found = std::ranges::find_if(
+        columns_, [&](auto const& column) { return column->description.title.text() == title; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+int TableWidget::findColumn(Glob const* header) const {
+    auto const found = std::ranges::find_if(
+        columns_, [&](auto const& column) { return header && column->button.get() == header; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+unsigned short TableWidget::getColumnWidth(unsigned short dataColumn) const {
+    return dataColumn < columns_.size() ? columns_[dataColumn]->width.width : toSize16(0);
+}
+
+ColumnMetrics TableWidget::metrics() const {
+    ColumnMetrics metrics;
+    metrics.buttonHeight = UifStd::getButtonHeight();
+    metrics.textMargin = TableColumnDescription::textMargin;
+    return metrics;
+}
+
+std::vector<ColumnWidth> TableWidget::widthsForSizing() {
+    std::vector<ColumnWidth> widths;
+    widths.reserve(columns_.size());
+    for (auto const& column : columns_) widths.push_back(column->width);
+    return widths;
+}
+
+void TableWidget::takeWidths(std::vector<ColumnWidth> const& widths) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i]->width = widths[i];
+    determineColumnVisibility();
+}
+
+void TableWidget::setupColumnWidths(bool force) {
+    DispatchScope const scope;
+    std::vector<ColumnWidth> widths = widthsForSizing();
+    ColumnWidths(widths, order_.viewColumns(), metrics())
+        .setupColumnWidths(
+            visibleWidth(), heights_.count(), [this](std::size_t column) { return widestText(column); },
+            force);
+    takeWidths(widths);
+}
+
+void TableWidget::stretchColumnsToFit() {
+    DispatchScope const scope;
+    std::vector<ColumnWidth> widths = widthsForSizing();
+    ColumnWidths(widths, order_.viewColumns(), metrics()).stretchColumnsToFit(visibleWidth());
+    takeWidths(widths);
+}
+
+void TableWidget::determineColumnVisibility() {
+    layOut();
+}
+
+int TableWidget::totalColumnWidth() const {
+    std::int64_t total = 0;
+    for (int const data : order_.viewColumns())
+        total += columns_[static_cast<std::size_t>(data)]->width.width;
+    return static_cast<int>(std::min<std::int64_t>(total, std::numeric_limits<int>::max()));
+}
+
+int TableWidget::stickyWidth() const {
+    int total = 0;
+    for (int view = 0; view < order_.numStickyViewColumns(); ++view)
+        total += columns_[static_cast<std::size_t>(order_.viewToData(view))]->width.width;
+    return total;
+}
+
+int TableWidget::leftOfColumn(int viewColumn) const {
+    return viewColumn >= 0 && viewColumn < static_cast<int>(lefts_.size())
+               ? lefts_[static_cast<std::size_t>(viewColumn)] -
+                     (viewColumn < order_.numStickyViewColumns() ? 0 : windowLeft_)
+               : 0;
+}
+
+void TableWidget::resizeColumn(unsigned short dataColumn, double width) {
+    if (dataColumn >= columns_.size() || std::isnan(width)) return;
+    ColumnWidth& column = columns_[dataColumn]->width;
+    unsigned short const before = column.width;
+    column.setWidth(static_cast<std::int64_t>(std::clamp(width, 0.0, 65535.0)));
+    if (column.width != before) layOut();
+}
+
+void TableWidget::fitColumn(unsigned short dataColumn) {
+    if (dataColumn >= columns_.size()) return;
+    DispatchScope const scope;
+    Qv::Ptr<iFont> const font = Glib::loadFont(getFont());
+    int widest = font->textWidth(columns_[dataColumn]->description.title.text());
+    RowHeights::Visible const rows = getVisibleRows();
+    auto const end = std::min(static_cast<unsigned int>(std::ceil(rows.last)), heights_.count());
+    for (auto row = static_cast<unsigned int>(std::max(rows.first, 0.0)); row < end; ++row)
+        widest = std::max(widest, widthOfText(dataColumn, row, *font));
+    resizeColumn(dataColumn, widest + 2 * TableColumnDescription::textMargin);
+}
+
+/// Texts with mark-up do not count.
+int TableWidget::widthOfText(std::size_t dataColumn, unsigned int row, iFont const& font) const {
+    Text const text = ask(
+        [&] {
+            return adaptor_->getFieldText({static_cast<int>(dataColumn), static_cast<int>(row)});
+        },
+        Text());
+    return text.empty() || HTMLRenderer::isHTML(text) ? 0 : font.textWidth(text);
+}
+
+int TableWidget::widestText(std::size_t dataColumn) const {
+    Qv::Ptr<iFont> const font = Glib::loadFont(getFont());
+    int widest = 0;
+    for (unsigned int row = 0, end = metrics().numSampleRows(heights_.count()); row < end; ++row)
+        widest = std::max(widest, widthOfText(dataColumn, row, *font));
+    return widest;
+}
+
+bool TableWidget::moveColumn(unsigned short from, unsigned short to) {
+    if (!order_.move(from, to)) return false;
+    columnsChanged();
+    return true;
+}
+
+bool TableWidget::swapColumns(unsigned short a, unsigned short b) {
+    if (!order_.swap(a, b)) return false;
+    columnsChanged();
+    return true;
+}
+
+void TableWidget::setColumnHidden(unsigned short dataColumn, bool hidden) {
+    if (!order_.setHidden(dataColumn, hidden)) return;
+    columnsChanged();
+}
+
+void TableWidget::columnsChanged() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(true);
+    if (!life.alive()) return;
+    if (current_.x >= order_.numViewColumns()) current_.x = order_.numViewColumns() - 1;
+    if (header_) header_->reviewMenu(nullptr);
+    layOut();
+    if (life.alive()) describeChanged(DescriptionChange::children);
+}
+
+void TableWidget::columnMovedByUser(int from, int to) {
+    LifeGuard const life = guard();
+    if (moveColumn(static_cast<unsigned short>(from), static_cast<unsigned short>(to)) && life.alive())
+        report(columnOrderChanged);
+}
+
+void TableWidget::columnHiddenByUser(int dataColumn, bool hidden) {
+    if (!validDataColumn(dataColumn) || order_.isHidden(dataColumn) == hidden) return;
+    LifeGuard const life = guard();
+    setColumnHidden(static_cast<unsigned short>(dataColumn), hidden);
+    if (life.alive()) report(columnVisibilityChanged);
+}
+
+std::string TableWidget::columnsText() const {
+    std::vector<unsigned short> widths;
+    for (auto const& column : columns_) widths.push_back(column->width.width);
+    return order_.text(widths);
+}
+
+bool TableWidget::restoreColumns(std::string_view text) {
+    ColumnOrder::Identifiers identifiers;
+    std::vector<unsigned short> widths;
+    for (auto const& column : columns_) {
+        identifiers.push_back(column->description.identifier);
+        widths.push_back(column->width.width);
+    }
+    int numSticky = 0;
+    while (numSticky < static_cast<int>(columns_.size()) &&
+           columns_[static_cast<std::size_t>(numSticky)]->description.isSticky)
+        ++numSticky;
+    if (!order_.restore(text, std::move(identifiers), widths, numSticky)) return false;
+    for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i]->width.setWidth(widths[i]);
+    columnsChanged();
+    return true;
+}
+
+// Sorting
+
+void TableWidget::sortBy(unsigned short dataColumn) {
+    if (dataColumn >= columns_.size() || !adaptor_) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    bool const reversed = dataColumn == sortColumn_;
+    sortColumn_ = reversed ? -1 : dataColumn;
+    shownSortColumn_ = dataColumn;
+    isShownReversed_ = reversed;
+    LightweightString<char> const identifier = columns_[dataColumn]->description.identifier;
+    tellAdaptor([&] { adaptor_->sort(identifier, reversed); });
+    if (!life.alive()) return;
+    showSortMarks();
+    if (life.alive()) dataChanged();
+}
+
+void TableWidget::showSortMarks() {
+    using Mark = ColumnButton::SortMark;
+    LifeGuard const life = guard();
+    for (int data = 0; life.alive() && data < static_cast<int>(columns_.size()); ++data) {
+        auto* const button =
+            dynamic_cast<ColumnButton*>(columns_[static_cast<std::size_t>(data)]->button.get());
+        if (!button) continue;
+        Mark const direction = isShownReversed_ ? Mark::descending : Mark::ascending;
+        button->setSortMark(data == shownSortColumn_ ? direction : Mark::none);
+    }
+}
+
+// Layout
+
+int TableWidget::visibleWidth() const {
+    return body_ ? body_->width() : 0;
+}
+
+int TableWidget::visibleHeight() const {
+    return body_ ? body_->height() : 0;
+}
+
+void TableWidget::reshape() {
+    LifeGuard const life = guard();
+    Focusable<StandardPanel>::reshape();
+    if (life.alive()) layOut();
+}
+
+void TableWidget::layOut() {
+    if (!body_ || !header_ || isLayingOut_) return;
+    isLayingOut_ = true;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    IntBox const area = getUserArea();
+    int const thickness = ScrollBar::thickness();
+    int const top = (styleFlags_ & hidesHeader) != 0 ? 0 : UifStd::getButtonHeight();
+    lefts_.assign(1, 0);
+    for (int const data : order_.viewColumns())
+        lefts_.push_back(lefts_.back() + columns_[static_cast<std::size_t>(data)]->width.width);
+    // Each bar takes room that may make the other one necessary.
+    int const wide = totalColumnWidth();
+    bool needsHorizontal = wide > area.width();
+    bool const needsVertical = heights_.total() > area.height() - top - (needsHorizontal ? thickness : 0);
+    needsHorizontal = wide > area.width() - (needsVertical ? thickness : 0);
+    IntBox const cells{area.x1, area.y1 + (needsHorizontal ? thickness : 0),
+                       std::max(area.x1, area.x2 - (needsVertical ? thickness : 0)),
+                       std::max(area.y1, area.y2 - top)};
+    int const inset = insetsHeader() ? thickness + UifStd::getIndentWidth() : 0;
+    reshapeWidgetAt(body_, cells.bottomLeft(), {cells.width(), std::max(cells.height(), 0)});
+    if (life.alive())
+        reshapeWidgetAt(header_, {area.x1, area.y2 - top}, {std::max(area.width() - inset, 0), top});
+    if (Glob* const bar = life.alive() ? verticalBar_.get() : nullptr) {
+        reshapeWidgetAt(bar, {cells.x2, cells.y1}, {thickness, std::max(cells.height(), 0)});
+        bar->setVisible(needsVertical && showsBars());
+    }
+    if (Glob* const bar = life.alive() ? horizontalBar_.get() : nullptr) {
+        reshapeWidgetAt(bar, {area.x1, area.y1}, {cells.width(), thickness});
+        bar->setVisible(needsHorizontal && showsBars());
+    }
+    if (!life.alive()) return;
+    isLayingOut_ = false;
+    std::int64_t const most = std::max<std::int64_t>(heights_.total() - visibleHeight(), 0);
+    windowTop_ = std::clamp<std::int64_t>(windowTop_, 0, most);
+    windowLeft_ = std::clamp(windowLeft_, 0, std::max(wide - visibleWidth(), 0));
+    header_->layOut();
+    if (life.alive()) scrolled();
+}
+
+bool TableWidget::showsBars() const {
+    return (styleFlags_ & barsUnderPointer) == 0 || containsPointer();
+}
+
+void TableWidget::handleMouseContainment(bool inside) {
+    LifeGuard const life = guard();
+    Focusable<StandardPanel>::handleMouseContainment(inside);
+    if (life.alive() && (styleFlags_ & barsUnderPointer) != 0) layOut();
+}
+
+void TableWidget::showBars() {
+    auto const show = [](Glob* glob, double position, double size) {
+        ThumbSettings thumb{position, std::clamp(size, 0.0, 1.0)};
+        if (auto* const bar = static_cast<ScrollBar*>(glob)) bar->setNewWidgetValue(thumb, eRedrawYes);
+    };
+    auto const total = static_cast<double>(heights_.total());
+    if (total > 0) show(verticalBar_.get(), static_cast<double>(windowTop_) / total, visibleHeight() / total);
+    if (int const wide = totalColumnWidth(); wide > 0)
+        show(horizontalBar_.get(), double(windowLeft_) / wide, double(visibleWidth()) / wide);
+}
+
+void TableWidget::handleScrollBar(ScrollBar& bar, LightweightString<char> const& name) {
+    bool const isVertical = bar.isVertical();
+    int const step = name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg ? -1
+                     : name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg
+                         ? 1
+                         : 0;
+    if (isVertical && step != 0) return scroll(step);
+    if (step != 0) return setWindowLeft(windowLeft_ + step * UifStd::getButtonHeight());
+    if (isVertical)
+        setWindowTop(std::llround(bar.getThumbPos() * static_cast<double>(heights_.total())));
+    else
+        setWindowLeft(static_cast<int>(std::lround(bar.getThumbPos() * totalColumnWidth())));
+}
+
+// Widgets in cells
+
+bool TableWidget::bindWidgetToCell(Glob* widget, XY<int> const& cell) {
+    DispatchScope const scope;
+    if (!validDataPos(cell) || !body_ || (widget && !body_->mayTake(widget))) return false;
+    LifeGuard const life = guard();
+    LifeGuard const widgetLife = widget ? widget->guard() : life;
+    auto const known = boundWidgets_.find(cell);
+    Glob* const former = known == boundWidgets_.end() ? nullptr : known->second.get();
+    if (former && former == widget) return true;
+    if (known != boundWidgets_.end()) boundWidgets_.erase(known);
+    if (former) destroy(former);
+    if (!life.alive() || !widgetLife.alive()) return false;
+    if (!widget) return true;
+    boundWidgets_[cell] = HandlerRef<Glob>(widget);
+    body_->addChild(widget, BottomLeft(0, 0));
+    if (life.alive()) placeBoundWidgets();
+    return widgetLife.alive();
+}
+
+Glob* TableWidget::getBoundWidget(XY<int> const& cell) const {
+    auto const found = boundWidgets_.find(cell);
+    return found == boundWidgets_.end() ? nullptr : found->second.get();
+}
+
+/// Those of cells out of sight are hidden.
+void TableWidget::placeBoundWidgets() {
+    if (boundWidgets_.empty() || !body_) return;
+    LifeGuard const life = guard();
+    auto const bound = boundWidgets_;
+    for (auto const& [cell, widget] : bound) {
+        if (!life.alive()) return;
+        Glob* const glob = widget.get();
+        if (!glob) {
+            boundWidgets_.erase(cell);
+            continue;
+        }
+        XY<int> const position = dataToView(cell);
+        IntBox const box = validViewPos(position) ? bodyBoxOf(position) : IntBox();
+        bool const isSeen = !box.intersection(body_->bounds()).isEmpty();
+        if (isSeen) body_->reshapeWidgetAt(glob, box.bottomLeft(), box.size());
+        if (life.alive() && widget) glob->setVisible(isSeen);
+    }
+}
+
+} // namespace wainscot
