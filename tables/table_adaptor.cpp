@@ -90,6 +90,10 @@ std::optional<unsigned int> iTableAdaptor::findRow(std::uint64_t) const {
     return std::nullopt;
 }
 
+bool iTableAdaptor::hasRowHeights() const {
+    return true;
+}
+
 bool iTableAdaptor::anyTagged() const {
     return getFirstTagged() >= 0;
 }

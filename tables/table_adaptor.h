@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/life.h"
 #include "host/base/xy.h"
 #include "host/drawing/font.h"
 #include "host/events/mouse_cursor.h"
@@ -15,8 +16,7 @@ class Event;
 class MenuItem;
 
 /// The data of a table: the application derives from it. The table holds a plain pointer and never deletes
-/// it; an adaptor that dies first is taken out with `TableWidget::setDataSource(nullptr)`, or dies in the
-/// destructor of the table's parent, where nobody asks it any more.
+/// it; an adaptor that has died is not asked any more.
 ///
 /// Positions are cells: x is the column, by its index in `getColumnDefinitions`, y the row. Only cells that
 /// are there are asked for, and for drawing only those in sight. An adaptor that throws is counted in the
@@ -36,8 +36,10 @@ public:
     virtual void getFieldColours(XY<int> const& cell, Palette& palette) const;
     /// `eText` here.
     virtual DBFieldTypes::eType getFieldType(XY<int> const& cell) const;
-    /// In pixels; 0 = the table's line height, as here.
+    /// In pixels; 0 = the table's line height, as here. All rows are asked when the table reads the data, up
+    /// to `mostRowHeights`; larger tables have rows of one height.
     virtual unsigned short getRowHeight(unsigned int row) const;
+    static constexpr unsigned int mostRowHeights = 1U << 24;
     /// Whether a row is one of those that the user has picked. False here.
     virtual bool getTag(unsigned int row) const;
     virtual bool isReadOnly(XY<int> const& cell) const;
@@ -81,11 +83,17 @@ public:
     virtual std::uint64_t getRowIdentity(unsigned int row) const;
     /// The row that has it now; nothing = unknown, as here.
     virtual std::optional<unsigned int> findRow(std::uint64_t identity) const;
+    /// False = no row is asked for a height of its own. True here.
+    virtual bool hasRowHeights() const;
 
     bool anyTagged() const;
     /// The lowest tagged row; -1 when there is none.
     int getFirstTagged() const;
     void setTag(unsigned int row, bool tagged);
+
+private:
+    friend class TableWidget;
+    LifeToken life_;
 };
 
 } // namespace wainscot

@@ -7,7 +7,7 @@ namespace wainscot {
 
 template <class Ask, class Answer>
 Answer TableWidget::ask(Ask const& question, Answer otherwise) const {
-    if (!adaptor_) return otherwise;
+    if (!getDataSource()) return otherwise;
     try {
         return static_cast<Answer>(question());
     } catch (...) {
@@ -19,7 +19,7 @@ Answer TableWidget::ask(Ask const& question, Answer otherwise) const {
 /// It may destroy everything.
 template <class Act>
 void TableWidget::tellAdaptor(Act const& act) {
-    if (!adaptor_) return;
+    if (!getDataSource()) return;
     try {
         act();
     } catch (...) {

@@ -42,7 +42,7 @@ void TableWidget::init(unsigned short value) {
 
 /// The adaptor may have died before it.
 void TableWidget::handleDetached() {
-    adaptor_ = nullptr;
+    adaptorLife_.reset();
     editor_ = nullptr;
     header_ = nullptr;
     body_ = nullptr;
@@ -61,6 +61,8 @@ void TableWidget::setDataSource(iTableAdaptor* adaptor) {
     endEditing(adaptor_ != nullptr);
     if (!life.alive()) return;
     adaptor_ = adaptor;
+    adaptorLife_.reset();
+    if (adaptor) adaptorLife_.emplace(adaptor->life_);
     current_ = {-1, -1};
     sortColumn_ = shownSortColumn_ = -1;
     for (auto const& [cell, widget] : std::exchange(boundWidgets_, {}))
@@ -75,7 +77,9 @@ void TableWidget::readRows() {
     unsigned int const count = std::min(ask([&] { return adaptor_->getSize(); }, 0U), maxRows);
     unsigned short const line = getLineHeight();
     bool isRead = false;
-    if (adaptor_)
+    bool const asksRows = count <= iTableAdaptor::mostRowHeights &&
+                          ask([&] { return adaptor_->hasRowHeights(); }, false);
+    if (asksRows)
         isRead = ask(
             [&] {
                 heights_.reset(count, line, [this](unsigned int row) {
@@ -156,6 +160,8 @@ void TableWidget::buildColumns(bool keepsWidths) {
     order_.setColumns(std::move(identifiers), numSticky);
     if (current_.x >= order_.numViewColumns()) current_.x = order_.numViewColumns() - 1;
     if (header_) header_->rebuild();
+    // Which bars there are decides how wide the columns can be.
+    if (life.alive()) layOut();
     if (life.alive()) setupColumnWidths(false);
     if (life.alive()) describeChanged(DescriptionChange::children);
 }
@@ -194,6 +200,7 @@ bool TableWidget::setCurPos(XY<int> const& position, unsigned int reveal) {
         noteIdentity();
         if (validRow(before.y)) drawRow(static_cast<unsigned int>(before.y));
         drawRow(static_cast<unsigned int>(position.y));
+        if (!validViewPos(before)) drawRows();
         describeChanged(DescriptionChange::selection);
     }
     if (reveal != 0 && life.alive()) {
@@ -219,10 +226,10 @@ void TableWidget::unsetCurPos() {
     LifeGuard const life = guard();
     endEditing(true);
     if (!life.alive()) return;
-    int const row = current_.y;
     current_ = {-1, -1};
     currentIdentity_ = 0;
-    if (validRow(row)) drawRow(static_cast<unsigned int>(row));
+    // The mark of the focus goes round all of it.
+    drawRows();
     report(currentRowChanged);
 }
 

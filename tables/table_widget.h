@@ -122,7 +122,10 @@ public:
     // --- Data
     /// Another adaptor, or null: makes the columns anew and goes back to the top.
     void setDataSource(iTableAdaptor* adaptor);
-    iTableAdaptor* getDataSource() const { return adaptor_; }
+    /// Null as well when it has died.
+    iTableAdaptor* getDataSource() const {
+        return adaptorLife_ && adaptorLife_->alive() ? adaptor_ : nullptr;
+    }
     /// To be called when rows have changed. Current position and view stay with their rows where the adaptor
     /// names identities, else with their numbers.
     void dataChanged(RowNotice const& notice = {});
@@ -384,6 +387,7 @@ private:
     void showSortMarks();
 
     iTableAdaptor* adaptor_ = nullptr;
+    std::optional<LifeGuard> adaptorLife_;
     std::vector<std::unique_ptr<DataColumn>> columns_;
     ColumnOrder order_;
     RowHeights heights_;

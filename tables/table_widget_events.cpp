@@ -413,7 +413,9 @@ int TableWidget::handleMessageEvent(LightweightString<char> name, Glob* sender) 
         bool const isReturn = name == editReturnMsg;
         saveCurrentFieldData();
         if (life.alive() && (isReturn || name == editExitMsg)) setEditingEnabled(false, current_);
-        if (life.alive() && isReturn) report(returnPressed);
+        if (!life.alive() || !isReturn) return handled;
+        claimKbdFocus();
+        if (life.alive()) report(returnPressed);
         return handled;
     }
     if (name == DataColumn::sortMsg()) {

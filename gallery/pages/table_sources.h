@@ -16,6 +16,7 @@ public:
 
     Text getFieldText(XY<int> const& cell) const override;
     unsigned int getSize() const override { return order_.numRows(); }
+    bool hasRowHeights() const override { return false; }
     std::vector<TableColumnDescription> getColumnDefinitions() const override;
     std::pair<int, int> getTextAlignment(XY<int> const& cell) const override;
     bool getTag(unsigned int row) const override;
@@ -59,6 +60,7 @@ class WideSheet final : public iTableAdaptor {
 public:
     Text getFieldText(XY<int> const& cell) const override;
     unsigned int getSize() const override { return 10'000; }
+    bool hasRowHeights() const override { return false; }
     std::vector<TableColumnDescription> getColumnDefinitions() const override;
 };
 
@@ -70,6 +72,7 @@ public:
     void setTable(TableWidget* table) { table_ = HandlerRef<TableWidget>(table); }
     Text getFieldText(XY<int> const& cell) const override;
     unsigned int getSize() const override { return 200; }
+    bool hasRowHeights() const override { return false; }
     std::vector<TableColumnDescription> getColumnDefinitions() const override;
     bool drawField(CellContext& context) override;
 
