@@ -1,6 +1,8 @@
 #include "bench/driving.h"
 #include "containers/lazy_tabbed_dialogue.h"
 #include "host/base/convert.h"
+#include "host/windows/event_loop.h"
+#include "host/windows/glob_manager.h"
 #include "text/text_box.h"
 
 /// Selecting among a thousand tabs, and opening a dialogue of heavy pages.

@@ -77,8 +77,8 @@ void TableWidget::readRows() {
     unsigned int const count = std::min(ask([&] { return adaptor_->getSize(); }, 0U), maxRows);
     unsigned short const line = getLineHeight();
     bool isRead = false;
-    bool const asksRows = count <= iTableAdaptor::mostRowHeights &&
-                          ask([&] { return adaptor_->hasRowHeights(); }, false);
+    bool const asksRows =
+        count <= iTableAdaptor::mostRowHeights && ask([&] { return adaptor_->hasRowHeights(); }, false);
     if (asksRows)
         isRead = ask(
             [&] {

@@ -3,6 +3,7 @@
 #include <counter_test.h>
 #include <menus_examples.h>
 #include <ownership_examples.h>
+#include <table_examples.h>
 #include <tabs_examples.h>
 #include <text_entry_examples.h>
 #include <text_lines_examples.h>
@@ -110,6 +111,23 @@ TEST_F(OwnershipGuide, ValueBoxesShowWhatTheirParsersSay) {
     EXPECT_EQ(box->getText(), L"1");
     gain->undo();
     EXPECT_EQ(box->getText(), L"1") << "all is undone";
+}
+
+/// What docs/table.md shows.
+TEST_F(OwnershipGuide, ATableShowsItsTakes) {
+    Takes takes;
+    TableWidget::InitArgs args(200, 150);
+    args.adaptor = &takes;
+    auto* const table = show(new TableWidget(args));
+    table->setTagFlags(TableTagFlag::useRows | TableTagFlag::allowMulti | TableTagFlag::windowsStyle);
+    driver_.click(driver_.findItem(Role::row, L"close"));
+    EXPECT_TRUE(takes.getTag(1));
+    takes.add(L"cutaway");
+    table->dataChanged({RowNotice::Kind::inserted, 3, 1, 0});
+    driver_.key(Key::end);
+    driver_.key(Key::shift | Key::down);
+    EXPECT_EQ(takes.getNumTagged(), 2U);
+    destroy(table);
 }
 
 /// What docs/tabs.md shows.

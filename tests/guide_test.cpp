@@ -11,6 +11,7 @@
 #include "menus/combo_box.h"
 #include "menus/drop_down_menu_button.h"
 #include "menus/menu_button_group.h"
+#include "tables/table_widget.h"
 #include "text/multi_line_text_box.h"
 #include "text/numeric_text_box.h"
 #include "text/vari_box.h"
@@ -137,6 +138,9 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("drop-downs.md", DropDownMenuButton::messageTable);
     expectMessages("drop-downs.md", ComboBox::messageTable);
     expectMessages("panel.md", StandardPanel::messageTable);
+    expectMessages("table.md", TableWidget::messageTable);
+    expectKeys("table.md", TableWidget::keyTable);
+    expectKeys("table.md", TableKeys::keyTable);
     expectMessages("tabs.md", TabbedDialogue::messageTable);
     expectMessages("tabs.md", LazyTabbedDialogue::messageTable);
     expectMessages("tabs.md", Tab::messageTable);
