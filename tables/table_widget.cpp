@@ -6,6 +6,8 @@
 #include "host/drawing/html_renderer.h"
 #include "host/events/dispatch_scope.h"
 #include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+#include "host/objects/pixel_scroll.h"
 #include "tables/table_asking_p.h"
 #include "tables/table_body_p.h"
 #include "tables/table_header_p.h"
@@ -239,8 +241,10 @@ void TableWidget::setWindowTop(std::int64_t top, eRedrawFlag redraw) {
     std::int64_t const most = std::max<std::int64_t>(heights_.total() - visibleHeight(), 0);
     std::int64_t const wanted = std::clamp<std::int64_t>(top, 0, most);
     if (wanted == windowTop_) return;
+    std::int64_t const way = wanted - windowTop_;
+    bool const movesMark = isFocusMarkOnCell();
     windowTop_ = wanted;
-    if (redraw) scrolled();
+    if (redraw) scrolled(way, movesMark);
 }
 
 void TableWidget::setWindowLeft(int left) {
@@ -251,13 +255,24 @@ void TableWidget::setWindowLeft(int left) {
     scrolled();
 }
 
-void TableWidget::scrolled() {
+/// `way` is how far the rows have moved upwards, where nothing else has changed; `movesMark` whether the mark
+/// of the focus was on a cell before.
+void TableWidget::scrolled(std::int64_t way, bool movesMark) {
     DispatchScope const scope;
     LifeGuard const life = guard();
+    bool const isNear = way != 0 && std::abs(way) < visibleHeight();
+    bool const isMoved = isNear && body_ && movesMark && isFocusMarkOnCell() &&
+                         scrollPixels(*body_, body_->bounds(), {0, static_cast<int>(way)});
     showBars();
-    placeBoundWidgets();
+    if (life.alive()) placeBoundWidgets();
     if (life.alive() && isEditing()) positionEditingWidget();
-    if (life.alive() && body_) body_->makeDirty();
+    if (life.alive() && body_ && !isMoved) body_->makeDirty();
+}
+
+/// Else it lies round all cells; true also when there is none.
+bool TableWidget::isFocusMarkOnCell() const {
+    if (!glib_showsKbdFocus(this)) return true;
+    return body_ && validViewPos(current_) && body_->bounds().contains(bodyBoxOf(current_));
 }
 
 void TableWidget::revealRow(unsigned int row, bool centre, eRedrawFlag redraw) {

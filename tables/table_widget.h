@@ -351,7 +351,8 @@ private:
     int visibleHeight() const;
     void layOut();
     void showBars();
-    void scrolled();
+    void scrolled(std::int64_t way = 0, bool movesMark = false);
+    bool isFocusMarkOnCell() const;
     void placeBoundWidgets();
     /// Where a row lies on the body; far away for what is far out of sight.
     IntBox rowBox(unsigned int row) const;

@@ -87,7 +87,6 @@ void TableWidget::drawCells(Glob& body) {
     IntBox const area = body.canvasArea();
     CanvasRenderer renderer(body.canvas(), area);
     Palette const& palette = getPalette();
-    renderer.renderPrimitive(Glib::RectDescription(area, palette.window(eWindowRecessed)));
     XY<int> const origin = area.bottomLeft();
     paintFont_ = Glib::loadFont(getFont());
     RowHeights::Visible const rows = getVisibleRows();
@@ -96,6 +95,13 @@ void TableWidget::drawCells(Glob& body) {
     for (auto row = static_cast<unsigned int>(std::max(rows.first, 0.0)); row < end; ++row)
         if (renderer.isVisible(rowBox(row).translated(origin))) drawRowAt(renderer, origin, row);
     renderer.clearClipRect();
+    // Each row has painted its own ground.
+    std::int64_t const rest = windowTop_ + visibleHeight() - heights_.total();
+    if (rest > 0) {
+        int const height = static_cast<int>(std::min<std::int64_t>(rest, area.height()));
+        renderer.renderPrimitive(Glib::RectDescription({area.x1, area.y1, area.x2, area.y1 + height},
+                                                       palette.window(eWindowRecessed)));
+    }
     if (heights_.count() == 0) drawEmptyLabel(renderer, area);
     if (dropRow_ >= 0 && validRow(dropRow_))
         Glib::drawRoundedRectOutline(renderer, palette.mark(eMarkAccent),
@@ -129,7 +135,7 @@ void TableWidget::drawRowAt(CanvasRenderer& renderer, XY<int> const& origin, uns
     Colour const ground = isSelected    ? selection
                           : isAlternate ? palette.window(eWindowAlternate)
                                         : palette.window(eWindowRecessed);
-    if (isSelected || isAlternate) renderer.renderPrimitive(Glib::RectDescription(box, ground));
+    renderer.renderPrimitive(Glib::RectDescription(box, ground));
     int const numSticky = order_.numStickyViewColumns();
     int const sticky = stickyWidth();
     bool const isScrolledUnder = numSticky > 0 && windowLeft_ > 0;

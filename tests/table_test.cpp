@@ -357,9 +357,12 @@ TEST_F(Tables, StickyColumnsStayWhileTheOthersScroll) {
     EXPECT_EQ(table->getRowHeight(3), 40);
     // Random scrolls look as if they were painted anew; the fixture compares.
     std::mt19937 random(21);
-    for (int i = 0; i < 40; ++i) {
-        table->setWindowTop(static_cast<std::int64_t>(random() % 1500));
-        table->setWindowLeft(static_cast<int>(random() % 1200));
+    for (int i = 0; i < 80; ++i) {
+        // Far, and by steps that move what is painted already.
+        bool const isFar = i % 8 == 0;
+        table->setWindowTop(isFar ? static_cast<std::int64_t>(random() % 1500)
+                                  : table->getWindowTop() + static_cast<int>(random() % 120) - 60);
+        if (isFar) table->setWindowLeft(static_cast<int>(random() % 1200));
         if (i % 5 == 0) table->setCurRow(static_cast<int>(random() % 50));
         driver_.settle();
         ASSERT_EQ(Consistency(driver_).fault(), "");
