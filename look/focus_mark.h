@@ -11,4 +11,7 @@ namespace wainscot::ControlLook {
 WAINSCOT_API void drawFocusMark(CanvasRenderer& renderer, IntBox const& box, Palette const& palette,
                                 unsigned int radius = cornerRadius());
 
+/// How much it covers along each edge, in pixels.
+WAINSCOT_API int focusMarkThickness();
+
 } // namespace wainscot::ControlLook

@@ -8,6 +8,7 @@
 #include "host/objects/description.h"
 #include "host/objects/kbd_focus.h"
 #include "host/objects/pixel_scroll.h"
+#include "look/focus_mark.h"
 #include "tables/table_asking_p.h"
 #include "tables/table_body_p.h"
 #include "tables/table_header_p.h"
@@ -242,9 +243,9 @@ void TableWidget::setWindowTop(std::int64_t top, eRedrawFlag redraw) {
     std::int64_t const wanted = std::clamp<std::int64_t>(top, 0, most);
     if (wanted == windowTop_) return;
     std::int64_t const way = wanted - windowTop_;
-    bool const movesMark = isFocusMarkOnCell();
+    Mark const before = focusMark();
     windowTop_ = wanted;
-    if (redraw) scrolled(way, movesMark);
+    if (redraw) scrolled(way, before);
 }
 
 void TableWidget::setWindowLeft(int left) {
@@ -255,24 +256,27 @@ void TableWidget::setWindowLeft(int left) {
     scrolled();
 }
 
-/// `way` is how far the rows have moved upwards, where nothing else has changed; `movesMark` whether the mark
-/// of the focus was on a cell before.
-void TableWidget::scrolled(std::int64_t way, bool movesMark) {
+/// `way` is how far the rows have moved upwards, where nothing else has changed.
+void TableWidget::scrolled(std::int64_t way, Mark before) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     bool const isNear = way != 0 && std::abs(way) < visibleHeight();
-    bool const isMoved = isNear && body_ && movesMark && isFocusMarkOnCell() &&
-                         scrollPixels(*body_, body_->bounds(), {0, static_cast<int>(way)});
+    bool isMoved = isNear && body_ && before == focusMark();
+    if (isMoved) {
+        // A mark round all cells stays where it is.
+        int const edge = before == Mark::roundCells ? ControlLook::focusMarkThickness() : 0;
+        isMoved = scrollPixels(*body_, body_->bounds().inset(edge), {0, static_cast<int>(way)});
+    }
     showBars();
     if (life.alive()) placeBoundWidgets();
     if (life.alive() && isEditing()) positionEditingWidget();
     if (life.alive() && body_ && !isMoved) body_->makeDirty();
 }
 
-/// Else it lies round all cells; true also when there is none.
-bool TableWidget::isFocusMarkOnCell() const {
-    if (!glib_showsKbdFocus(this)) return true;
-    return body_ && validViewPos(current_) && body_->bounds().contains(bodyBoxOf(current_));
+TableWidget::Mark TableWidget::focusMark() const {
+    if (!glib_showsKbdFocus(this)) return Mark::none;
+    IntBox const cell = body_ && validViewPos(current_) ? bodyBoxOf(current_) : IntBox();
+    return cell.isEmpty() || cell.intersection(body_->bounds()).isEmpty() ? Mark::roundCells : Mark::onCell;
 }
 
 void TableWidget::revealRow(unsigned int row, bool centre, eRedrawFlag redraw) {
@@ -537,14 +541,14 @@ void TableWidget::sortBy(unsigned short dataColumn) {
 }
 
 void TableWidget::showSortMarks() {
-    using Mark = ColumnButton::SortMark;
+    using SortMark = ColumnButton::SortMark;
     LifeGuard const life = guard();
     for (int data = 0; life.alive() && data < static_cast<int>(columns_.size()); ++data) {
         auto* const button =
             dynamic_cast<ColumnButton*>(columns_[static_cast<std::size_t>(data)]->button.get());
         if (!button) continue;
-        Mark const direction = isShownReversed_ ? Mark::descending : Mark::ascending;
-        button->setSortMark(data == shownSortColumn_ ? direction : Mark::none);
+        SortMark const direction = isShownReversed_ ? SortMark::descending : SortMark::ascending;
+        button->setSortMark(data == shownSortColumn_ ? direction : SortMark::none);
     }
 }
 

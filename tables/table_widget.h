@@ -351,8 +351,10 @@ private:
     int visibleHeight() const;
     void layOut();
     void showBars();
-    void scrolled(std::int64_t way = 0, bool movesMark = false);
-    bool isFocusMarkOnCell() const;
+    /// Where the mark of the focus is.
+    enum class Mark : unsigned char { none, onCell, roundCells };
+    Mark focusMark() const;
+    void scrolled(std::int64_t way = 0, Mark before = Mark::none);
     void placeBoundWidgets();
     /// Where a row lies on the body; far away for what is far out of sight.
     IntBox rowBox(unsigned int row) const;

@@ -106,10 +106,10 @@ void TableWidget::drawCells(Glob& body) {
     if (dropRow_ >= 0 && validRow(dropRow_))
         Glib::drawRoundedRectOutline(renderer, palette.mark(eMarkAccent),
                                      rowBox(static_cast<unsigned int>(dropRow_)).translated(origin), 2, 0);
-    if (!glib_showsKbdFocus(this)) return;
-    IntBox const cell = validViewPos(current_) ? bodyBoxOf(current_) : IntBox();
-    bool const isSeen = !cell.intersection(body_->bounds()).isEmpty();
-    ControlLook::drawFocusMark(renderer, (isSeen ? cell : body_->bounds()).translated(origin), palette, 0);
+    Mark const mark = focusMark();
+    if (mark == Mark::none) return;
+    IntBox const marked = mark == Mark::onCell ? bodyBoxOf(current_) : body_->bounds();
+    ControlLook::drawFocusMark(renderer, marked.translated(origin), palette, 0);
 }
 
 void TableWidget::drawEmptyLabel(CanvasRenderer& renderer, IntBox const& body) {
