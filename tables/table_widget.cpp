@@ -198,12 +198,13 @@ bool TableWidget::setCurPos(XY<int> const& position, unsigned int reveal) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     XY<int> const before = current_;
+    Mark const markBefore = focusMark();
     current_ = position;
     if (before != position) {
         noteIdentity();
         if (validRow(before.y)) drawRow(static_cast<unsigned int>(before.y));
         drawRow(static_cast<unsigned int>(position.y));
-        if (!validViewPos(before)) drawRows();
+        if (focusMark() != markBefore) drawRows();
         describeChanged(DescriptionChange::selection);
     }
     if (reveal != 0 && life.alive()) {

@@ -365,7 +365,7 @@ TEST_F(Tables, StickyColumnsStayWhileTheOthersScroll) {
         if (isFar) table->setWindowLeft(static_cast<int>(random() % 1200));
         if (i % 5 == 0) table->setCurRow(static_cast<int>(random() % 50));
         driver_.settle();
-        ASSERT_EQ(Consistency(driver_).fault(), "");
+        ASSERT_EQ(Consistency(driver_).fault(), "") << i;
     }
 }
 
