@@ -403,7 +403,8 @@ int TabbedDialogue::tell(Messages which, Tab const& tab) {
 }
 
 int TabbedDialogue::tell(Messages which, TabDetails const& details) {
-    return Reporter().report(*this, parent(), messageTable[which], {}, wrapData(details));
+    return Reporter().report(*this, parent(), messageTable[which], {},
+                             Qv::Ptr<iObject>(new EventMsgData<TabDetails>(details)));
 }
 
 } // namespace wainscot

@@ -185,7 +185,7 @@ TEST_F(Gallery, AScriptReachesWhatIsNoWidget) {
 TEST_F(Gallery, TheFilterLeavesThePagesWithTheTypedWord) {
     Outcome const outcome = run(
         "--page desk --script " +
-        fileWith("click textbox \"Find a page\"\ntype \"TAB\"\ntree\n"
+        fileWith("click textbox \"Find a page\"\ntype \"TAB O\"\ntree\n"
                  "key Down\nexpect label \"gallery/pages/tab_order_page.cpp\"\nkey Shift+Tab\n"
                  "key Escape\nexpect listitem \"Editing desk\"\ntype \"zz\"\nkey Return\nkey Down\nfocus\n"
                  "key Backspace\nkey Backspace\nexpect listitem \"Editing desk\"\n"
