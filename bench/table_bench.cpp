@@ -157,10 +157,10 @@ void benchRows(char const* name, bool isVariable) {
         scrolling.add(steps);
         std::mt19937 random(2);
         for (int i = 0; i < numJumps; ++i) {
-            auto const row = random() % numRows;
+            auto const row = static_cast<std::int64_t>(random() % numRows);
             jumps.push_back(1000 * table.time([&] {
                 table->setWindowTop(isVariable ? table->getTotalHeight() / numRows * row
-                                               : std::int64_t{row} * rowHeight);
+                                               : row * rowHeight);
             }));
         }
         jumping.add(jumps);

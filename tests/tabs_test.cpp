@@ -407,8 +407,10 @@ TEST_F(Tabs, LazyPagesAreBuiltOnce) {
     EXPECT_EQ(dialogue->getPage(1)->box().bottomLeft(), XY<int>(indent, indent));
     dialogue->setStartPage(L"unknown");
     EXPECT_EQ(dialogue->getCurrentTab(), 1);
-    // The hook selects another page.
-    dialogue->onBuild = [&] { dialogue->selectPage(L"A"); };
+    // The hook selects another page, and comes back.
+    dialogue->onBuild = [&] {
+        for (wchar_t const* const name : {L"A", L"C", L"A"}) dialogue->selectPage(name);
+    };
     dialogue->setStartPage(L"C");
     EXPECT_EQ(dialogue->getCurrentTab(), 0);
     dialogue->selectPage(L"C");
