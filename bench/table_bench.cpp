@@ -159,7 +159,7 @@ void benchRows(char const* name, bool isVariable) {
         for (int i = 0; i < numJumps; ++i) {
             auto const row = static_cast<std::int64_t>(random() % numRows);
             jumps.push_back(1000 * table.time([&] {
-                table->setWindowTop(isVariable ? table->getTotalHeight() / numRows * row
+                table->setWindowTop(isVariable ? table->getTotalHeight() / std::int64_t{numRows} * row
                                                : row * rowHeight);
             }));
         }

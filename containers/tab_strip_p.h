@@ -1,15 +1,13 @@
 #pragma once
 
 #include "buttons/button.h"
-#include "containers/tab.h"
+#include "containers/tabbed_dialogue.h"
 #include "foundation/focusable.h"
 #include "host/drawing/symbols.h"
 
 #include <vector>
 
 namespace wainscot {
-
-class TabbedDialogue;
 
 /// The row of tabs of a dialogue, with buttons to go on in it where it is too short. One stop in the tab
 /// order. It knows the order of the tabs, and which one is current; it decides nothing.

@@ -55,7 +55,8 @@ bool ColumnButton::isAtEdge(XY<int> const& place) const {
 bool ColumnButton::react(Event const& event) {
     // The menu of the columns is that of the whole header.
     bool const isMenu = mouse_right_event(event) && !isHeldHere();
-    return isMenu ? Glob::react(event) : Button::react(event);
+    if (isMenu && header()) return header()->react(event);
+    return Button::react(event);
 }
 
 bool ColumnButton::isHeldHere() const {

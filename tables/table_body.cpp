@@ -26,9 +26,10 @@ void TableBody::draw() {
     if (TableWidget* const table = table_.get()) table->drawCells(*this);
 }
 
-/// Rows are not painted anew for it.
 void TableBody::handleMouseContainment(bool inside) {
-    Glob::handleMouseContainment(inside);
+    LifeGuard const life = guard();
+    Pressable<Glob>::handleMouseContainment(inside);
+    if (!life.alive()) return;
     if (TableWidget* const table = table_.get(); table && !inside) table->hoverAt(nullptr);
 }
 

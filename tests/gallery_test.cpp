@@ -23,7 +23,7 @@ protected:
     ~Gallery() override { std::filesystem::remove_all(folder_); }
 
     std::string fileWith(std::string const& text) {
-        std::string const path = folder_ + "/script.txt";
+        std::string path = folder_ + "/script.txt";
         std::ofstream(path) << text;
         return path;
     }
@@ -258,8 +258,11 @@ TEST_F(Gallery, TheCursorsPlaceIsShown) {
          "Combining marks: Cursor 5 of 28, selected 0 to 5"},
     };
     for (auto const& [page, script, place] : rows) {
-        std::string const whole = script + "expect label \"" + place + "\"\n";
-        Outcome const outcome = run("--page " + page + " --script " + fileWith(whole));
+        std::string whole = script;
+        whole.append("expect label \"").append(place).append("\"\n");
+        std::string options("--page ");
+        options.append(page).append(" --script ").append(fileWith(whole));
+        Outcome const outcome = run(options);
         EXPECT_EQ(outcome.code, 0) << page << outcome.errors;
     }
 }

@@ -80,7 +80,8 @@ protected:
     }
     /// One page at most is seen, and it is that of the current tab.
     static void expectOnePage(TabbedDialogue const& dialogue) {
-        for (unsigned short i = 0; i < dialogue.numTabs(); ++i) {
+        for (std::size_t at = 0; at < dialogue.numTabs(); ++at) {
+            auto const i = static_cast<unsigned short>(at);
             Glob const* const page = dialogue.getPage(i);
             bool const isCurrent = i == dialogue.getCurrentTab();
             EXPECT_EQ(dialogue.getTab(i)->isCurrent(), isCurrent);

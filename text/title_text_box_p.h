@@ -17,7 +17,7 @@ public:
 
 private:
     /// That of the panel's title.
-    void takeFont();
+    void takeFont() override;
     static InitArgs argsFor(StandardPanel const& panel, Text const& title, Glib::FontDesc const& font);
 
     HandlerRef<StandardPanel> panel_;
