@@ -21,6 +21,8 @@ namespace {
 /// Of a name, in heights of a button; longer ones are cut.
 constexpr int widestName = 8;
 constexpr int narrowestName = 2;
+/// While it is edited.
+constexpr int narrowestEdited = 5;
 /// How thick the accent of the current tab is, in indents.
 constexpr double accentThickness = 0.5;
 
@@ -62,7 +64,8 @@ int Tab::neededHeight() const {
 
 int Tab::neededWidth() const {
     int const button = UifStd::getButtonHeight();
-    int const name = std::clamp(label_.neededWidth() + 1, narrowestName * button, widestName * button);
+    int const least = (isRenaming() ? narrowestEdited : narrowestName) * button;
+    int const name = std::clamp(label_.neededWidth() + 1, least, widestName * button);
     int const parts =
         (checkbox_ ? checkbox_.get()->width() : 0) + (closeButton_ ? closeButton_.get()->width() : 0);
     return name + parts + 2 * UifStd::getWidgetGap();
@@ -142,6 +145,7 @@ bool Tab::startRenaming() {
     nameBox_ = HandlerRef<Glob>(box);
     addWidget(box, 0, 0);
     if (!life.alive() || !nameBox_) return false;
+    widthChanged();
     placeParts();
     box->claimKbdFocus();
     return life.alive() && isRenaming();
@@ -155,6 +159,7 @@ void Tab::endRenaming(std::optional<LightweightString<wchar_t>> const& name) {
     TabStrip* const strip = strip_.get();
     if (box && strip && FocusStop::holderBeside(*this) == box) strip->claimKbdFocus();
     if (box) destroy(box);
+    if (life.alive()) widthChanged();
     if (!life.alive() || !name || name->empty() || *name == getName().text()) return;
     setName(*name);
     if (life.alive() && strip_ && strip_.get()->dialogue())
