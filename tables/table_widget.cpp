@@ -76,6 +76,8 @@ void TableWidget::setDataSource(iTableAdaptor* adaptor) {
 }
 
 void TableWidget::readRows() {
+    if (isReading_) return;
+    Reading const reading(*this);
     unsigned int const count = std::min(ask([&] { return adaptor_->getSize(); }, 0U), maxRows);
     unsigned short const line = getLineHeight();
     bool isRead = false;

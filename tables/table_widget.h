@@ -341,6 +341,7 @@ private:
     int widthOfText(std::size_t dataColumn, unsigned int row, iFont const& font) const;
     void buildColumns(bool keepsWidths);
     void readRows();
+    class Reading;
     ColumnMetrics metrics() const;
     std::vector<ColumnWidth> widthsForSizing();
     void takeWidths(std::vector<ColumnWidth> const& widths);
@@ -422,6 +423,10 @@ private:
     /// Of the current row; 0 = none.
     std::uint64_t currentIdentity_ = 0;
     bool isLayingOut_ = false;
+    /// The adaptor is being asked for its rows, or its columns; what it does meanwhile changes nothing.
+    bool isReading_ = false;
+    /// Changes with the columns: who has asked the adaptor sees that they are others.
+    unsigned int columnsNumber_ = 0;
     bool editingEnabled_ = false;
     bool rowSwapping_ = false;
     bool isDragging_ = false;

@@ -19,13 +19,21 @@ void TableWidget::rebuildColumns() {
 }
 
 void TableWidget::buildColumns(bool keepsWidths) {
+    if (isReading_) return;
+    DispatchScope const scope;
     LifeGuard const life = guard();
     std::map<LightweightString<char>, unsigned short> widths;
     if (keepsWidths)
         for (auto const& column : columns_)
             widths.emplace(column->description.identifier, column->width.width);
-    auto const descriptions =
-        ask([&] { return adaptor_->getColumnDefinitions(); }, std::vector<TableColumnDescription>());
+    std::vector<TableColumnDescription> descriptions;
+    {
+        Reading const reading(*this);
+        descriptions =
+            ask([&] { return adaptor_->getColumnDefinitions(); }, std::vector<TableColumnDescription>());
+    }
+    if (!life.alive()) return;
+    ++columnsNumber_;
     columns_.clear();
     ColumnOrder::Identifiers identifiers;
     int numSticky = 0;
@@ -87,7 +95,9 @@ std::vector<ColumnWidth> TableWidget::widthsForSizing() {
     return widths;
 }
 
+/// They are those of other columns when the adaptor has changed them meanwhile.
 void TableWidget::takeWidths(std::vector<ColumnWidth> const& widths) {
+    if (widths.size() != columns_.size()) return;
     for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i]->width = widths[i];
     determineColumnVisibility();
 }
@@ -145,13 +155,14 @@ void TableWidget::resizeColumn(unsigned short dataColumn, double width) {
 void TableWidget::fitColumn(unsigned short dataColumn) {
     if (dataColumn >= columns_.size()) return;
     DispatchScope const scope;
+    LifeGuard const life = guard();
     Qv::Ptr<iFont> const font = Glib::loadFont(getFont());
     int widest = font->textWidth(columns_[dataColumn]->description.title.text());
     RowHeights::Visible const rows = getVisibleRows();
     auto const end = std::min(static_cast<unsigned int>(std::ceil(rows.last)), heights_.count());
     for (auto row = static_cast<unsigned int>(std::max(rows.first, 0.0)); row < end; ++row)
         widest = std::max(widest, widthOfText(dataColumn, row, *font));
-    resizeColumn(dataColumn, widest + 2 * TableColumnDescription::textMargin);
+    if (life.alive()) resizeColumn(dataColumn, widest + 2 * TableColumnDescription::textMargin);
 }
 
 /// Texts with mark-up do not count.
@@ -192,6 +203,7 @@ void TableWidget::setColumnHidden(unsigned short dataColumn, bool hidden) {
 void TableWidget::columnsChanged() {
     DispatchScope const scope;
     LifeGuard const life = guard();
+    ++columnsNumber_;
     endEditing(true);
     if (!life.alive()) return;
     if (current_.x >= order_.numViewColumns()) current_.x = order_.numViewColumns() - 1;

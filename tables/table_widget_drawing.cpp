@@ -93,7 +93,9 @@ void TableWidget::drawCells(Glob& body) {
     auto const end =
         std::min(static_cast<unsigned int>(std::ceil(std::max(rows.last, 0.0))), heights_.count());
     for (auto row = static_cast<unsigned int>(std::max(rows.first, 0.0)); row < end; ++row)
-        if (renderer.isVisible(rowBox(row).translated(origin))) drawRowAt(renderer, origin, row);
+        if (body_ && row < heights_.count() && renderer.isVisible(rowBox(row).translated(origin)))
+            drawRowAt(renderer, origin, row);
+    if (!body_) return;
     renderer.clearClipRect();
     // Each row has painted its own ground.
     std::int64_t const rest = windowTop_ + visibleHeight() - heights_.total();
@@ -139,7 +141,10 @@ void TableWidget::drawRowAt(CanvasRenderer& renderer, XY<int> const& origin, uns
     int const numSticky = order_.numStickyViewColumns();
     int const sticky = stickyWidth();
     bool const isScrolledUnder = numSticky > 0 && windowLeft_ > 0;
+    unsigned int const columnsNumber = columnsNumber_;
     auto const drawColumn = [&](int view) {
+        // What has changed meanwhile is painted again.
+        if (columnsNumber != columnsNumber_) return;
         int const data = order_.viewToData(view);
         auto const width = columns_[static_cast<std::size_t>(data)]->width.width;
         IntBox cell = box;

@@ -355,6 +355,7 @@ bool TableWidget::performKey(KeyAction action) {
 void TableWidget::copy() {
     bool const hasTags = tagFlags_ != 0 && ask([&] { return adaptor_->anyTagged(); }, false);
     std::wstring text;
+    std::vector<int> const columns(order_.viewColumns().begin(), order_.viewColumns().end());
     unsigned int const count = heights_.count();
     for (unsigned int row = 0; row < count; ++row) {
         bool const isCopied =
@@ -362,7 +363,7 @@ void TableWidget::copy() {
         if (!isCopied) continue;
         if (!text.empty()) text += L'\n';
         bool isFirst = true;
-        for (int const data : order_.viewColumns()) {
+        for (int const data : columns) {
             if (!isFirst) text += L'\t';
             isFirst = false;
             Text const cell = ask(
