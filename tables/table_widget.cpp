@@ -86,8 +86,8 @@ void TableWidget::readRows() {
     if (asksRows)
         isRead = ask(
             [&] {
-                heights_.reset(count, line, [this](unsigned int row) {
-                    return adaptor_ ? adaptor_->getRowHeight(row) : toSize16(0);
+                heights_.reset(count, line, [this, asked = adaptor_](unsigned int row) {
+                    return adaptor_ == asked ? asked->getRowHeight(row) : toSize16(0);
                 });
                 return true;
             },

@@ -371,6 +371,7 @@ private:
     void setHighlightFlag(unsigned int flag, bool on) {
         setHighlightFlags(on ? highlightFlags_ | flag : highlightFlags_ & ~flag);
     }
+    bool isTagged(unsigned int row) const;
     bool showsTags() const { return (tagFlags_ & TableTagFlag::useRows) != 0; }
     void clickTag(unsigned int row, std::uint32_t modifiers);
     void tagRange(int from, int to);

@@ -126,10 +126,10 @@ void TableWidget::drawEmptyLabel(CanvasRenderer& renderer, IntBox const& body) {
 /// Columns that are scrolled first, then the sticky ones over them.
 void TableWidget::drawRowAt(CanvasRenderer& renderer, XY<int> const& origin, unsigned int row) {
     Palette const& palette = getPalette();
-    bool const isTagged = tagFlags_ != 0 && ask([&] { return adaptor_->getTag(row); }, false);
+    bool const hasTag = tagFlags_ != 0 && isTagged(row);
     bool const isCurrentRow = static_cast<int>(row) == current_.y;
     bool const isSelected =
-        (isTagged && showsTags()) || (isCurrentRow && (highlightFlags_ & highlightRow) != 0);
+        (hasTag && showsTags()) || (isCurrentRow && (highlightFlags_ & highlightRow) != 0);
     IntBox const box = rowBox(row).translated(origin);
     bool const hasFocus = get_kbd_focus() == this;
     Colour const selection = palette.selection(hasFocus ? eSelectionActive : eSelectionInactive);
@@ -156,7 +156,7 @@ void TableWidget::drawRowAt(CanvasRenderer& renderer, XY<int> const& origin, uns
                 iTableAdaptor::CellContext context(*this, *adaptor_, {data, static_cast<int>(row)});
                 context.area = cell;
                 context.renderer = &renderer;
-                context.isTagged = isTagged;
+                context.isTagged = hasTag;
                 context.isInCurrentRow = isCurrentRow;
                 context.isCurrent = isCurrentRow && view == current_.x;
                 context.isHighlighted =
@@ -341,7 +341,7 @@ bool TableWidget::describeItem(ItemKey item, GlobDescription& description) const
     if (validDataColumn(cell.x)) description.name = ask([&] { return adaptor_->getFieldText(cell); }, Text());
     if (position.y == current_.y && (!isCell || position.x == current_.x))
         description.states |= GlobDescription::focused;
-    if (ask([&] { return adaptor_->getTag(row); }, false)) description.states |= GlobDescription::selected;
+    if (isTagged(row)) description.states |= GlobDescription::selected;
     if (isActive()) description.states |= GlobDescription::enabled;
     IntBox const box = isCell ? bodyBoxOf(position) : rowBox(row);
     IntBox const seen = box.intersection(body_ ? body_->bounds() : IntBox());

@@ -57,8 +57,8 @@ bool TableWidget::pressAt(Event const& event) {
     if (!life.alive() || isUsed || !validViewPos(position)) return true;
     auto const row = static_cast<unsigned int>(position.y);
     if (isRight) {
-        bool const isTagged = ask([&] { return adaptor_->getTag(row); }, false);
-        if (setCurPos(position) && life.alive() && showsTags() && !isTagged) clickTag(row, 0);
+        bool const hasTag = isTagged(row);
+        if (setCurPos(position) && life.alive() && showsTags() && !hasTag) clickTag(row, 0);
         return false;
     }
     if (isTagColumnAt(position.x)) return clickTag(row, getModifier(event)), true;
@@ -172,6 +172,10 @@ bool TableWidget::wheel(Event const& event) {
 
 // Tags
 
+bool TableWidget::isTagged(unsigned int row) const {
+    return ask([&] { return adaptor_->getTag(row); }, false);
+}
+
 bool TableWidget::isTagColumnAt(int viewColumn) const {
     int const data = order_.viewToData(viewColumn);
     return data >= 0 && TagColumn::isTagColumn(columns_[static_cast<std::size_t>(data)]->description);
@@ -208,7 +212,7 @@ void TableWidget::clickTag(unsigned int row, std::uint32_t modifiers) {
     auto const tags = ask(
         [&] {
             return TagRules::tagsAfterClick(click, tagFlags_, heights_.count(),
-                                            [this](unsigned int asked) { return adaptor_->getTag(asked); });
+                                            [this](unsigned int asked) { return isTagged(asked); });
         },
         TagRules::Tags());
     if (tags.empty()) return;
@@ -250,7 +254,7 @@ void TableWidget::tagAll() {
     auto const all = ask(
         [&] {
             return TagRules::toggleAll(tagFlags_, heights_.count(),
-                                       [this](unsigned int row) { return adaptor_->getTag(row); });
+                                       [this](unsigned int row) { return isTagged(row); });
         },
         TagRules::AllTagged());
     std::set<unsigned short> columns;
@@ -264,7 +268,7 @@ void TableWidget::invertTags() {
     auto const tags = ask(
         [&] {
             return TagRules::invertedTags(heights_.count(),
-                                          [this](unsigned int row) { return adaptor_->getTag(row); });
+                                          [this](unsigned int row) { return isTagged(row); });
         },
         TagRules::Tags());
     std::set<unsigned short> columns;
@@ -358,8 +362,7 @@ void TableWidget::copy() {
     std::vector<int> const columns(order_.viewColumns().begin(), order_.viewColumns().end());
     unsigned int const count = heights_.count();
     for (unsigned int row = 0; row < count; ++row) {
-        bool const isCopied =
-            hasTags ? ask([&] { return adaptor_->getTag(row); }, false) : static_cast<int>(row) == current_.y;
+        bool const isCopied = hasTags ? isTagged(row) : static_cast<int>(row) == current_.y;
         if (!isCopied) continue;
         if (!text.empty()) text += L'\n';
         bool isFirst = true;
