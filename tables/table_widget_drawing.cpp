@@ -260,20 +260,21 @@ bool TableWidget::tipAt(XY<int> const& place, TooltipDetails& details) const {
     XY<int> const position = positionAt(place);
     if (!validViewPos(position)) return false;
     XY<int> const cell = viewToData(position);
+    // The adaptor may change the columns when it is asked.
+    IntBox const area = getCellArea(position);
+    int const room = area.width() - 2 * TableColumnDescription::textMargin;
     Text text = ask([&] { return adaptor_->contextString(cell); }, Text());
     if (text.empty()) {
         // A text that is cut.
         text = ask([&] { return adaptor_->getFieldText(cell); }, Text());
         bool const wraps = (ask([&] { return adaptor_->getTextStyle(cell); }, 1) & wrapsText) != 0;
-        int const room =
-            columns_[static_cast<std::size_t>(cell.x)]->width.width - 2 * TableColumnDescription::textMargin;
         auto const own = ask([&] { return adaptor_->getFont(cell); }, std::optional<Glib::FontDesc>());
         bool const isCut = !text.empty() && !wraps && !HTMLRenderer::isHTML(text) &&
                            Glib::loadFont(own.value_or(getFont()))->textWidth(text) > room;
         if (!isCut) return false;
     }
     details.text = text;
-    details.area = getCellArea(position);
+    details.area = area;
     return true;
 }
 
@@ -337,13 +338,13 @@ bool TableWidget::describeItem(ItemKey item, GlobDescription& description) const
     bool const isCell = position.x >= 0;
     description.role = isCell ? Role::cell : Role::row;
     auto const row = static_cast<unsigned int>(position.y);
+    IntBox const box = isCell ? bodyBoxOf(position) : rowBox(row);
     XY<int> const cell = viewToData({isCell ? position.x : 0, position.y});
     if (validDataColumn(cell.x)) description.name = ask([&] { return adaptor_->getFieldText(cell); }, Text());
     if (position.y == current_.y && (!isCell || position.x == current_.x))
         description.states |= GlobDescription::focused;
     if (isTagged(row)) description.states |= GlobDescription::selected;
     if (isActive()) description.states |= GlobDescription::enabled;
-    IntBox const box = isCell ? bodyBoxOf(position) : rowBox(row);
     IntBox const seen = box.intersection(body_ ? body_->bounds() : IntBox());
     if (!seen.isEmpty()) {
         description.states |= GlobDescription::visible;
