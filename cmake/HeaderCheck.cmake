@@ -4,7 +4,7 @@
 find_package(GTest REQUIRED)
 
 file(GLOB_RECURSE WAINSCOT_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
-    host/*.h foundation/*.h buttons/*.h containers/*.h text/*.h menus/*.h tables/*.h dialogs/*.h filebrowser/*.h
+    host/*.h look/*.h foundation/*.h buttons/*.h containers/*.h text/*.h menus/*.h tables/*.h dialogs/*.h filebrowser/*.h
     toolkit/*.h driver/*.h gallery/*.h tests/*.h)
 
 set(HEADER_CHECK_SOURCES)
