@@ -81,7 +81,14 @@ public:
                 tags_.remove({row, row + 1});
         }
     }
+    bool setAllTags(bool tagged) override {
+        if (tagsRowByRow) return false;
+        tags_.clear();
+        if (tagged) tags_.add({0, numRows});
+        return true;
+    }
     unsigned int numTagged() const { return tags_.count(); }
+    bool tagsRowByRow = false;
 
 private:
     bool isVariable_;
@@ -138,7 +145,7 @@ private:
 void benchRows(char const* name, bool isVariable) {
     Report report(name, numRows);
     std::unique_ptr<Host> const host = makeHost();
-    std::vector<double> setting, tagging, alternate, growth;
+    std::vector<double> setting, tagging, byRow, alternate, growth;
     Steps scrolling, jumping;
     for (int r = 0; r < repetitions; ++r) {
         Source source(isVariable);
@@ -168,6 +175,10 @@ void benchRows(char const* name, bool isVariable) {
         tagging.push_back(table.time([&] { table->tagAll(); }));
         check(source.numTagged() == numRows, "not all rows were tagged");
         table.time([&] { table->tagAll(); });
+        source.tagsRowByRow = true;
+        byRow.push_back(table.time([&] { table->tagAll(); }));
+        check(source.numTagged() == numRows, "not all rows were tagged one by one");
+        table.time([&] { table->tagAll(); });
         std::map<unsigned int, bool> every;
         for (unsigned int row = 0; row < numRows; row += 2) every.emplace_hint(every.end(), row, true);
         std::set<unsigned short> columns;
@@ -178,6 +189,7 @@ void benchRows(char const* name, bool isVariable) {
     scrolling.addTo(report, "scroll_step_us");
     jumping.addTo(report, "jump_us");
     report.addRuns("select_all_ms", tagging);
+    report.addRuns("select_all_by_list_ms", byRow);
     report.addRuns("tag_every_second_ms", alternate);
     report.addRuns("rss_growth_mb", growth);
     report.print();

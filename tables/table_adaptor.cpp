@@ -60,6 +60,10 @@ void iTableAdaptor::storeFieldText(Text const&, XY<int> const&) {}
 
 void iTableAdaptor::setTags(std::map<unsigned int, bool> const&, bool) {}
 
+bool iTableAdaptor::setAllTags(bool) {
+    return false;
+}
+
 void iTableAdaptor::handleMouseContainment(XY<int> const&, bool) {}
 
 void iTableAdaptor::handleMouseClickEvent(XY<int> const&, Event const&) {}

@@ -66,6 +66,9 @@ public:
     virtual void storeFieldText(Text const& text, XY<int> const& cell);
     /// Changes the tags of these rows. `byUser` is false for `TableWidget::tagAll`.
     virtual void setTags(std::map<unsigned int, bool> const& tags, bool byUser);
+    /// Tags or untags all rows at once, for adaptors that need no list of them. False = `setTags` is to be
+    /// called with every row, as here.
+    virtual bool setAllTags(bool tagged);
     /// The pointer has come over a cell, or has left it.
     virtual void handleMouseContainment(XY<int> const& cell, bool inside);
     virtual void handleMouseClickEvent(XY<int> const& cell, Event const& event);

@@ -376,6 +376,7 @@ private:
     void clickTag(unsigned int row, std::uint32_t modifiers);
     void tagRange(int from, int to);
     void tagCurrentOnDemand();
+    bool tagAllAtOnce();
     void forgetRange() { rangeFrom_ = rangeTo_ = -1; }
     void scrollWhileDragging();
     void dragOverRows();

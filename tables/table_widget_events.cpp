@@ -248,8 +248,23 @@ void TableWidget::tagCurrentOnDemand() {
     setTags({{static_cast<unsigned int>(current_.y), true}}, all, true);
 }
 
+/// True when the adaptor has done it without a list of rows. The table may be gone then.
+bool TableWidget::tagAllAtOnce() {
+    if (heights_.count() == 0) return false;
+    LifeGuard const life = guard();
+    bool const tags = !isTagged(0);
+    if (!life.alive()) return true;
+    bool const isDone = ask([&] { return adaptor_->setAllTags(tags); }, false);
+    if (!isDone || !life.alive()) return isDone || !life.alive();
+    drawRows();
+    describeChanged(DescriptionChange::selection);
+    if (!tags && (tagFlags_ & TableTagFlag::clearUnsetsCurrent) != 0) unsetCurPos();
+    return true;
+}
+
 void TableWidget::tagAll() {
     DispatchScope const scope;
+    if (tagAllAtOnce()) return;
     LifeGuard const life = guard();
     auto const all = ask(
         [&] {

@@ -61,6 +61,12 @@ public:
                 tags.erase(row);
         }
     }
+    bool setAllTags(bool tagged) override {
+        if (!tagsAtOnce) return false;
+        tags.clear();
+        for (unsigned int row = 0; tagged && row < numRows; ++row) tags.insert(row);
+        return true;
+    }
     bool canBeCurrent(XY<int> const& cell) const override { return cell.y != barred; }
     void sort(LightweightString<char> const& column, bool reversed) override {
         sorted += std::string(column.c_str()) + (reversed ? "- " : "+ ");
@@ -91,6 +97,7 @@ public:
     int barred = -1;
     bool isVariable = false;
     bool throws = false;
+    bool tagsAtOnce = false;
     std::set<unsigned int> tags;
     std::vector<unsigned int> order;
     std::map<std::pair<int, int>, Text> edited;
@@ -285,10 +292,13 @@ TEST_F(Tables, TagsFollowClicksKeysAndDrags) {
     EXPECT_GT(dragged, 12U);
     driver_.advance(500);
     EXPECT_EQ(cells.tags.size(), dragged);
-    driver_.key(Key::ctrl | 'A');
-    EXPECT_EQ(cells.tags.size(), dragged == 100 ? 0u : 100u);
-    driver_.key(Key::ctrl | 'A');
-    EXPECT_EQ(cells.tags.size(), 0U);
+    for (bool const atOnce : {false, true}) {
+        cells.tagsAtOnce = atOnce;
+        driver_.key(Key::ctrl | 'A');
+        EXPECT_EQ(cells.tags.size(), 100U);
+        driver_.key(Key::ctrl | 'A');
+        EXPECT_EQ(cells.tags.size(), 0U);
+    }
     EXPECT_THAT(told(), testing::EndsWith("MDCTagsChanged"));
 }
 

@@ -123,19 +123,15 @@ bool ClipBin::getTag(unsigned int row) const {
 }
 
 void ClipBin::setTags(std::map<unsigned int, bool> const& tags, bool) {
-    if (tags.size() == order_.numRows() && !tags.empty()) {
-        bool const isTagged = tags.begin()->second;
-        bool const isUniform =
-            std::ranges::all_of(tags, [&](auto const& entry) { return entry.second == isTagged; });
-        if (isUniform) {
-            tags_.clear();
-            if (isTagged) tags_.add({0, order_.numRows()});
-            return;
-        }
-    }
     std::map<unsigned int, bool> ofClips;
     for (auto const& [row, isTagged] : tags) ofClips[clipOf(static_cast<int>(row))] = isTagged;
     takeTags(tags_, ofClips);
+}
+
+bool ClipBin::setAllTags(bool tagged) {
+    tags_.clear();
+    if (tagged) tags_.add({0, order_.numRows()});
+    return true;
 }
 
 void ClipBin::sort(LightweightString<char> const& column, bool reversed) {

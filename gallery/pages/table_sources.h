@@ -21,6 +21,7 @@ public:
     std::pair<int, int> getTextAlignment(XY<int> const& cell) const override;
     bool getTag(unsigned int row) const override;
     void setTags(std::map<unsigned int, bool> const& tags, bool byUser) override;
+    bool setAllTags(bool tagged) override;
     unsigned int getNumTagged() const override { return tags_.count(); }
     bool drawField(CellContext& context) override;
     void sort(LightweightString<char> const& column, bool reversed) override;
