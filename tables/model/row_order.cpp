@@ -95,14 +95,30 @@ private:
     };
     /// What one key told of all rows.
     struct Known {
-        std::vector<std::int64_t> numbers;
-        std::string bytes;
-        std::vector<std::size_t> ends;
+        /// The texts of so many rows lie in one string: a string for all would be copied when it grows.
+        static constexpr unsigned int rowsInBlock = 4096;
+        struct Block {
+            std::string bytes;
+            std::vector<std::size_t> ends;
+        };
 
-        std::string_view text(unsigned int row) const {
-            std::size_t const begin = row == 0 ? 0 : ends[row - 1];
-            return std::string_view(bytes).substr(begin, ends[row] - begin);
+        void add(std::string_view text) {
+            if (blocks.empty() || blocks.back().ends.size() == rowsInBlock) {
+                blocks.emplace_back();
+                blocks.back().ends.reserve(rowsInBlock);
+            }
+            blocks.back().bytes += text;
+            blocks.back().ends.push_back(blocks.back().bytes.size());
         }
+        std::string_view text(unsigned int row) const {
+            Block const& block = blocks[row / rowsInBlock];
+            unsigned int const i = row % rowsInBlock;
+            std::size_t const begin = i == 0 ? 0 : block.ends[i - 1];
+            return std::string_view(block.bytes).substr(begin, block.ends[i] - begin);
+        }
+
+        std::vector<std::int64_t> numbers;
+        std::vector<Block> blocks;
     };
 
     bool gather(Slice& slice);
@@ -145,8 +161,9 @@ void RowOrder::Sort::gatherRow(unsigned int row) {
                 known_[i].numbers.push_back(number);
         }
         if (!key.text) continue;
-        if (isShown) order_.thrown_.run([&] { known_[i].bytes += key.text(row); });
-        known_[i].ends.push_back(known_[i].bytes.size());
+        std::string text;
+        if (isShown) order_.thrown_.run([&] { text = key.text(row); });
+        known_[i].add(text);
     }
     if (isShown) entries_.push_back(entry);
 }
@@ -342,6 +359,25 @@ void RowOrder::apply(RowNotice const& notice) {
 }
 
 void RowOrder::renumber(RowNotice const& notice) {
+    if (notice.kind == RowNotice::Kind::inserted) {
+        for (unsigned int& row : sourceRows_)
+            if (row >= notice.first) row += notice.count;
+        viewRows_.insert(viewRows_.begin() + notice.first, notice.count, hidden);
+        return;
+    }
+    if (notice.kind == RowNotice::Kind::removed && notice.count <= mostPlaced) {
+        RowRange const gone = rowsFrom(notice.first, notice.count);
+        std::vector<std::size_t> left;
+        for (unsigned int row = gone.first; row < gone.end; ++row)
+            if (viewRows_[row] != hidden) left.push_back(viewRows_[row]);
+        std::ranges::sort(left);
+        takeOut(left);
+        for (unsigned int& row : sourceRows_)
+            if (row >= gone.end) row -= gone.count();
+        viewRows_.erase(viewRows_.begin() + gone.first, viewRows_.begin() + gone.end);
+        shiftViewRows(left, {});
+        return;
+    }
     Rows kept;
     kept.reserve(sourceRows_.size());
     for (unsigned int const row : sourceRows_) {
@@ -352,6 +388,42 @@ void RowOrder::renumber(RowNotice const& notice) {
     }
     sourceRows_ = std::move(kept);
     noteViewRows();
+}
+
+/// Takes the rows at these places, in rising order, out of the order.
+void RowOrder::takeOut(std::vector<std::size_t> const& places) {
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        auto const next = i + 1 < places.size() ? places[i + 1] : sourceRows_.size();
+        auto const from = sourceRows_.begin() + static_cast<std::ptrdiff_t>(places[i] + 1);
+        std::move(from, sourceRows_.begin() + static_cast<std::ptrdiff_t>(next),
+                  from - static_cast<std::ptrdiff_t>(i + 1));
+    }
+    sourceRows_.resize(sourceRows_.size() - places.size());
+}
+
+/// The view rows move by those before them that have left (by where they were) and joined (by their places
+/// among those that stay); both in rising order. One pass in order is many times quicker than to note every
+/// row anew.
+void RowOrder::shiftViewRows(std::vector<std::size_t> const& left, std::vector<std::size_t> const& joined) {
+    if (left.size() <= 1 && joined.size() <= 1) {
+        // No branches: such a pass is the quickest that there is.
+        unsigned int const leftAt = left.empty() ? hidden : static_cast<unsigned int>(left[0]);
+        unsigned int const joinedAt = joined.empty() ? hidden : static_cast<unsigned int>(joined[0]);
+        for (unsigned int& at : viewRows_) {
+            unsigned int const stays = at - static_cast<unsigned int>(at > leftAt);
+            unsigned int const after = stays + static_cast<unsigned int>(stays >= joinedAt);
+            at = at == hidden ? hidden : after;
+        }
+        return;
+    }
+    auto const countUpTo = [](std::vector<std::size_t> const& places, std::size_t at) {
+        return static_cast<std::size_t>(std::ranges::upper_bound(places, at) - places.begin());
+    };
+    for (unsigned int& at : viewRows_) {
+        if (at == hidden) continue;
+        std::size_t const stays = at - countUpTo(left, at);
+        at = static_cast<unsigned int>(stays + countUpTo(joined, stays));
+    }
 }
 
 void RowOrder::noteViewRows() {
@@ -387,24 +459,31 @@ std::size_t RowOrder::placeAmong(Rows const& sorted, unsigned int row) {
 void RowOrder::place(RowRange rows) {
     // The standard algorithms would trust comparisons that may contradict themselves.
     Rows placed;
-    for (unsigned int row = rows.first; row < rows.end; ++row)
+    std::vector<std::size_t> left;
+    for (unsigned int row = rows.first; row < rows.end; ++row) {
         if (isShown(row))
             placed.insert(placed.begin() + static_cast<std::ptrdiff_t>(placeAmong(placed, row)), row);
-    std::erase_if(sourceRows_, [rows](unsigned int row) { return rows.contains(row); });
-    Rows all;
-    all.reserve(sourceRows_.size() + placed.size());
-    std::size_t taken = 0;
-    for (unsigned int const row : placed) {
-        std::size_t const at = std::max(taken, placeAmong(sourceRows_, row));
-        auto const from = sourceRows_.begin();
-        all.insert(all.end(), from + static_cast<std::ptrdiff_t>(taken),
-                   from + static_cast<std::ptrdiff_t>(at));
-        all.push_back(row);
-        taken = at;
+        if (viewRows_[row] != hidden) left.push_back(viewRows_[row]);
     }
-    all.insert(all.end(), sourceRows_.begin() + static_cast<std::ptrdiff_t>(taken), sourceRows_.end());
-    sourceRows_ = std::move(all);
-    noteViewRows();
+    std::ranges::sort(left);
+    takeOut(left);
+    // Where they go, counted among the rows that stay.
+    std::vector<std::size_t> joined;
+    for (unsigned int const row : placed)
+        joined.push_back(std::max(joined.empty() ? 0 : joined.back(), placeAmong(sourceRows_, row)));
+    std::size_t end = sourceRows_.size();
+    sourceRows_.resize(end + placed.size());
+    for (std::size_t i = placed.size(); i-- > 0;) {
+        auto const from = sourceRows_.begin() + static_cast<std::ptrdiff_t>(joined[i]);
+        auto const behind = sourceRows_.begin() + static_cast<std::ptrdiff_t>(end);
+        std::move_backward(from, behind, behind + static_cast<std::ptrdiff_t>(i + 1));
+        *(from + static_cast<std::ptrdiff_t>(i)) = placed[i];
+        end = joined[i];
+    }
+    shiftViewRows(left, joined);
+    for (unsigned int row = rows.first; row < rows.end; ++row) viewRows_[row] = hidden;
+    for (std::size_t i = 0; i < placed.size(); ++i)
+        viewRows_[placed[i]] = static_cast<unsigned int>(joined[i] + i);
 }
 
 } // namespace wainscot

@@ -74,6 +74,8 @@ private:
     /// Takes the rows out of the order and puts those that are shown in their places.
     void place(RowRange rows);
     std::size_t placeAmong(Rows const& sorted, unsigned int row);
+    void takeOut(std::vector<std::size_t> const& places);
+    void shiftViewRows(std::vector<std::size_t> const& left, std::vector<std::size_t> const& joined);
     void noteViewRows();
     void showAll();
 
