@@ -8,6 +8,7 @@
 #include "host/objects/description.h"
 #include "host/services/clipboard.h"
 #include "tables/column_button.h"
+#include "tables/remote_table_adaptor.h"
 #include "tables/table_widget.h"
 #include "text/text_box.h"
 
@@ -147,11 +148,32 @@ private:
     HandlerRef<TextBox> box_;
 };
 
+/// Notes what it is asked for; a test answers.
+class Late final : public RemoteTableAdaptor {
+public:
+    using RemoteTableAdaptor::RemoteTableAdaptor;
+    std::vector<TableColumnDescription> getColumnDefinitions() const override { return {{L"C0", "C0"}}; }
+    void answer(RowRange rows) {
+        std::vector<RowTexts> texts;
+        for (unsigned int row = rows.first; row < rows.end; ++row)
+            texts.push_back({Qv::WStringFromInteger(static_cast<int>(row))});
+        rowsHaveCome(rows.first, std::move(texts));
+    }
+    std::vector<RowRange> asked;
+    std::function<void()> onRequest;
+
+protected:
+    void requestRows(RowRange rows) override {
+        asked.push_back(rows);
+        if (auto const act = onRequest) act();
+    }
+};
+
 class Tables : public WidgetTest {
 protected:
     static constexpr int line = 22;
 
-    TableWidget* make(Cells& cells, unsigned int tagFlags = 0) {
+    TableWidget* make(iTableAdaptor& cells, unsigned int tagFlags = 0) {
         TableWidget::InitArgs args(toSize16(240 + ScrollBar::thickness()), 24 + 10 * line);
         args.adaptor = &cells;
         auto* const table = show(new TableWidget(args), 20, 20);
@@ -175,8 +197,9 @@ protected:
         for (unsigned int const row : cells.tags) text += std::to_string(row) + " ";
         return text;
     }
-    /// They outlive the tables.
+    // They outlive the tables.
     std::deque<Cells> cells_;
+    std::deque<Late> late_;
     Glob* header(wchar_t const* title) { return driver_.find(Role::columnHeading, title); }
 };
 
@@ -300,6 +323,55 @@ TEST_F(Tables, TagsFollowClicksKeysAndDrags) {
         EXPECT_EQ(cells.tags.size(), 0U);
     }
     EXPECT_THAT(told(), testing::EndsWith("MDCTagsChanged"));
+}
+
+TEST_F(Tables, RowsThatComeLaterAreAskedForOnceAndShownWhenTheyCome) {
+    Late& rows = late_.emplace_back(1'000'000);
+    rows.setNumKept(256);
+    auto* const table = make(rows);
+    rows.setTable(table);
+    driver_.settle();
+    driver_.advance(50);
+    ASSERT_EQ(rows.asked, (std::vector<RowRange>{{0, 64}}));
+    EXPECT_EQ(rows.getGhostText({0, 0}), L"\u2026");
+    auto const before = picture();
+    rows.answer(rows.asked[0]);
+    driver_.settle();
+    EXPECT_EQ(rows.getFieldText({0, 63}), L"63");
+    EXPECT_NE(picture(), before);
+    // Reading beyond what is seen asks for nothing; going there does, and the rows seen before are dropped.
+    EXPECT_EQ(rows.getFieldText({0, 5000}), L"");
+    driver_.advance(50);
+    EXPECT_EQ(rows.asked.size(), 1U);
+    for (unsigned int row = 1000; row < 9000; row += 1000) {
+        table->revealRow(row, true);
+        driver_.advance(50);
+        ASSERT_TRUE(rows.asked.back().contains(row));
+        rows.answer(rows.asked.back());
+        driver_.advance(50);
+        EXPECT_TRUE(rows.isHere(row));
+    }
+    EXPECT_FALSE(rows.isHere(0));
+    // A failure is asked again when the rows are next drawn. Answers may come at once, throw, or end it all.
+    rows.forgetRows();
+    expectDiagnostic("adaptor failed");
+    rows.onRequest = [] { throw std::runtime_error("no line"); };
+    driver_.advance(50);
+    std::size_t const numAsked = rows.asked.size();
+    driver_.advance(500);
+    EXPECT_EQ(rows.asked.size(), numAsked);
+    rows.onRequest = [&] { rows.answer(rows.asked.back()); };
+    table->drawRows();
+    driver_.advance(50);
+    EXPECT_TRUE(rows.isHere(8000));
+    auto dying = std::make_unique<Late>(100);
+    dying->setTable(table);
+    dying->onRequest = [&] { dying.reset(); };
+    table->setDataSource(dying.get());
+    driver_.advance(50);
+    EXPECT_EQ(dying, nullptr);
+    EXPECT_EQ(table->getDataSource(), nullptr);
+    table->setDataSource(nullptr);
 }
 
 TEST_F(Tables, HeadersSortMoveAndSizeColumns) {

@@ -21,7 +21,8 @@ public:
         auto* const row = column->add(BoxLayout::makeRow());
         auto const choices = Qv::makePtr<DropDownMenuData>();
         for (wchar_t const* const name :
-             {L"A million clips", L"Notes of several lines", L"200 columns", L"Nothing", L"Live meters"})
+             {L"A million clips", L"Notes of several lines", L"200 columns", L"Nothing", L"Live meters",
+              L"Rows that come late"})
             choices->addItem(MenuItem(name));
         source_ = row->add(std::make_unique<DropDownMenuButton>(choices));
         addTabStop(*source_);
@@ -38,6 +39,7 @@ public:
         addTabStop(*table_);
         clips_.setTable(table_);
         meters_.setTable(table_);
+        late_.setTable(table_);
     }
 
     int handleMessageEvent(LightweightString<char> name, Glob* sender) override {
@@ -45,7 +47,9 @@ public:
         if (sender == source_) return show(source_->getSelectedItem()), 1;
         Text line = fromUTF8(name);
         if (sender == table_ && table_->getCurRow() >= 0)
-            line += L"  row " + Qv::WStringFromInteger(table_->getCurRow() + 1);
+            line += L"  row " + Qv::WStringFromInteger(table_->getCurRow() + 1) + L"  column " +
+                    Qv::WStringFromInteger(table_->getCurCol() + 1) + L"  tags " +
+                    Qv::WStringFromInteger(static_cast<int>(numTagged()));
         log_(line);
         return 1;
     }
@@ -62,8 +66,12 @@ private:
                                         ""));
         addTabStop(*box);
     }
+    unsigned int numTagged() const {
+        iTableAdaptor const* const source = table_->getDataSource();
+        return source ? source->getNumTagged() : 0;
+    }
     void show(int choice) {
-        iTableAdaptor* const sources[] = {&clips_, &notes_, &sheet_, nullptr, &meters_};
+        iTableAdaptor* const sources[] = {&clips_, &notes_, &sheet_, nullptr, &meters_, &late_};
         if (choice >= 0 && choice < static_cast<int>(std::size(sources)))
             table_->setDataSource(sources[static_cast<std::size_t>(choice)]);
     }
@@ -73,6 +81,7 @@ private:
     NotesList notes_;
     WideSheet sheet_;
     LiveMeters meters_;
+    LateClips late_;
     DropDownMenuButton* source_ = nullptr;
     TableWidget* table_ = nullptr;
 };

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace wainscot::gallery {
 
@@ -18,6 +19,8 @@ using Text = LightweightString<wchar_t>;
 constexpr unsigned int slice = 4000;
 constexpr double pause = 1;
 constexpr double tickInterval = 100;
+/// How long late rows take.
+constexpr double delay = 400;
 constexpr int framesPerSecond = 25;
 constexpr unsigned int scatter = 7919;
 constexpr unsigned int numLevels = 997;
@@ -241,6 +244,31 @@ bool LiveMeters::drawField(CellContext& context) {
     if (context.position.x != 1) return false;
     drawBar(context, levelOf(context.position.y), context.palette.mark(eMarkAccent));
     return true;
+}
+
+// Late
+
+LateClips::LateClips() : RemoteTableAdaptor(1'000'000), timer_([this] { deliver(); }) {}
+
+std::vector<TableColumnDescription> LateClips::getColumnDefinitions() const {
+    std::vector<TableColumnDescription> columns{{L"Clip", "clip"}, {L"Start", "start"}};
+    for (TableColumnDescription& column : columns) column.width = 180;
+    return columns;
+}
+
+void LateClips::requestRows(RowRange rows) {
+    requested_.push_back(rows);
+    if (!timer_.isRunning()) timer_.start(delay);
+}
+
+void LateClips::deliver() {
+    for (RowRange const requested : std::exchange(requested_, {})) {
+        std::vector<RowTexts> rows;
+        for (unsigned int row = requested.first; row < requested.end; ++row)
+            rows.push_back({L"clip_" + Qv::WStringFromInteger(static_cast<int>(row)) + L".mov",
+                            timecodeOf(row * framesPerSecond)});
+        rowsHaveCome(requested.first, std::move(rows));
+    }
 }
 
 } // namespace wainscot::gallery

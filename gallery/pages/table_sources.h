@@ -2,6 +2,7 @@
 
 #include "host/events/one_shot_timer.h"
 #include "tables/model/row_order.h"
+#include "tables/remote_table_adaptor.h"
 #include "tables/table_widget.h"
 
 namespace wainscot::gallery {
@@ -63,6 +64,23 @@ public:
     unsigned int getSize() const override { return 10'000; }
     bool hasRowHeights() const override { return false; }
     std::vector<TableColumnDescription> getColumnDefinitions() const override;
+};
+
+/// Rows that come a while after they are first seen, as from a server.
+class LateClips final : public RemoteTableAdaptor {
+public:
+    LateClips();
+
+    std::vector<TableColumnDescription> getColumnDefinitions() const override;
+
+protected:
+    void requestRows(RowRange rows) override;
+
+private:
+    void deliver();
+
+    std::vector<RowRange> requested_;
+    OneShotTimer timer_;
 };
 
 /// Changes ten times a second.
