@@ -19,6 +19,7 @@ extern Page const scriptLinesPage;
 extern Page const menusPage;
 extern Page const dropDownsPage;
 extern Page const tablePage;
+extern Page const treePage;
 extern Page const formPage;
 extern Page const entryFormPage;
 extern Page const panelPage;
@@ -57,12 +58,12 @@ LightweightString<wchar_t> titleOf(PageGroup group) {
 
 std::span<Page const* const> pages() {
     static constexpr Page const* list[] = {
-        &deskPage,       &timelinePage, &buttonsPage, &choicesPage,   &scrollPage,      &textBoxesPage,
-        &valueBoxesPage, &notesPage,    &logPage,     &scriptsPage,   &scriptLinesPage, &menusPage,
-        &dropDownsPage,  &tablePage,    &ratingPage,  &bindingPage,   &gradingPage,     &formPage,
-        &entryFormPage,  &panelPage,    &tabsPage,    &tabOrderPage,  &windowsPage,     &textPage,
-        &longTextPage,   &symbolsPage,  &iconsPage,   &shapesPage,    &palettePage,     &globsPage,
-        &placementPage,  &keysPage,     &pointerPage, &clipboardPage, &draggingPage,
+        &deskPage,       &timelinePage,  &buttonsPage, &choicesPage, &scrollPage,      &textBoxesPage,
+        &valueBoxesPage, &notesPage,     &logPage,     &scriptsPage, &scriptLinesPage, &menusPage,
+        &dropDownsPage,  &tablePage,     &treePage,    &ratingPage,  &bindingPage,     &gradingPage,
+        &formPage,       &entryFormPage, &panelPage,   &tabsPage,    &tabOrderPage,    &windowsPage,
+        &textPage,       &longTextPage,  &symbolsPage, &iconsPage,   &shapesPage,      &palettePage,
+        &globsPage,      &placementPage, &keysPage,    &pointerPage, &clipboardPage,   &draggingPage,
     };
     return list;
 }

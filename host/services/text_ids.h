@@ -54,6 +54,9 @@ inline constexpr ResId previousTabs = 10341;
 inline constexpr ResId nextTabs = 10342;
 inline constexpr ResId allTabs = 10343;
 
+// A branch of a tree whose children are not known yet.
+inline constexpr ResId stillLoading = 10351;
+
 inline constexpr ResId linkUnusable = 10401;
 inline constexpr ResId linkNotAllowed = 10402;
 

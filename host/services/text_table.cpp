@@ -58,6 +58,7 @@ constexpr BuiltIn builtInTexts[] = {
     {TextId::previousTabs, L"Tabs before"},
     {TextId::nextTabs, L"Tabs behind"},
     {TextId::allTabs, L"All tabs"},
+    {TextId::stillLoading, L"Loading\u2026"},
     {TextId::linkUnusable, L"This is no link that can be opened."},
     {TextId::linkNotAllowed, L"Links of this kind are not opened."},
 };

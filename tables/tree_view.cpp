@@ -1,0 +1,494 @@
+#include "tables/tree_view.h"
+
+#include "containers/scroll_bar.h"
+#include "host/drawing/drawable.h"
+#include "host/drawing/uif_std.h"
+#include "host/events/dispatch_scope.h"
+#include "host/objects/description.h"
+#include "host/objects/kbd_focus.h"
+#include "tables/model/row_notices.h"
+#include "tables/tree_body_p.h"
+#include "tables/tree_view_p.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace wainscot {
+
+namespace {
+
+constexpr char treeChangedMsg[] = "TreeChanged";
+
+} // namespace
+
+TreeView::TreeView(InitArgs const& args)
+    : Focusable<StandardPanel>(args), later_([this] { takeAdaptor(); }), refreshTimer_([this] { refresh(); }),
+      body_(new TreeBody(*this)), options_(args.options), scrollBars_(args.scrollBars),
+      layoutTimer_([this] { layOut(); }), hoverTimer_([this] { openHovered(); }),
+      scrollTimer_([this] { scrollWhileDragging(); }) {
+    addWidget(body_, 0, 0);
+    for (Orientation const lie : {eVertical, eHorizontal}) {
+        auto* const bar = new ScrollBar(ScrollBar::InitArgs(lie, 0));
+        (lie == eVertical ? verticalBar_ : horizontalBar_) = HandlerRef<Glob>(bar);
+        addWidget(bar, 0, 0);
+        bar->setControls(body_);
+    }
+    TreeView::reshape();
+    if (args.adaptor) TreeView::setAdaptor(args.adaptor);
+}
+
+TreeView::~TreeView() = default;
+
+/// The adaptor may have died before it.
+void TreeView::handleDetached() {
+    hoverTimer_.stop();
+    scrollTimer_.stop();
+    later_.stop();
+    refreshTimer_.stop();
+    layoutTimer_.stop();
+    body_ = nullptr;
+    Focusable<StandardPanel>::handleDetached();
+}
+
+NotifierSubscription TreeView::addListener(Listener listener) {
+    auto const unwrap = [listener = std::move(listener)](NotifyMsg const& message) {
+        eEventType const* const type = unwrapData<eEventType>(message.payload());
+        if (type && listener) listener(*type);
+        return 0;
+    };
+    return listeners_.subscribe({}, makeCallback<int, NotifyMsg>(unwrap));
+}
+
+void TreeView::informListeners(eEventType type) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    if (listeners_.numListeners() > 0)
+        listeners_.issueNotification(NotifyMsg(treeChangedMsg, wrapData(type)), CallbackInvokerBase::anyType);
+    if (!life.alive()) return;
+    for (MessageInfo const& info : messageTable)
+        if (info.code == type) Reporter().report(*this, parent(), info);
+}
+
+// Data
+
+void TreeView::setAdaptor(iTreeViewAdaptor* adaptor) {
+    nextAdaptor_ = adaptor;
+    nextLife_.reset();
+    if (adaptor) nextLife_.emplace(adaptor->life());
+    // While an adaptor is asked, its rows stay; there are none to ask for any more.
+    if (rows_.isAsking()) {
+        rows_.setSource(nullptr);
+        later_.start(0);
+        return;
+    }
+    takeAdaptor();
+}
+
+void TreeView::takeAdaptor() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(std::nullopt);
+    if (!life.alive()) return;
+    iTreeViewAdaptor* const adaptor = nextLife_ && nextLife_->alive() ? nextAdaptor_ : nullptr;
+    later_.stop();
+    selected_.reset();
+    current_ = anchor_ = -1;
+    tags_.clear();
+    setDrop({});
+    windowTop_ = 0;
+    windowLeft_ = contentWidth_ = 0;
+    rows_.setSource(adaptor);
+    if (life.alive()) rowsChanged();
+}
+
+void TreeView::refresh() {
+    listAgain([this](std::vector<unsigned int> const& kept) { return rows_.refresh(kept); });
+}
+
+void TreeView::refresh(Text const& name) {
+    if (name.empty()) return refresh();
+    int const row = findItem(name);
+    if (row < 0) return;
+    auto const number = static_cast<unsigned int>(row);
+    if (!rows_.isExpanded(number)) return damageRow(number);
+    listAgain([this, number](std::vector<unsigned int> const& kept) { return rows_.refresh(number, kept); });
+}
+
+/// The tags, the row of the keys and the first row in sight stay with their items.
+void TreeView::listAgain(ListAgain const& list) {
+    if (rows_.isAsking()) {
+        refreshTimer_.start(0);
+        return;
+    }
+    DispatchScope const scope;
+    Glib::UpdateDeferrer const deferrer(canvas());
+    LifeGuard const life = guard();
+    bool const wasShown = selected_ && rows_.find(*selected_);
+    endEditing(std::nullopt);
+    if (!life.alive()) return;
+    int const height = getRowHeight();
+    auto const top = static_cast<unsigned int>(windowTop_ / height);
+    auto const part = windowTop_ % height;
+    std::vector<unsigned int> kept{top, static_cast<unsigned int>(std::max(current_, 0)),
+                                   static_cast<unsigned int>(std::max(anchor_, 0))};
+    for (RowRange const range : tags_.ranges())
+        for (unsigned int row = range.first; row < range.end; ++row) kept.push_back(row);
+    unsigned int const version = rows_.version();
+    TreeRows::Places const places = list(kept);
+    if (!life.alive() || rows_.version() == version) return;
+    auto const numberOf = [&](std::size_t i, int before) {
+        return before >= 0 && places[i] ? static_cast<int>(*places[i]) : -1;
+    };
+    if (places[0]) windowTop_ = std::int64_t{*places[0]} * height + part;
+    current_ = numberOf(1, current_);
+    anchor_ = numberOf(2, anchor_);
+    std::vector<RowRange> tagged;
+    for (std::size_t i = 3; i < places.size(); ++i)
+        if (places[i]) tagged.push_back({*places[i], *places[i] + 1});
+    unsigned int const numTagged = tags_.count();
+    tags_.assign(tagged);
+    rowsChanged();
+    if (life.alive() && tags_.count() != numTagged) informListeners(eTagsChanged);
+    if (life.alive()) tellSelectionHidden(wasShown);
+}
+
+void TreeView::tellSelectionHidden(bool wasShown) {
+    if (wasShown && selected_ && !rows_.find(*selected_)) informListeners(eSelectionHidden);
+}
+
+void TreeView::rowsChanged() {
+    if (selected_)
+        if (auto const row = rows_.find(*selected_)) current_ = static_cast<int>(*row);
+    current_ = std::min(current_, static_cast<int>(numRows()) - 1);
+    LifeGuard const life = guard();
+    layOut();
+    if (!life.alive()) return;
+    placeNameBox();
+    damageRows();
+    describeChanged(DescriptionChange::children);
+}
+
+// Branches
+
+bool TreeView::toggleBranchExpansion(unsigned int row) {
+    TreeRows::Row const data = rows_.at(row);
+    if (row >= numRows() || rows_.isAsking() || !data.item.isBranch()) return false;
+    DispatchScope const scope;
+    Glib::UpdateDeferrer const deferrer(canvas());
+    LifeGuard const life = guard();
+    bool const wasSelected = selected_.has_value();
+    endEditing(std::nullopt);
+    if (!life.alive()) return true;
+    unsigned int const numTagged = tags_.count();
+    unsigned int added = 0;
+    if (data.isExpanded) {
+        unsigned int const removed = rows_.collapse(row);
+        if (!life.alive()) return true;
+        RowNotice const notice{RowNotice::Kind::removed, row + 1, removed};
+        follow(tags_, notice);
+        for (int* const at : {&current_, &anchor_})
+            if (*at > static_cast<int>(row))
+                *at = *at > static_cast<int>(row + removed) ? *at - static_cast<int>(removed)
+                                                            : static_cast<int>(row);
+    } else {
+        added = rows_.expand(row);
+        if (!life.alive() || !rows_.isExpanded(row)) return !life.alive();
+        follow(tags_, {RowNotice::Kind::inserted, row + 1, added});
+        for (int* const at : {&current_, &anchor_})
+            if (*at > static_cast<int>(row)) *at += static_cast<int>(added);
+    }
+    rowsChanged();
+    if (!life.alive()) return true;
+    unsigned int const version = rows_.version();
+    informListeners(data.isExpanded ? eBranchCollapsed : eBranchExpanded);
+    if (!life.alive()) return true;
+    if (tags_.count() != numTagged) informListeners(eTagsChanged);
+    if (!life.alive()) return true;
+    if (rows_.version() != version) {
+        // The listeners have changed the rows.
+        auto const found = rows_.find(data.item.name);
+        if (!found || rows_.isExpanded(*found) == data.isExpanded) return true;
+        row = *found;
+        added = rows_.findLastChild(row) - row;
+    }
+    std::int64_t const rowTop = std::int64_t{row} * getRowHeight();
+    std::int64_t const bottom = rowTop + std::int64_t{added + 1} * getRowHeight();
+    std::int64_t const overhang = bottom - windowTop_ - visibleHeight();
+    if (added > 0 && overhang > 0)
+        setWindowTop(std::max(windowTop_, std::min(windowTop_ + overhang, rowTop)));
+    if (life.alive()) tellSelectionHidden(wasSelected);
+    return true;
+}
+
+bool TreeView::expand(Text const& name) {
+    int const row = findItem(name);
+    return row >= 0 && !rows_.isExpanded(static_cast<unsigned int>(row)) &&
+           toggleBranchExpansion(static_cast<unsigned int>(row));
+}
+
+bool TreeView::collapse(Text const& name) {
+    int const row = findItem(name);
+    return row >= 0 && rows_.isExpanded(static_cast<unsigned int>(row)) &&
+           toggleBranchExpansion(static_cast<unsigned int>(row));
+}
+
+void TreeView::expandAll() {
+    LifeGuard const life = guard();
+    listAgain([this](std::vector<unsigned int> const& kept) { return rows_.expandAll(kept); });
+    if (life.alive()) informListeners(eBranchExpanded);
+}
+
+bool TreeView::expandAll(Text const& name) {
+    int const row = findItem(name);
+    if (row < 0 || !rows_.at(static_cast<unsigned int>(row)).item.isBranch()) return false;
+    LifeGuard const life = guard();
+    listAgain([this, row](std::vector<unsigned int> const& kept) {
+        return rows_.expandAll(static_cast<unsigned int>(row), kept);
+    });
+    if (life.alive()) informListeners(eBranchExpanded);
+    return true;
+}
+
+bool TreeView::isExpanded(Text const& name) const {
+    int const row = findItem(name);
+    return row >= 0 && rows_.isExpanded(static_cast<unsigned int>(row));
+}
+
+// Rows
+
+TreeView::ItemEx TreeView::getRow(unsigned int row) const {
+    if (row >= numRows()) return {};
+    DispatchScope const scope;
+    TreeRows::Row const data = rows_.at(row);
+    ItemEx item(data.item, data.isExpanded, data.depth);
+    item.parentName = data.parentName;
+    item.isPending = data.isPending;
+    item.textColour =
+        ask([&](auto& adaptor) { return adaptor.getTextColour(data.item); }, std::optional<Colour>());
+    if (isEditing() && editedName_ == data.item.name) item.nameBox = nameBox_;
+    return item;
+}
+
+int TreeView::findItem(Text const& name) const {
+    DispatchScope const scope;
+    auto const row = rows_.find(name);
+    return row ? static_cast<int>(*row) : -1;
+}
+
+std::optional<TreeView::ItemEx> TreeView::findItemByName(Text const& name) const {
+    int const row = findItem(name);
+    return row < 0 ? std::nullopt : std::optional(getRow(static_cast<unsigned int>(row)));
+}
+
+int TreeView::findVisibleItem(Text const& name) const {
+    int const row = findItem(name);
+    return row >= 0 && isVisible(static_cast<unsigned int>(row)) ? row : -1;
+}
+
+std::vector<TreeView::Item> TreeView::getVisibleItems() const {
+    std::vector<Item> items;
+    RowRange const seen = rowsInSight();
+    DispatchScope const scope;
+    rows_.visit(seen.first, seen.end, [&](unsigned int, TreeRows::Row const& data) {
+        items.push_back(data.item);
+        return true;
+    });
+    return items;
+}
+
+// Selection
+
+void TreeView::setSelectedItem(Text const& name) {
+    if (selected_ == name) return;
+    selected_ = name;
+    int const row = findItem(name);
+    if (row >= 0) current_ = anchor_ = row;
+    damageRows();
+    describeChanged(DescriptionChange::selection);
+}
+
+void TreeView::clearSelection() {
+    if (!selected_) return;
+    selected_.reset();
+    damageRows();
+    describeChanged(DescriptionChange::selection);
+}
+
+bool TreeView::changeSelectedItem(Text const& name) {
+    int const row = findItem(name);
+    return row >= 0 && selectRow(static_cast<unsigned int>(row));
+}
+
+bool TreeView::selectRow(unsigned int row) {
+    if (row >= numRows()) return false;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    Text const name = rows_.at(row).item.name;
+    if (!life.alive()) return true;
+    bool const isOther = selected_ != name;
+    current_ = static_cast<int>(row);
+    selected_ = name;
+    damageRows();
+    reveal(row);
+    if (!life.alive() || !isOther) return true;
+    describeChanged(DescriptionChange::selection);
+    informListeners(eItemSelected);
+    return true;
+}
+
+// Tags
+
+bool TreeView::canTag(unsigned int row) const {
+    if (row >= numRows()) return false;
+    DispatchScope const scope;
+    Item const item = rows_.at(row).item;
+    return ask([&](auto& adaptor) { return adaptor.canTag(item); }, true);
+}
+
+bool TreeView::canTagBoth(unsigned int a, unsigned int b) const {
+    if (!canTag(a) || !canTag(b)) return false;
+    return (options_ & tagsSiblingsOnly) == 0 || rows_.at(a).parentName == rows_.at(b).parentName;
+}
+
+std::vector<TreeView::Item> TreeView::getTaggedItems() const {
+    std::vector<Item> items;
+    DispatchScope const scope;
+    for (RowRange const range : std::vector(tags_.ranges().begin(), tags_.ranges().end()))
+        rows_.visit(range.first, range.end, [&](unsigned int, TreeRows::Row const& data) {
+            items.push_back(data.item);
+            return true;
+        });
+    return items;
+}
+
+void TreeView::clearTags() {
+    if (tags_.empty()) return;
+    tags_.clear();
+    damageRows();
+    describeChanged(DescriptionChange::selection);
+}
+
+void TreeView::takeTags(RowRanges tags) {
+    if (tags_ == tags) return;
+    tags_ = std::move(tags);
+    damageRows();
+    describeChanged(DescriptionChange::selection);
+    informListeners(eTagsChanged);
+}
+
+/// What a click does to the tags: alone it tags the row and no other, with Ctrl it turns that of the row
+/// round, with Shift it tags all from the last row that was picked.
+void TreeView::pick(unsigned int row, std::uint32_t modifiers) {
+    if ((options_ & allowsTags) == 0) return;
+    bool const extends = (modifiers & Key::shift) != 0 && anchor_ >= 0;
+    if (extends) return tagRange(static_cast<unsigned int>(anchor_), row);
+    LifeGuard const life = guard();
+    anchor_ = static_cast<int>(row);
+    RowRanges tags;
+    if ((modifiers & Key::ctrl) != 0) {
+        // Rows that cannot be tagged together replace each other.
+        auto const first = tags_.first();
+        if (!first || canTagBoth(*first, row)) tags = tags_;
+    }
+    if (!life.alive()) return;
+    bool const isTaken = canTag(row);
+    if (!life.alive()) return;
+    if (isTaken) tags.toggle({row, row + 1});
+    takeTags(std::move(tags));
+}
+
+void TreeView::tagRange(unsigned int from, unsigned int to) {
+    auto const [low, high] = std::minmax(from, to);
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    Text const parent = rows_.at(from).parentName;
+    bool const siblings = (options_ & tagsSiblingsOnly) != 0;
+    if (life.alive()) tagRows(low, high, siblings ? std::optional(parent) : std::nullopt);
+}
+
+void TreeView::tagRows(unsigned int first, unsigned int last, std::optional<Text> const& parentName) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    std::vector<RowRange> ranges;
+    rows_.visit(first, last + 1, [&](unsigned int row, TreeRows::Row const& data) {
+        if (parentName && data.parentName != *parentName) return true;
+        if (ask([&](auto& adaptor) { return adaptor.canTag(data.item); }, true))
+            ranges.push_back({row, row + 1});
+        return life.alive();
+    });
+    if (!life.alive()) return;
+    RowRanges tags;
+    tags.assign(ranges);
+    takeTags(std::move(tags));
+}
+
+// Renaming
+
+bool TreeView::enableEditing(Text const& name) {
+    auto const make = Registry::instance().makeNameBox;
+    int const row = findItem(name);
+    if (row < 0 || !make || !isActive() || !isShown() || !body_) return false;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    endEditing(std::nullopt);
+    if (!life.alive()) return false;
+    Item const item = rows_.at(static_cast<unsigned int>(row)).item;
+    if (!life.alive() || !ask([&](auto& adaptor) { return adaptor.canRename(item); }, false)) return false;
+    if (!life.alive() || !reveal(name) || !life.alive()) return false;
+    Text const text = textOf(item);
+    if (!life.alive()) return false;
+    Glob* const box = make(text, UifStd::getFont(), getPalette().makeTextPalette(),
+                           [ref = HandlerRef<TreeView>(this)](std::optional<Text> const& edited) {
+                               if (TreeView* const tree = ref.get()) tree->endEditing(edited);
+                           });
+    nameBox_ = HandlerRef<Glob>(box);
+    editedName_ = item.name;
+    body_->addChild(box, BottomLeft(0, 0));
+    if (!life.alive() || !nameBox_) return false;
+    placeNameBox();
+    box->claimKbdFocus();
+    return life.alive() && isEditing();
+}
+
+void TreeView::endEditing(std::optional<Text> const& name) {
+    Glob* const box = nameBox_.get();
+    if (!box) return;
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    nameBox_ = {};
+    Text const before = std::exchange(editedName_, {});
+    if (FocusStop::holderBeside(*this) == box) claimKbdFocus();
+    destroy(box);
+    if (!life.alive()) return;
+    damageRows();
+    int const row = findItem(before);
+    if (!name || name->empty() || row < 0) return;
+    auto const number = static_cast<unsigned int>(row);
+    TreeRows::Row const data = rows_.at(number);
+    Text const shown = textOf(data.item);
+    if (!life.alive() || *name == shown) return;
+    bool const isRenamed = ask([&](auto& adaptor) { return adaptor.rename(data.item, *name); }, false);
+    if (!life.alive() || !isRenamed) return;
+    // It has another name now, perhaps the one that was typed; it stays open and selected.
+    bool const wasRemembered = rows_.getDefaultBranchState(*name);
+    if (data.isExpanded) rows_.setDefaultBranchState(*name, true);
+    bool const wasSelected = selected_ == before;
+    int const parent = rows_.parentRow(number);
+    if (wasSelected) selected_.reset();
+    listAgain([this, parent](std::vector<unsigned int> const& kept) {
+        return parent < 0 ? rows_.refresh(kept) : rows_.refresh(static_cast<unsigned int>(parent), kept);
+    });
+    if (!life.alive()) return;
+    rows_.setDefaultBranchState(*name, wasRemembered);
+    if (wasSelected) {
+        // Names that are made from others, as paths are, are known only by their place.
+        Text selected = rows_.find(*name) || number >= numRows() ? *name : rows_.at(number).item.name;
+        if (!rows_.find(*name) && rows_.find(before)) selected = before;
+        setSelectedItem(selected);
+        if (int const now = findItem(selected); life.alive() && now >= 0)
+            reveal(static_cast<unsigned int>(now));
+    }
+    if (life.alive()) informListeners(eItemRenamed);
+}
+
+} // namespace wainscot
