@@ -48,8 +48,12 @@ bool ColumnButton::isTabStopActive() {
     return false;
 }
 
-bool ColumnButton::isAtEdge(XY<int> const& place) const {
-    return isResizeable_ && place.x >= width() - UifStd::getIndentWidth() && isActive();
+ColumnButton* ColumnButton::edgeAt(XY<int> const& place) const {
+    int const reach = UifStd::getIndentWidth();
+    if (!isActive()) return nullptr;
+    if (isResizeable_ && place.x >= width() - reach) return const_cast<ColumnButton*>(this);
+    TableHeader const* const row = header();
+    return row && place.x < reach / 2 ? row->before(*this) : nullptr;
 }
 
 bool ColumnButton::react(Event const& event) {
@@ -69,11 +73,11 @@ bool ColumnButton::pressBegan(Event const& event) {
     TableHeader* const row = header();
     if (!row) return false;
     XY<int> const place = eventXYToGlobXY(event, *this);
-    if (isAtEdge(place)) {
+    if (ColumnButton* const resized = edgeAt(place)) {
         grip_ = Grip::edge;
-        LifeGuard const life = guard();
-        row->beginResize(*this);
-        if (life.alive() && mouse_double_click_event(event)) row->fit(*this);
+        resized_ = HandlerRef<ColumnButton>(resized);
+        row->beginResize(*resized);
+        if (resized_ && mouse_double_click_event(event)) row->fit(*resized);
         return true;
     }
     grip_ = Grip::face;
@@ -84,7 +88,11 @@ bool ColumnButton::pressBegan(Event const& event) {
 void ColumnButton::pressMoved(Event const& event) {
     TableHeader* const row = header();
     if (!row) return;
-    if (grip_ == Grip::edge) return row->resizeFrom(*this, event.place().x - press().place().x);
+    if (grip_ == Grip::edge) {
+        if (ColumnButton* const resized = resized_.get())
+            row->resizeFrom(*resized, event.place().x - press().place().x);
+        return;
+    }
     isDragged_ = isDragged_ || (isMovable_ && isMouseMoveSignificant(event));
     if (isDragged_)
         row->moveTo(*this, event.place());
@@ -100,7 +108,10 @@ void ColumnButton::pressEnded(PressEnd how) {
     LifeGuard const life = guard();
     setState(buttonUp, eRedrawYes);
     if (!life.alive() || !row) return;
-    if (grip == Grip::edge) return row->endResize(*this, isTakenBack);
+    if (grip == Grip::edge) {
+        if (ColumnButton* const resized = resized_.get()) row->endResize(*resized, isTakenBack);
+        return;
+    }
     if (wasDragged) return row->endMove(*this, isTakenBack);
     if (how == PressEnd::releasedInside) clicked();
 }
@@ -112,7 +123,7 @@ void ColumnButton::clicked() {
 // Look
 
 MouseCursorID ColumnButton::contextCursor(XY<int> const& place) const {
-    return isAtEdge(place) ? sizeHorizontalCursor : Button::contextCursor(place);
+    return edgeAt(place) ? sizeHorizontalCursor : Button::contextCursor(place);
 }
 
 int ColumnButton::rightMargin() const {

@@ -8,7 +8,7 @@ namespace wainscot {
 class TableHeader;
 
 /// The header of a column: a click sorts by it, a drag moves the column, its right edge is dragged to give it
-/// another width, a double click there fits it to its texts.
+/// another width (its left edge gives one to the column before), a double click there fits it to its texts.
 class WAINSCOT_API ColumnButton : public Button {
 public:
     enum class SortMark : unsigned char { none, ascending, descending };
@@ -41,12 +41,15 @@ private:
     friend class TableHeader;
     enum class Grip : unsigned char { none, face, edge };
 
-    bool isAtEdge(XY<int> const& place) const;
+    /// Whose edge is there; null = nobody's.
+    ColumnButton* edgeAt(XY<int> const& place) const;
     bool isHeldHere() const;
 
     LightweightString<char> identifier_;
     SortMark mark_ = SortMark::none;
     Grip grip_ = Grip::none;
+    /// The column whose edge is held.
+    HandlerRef<ColumnButton> resized_;
     bool isResizeable_;
     bool isMovable_;
     bool isSortable_;

@@ -17,8 +17,8 @@ namespace wainscot {
 /// that are missing are shown as a faint "..."; the rows in sight are asked for once, between events, and
 /// drawn when they come. Rows that have come are kept, up to a number; those not seen for longest go first.
 ///
-/// Derive, override `requestRows` and `getColumnDefinitions`, and hand over what comes with `rowsHaveCome`. Use
-/// it on the thread of the user interface only; bring what another thread has loaded there first
+/// Derive, override `requestRows` and `getColumnDefinitions`, and hand over what comes with `rowsHaveCome`.
+/// Use it on the thread of the user interface only; bring what another thread has loaded there first
 /// (`UiThreadCallback`).
 class WAINSCOT_API RemoteTableAdaptor : public iTableAdaptor {
 public:

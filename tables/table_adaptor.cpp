@@ -103,9 +103,14 @@ bool iTableAdaptor::anyTagged() const {
 }
 
 int iTableAdaptor::getFirstTagged() const {
-    for (unsigned int row = 0, size = getSize(); row < size; ++row)
-        if (getTag(row)) return static_cast<int>(row);
-    return -1;
+    auto const first = findTagged(0);
+    return first ? static_cast<int>(*first) : -1;
+}
+
+std::optional<unsigned int> iTableAdaptor::findTagged(unsigned int from) const {
+    for (unsigned int row = from, size = getSize(); row < size; ++row)
+        if (getTag(row)) return row;
+    return std::nullopt;
 }
 
 void iTableAdaptor::setTag(unsigned int row, bool tagged) {

@@ -7,6 +7,7 @@
 #include "tables/table_column_description.h"
 
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,8 @@ public:
     static constexpr unsigned int mostRowHeights = 1U << 24;
     /// Whether a row is one of those that the user has picked. False here.
     virtual bool getTag(unsigned int row) const;
+    /// The first tagged row from a row on. Asks row by row here; adaptors of very many rows override it.
+    virtual std::optional<unsigned int> findTagged(unsigned int from) const;
     virtual bool isReadOnly(XY<int> const& cell) const;
     /// Nothing = the table's own font, as here.
     virtual std::optional<Glib::FontDesc> getFont(XY<int> const& cell) const;

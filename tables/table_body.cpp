@@ -13,6 +13,8 @@ TableBody::TableBody(TableWidget& table) : Pressable<Glob>(0, 0), table_(&table)
 
 bool TableBody::react(Event const& event) {
     TableWidget* const table = table_.get();
+    // What widgets in cells say is for the owner of the table.
+    if (table && table->parent() && isMessageEvent(event)) return table->parent()->react(event);
     if (!table || !table->isActive()) return Pressable<Glob>::react(event);
     if (mouse_wheel_event(event)) return table->wheel(event) || Pressable<Glob>::react(event);
     if (mouse_move_event(event) && !press().isHeld()) {

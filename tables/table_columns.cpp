@@ -8,7 +8,7 @@
 namespace wainscot {
 
 DataColumn::DataColumn(TableColumnDescription const& columnDescription) : description(columnDescription) {
-    width.width = description.width;
+    width.width = givenWidth = description.width;
     width.minWidth = description.minWidth;
     width.resizability = description.getResizability();
     width.fieldType = description.fieldType;
@@ -26,6 +26,7 @@ ColumnButton* TableColumn::makeButton() {
 
 TagColumn::TagColumn(TableColumnDescription const& columnDescription) : DataColumn(columnDescription) {
     width.setWidth(std::max<int>(width.width, UifStd::getButtonHeight()));
+    givenWidth = width.width;
     width.resizability = TableColumnDescription::fixedWidth;
     description.isEditable = false;
     description.isHideable = false;

@@ -22,6 +22,8 @@ public:
 
     TableColumnDescription description;
     ColumnWidth width;
+    /// Before the widths were computed; 0 = that of the texts.
+    unsigned short givenWidth = 0;
     HandlerRef<Glob> button;
 };
 

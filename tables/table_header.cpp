@@ -8,6 +8,8 @@
 #include "menus/model/menu_item.h"
 #include "tables/table_widget.h"
 
+#include <algorithm>
+
 namespace wainscot {
 
 namespace {
@@ -75,6 +77,17 @@ void TableHeader::clicked(ColumnButton& button, LightweightString<char> const& m
 
 // Widths
 
+ColumnButton* TableHeader::before(ColumnButton const& button) const {
+    TableWidget const* const table = table_.get();
+    int const view = viewColumnOf(button);
+    // The edge of a sticky column is no edge of what is scrolled under it.
+    if (!table || view <= 0 || view == table->columnOrder().numStickyViewColumns()) return nullptr;
+    int const data = table->columnOrder().viewToData(view - 1);
+    auto* const former =
+        dynamic_cast<ColumnButton*>(table->columns()[static_cast<std::size_t>(data)]->button.get());
+    return former && former->isResizeable_ ? former : nullptr;
+}
+
 void TableHeader::beginResize(ColumnButton& button) {
     TableWidget* const table = table_.get();
     int const column = table ? table->findColumn(&button) : -1;
@@ -105,20 +118,26 @@ void TableHeader::fit(ColumnButton& button) {
 
 // Places
 
-int TableHeader::targetAt(int x) const {
+/// Sticky columns stay among themselves, and so do the others.
+int TableHeader::targetAt(int x, int from) const {
     TableWidget const* const table = table_.get();
     if (!table) return -1;
     ColumnOrder const& order = table->columnOrder();
+    int const numSticky = order.numStickyViewColumns();
+    bool const isSticky = from < numSticky;
+    int const first = isSticky ? 0 : numSticky;
+    int const last = isSticky ? numSticky - 1 : order.numViewColumns() - 1;
     for (int view = 0; view < order.numViewColumns(); ++view) {
         int const left = table->leftOfColumn(view);
         auto const data = static_cast<std::size_t>(order.viewToData(view));
-        if (x >= left && x < left + table->columns()[data]->width.width) return view;
+        if (x >= left && x < left + table->columns()[data]->width.width) return std::clamp(view, first, last);
     }
-    return x < 0 ? 0 : order.numViewColumns() - 1;
+    return x < 0 ? first : last;
 }
 
-void TableHeader::moveTo(ColumnButton&, XY<int> const& place) {
-    int const target = targetAt(screenXYToGlobXY(place).x);
+void TableHeader::moveTo(ColumnButton& button, XY<int> const& place) {
+    dragged_ = viewColumnOf(button);
+    int const target = dragged_ < 0 ? -1 : targetAt(screenXYToGlobXY(place).x, dragged_);
     if (target == target_) return;
     target_ = target;
     makeDirty();
@@ -126,6 +145,7 @@ void TableHeader::moveTo(ColumnButton&, XY<int> const& place) {
 
 void TableHeader::endMove(ColumnButton& button, bool isTakenBack) {
     int const target = std::exchange(target_, -1);
+    dragged_ = -1;
     makeDirty();
     int const from = viewColumnOf(button);
     if (TableWidget* const table = table_.get(); table && !isTakenBack && target >= 0 && from >= 0)
@@ -166,7 +186,11 @@ void TableHeader::draw() {
     drawWidgets();
     TableWidget const* const table = table_.get();
     if (!table || target_ < 0) return;
-    int const left = table->leftOfColumn(target_) + box.x1;
+    // It goes behind a column to which it is dragged from the left.
+    auto const data = static_cast<std::size_t>(table->columnOrder().viewToData(target_));
+    bool const goesBehind = target_ > dragged_ && data < table->columns().size();
+    int const width = goesBehind ? table->columns()[data]->width.width - markThickness : 0;
+    int const left = table->leftOfColumn(target_) + width + box.x1;
     renderer.renderPrimitive(
         Glib::RectDescription({left, box.y1, left + markThickness, box.y2}, palette.mark(eMarkAccent)));
 }

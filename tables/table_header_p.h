@@ -22,6 +22,8 @@ public:
     void beginResize(ColumnButton& button);
     void endResize(ColumnButton& button, bool isTakenBack);
     void fit(ColumnButton& button);
+    /// The column before this one, where its edge can be dragged; null otherwise.
+    ColumnButton* before(ColumnButton const& button) const;
     /// The header is dragged with the pointer at a place in root coordinates.
     void moveTo(ColumnButton& button, XY<int> const& place);
     void endMove(ColumnButton& button, bool isTakenBack);
@@ -32,12 +34,13 @@ public:
 
 private:
     int viewColumnOf(ColumnButton const& button) const;
-    int targetAt(int x) const;
+    int targetAt(int x, int from) const;
 
     HandlerRef<TableWidget> table_;
     unsigned short widthBefore_ = 0;
     /// Where a dragged column would go; -1 = nowhere.
     int target_ = -1;
+    int dragged_ = -1;
 };
 
 } // namespace wainscot

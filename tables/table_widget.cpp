@@ -67,8 +67,8 @@ void TableWidget::setDataSource(iTableAdaptor* adaptor) {
     if (adaptor) adaptorLife_.emplace(adaptor->life_);
     current_ = {-1, -1};
     sortColumn_ = shownSortColumn_ = -1;
-    for (auto const& [cell, widget] : std::exchange(boundWidgets_, {}))
-        if (widget && life.alive()) destroy(widget.get());
+    for (auto const& [cell, bound] : std::exchange(boundWidgets_, {}))
+        if (bound.widget && life.alive()) destroy(bound.widget.get());
     if (!life.alive()) return;
     readRows();
     buildColumns(false);
@@ -122,6 +122,7 @@ void TableWidget::dataChanged(RowNotice const& notice) {
         noteIdentity();
         if (now != row) report(currentRowChanged);
     }
+    if (life.alive()) moveBoundWidgets(notice);
     if (life.alive()) layOut();
     if (life.alive()) describeChanged(DescriptionChange::children);
 }
@@ -144,12 +145,13 @@ void TableWidget::resetView() {
 
 // Current position
 
+std::uint64_t TableWidget::identityOf(int row) const {
+    if (!validRow(row)) return 0;
+    return ask([&] { return adaptor_->getRowIdentity(static_cast<unsigned int>(row)); }, std::uint64_t(0));
+}
+
 void TableWidget::noteIdentity() {
-    currentIdentity_ =
-        validRow(current_.y)
-            ? ask([&] { return adaptor_->getRowIdentity(static_cast<unsigned int>(current_.y)); },
-                  std::uint64_t(0))
-            : 0;
+    currentIdentity_ = identityOf(current_.y);
 }
 
 bool TableWidget::canBeCurrent(XY<int> const& position) const {
@@ -314,6 +316,7 @@ void TableWidget::reshape() {
     LifeGuard const life = guard();
     Focusable<StandardPanel>::reshape();
     if (life.alive()) layOut();
+    if (life.alive()) setupFirstWidths();
 }
 
 void TableWidget::layOut() {
@@ -399,13 +402,14 @@ bool TableWidget::bindWidgetToCell(Glob* widget, XY<int> const& cell) {
     LifeGuard const life = guard();
     LifeGuard const widgetLife = widget ? widget->guard() : life;
     auto const known = boundWidgets_.find(cell);
-    Glob* const former = known == boundWidgets_.end() ? nullptr : known->second.get();
+    Glob* const former = known == boundWidgets_.end() ? nullptr : known->second.widget.get();
     if (former && former == widget) return true;
     if (known != boundWidgets_.end()) boundWidgets_.erase(known);
     if (former) destroy(former);
     if (!life.alive() || !widgetLife.alive()) return false;
     if (!widget) return true;
-    boundWidgets_[cell] = HandlerRef<Glob>(widget);
+    boundWidgets_[cell] = {HandlerRef<Glob>(widget), identityOf(cell.y)};
+    if (!life.alive() || !widgetLife.alive()) return false;
     body_->addChild(widget, BottomLeft(0, 0));
     if (life.alive()) placeBoundWidgets();
     return widgetLife.alive();
@@ -413,7 +417,31 @@ bool TableWidget::bindWidgetToCell(Glob* widget, XY<int> const& cell) {
 
 Glob* TableWidget::getBoundWidget(XY<int> const& cell) const {
     auto const found = boundWidgets_.find(cell);
-    return found == boundWidgets_.end() ? nullptr : found->second.get();
+    return found == boundWidgets_.end() ? nullptr : found->second.widget.get();
+}
+
+/// They go with their rows; those of rows that have gone are destroyed.
+void TableWidget::moveBoundWidgets(RowNotice const& notice) {
+    bool const isReset = notice.kind == RowNotice::Kind::reset;
+    if (boundWidgets_.empty() || notice.kind == RowNotice::Kind::changed) return;
+    LifeGuard const life = guard();
+    std::vector<HandlerRef<Glob>> gone;
+    for (auto const& [cell, bound] : std::exchange(boundWidgets_, {})) {
+        auto const before = static_cast<unsigned int>(cell.y);
+        std::optional<unsigned int> row = isReset ? before : rowAfter(notice, before);
+        if (bound.identity != 0) {
+            auto const found =
+                ask([&] { return adaptor_->findRow(bound.identity); }, std::optional<unsigned int>());
+            bool const stays = row && identityOf(static_cast<int>(*row)) == bound.identity;
+            if (found || !stays) row = found;
+        }
+        if (!life.alive()) return;
+        XY<int> const now{cell.x, row ? static_cast<int>(*row) : -1};
+        if (bound.widget && (now.y < 0 || !boundWidgets_.emplace(now, bound).second))
+            gone.push_back(bound.widget);
+    }
+    for (HandlerRef<Glob> const& widget : gone)
+        if (life.alive() && widget) destroy(widget.get());
 }
 
 /// Those of cells out of sight are hidden.
@@ -421,8 +449,9 @@ void TableWidget::placeBoundWidgets() {
     if (boundWidgets_.empty() || !body_) return;
     LifeGuard const life = guard();
     auto const bound = boundWidgets_;
-    for (auto const& [cell, widget] : bound) {
+    for (auto const& [cell, entry] : bound) {
         if (!life.alive()) return;
+        HandlerRef<Glob> const& widget = entry.widget;
         Glob* const glob = widget.get();
         if (!glob) {
             boundWidgets_.erase(cell);

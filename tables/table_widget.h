@@ -48,6 +48,7 @@ public:
     static constexpr LightweightString<char> tagsChangedMsg{"MDCTagsChanged"};
     static constexpr LightweightString<char> currentRowDoubleClickedMsg{"MDCCurRowDoubleClicked"};
     static constexpr LightweightString<char> currentRowChangedMsg{"MDCCurRowChanged"};
+    static constexpr LightweightString<char> copyRefusedMsg{"MDCCopyRefused"};
     // What the widgets of cell editors send.
     static constexpr LightweightString<char> editReturnMsg{"WSEditReturn"};
     static constexpr LightweightString<char> editExitMsg{"WSEditExit"};
@@ -63,6 +64,7 @@ public:
         tagsChanged,
         currentRowDoubleClicked,
         currentRowChanged,
+        copyRefused,
     };
     static constexpr MessageInfo messageTable[] = {
         {"column order", MessageInfo::fixed, columnOrderChangedMsg.view(), MessageInfo::queued, 0,
@@ -82,6 +84,8 @@ public:
          "the current row was clicked twice"},
         {"current row", MessageInfo::fixed, currentRowChangedMsg.view(), MessageInfo::queued, 0,
          "another row is current"},
+        {"copy refused", MessageInfo::fixed, copyRefusedMsg.view(), MessageInfo::queued, 0,
+         "Ctrl+C on more rows than can be copied"},
     };
 
     enum KeyAction { pressReturn, tagEverything, toggleTag, copyRows };
@@ -344,6 +348,7 @@ private:
     class Reading;
     ColumnMetrics metrics() const;
     std::vector<ColumnWidth> widthsForSizing();
+    void setupFirstWidths();
     void takeWidths(std::vector<ColumnWidth> const& widths);
     int widestText(std::size_t dataColumn) const;
     void determineColumnVisibility();
@@ -357,6 +362,8 @@ private:
     Mark focusMark() const;
     void scrolled(std::int64_t way = 0, Mark before = Mark::none);
     void placeBoundWidgets();
+    void moveBoundWidgets(RowNotice const& notice);
+    std::uint64_t identityOf(int row) const;
     /// Where a row lies on the body; far away for what is far out of sight.
     IntBox rowBox(unsigned int row) const;
     IntBox bodyBoxOf(XY<int> const& position) const;
@@ -373,10 +380,12 @@ private:
     }
     bool isTagged(unsigned int row) const;
     bool showsTags() const { return (tagFlags_ & TableTagFlag::useRows) != 0; }
+    bool giveTags(std::map<unsigned int, bool> const& tags, std::set<unsigned short>& columns, bool byUser);
     void clickTag(unsigned int row, std::uint32_t modifiers);
     void tagRange(int from, int to);
     void tagCurrentOnDemand();
     bool tagAllAtOnce();
+    bool untagManyAtOnce(TagRules::Click const& click);
     void forgetRange() { rangeFrom_ = rangeTo_ = -1; }
     void scrollWhileDragging();
     void dragOverRows();
@@ -401,7 +410,12 @@ private:
     TableBody* body_ = nullptr;
     HandlerRef<Glob> verticalBar_;
     HandlerRef<Glob> horizontalBar_;
-    std::map<XY<int>, HandlerRef<Glob>, CellLess> boundWidgets_;
+    struct Bound {
+        HandlerRef<Glob> widget;
+        /// Of the row; 0 = none.
+        std::uint64_t identity = 0;
+    };
+    std::map<XY<int>, Bound, CellLess> boundWidgets_;
     std::map<int, Qv::Ptr<iCellEditor>> editors_;
     Qv::Ptr<iCellEditor> editor_;
     HandlerRef<Glob> editingWidget_;
@@ -429,6 +443,9 @@ private:
     bool isReading_ = false;
     /// Changes with the columns: who has asked the adaptor sees that they are others.
     unsigned int columnsNumber_ = 0;
+    /// The widths are those of the adaptor, for this width of the view; nobody has seen or changed them.
+    bool hasFirstWidths_ = false;
+    int widthsFor_ = -1;
     bool editingEnabled_ = false;
     bool rowSwapping_ = false;
     bool isDragging_ = false;

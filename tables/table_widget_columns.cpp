@@ -54,6 +54,7 @@ void TableWidget::buildColumns(bool keepsWidths) {
     // Which bars there are decides how wide the columns can be.
     if (life.alive()) layOut();
     if (life.alive()) setupColumnWidths(false);
+    hasFirstWidths_ = life.alive() && !keepsWidths;
     if (life.alive()) describeChanged(DescriptionChange::children);
 }
 
@@ -98,12 +99,23 @@ std::vector<ColumnWidth> TableWidget::widthsForSizing() {
 /// They are those of other columns when the adaptor has changed them meanwhile.
 void TableWidget::takeWidths(std::vector<ColumnWidth> const& widths) {
     if (widths.size() != columns_.size()) return;
+    widthsFor_ = visibleWidth();
     for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i]->width = widths[i];
     determineColumnVisibility();
 }
 
+/// Before it is first seen the table may still get the size that it will have.
+void TableWidget::setupFirstWidths() {
+    if (!hasFirstWidths_ || visibleWidth() == widthsFor_) return;
+    for (auto const& column : columns_) column->width.width = column->givenWidth;
+    LifeGuard const life = guard();
+    setupColumnWidths(false);
+    hasFirstWidths_ = life.alive();
+}
+
 void TableWidget::setupColumnWidths(bool force) {
     DispatchScope const scope;
+    hasFirstWidths_ = false;
     std::vector<ColumnWidth> widths = widthsForSizing();
     ColumnWidths(widths, order_.viewColumns(), metrics())
         .setupColumnWidths(
@@ -114,6 +126,7 @@ void TableWidget::setupColumnWidths(bool force) {
 
 void TableWidget::stretchColumnsToFit() {
     DispatchScope const scope;
+    hasFirstWidths_ = false;
     std::vector<ColumnWidth> widths = widthsForSizing();
     ColumnWidths(widths, order_.viewColumns(), metrics()).stretchColumnsToFit(visibleWidth());
     takeWidths(widths);
@@ -148,6 +161,7 @@ void TableWidget::resizeColumn(unsigned short dataColumn, double width) {
     if (dataColumn >= columns_.size() || std::isnan(width)) return;
     ColumnWidth& column = columns_[dataColumn]->width;
     unsigned short const before = column.width;
+    hasFirstWidths_ = false;
     column.setWidth(static_cast<std::int64_t>(std::clamp(width, 0.0, 65535.0)));
     if (column.width != before) layOut();
 }
@@ -244,6 +258,7 @@ bool TableWidget::restoreColumns(std::string_view text) {
         ++numSticky;
     if (!order_.restore(text, std::move(identifiers), widths, numSticky)) return false;
     for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i]->width.setWidth(widths[i]);
+    hasFirstWidths_ = false;
     columnsChanged();
     return true;
 }

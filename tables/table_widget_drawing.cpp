@@ -89,6 +89,7 @@ void TableWidget::drawCells(Glob& body) {
     Palette const& palette = getPalette();
     XY<int> const origin = area.bottomLeft();
     paintFont_ = Glib::loadFont(getFont());
+    hasFirstWidths_ = false;
     RowHeights::Visible const rows = getVisibleRows();
     auto const end =
         std::min(static_cast<unsigned int>(std::ceil(std::max(rows.last, 0.0))), heights_.count());

@@ -21,8 +21,12 @@ constexpr int handled = 1;
 constexpr int wheelLines = 3;
 /// How often it scrolls while the pointer is held beyond the rows, in milliseconds.
 constexpr double scrollInterval = 50;
-/// Rows beyond are not searched for typed letters.
-constexpr unsigned int mostSearched = 100'000;
+/// So many rows are searched for typed letters.
+constexpr unsigned int mostSearched = 20'000;
+/// Characters that are copied at once.
+constexpr std::size_t mostCopied = 1'000'000;
+/// So many tags are worth a call for all of them.
+constexpr int manyTags = 100;
 
 } // namespace
 
@@ -188,11 +192,17 @@ void TableWidget::setTagFlags(unsigned int flags) {
 
 void TableWidget::setTags(std::map<unsigned int, bool> const& tags, std::set<unsigned short>& columns,
                           bool byUser) {
-    if (tags.empty() || !adaptor_) return;
+    giveTags(tags, columns, byUser);
+}
+
+/// False when the adaptor has failed.
+bool TableWidget::giveTags(std::map<unsigned int, bool> const& tags, std::set<unsigned short>& columns,
+                           bool byUser) {
+    if (tags.empty() || !adaptor_) return false;
     DispatchScope const scope;
     LifeGuard const life = guard();
-    tellAdaptor([&] { adaptor_->setTags(tags, byUser); });
-    if (!life.alive()) return;
+    bool const isDone = ask([&] { return adaptor_->setTags(tags, byUser), true; }, false);
+    if (!life.alive()) return isDone;
     // Rows in sight are looked up, so that a million tags cost no more.
     RowHeights::Visible const rows = getVisibleRows();
     for (auto changed = tags.lower_bound(static_cast<unsigned int>(std::max(rows.first, 0.0)));
@@ -201,25 +211,49 @@ void TableWidget::setTags(std::map<unsigned int, bool> const& tags, std::set<uns
         for (unsigned short const column : columns) drawField({column, static_cast<int>(changed->first)});
     }
     describeChanged(DescriptionChange::selection);
+    return isDone;
 }
 
 void TableWidget::handleTagColumnClick(unsigned int row) {
     clickTag(row, currentModifiers());
 }
 
+/// Many tags give way to one without a list of them, where the adaptor can do that.
+bool TableWidget::untagManyAtOnce(TagRules::Click const& click) {
+    bool const isMulti = (tagFlags_ & TableTagFlag::allowMulti) != 0;
+    bool const isAlone = (tagFlags_ & TableTagFlag::windowsStyle) != 0 && !click.shift && !click.ctrl;
+    if (click.row >= heights_.count() || (isMulti && !isAlone)) return false;
+    unsigned int from = 0;
+    for (int i = 0; i < manyTags; ++i) {
+        auto const next = ask([&] { return adaptor_->findTagged(from); }, std::optional<unsigned int>());
+        if (!next) return false;
+        from = *next + 1;
+    }
+    return ask([&] { return adaptor_->setAllTags(false); }, false);
+}
+
 void TableWidget::clickTag(unsigned int row, std::uint32_t modifiers) {
     TagRules::Click const click{row, (modifiers & Key::shift) != 0, (modifiers & Key::ctrl) != 0};
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    if (untagManyAtOnce(click) && life.alive()) drawRows();
+    if (!life.alive()) return;
+    auto const find = [this](unsigned int from) {
+        return ask([&] { return adaptor_->findTagged(from); }, std::optional<unsigned int>());
+    };
     auto const tags = ask(
         [&] {
-            return TagRules::tagsAfterClick(click, tagFlags_, heights_.count(),
-                                            [this](unsigned int asked) { return isTagged(asked); });
+            return TagRules::tagsAfterClick(
+                click, tagFlags_, heights_.count(), [this](unsigned int asked) { return isTagged(asked); },
+                find);
         },
         TagRules::Tags());
-    if (tags.empty()) return;
-    LifeGuard const life = guard();
+    if (!life.alive() || tags.empty()) return;
+    // A click on the only tagged row changes nothing.
+    bool const isSame = tags.size() == 1 && isTagged(tags.begin()->first) == tags.begin()->second;
+    if (!life.alive() || isSame) return;
     std::set<unsigned short> all;
-    setTags(tags, all, true);
-    if (life.alive()) report(tagsChanged);
+    if (giveTags(tags, all, true) && life.alive()) report(tagsChanged);
 }
 
 /// The rows from one to another are tagged; those that were tagged by the same movement before are not.
@@ -370,15 +404,20 @@ bool TableWidget::performKey(KeyAction action) {
     return false;
 }
 
-/// The columns as they are shown, with tabs between them.
+/// The columns as they are shown, with tabs between them. More than other programs would take, or than the
+/// user would wait for, is not copied.
 void TableWidget::copy() {
-    bool const hasTags = tagFlags_ != 0 && ask([&] { return adaptor_->anyTagged(); }, false);
+    auto const next = [this](unsigned int from) {
+        return ask([&] { return adaptor_->findTagged(from); }, std::optional<unsigned int>());
+    };
+    std::optional<unsigned int> copied = tagFlags_ != 0 ? next(0) : std::nullopt;
+    bool const hasTags = copied.has_value();
+    if (!hasTags && validRow(current_.y)) copied = static_cast<unsigned int>(current_.y);
     std::wstring text;
     std::vector<int> const columns(order_.viewColumns().begin(), order_.viewColumns().end());
     unsigned int const count = heights_.count();
-    for (unsigned int row = 0; row < count; ++row) {
-        bool const isCopied = hasTags ? isTagged(row) : static_cast<int>(row) == current_.y;
-        if (!isCopied) continue;
+    for (; copied && *copied < count; copied = hasTags ? next(*copied + 1) : std::nullopt) {
+        unsigned int const row = *copied;
         if (!text.empty()) text += L'\n';
         bool isFirst = true;
         for (int const data : columns) {
@@ -391,11 +430,12 @@ void TableWidget::copy() {
                 Text());
             text.append(cell.view());
         }
+        if (text.size() > mostCopied) return report(copyRefused);
     }
     if (!text.empty()) WindowsClipboard::addText(Text(text));
 }
 
-/// In the current column.
+/// In the current column, from the current row on.
 bool TableWidget::typeAhead(std::uint32_t key) {
     if (!validViewColumn(std::max(current_.x, 0)) || !typed_.take(key)) return false;
     int const view = std::max(current_.x, 0);
@@ -403,9 +443,10 @@ bool TableWidget::typeAhead(std::uint32_t key) {
     auto const textOf = [&](int row) {
         return ask([&] { return adaptor_->getFieldText({data, row}); }, Text());
     };
-    int const searched = static_cast<int>(std::min(heights_.count(), mostSearched));
+    unsigned int searched = 0;
     int const found = typed_.find(
-        searched, current_.y, [&](int row) { return typed_.matches(textOf(row)); },
+        static_cast<int>(heights_.count()), current_.y,
+        [&](int row) { return ++searched <= mostSearched && typed_.matches(textOf(row)); },
         [&](int row) { return typed_.isAll(textOf(row)); });
     if (found >= 0) moveByKey(0, {view, found});
     return true;

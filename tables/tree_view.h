@@ -322,7 +322,8 @@ private:
     void layOut();
     void showBars();
     bool showsBars() const;
-    void scrolled(std::int64_t way = 0);
+    void scrolled(std::int64_t way = 0, bool keepsMark = true);
+    bool marksRow() const;
     void handleScrollBar(ScrollBar& bar, LightweightString<char> const& name);
     void takeWidth(int width);
     void drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int row, TreeRows::Row const& data);

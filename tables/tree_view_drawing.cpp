@@ -189,8 +189,10 @@ void TreeView::setWindowTop(std::int64_t top) {
     std::int64_t const wanted = std::clamp<std::int64_t>(top, 0, most);
     std::int64_t const way = wanted - windowTop_;
     if (way == 0) return;
+    bool const hasMark = glib_showsKbdFocus(this);
+    bool const markedRow = marksRow();
     windowTop_ = wanted;
-    scrolled(way);
+    scrolled(way, !hasMark || (markedRow && marksRow()));
 }
 
 void TreeView::setWindowLeft(int left) {
@@ -201,18 +203,22 @@ void TreeView::setWindowLeft(int left) {
 }
 
 /// `way` is how far the rows have moved upwards, where nothing else has changed.
-void TreeView::scrolled(std::int64_t way) {
+void TreeView::scrolled(std::int64_t way, bool keepsMark) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     // What lies over the rows does not move with them.
-    bool const isPlain =
-        !isEditing() && drop_.kind == Drop::none && !(glib_showsKbdFocus(this) && current_ < 0);
+    bool const isPlain = !isEditing() && drop_.kind == Drop::none && keepsMark;
     bool const isMoved = way != 0 && std::abs(way) < visibleHeight() && body_ && isPlain &&
                          scrollPixels(*body_, body_->bounds(), {0, static_cast<int>(way)});
     showBars();
     if (!life.alive()) return;
     placeNameBox();
     if (!isMoved) damageRows();
+}
+
+/// Whether the mark of the focus is on a row, and moves with it.
+bool TreeView::marksRow() const {
+    return current_ >= 0 && isVisible(static_cast<unsigned int>(current_));
 }
 
 void TreeView::showBars() {
@@ -295,9 +301,7 @@ void TreeView::drawRows(Glob& body) {
         indicateAcceptability(renderer, rowBox(static_cast<unsigned int>(drop_.row)).translated(origin),
                               drop_.kind == Drop::beforeRow);
     if (!glib_showsKbdFocus(this)) return;
-    bool const isOnRow = current_ >= 0 && isVisible(static_cast<unsigned int>(current_));
-    IntBox const marked =
-        isOnRow ? rowBox(static_cast<unsigned int>(current_)).intersection(body.bounds()) : body.bounds();
+    IntBox const marked = marksRow() ? rowBox(static_cast<unsigned int>(current_)) : body.bounds();
     ControlLook::drawFocusMark(renderer, marked.translated(origin), palette, 0);
 }
 

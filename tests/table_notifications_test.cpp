@@ -10,13 +10,16 @@ namespace {
 /// Holds nothing; the tables ask it for ever.
 class Plain final : public iTableAdaptor {
 public:
-    Text getFieldText(XY<int> const& cell) const override { return Qv::WStringFromInteger(cell.y); }
+    Text getFieldText(XY<int> const& cell) const override {
+        return length > 0 ? Text(length, L'x') : Qv::WStringFromInteger(cell.y);
+    }
     unsigned int getSize() const override { return 5; }
     std::vector<TableColumnDescription> getColumnDefinitions() const override {
         std::vector<TableColumnDescription> columns{{L"A", "a"}, {L"B", "b"}};
         for (TableColumnDescription& column : columns) column.width = 60;
         return columns;
     }
+    std::size_t length = 0;
 };
 
 /// Has always been changed.
@@ -100,8 +103,15 @@ TEST_F(TableNotifications, OfTables) {
           }},
          {"double click", "MDCCurRowDoubleClicked",
           [&] { driver_.doubleClick(driver_.findItem(Role::row, L"2")); }},
-         {"current row", "MDCCurRowChanged", [&] { driver_.clickAt(placeOf(0, 2)); }}},
+         {"current row", "MDCCurRowChanged", [&] { driver_.clickAt(placeOf(0, 2)); }},
+         {"copy refused", "MDCCopyRefused",
+          [&] {
+              setCurrent();
+              plain_.length = 600'000;
+              driver_.key(Key::ctrl | 'C');
+          }}},
         [&] {
+            plain_.length = 0;
             TableWidget::InitArgs args(140, 150);
             args.adaptor = &plain_;
             return new TableWidget(args);

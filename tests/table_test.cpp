@@ -400,6 +400,9 @@ TEST_F(Tables, HeadersSortMoveAndSizeColumns) {
     EXPECT_EQ(table->getColumnWidth(0), 90);
     dragFrom(header(L"C0"), {88, 12}, 30, true);
     EXPECT_EQ(table->getColumnWidth(0), 90);
+    dragFrom(header(L"C1"), {1, 12}, 10);
+    EXPECT_EQ(table->getColumnWidth(0), 100) << "an edge has two sides";
+    dragFrom(header(L"C1"), {1, 12}, -10);
     dragFrom(header(L"C0"), {20, 12}, 130);
     EXPECT_EQ(table->viewToData(XY<int>(0, 0)).x, 1);
     EXPECT_EQ(told(), "MDCColOrder");
@@ -458,6 +461,14 @@ TEST_F(Tables, WidgetsAndEditorsLieOverCells) {
     EXPECT_TRUE(table->bindWidgetToCell(button, {1, 3}));
     EXPECT_EQ(button->screenBox().translated(XY<int>() - table->screenBox().bottomLeft()),
               table->getCellArea({1, 3}));
+    // It goes with its row, and what it says reaches the owner.
+    driver_.click(Driver::Target(button));
+    EXPECT_THAT(told(), testing::HasSubstr("b"));
+    std::swap(cells.order[3], cells.order[6]);
+    table->dataChanged();
+    EXPECT_EQ(table->getBoundWidget({1, 6}), button);
+    std::swap(cells.order[3], cells.order[6]);
+    table->dataChanged();
     table->setWindowTop(50 * line);
     EXPECT_FALSE(button->isVisible());
     table->setWindowTop(0);

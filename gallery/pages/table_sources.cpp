@@ -25,6 +25,7 @@ constexpr int framesPerSecond = 25;
 constexpr unsigned int scatter = 7919;
 constexpr unsigned int numLevels = 997;
 constexpr unsigned int numSizes = 99991;
+constexpr unsigned int fewTags = 500;
 
 constexpr std::array labels{L"Interview", L"Titles", L"Music", L"Effects"};
 
@@ -129,6 +130,17 @@ void ClipBin::setTags(std::map<unsigned int, bool> const& tags, bool) {
     std::map<unsigned int, bool> ofClips;
     for (auto const& [row, isTagged] : tags) ofClips[clipOf(static_cast<int>(row))] = isTagged;
     takeTags(tags_, ofClips);
+}
+
+std::optional<unsigned int> ClipBin::findTagged(unsigned int from) const {
+    // Many are found soon, row by row; of few the next one is sought.
+    if (tags_.count() > fewTags) return iTableAdaptor::findTagged(from);
+    std::optional<unsigned int> next;
+    for (RowRange const range : tags_.ranges())
+        for (unsigned int clip = range.first; clip < range.end; ++clip)
+            if (auto const row = order_.viewRow(clip); row && *row >= from && (!next || *row < *next))
+                next = row;
+    return next;
 }
 
 bool ClipBin::setAllTags(bool tagged) {

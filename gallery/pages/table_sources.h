@@ -23,6 +23,7 @@ public:
     bool getTag(unsigned int row) const override;
     void setTags(std::map<unsigned int, bool> const& tags, bool byUser) override;
     bool setAllTags(bool tagged) override;
+    std::optional<unsigned int> findTagged(unsigned int from) const override;
     unsigned int getNumTagged() const override { return tags_.count(); }
     bool drawField(CellContext& context) override;
     void sort(LightweightString<char> const& column, bool reversed) override;

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace wainscot {
 
@@ -27,6 +28,8 @@ namespace TagRules {
 
 using Tags = std::map<unsigned int, bool>;
 using GetTag = std::function<bool(unsigned int row)>;
+/// The first tagged row from a row on.
+using FindTagged = std::function<std::optional<unsigned int>(unsigned int row)>;
 
 struct Click {
     unsigned int row = 0;
@@ -34,9 +37,10 @@ struct Click {
     bool ctrl = false;
 };
 
-/// A click on the tag column. `flags` are those of `TableTagFlag`. Empty when there is no such row.
+/// A click on the tag column. `flags` are those of `TableTagFlag`. Empty when there is no such row. Without
+/// `findTagged` each row is asked.
 WAINSCOT_API Tags tagsAfterClick(Click const& click, unsigned int flags, unsigned int numRows,
-                                 GetTag const& getTag);
+                                 GetTag const& getTag, FindTagged const& findTagged = {});
 
 struct AllTagged {
     /// Empty without rows.
