@@ -25,8 +25,8 @@ constexpr int wheelLines = 3;
 /// while it is near their edge, in milliseconds.
 constexpr double hoverDelay = 700;
 constexpr double scrollInterval = 60;
-/// Rows beyond are not searched for typed letters.
-constexpr unsigned int mostSearched = 100'000;
+/// So many rows are searched for typed letters.
+constexpr unsigned int mostSearched = 20'000;
 
 } // namespace
 
@@ -360,9 +360,10 @@ bool TreeView::handleTextTyped(std::uint32_t key) {
     auto const textAt = [&](int row) {
         return life.alive() ? textOf(rows_.at(static_cast<unsigned int>(row)).item) : Text();
     };
-    int const searched = static_cast<int>(std::min(numRows(), mostSearched));
+    unsigned int searched = 0;
     int const found = typed_.find(
-        searched, current_, [&](int row) { return life.alive() && typed_.matches(textAt(row)); },
+        static_cast<int>(std::min(numRows(), maxRows)), current_,
+        [&](int row) { return ++searched <= mostSearched && life.alive() && typed_.matches(textAt(row)); },
         [&](int row) { return life.alive() && typed_.isAll(textAt(row)); });
     if (life.alive() && found >= 0) moveTo(static_cast<unsigned int>(found), 0);
     return true;
