@@ -7,6 +7,7 @@
 #include <tabs_examples.h>
 #include <text_entry_examples.h>
 #include <text_lines_examples.h>
+#include <tree_examples.h>
 #include <value_box_examples.h>
 
 namespace wainscot {
@@ -128,6 +129,18 @@ TEST_F(OwnershipGuide, ATableShowsItsTakes) {
     driver_.key(Key::shift | Key::down);
     EXPECT_EQ(takes.getNumTagged(), 2U);
     destroy(table);
+}
+
+/// What docs/tree.md shows.
+TEST_F(OwnershipGuide, ATreeShowsItsScenes) {
+    Scenes scenes;
+    TreeView::InitArgs args(200, 150);
+    args.adaptor = &scenes;
+    auto* const tree = show(new TreeView(args));
+    driver_.click(driver_.findItem(Role::treeItem, L"Night"));
+    driver_.key(Key::right);
+    EXPECT_EQ(tree->findItem(L"Night, close"), 3);
+    destroy(tree);
 }
 
 /// What docs/tabs.md shows.

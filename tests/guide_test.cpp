@@ -12,6 +12,7 @@
 #include "menus/drop_down_menu_button.h"
 #include "menus/menu_button_group.h"
 #include "tables/table_widget.h"
+#include "tables/tree_view.h"
 #include "text/multi_line_text_box.h"
 #include "text/numeric_text_box.h"
 #include "text/vari_box.h"
@@ -141,6 +142,8 @@ TEST(Guides, TellTheKeysAndMessagesThatThereAre) {
     expectMessages("table.md", TableWidget::messageTable);
     expectKeys("table.md", TableWidget::keyTable);
     expectKeys("table.md", TableKeys::keyTable);
+    expectMessages("tree.md", TreeView::messageTable);
+    expectKeys("tree.md", TreeView::keyTable);
     expectMessages("tabs.md", TabbedDialogue::messageTable);
     expectMessages("tabs.md", LazyTabbedDialogue::messageTable);
     expectMessages("tabs.md", Tab::messageTable);
