@@ -216,9 +216,11 @@ class Chain final : public TreeSource {
 public:
     explicit Chain(bool isCycle = false) : isCycle_(isCycle) {}
     Children listChildren(TreeItem const* parent) override {
-        if (auto const act = onList) act();
         int const depth = parent ? std::atoi(toUTF8(parent->name).c_str()) + 1 : 0;
-        return {{{isCycle_ && depth > 0 ? Text(L"1") : Qv::WStringFromInteger(depth), TreeItem::branch}}};
+        Text const name = isCycle_ && depth > 0 ? Text(L"1") : Qv::WStringFromInteger(depth);
+        // It may be its end.
+        if (auto const act = onList) act();
+        return {{{name, TreeItem::branch}}};
     }
     std::function<void()> onList;
 
