@@ -55,14 +55,17 @@ bool MenuGlob::openMenu(XY<int> const& place, Event const* event) {
     return opened != nullptr;
 }
 
-/// Keys open it at the middle of the object, the pointer at its place.
+XY<int> MenuGlob::menuPlaceForKeys() const {
+    // Where the user is writing.
+    auto const caret = textCaret();
+    return caret ? caret->bottomLeft() : bounds().centre();
+}
+
 bool MenuGlob::opensMenu(Event const& event, XY<int>& place) const {
     place = event.place();
     if (mouse_down_event(event) && mouse_right_event(event)) return isPlainEvent(event);
     if (!isKeyPressEvent(event) || event.isRepeat()) return false;
-    // By keys it opens where the user is writing.
-    auto const caret = textCaret();
-    place = caret ? globXYToScreenXY(caret->bottomLeft()) : screenBox().centre();
+    place = globXYToScreenXY(menuPlaceForKeys());
     return event.keyCode() == Key::menu || event.keyCode() == (Key::shift | Key::f10);
 }
 

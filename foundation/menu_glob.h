@@ -32,6 +32,10 @@ public:
 
     bool react(Event const& event) override;
 
+protected:
+    /// Where keys open the menu, in its own coordinates: at the caret, or in the middle, here.
+    virtual XY<int> menuPlaceForKeys() const;
+
 private:
     bool opensMenu(Event const& event, XY<int>& place) const;
 

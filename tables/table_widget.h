@@ -309,6 +309,8 @@ protected:
     virtual void drawCellBackground(iTableAdaptor::CellContext& cell);
     virtual void drawCellText(iTableAdaptor::CellContext& cell);
     virtual void positionEditingWidget();
+    /// Below the current cell.
+    XY<int> menuPlaceForKeys() const override;
 
 private:
     struct CellLess {

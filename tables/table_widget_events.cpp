@@ -327,6 +327,12 @@ void TableWidget::invertTags() {
 
 // Keys
 
+XY<int> TableWidget::menuPlaceForKeys() const {
+    IntBox const cell = getCellArea(current_);
+    bool const isSeen = body_ && !cell.intersection(body_->box()).isEmpty();
+    return isSeen ? cell.bottomLeft() : Focusable<StandardPanel>::menuPlaceForKeys();
+}
+
 bool TableWidget::isEditable(XY<int> const& position) const {
     XY<int> const cell = viewToData(position);
     if (!editingEnabled_ || !validDataPos(cell)) return false;

@@ -285,6 +285,8 @@ protected:
     virtual void informListeners(eEventType type);
     /// The mark that shows where a dragged item would go: on a row, or before it.
     virtual void indicateAcceptability(CanvasRenderer& renderer, IntBox const& row, bool isBefore);
+    /// Below the text of the row at which the keys are.
+    XY<int> menuPlaceForKeys() const override;
     /// Letters are typed to find an item by the text that is shown.
     virtual bool handleTextTyped(std::uint32_t key);
 

@@ -52,7 +52,11 @@ bool TreeView::pressAt(Event const& event) {
         if (selectRow(number) && life.alive() && !isTaken) pick(number, 0);
         return false;
     }
-    if (isOnExpander) return toggleBranchExpansion(number), true;
+    if (isOnExpander) {
+        if (current_ < 0) current_ = row;
+        toggleBranchExpansion(number);
+        return true;
+    }
     std::uint32_t const modifiers = getModifier(event);
     bool const isPlain = (modifiers & (Key::shift | Key::ctrl)) == 0;
     pressedRow_ = row;
@@ -264,9 +268,12 @@ void TreeView::scrollWhileDragging() {
 int TreeView::handleKeyboardEvent(int keyCode) {
     auto const key = static_cast<std::uint32_t>(keyCode);
     DispatchScope const scope;
-    auto const action = actionFor(keyTable, key);
+    // Signs may need Shift, and are on the number pad as well.
+    std::uint32_t const sign = key & ~(Key::shift | Key::keypad);
+    bool const isSign = sign == '*' || sign == '+' || sign == '-';
+    auto const action = actionFor(keyTable, isSign ? sign : key);
     // In the middle of a name these are letters.
-    bool const isTyped = !typed_.isEmpty() && (key == Key::space || key == '*' || key == '+' || key == '-');
+    bool const isTyped = !typed_.isEmpty() && (key == Key::space || isSign);
     if (action && !isTyped) {
         typed_.forget();
         return performKey(*action, key) ? handled : unhandled;
@@ -370,6 +377,12 @@ bool TreeView::handleTextTyped(std::uint32_t key) {
 }
 
 // Menus and messages
+
+XY<int> TreeView::menuPlaceForKeys() const {
+    bool const isSeen = current_ >= 0 && isVisible(static_cast<unsigned int>(current_));
+    if (!isSeen) return Focusable<StandardPanel>::menuPlaceForKeys();
+    return getItemBounds(static_cast<unsigned int>(current_), eLabelBounds).bottomLeft();
+}
 
 void TreeView::reviewMenu(Event const*) {
     clearMenu();

@@ -177,7 +177,7 @@ TEST_F(Trees, KeysGoEverywhere) {
     keys({Key::right, Key::right});
     EXPECT_EQ(selected(), "a1");
     EXPECT_EQ(events(), "1 11 1 ");
-    keys({Key::down, '*', Key::end});
+    keys({Key::down, Key::shift | '*', Key::end});
     EXPECT_EQ(rows(), "a a1 a2 a21 a22 a3 b c d e f ");
     EXPECT_EQ(selected(), "f");
     keys({Key::home, Key::pageDown});
