@@ -25,12 +25,7 @@ TableWidget::TableWidget(InitArgs const& args)
     addWidget(body_, 0, 0);
     addWidget(header_, 0, 0);
     header_->setVisible((styleFlags_ & hidesHeader) == 0);
-    for (Orientation const lie : {eVertical, eHorizontal}) {
-        auto* const bar = new ScrollBar(ScrollBar::InitArgs(lie, 0));
-        (lie == eVertical ? verticalBar_ : horizontalBar_) = HandlerRef<Glob>(bar);
-        addWidget(bar, 0, 0);
-        bar->setControls(body_);
-    }
+    bars_.make(*this, *body_);
     TableWidget::init(args.initValue);
     TableWidget::reshape();
     if (args.adaptor) TableWidget::setDataSource(args.adaptor);
@@ -325,31 +320,18 @@ void TableWidget::layOut() {
     DispatchScope const scope;
     LifeGuard const life = guard();
     IntBox const area = getUserArea();
-    int const thickness = ScrollBar::thickness();
     int const top = (styleFlags_ & hidesHeader) != 0 ? 0 : UifStd::getButtonHeight();
     lefts_.assign(1, 0);
     for (int const data : order_.viewColumns())
         lefts_.push_back(lefts_.back() + columns_[static_cast<std::size_t>(data)]->width.width);
-    // Each bar takes room that may make the other one necessary.
     int const wide = totalColumnWidth();
-    bool needsHorizontal = wide > area.width();
-    bool const needsVertical = heights_.total() > area.height() - top - (needsHorizontal ? thickness : 0);
-    needsHorizontal = wide > area.width() - (needsVertical ? thickness : 0);
-    IntBox const cells{area.x1, area.y1 + (needsHorizontal ? thickness : 0),
-                       std::max(area.x1, area.x2 - (needsVertical ? thickness : 0)),
-                       std::max(area.y1, area.y2 - top)};
-    int const inset = insetsHeader() ? thickness + UifStd::getIndentWidth() : 0;
-    reshapeWidgetAt(body_, cells.bottomLeft(), {cells.width(), std::max(cells.height(), 0)});
+    IntBox const below{area.x1, area.y1, area.x2, std::max(area.y1, area.y2 - top)};
+    auto const display = showsBars() ? RowBars::Display::whereNeeded : RowBars::Display::hidden;
+    IntBox const cells = bars_.place(*this, below, {heights_.total(), wide}, display);
+    int const inset = insetsHeader() ? ScrollBar::thickness() + UifStd::getIndentWidth() : 0;
+    if (life.alive()) reshapeWidgetAt(body_, cells.bottomLeft(), cells.size());
     if (life.alive())
         reshapeWidgetAt(header_, {area.x1, area.y2 - top}, {std::max(area.width() - inset, 0), top});
-    if (Glob* const bar = life.alive() ? verticalBar_.get() : nullptr) {
-        reshapeWidgetAt(bar, {cells.x2, cells.y1}, {thickness, std::max(cells.height(), 0)});
-        bar->setVisible(needsVertical && showsBars());
-    }
-    if (Glob* const bar = life.alive() ? horizontalBar_.get() : nullptr) {
-        reshapeWidgetAt(bar, {area.x1, area.y1}, {cells.width(), thickness});
-        bar->setVisible(needsHorizontal && showsBars());
-    }
     if (!life.alive()) return;
     isLayingOut_ = false;
     std::int64_t const most = std::max<std::int64_t>(heights_.total() - visibleHeight(), 0);
@@ -369,29 +351,13 @@ void TableWidget::handleMouseContainment(bool inside) {
     if (life.alive() && (styleFlags_ & barsUnderPointer) != 0) layOut();
 }
 
-void TableWidget::showBars() {
-    auto const show = [](Glob* glob, double position, double size) {
-        ThumbSettings thumb{position, std::clamp(size, 0.0, 1.0)};
-        if (auto* const bar = static_cast<ScrollBar*>(glob)) bar->setNewWidgetValue(thumb, eRedrawYes);
-    };
-    auto const total = static_cast<double>(heights_.total());
-    if (total > 0) show(verticalBar_.get(), static_cast<double>(windowTop_) / total, visibleHeight() / total);
-    if (int const wide = totalColumnWidth(); wide > 0)
-        show(horizontalBar_.get(), double(windowLeft_) / wide, double(visibleWidth()) / wide);
-}
-
-void TableWidget::handleScrollBar(ScrollBar& bar, LightweightString<char> const& name) {
-    bool const isVertical = bar.isVertical();
-    int const step = name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg ? -1
-                     : name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg
-                         ? 1
-                         : 0;
-    if (isVertical && step != 0) return scroll(step);
-    if (step != 0) return setWindowLeft(windowLeft_ + step * UifStd::getButtonHeight());
-    if (isVertical)
-        setWindowTop(std::llround(bar.getThumbPos() * static_cast<double>(heights_.total())));
+void TableWidget::moveBar(RowBars::Move const& move) {
+    if (move.isVertical && move.step != 0) return scroll(move.step);
+    if (move.isVertical)
+        setWindowTop(std::llround(move.share * static_cast<double>(heights_.total())));
     else
-        setWindowLeft(static_cast<int>(std::lround(bar.getThumbPos() * totalColumnWidth())));
+        setWindowLeft(move.step != 0 ? windowLeft_ + move.step * UifStd::getButtonHeight()
+                                     : static_cast<int>(std::lround(move.share * totalColumnWidth())));
 }
 
 // Widgets in cells

@@ -12,6 +12,7 @@
 #include "tables/model/row_notices.h"
 #include "tables/model/table_keys.h"
 #include "tables/model/tag_rules.h"
+#include "tables/row_bars.h"
 #include "tables/table_columns.h"
 
 #include <map>
@@ -20,7 +21,6 @@
 
 namespace wainscot {
 
-class ScrollBar;
 class TableBody;
 class TableHeader;
 
@@ -358,7 +358,10 @@ private:
     int visibleWidth() const;
     int visibleHeight() const;
     void layOut();
-    void showBars();
+    void showBars() {
+        bars_.show({visibleWidth(), visibleHeight()}, {heights_.total(), totalColumnWidth()}, windowTop_,
+                   windowLeft_);
+    }
     /// Where the mark of the focus is.
     enum class Mark : unsigned char { none, onCell, roundCells };
     Mark focusMark() const;
@@ -396,7 +399,7 @@ private:
     bool typeAhead(std::uint32_t key);
     void copy();
     bool isTagColumnAt(int viewColumn) const;
-    void handleScrollBar(ScrollBar& bar, LightweightString<char> const& name);
+    void moveBar(RowBars::Move const& move);
     void endEditing(bool save);
     void beginEditing(XY<int> const& position);
     void initEditingWidgetForNewField();
@@ -410,8 +413,7 @@ private:
     RowHeights heights_;
     TableHeader* header_ = nullptr;
     TableBody* body_ = nullptr;
-    HandlerRef<Glob> verticalBar_;
-    HandlerRef<Glob> horizontalBar_;
+    RowBars bars_;
     struct Bound {
         HandlerRef<Glob> widget;
         /// Of the row; 0 = none.

@@ -464,10 +464,7 @@ int TableWidget::handleMessageEvent(LightweightString<char> name, Glob* sender) 
     DispatchScope const scope;
     if (name == TagColumn::tagAllMsg) return tagAll(), handled;
     if (name == TagColumn::invertTagsMsg) return invertTags(), handled;
-    if (ScrollBar::isScrollBarMsg(name)) {
-        if (auto* const bar = dynamic_cast<ScrollBar*>(sender)) handleScrollBar(*bar, name);
-        return handled;
-    }
+    if (auto const move = RowBars::moveOf(name, sender)) return moveBar(*move), handled;
     if (name == editDoubleClickMsg) return report(currentRowDoubleClicked), handled;
     LifeGuard const life = guard();
     if (name == lineAddedMsg) {

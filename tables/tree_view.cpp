@@ -1,6 +1,5 @@
 #include "tables/tree_view.h"
 
-#include "containers/scroll_bar.h"
 #include "host/drawing/drawable.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
@@ -27,12 +26,7 @@ TreeView::TreeView(InitArgs const& args)
       layoutTimer_([this] { layOut(); }), hoverTimer_([this] { openHovered(); }),
       scrollTimer_([this] { scrollWhileDragging(); }) {
     addWidget(body_, 0, 0);
-    for (Orientation const lie : {eVertical, eHorizontal}) {
-        auto* const bar = new ScrollBar(ScrollBar::InitArgs(lie, 0));
-        (lie == eVertical ? verticalBar_ : horizontalBar_) = HandlerRef<Glob>(bar);
-        addWidget(bar, 0, 0);
-        bar->setControls(body_);
-    }
+    bars_.make(*this, *body_);
     TreeView::reshape();
     if (args.adaptor) TreeView::setAdaptor(args.adaptor);
 }

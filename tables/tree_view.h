@@ -9,11 +9,11 @@
 #include "host/messages/notifier.h"
 #include "host/objects/described_items.h"
 #include "tables/model/tree_rows.h"
+#include "tables/row_bars.h"
 #include "tables/tree_view_adaptor.h"
 
 namespace wainscot {
 
-class ScrollBar;
 class TreeBody;
 
 /// A hierarchy as an indented list whose branches open and close. An adaptor supplies it branch by branch;
@@ -322,11 +322,14 @@ private:
     int visibleWidth() const;
     RowRange rowsInSight() const;
     void layOut();
-    void showBars();
-    bool showsBars() const;
+    void showBars() {
+        bars_.show({visibleWidth(), visibleHeight()}, {totalHeight(), contentWidth_}, windowTop_,
+                   windowLeft_);
+    }
+    RowBars::Display barsDisplay() const;
     void scrolled(std::int64_t way = 0, bool keepsMark = true);
     bool marksRow() const;
-    void handleScrollBar(ScrollBar& bar, LightweightString<char> const& name);
+    void moveBar(RowBars::Move const& move);
     void takeWidth(int width);
     void drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int row, TreeRows::Row const& data);
     void drawExpander(CanvasRenderer& renderer, IntBox const& box, TreeRows::Row const& data,
@@ -364,8 +367,7 @@ private:
     /// The rows are to be listed again when the adaptor has answered.
     OneShotTimer refreshTimer_;
     TreeBody* body_ = nullptr;
-    HandlerRef<Glob> verticalBar_;
-    HandlerRef<Glob> horizontalBar_;
+    RowBars bars_;
     Notifier listeners_;
     std::optional<Text> selected_;
     /// Where the keys begin: the row of the selected item, or the branch in which it is hidden; -1 = none.

@@ -1,4 +1,3 @@
-#include "containers/scroll_bar.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/drawing/image.h"
 #include "host/drawing/shapes.h"
@@ -135,9 +134,10 @@ void TreeView::reshape() {
     if (life.alive()) layOut();
 }
 
-bool TreeView::showsBars() const {
-    return scrollBars_ == eScrollBarsAsNeeded ||
-           (scrollBars_ == eScrollBarsUnderPointer && containsPointer());
+RowBars::Display TreeView::barsDisplay() const {
+    if (scrollBars_ == eScrollBarsNever) return RowBars::Display::never;
+    bool const isHidden = scrollBars_ == eScrollBarsUnderPointer && !containsPointer();
+    return isHidden ? RowBars::Display::hidden : RowBars::Display::whereNeeded;
 }
 
 void TreeView::setScrollbarDisplay(eScrollBarDisplay display) {
@@ -150,24 +150,8 @@ void TreeView::layOut() {
     isLayingOut_ = true;
     DispatchScope const scope;
     LifeGuard const life = guard();
-    IntBox const area = getUserArea();
-    int const thickness = ScrollBar::thickness();
-    bool const shows = scrollBars_ != eScrollBarsNever;
-    // Each bar takes room that may make the other one necessary.
-    bool needsHorizontal = shows && contentWidth_ > area.width();
-    bool const needsVertical = shows && totalHeight() > area.height() - (needsHorizontal ? thickness : 0);
-    needsHorizontal = shows && contentWidth_ > area.width() - (needsVertical ? thickness : 0);
-    IntBox const rows{area.x1, area.y1 + (needsHorizontal ? thickness : 0),
-                      std::max(area.x1, area.x2 - (needsVertical ? thickness : 0)), area.y2};
-    reshapeWidgetAt(body_, rows.bottomLeft(), {rows.width(), std::max(rows.height(), 0)});
-    if (Glob* const bar = life.alive() ? verticalBar_.get() : nullptr) {
-        reshapeWidgetAt(bar, {rows.x2, rows.y1}, {thickness, std::max(rows.height(), 0)});
-        bar->setVisible(needsVertical && showsBars());
-    }
-    if (Glob* const bar = life.alive() ? horizontalBar_.get() : nullptr) {
-        reshapeWidgetAt(bar, {area.x1, area.y1}, {rows.width(), thickness});
-        bar->setVisible(needsHorizontal && showsBars());
-    }
+    IntBox const rows = bars_.place(*this, getUserArea(), {totalHeight(), contentWidth_}, barsDisplay());
+    if (life.alive()) reshapeWidgetAt(body_, rows.bottomLeft(), rows.size());
     if (!life.alive()) return;
     isLayingOut_ = false;
     std::int64_t const most = std::max<std::int64_t>(totalHeight() - visibleHeight(), 0);
@@ -219,18 +203,6 @@ void TreeView::scrolled(std::int64_t way, bool keepsMark) {
 /// Whether the mark of the focus is on a row, and moves with it.
 bool TreeView::marksRow() const {
     return current_ >= 0 && isVisible(static_cast<unsigned int>(current_));
-}
-
-void TreeView::showBars() {
-    auto const show = [](Glob* glob, double position, double size) {
-        ThumbSettings thumb{position, std::clamp(size, 0.0, 1.0)};
-        if (auto* const bar = static_cast<ScrollBar*>(glob)) bar->setNewWidgetValue(thumb, eRedrawYes);
-    };
-    auto const total = static_cast<double>(totalHeight());
-    if (total > 0) show(verticalBar_.get(), static_cast<double>(windowTop_) / total, visibleHeight() / total);
-    if (contentWidth_ > 0)
-        show(horizontalBar_.get(), double(windowLeft_) / contentWidth_,
-             double(visibleWidth()) / contentWidth_);
 }
 
 bool TreeView::reveal(unsigned int row) {

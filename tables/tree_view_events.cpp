@@ -1,4 +1,3 @@
-#include "containers/scroll_bar.h"
 #include "host/drawing/uif_std.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"
@@ -397,25 +396,18 @@ void TreeView::reviewMenu(Event const*) {
     for (MenuItem const& item : offered) addMenuItem(item);
 }
 
-void TreeView::handleScrollBar(ScrollBar& bar, LightweightString<char> const& name) {
-    int const step = name == ScrollBar::upButtonPressedMsg || name == ScrollBar::leftButtonPressedMsg ? -1
-                     : name == ScrollBar::downButtonPressedMsg || name == ScrollBar::rightButtonPressedMsg
-                         ? 1
-                         : 0;
-    if (bar.isVertical())
-        setWindowTop(step != 0 ? windowTop_ + step * getRowHeight()
-                               : std::llround(bar.getThumbPos() * static_cast<double>(totalHeight())));
+void TreeView::moveBar(RowBars::Move const& move) {
+    if (move.isVertical)
+        setWindowTop(move.step != 0 ? windowTop_ + move.step * getRowHeight()
+                                    : std::llround(move.share * static_cast<double>(totalHeight())));
     else
-        setWindowLeft(step != 0 ? windowLeft_ + step * indent()
-                                : static_cast<int>(std::lround(bar.getThumbPos() * contentWidth_)));
+        setWindowLeft(move.step != 0 ? windowLeft_ + move.step * indent()
+                                     : static_cast<int>(std::lround(move.share * contentWidth_)));
 }
 
 int TreeView::handleMessageEvent(LightweightString<char> name, Glob* sender) {
     DispatchScope const scope;
-    if (ScrollBar::isScrollBarMsg(name)) {
-        if (auto* const bar = dynamic_cast<ScrollBar*>(sender)) handleScrollBar(*bar, name);
-        return handled;
-    }
+    if (auto const move = RowBars::moveOf(name, sender)) return moveBar(*move), handled;
     return Focusable<StandardPanel>::handleMessageEvent(name, sender);
 }
 

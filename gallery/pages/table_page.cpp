@@ -20,9 +20,8 @@ public:
         auto* const column = setLayout(BoxLayout::makeColumn());
         auto* const row = column->add(BoxLayout::makeRow());
         auto const choices = Qv::makePtr<DropDownMenuData>();
-        for (wchar_t const* const name :
-             {L"A million clips", L"Notes of several lines", L"200 columns", L"Nothing", L"Live meters",
-              L"Rows that come late"})
+        for (wchar_t const* const name : {L"A million clips", L"Notes of several lines", L"200 columns",
+                                          L"Nothing", L"Live meters", L"Rows that come late"})
             choices->addItem(MenuItem(name));
         source_ = row->add(std::make_unique<DropDownMenuButton>(choices));
         addTabStop(*source_);
