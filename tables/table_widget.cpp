@@ -392,7 +392,9 @@ void TableWidget::moveBoundWidgets(RowNotice const& notice) {
     if (boundWidgets_.empty() || notice.kind == RowNotice::Kind::changed) return;
     LifeGuard const life = guard();
     std::vector<HandlerRef<Glob>> gone;
-    for (auto const& [cell, bound] : std::exchange(boundWidgets_, {})) {
+    for (auto const& entry : std::exchange(boundWidgets_, {})) {
+        XY<int> const cell = entry.first;
+        Bound const& bound = entry.second;
         auto const before = static_cast<unsigned int>(cell.y);
         std::optional<unsigned int> row = isReset ? before : rowAfter(notice, before);
         if (bound.identity != 0) {

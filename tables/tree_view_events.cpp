@@ -301,7 +301,7 @@ bool TreeView::performKey(KeyAction action, std::uint32_t key) {
     auto const row = static_cast<unsigned int>(current_);
     TreeRows::Row const data = rows_.at(row);
     if (!life.alive()) return true;
-    unsigned int const page = std::max(1, visibleHeight() / getRowHeight() - 1);
+    auto const page = static_cast<unsigned int>(std::max(1, visibleHeight() / getRowHeight() - 1));
     switch (action) {
     case goUp:
         moveTo(row - std::min(row, 1U), key);

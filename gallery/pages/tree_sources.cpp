@@ -59,7 +59,7 @@ ProjectBin::ProjectBin() {
 }
 
 Text ProjectBin::add(Text const& parent, Text const& shown, bool isFolder) {
-    Text const name = Qv::WStringFromInteger(++numNames_);
+    Text name = Qv::WStringFromInteger(++numNames_);
     nodes_[name] = {shown, isFolder, parent, {}};
     nodes_[parent].children.push_back(name);
     return name;
