@@ -155,6 +155,13 @@ void TreeView::rowsChanged() {
         if (auto const row = rows_.find(*selected_)) current_ = static_cast<int>(*row);
     current_ = std::min(current_, static_cast<int>(numRows()) - 1);
     LifeGuard const life = guard();
+    if (drop_.kind == Drop::onRow || drop_.kind == Drop::beforeRow) {
+        // The mark goes with its row.
+        Drop drop = drop_;
+        drop.row = findItem(drop.kind == Drop::onRow ? drop.target : drop.before);
+        if (!life.alive()) return;
+        setDrop(drop.row < 0 ? Drop() : drop);
+    }
     layOut();
     if (!life.alive()) return;
     placeNameBox();
@@ -176,7 +183,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
     unsigned int const numTagged = tags_.count();
     unsigned int added = 0;
     if (data.isExpanded) {
-        unsigned int const removed = rows_.collapse(row);
+        unsigned int const removed = rows_.collapseBranch(row);
         if (!life.alive()) return true;
         RowNotice const notice{RowNotice::Kind::removed, row + 1, removed};
         follow(tags_, notice);
@@ -185,7 +192,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
                 *at = *at > static_cast<int>(row + removed) ? *at - static_cast<int>(removed)
                                                             : static_cast<int>(row);
     } else {
-        added = rows_.expand(row);
+        added = rows_.expandBranch(row);
         if (!life.alive() || !rows_.isExpanded(row)) return !life.alive();
         follow(tags_, {RowNotice::Kind::inserted, row + 1, added});
         for (int* const at : {&current_, &anchor_})
@@ -320,9 +327,16 @@ bool TreeView::selectRow(unsigned int row) {
     Text const name = rows_.at(row).item.name;
     if (!life.alive()) return true;
     bool const isOther = selected_ != name;
+    auto const former = selected_ ? rows_.find(*selected_) : std::nullopt;
+    if (!life.alive()) return true;
+    bool const markedRow = marksRow();
+    damageRow(static_cast<unsigned int>(std::max(current_, 0)));
+    if (former) damageRow(*former);
+    damageRow(row);
     current_ = static_cast<int>(row);
     selected_ = name;
-    damageRows();
+    // Without a row in sight the mark of the focus goes round all of them.
+    if (!markedRow || !marksRow()) damageRows();
     reveal(row);
     if (!life.alive() || !isOther) return true;
     describeChanged(DescriptionChange::selection);
@@ -364,8 +378,10 @@ void TreeView::clearTags() {
 
 void TreeView::takeTags(RowRanges tags) {
     if (tags_ == tags) return;
+    RowRange const seen = rowsInSight();
+    for (unsigned int row = seen.first; row < seen.end; ++row)
+        if (tags.contains(row) != tags_.contains(row)) damageRow(row);
     tags_ = std::move(tags);
-    damageRows();
     describeChanged(DescriptionChange::selection);
     informListeners(eTagsChanged);
 }

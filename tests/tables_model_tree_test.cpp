@@ -173,17 +173,17 @@ TEST(TreeRows, RandomScriptsAgreeWithRowsKeptOneByOne) {
             case 1:
             case 2:
                 if (!forest.item(line.name).isBranch() || line.isOpen) {
-                    EXPECT_EQ(rows.expand(number), 0U);
+                    EXPECT_EQ(rows.expandBranch(number), 0U);
                 } else {
                     std::size_t const added = plain.expand(row);
-                    ASSERT_EQ(rows.expand(number), added);
+                    ASSERT_EQ(rows.expandBranch(number), added);
                     ASSERT_EQ(rows.findLastChild(number), row + added);
                 }
                 break;
             case 3:
             case 4:
                 if (line.isOpen) plain.collapse(row);
-                rows.collapse(number);
+                rows.collapseBranch(number);
                 break;
             default: {
                 // The source changes: something comes, goes or moves. Rows are found again.
@@ -235,14 +235,14 @@ TEST(TreeRows, DeepTreesAndCyclesEnd) {
     rows.expandAll({});
     EXPECT_EQ(rows.numRows(), TreeRows::mostDepth + 1U);
     EXPECT_EQ(rows.at(rows.numRows() - 1).depth, TreeRows::mostDepth);
-    EXPECT_EQ(rows.expand(rows.numRows() - 1), 0U);
-    EXPECT_EQ(rows.collapse(0), std::uint32_t(TreeRows::mostDepth));
-    EXPECT_EQ(rows.expand(0), std::uint32_t(TreeRows::mostDepth));
+    EXPECT_EQ(rows.expandBranch(rows.numRows() - 1), 0U);
+    EXPECT_EQ(rows.collapseBranch(0), std::uint32_t(TreeRows::mostDepth));
+    EXPECT_EQ(rows.expandBranch(0), std::uint32_t(TreeRows::mostDepth));
     Chain cycle(true);
     rows.setSource(&cycle);
     rows.expandAll({});
     EXPECT_EQ(rows.numRows(), 3U) << "a name is opened once on the way from the root";
-    EXPECT_EQ(rows.expand(2), 1U) << "the user may go on";
+    EXPECT_EQ(rows.expandBranch(2), 1U) << "the user may go on";
 }
 
 TEST(TreeRows, SourcesMayFailDieAndAskBack) {
@@ -250,25 +250,25 @@ TEST(TreeRows, SourcesMayFailDieAndAskBack) {
     auto rows = std::make_unique<TreeRows>();
     rows->setSource(chain.get());
     chain->onList = [] { throw std::runtime_error("not here"); };
-    EXPECT_EQ(rows->expand(0), 0U);
+    EXPECT_EQ(rows->expandBranch(0), 0U);
     EXPECT_TRUE(rows->isExpanded(0));
     chain->onList = [&] {
-        EXPECT_EQ(rows->collapse(0), 0U) << "nothing changes while the source is asked";
-        EXPECT_EQ(rows->expand(0), 0U);
+        EXPECT_EQ(rows->collapseBranch(0), 0U) << "nothing changes while the source is asked";
+        EXPECT_EQ(rows->expandBranch(0), 0U);
         rows->setSource(chain.get());
     };
     rows->refresh({});
     chain->onList = nullptr;
     rows->setSource(chain.get());
-    EXPECT_EQ(rows->expand(0), 1U);
+    EXPECT_EQ(rows->expandBranch(0), 1U);
     chain->onList = [&] { chain.reset(); };
-    EXPECT_EQ(rows->expand(1), 0U);
+    EXPECT_EQ(rows->expandBranch(1), 0U);
     EXPECT_EQ(rows->source(), nullptr);
     EXPECT_EQ(rows->at(1).item.name, Text(L"1"));
     Chain last;
     rows->setSource(&last);
     last.onList = [&] { rows.reset(); };
-    EXPECT_EQ(rows->expand(0), 0U);
+    EXPECT_EQ(rows->expandBranch(0), 0U);
     EXPECT_EQ(rows, nullptr);
 }
 

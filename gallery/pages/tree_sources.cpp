@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace wainscot::gallery {
 
@@ -16,6 +17,7 @@ using Text = LightweightString<wchar_t>;
 constexpr unsigned int numBranches = 1000;
 constexpr unsigned int numLeaves = 1000;
 constexpr double tickInterval = 700;
+constexpr double showInterval = 20;
 
 std::uint8_t flagsOf(bool isBranch) {
     return isBranch ? TreeItem::branch : std::uint8_t(0);
@@ -174,7 +176,8 @@ bool ProjectBin::move(std::vector<Text> const& names, Text const& folder, Text c
 // Folders
 
 FolderTree::FolderTree()
-    : listed_(makeCallback<int, Listing>([this](Listing const& listing) { return take(listing), 1; })),
+    : timer_([this] { showNew(); }),
+      listed_(makeCallback<int, Listing>([this](Listing const& listing) { return take(listing), 1; })),
       thread_([this] { listFolders(); }) {}
 
 FolderTree::~FolderTree() {
@@ -236,8 +239,13 @@ std::vector<TreeItem> FolderTree::list(Text const& folder) {
 
 void FolderTree::take(Listing const& listing) {
     known_[listing.folder] = listing.items;
-    TreeView* const tree = tree_.get();
-    if (tree && tree->getAdaptor() == this) tree->refresh(listing.folder);
+    new_.push_back(listing.folder);
+    if (!timer_.isRunning()) timer_.start(showInterval);
+}
+
+void FolderTree::showNew() {
+    for (Text const& folder : std::exchange(new_, {}))
+        if (TreeView* const tree = tree_.get(); tree && tree->getAdaptor() == this) tree->refresh(folder);
 }
 
 Text FolderTree::getDisplayText(Item const& item) const {

@@ -74,8 +74,12 @@ private:
     void listFolders();
     static std::vector<Item> list(Text const& folder);
     void take(Listing const& listing);
+    void showNew();
 
     std::map<Text, std::vector<Item>> known_;
+    /// Folders that were listed and are not shown yet: those that come together are shown together.
+    std::vector<Text> new_;
+    OneShotTimer timer_;
     HandlerRef<TreeView> tree_;
     UIThreadCallback<Listing> listed_;
     std::mutex mutex_;

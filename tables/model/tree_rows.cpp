@@ -283,7 +283,7 @@ void TreeRows::rememberIn(Branch const& branch) {
     }
 }
 
-unsigned int TreeRows::collapse(unsigned int row) {
+unsigned int TreeRows::collapseBranch(unsigned int row) {
     Place const place = locate(row);
     if (!place.branch || isAsking()) return 0;
     std::size_t const at = place.branch->openFrom(place.index);

@@ -71,9 +71,9 @@ public:
 
     /// Opens a branch, and in it those that are remembered as open. How many rows have come: those right
     /// behind `row`.
-    unsigned int expand(unsigned int row);
+    unsigned int expandBranch(unsigned int row);
     /// Closes a branch and remembers the states of those in it. How many rows have gone.
-    unsigned int collapse(unsigned int row);
+    unsigned int collapseBranch(unsigned int row);
 
     /// Whether a branch of this name is remembered as open.
     bool getDefaultBranchState(Text const& name) const { return remembered_.contains(name); }

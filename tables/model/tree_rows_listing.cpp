@@ -213,7 +213,7 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::run(Place const& place, T
     return top;
 }
 
-unsigned int TreeRows::expand(unsigned int row) {
+unsigned int TreeRows::expandBranch(unsigned int row) {
     Place const place = locate(row);
     bool const canOpen = place.branch && !isAsking() && place.branch->childDepth < mostDepth &&
                          !place.branch->openAt(place.index);
