@@ -47,7 +47,13 @@ bool LazyTabbedDialogue::selectPage(unsigned short index, bool redraw, bool noti
     LifeGuard const tabLife = tab->guard();
     if (!tab->isBuilt_) {
         tab->isBuilt_ = true;
-        buildPage(LightweightString<wchar_t>(tab->id_));
+        try {
+            buildPage(LightweightString<wchar_t>(tab->id_));
+        } catch (...) {
+            // It is built again when it is next selected.
+            if (life.alive() && tabLife.alive()) tab->isBuilt_ = false;
+            throw;
+        }
         if (!life.alive() || !tabLife.alive()) return false;
         // Attaching the page in the hook is part of building it.
         tab->isBuilt_ = true;

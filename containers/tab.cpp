@@ -157,7 +157,10 @@ void Tab::endRenaming(std::optional<LightweightString<wchar_t>> const& name) {
     Glob* const box = nameBox_.get();
     nameBox_ = {};
     TabStrip* const strip = strip_.get();
-    if (box && strip && FocusStop::holderBeside(*this) == box) strip->claimKbdFocus();
+    // A box that is hidden has lost the focus to what is round it.
+    Glob* const holder = FocusStop::holderBeside(*this);
+    bool const isHere = holder && strip && holder != strip && isWithin(holder, strip);
+    if (box && isHere) strip->claimKbdFocus();
     if (box) destroy(box);
     if (life.alive()) widthChanged();
     if (!life.alive() || !name || name->empty() || *name == getName().text()) return;

@@ -356,6 +356,8 @@ void TabStrip::endDrag(Tab& tab, bool isTakenBack) {
     bool const hasMoved = index >= 0 && static_cast<std::size_t>(index) != draggedFrom_;
     bool const isBack = hasMoved && isTakenBack && draggedFrom_ < tabs_.size();
     if (isBack) move(static_cast<std::size_t>(index), draggedFrom_);
+    // The drag may have scrolled it out of sight.
+    if (isTakenBack && current()) revealLater(*current());
     LifeGuard const life = guard();
     LifeGuard const tabLife = tab.guard();
     placeTabs();

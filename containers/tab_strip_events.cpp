@@ -21,6 +21,7 @@ bool TabStrip::react(Event const& event) {
     // It scrolls, and never changes the page.
     if (mouse_wheel_event(event) && totalWidth() > visibleWidth()) {
         setFirstTabPos(firstTabPos_ + event.amount() * wheelStep * UifStd::getButtonHeight());
+        if (dragged_) dragOn();
         return true;
     }
     if (isKeyPressEvent(event) && reactToKey(event)) return true;

@@ -250,6 +250,7 @@ private:
     bool leavePage();
     bool requirePage(Tab& tab);
     void showPage(Tab& tab, bool hadFocus);
+    void keepFocus();
     void focusPage(Tab& tab, Glob& page);
     int tell(Messages which, Tab const& tab);
     int tell(Messages which, TabDetails const& details);

@@ -2,6 +2,7 @@
 #include "containers/tabbed_dialogue.h"
 #include "foundation/focus_stop.h"
 #include "host/base/diagnostics.h"
+#include "host/base/first_exception.h"
 #include "host/drawing/drawable.h"
 #include "host/events/dispatch_scope.h"
 
@@ -60,6 +61,10 @@ bool TabbedDialogue::selectPageInternal(unsigned short index, bool redraw, bool 
         handlePageLeft(left->id_);
         if (!goesOn() || selection != selections_) return false;
     }
+    // A name that is being edited is taken, as when the user leaves it otherwise.
+    Glob* const holder = FocusStop::holderBeside(*this);
+    if (holder && holder != strip_ && isWithin(holder, strip_)) strip_->claimKbdFocus();
+    if (!goesOn() || selection != selections_) return false;
     RedrawHold const hold;
     bool const hadFocus = leavePage();
     if (!goesOn() || selection != selections_) return false;
@@ -67,10 +72,14 @@ bool TabbedDialogue::selectPageInternal(unsigned short index, bool redraw, bool 
     if ((styleFlags_ & keepsStripStill) == 0) strip_->revealLater(*tab);
     bool const isStillCurrent = requirePage(*tab) && goesOn() && tab->isCurrent() && selection == selections_;
     if (!isStillCurrent) return goesOn();
-    if (notify) tell(pageChanged, *tab);
-    if (!goesOn() || !tab->isCurrent() || selection != selections_) return goesOn();
-    showPage(*tab, hadFocus);
-    if (life.alive() && redraw) makeDirty();
+    // The page is shown although the owner fails.
+    FirstException thrown;
+    if (notify) thrown.run([&] { tell(pageChanged, *tab); });
+    if (goesOn() && tab->isCurrent() && selection == selections_) {
+        thrown.run([&] { showPage(*tab, hadFocus); });
+        if (life.alive() && redraw) makeDirty();
+    }
+    thrown.rethrow();
     return goesOn();
 }
 
@@ -180,7 +189,29 @@ void TabbedDialogue::closeByUser(Tab& tab) {
     LifeGuard const tabLife = tab.guard();
     auto const question = question_;
     if (question && !question(static_cast<unsigned short>(index))) return;
-    if (life.alive() && tabLife.alive()) removePage(static_cast<unsigned short>(strip_->indexOf(&tab)));
+    if (!life.alive() || !tabLife.alive()) return;
+    Glob* const before = FocusStop::holderBeside(*this);
+    bool const hadFocus = before && isWithin(before, this);
+    FirstException thrown;
+    thrown.run([&] { removePage(static_cast<unsigned short>(strip_->indexOf(&tab))); });
+    if (life.alive() && hadFocus) thrown.run([&] { keepFocus(); });
+    thrown.rethrow();
+}
+
+/// What had the focus has gone with its tab or page: the page in front gets it, else the strip.
+void TabbedDialogue::keepFocus() {
+    Glob* const holder = FocusStop::holderBeside(*this);
+    Glob* const page = getCurrentPage();
+    bool const isKept = holder && (holder == strip_ || dynamic_cast<TabOrderable*>(holder)) &&
+                        isWithin(holder, this) && holder->isShown();
+    if (isKept || !strip_) return;
+    // It has gone elsewhere on purpose.
+    if (holder && !isWithin(holder, this) && !isWithin(this, holder)) return;
+    Tab* const tab = strip_->current();
+    if (tab && page && page->isShown())
+        focusPage(*tab, *page);
+    else
+        strip_->claimKbdFocus();
 }
 
 void TabbedDialogue::hoverByDrag(Tab* tab) {

@@ -118,13 +118,14 @@ void TreeView::listAgain(ListAgain const& list) {
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
     bool const wasShown = selected_ && rows_.find(*selected_);
-    endEditing(std::nullopt);
     if (!life.alive()) return;
     int const height = getRowHeight();
     auto const top = static_cast<unsigned int>(windowTop_ / height);
     auto const part = windowTop_ % height;
-    std::vector<unsigned int> kept{top, static_cast<unsigned int>(std::max(current_, 0)),
-                                   static_cast<unsigned int>(std::max(anchor_, 0))};
+    std::vector<unsigned int> kept{top};
+    for (int const row : {current_, anchor_, pressedRow_, hoveredRow_})
+        kept.push_back(static_cast<unsigned int>(std::max(row, 0)));
+    std::size_t const numPlaces = kept.size();
     for (RowRange const range : tags_.ranges())
         for (unsigned int row = range.first; row < range.end; ++row) kept.push_back(row);
     unsigned int const version = rows_.version();
@@ -136,12 +137,16 @@ void TreeView::listAgain(ListAgain const& list) {
     if (places[0]) windowTop_ = std::int64_t{*places[0]} * height + part;
     current_ = numberOf(1, current_);
     anchor_ = numberOf(2, anchor_);
+    pressedRow_ = numberOf(3, pressedRow_);
+    hoveredRow_ = numberOf(4, hoveredRow_);
     std::vector<RowRange> tagged;
-    for (std::size_t i = 3; i < places.size(); ++i)
+    for (std::size_t i = numPlaces; i < places.size(); ++i)
         if (places[i]) tagged.push_back({*places[i], *places[i] + 1});
     unsigned int const numTagged = tags_.count();
     tags_.assign(tagged);
-    rowsChanged();
+    // A name is edited on while its item is there.
+    if (isEditing() && findItem(editedName_) < 0) endEditing(std::nullopt);
+    if (life.alive()) rowsChanged();
     if (life.alive() && tags_.count() != numTagged) informListeners(eTagsChanged);
     if (life.alive()) tellSelectionHidden(wasShown);
 }
@@ -163,6 +168,7 @@ void TreeView::rowsChanged() {
         setDrop(drop.row < 0 ? Drop() : drop);
     }
     layOut();
+    if (life.alive()) measureRows();
     if (!life.alive()) return;
     placeNameBox();
     damageRows();
@@ -187,7 +193,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
         if (!life.alive()) return true;
         RowNotice const notice{RowNotice::Kind::removed, row + 1, removed};
         follow(tags_, notice);
-        for (int* const at : {&current_, &anchor_})
+        for (int* const at : {&current_, &anchor_, &pressedRow_, &hoveredRow_})
             if (*at > static_cast<int>(row))
                 *at = *at > static_cast<int>(row + removed) ? *at - static_cast<int>(removed)
                                                             : static_cast<int>(row);
@@ -195,7 +201,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
         added = rows_.expandBranch(row);
         if (!life.alive() || !rows_.isExpanded(row)) return !life.alive();
         follow(tags_, {RowNotice::Kind::inserted, row + 1, added});
-        for (int* const at : {&current_, &anchor_})
+        for (int* const at : {&current_, &anchor_, &pressedRow_, &hoveredRow_})
             if (*at > static_cast<int>(row)) *at += static_cast<int>(added);
     }
     rowsChanged();
@@ -235,18 +241,20 @@ bool TreeView::collapse(Text const& name) {
 
 void TreeView::expandAll() {
     LifeGuard const life = guard();
+    unsigned int const before = numRows();
     listAgain([this](std::vector<unsigned int> const& kept) { return rows_.expandAll(kept); });
-    if (life.alive()) informListeners(eBranchExpanded);
+    if (life.alive() && numRows() > before) informListeners(eBranchExpanded);
 }
 
 bool TreeView::expandAll(Text const& name) {
     int const row = findItem(name);
     if (row < 0 || !rows_.at(static_cast<unsigned int>(row)).item.isBranch()) return false;
     LifeGuard const life = guard();
+    unsigned int const before = numRows();
     listAgain([this, row](std::vector<unsigned int> const& kept) {
         return rows_.expandAll(static_cast<unsigned int>(row), kept);
     });
-    if (life.alive()) informListeners(eBranchExpanded);
+    if (life.alive() && numRows() > before) informListeners(eBranchExpanded);
     return true;
 }
 
@@ -317,7 +325,9 @@ void TreeView::clearSelection() {
 
 bool TreeView::changeSelectedItem(Text const& name) {
     int const row = findItem(name);
-    return row >= 0 && selectRow(static_cast<unsigned int>(row));
+    if (row < 0) return false;
+    moveTo(static_cast<unsigned int>(row), 0);
+    return true;
 }
 
 bool TreeView::selectRow(unsigned int row) {
@@ -481,7 +491,11 @@ void TreeView::endEditing(std::optional<Text> const& name) {
     if (!life.alive() || !isRenamed) return;
     // It has another name now, perhaps the one that was typed; it stays open and selected.
     bool const wasRemembered = rows_.getDefaultBranchState(*name);
-    if (data.isExpanded) rows_.setDefaultBranchState(*name, true);
+    if (data.isExpanded) {
+        rows_.rememberIn(number);
+        if (!life.alive()) return;
+        rows_.setDefaultBranchState(*name, true);
+    }
     bool const wasSelected = selected_ == before;
     int const parent = rows_.parentRow(number);
     if (wasSelected) selected_.reset();
@@ -491,9 +505,11 @@ void TreeView::endEditing(std::optional<Text> const& name) {
     if (!life.alive()) return;
     rows_.setDefaultBranchState(*name, wasRemembered);
     if (wasSelected) {
-        // Names that are made from others, as paths are, are known only by their place.
-        Text selected = rows_.find(*name) || number >= numRows() ? *name : rows_.at(number).item.name;
-        if (!rows_.find(*name) && rows_.find(before)) selected = before;
+        // The text may have been shown only; and names that are made from others, as paths are, are known by
+        // their place.
+        Text selected = before;
+        if (!rows_.find(before))
+            selected = rows_.find(*name) || number >= numRows() ? *name : rows_.at(number).item.name;
         setSelectedItem(selected);
         if (int const now = findItem(selected); life.alive() && now >= 0)
             reveal(static_cast<unsigned int>(now));

@@ -221,7 +221,7 @@ public:
     // --- Selection
     /// Nobody is told. The item need not be there yet.
     void setSelectedItem(Text const& name);
-    /// As the user does: reveals it and tells. False when it is not among the rows.
+    /// As a click does: reveals and tags it, and tells. False when it is not among the rows.
     bool changeSelectedItem(Text const& name);
     void clearSelection();
     /// Nothing while none is selected.
@@ -331,6 +331,9 @@ private:
     bool marksRow() const;
     void moveBar(RowBars::Move const& move);
     void takeWidth(int width);
+    /// Of all that is shown of a row.
+    int widthOf(TreeRows::Row const& data, bool hasIcon, int textWidth) const;
+    void measureRows();
     void drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int row, TreeRows::Row const& data);
     void drawExpander(CanvasRenderer& renderer, IntBox const& box, TreeRows::Row const& data,
                       Colour const& ink);

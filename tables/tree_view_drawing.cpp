@@ -234,6 +234,28 @@ bool TreeView::isFullyVisible(unsigned int row) const {
     return row < numRows() && top >= windowTop_ && top + getRowHeight() <= windowTop_ + visibleHeight();
 }
 
+int TreeView::widthOf(TreeRows::Row const& data, bool hasIcon, int textWidth) const {
+    return labelLeft(data.depth, hasIcon) + windowLeft_ + textWidth + UifStd::getWidgetGap();
+}
+
+/// The rows that were widest may have gone.
+void TreeView::measureRows() {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
+    RowRange const seen = rowsInSight();
+    int widest = 0;
+    rows_.visit(seen.first, seen.end, [&](unsigned int, TreeRows::Row const& data) {
+        bool const hasIcon =
+            !ask([&](auto& adaptor) { return adaptor.getIcon(data.item, data.isExpanded); }, Text()).empty();
+        widest = std::max(widest, widthOf(data, hasIcon, font->textWidth(textOf(data.item))));
+        return life.alive();
+    });
+    if (!life.alive() || widest == contentWidth_) return;
+    contentWidth_ = widest;
+    layOut();
+}
+
 /// The bar comes when the rows have been painted.
 void TreeView::takeWidth(int width) {
     if (width <= contentWidth_) return;
@@ -289,9 +311,11 @@ void TreeView::indicateAcceptability(CanvasRenderer& renderer, IntBox const& row
 void TreeView::drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int row,
                        TreeRows::Row const& data) {
     Palette const& palette = getPalette();
-    bool const isSelected = static_cast<int>(row) == paintedSelection_ || tags_.contains(row);
-    bool const hasFocus = get_kbd_focus() == this;
-    Colour const ground = isSelected ? palette.selection(hasFocus ? eSelectionActive : eSelectionInactive)
+    bool const isTagged = tags_.contains(row);
+    bool const isSelected = static_cast<int>(row) == paintedSelection_ || isTagged;
+    // Where rows are tagged, the selected one is faint unless it is, too.
+    bool const isStrong = get_kbd_focus() == this && (isTagged || (options_ & allowsTags) == 0);
+    Colour const ground = isSelected ? palette.selection(isStrong ? eSelectionActive : eSelectionInactive)
                                      : palette.window(eWindowRecessed);
     renderer.renderPrimitive(Glib::RectDescription(box, ground));
     eTextAppearance const appearance = !isActive()  ? eTextDisabled
@@ -323,7 +347,7 @@ void TreeView::drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int
     XY<int> const place{box.x1 + left, box.y1 + getFontYOffset(box.height(), paintFont_)};
     Text const text = textOf(data.item);
     int const width = paintFont_->textWidth(text);
-    takeWidth(left + windowLeft_ + width + UifStd::getWidgetGap());
+    takeWidth(widthOf(data, !icon.empty(), width));
     bool const isCut = scrollBars_ == eScrollBarsNever && box.x1 + left + width > box.x2;
     Text const shown =
         isCut ? Glib::fitTextToWidth(paintFont_, text, toSize16(std::max(box.x2 - place.x, 0))) : text;

@@ -48,7 +48,8 @@ bool TreeView::pressAt(Event const& event) {
     if (!life.alive()) return true;
     if (isRight) {
         bool const isTaken = tags_.contains(number);
-        if (selectRow(number) && life.alive() && !isTaken) pick(number, 0);
+        if (selectRow(number) && life.alive() && !isTaken && current_ >= 0)
+            pick(static_cast<unsigned int>(current_), 0);
         return false;
     }
     if (isOnExpander) {
@@ -65,7 +66,8 @@ bool TreeView::pressAt(Event const& event) {
     if (!life.alive()) return true;
     selectRow(number);
     if (!life.alive()) return true;
-    if (!picksOnRelease_) pick(number, modifiers);
+    // The listeners may have changed the rows; the current one has gone with its item.
+    if (!picksOnRelease_ && current_ >= 0) pick(static_cast<unsigned int>(current_), modifiers);
     if (!life.alive() || !mouse_double_click_event(event) || !isPlain) return true;
     pressedRow_ = -1;
     picksOnRelease_ = false;
@@ -128,9 +130,10 @@ bool TreeView::wheel(Event const& event) {
 bool TreeView::isInDragged(int row) const {
     if (draggedNames_.empty()) return false;
     LifeGuard const life = guard();
-    for (; row >= 0 && life.alive(); row = rows_.parentRow(static_cast<unsigned int>(row)))
-        if (draggedNames_.contains(rows_.at(static_cast<unsigned int>(row)).item.name)) return true;
-    return false;
+    if (row < 0) return false;
+    std::vector<Text> const path = rows_.pathOf(static_cast<unsigned int>(row));
+    return life.alive() &&
+           std::ranges::any_of(path, [this](Text const& name) { return draggedNames_.contains(name); });
 }
 
 TreeView::Drop TreeView::dropFor(DragDropItem const& item, XY<int> const& place, eDropReason reason) {
@@ -283,7 +286,8 @@ int TreeView::handleKeyboardEvent(int keyCode) {
 /// As a click with these modifiers.
 void TreeView::moveTo(unsigned int row, std::uint32_t modifiers) {
     LifeGuard const life = guard();
-    if (selectRow(row) && life.alive()) pick(row, modifiers & Key::shift);
+    if (selectRow(row) && life.alive() && current_ >= 0)
+        pick(static_cast<unsigned int>(current_), modifiers & Key::shift);
 }
 
 bool TreeView::performKey(KeyAction action, std::uint32_t key) {
@@ -294,7 +298,8 @@ bool TreeView::performKey(KeyAction action, std::uint32_t key) {
         bool const goesToRow = action <= leaveBranch;
         int const height = getRowHeight();
         auto const first = static_cast<unsigned int>((windowTop_ + height - 1) / height);
-        if (goesToRow) moveTo(action == goToLast ? count - 1 : std::min(first, count - 1), 0);
+        unsigned int const to = action == goToLast ? count - 1 : action == goToFirst ? 0 : first;
+        if (goesToRow) moveTo(std::min(to, count - 1), 0);
         return goesToRow;
     }
     LifeGuard const life = guard();
@@ -350,10 +355,11 @@ bool TreeView::performKey(KeyAction action, std::uint32_t key) {
         return true;
     case tagEverything: {
         if ((options_ & allowsTags) == 0) return false;
-        if (tags_.count() > 1) return takeTags({}), true;
+        RowRanges const before = tags_;
         // Rows beside the current one where only these may be tagged together.
         bool const siblings = (options_ & tagsSiblingsOnly) != 0;
         tagRows(0, count - 1, siblings ? std::optional(data.parentName) : std::nullopt);
+        if (life.alive() && tags_ == before) takeTags({});
         return true;
     }
     }

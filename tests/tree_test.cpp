@@ -262,6 +262,17 @@ TEST_F(Trees, ItemsAreRenamedInTheirPlace) {
     EXPECT_EQ(selected(), "blue");
     EXPECT_EQ(events(), "4 ");
     EXPECT_EQ(get_kbd_focus(), tree_);
+    // What is typed stays while others change; a text that is another's name selects nothing else.
+    keys({Key::function(2)});
+    driver_.type(L"green");
+    tree_->refresh();
+    EXPECT_TRUE(tree_->isEditing());
+    keys({Key::enter});
+    EXPECT_EQ(selected(), "green");
+    letters_.rename({L"green", 1}, L"blue");
+    tree_->refresh();
+    tree_->changeSelectedItem(L"blue");
+    events();
     // Refused, taken back, and gone meanwhile.
     keys({Key::function(2)});
     driver_.type(L"no");
@@ -341,6 +352,38 @@ TEST_F(Trees, ListenersAndAdaptorsMayChangeAndDestroyEverything) {
     tree_->expand(L"f");
     EXPECT_EQ(rows(), "0 a b c d e f f1 f2 f3 ");
     EXPECT_TRUE(tree_->isFullyVisible(9));
+    // Clicks, tags and drags go with their items.
+    tree_->setOptions(TreeView::allowsTags);
+    tree_->setWindowTop(0);
+    onEvent_ = [&](TreeView::eEventType type) {
+        if (type != TreeView::eItemSelected) return;
+        onEvent_ = {};
+        letters_.children[L""].erase(letters_.children[L""].begin());
+        tree_->refresh();
+    };
+    click(L"c");
+    EXPECT_EQ(selected(), "c");
+    EXPECT_EQ(tagged(), "c ");
+    driver_.moveTo(placeOf(L"b"));
+    driver_.press();
+    std::swap(letters_.children[L""][0], letters_.children[L""][1]);
+    tree_->refresh();
+    driver_.moveTo(placeOf(L"d"));
+    driver_.release();
+    EXPECT_EQ(letters_.dropped, L"b on d");
+    std::swap(letters_.children[L""][0], letters_.children[L""][1]);
+    tree_->refresh();
+    tree_->setOptions(0);
+    // It tells of what it has opened, once.
+    onEvent_ = [&](TreeView::eEventType type) {
+        if (type == TreeView::eBranchExpanded) tree_->expandAll();
+    };
+    events();
+    tree_->expand(L"b");
+    EXPECT_EQ(events(), "11 11 ");
+    onEvent_ = {};
+    tree_->collapse(L"a");
+    tree_->collapse(L"b");
     // What comes later.
     letters_.isPending = true;
     tree_->expand(L"a");

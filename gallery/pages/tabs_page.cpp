@@ -161,7 +161,7 @@ private:
         tab->setCheckboxDataAdaptor(new ValServerAdaptor<bool>(isOn));
     }
     void makePage(TabbedDialogue& dialogue, TabDetails const& details) {
-        auto page = std::make_unique<StandardTabPage>(dialogue.getMaxPageSize(), getPalette());
+        auto page = std::make_unique<StandardTabPage>(dialogue.getMaxPageSize(), dialogue.getPalette());
         if (&dialogue == effects_)
             fillEffect(*page, details.name);
         else

@@ -161,12 +161,17 @@ bool ProjectBin::insertDrop(Text const& parent, Text const& before, DragDropItem
 
 bool ProjectBin::move(std::vector<Text> const& names, Text const& folder, Text const& before) {
     bool hasMoved = false;
+    // They go before the next item that is not moved itself.
+    auto const& siblings = nodes_[folder].children;
+    auto const isMoved = [&](Text const& name) { return std::ranges::find(names, name) != names.end(); };
+    auto const stays = std::find_if_not(std::ranges::find(siblings, before), siblings.end(), isMoved);
+    Text const next = stays == siblings.end() ? Text() : *stays;
     for (Text const& name : names) {
-        if (!nodes_.contains(name) || name == before || isWithin(folder, name)) continue;
+        if (!nodes_.contains(name) || isWithin(folder, name)) continue;
         take(name);
         nodes_[name].parent = folder;
         auto& children = nodes_[folder].children;
-        children.insert(std::ranges::find(children, before), name);
+        children.insert(std::ranges::find(children, next), name);
         hasMoved = true;
     }
     if (TreeView* const tree = tree_.get(); tree && hasMoved) tree->refresh();

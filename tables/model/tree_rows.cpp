@@ -170,6 +170,22 @@ int TreeRows::parentRow(unsigned int row) const {
     return static_cast<int>(rowOf(*place.branch->parent, place.branch->index));
 }
 
+std::vector<TreeRows::Text> TreeRows::pathOf(unsigned int row) const {
+    Place const place = locate(row);
+    if (!place.branch) return {};
+    LifeGuard const life(life_);
+    std::vector<Text> path{rowAt(place).item.name};
+    for (Branch const* at = life.alive() ? place.branch : nullptr; at && at->parent; at = at->parent)
+        path.push_back(at->item.name);
+    return path;
+}
+
+void TreeRows::rememberIn(unsigned int branchRow) {
+    Place const place = locate(branchRow);
+    if (Branch const* const open = place.branch ? place.branch->openAt(place.index) : nullptr)
+        rememberIn(*open);
+}
+
 unsigned int TreeRows::findLastChild(unsigned int row) const {
     Place const place = locate(row);
     Branch const* const open = place.branch ? place.branch->openAt(place.index) : nullptr;

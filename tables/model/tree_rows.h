@@ -62,6 +62,8 @@ public:
     bool isExpanded(unsigned int row) const;
     /// The row of the branch in which a row lies; -1 for the uppermost ones.
     int parentRow(unsigned int row) const;
+    /// The names of a row and of the branches round it, from the inside.
+    std::vector<Text> pathOf(unsigned int row) const;
     /// The last row below a row at any depth; the row itself when there is none.
     unsigned int findLastChild(unsigned int row) const;
     /// The first row with this name.
@@ -81,6 +83,9 @@ public:
 
     // These answer where the rows with some numbers are afterwards: those of the same names in the same
     // branches, or of the same numbers where children were counted.
+    /// Remembers which branches are open in an open one.
+    void rememberIn(unsigned int branchRow);
+
     using Places = std::vector<std::optional<unsigned int>>;
     /// Opens all branches, or a branch and all in it. What is open already is listed again.
     Places expandAll(std::span<unsigned int const> rows);

@@ -144,7 +144,12 @@ void TreeRows::Gathering::findOpen(Step& step) {
 void TreeRows::Gathering::findKept(Branch& now, Branch& old) {
     auto const found = kept_.find(&old);
     if (found == kept_.end()) return;
+    bool const isCounted = old.list.items.empty() && now.list.items.empty();
     for (Kept const& kept : found->second) {
+        if (isCounted) {
+            if (kept.index < now.numChildren()) places_[kept.slot] = {&now, kept.index};
+            continue;
+        }
         // Where the old list went on, it was not listed anew.
         TreeItem const item = old.list.items.empty() && !now.list.items.empty() && now.list.isPending
                                   ? rows_.itemAt(now, kept.index)
