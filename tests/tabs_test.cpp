@@ -424,6 +424,52 @@ TEST_F(Tabs, LazyPagesAreBuiltOnce) {
     expectOnePage(*dialogue);
 }
 
+TEST_F(Tabs, FocusAndPagesSurviveClosingRenamingAndFailures) {
+    auto* const dialogue = make({L"A", L"B", L"C"});
+    auto const addBox = [&](unsigned short index) {
+        dialogue->selectPage(index);
+        auto* const page = dynamic_cast<StandardPanel*>(dialogue->getPage(index));
+        auto* const box = addTo(page, new TextBox(TextBox::InitArgs(60, 24)), BottomLeft(5, 5));
+        page->addTabStop(*box);
+        return box;
+    };
+    TextBox* const second = addBox(1);
+    TextBox* const first = addBox(0);
+    // The cross of the page that has the focus: it goes on into the next page.
+    first->claimKbdFocus();
+    IntBox const tab = dialogue->getTab(0)->screenBox();
+    driver_.clickAt({tab.x2 - 12, tab.centre().y});
+    ASSERT_EQ(dialogue->numTabs(), 2U);
+    EXPECT_EQ(get_kbd_focus(), second);
+    // Another page ends the editing of a name, which is taken.
+    dialogue->selectPage(1);
+    driver_.doubleClick(Driver::Target(dialogue->getTab(1)));
+    ASSERT_TRUE(dialogue->getTab(1)->isRenaming());
+    driver_.type(L"new");
+    driver_.key(Key::ctrl | Key::tab);
+    EXPECT_FALSE(dialogue->getTab(1)->isRenaming());
+    EXPECT_EQ(dialogue->getTab(1)->getName().text(), L"new");
+    EXPECT_EQ(dialogue->getCurrentTab(), 0);
+    // The page is shown although its owner fails.
+    expectDiagnostic("exception in message");
+    owner_->onMessage = [](auto const& name, auto const&) {
+        if (name == TabbedDialogue::changePageMsg) throw std::runtime_error("no");
+    };
+    EXPECT_ANY_THROW(dialogue->selectPage(1));
+    owner_->onMessage = {};
+    EXPECT_EQ(dialogue->getCurrentTab(), 1);
+    expectOnePage(*dialogue);
+    // A page that could not be built is built when it is next selected.
+    auto* const lazy = make<Lazy>({L"A", L"B"});
+    lazy->onBuild = [] { throw std::runtime_error("no"); };
+    EXPECT_ANY_THROW(lazy->selectPage(L"A"));
+    lazy->onBuild = {};
+    lazy->selectPage(L"B");
+    EXPECT_FALSE(lazy->pageBuilt(L"A"));
+    lazy->selectPage(L"A");
+    EXPECT_TRUE(lazy->pageBuilt(L"A"));
+}
+
 TEST_F(Tabs, AnythingMayBeDoneInTheirMessages) {
     for (auto const& wanted : {TabbedDialogue::buildPageMsg, TabbedDialogue::changePageMsg}) {
         for (int act = 0; act < 6; ++act) {
