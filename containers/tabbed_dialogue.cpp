@@ -91,6 +91,17 @@ LightweightString<wchar_t> TabbedDialogue::getPageID(unsigned short index) const
     return tab ? tab->id_ : LightweightString<wchar_t>();
 }
 
+unsigned short TabbedDialogue::findPageByID(LightweightString<wchar_t> const& id) const {
+    if (!strip_) return noTab;
+    auto const found = std::ranges::find_if(strip_->tabs(), [&](Tab const* tab) { return tab->id_ == id; });
+    return found == strip_->tabs().end() ? noTab : findPageIdx(**found);
+}
+
+unsigned short TabbedDialogue::findPageIdx(Tab const& tab) const {
+    int const index = strip_ ? strip_->indexOf(&tab) : -1;
+    return index < 0 ? noTab : static_cast<unsigned short>(index);
+}
+
 LightweightString<wchar_t> TabbedDialogue::getTabName(unsigned short index) const {
     Tab const* const tab = getTab(index);
     return tab ? tab->getName().text() : LightweightString<wchar_t>();

@@ -110,6 +110,9 @@ public:
     unsigned short findPageIdx(UIString const& name) const;
     /// The name with which the tab was added: it stays when the tab is renamed. Empty when there is no tab.
     LightweightString<wchar_t> getPageID(unsigned short index) const;
+    // Where a tab is now, by the name with which it was added, and by the tab; `noTab` when it is not here.
+    unsigned short findPageByID(LightweightString<wchar_t> const& id) const;
+    unsigned short findPageIdx(Tab const& tab) const;
     LightweightString<wchar_t> getTabName(unsigned short index) const;
     // These do nothing when there is no such tab.
     /// Nobody is told.

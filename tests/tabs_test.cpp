@@ -449,6 +449,9 @@ TEST_F(Tabs, FocusAndPagesSurviveClosingRenamingAndFailures) {
     driver_.key(Key::ctrl | Key::tab);
     EXPECT_FALSE(dialogue->getTab(1)->isRenaming());
     EXPECT_EQ(dialogue->getTab(1)->getName().text(), L"new");
+    EXPECT_EQ(dialogue->findPageByID(dialogue->getPageID(1)), 1);
+    EXPECT_EQ(dialogue->findPageByID(L"new"), TabbedDialogue::noTab);
+    EXPECT_EQ(dialogue->findPageIdx(*dialogue->getTab(1)), 1);
     EXPECT_EQ(dialogue->getCurrentTab(), 0);
     // The page is shown although its owner fails.
     expectDiagnostic("exception in message");
