@@ -113,10 +113,14 @@ public:
         {Key::shift | Key::up, goUp, "the same, and tags it"},
         {Key::down, goDown, "to the row below"},
         {Key::shift | Key::down, goDown, "the same, and tags it"},
-        {Key::home, goToFirst, "to the first row"},
-        {Key::end, goToLast, "to the last row"},
-        {Key::pageUp, pageUp, "up by the rows that are seen"},
-        {Key::pageDown, pageDown, "down by the rows that are seen"},
+        {Key::home, goToFirst, "to the first row; Shift tags all between"},
+        {Key::shift | Key::home, goToFirst, "to the first row; Shift tags all between"},
+        {Key::end, goToLast, "to the last row; Shift tags all between"},
+        {Key::shift | Key::end, goToLast, "to the last row; Shift tags all between"},
+        {Key::pageUp, pageUp, "up by the rows that are seen; Shift tags all between"},
+        {Key::shift | Key::pageUp, pageUp, "up by the rows that are seen; Shift tags all between"},
+        {Key::pageDown, pageDown, "down by the rows that are seen; Shift tags all between"},
+        {Key::shift | Key::pageDown, pageDown, "down by the rows that are seen; Shift tags all between"},
         {Key::right, enterBranch, "opens a branch; goes into one that is open"},
         {Key::left, leaveBranch, "closes a branch; goes out of one that is closed"},
         {'*', expandAllBelow, "opens a branch and all in it"},
@@ -298,6 +302,8 @@ private:
         int row = -1;
         Text target;
         Text before;
+        /// Of what would lie there.
+        unsigned int depth = 0;
         bool operator==(Drop const&) const = default;
     };
 

@@ -289,14 +289,17 @@ void TreeView::drawRows(Glob& body) {
         renderer.renderPrimitive(Glib::RectDescription({area.x1, area.y1, area.x2, area.y1 + height},
                                                        palette.window(eWindowRecessed)));
     }
-    if (drop_.kind == Drop::onTree)
+    if (glib_showsKbdFocus(this)) {
+        IntBox const marked = marksRow() ? rowBox(static_cast<unsigned int>(current_)) : body.bounds();
+        ControlLook::drawFocusMark(renderer, marked.translated(origin), palette, 0);
+    }
+    if (drop_.kind == Drop::onTree) {
         Glib::drawRoundedRectOutline(renderer, palette.mark(eMarkAccent), area, markThickness, 0);
-    else if (drop_.kind != Drop::none)
-        indicateAcceptability(renderer, rowBox(static_cast<unsigned int>(drop_.row)).translated(origin),
-                              drop_.kind == Drop::beforeRow);
-    if (!glib_showsKbdFocus(this)) return;
-    IntBox const marked = marksRow() ? rowBox(static_cast<unsigned int>(current_)) : body.bounds();
-    ControlLook::drawFocusMark(renderer, marked.translated(origin), palette, 0);
+    } else if (drop_.kind != Drop::none) {
+        IntBox row = rowBox(static_cast<unsigned int>(drop_.row));
+        if (drop_.kind == Drop::beforeRow) row.x1 = std::clamp(expanderLeft(drop_.depth), row.x1, row.x2);
+        indicateAcceptability(renderer, row.translated(origin), drop_.kind == Drop::beforeRow);
+    }
 }
 
 void TreeView::indicateAcceptability(CanvasRenderer& renderer, IntBox const& row, bool isBefore) {

@@ -144,7 +144,7 @@ TreeView::Drop TreeView::dropFor(DragDropItem const& item, XY<int> const& place,
     };
     int const row = getItemFromPosition(place);
     if (row < 0) {
-        if (takes({}) && life.alive()) return {Drop::onTree, -1, {}, {}};
+        if (takes({}) && life.alive()) return {Drop::onTree, -1, {}, {}, 0};
         return {};
     }
     if (isInDragged(row)) return {};
@@ -161,7 +161,7 @@ TreeView::Drop TreeView::dropFor(DragDropItem const& item, XY<int> const& place,
         if (!life.alive()) return {};
         bool const isBefore = before < numRows() && (isAbove || next.depth >= here.depth);
         Drop drop{Drop::beforeRow, static_cast<int>(before), isBefore ? next.parentName : here.parentName,
-                  isBefore ? next.item.name : Text()};
+                  isBefore ? next.item.name : Text(), isBefore ? next.depth : here.depth};
         bool const inserts =
             ask([&](auto& adaptor) { return adaptor.canInsertDrop(drop.target, drop.before, &item); }, false);
         if (!life.alive()) return {};
@@ -170,7 +170,7 @@ TreeView::Drop TreeView::dropFor(DragDropItem const& item, XY<int> const& place,
     }
     Text const name = rows_.at(number).item.name;
     if (!life.alive() || !takes(name) || !life.alive()) return {};
-    return {Drop::onRow, row, name, {}};
+    return {Drop::onRow, row, name, {}, 0};
 }
 
 bool TreeView::canDropAt(DragDropItem const& item, XY<int> const& place, eDropReason reason) {

@@ -238,6 +238,10 @@ TEST_F(Trees, TagsFollowClicksAndTheirRows) {
     EXPECT_EQ(tagged(), "a2 ") << "no sibling: it replaces";
     tree_->setWindowTop(0);
     click(L"a");
+    keys({Key::shift | Key::end});
+    EXPECT_EQ(tagged(), "a c d e f ");
+    tree_->setWindowTop(0);
+    click(L"a");
     keys({Key::ctrl | 'A'});
     EXPECT_EQ(tagged(), "a c d e f ");
     keys({Key::ctrl | 'A'});
