@@ -108,7 +108,9 @@ int iTableAdaptor::getFirstTagged() const {
 }
 
 std::optional<unsigned int> iTableAdaptor::findTagged(unsigned int from) const {
-    for (unsigned int row = from, size = getSize(); row < size; ++row)
+    LifeGuard const life(life_);
+    unsigned int const size = getSize();
+    for (unsigned int row = from; life.alive() && row < size; ++row)
         if (getTag(row)) return row;
     return std::nullopt;
 }

@@ -154,9 +154,10 @@ bool TableWidget::canBeCurrent(XY<int> const& position) const {
 }
 
 bool TableWidget::setCurPos(XY<int> const& position, unsigned int reveal) {
-    if (!validViewPos(position) || !canBeCurrent(position)) return false;
     DispatchScope const scope;
     LifeGuard const life = guard();
+    if (!validViewPos(position) || !canBeCurrent(position) || !life.alive() || !validViewPos(position))
+        return false;
     XY<int> const before = current_;
     Mark const markBefore = focusMark();
     current_ = position;

@@ -334,6 +334,7 @@ ItemKey TableWidget::itemAt(ItemKey in, std::size_t index) const {
 
 bool TableWidget::describeItem(ItemKey item, GlobDescription& description) const {
     XY<int> const position = positionOf(item);
+    DispatchScope const scope;
     if (item.isEmpty() || !validRow(position.y)) return false;
     if (position.x >= 0 && !validViewColumn(position.x)) return false;
     bool const isCell = position.x >= 0;

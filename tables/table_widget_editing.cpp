@@ -83,9 +83,13 @@ void TableWidget::positionEditingWidget() {
 }
 
 void TableWidget::saveCurrentFieldData() {
-    if (!editor_ || !editor_->hasChanged()) return;
-    editor_->clearChanged();
-    storeCurrentFieldData();
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    // The editor may end the editing when it is asked.
+    Qv::Ptr<iCellEditor> const editor = editor_;
+    if (!editor || !editor->hasChanged() || !life.alive() || editor_ != editor) return;
+    editor->clearChanged();
+    if (life.alive() && editor_ == editor) storeCurrentFieldData();
 }
 
 void TableWidget::storeCurrentFieldData() {
