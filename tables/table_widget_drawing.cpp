@@ -185,9 +185,11 @@ void TableWidget::drawRowAt(CanvasRenderer& renderer, XY<int> const& origin, uns
 void TableWidget::drawCell(iTableAdaptor::CellContext& cell, bool isTagColumn) {
     drawCellBackground(cell);
     if (isTagColumn) return drawTagBox(cell);
-    if (cell.adaptor.drawField(cell)) return;
+    // An adaptor may die when it is asked.
+    if (cell.adaptor.drawField(cell) || getDataSource() != &cell.adaptor) return;
     iCellEditor* const editor =
         editors_.empty() ? nullptr : findEditorForFieldType(cell.adaptor.getFieldType(cell.position));
+    if (getDataSource() != &cell.adaptor) return;
     if (!editor || !editor->drawField(cell)) drawCellText(cell);
 }
 
@@ -214,10 +216,11 @@ void TableWidget::drawTagBox(iTableAdaptor::CellContext& cell) {
 
 void TableWidget::drawCellText(iTableAdaptor::CellContext& cell) {
     Text text = cell.getText();
+    if (getDataSource() != &cell.adaptor) return;
     Colour ink = cell.textColour();
     if (text.empty()) {
         text = cell.adaptor.getGhostText(cell.position);
-        if (text.empty()) return;
+        if (text.empty() || getDataSource() != &cell.adaptor) return;
         if (!cell.isHighlighted) ink = cell.palette.text(eTextSecondary);
     }
     int const margin = std::min(TableColumnDescription::textMargin, cell.area.width() / 2);
