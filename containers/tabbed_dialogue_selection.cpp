@@ -70,10 +70,22 @@ bool TabbedDialogue::selectPageInternal(unsigned short index, bool redraw, bool 
     if (!goesOn() || selection != selections_) return false;
     strip_->setCurrent(tab);
     if ((styleFlags_ & keepsStripStill) == 0) strip_->revealLater(*tab);
-    bool const isStillCurrent = requirePage(*tab) && goesOn() && tab->isCurrent() && selection == selections_;
-    if (!isStillCurrent) return goesOn();
     // The page is shown although the owner fails.
     FirstException thrown;
+    bool isRequired = false;
+    bool hasFailed = true;
+    thrown.run([&] {
+        isRequired = requirePage(*tab);
+        hasFailed = false;
+    });
+    if (hasFailed) isRequired = goesOn() && pageOf(*tab);
+    if (!isRequired || !goesOn() || !tab->isCurrent() || selection != selections_) {
+        // What was attached meanwhile, in a selection that has ended, was not shown.
+        Tab* const now = life.alive() && selecting_ == 0 && strip_ ? strip_->current() : nullptr;
+        if (now && pageOf(*now) && !pageOf(*now)->isVisible()) thrown.run([&] { showPage(*now, hadFocus); });
+        thrown.rethrow();
+        return goesOn();
+    }
     if (notify) thrown.run([&] { tell(pageChanged, *tab); });
     if (goesOn() && tab->isCurrent() && selection == selections_) {
         thrown.run([&] { showPage(*tab, hadFocus); });
@@ -137,9 +149,11 @@ void TabbedDialogue::showPage(Tab& tab, bool hadFocus) {
         if (hadFocus) strip_->claimKbdFocus();
         return;
     }
-    placePage(*page);
-    if (goesOn()) page->setVisible(true);
-    if (goesOn() && hadFocus) focusPage(tab, *page);
+    FirstException thrown;
+    thrown.run([&] { placePage(*page); });
+    if (goesOn()) thrown.run([&] { page->setVisible(true); });
+    if (goesOn() && hadFocus) thrown.run([&] { focusPage(tab, *page); });
+    thrown.rethrow();
 }
 
 /// The focus was in the page that has gone, so it goes into this one: to where it was, else to its first

@@ -54,7 +54,7 @@ void TableWidget::buildColumns(bool keepsWidths) {
     // Which bars there are decides how wide the columns can be.
     if (life.alive()) layOut();
     if (life.alive()) setupColumnWidths(false);
-    hasFirstWidths_ = life.alive() && !keepsWidths;
+    if (life.alive()) hasFirstWidths_ = !keepsWidths;
     if (life.alive()) describeChanged(DescriptionChange::children);
 }
 
@@ -107,10 +107,11 @@ void TableWidget::takeWidths(std::vector<ColumnWidth> const& widths) {
 /// Before it is first seen the table may still get the size that it will have.
 void TableWidget::setupFirstWidths() {
     if (!hasFirstWidths_ || visibleWidth() == widthsFor_) return;
-    for (auto const& column : columns_) column->width.width = column->givenWidth;
+    DispatchScope const scope;
     LifeGuard const life = guard();
+    for (auto const& column : columns_) column->width.width = column->givenWidth;
     setupColumnWidths(false);
-    hasFirstWidths_ = life.alive();
+    if (life.alive()) hasFirstWidths_ = true;
 }
 
 void TableWidget::setupColumnWidths(bool force) {

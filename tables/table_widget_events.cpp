@@ -1,4 +1,3 @@
-#include "containers/scroll_bar.h"
 #include "host/drawing/canvas_renderer.h"
 #include "host/events/dispatch_scope.h"
 #include "host/events/event.h"

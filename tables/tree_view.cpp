@@ -86,7 +86,7 @@ void TreeView::takeAdaptor() {
     iTreeViewAdaptor* const adaptor = nextLife_ && nextLife_->alive() ? nextAdaptor_ : nullptr;
     later_.stop();
     selected_.reset();
-    current_ = anchor_ = -1;
+    current_ = anchor_ = pressedRow_ = hoveredRow_ = -1;
     tags_.clear();
     setDrop({});
     windowTop_ = 0;
@@ -101,6 +101,7 @@ void TreeView::refresh() {
 
 void TreeView::refresh(Text const& name) {
     if (name.empty()) return refresh();
+    DispatchScope const scope;
     int const row = findItem(name);
     if (row < 0) return;
     auto const number = static_cast<unsigned int>(row);
@@ -156,10 +157,11 @@ void TreeView::tellSelectionHidden(bool wasShown) {
 }
 
 void TreeView::rowsChanged() {
+    LifeGuard const life = guard();
     if (selected_)
         if (auto const row = rows_.find(*selected_)) current_ = static_cast<int>(*row);
+    if (!life.alive()) return;
     current_ = std::min(current_, static_cast<int>(numRows()) - 1);
-    LifeGuard const life = guard();
     if (drop_.kind == Drop::onRow || drop_.kind == Drop::beforeRow) {
         // The mark goes with its row.
         Drop drop = drop_;
@@ -178,11 +180,11 @@ void TreeView::rowsChanged() {
 // Branches
 
 bool TreeView::toggleBranchExpansion(unsigned int row) {
-    TreeRows::Row const data = rows_.at(row);
-    if (row >= numRows() || rows_.isAsking() || !data.item.isBranch()) return false;
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
+    TreeRows::Row const data = rows_.at(row);
+    if (!life.alive() || row >= numRows() || rows_.isAsking() || !data.item.isBranch()) return false;
     bool const wasSelected = selected_.has_value();
     endEditing(std::nullopt);
     if (!life.alive()) return true;
@@ -228,12 +230,14 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
 }
 
 bool TreeView::expand(Text const& name) {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row >= 0 && !rows_.isExpanded(static_cast<unsigned int>(row)) &&
            toggleBranchExpansion(static_cast<unsigned int>(row));
 }
 
 bool TreeView::collapse(Text const& name) {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row >= 0 && rows_.isExpanded(static_cast<unsigned int>(row)) &&
            toggleBranchExpansion(static_cast<unsigned int>(row));
@@ -247,6 +251,7 @@ void TreeView::expandAll() {
 }
 
 bool TreeView::expandAll(Text const& name) {
+    DispatchScope const scope;
     int const row = findItem(name);
     if (row < 0 || !rows_.at(static_cast<unsigned int>(row)).item.isBranch()) return false;
     LifeGuard const life = guard();
@@ -259,6 +264,7 @@ bool TreeView::expandAll(Text const& name) {
 }
 
 bool TreeView::isExpanded(Text const& name) const {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row >= 0 && rows_.isExpanded(static_cast<unsigned int>(row));
 }
@@ -285,11 +291,13 @@ int TreeView::findItem(Text const& name) const {
 }
 
 std::optional<TreeView::ItemEx> TreeView::findItemByName(Text const& name) const {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row < 0 ? std::nullopt : std::optional(getRow(static_cast<unsigned int>(row)));
 }
 
 int TreeView::findVisibleItem(Text const& name) const {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row >= 0 && isVisible(static_cast<unsigned int>(row)) ? row : -1;
 }
@@ -309,6 +317,7 @@ std::vector<TreeView::Item> TreeView::getVisibleItems() const {
 
 void TreeView::setSelectedItem(Text const& name) {
     if (selected_ == name) return;
+    DispatchScope const scope;
     selected_ = name;
     int const row = findItem(name);
     if (row >= 0) current_ = anchor_ = row;
@@ -324,6 +333,7 @@ void TreeView::clearSelection() {
 }
 
 bool TreeView::changeSelectedItem(Text const& name) {
+    DispatchScope const scope;
     int const row = findItem(name);
     if (row < 0) return false;
     moveTo(static_cast<unsigned int>(row), 0);
@@ -364,6 +374,7 @@ bool TreeView::canTag(unsigned int row) const {
 }
 
 bool TreeView::canTagBoth(unsigned int a, unsigned int b) const {
+    DispatchScope const scope;
     if (!canTag(a) || !canTag(b)) return false;
     return (options_ & tagsSiblingsOnly) == 0 || rows_.at(a).parentName == rows_.at(b).parentName;
 }
@@ -400,6 +411,7 @@ void TreeView::takeTags(RowRanges tags) {
 /// round, with Shift it tags all from the last row that was picked.
 void TreeView::pick(unsigned int row, std::uint32_t modifiers) {
     if ((options_ & allowsTags) == 0) return;
+    DispatchScope const scope;
     bool const extends = (modifiers & Key::shift) != 0 && anchor_ >= 0;
     if (extends) return tagRange(static_cast<unsigned int>(anchor_), row);
     LifeGuard const life = guard();

@@ -217,6 +217,7 @@ bool TreeView::reveal(unsigned int row) {
 }
 
 bool TreeView::reveal(Text const& name) {
+    DispatchScope const scope;
     int const row = findItem(name);
     return row >= 0 && reveal(static_cast<unsigned int>(row));
 }

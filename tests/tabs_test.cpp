@@ -462,6 +462,15 @@ TEST_F(Tabs, FocusAndPagesSurviveClosingRenamingAndFailures) {
     owner_->onMessage = {};
     EXPECT_EQ(dialogue->getCurrentTab(), 1);
     expectOnePage(*dialogue);
+    owner_->onMessage = [](auto const& name, auto const&) {
+        if (name == TabbedDialogue::buildPageMsg) throw std::runtime_error("no");
+    };
+    dialogue->addTab(L"D");
+    EXPECT_ANY_THROW(dialogue->selectPage(L"D"));
+    owner_->onMessage = {};
+    EXPECT_EQ(dialogue->getCurrentTab(), 2);
+    ASSERT_TRUE(dialogue->getPage(2));
+    expectOnePage(*dialogue);
     // A page that could not be built is built when it is next selected.
     auto* const lazy = make<Lazy>({L"A", L"B"});
     lazy->onBuild = [] { throw std::runtime_error("no"); };
