@@ -382,11 +382,11 @@ bool TreeView::canTagBoth(unsigned int a, unsigned int b) const {
 std::vector<TreeView::Item> TreeView::getTaggedItems() const {
     std::vector<Item> items;
     DispatchScope const scope;
-    for (RowRange const range : std::vector(tags_.ranges().begin(), tags_.ranges().end()))
-        rows_.visit(range.first, range.end, [&](unsigned int, TreeRows::Row const& data) {
-            items.push_back(data.item);
-            return true;
-        });
+    std::vector<RowRange> const tagged(tags_.ranges().begin(), tags_.ranges().end());
+    rows_.visit(tagged, [&](unsigned int, TreeRows::Row const& data) {
+        items.push_back(data.item);
+        return true;
+    });
     return items;
 }
 

@@ -283,10 +283,10 @@ int TreeView::handleKeyboardEvent(int keyCode) {
     return handleTextTyped(key) ? handled : Focusable<StandardPanel>::handleKeyboardEvent(keyCode);
 }
 
-/// As a click with these modifiers.
+/// As a click, with Shift too; with Ctrl the tags stay as they are.
 void TreeView::moveTo(unsigned int row, std::uint32_t modifiers) {
     LifeGuard const life = guard();
-    if (selectRow(row) && life.alive() && current_ >= 0)
+    if (selectRow(row) && life.alive() && current_ >= 0 && (modifiers & Key::ctrl) == 0)
         pick(static_cast<unsigned int>(current_), modifiers & Key::shift);
 }
 

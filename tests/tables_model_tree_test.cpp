@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <numeric>
 #include <random>
 #include <set>
 
@@ -235,6 +236,9 @@ TEST(TreeRows, DeepTreesAndCyclesEnd) {
     rows.expandAll({});
     EXPECT_EQ(rows.numRows(), TreeRows::mostDepth + 1U);
     EXPECT_EQ(rows.at(rows.numRows() - 1).depth, TreeRows::mostDepth);
+    std::vector<unsigned int> all(rows.numRows());
+    std::iota(all.begin(), all.end(), 0U);
+    EXPECT_EQ(rows.refresh(all), TreeRows::Places(all.begin(), all.end())) << "at once, too";
     EXPECT_EQ(rows.expandBranch(rows.numRows() - 1), 0U);
     EXPECT_EQ(rows.collapseBranch(0), std::uint32_t(TreeRows::mostDepth));
     EXPECT_EQ(rows.expandBranch(0), std::uint32_t(TreeRows::mostDepth));

@@ -246,6 +246,9 @@ TEST_F(Trees, TagsFollowClicksAndTheirRows) {
     EXPECT_EQ(tagged(), "a c d e f ");
     keys({Key::ctrl | 'A'});
     EXPECT_EQ(tagged(), "");
+    keys({Key::home, Key::ctrl | Key::end, Key::space});
+    EXPECT_EQ(tagged(), "a f ") << "by keys alone";
+    keys({Key::home, Key::space});
     driver_.moveTo(placeOf(L"a"));
     driver_.clickAt(placeOf(L"a"), Driver::Button::right);
     EXPECT_EQ(letters_.offered, std::vector<Text>{L"a"});
@@ -396,6 +399,13 @@ TEST_F(Trees, ListenersAndAdaptorsMayChangeAndDestroyEverything) {
     letters_.isPending = false;
     tree_->refresh(L"a");
     EXPECT_GE(tree_->findItem(L"a1"), 0);
+    tree_->collapse(L"a2");
+    letters_.isPending = true;
+    tree_->collapse(L"a");
+    tree_->expandAll(L"a");
+    letters_.isPending = false;
+    tree_->refresh(L"a");
+    EXPECT_GE(tree_->findItem(L"a21"), 0) << "all of it was to be open";
     // What is asked for while the adaptor answers is done afterwards.
     Letters other;
     letters_.onList = [&] {

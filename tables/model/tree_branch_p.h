@@ -67,6 +67,8 @@ struct TreeRows::Branch {
     std::uint16_t childDepth = 0;
     TreeItem item;
     TreeSource::Children list;
+    /// All branches in it are to be open when they come.
+    bool opensAll = false;
     /// In rising order.
     std::vector<Open> open;
     /// The rows at any depth.
@@ -79,6 +81,31 @@ struct TreeRows::Branch {
 struct TreeRows::Place {
     Branch* branch = nullptr;
     unsigned int index = 0;
+};
+
+/// Finds one row after the other, from each to the next: rising ones take the time of one walk, however deep
+/// they lie.
+class TreeRows::Locator {
+public:
+    explicit Locator(TreeRows const& rows) : branch_(rows.root_.get()) {}
+
+    /// No branch when there is no such row.
+    Place locate(unsigned int row);
+
+private:
+    Branch* branch_;
+    /// The row of its first child.
+    unsigned int first_ = 0;
+};
+
+/// The rows of places, in any order. What was found out about a branch is kept.
+class TreeRows::Numbering {
+public:
+    unsigned int rowOf(Place const& place);
+
+private:
+    /// The rows of first children.
+    std::unordered_map<Branch const*, unsigned int> first_;
 };
 
 /// What the source is asked is counted, so that nothing changes the rows meanwhile.

@@ -84,28 +84,52 @@ TreeItem TreeRows::itemAt(Branch const& branch, unsigned int index) const {
 // Places
 
 TreeRows::Place TreeRows::locate(unsigned int row) const {
-    Branch* branch = root_.get();
-    if (row >= numRows()) return {};
+    return Locator(*this).locate(row);
+}
+
+TreeRows::Place TreeRows::Locator::locate(unsigned int row) {
+    while (row < first_ || row - first_ >= branch_->below) {
+        Branch* const parent = branch_->parent;
+        if (!parent) return {};
+        first_ -= branch_->index + parent->rowsBefore(parent->openFrom(branch_->index)) + 1;
+        branch_ = parent;
+    }
     for (;;) {
+        unsigned int const inBranch = row - first_;
         // The last open child that is this row or lies above it.
         std::size_t low = 0;
-        std::size_t high = branch->open.size();
+        std::size_t high = branch_->open.size();
         while (low < high) {
             std::size_t const middle = (low + high) / 2;
-            if (branch->open[middle].index + branch->rowsBefore(middle) <= row)
+            if (branch_->open[middle].index + branch_->rowsBefore(middle) <= inBranch)
                 low = middle + 1;
             else
                 high = middle;
         }
-        if (low == 0) return {branch, row};
-        Branch::Open const& above = branch->open[low - 1];
-        unsigned int const rowAbove = above.index + branch->rowsBefore(low - 1);
-        if (row == rowAbove) return {branch, above.index};
-        unsigned int const inside = row - rowAbove - 1;
-        if (inside >= above.branch->below) return {branch, above.index + 1 + inside - above.branch->below};
-        branch = above.branch.get();
-        row = inside;
+        if (low == 0) return {branch_, inBranch};
+        Branch::Open const& above = branch_->open[low - 1];
+        unsigned int const rowAbove = above.index + branch_->rowsBefore(low - 1);
+        if (inBranch == rowAbove) return {branch_, above.index};
+        unsigned int const inside = inBranch - rowAbove - 1;
+        if (inside >= above.branch->below) return {branch_, above.index + 1 + inside - above.branch->below};
+        first_ += rowAbove + 1;
+        branch_ = above.branch.get();
     }
+}
+
+unsigned int TreeRows::Numbering::rowOf(Place const& place) {
+    std::vector<Branch const*> unknown;
+    Branch const* at = place.branch;
+    for (; at->parent && !first_.contains(at); at = at->parent) unknown.push_back(at);
+    unsigned int first = at->parent ? first_.at(at) : 0;
+    while (!unknown.empty()) {
+        Branch const* const inner = unknown.back();
+        unknown.pop_back();
+        first += inner->index + at->rowsBefore(at->openFrom(inner->index)) + 1;
+        first_.emplace(inner, first);
+        at = inner;
+    }
+    return first + place.index + at->rowsBefore(at->openFrom(place.index));
 }
 
 unsigned int TreeRows::rowOf(Branch const& branch, unsigned int index) const {
@@ -137,25 +161,31 @@ TreeRows::Row TreeRows::at(unsigned int row) const {
     return place.branch ? rowAt(place) : Row();
 }
 
-void TreeRows::visit(unsigned int first, unsigned int end,
-                     std::function<bool(unsigned int row, Row const& data)> const& visit) const {
-    Place place = locate(first);
-    if (!place.branch) return;
+void TreeRows::visit(unsigned int first, unsigned int end, Visitor const& visit) const {
+    RowRange const range{first, end};
+    this->visit(std::span(&range, 1), visit);
+}
+
+void TreeRows::visit(std::span<RowRange const> ranges, Visitor const& visit) const {
     unsigned int const version = version_;
-    LifeGuard const life(life_);
     // What the visitor or the source does may end it.
-    for (unsigned int row = first; row < end; ++row) {
-        Row const data = rowAt(place);
-        if (!life.alive() || version_ != version || !visit(row, data)) return;
-        if (!life.alive() || version_ != version || row + 1 >= numRows()) return;
-        Branch* const inner = place.branch->openAt(place.index);
-        if (inner && inner->below > 0) {
-            place = {inner, 0};
-            continue;
+    LifeGuard const life(life_);
+    Locator locator(*this);
+    for (RowRange const& range : ranges) {
+        Place place = locator.locate(range.first);
+        for (unsigned int row = range.first; place.branch && row < range.end; ++row) {
+            Row const data = rowAt(place);
+            if (!life.alive() || version_ != version || !visit(row, data)) return;
+            if (!life.alive() || version_ != version || row + 1 >= numRows()) return;
+            Branch* const inner = place.branch->openAt(place.index);
+            if (inner && inner->below > 0) {
+                place = {inner, 0};
+                continue;
+            }
+            ++place.index;
+            while (place.index >= place.branch->numChildren())
+                place = {place.branch->parent, place.branch->index + 1};
         }
-        ++place.index;
-        while (place.index >= place.branch->numChildren())
-            place = {place.branch->parent, place.branch->index + 1};
     }
 }
 

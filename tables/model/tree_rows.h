@@ -57,8 +57,10 @@ public:
     /// An empty one when there is no such row.
     Row at(unsigned int row) const;
     /// Calls `visit` with the rows from `first` up to `end`, and their numbers, until it answers false.
-    void visit(unsigned int first, unsigned int end,
-               std::function<bool(unsigned int row, Row const& data)> const& visit) const;
+    using Visitor = std::function<bool(unsigned int row, Row const& data)>;
+    void visit(unsigned int first, unsigned int end, Visitor const& visit) const;
+    /// The same for ranges in rising order.
+    void visit(std::span<RowRange const> ranges, Visitor const& visit) const;
     bool isExpanded(unsigned int row) const;
     /// The row of the branch in which a row lies; -1 for the uppermost ones.
     int parentRow(unsigned int row) const;
@@ -98,6 +100,8 @@ public:
 private:
     struct Branch;
     struct Place;
+    class Locator;
+    class Numbering;
     class Asking;
     class Gathering;
 

@@ -27,8 +27,9 @@ public:
     /// Rows with these numbers are to be found again; those in `anew` are listed anew.
     void keep(std::span<unsigned int const> rows, RowRange anew) {
         places_.resize(rows.size());
+        Locator locator(rows_);
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            Place const place = rows_.locate(rows[i]);
+            Place const place = locator.locate(rows[i]);
             if (!anew.contains(rows[i]))
                 places_[i] = place;
             else if (place.branch)
@@ -51,6 +52,7 @@ private:
     struct Step {
         Branch* branch;
         Branch* old;
+        bool opensAll;
         std::vector<ToOpen> toOpen;
         std::size_t next = 0;
         /// Open children of `old` by their names. A name is taken once.
@@ -59,7 +61,9 @@ private:
     };
 
     bool isOver() const { return !life_.alive() || rows_.source() != source_; }
-    std::unique_ptr<Branch> list(TreeItem const& item, std::uint16_t childDepth, Branch* parent, Branch* old);
+    /// With `opensAll` the branches in it are opened when they come, perhaps later.
+    std::unique_ptr<Branch> list(TreeItem const& item, std::uint16_t childDepth, Branch* parent, Branch* old,
+                                 bool opensAll);
     void findOpen(Step& step);
     bool wantsOpen(Step& step, TreeItem const& item) const;
     void findKept(Branch& now, Branch& old);
@@ -89,7 +93,7 @@ TreeSource::Children TreeRows::list(TreeItem const* parent) {
 }
 
 std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::list(TreeItem const& item, std::uint16_t childDepth,
-                                                            Branch* parent, Branch* old) {
+                                                            Branch* parent, Branch* old, bool opensAll) {
     auto branch = std::make_unique<Branch>();
     branch->item = item;
     branch->childDepth = childDepth;
@@ -105,13 +109,14 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::list(TreeItem const& item
     if (branch->list.items.size() > room) branch->list.items.resize(room);
     branch->list.count = std::min(branch->list.count, room);
     numListed_ += branch->numChildren();
+    branch->opensAll = opensAll && branch->list.isPending;
     return branch;
 }
 
 bool TreeRows::Gathering::wantsOpen(Step& step, TreeItem const& item) const {
     if (!item.isBranch() || path_.contains(item.name)) return false;
     bool const wasOpen = step.known.contains(item.name) && step.taken.insert(item.name).second;
-    return wasOpen || opens_ == Opens::all || rows_.remembered_.contains(item.name);
+    return wasOpen || step.opensAll || rows_.remembered_.contains(item.name);
 }
 
 void TreeRows::Gathering::findOpen(Step& step) {
@@ -124,7 +129,7 @@ void TreeRows::Gathering::findOpen(Step& step) {
     for (unsigned int i = 0; i < items.size(); ++i)
         if (items[i].isBranch() && wantsOpen(step, items[i])) step.toOpen.push_back({i, items[i]});
     if (!items.empty() || now.list.areLeaves) return;
-    if (opens_ == Opens::all || !rows_.remembered_.empty()) {
+    if (step.opensAll || !rows_.remembered_.empty()) {
         for (unsigned int i = 0; i < now.numChildren() && !isOver(); ++i)
             if (TreeItem item = rows_.itemAt(now, i); !isOver() && wantsOpen(step, item))
                 step.toOpen.push_back({i, std::move(item)});
@@ -175,15 +180,19 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::run(Place const& place, T
         ++path_[item.name];
     auto const childDepth =
         isRoot ? std::uint16_t(0) : static_cast<std::uint16_t>(place.branch->childDepth + 1);
-    std::unique_ptr<Branch> top = list(item, childDepth, place.branch, old);
+    auto const opensAllIn = [this](Branch const* before, bool opensAllRound) {
+        return opensAllRound || opens_ == Opens::all || (before && before->opensAll);
+    };
+    bool const opensAll = opensAllIn(old, false);
+    std::unique_ptr<Branch> top = list(item, childDepth, place.branch, old, opensAll);
     if (!top) return nullptr;
     std::vector<Step> steps;
-    auto const begin = [&](Branch* branch, Branch* before) {
-        steps.push_back({branch, before, {}, 0, {}, {}});
+    auto const begin = [&](Branch* branch, Branch* before, bool opensAllHere) {
+        steps.push_back({branch, before, opensAllHere, {}, 0, {}, {}});
         findOpen(steps.back());
         if (before && !isOver()) findKept(*branch, *before);
     };
-    begin(top.get(), old);
+    begin(top.get(), old, opensAll);
     while (!steps.empty()) {
         if (isOver()) return nullptr;
         Step& step = steps.back();
@@ -206,14 +215,15 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::run(Place const& place, T
         if (auto const known = step.known.find(next.item.name); known != step.known.end())
             before = std::exchange(known->second, nullptr);
         auto const depth = static_cast<std::uint16_t>(step.branch->childDepth + 1);
-        std::unique_ptr<Branch> inner = list(next.item, depth, step.branch, before);
+        bool const opensAllInner = opensAllIn(before, step.opensAll);
+        std::unique_ptr<Branch> inner = list(next.item, depth, step.branch, before, opensAllInner);
         if (!inner) return nullptr;
         ++numOpened_;
         inner->index = next.index;
         ++path_[next.item.name];
         Branch* const added = inner.get();
         step.branch->open.push_back({next.index, std::move(inner)});
-        begin(added, before);
+        begin(added, before, opensAllInner);
     }
     return top;
 }
@@ -253,9 +263,10 @@ TreeRows::Places TreeRows::listAgain(Gathering& gathering, Place const& place, B
         if (old) detach(*place.branch, place.branch->openFrom(place.index));
         attach(std::move(now), *place.branch, place.index);
     }
+    Numbering numbering;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         Place const& is = gathering.places()[i];
-        answer[i] = is.branch ? std::optional(rowOf(*is.branch, is.index)) : std::nullopt;
+        answer[i] = is.branch ? std::optional(numbering.rowOf(is)) : std::nullopt;
     }
     return answer;
 }
