@@ -221,7 +221,8 @@ bool TabbedDialogue::attach(Tab& tab, Glob* page) {
         bool const isPageHere =
             page->parent() == this &&
             std::ranges::any_of(strip_->tabs(), [&](Tab* other) { return other->page_.get() == page; });
-        if (page == strip_ || isPageHere || !mayTake(page)) {
+        bool const isOfStrip = page == strip_ || page->parent() == strip_;
+        if (isOfStrip || isPageHere || !mayTake(page)) {
             Diagnostics::count("page is in use", "TabbedDialogue");
             return false;
         }

@@ -3,6 +3,7 @@
 #include "driver/item_walk_p.h"
 #include "host/base/convert.h"
 #include "host/drawing/png.h"
+#include "host/events/dispatch_scope.h"
 #include "host/events/event_system.h"
 #include "host/events/key_codes.h"
 #include "host/objects/description.h"
@@ -25,7 +26,7 @@ bool hasKeyCode(wchar_t character) {
 }
 
 bool isSeen(Glob const& glob) {
-    return glob.isShown() && !glob.isLightweight();
+    return is_good_glob_ptr(&glob) && glob.isShown() && !glob.isLightweight();
 }
 
 bool fits(GlobDescription const& description, std::optional<Role> role,
@@ -40,11 +41,14 @@ ItemWalk::Reach reachOf(Driver::Reach reach) {
 /// The first item that fits; the empty key when there is none.
 ItemKey findItemOf(Glob& glob, ItemKey in, Driver::Reach reach, std::optional<Role> role,
                    LightweightString<wchar_t> const& name) {
-    DescribedItems const* const items = glob.isShown() ? glob.describedItems() : nullptr;
+    bool const isAsked = is_good_glob_ptr(&glob) && glob.isShown();
+    DescribedItems const* const items = isAsked ? glob.describedItems() : nullptr;
     if (!items) return {};
-    for (ItemWalk walk(*items, in, reachOf(reach)); walk.next();) {
+    LifeGuard const life = glob.guard();
+    for (ItemWalk walk(*items, in, reachOf(reach)); life.alive() && walk.next();) {
         GlobDescription description;
-        if (walk.describe(description) && fits(description, role, name)) return walk.key();
+        if (life.alive() && walk.describe(description) && life.alive() && fits(description, role, name))
+            return walk.key();
     }
     return {};
 }
@@ -88,11 +92,14 @@ void appendLine(Text& text, std::size_t depth, GlobDescription const& descriptio
 }
 
 /// Appends the items in sight.
-void appendItems(Text& text, std::size_t depth, DescribedItems const& items) {
-    for (ItemWalk walk(items, {}, ItemWalk::Reach::inSight); walk.next();) {
+void appendItems(Text& text, std::size_t depth, Glob& glob) {
+    DescribedItems const* const items = glob.describedItems();
+    if (!items) return;
+    LifeGuard const life = glob.guard();
+    for (ItemWalk walk(*items, {}, ItemWalk::Reach::inSight); life.alive() && walk.next();) {
         GlobDescription description;
         description.parts = GlobDescription::relations;
-        if (walk.describe(description)) appendLine(text, depth + 1 + walk.depth(), description);
+        if (life.alive() && walk.describe(description)) appendLine(text, depth + 1 + walk.depth(), description);
     }
 }
 
@@ -103,16 +110,20 @@ bool Driver::refuse(LightweightString<char> const& why) {
     return false;
 }
 
-// Finding
+// Finding. What describes itself may ask the program's code, which may destroy widgets: they are kept in memory
+// meanwhile.
 
 Driver::Target::Target(Glob* glob) : glob_(is_good_glob_ptr(glob) ? glob : nullptr) {}
 
 std::vector<Glob*> Driver::findAll(std::optional<Role> role, LightweightString<wchar_t> const& name) {
+    DispatchScope const scope;
     std::vector<Glob*> found;
     for (Glob* root : host_.globManager().roots()) {
+        if (!is_good_glob_ptr(root)) continue;
         for (Glob* glob : Tree::subtree(*root))
             if (isSeen(*glob) && fits(describe(*glob), role, name)) found.push_back(glob);
     }
+    std::erase_if(found, [](Glob const* glob) { return !is_good_glob_ptr(glob); });
     return found;
 }
 
@@ -130,7 +141,9 @@ bool Driver::refuseToFind(std::optional<Role> role, LightweightString<wchar_t> c
 
 Driver::Target Driver::findItem(std::optional<Role> role, LightweightString<wchar_t> const& name,
                                 Reach reach) {
+    DispatchScope const scope;
     for (Glob* root : host_.globManager().roots()) {
+        if (!is_good_glob_ptr(root)) continue;
         for (Glob* glob : Tree::subtree(*root)) {
             ItemKey const item = findItemOf(*glob, {}, reach, role, name);
             if (!item.isEmpty()) return {glob, item};
@@ -142,6 +155,7 @@ Driver::Target Driver::findItem(std::optional<Role> role, LightweightString<wcha
 
 Driver::Target Driver::findItemIn(Target const& in, std::optional<Role> role,
                                   LightweightString<wchar_t> const& name, Reach reach) {
+    DispatchScope const scope;
     ItemKey const item = in ? findItemOf(*in.glob(), in.item(), reach, role, name) : ItemKey();
     if (!item.isEmpty()) return {in.glob(), item};
     refuseToFind(role, name);
@@ -173,6 +187,7 @@ std::optional<GlobDescription> Driver::describe(Target const& target, std::uint3
     Glob* const glob = target.glob();
     if (!glob) return {};
     if (target.item().isEmpty()) return describe(*glob, parts);
+    DispatchScope const scope;
     GlobDescription description;
     description.parts = parts;
     DescribedItems const* const items = glob->describedItems();
@@ -412,14 +427,16 @@ LightweightString<char> Driver::snapshot(Glob* glob, LightweightString<char> con
 }
 
 LightweightString<char> Driver::tree() {
+    DispatchScope const scope;
     LightweightString<char> text;
     for (Glob* root : host_.globManager().roots()) {
+        if (!is_good_glob_ptr(root)) continue;
         for (Glob* glob : Tree::subtree(*root)) {
             if (!isSeen(*glob)) continue;
             std::size_t depth = 0;
-            for (Glob* above = glob; above != root; above = above->parent()) ++depth;
+            for (Glob* above = glob; above && above != root; above = above->parent()) ++depth;
             appendLine(text, depth, describe(*glob, GlobDescription::relations));
-            if (DescribedItems const* const items = glob->describedItems()) appendItems(text, depth, *items);
+            if (is_good_glob_ptr(glob)) appendItems(text, depth, *glob);
         }
     }
     return text;
