@@ -14,6 +14,8 @@
 #include "look/focus_mark.h"
 #include "look/ink.h"
 
+#include <algorithm>
+
 namespace wainscot {
 
 namespace {
@@ -163,7 +165,9 @@ void Tab::endRenaming(std::optional<LightweightString<wchar_t>> const& name) {
     if (box && isHere) strip->claimKbdFocus();
     if (box) destroy(box);
     if (life.alive()) widthChanged();
-    if (!life.alive() || !name || name->empty() || *name == getName().text()) return;
+    // A name of blanks is none.
+    bool const isNamed = name && !std::ranges::all_of(*name, [](wchar_t c) { return c == L' '; });
+    if (!life.alive() || !isNamed || *name == getName().text()) return;
     setName(*name);
     if (life.alive() && strip_ && strip_.get()->dialogue())
         sendMessage(nameChangedMsg, strip_.get()->dialogue(), this);

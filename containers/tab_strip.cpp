@@ -339,9 +339,10 @@ void TabStrip::dragOn() {
 }
 
 void TabStrip::scrollWhileDragging() {
-    if (!dragged_) return clearInterest(EventKind::timer);
+    if (!dragged_ && hoverSide_ == 0) return clearInterest(EventKind::timer);
     setNextTimer(scrollInterval);
     int const step = UifStd::getButtonHeight();
+    if (!dragged_) return setFirstTabPos(firstTabPos_ - hoverSide_ * step);
     int const before = firstTabPos_;
     if (pointerX_ < 0) setFirstTabPos(firstTabPos_ + step);
     if (pointerX_ > visibleWidth()) setFirstTabPos(firstTabPos_ - step);

@@ -8,6 +8,8 @@
 #include "look/focus_mark.h"
 #include "menus/model/menu_item.h"
 
+#include <utility>
+
 namespace wainscot {
 
 bool TabStrip::react(Event const& event) {
@@ -86,6 +88,33 @@ bool TabStrip::openList() {
         button->addMenuItem(item);
     }
     return button->openMenu(button->screenBox().bottomLeft());
+}
+
+// Drags of others
+
+int TabStrip::sideAt(XY<int> const& place) const {
+    auto const isOn = [&](HandlerRef<Button> const& button) {
+        return button && button.get()->isVisible() && button.get()->isActive() &&
+               button.get()->box().contains(place);
+    };
+    if (!isActive()) return 0;
+    return isOn(backButton_) ? -1 : isOn(forwardButton_) ? 1 : 0;
+}
+
+bool TabStrip::canAccept(DragDropItem const&, XY<int> const& place, eDropReason reason) {
+    return reason == dropHover && sideAt(place) != 0;
+}
+
+void TabStrip::handleDragHover(DragDropItem const&, XY<int> const& place, bool inside) {
+    int const side = inside ? sideAt(place) : 0;
+    if (side == std::exchange(hoverSide_, side) || side == 0) return;
+    setInterest(EventKind::timer);
+    setNextTimer(scrollInterval);
+}
+
+/// It takes nothing itself.
+MouseCursorID TabStrip::getDropCursor(DragDropItem const&, XY<int> const&) const {
+    return arrowCursor;
 }
 
 // Look

@@ -69,6 +69,10 @@ public:
     void draw() override;
     void handleLookChange(LookChange changes) override;
     void describe(GlobDescription& description) const override;
+    /// A drag that rests on a step button scrolls.
+    bool canAccept(DragDropItem const& item, XY<int> const& place, eDropReason reason) override;
+    void handleDragHover(DragDropItem const& item, XY<int> const& place, bool inside) override;
+    MouseCursorID getDropCursor(DragDropItem const& item, XY<int> const& place) const override;
 
 private:
     class Area;
@@ -78,7 +82,8 @@ private:
     static constexpr LightweightString<char> listMsg{"tabs_list"};
     /// How far a notch of the wheel goes, in heights of a button.
     static constexpr int wheelStep = 3;
-    /// How often it scrolls while a tab is dragged beyond its ends, in milliseconds.
+    /// How often it scrolls while a tab is dragged beyond its ends, or anything over its step buttons, in
+    /// milliseconds.
     static constexpr double scrollInterval = 60;
 
     /// The left edges of the tabs, and behind them their whole width; up to date after `measure`.
@@ -92,6 +97,8 @@ private:
     bool reactToKey(Event const& event);
     void selectFrom(int index, int direction);
     bool openList();
+    /// To which side a drag at a place scrolls: -1 or 1; 0 = to none.
+    int sideAt(XY<int> const& place) const;
     void scrollWhileDragging();
     int draggedLeft() const;
     void dragOn();
@@ -119,6 +126,8 @@ private:
     std::size_t draggedFrom_ = 0;
     int grip_ = 0;
     int pointerX_ = 0;
+    /// To which side a drag of something else scrolls.
+    int hoverSide_ = 0;
 };
 
 } // namespace wainscot

@@ -323,6 +323,20 @@ TEST_F(Tabs, AStripThatIsTooShortIsScrolled) {
     driver_.wheelAt(placeOf(*dialogue, 1), -1);
     EXPECT_LT(dialogue->getFirstTabPos(), 0);
     EXPECT_EQ(dialogue->getCurrentTab(), 0);
+    // Also by what is dragged over a step button.
+    driver_.moveTo(placeOf(*dialogue, 1));
+    driver_.press(Driver::Button::left);
+    EXPECT_TRUE(DragDropManager::instance().beginDrag(Qv::makePtr<DragDropItem>("clip"), root_));
+    Glob* const button = driver_.find(Role::button, L"Tabs behind");
+    driver_.moveTo(button->screenBox().centre());
+    int const before = dialogue->getFirstTabPos();
+    driver_.advance(500);
+    int const after = dialogue->getFirstTabPos();
+    EXPECT_LT(after, before);
+    driver_.moveTo(XY<int>(1, 1));
+    driver_.advance(500);
+    EXPECT_EQ(dialogue->getFirstTabPos(), after);
+    driver_.release();
     dialogue->setFirstTabPos(-100'000);
     EXPECT_EQ(dialogue->getFirstTabPos(), strip() - dialogue->calcTotalTabsWidth());
     dialogue->ensureTabIsVisible(10);
