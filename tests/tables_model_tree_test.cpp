@@ -194,6 +194,8 @@ TEST(TreeRows, RandomScriptsAgreeWithRowsKeptOneByOne) {
                 if (random() % 2 == 0) std::rotate(siblings.begin(), siblings.begin() + 1, siblings.end());
                 bool const goes = random() % 3 == 0;
                 if (goes) std::erase(siblings, line.name);
+                bool const moves = forest.way == Forest::Way::lists && random() % 2 == 0;
+                if (goes && moves) forest.nodes["/"].children.push_back(line.name);
                 std::vector<unsigned int> kept{number / 2, number};
                 std::vector<std::string> const names{plain.lines[number / 2].name, line.name};
                 plain.refresh();

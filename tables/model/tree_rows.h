@@ -83,10 +83,11 @@ public:
     bool getDefaultBranchState(Text const& name) const { return remembered_.contains(name); }
     void setDefaultBranchState(Text const& name, bool isOpen);
 
-    // These answer where the rows with some numbers are afterwards: those of the same names in the same
-    // branches, or of the same numbers where children were counted.
     /// Remembers which branches are open in an open one.
     void rememberIn(unsigned int branchRow);
+
+    // These answer where the rows with some numbers are afterwards: those of the same names, first of all in
+    // the same branches, or those of the same numbers where children were counted.
 
     using Places = std::vector<std::optional<unsigned int>>;
     /// Opens all branches, or a branch and all in it. What is open already is listed again.

@@ -8,6 +8,9 @@ namespace wainscot {
 
 namespace {
 
+/// So many rows are looked for in other branches.
+constexpr std::size_t mostMoved = 256;
+
 /// A child that is to be opened.
 struct ToOpen {
     unsigned int index = 0;
@@ -43,10 +46,16 @@ public:
 
     /// Where the kept rows are in the new branches.
     std::vector<Place> const& places() const { return places_; }
+    /// Looks for those that have left their branch in all open ones that were listed.
+    void findMoved();
 
 private:
     struct Kept {
         unsigned int index;
+        std::size_t slot;
+    };
+    struct Gone {
+        Text name;
         std::size_t slot;
     };
     struct Step {
@@ -64,6 +73,7 @@ private:
     /// With `opensAll` the branches in it are opened when they come, perhaps later.
     std::unique_ptr<Branch> list(TreeItem const& item, std::uint16_t childDepth, Branch* parent, Branch* old,
                                  bool opensAll);
+    void noteOpen(Branch const& old);
     void findOpen(Step& step);
     bool wantsOpen(Step& step, TreeItem const& item) const;
     void findKept(Branch& now, Branch& old);
@@ -74,10 +84,13 @@ private:
     TreeSource* source_ = nullptr;
     unsigned int numOpened_ = 0;
     unsigned int numListed_ = 0;
+    /// Names of all branches that were open.
+    std::unordered_set<Text> wereOpen_;
     /// Names on the way from the root.
     std::unordered_map<Text, int> path_;
     std::unordered_map<Branch const*, std::vector<Kept>> kept_;
     std::vector<Place> places_;
+    std::vector<Gone> gone_;
 };
 
 TreeSource::Children TreeRows::list(TreeItem const* parent) {
@@ -113,10 +126,25 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::list(TreeItem const& item
     return branch;
 }
 
+void TreeRows::Gathering::noteOpen(Branch const& old) {
+    std::vector<Branch const*> rest{&old};
+    while (!rest.empty()) {
+        Branch const* const branch = rest.back();
+        rest.pop_back();
+        for (Branch::Open const& inner : branch->open) {
+            wereOpen_.insert(inner.branch->item.name);
+            rest.push_back(inner.branch.get());
+        }
+    }
+}
+
 bool TreeRows::Gathering::wantsOpen(Step& step, TreeItem const& item) const {
     if (!item.isBranch() || path_.contains(item.name)) return false;
     bool const wasOpen = step.known.contains(item.name) && step.taken.insert(item.name).second;
-    return wasOpen || step.opensAll || rows_.remembered_.contains(item.name);
+    if (wasOpen || step.opensAll || rows_.remembered_.contains(item.name)) return true;
+    // It may have come from another branch.
+    if (!wereOpen_.contains(item.name)) return false;
+    return !step.old || (!step.old->list.items.empty() && rows_.indexIn(*step.old, item.name) < 0);
 }
 
 void TreeRows::Gathering::findOpen(Step& step) {
@@ -163,7 +191,24 @@ void TreeRows::Gathering::findKept(Branch& now, Branch& old) {
         bool const stays = kept.index < now.list.items.size() && now.list.items[kept.index].name == item.name;
         int const index = stays ? static_cast<int>(kept.index) : rows_.indexIn(now, item.name);
         if (isOver()) return;
-        if (index >= 0) places_[kept.slot] = {&now, static_cast<unsigned int>(index)};
+        if (index >= 0)
+            places_[kept.slot] = {&now, static_cast<unsigned int>(index)};
+        else if (gone_.size() < mostMoved)
+            gone_.push_back({item.name, kept.slot});
+    }
+}
+
+void TreeRows::Gathering::findMoved() {
+    std::vector<Branch*> rest;
+    if (!gone_.empty()) rest.push_back(rows_.root_.get());
+    while (!rest.empty()) {
+        Branch* const branch = rest.back();
+        rest.pop_back();
+        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
+        if (branch->list.items.empty()) continue;
+        for (Gone const& gone : gone_)
+            if (int const index = rows_.indexIn(*branch, gone.name); index >= 0)
+                places_[gone.slot] = {branch, static_cast<unsigned int>(index)};
     }
 }
 
@@ -171,6 +216,7 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::run(Place const& place, T
                                                            Branch* old) {
     Asking const asking(rows_);
     source_ = rows_.source();
+    if (old) noteOpen(*old);
     for (Branch const* above = place.branch; above; above = above->parent) ++path_[above->item.name];
     bool const isRoot = !place.branch;
     // The root's own name is none; an uppermost item may have none, too.
@@ -263,6 +309,7 @@ TreeRows::Places TreeRows::listAgain(Gathering& gathering, Place const& place, B
         if (old) detach(*place.branch, place.branch->openFrom(place.index));
         attach(std::move(now), *place.branch, place.index);
     }
+    gathering.findMoved();
     Numbering numbering;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         Place const& is = gathering.places()[i];
