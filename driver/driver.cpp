@@ -99,7 +99,8 @@ void appendItems(Text& text, std::size_t depth, Glob& glob) {
     for (ItemWalk walk(*items, {}, ItemWalk::Reach::inSight); life.alive() && walk.next();) {
         GlobDescription description;
         description.parts = GlobDescription::relations;
-        if (life.alive() && walk.describe(description)) appendLine(text, depth + 1 + walk.depth(), description);
+        if (life.alive() && walk.describe(description))
+            appendLine(text, depth + 1 + walk.depth(), description);
     }
 }
 
@@ -110,8 +111,8 @@ bool Driver::refuse(LightweightString<char> const& why) {
     return false;
 }
 
-// Finding. What describes itself may ask the program's code, which may destroy widgets: they are kept in memory
-// meanwhile.
+// Finding. What describes itself may ask the program's code, which may destroy widgets: they are kept in
+// memory meanwhile.
 
 Driver::Target::Target(Glob* glob) : glob_(is_good_glob_ptr(glob) ? glob : nullptr) {}
 
