@@ -114,7 +114,8 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::list(TreeItem const& item
     branch->list = rows_.list(branch->asParent());
     if (isOver()) return nullptr;
     if (branch->list.isPending && branch->numChildren() == 0 && old) {
-        branch->list = std::move(old->list);
+        // The old rows are still on display, and stay when the listing fails.
+        branch->list = old->list;
         branch->list.isPending = true;
     }
     // No more rows than can be counted.
