@@ -402,7 +402,10 @@ void TreeView::placeNameBox() {
     if (isSeen) {
         auto const number = static_cast<unsigned int>(row);
         int const gap = UifStd::getWidgetGap();
-        int const left = getItemBounds(number, eLabelBounds).x1 - body_->box().x1 - gap;
+        IntBox const label = getItemBounds(number, eLabelBounds);
+        // The adaptor may have ended the editing, or the tree.
+        if (!life.alive() || !nameBox_) return;
+        int const left = label.x1 - body_->box().x1 - gap;
         IntBox const line = rowBox(number);
         int const least = 4 * UifStd::getButtonHeight();
         int const width = std::max(least, line.x2 - left - gap);
