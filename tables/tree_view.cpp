@@ -86,31 +86,33 @@ void TreeView::takeAdaptor() {
     iTreeViewAdaptor* const adaptor = nextLife_ && nextLife_->alive() ? nextAdaptor_ : nullptr;
     later_.stop();
     selected_.reset();
-    current_ = anchor_ = pressedRow_ = hoveredRow_ = -1;
+    current_ = anchor_ = pressedRow_ = hoveredRow_ = editedRow_ = -1;
     tags_.clear();
     setDrop({});
     windowTop_ = 0;
     windowLeft_ = contentWidth_ = 0;
     rows_.setSource(adaptor);
-    if (life.alive()) rowsChanged();
+    if (life.alive()) rowsChanged(false);
 }
 
 void TreeView::refresh() {
-    listAgain([this](std::vector<unsigned int> const& kept) { return rows_.refresh(kept); });
+    listAgain({}, [this](std::vector<unsigned int> const& kept) { return rows_.refresh(kept); });
 }
 
 void TreeView::refresh(Text const& name) {
     if (name.empty()) return refresh();
     DispatchScope const scope;
-    int const row = findItem(name);
+    auto const open = rows_.findOpen(name);
+    int const row = open ? static_cast<int>(*open) : findItem(name);
     if (row < 0) return;
     auto const number = static_cast<unsigned int>(row);
     if (!rows_.isExpanded(number)) return damageRow(number);
-    listAgain([this, number](std::vector<unsigned int> const& kept) { return rows_.refresh(number, kept); });
+    listAgain(number, [&](std::vector<unsigned int> const& kept) { return rows_.refresh(number, kept); });
 }
 
-/// The tags, the row of the keys and the first row in sight stay with their items.
-void TreeView::listAgain(ListAgain const& list) {
+/// The tags, the row of the keys and the first row in sight stay with their items. What lies outside the
+/// branch costs nothing, so that very many branches may come one by one.
+void TreeView::listAgain(std::optional<unsigned int> branchRow, ListAgain const& list) {
     if (rows_.isAsking()) {
         refreshTimer_.start(0);
         return;
@@ -118,54 +120,88 @@ void TreeView::listAgain(ListAgain const& list) {
     DispatchScope const scope;
     Glib::UpdateDeferrer const deferrer(canvas());
     LifeGuard const life = guard();
-    bool const wasShown = selected_ && rows_.find(*selected_);
+    bool const wasShown = selectedRow() >= 0;
     if (!life.alive()) return;
+    auto const listed = [&] {
+        unsigned int const first = branchRow ? *branchRow + 1 : 0;
+        return RowRange{first, branchRow ? rows_.findLastChild(*branchRow) + 1 : numRows()};
+    };
+    RowRange const before = listed();
     int const height = getRowHeight();
-    auto const top = static_cast<unsigned int>(windowTop_ / height);
+    auto top = static_cast<int>(windowTop_ / height);
     auto const part = windowTop_ % height;
-    std::vector<unsigned int> kept{top};
-    for (int const row : {current_, anchor_, pressedRow_, hoveredRow_})
-        kept.push_back(static_cast<unsigned int>(std::max(row, 0)));
-    std::size_t const numPlaces = kept.size();
+    int* const followers[] = {&top, &current_, &anchor_, &pressedRow_, &hoveredRow_, &editedRow_};
+    std::vector<unsigned int> kept;
+    for (int const* row : followers) kept.push_back(static_cast<unsigned int>(std::max(*row, 0)));
     for (RowRange const range : tags_.ranges())
-        for (unsigned int row = range.first; row < range.end; ++row) kept.push_back(row);
+        for (unsigned int row = std::max(range.first, before.first); row < std::min(range.end, before.end);
+             ++row)
+            kept.push_back(row);
     unsigned int const version = rows_.version();
     TreeRows::Places const places = list(kept);
     if (!life.alive() || rows_.version() == version) return;
-    auto const numberOf = [&](std::size_t i, int before) {
-        return before >= 0 && places[i] ? static_cast<int>(*places[i]) : -1;
-    };
-    if (places[0]) windowTop_ = std::int64_t{*places[0]} * height + part;
-    current_ = numberOf(1, current_);
-    anchor_ = numberOf(2, anchor_);
-    pressedRow_ = numberOf(3, pressedRow_);
-    hoveredRow_ = numberOf(4, hoveredRow_);
-    std::vector<RowRange> tagged;
-    for (std::size_t i = numPlaces; i < places.size(); ++i)
-        if (places[i]) tagged.push_back({*places[i], *places[i] + 1});
+    RowRange const after = listed();
+    std::size_t place = 0;
+    for (int* const row : followers) {
+        auto const& found = places[place++];
+        if (*row < static_cast<int>(before.first)) continue;
+        if (*row >= static_cast<int>(before.end))
+            *row += static_cast<int>(after.count()) - static_cast<int>(before.count());
+        else if (found)
+            *row = static_cast<int>(*found);
+        else if (row != &top)
+            *row = -1;
+    }
+    windowTop_ = std::int64_t{top} * height + part;
     unsigned int const numTagged = tags_.count();
+    follow(tags_, {RowNotice::Kind::removed, before.first, before.count()});
+    follow(tags_, {RowNotice::Kind::inserted, after.first, after.count()});
+    std::vector<RowRange> tagged(tags_.ranges().begin(), tags_.ranges().end());
+    for (; place < places.size(); ++place)
+        if (places[place]) tagged.push_back({*places[place], *places[place] + 1});
     tags_.assign(tagged);
     // A name is edited on while its item is there.
-    if (isEditing() && findItem(editedName_) < 0) endEditing(std::nullopt);
-    if (life.alive()) rowsChanged();
+    if (isEditing() && editedRow() < 0) endEditing(std::nullopt);
+    if (life.alive()) rowsChanged(wasShown, branchRow);
     if (life.alive() && tags_.count() != numTagged) informListeners(eTagsChanged);
     if (life.alive()) tellSelectionHidden(wasShown);
 }
 
 void TreeView::tellSelectionHidden(bool wasShown) {
-    if (wasShown && selected_ && !rows_.find(*selected_)) informListeners(eSelectionHidden);
+    if (wasShown && selected_ && selectedRow() < 0) informListeners(eSelectionHidden);
 }
 
-void TreeView::rowsChanged() {
+int TreeView::rowOf(Text const& name, int row) const {
+    DispatchScope const scope;
     LifeGuard const life = guard();
-    if (selected_)
-        if (auto const row = rows_.find(*selected_)) current_ = static_cast<int>(*row);
+    if (row >= 0 && rows_.at(static_cast<unsigned int>(row)).item.name == name) return row;
+    return life.alive() ? findItem(name) : -1;
+}
+
+int TreeView::selectedRow() const {
+    DispatchScope const scope;
+    if (!selected_ || current_ < 0) return -1;
+    return rows_.at(static_cast<unsigned int>(current_)).item.name == *selected_ ? current_ : -1;
+}
+
+int TreeView::editedRow() const {
+    return rowOf(editedName_, editedRow_);
+}
+
+void TreeView::rowsChanged(bool wasSelectionShown, std::optional<unsigned int> branchRow) {
+    LifeGuard const life = guard();
+    if (selected_ && selectedRow() < 0 && life.alive() && selected_) {
+        // It may have left the branch, but only into the branch can it have come.
+        Text const name = *selected_;
+        auto const row = branchRow && !wasSelectionShown ? rows_.findIn(*branchRow, name) : rows_.find(name);
+        if (life.alive() && row) current_ = static_cast<int>(*row);
+    }
     if (!life.alive()) return;
     current_ = std::min(current_, static_cast<int>(numRows()) - 1);
     if (drop_.kind == Drop::onRow || drop_.kind == Drop::beforeRow) {
         // The mark goes with its row.
         Drop drop = drop_;
-        drop.row = findItem(drop.kind == Drop::onRow ? drop.target : drop.before);
+        drop.row = rowOf(drop.kind == Drop::onRow ? drop.target : drop.before, drop.row);
         if (!life.alive()) return;
         setDrop(drop.row < 0 ? Drop() : drop);
     }
@@ -187,6 +223,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
     if (!life.alive() || row >= numRows() || rows_.isAsking() || !data.item.isBranch()) return false;
     bool const wasSelected = selected_.has_value();
     endEditing(std::nullopt);
+    bool const wasShown = life.alive() && selectedRow() >= 0;
     if (!life.alive()) return true;
     unsigned int const numTagged = tags_.count();
     unsigned int added = 0;
@@ -206,7 +243,7 @@ bool TreeView::toggleBranchExpansion(unsigned int row) {
         for (int* const at : {&current_, &anchor_, &pressedRow_, &hoveredRow_})
             if (*at > static_cast<int>(row)) *at += static_cast<int>(added);
     }
-    rowsChanged();
+    rowsChanged(wasShown, row);
     if (!life.alive()) return true;
     unsigned int const version = rows_.version();
     informListeners(data.isExpanded ? eBranchCollapsed : eBranchExpanded);
@@ -246,19 +283,22 @@ bool TreeView::collapse(Text const& name) {
 void TreeView::expandAll() {
     LifeGuard const life = guard();
     unsigned int const before = numRows();
-    listAgain([this](std::vector<unsigned int> const& kept) { return rows_.expandAll(kept); });
+    listAgain({}, [this](std::vector<unsigned int> const& kept) { return rows_.expandAll(kept); });
     if (life.alive() && numRows() > before) informListeners(eBranchExpanded);
 }
 
 bool TreeView::expandAll(Text const& name) {
     DispatchScope const scope;
     int const row = findItem(name);
-    if (row < 0 || !rows_.at(static_cast<unsigned int>(row)).item.isBranch()) return false;
+    return row >= 0 && expandAllAt(static_cast<unsigned int>(row));
+}
+
+bool TreeView::expandAllAt(unsigned int row) {
+    DispatchScope const scope;
     LifeGuard const life = guard();
+    if (!rows_.at(row).item.isBranch() || !life.alive()) return false;
     unsigned int const before = numRows();
-    listAgain([this, row](std::vector<unsigned int> const& kept) {
-        return rows_.expandAll(static_cast<unsigned int>(row), kept);
-    });
+    listAgain(row, [&](std::vector<unsigned int> const& kept) { return rows_.expandAll(row, kept); });
     if (life.alive() && numRows() > before) informListeners(eBranchExpanded);
     return true;
 }
@@ -347,11 +387,11 @@ bool TreeView::selectRow(unsigned int row) {
     Text const name = rows_.at(row).item.name;
     if (!life.alive()) return true;
     bool const isOther = selected_ != name;
-    auto const former = selected_ ? rows_.find(*selected_) : std::nullopt;
+    int const former = selectedRow();
     if (!life.alive()) return true;
     bool const markedRow = marksRow();
     damageRow(static_cast<unsigned int>(std::max(current_, 0)));
-    if (former) damageRow(*former);
+    if (former >= 0) damageRow(static_cast<unsigned int>(former));
     damageRow(row);
     current_ = static_cast<int>(row);
     selected_ = name;
@@ -475,6 +515,7 @@ bool TreeView::enableEditing(Text const& name) {
                            });
     nameBox_ = HandlerRef<Glob>(box);
     editedName_ = item.name;
+    editedRow_ = row;
     body_->addChild(box, BottomLeft(0, 0));
     if (!life.alive() || !nameBox_) return false;
     placeNameBox();
@@ -493,7 +534,7 @@ void TreeView::endEditing(std::optional<Text> const& name) {
     destroy(box);
     if (!life.alive()) return;
     damageRows();
-    int const row = findItem(before);
+    int const row = rowOf(before, std::exchange(editedRow_, -1));
     if (!name || name->empty() || row < 0) return;
     auto const number = static_cast<unsigned int>(row);
     TreeRows::Row const data = rows_.at(number);
@@ -511,8 +552,9 @@ void TreeView::endEditing(std::optional<Text> const& name) {
     bool const wasSelected = selected_ == before;
     int const parent = rows_.parentRow(number);
     if (wasSelected) selected_.reset();
-    listAgain([this, parent](std::vector<unsigned int> const& kept) {
-        return parent < 0 ? rows_.refresh(kept) : rows_.refresh(static_cast<unsigned int>(parent), kept);
+    auto const branchRow = parent < 0 ? std::nullopt : std::optional(static_cast<unsigned int>(parent));
+    listAgain(branchRow, [&](std::vector<unsigned int> const& kept) {
+        return branchRow ? rows_.refresh(*branchRow, kept) : rows_.refresh(kept);
     });
     if (!life.alive()) return;
     rows_.setDefaultBranchState(*name, wasRemembered);

@@ -355,8 +355,16 @@ private:
 
     void takeAdaptor();
     using ListAgain = std::function<TreeRows::Places(std::vector<unsigned int> const& rows)>;
-    void listAgain(ListAgain const& list);
-    void rowsChanged();
+    /// All branches, or one and those in it.
+    void listAgain(std::optional<unsigned int> branchRow, ListAgain const& list);
+    bool expandAllAt(unsigned int row);
+    /// To be called after rows have come and gone: all of them, or those in one branch.
+    void rowsChanged(bool wasSelectionShown, std::optional<unsigned int> branchRow = {});
+    /// The row of the selected item; -1 while it is not among the rows.
+    int selectedRow() const;
+    int editedRow() const;
+    /// The row if it still has the name, else the first one that has it; -1 when none has.
+    int rowOf(Text const& name, int row) const;
     void tellSelectionHidden(bool wasShown);
     bool selectRow(unsigned int row);
     void moveTo(unsigned int row, std::uint32_t modifiers);
@@ -405,6 +413,7 @@ private:
     TypeAhead typed_;
     HandlerRef<Glob> nameBox_;
     Text editedName_;
+    int editedRow_ = -1;
     int pressedRow_ = -1;
     /// A press on a tagged row picks it alone when it is released, so that all tagged ones can be dragged.
     bool picksOnRelease_ = false;

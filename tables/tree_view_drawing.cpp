@@ -274,9 +274,9 @@ void TreeView::drawRows(Glob& body) {
     DispatchScope const scope;
     LifeGuard const life = guard();
     paintFont_ = Glib::loadFont(UifStd::getFont());
-    auto const selected = selected_ ? rows_.find(*selected_) : std::nullopt;
+    int const selected = selectedRow();
     if (!life.alive()) return;
-    paintedSelection_ = selected ? static_cast<int>(*selected) : -1;
+    paintedSelection_ = selected;
     RowRange const seen = rowsInSight();
     rows_.visit(seen.first, seen.end, [&](unsigned int row, TreeRows::Row const& data) {
         IntBox const box = rowBox(row).translated(origin);
@@ -318,7 +318,8 @@ void TreeView::drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int
     bool const isTagged = tags_.contains(row);
     bool const isSelected = static_cast<int>(row) == paintedSelection_ || isTagged;
     // Where rows are tagged, the selected one is faint unless it is, too.
-    bool const isStrong = get_kbd_focus() == this && (isTagged || (options_ & allowsTags) == 0);
+    bool const hasFocus = get_kbd_focus() == this || isEditing();
+    bool const isStrong = hasFocus && (isTagged || (options_ & allowsTags) == 0);
     Colour const ground = isSelected ? palette.selection(isStrong ? eSelectionActive : eSelectionInactive)
                                      : palette.window(eWindowRecessed);
     renderer.renderPrimitive(Glib::RectDescription(box, ground));
@@ -396,7 +397,7 @@ void TreeView::placeNameBox() {
     Glob* const box = nameBox_.get();
     if (!box || !body_) return;
     LifeGuard const life = guard();
-    int const row = findItem(editedName_);
+    int const row = editedRow();
     bool const isSeen = life.alive() && row >= 0 && isVisible(static_cast<unsigned int>(row));
     if (!life.alive() || !nameBox_) return;
     if (isSeen) {
@@ -480,7 +481,7 @@ bool TreeView::describeItem(ItemKey item, GlobDescription& description) const {
     description.role = Role::treeItem;
     description.name = textOf(data.item);
     if (static_cast<int>(row) == current_) description.states |= GlobDescription::focused;
-    if (tags_.contains(row) || (selected_ && findItem(*selected_) == static_cast<int>(row)))
+    if (tags_.contains(row) || selectedRow() == static_cast<int>(row))
         description.states |= GlobDescription::selected;
     if (data.isExpanded) description.states |= GlobDescription::expanded;
     if (isActive()) description.states |= GlobDescription::enabled;

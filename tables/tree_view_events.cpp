@@ -343,7 +343,7 @@ bool TreeView::performKey(KeyAction action, std::uint32_t key) {
     case collapseThis:
         return data.item.isBranch() && (!data.isExpanded || toggleBranchExpansion(row));
     case expandAllBelow:
-        return expandAll(data.item.name);
+        return expandAllAt(row);
     case activate:
         informListeners(eItemActivated);
         return true;

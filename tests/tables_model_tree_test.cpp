@@ -167,7 +167,13 @@ TEST(TreeRows, RandomScriptsAgreeWithRowsKeptOneByOne) {
             Plain::Line const line = plain.lines[row];
             auto const number = static_cast<unsigned int>(row);
             ASSERT_EQ(rows.find(fromUTF8(line.name.c_str())), number);
+            ASSERT_EQ(rows.findOpen(fromUTF8(line.name.c_str())),
+                      line.isOpen ? std::optional(number) : std::nullopt);
             int const parent = rows.parentRow(number);
+            if (parent >= 0) {
+                ASSERT_EQ(rows.findIn(static_cast<unsigned int>(parent), fromUTF8(line.name.c_str())),
+                          number);
+            }
             ASSERT_EQ(parent < 0 ? "" : plain.lines[static_cast<std::size_t>(parent)].name, line.parent);
             switch (random() % 8) {
             case 0:

@@ -74,6 +74,8 @@ struct TreeRows::Branch {
     /// The rows at any depth.
     unsigned int below = 0;
     mutable std::vector<unsigned int> sums;
+    /// Where it is among the open branches of its name.
+    std::size_t openSlot = 0;
     /// Indices of children by their names, found by hashing; made when a name is first sought.
     mutable std::vector<unsigned int> byName;
 };

@@ -60,6 +60,7 @@ void TreeRows::setSource(TreeSource* source) {
     // The rows on display belong to the question that is being asked.
     if (isAsking()) return;
     root_ = std::make_unique<Branch>();
+    openByName_.reset();
     changed();
     if (source) refresh({});
 }
@@ -258,8 +259,25 @@ std::optional<unsigned int> TreeRows::find(Text const& name) const {
     if (foundVersion_ == version_ && foundName_ == name) return foundRow_;
     LifeGuard const life(life_);
     unsigned int const version = version_;
+    std::optional<unsigned int> const first = findFrom(*root_, name);
+    if (!life.alive() || version_ != version) return std::nullopt;
+    foundName_ = name;
+    foundRow_ = first;
+    foundVersion_ = version_;
+    return first;
+}
+
+std::optional<unsigned int> TreeRows::findIn(unsigned int branchRow, Text const& name) const {
+    Place const place = locate(branchRow);
+    Branch const* const open = place.branch ? place.branch->openAt(place.index) : nullptr;
+    return open ? findFrom(*open, name) : std::nullopt;
+}
+
+std::optional<unsigned int> TreeRows::findFrom(Branch const& top, Text const& name) const {
+    LifeGuard const life(life_);
+    unsigned int const version = version_;
     std::optional<unsigned int> first;
-    std::vector<Branch const*> rest{root_.get()};
+    std::vector<Branch const*> rest{&top};
     while (!rest.empty()) {
         Branch const* const branch = rest.back();
         rest.pop_back();
@@ -271,10 +289,48 @@ std::optional<unsigned int> TreeRows::find(Text const& name) const {
         }
         for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
     }
-    foundName_ = name;
-    foundRow_ = first;
-    foundVersion_ = version_;
     return first;
+}
+
+std::optional<unsigned int> TreeRows::findOpen(Text const& name) const {
+    if (!openByName_) {
+        openByName_.emplace();
+        enterOpen(*root_);
+    }
+    auto const found = openByName_->find(name);
+    if (found == openByName_->end() || found->second.size() != 1) return std::nullopt;
+    Branch const& branch = *found->second.front();
+    return rowOf(*branch.parent, branch.index);
+}
+
+void TreeRows::enterOpen(Branch& top) const {
+    if (!openByName_) return;
+    std::vector<Branch*> rest{&top};
+    while (!rest.empty()) {
+        Branch* const branch = rest.back();
+        rest.pop_back();
+        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
+        if (branch == root_.get()) continue;
+        std::vector<Branch*>& named = (*openByName_)[branch->item.name];
+        branch->openSlot = named.size();
+        named.push_back(branch);
+    }
+}
+
+void TreeRows::leaveOpen(Branch& top) const {
+    if (!openByName_) return;
+    std::vector<Branch*> rest{&top};
+    while (!rest.empty()) {
+        Branch* const branch = rest.back();
+        rest.pop_back();
+        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
+        auto const found = openByName_->find(branch->item.name);
+        std::vector<Branch*>& named = found->second;
+        named.back()->openSlot = branch->openSlot;
+        named[branch->openSlot] = named.back();
+        named.pop_back();
+        if (named.empty()) openByName_->erase(found);
+    }
 }
 
 std::vector<TreeItem> TreeRows::expandedItems() const {
@@ -342,17 +398,21 @@ unsigned int TreeRows::collapseBranch(unsigned int row) {
     return detach(*place.branch, at)->below;
 }
 
-void TreeRows::attach(std::unique_ptr<Branch> branch, Branch& parent, unsigned int index) {
-    std::size_t const at = parent.openFrom(index);
-    unsigned int const below = branch->below;
-    branch->parent = &parent;
-    branch->index = index;
-    parent.open.insert(parent.open.begin() + static_cast<std::ptrdiff_t>(at), {index, std::move(branch)});
-    parent.changedFrom(at);
-    for (Branch* above = &parent; above; above = above->parent) {
-        above->below += below;
+void TreeRows::belowChanged(Branch& branch, unsigned int added, unsigned int gone) {
+    for (Branch* above = &branch; above; above = above->parent) {
+        above->below += added - gone;
         if (above->parent) above->parent->changedFrom(above->parent->openFrom(above->index));
     }
+}
+
+void TreeRows::attach(std::unique_ptr<Branch> branch, Branch& parent, unsigned int index) {
+    std::size_t const at = parent.openFrom(index);
+    branch->parent = &parent;
+    branch->index = index;
+    enterOpen(*branch);
+    belowChanged(parent, branch->below, 0);
+    parent.open.insert(parent.open.begin() + static_cast<std::ptrdiff_t>(at), {index, std::move(branch)});
+    parent.changedFrom(at);
     changed();
 }
 
@@ -360,12 +420,22 @@ std::unique_ptr<TreeRows::Branch> TreeRows::detach(Branch& parent, std::size_t o
     std::unique_ptr<Branch> branch = std::move(parent.open[openIndex].branch);
     parent.open.erase(parent.open.begin() + static_cast<std::ptrdiff_t>(openIndex));
     parent.changedFrom(openIndex);
-    for (Branch* above = &parent; above; above = above->parent) {
-        above->below -= branch->below;
-        if (above->parent) above->parent->changedFrom(above->parent->openFrom(above->index));
-    }
+    leaveOpen(*branch);
+    belowChanged(parent, 0, branch->below);
     changed();
     return branch;
+}
+
+void TreeRows::replace(Branch& parent, std::size_t openIndex, std::unique_ptr<Branch> branch) {
+    std::unique_ptr<Branch>& place = parent.open[openIndex].branch;
+    branch->parent = &parent;
+    branch->index = place->index;
+    leaveOpen(*place);
+    enterOpen(*branch);
+    belowChanged(parent, branch->below, place->below);
+    place = std::move(branch);
+    parent.changedFrom(openIndex);
+    changed();
 }
 
 } // namespace wainscot

@@ -70,6 +70,11 @@ public:
     unsigned int findLastChild(unsigned int row) const;
     /// The first row with this name.
     std::optional<unsigned int> find(Text const& name) const;
+    /// The same among the rows in a branch, at any depth.
+    std::optional<unsigned int> findIn(unsigned int branchRow, Text const& name) const;
+    /// The row of an open branch with this name, in the time that its depth takes; nothing when none has it,
+    /// or when several have.
+    std::optional<unsigned int> findOpen(Text const& name) const;
     /// Branches that are open, in no order.
     std::vector<TreeItem> expandedItems() const;
 
@@ -111,10 +116,17 @@ private:
     Row rowAt(Place const& place) const;
     TreeItem itemAt(Branch const& branch, unsigned int index) const;
     int indexIn(Branch const& branch, Text const& name) const;
+    std::optional<unsigned int> findFrom(Branch const& top, Text const& name) const;
     TreeSource::Children list(TreeItem const* parent);
     void rememberIn(Branch const& branch);
     void attach(std::unique_ptr<Branch> branch, Branch& parent, unsigned int index);
     std::unique_ptr<Branch> detach(Branch& parent, std::size_t openIndex);
+    /// Puts a branch into the place of an open one.
+    void replace(Branch& parent, std::size_t openIndex, std::unique_ptr<Branch> branch);
+    static void belowChanged(Branch& branch, unsigned int added, unsigned int gone);
+    // The open branches by their names, from when one was first sought.
+    void enterOpen(Branch& top) const;
+    void leaveOpen(Branch& top) const;
     Places listAgain(Gathering& gathering, Place const& place, Branch* old,
                      std::span<unsigned int const> rows);
     Places listAgain(Gathering& gathering, unsigned int branchRow, std::span<unsigned int const> rows);
@@ -127,6 +139,7 @@ private:
     LifeToken life_;
     mutable int numAsking_ = 0;
     unsigned int version_ = 0;
+    mutable std::optional<std::unordered_map<Text, std::vector<Branch*>>> openByName_;
     mutable Text foundName_;
     mutable std::optional<unsigned int> foundRow_;
     mutable std::optional<unsigned int> foundVersion_;

@@ -305,9 +305,11 @@ TreeRows::Places TreeRows::listAgain(Gathering& gathering, Place const& place, B
     if (!now) return answer;
     if (!place.branch) {
         root_ = std::move(now);
+        openByName_.reset();
         changed();
+    } else if (old) {
+        replace(*place.branch, place.branch->openFrom(place.index), std::move(now));
     } else {
-        if (old) detach(*place.branch, place.branch->openFrom(place.index));
         attach(std::move(now), *place.branch, place.index);
     }
     gathering.findMoved();
