@@ -286,7 +286,7 @@ public:
     void setActive(bool active, eRedrawFlag redraw = eRedrawYes) override;
     void handleLookChange(LookChange changes) override;
     void handleDetached() override;
-    /// The menu of the tagged items, or of the selected one.
+    /// The menu of the tagged items, or of the selected one; beside the rows that of no items.
     void reviewMenu(Event const* event) override;
     void describe(GlobDescription& description) const override;
     DescribedItems* describedItems() override { return this; }
@@ -374,6 +374,8 @@ private:
     void tagRows(unsigned int first, unsigned int last, std::optional<Text> const& parentName);
     void takeTags(RowRanges tags);
     bool performKey(KeyAction action, std::uint32_t key);
+    /// Selects the next row that begins with what was typed. False when there is none.
+    bool goToTyped();
     void endEditing(std::optional<Text> const& name);
     void placeNameBox();
     Drop dropFor(DragDropItem const& item, XY<int> const& place, eDropReason reason);

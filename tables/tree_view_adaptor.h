@@ -37,7 +37,7 @@ public:
     /// The user has given an item another name. False = it keeps its own, as here. Otherwise the tree lists
     /// the branch again.
     virtual bool rename(Item const& item, Text const& name);
-    /// Appends to the context menu of these items. Nothing here.
+    /// What the context menu of these items offers; of no items = that of the tree itself. Nothing here.
     virtual std::vector<MenuItem> getMenuItems(std::vector<Item> const& items);
 
     // --- Dragging

@@ -400,19 +400,22 @@ void TreeView::placeNameBox() {
     int const row = editedRow();
     bool const isSeen = life.alive() && row >= 0 && isVisible(static_cast<unsigned int>(row));
     if (!life.alive() || !nameBox_) return;
+    // Out of sight it keeps the focus, so that the user can write on.
+    auto const number = static_cast<unsigned int>(std::max(row, 0));
+    IntBox line{0, -box->height(), visibleWidth(), 0};
+    int left = 0;
+    int const gap = UifStd::getWidgetGap();
     if (isSeen) {
-        auto const number = static_cast<unsigned int>(row);
-        int const gap = UifStd::getWidgetGap();
         IntBox const label = getItemBounds(number, eLabelBounds);
         // The adaptor may have ended the editing, or the tree.
         if (!life.alive() || !nameBox_) return;
-        int const left = label.x1 - body_->box().x1 - gap;
-        IntBox const line = rowBox(number);
-        int const least = 4 * UifStd::getButtonHeight();
-        int const width = std::max(least, line.x2 - left - gap);
-        body_->reshapeWidgetAt(box, {left, line.centre().y - box->height() / 2}, {width, box->height()});
+        line = rowBox(number);
+        left = label.x1 - body_->box().x1 - gap / 2;
     }
-    if (life.alive() && nameBox_) box->setVisible(isSeen);
+    int const least = 4 * UifStd::getButtonHeight();
+    int const width = std::max(least, line.x2 - left - gap);
+    int const height = std::min(box->height(), std::max(line.height(), 1));
+    body_->reshapeWidgetAt(box, {left, line.centre().y - height / 2}, {width, height});
 }
 
 // State

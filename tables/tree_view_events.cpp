@@ -27,6 +27,14 @@ constexpr double scrollInterval = 60;
 /// So many rows are searched for typed letters.
 constexpr unsigned int mostSearched = 20'000;
 
+/// What the objects round it leave of an object's box, on the screen.
+IntBox seenOnScreen(Glob const& glob) {
+    IntBox seen = glob.screenBox();
+    for (Glob const* above = glob.parent(); above; above = above->parent())
+        seen = seen.intersection(above->screenBox());
+    return seen;
+}
+
 } // namespace
 
 // Presses
@@ -42,7 +50,11 @@ bool TreeView::pressAt(Event const& event) {
     picksOnRelease_ = false;
     XY<int> const place = eventXYToGlobXY(event, *this);
     int const row = getItemFromPosition(place);
-    if (row < 0) return !isRight;
+    if (row < 0) {
+        bool const isPlain = (getModifier(event) & (Key::shift | Key::ctrl)) == 0;
+        if (!isRight && isPlain) takeTags({});
+        return !isRight;
+    }
     auto const number = static_cast<unsigned int>(row);
     bool const isOnExpander = getItemBounds(number, eExpanderBounds).contains(place);
     if (!life.alive()) return true;
@@ -187,7 +199,8 @@ bool TreeView::canDropAt(DragDropItem const& item, XY<int> const& place, eDropRe
 /// -1 near the upper edge where there are rows above, 1 near the lower one where there are rows below.
 int TreeView::edgeAt(XY<int> const& place) const {
     if (!body_) return 0;
-    IntBox const rows = body_->box();
+    // It may lie in an area that is scrolled itself.
+    IntBox const rows = seenOnScreen(*body_).translated(XY<int>() - screenBox().bottomLeft());
     int const near = getRowHeight();
     if (place.y >= rows.y2 - near && windowTop_ > 0) return -1;
     return place.y < rows.y1 + near && windowTop_ < totalHeight() - visibleHeight() ? 1 : 0;
@@ -274,8 +287,14 @@ int TreeView::handleKeyboardEvent(int keyCode) {
     std::uint32_t const sign = key & ~(Key::shift | Key::keypad);
     bool const isSign = sign == '*' || sign == '+' || sign == '-';
     auto const action = actionFor(keyTable, isSign ? sign : key);
-    // In the middle of a name these are letters.
+    // In the middle of a name these are letters; some only where a name goes on so.
     bool const isTyped = !typed_.isEmpty() && (key == Key::space || isSign);
+    if (action && isTyped && (sign == '*' || sign == '+') && typed_.take(key)) {
+        LifeGuard const life = guard();
+        if (goToTyped() || !life.alive()) return handled;
+        typed_.forget();
+        return performKey(*action, key) ? handled : unhandled;
+    }
     if (action && !isTyped) {
         typed_.forget();
         return performKey(*action, key) ? handled : unhandled;
@@ -368,6 +387,11 @@ bool TreeView::performKey(KeyAction action, std::uint32_t key) {
 
 bool TreeView::handleTextTyped(std::uint32_t key) {
     if (numRows() == 0 || !typed_.take(key)) return false;
+    goToTyped();
+    return true;
+}
+
+bool TreeView::goToTyped() {
     LifeGuard const life = guard();
     auto const textAt = [&](int row) {
         return life.alive() ? textOf(rows_.at(static_cast<unsigned int>(row)).item) : Text();
@@ -377,7 +401,8 @@ bool TreeView::handleTextTyped(std::uint32_t key) {
         static_cast<int>(std::min(numRows(), maxRows)), current_,
         [&](int row) { return ++searched <= mostSearched && life.alive() && typed_.matches(textAt(row)); },
         [&](int row) { return life.alive() && typed_.isAll(textAt(row)); });
-    if (life.alive() && found >= 0) moveTo(static_cast<unsigned int>(found), 0);
+    if (!life.alive() || found < 0) return false;
+    moveTo(static_cast<unsigned int>(found), 0);
     return true;
 }
 
@@ -389,12 +414,15 @@ XY<int> TreeView::menuPlaceForKeys() const {
     return getItemBounds(static_cast<unsigned int>(current_), eLabelBounds).bottomLeft();
 }
 
-void TreeView::reviewMenu(Event const*) {
+void TreeView::reviewMenu(Event const* event) {
     clearMenu();
     DispatchScope const scope;
     LifeGuard const life = guard();
-    std::vector<Item> items = getTaggedItems();
-    if (items.empty() && current_ >= 0) items.push_back(rows_.at(static_cast<unsigned int>(current_)).item);
+    // Beside the rows it is the menu of the tree.
+    bool const isOfItems = !event || getItemFromPosition(eventXYToGlobXY(*event, *this)) >= 0;
+    std::vector<Item> items = isOfItems ? getTaggedItems() : std::vector<Item>();
+    if (isOfItems && items.empty() && current_ >= 0)
+        items.push_back(rows_.at(static_cast<unsigned int>(current_)).item);
     if (!life.alive()) return;
     auto const offered =
         ask([&](auto& adaptor) { return adaptor.getMenuItems(items); }, std::vector<MenuItem>());

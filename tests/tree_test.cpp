@@ -189,8 +189,8 @@ TEST_F(Trees, KeysGoEverywhere) {
     driver_.advance(3000);
     driver_.type(L"D");
     EXPECT_EQ(selected(), "d");
-    driver_.advance(3000);
     keys({'+'});
+    EXPECT_TRUE(tree_->isExpanded(L"d")) << "no name goes on so";
     driver_.advance(3000);
     driver_.type(L"d2");
     EXPECT_EQ(selected(), "d2");
@@ -271,9 +271,12 @@ TEST_F(Trees, ItemsAreRenamedInTheirPlace) {
     EXPECT_EQ(get_kbd_focus(), tree_);
     // What is typed stays while others change; a text that is another's name selects nothing else.
     keys({Key::function(2)});
-    driver_.type(L"green");
+    driver_.type(L"gre");
     tree_->refresh();
     EXPECT_TRUE(tree_->isEditing());
+    driver_.wheelAt(tree_->screenBox().centre(), -9);
+    EXPECT_FALSE(tree_->isVisible(L"blue"));
+    driver_.type(L"en");
     keys({Key::enter});
     EXPECT_EQ(selected(), "green");
     letters_.rename({L"green", 1}, L"blue");
