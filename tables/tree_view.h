@@ -382,6 +382,7 @@ private:
     bool isInDragged(int row) const;
     void setDrop(Drop const& drop);
     int edgeAt(XY<int> const& place) const;
+    void noteHovered();
     void openHovered();
     void scrollWhileDragging();
 

@@ -245,11 +245,7 @@ void TreeView::dragHovers(DragDropItem const& item, XY<int> const& place, bool i
     Drop const drop = dropFor(item, place, dropHover);
     if (!life.alive()) return;
     setDrop(drop);
-    int const row = getItemFromPosition(place);
-    if (row != hoveredRow_) {
-        hoveredRow_ = row;
-        hoverTimer_.start(hoverDelay);
-    }
+    noteHovered();
     if (edgeAt(place) == 0)
         scrollTimer_.stop();
     else if (!scrollTimer_.isRunning())
@@ -262,10 +258,22 @@ void TreeView::setDrop(Drop const& drop) {
     damageRows();
 }
 
+/// The time on a branch begins anew on another one.
+void TreeView::noteHovered() {
+    int const row = getItemFromPosition(dragPlace_);
+    if (row == hoveredRow_) return;
+    hoveredRow_ = row;
+    hoverTimer_.start(hoverDelay);
+}
+
 void TreeView::openHovered() {
     if (hoveredRow_ < 0 || hoveredRow_ >= static_cast<int>(numRows())) return;
     auto const row = static_cast<unsigned int>(hoveredRow_);
-    if (!rows_.isExpanded(row) && !isInDragged(hoveredRow_)) toggleBranchExpansion(row);
+    LifeGuard const life = guard();
+    if (rows_.isExpanded(row) || isInDragged(hoveredRow_) || !life.alive()) return;
+    toggleBranchExpansion(row);
+    // Now there may be rows below.
+    if (life.alive() && body_) scrollWhileDragging();
 }
 
 void TreeView::scrollWhileDragging() {
@@ -275,7 +283,10 @@ void TreeView::scrollWhileDragging() {
     LifeGuard const life = guard();
     setWindowTop(windowTop_ + way * getRowHeight());
     Qv::Ptr<DragDropItem> const item(DragDropManager::instance().getCurrentItem());
-    if (life.alive()) setDrop(dropFor(*item, dragPlace_, dropHover));
+    if (!life.alive() || !item) return;
+    noteHovered();
+    Drop const drop = dropFor(*item, dragPlace_, dropHover);
+    if (life.alive()) setDrop(drop);
 }
 
 // Keys

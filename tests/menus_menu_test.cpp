@@ -235,6 +235,13 @@ TEST_F(MenuWidgets, AsManyItemsAsThereCanBeAreScrolled) {
     EXPECT_GE(menu->findVisibleItem(65'534), 0);
     driver_.wheel(menu, 3);
     EXPECT_LT(menu->findVisibleItem(65'534), 0);
+    // The thumb lies near the lower end.
+    Glob* const bar = driver_.find(Role::scrollBar, {});
+    driver_.moveTo(bar->screenBox().bottomLeft() + XY<int>(bar->width() / 2, bar->width() + 8));
+    driver_.press();
+    driver_.moveTo(bar->screenBox().topRight());
+    EXPECT_EQ(menu->getScrollOffset(), 0);
+    driver_.release();
     driver_.key(Key::home);
     driver_.key('z');
     EXPECT_EQ(menu->getHighlightedItem(), 65'534);

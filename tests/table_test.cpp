@@ -235,6 +235,9 @@ TEST_F(Tables, AskForWhatIsInSightWhateverTheirSize) {
         table->dataChanged();
         driver_.settle();
         EXPECT_LE(table->getCurRow(), 2);
+        EXPECT_EQ(driver_.pixel(table, {5, 5}),
+                  table->getPalette().window(eWindowRecessed).getAsLong() & 0xFFFFFF)
+            << "below the rows";
         destroy(table);
     }
 }
