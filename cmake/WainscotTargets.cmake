@@ -21,6 +21,9 @@ find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 
 add_library(wainscot-build-options INTERFACE)
+# The tests spend their time in the libraries, painting in software above all: these are optimised a little even
+# for debugging, which halves that time.
+set(WAINSCOT_LIBRARY_OPTIONS $<$<CONFIG:Debug>:-Og>)
 target_include_directories(wainscot-build-options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(wainscot-build-options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -fno-semantic-interposition

@@ -180,6 +180,7 @@ TEST_F(Trees, KeysGoEverywhere) {
     keys({Key::down, Key::shift | '*', Key::end});
     EXPECT_EQ(rows(), "a a1 a2 a21 a22 a3 b c d e f ");
     EXPECT_EQ(selected(), "f");
+    EXPECT_TRUE(tree_->isFullyVisible(10));
     keys({Key::home, Key::pageDown});
     EXPECT_EQ(selected(), "a22");
     keys({Key::left});
