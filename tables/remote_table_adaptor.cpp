@@ -1,6 +1,5 @@
 #include "tables/remote_table_adaptor.h"
-
-#include "host/base/diagnostics.h"
+#include "tables/model/adaptor_failure_p.h"
 
 #include <algorithm>
 #include <cmath>
@@ -98,7 +97,7 @@ void RemoteTableAdaptor::askNow() {
         try {
             requestRows(rows);
         } catch (...) {
-            Diagnostics::count("adaptor failed", "RemoteTableAdaptor");
+            noteAdaptorFailure("RemoteTableAdaptor");
             if (life.alive()) rowsHaveFailed(rows);
         }
         if (!life.alive()) return;

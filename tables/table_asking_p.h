@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/base/diagnostics.h"
 #include "host/events/dispatch_scope.h"
+#include "tables/model/adaptor_failure_p.h"
 #include "tables/table_widget.h"
 
 namespace wainscot {
@@ -26,7 +26,7 @@ Answer TableWidget::ask(Ask const& question, Answer otherwise) const {
     try {
         return static_cast<Answer>(question());
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TableWidget");
+        noteAdaptorFailure("TableWidget");
         return otherwise;
     }
 }
@@ -38,7 +38,7 @@ void TableWidget::tellAdaptor(Act const& act) {
     try {
         act();
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TableWidget");
+        noteAdaptorFailure("TableWidget");
     }
 }
 

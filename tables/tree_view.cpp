@@ -86,6 +86,7 @@ void TreeView::takeAdaptor() {
     iTreeViewAdaptor* const adaptor = nextLife_ && nextLife_->alive() ? nextAdaptor_ : nullptr;
     later_.stop();
     selected_.reset();
+    isHiddenTold_ = false;
     current_ = anchor_ = pressedRow_ = hoveredRow_ = editedRow_ = -1;
     tags_.clear();
     setDrop({});
@@ -128,8 +129,9 @@ void TreeView::listAgain(std::optional<unsigned int> branchRow, ListAgain const&
     };
     RowRange const before = listed();
     int const height = getRowHeight();
-    auto top = static_cast<int>(windowTop_ / height);
-    auto const part = windowTop_ % height;
+    // What the user looks at stays in its place: the row of the keys, or the first one in sight.
+    int top = marksRow() ? current_ : static_cast<int>(windowTop_ / height);
+    std::int64_t const part = windowTop_ - std::int64_t{top} * height;
     int* const followers[] = {&top, &current_, &anchor_, &pressedRow_, &hoveredRow_, &editedRow_};
     std::vector<unsigned int> kept;
     for (int const* row : followers) kept.push_back(static_cast<unsigned int>(std::max(*row, 0)));
@@ -149,10 +151,13 @@ void TreeView::listAgain(std::optional<unsigned int> branchRow, ListAgain const&
             *row += static_cast<int>(after.count()) - static_cast<int>(before.count());
         else if (found)
             *row = static_cast<int>(*found);
+        else if (row == &current_)
+            // The keys go on beside an item that has gone.
+            *row = std::min(*row, static_cast<int>(after.end) - 1);
         else if (row != &top)
             *row = -1;
     }
-    windowTop_ = std::int64_t{top} * height + part;
+    windowTop_ = std::max<std::int64_t>(std::int64_t{top} * height + part, 0);
     unsigned int const numTagged = tags_.count();
     follow(tags_, {RowNotice::Kind::removed, before.first, before.count()});
     follow(tags_, {RowNotice::Kind::inserted, after.first, after.count()});
@@ -168,7 +173,12 @@ void TreeView::listAgain(std::optional<unsigned int> branchRow, ListAgain const&
 }
 
 void TreeView::tellSelectionHidden(bool wasShown) {
-    if (wasShown && selected_ && selectedRow() < 0) informListeners(eSelectionHidden);
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    bool const isHidden = wasShown && selected_ && selectedRow() < 0;
+    if (!life.alive() || !isHidden) return;
+    isHiddenTold_ = true;
+    informListeners(eSelectionHidden);
 }
 
 int TreeView::rowOf(Text const& name, int row) const {
@@ -359,6 +369,7 @@ void TreeView::setSelectedItem(Text const& name) {
     if (selected_ == name) return;
     DispatchScope const scope;
     selected_ = name;
+    isHiddenTold_ = false;
     int const row = findItem(name);
     if (row >= 0) current_ = anchor_ = row;
     damageRows();
@@ -368,6 +379,7 @@ void TreeView::setSelectedItem(Text const& name) {
 void TreeView::clearSelection() {
     if (!selected_) return;
     selected_.reset();
+    isHiddenTold_ = false;
     damageRows();
     describeChanged(DescriptionChange::selection);
 }
@@ -386,7 +398,7 @@ bool TreeView::selectRow(unsigned int row) {
     LifeGuard const life = guard();
     Text const name = rows_.at(row).item.name;
     if (!life.alive()) return true;
-    bool const isOther = selected_ != name;
+    bool const isOther = selected_ != name || isHiddenTold_;
     int const former = selectedRow();
     if (!life.alive()) return true;
     bool const markedRow = marksRow();
@@ -395,6 +407,7 @@ bool TreeView::selectRow(unsigned int row) {
     damageRow(row);
     current_ = static_cast<int>(row);
     selected_ = name;
+    isHiddenTold_ = false;
     // Without a row in sight the mark of the focus goes round all of them.
     if (!markedRow || !marksRow()) damageRows();
     reveal(row);
@@ -519,6 +532,8 @@ bool TreeView::enableEditing(Text const& name) {
     body_->addChild(box, BottomLeft(0, 0));
     if (!life.alive() || !nameBox_) return false;
     placeNameBox();
+    // Other rows are marked now.
+    damageRows();
     box->claimKbdFocus();
     return life.alive() && isEditing();
 }

@@ -173,7 +173,7 @@ public:
     ~TreeView() override;
 
     // --- Data
-    /// Another adaptor, or null. Selection, tags and remembered branches are forgotten.
+    /// Another adaptor, or null. Selection, tags and remembered branches are forgotten; nobody is told.
     void setAdaptor(iTreeViewAdaptor* adaptor);
     /// Null as well when it has died.
     iTreeViewAdaptor* getAdaptor() const { return static_cast<iTreeViewAdaptor*>(rows_.source()); }
@@ -234,6 +234,7 @@ public:
     void setSelectedItem(Text const& name);
     /// As a click does: reveals and tags it, and tells. False when it is not among the rows.
     bool changeSelectedItem(Text const& name);
+    /// Nobody is told.
     void clearSelection();
     /// Nothing while none is selected.
     std::optional<Text> getSelectedItem() const { return selected_; }
@@ -249,6 +250,7 @@ public:
     std::vector<Item> getTaggedItems() const;
     unsigned int getNumTagged() const { return tags_.count(); }
     bool anyTaggedItems() const { return !tags_.empty(); }
+    /// Nobody is told.
     void clearTags();
 
     // --- Renaming
@@ -352,6 +354,7 @@ private:
                       Colour const& ink);
     void damageRow(unsigned int row);
     void damageRows();
+    void revealSideways(unsigned int row);
 
     void takeAdaptor();
     using ListAgain = std::function<TreeRows::Places(std::vector<unsigned int> const& rows)>;
@@ -397,6 +400,8 @@ private:
     RowBars bars_;
     Notifier listeners_;
     std::optional<Text> selected_;
+    /// It was told that the selected item is not among the rows: the next click on it selects it anew.
+    bool isHiddenTold_ = false;
     /// Where the keys begin: the row of the selected item, or the branch in which it is hidden; -1 = none.
     int current_ = -1;
     RowRanges tags_;

@@ -213,7 +213,28 @@ bool TreeView::reveal(unsigned int row) {
         setWindowTop(top);
     else if (bottom > windowTop_ + visibleHeight())
         setWindowTop(bottom - visibleHeight());
+    revealSideways(row);
     return true;
+}
+
+/// So far that the text can be read from its beginning, as far as there is room.
+void TreeView::revealSideways(unsigned int row) {
+    DispatchScope const scope;
+    LifeGuard const life = guard();
+    TreeRows::Row const data = rows_.at(row);
+    if (!life.alive()) return;
+    int const begin = expanderLeft(data.depth) + windowLeft_ - UifStd::getIndentWidth();
+    int const least = labelLeft(data.depth, true) + windowLeft_ + 4 * UifStd::getButtonHeight();
+    if (begin >= windowLeft_ && least <= windowLeft_ + visibleWidth()) return;
+    bool const hasIcon =
+        !ask([&](auto& adaptor) { return adaptor.getIcon(data.item, data.isExpanded); }, Text()).empty();
+    int const width =
+        life.alive() ? widthOf(data, hasIcon, Glib::loadFont(UifStd::getFont())->textWidth(textOf(data.item)))
+                     : 0;
+    if (!life.alive()) return;
+    takeWidth(width);
+    if (begin < windowLeft_ || width > windowLeft_ + visibleWidth())
+        setWindowLeft(std::min(begin, std::max(width - visibleWidth(), 0)));
 }
 
 bool TreeView::reveal(Text const& name) {
@@ -483,8 +504,9 @@ bool TreeView::describeItem(ItemKey item, GlobDescription& description) const {
     TreeRows::Row const data = rows_.at(row);
     description.role = Role::treeItem;
     description.name = textOf(data.item);
-    if (static_cast<int>(row) == current_) description.states |= GlobDescription::focused;
-    if (tags_.contains(row) || selectedRow() == static_cast<int>(row))
+    bool const isCurrent = static_cast<int>(row) == current_;
+    if (isCurrent) description.states |= GlobDescription::focused;
+    if (tags_.contains(row) || (isCurrent && selectedRow() == current_))
         description.states |= GlobDescription::selected;
     if (data.isExpanded) description.states |= GlobDescription::expanded;
     if (isActive()) description.states |= GlobDescription::enabled;

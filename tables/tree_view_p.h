@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/base/diagnostics.h"
+#include "tables/model/adaptor_failure_p.h"
 #include "tables/tree_view.h"
 
 namespace wainscot {
@@ -12,7 +12,7 @@ Answer TreeView::ask(Ask const& question, Answer otherwise) const {
     try {
         return static_cast<Answer>(question(*adaptor));
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TreeView");
+        noteAdaptorFailure("TreeView");
         return otherwise;
     }
 }

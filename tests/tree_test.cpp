@@ -299,6 +299,27 @@ TEST_F(Trees, ItemsAreRenamedInTheirPlace) {
     EXPECT_FALSE(tree_->isEditing());
     EXPECT_EQ(events(), "13 ");
     EXPECT_EQ(rows(), "a c d e f ");
+    keys({Key::down});
+    EXPECT_EQ(selected(), "d") << "the keys go on from where it was";
+    // Without the focus, and taken by a press on what takes no focus.
+    root_->claimKbdFocus();
+    EXPECT_TRUE(tree_->enableEditing(L"a"));
+    EXPECT_EQ(Consistency(driver_).fault(), "");
+    driver_.type(L"z");
+    driver_.clickAt(root_->globXYToScreenXY({2, 2}));
+    EXPECT_EQ(rows(), "z c d e f ");
+    // A long way in, it can be read and edited.
+    Text name = L"z";
+    for (wchar_t letter = L'A'; letter < L'Z'; ++letter)
+        name = letters_.children[name].emplace_back(1, letter);
+    tree_->expandAll(L"z");
+    tree_->changeSelectedItem(name);
+    IntBox const seen = tree_->bounds();
+    EXPECT_TRUE(seen.contains(
+        tree_->getItemBounds(static_cast<unsigned int>(tree_->findItem(name)), TreeView::eLabelBounds)
+            .centre()));
+    keys({Key::home});
+    EXPECT_EQ(tree_->getWindowLeft(), 0);
 }
 
 TEST_F(Trees, ItemsAreDraggedOntoBranchesAndBetweenRows) {

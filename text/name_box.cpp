@@ -33,6 +33,12 @@ int NameBox::handleKeyboardEvent(int keyCode) {
     return 1;
 }
 
+/// A button may need the name, and takes no focus. The box's own menu is not elsewhere.
+void NameBox::handlePressElsewhere() {
+    DispatchScope const scope;
+    if (!contextMenu()) tellEnd(getText());
+}
+
 void NameBox::handleKbdFocus() {
     DispatchScope const scope;
     LifeGuard const life = guard();

@@ -214,6 +214,9 @@ protected:
     virtual bool selectsByPointer() const { return true; }
     /// Asks the data for a text that the user has entered, if that has not been done. It may destroy the box.
     void handOverText();
+    /// Something else is pressed during editing, and may need the text: hands it over. It may destroy the
+    /// box.
+    virtual void handlePressElsewhere() { handOverText(); }
 
     /// Escape brings back the present text from now on.
     void noteTextAtFocus();

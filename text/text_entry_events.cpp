@@ -165,9 +165,8 @@ void TextEntry::handleDetached() {
 
 // Pointer
 
-/// What is pressed elsewhere may need the text.
 void TextEntry::notePress(Event const& event) {
-    if (mouse_down_event(event) && !screenBox().contains(event.place())) handOverText();
+    if (mouse_down_event(event) && !screenBox().contains(event.place())) handlePressElsewhere();
 }
 
 int TextEntry::handleMouseEvent(Event const& event) {

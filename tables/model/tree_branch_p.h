@@ -89,10 +89,14 @@ struct TreeRows::Place {
 /// they lie.
 class TreeRows::Locator {
 public:
-    explicit Locator(TreeRows const& rows) : branch_(rows.root_.get()) {}
+    explicit Locator(TreeRows const& rows) : Locator(*rows.root_, 0) {}
+    /// Begins in a branch whose first child has this row.
+    Locator(Branch& branch, unsigned int first) : branch_(&branch), first_(first) {}
 
     /// No branch when there is no such row.
     Place locate(unsigned int row);
+    Branch& branch() const { return *branch_; }
+    unsigned int first() const { return first_; }
 
 private:
     Branch* branch_;

@@ -1,6 +1,6 @@
 #include "tables/model/tree_rows.h"
 
-#include "host/base/diagnostics.h"
+#include "tables/model/adaptor_failure_p.h"
 #include "tables/model/tree_branch_p.h"
 
 #include <bit>
@@ -77,7 +77,7 @@ TreeItem TreeRows::itemAt(Branch const& branch, unsigned int index) const {
     try {
         return asked->getChild(branch.asParent(), index);
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TreeRows");
+        noteAdaptorFailure("TreeRows");
         return {};
     }
 }
@@ -85,7 +85,14 @@ TreeItem TreeRows::itemAt(Branch const& branch, unsigned int index) const {
 // Places
 
 TreeRows::Place TreeRows::locate(unsigned int row) const {
-    return Locator(*this).locate(row);
+    // Many questions are about a row near the last one.
+    bool const goesOn = nearVersion_ == version_;
+    Locator locator(goesOn ? *nearBranch_ : *root_, goesOn ? nearFirst_ : 0);
+    Place const place = locator.locate(row);
+    nearBranch_ = &locator.branch();
+    nearFirst_ = locator.first();
+    nearVersion_ = version_;
+    return place;
 }
 
 TreeRows::Place TreeRows::Locator::locate(unsigned int row) {
@@ -246,7 +253,7 @@ int TreeRows::indexIn(Branch const& branch, Text const& name) const {
     try {
         found = asked->findChild(branch.asParent(), name);
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TreeRows");
+        noteAdaptorFailure("TreeRows");
     }
     if (found != TreeSource::unknown)
         return found >= 0 && static_cast<unsigned int>(found) < count ? found : -1;

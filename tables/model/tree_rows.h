@@ -140,6 +140,10 @@ private:
     mutable int numAsking_ = 0;
     unsigned int version_ = 0;
     mutable std::optional<std::unordered_map<Text, std::vector<Branch*>>> openByName_;
+    /// Where the last row was found, and the row of the first child there.
+    mutable Branch* nearBranch_ = nullptr;
+    mutable unsigned int nearFirst_ = 0;
+    mutable std::optional<unsigned int> nearVersion_;
     mutable Text foundName_;
     mutable std::optional<unsigned int> foundRow_;
     mutable std::optional<unsigned int> foundVersion_;

@@ -1,4 +1,4 @@
-#include "host/base/diagnostics.h"
+#include "tables/model/adaptor_failure_p.h"
 #include "tables/model/tree_branch_p.h"
 #include "tables/model/tree_rows.h"
 
@@ -100,7 +100,7 @@ TreeSource::Children TreeRows::list(TreeItem const* parent) {
     try {
         return asked->listChildren(parent);
     } catch (...) {
-        Diagnostics::count("adaptor failed", "TreeRows");
+        noteAdaptorFailure("TreeRows");
         return {};
     }
 }
