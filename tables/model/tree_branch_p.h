@@ -61,6 +61,18 @@ struct TreeRows::Branch {
         return count;
     }
 
+    /// Visits a branch and all open ones in it, without recursion, until `visit` answers false.
+    template <class AnyBranch, class Visit>
+    static void visitOpen(AnyBranch& top, Visit const& visit) {
+        std::vector<AnyBranch*> rest{&top};
+        while (!rest.empty()) {
+            AnyBranch& branch = *rest.back();
+            rest.pop_back();
+            for (Open const& inner : branch.open) rest.push_back(inner.branch.get());
+            if (!visit(branch)) return;
+        }
+    }
+
     Branch* parent = nullptr;
     /// Among the children of the parent.
     unsigned int index = 0;

@@ -284,19 +284,16 @@ std::optional<unsigned int> TreeRows::findFrom(Branch const& top, Text const& na
     LifeGuard const life(life_);
     unsigned int const version = version_;
     std::optional<unsigned int> first;
-    std::vector<Branch const*> rest{&top};
-    while (!rest.empty()) {
-        Branch const* const branch = rest.back();
-        rest.pop_back();
-        int const index = indexIn(*branch, name);
-        if (!life.alive() || version_ != version) return std::nullopt;
-        if (index >= 0) {
-            unsigned int const row = rowOf(*branch, static_cast<unsigned int>(index));
-            if (!first || row < *first) first = row;
-        }
-        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
-    }
-    return first;
+    bool isWhole = true;
+    Branch::visitOpen(top, [&](Branch const& branch) {
+        int const index = indexIn(branch, name);
+        isWhole = life.alive() && version_ == version;
+        if (!isWhole || index < 0) return isWhole;
+        unsigned int const row = rowOf(branch, static_cast<unsigned int>(index));
+        if (!first || row < *first) first = row;
+        return true;
+    });
+    return isWhole ? first : std::nullopt;
 }
 
 std::optional<unsigned int> TreeRows::findOpen(Text const& name) const {
@@ -312,43 +309,34 @@ std::optional<unsigned int> TreeRows::findOpen(Text const& name) const {
 
 void TreeRows::enterOpen(Branch& top) const {
     if (!openByName_) return;
-    std::vector<Branch*> rest{&top};
-    while (!rest.empty()) {
-        Branch* const branch = rest.back();
-        rest.pop_back();
-        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
-        if (branch == root_.get()) continue;
-        std::vector<Branch*>& named = (*openByName_)[branch->item.name];
-        branch->openSlot = named.size();
-        named.push_back(branch);
-    }
+    Branch::visitOpen(top, [this](Branch& branch) {
+        if (&branch == root_.get()) return true;
+        std::vector<Branch*>& named = (*openByName_)[branch.item.name];
+        branch.openSlot = named.size();
+        named.push_back(&branch);
+        return true;
+    });
 }
 
 void TreeRows::leaveOpen(Branch& top) const {
     if (!openByName_) return;
-    std::vector<Branch*> rest{&top};
-    while (!rest.empty()) {
-        Branch* const branch = rest.back();
-        rest.pop_back();
-        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
-        auto const found = openByName_->find(branch->item.name);
+    Branch::visitOpen(top, [this](Branch const& branch) {
+        auto const found = openByName_->find(branch.item.name);
         std::vector<Branch*>& named = found->second;
-        named.back()->openSlot = branch->openSlot;
-        named[branch->openSlot] = named.back();
+        named.back()->openSlot = branch.openSlot;
+        named[branch.openSlot] = named.back();
         named.pop_back();
         if (named.empty()) openByName_->erase(found);
-    }
+        return true;
+    });
 }
 
 std::vector<TreeItem> TreeRows::expandedItems() const {
     std::vector<TreeItem> items;
-    std::vector<Branch const*> rest{root_.get()};
-    while (!rest.empty()) {
-        Branch const* const branch = rest.back();
-        rest.pop_back();
-        if (branch->parent) items.push_back(branch->item);
-        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
-    }
+    Branch::visitOpen(std::as_const(*root_), [&](Branch const& branch) {
+        if (branch.parent) items.push_back(branch.item);
+        return true;
+    });
     return items;
 }
 

@@ -128,15 +128,10 @@ std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::list(TreeItem const& item
 }
 
 void TreeRows::Gathering::noteOpen(Branch const& old) {
-    std::vector<Branch const*> rest{&old};
-    while (!rest.empty()) {
-        Branch const* const branch = rest.back();
-        rest.pop_back();
-        for (Branch::Open const& inner : branch->open) {
-            wereOpen_.insert(inner.branch->item.name);
-            rest.push_back(inner.branch.get());
-        }
-    }
+    Branch::visitOpen(old, [&](Branch const& branch) {
+        if (&branch != &old) wereOpen_.insert(branch.item.name);
+        return true;
+    });
 }
 
 bool TreeRows::Gathering::wantsOpen(Step& step, TreeItem const& item) const {
@@ -200,17 +195,14 @@ void TreeRows::Gathering::findKept(Branch& now, Branch& old) {
 }
 
 void TreeRows::Gathering::findMoved() {
-    std::vector<Branch*> rest;
-    if (!gone_.empty()) rest.push_back(rows_.root_.get());
-    while (!rest.empty()) {
-        Branch* const branch = rest.back();
-        rest.pop_back();
-        for (Branch::Open const& inner : branch->open) rest.push_back(inner.branch.get());
-        if (branch->list.items.empty()) continue;
+    if (gone_.empty()) return;
+    Branch::visitOpen(*rows_.root_, [this](Branch& branch) {
+        if (branch.list.items.empty()) return true;
         for (Gone const& gone : gone_)
-            if (int const index = rows_.indexIn(*branch, gone.name); index >= 0)
-                places_[gone.slot] = {branch, static_cast<unsigned int>(index)};
-    }
+            if (int const index = rows_.indexIn(branch, gone.name); index >= 0)
+                places_[gone.slot] = {&branch, static_cast<unsigned int>(index)};
+        return true;
+    });
 }
 
 std::unique_ptr<TreeRows::Branch> TreeRows::Gathering::run(Place const& place, TreeItem const& item,
