@@ -221,8 +221,7 @@ bool TabbedDialogue::attach(Tab& tab, Glob* page) {
         bool const isPageHere =
             page->parent() == this &&
             std::ranges::any_of(strip_->tabs(), [&](Tab* other) { return other->page_.get() == page; });
-        bool const isOfStrip = page == strip_ || page->parent() == strip_;
-        if (isOfStrip || isPageHere || !mayTake(page)) {
+        if (isWithin(page, strip_) || isPageHere || !mayTake(page)) {
             Diagnostics::count("page is in use", "TabbedDialogue");
             return false;
         }

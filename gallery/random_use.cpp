@@ -8,9 +8,7 @@
 #include "host/events/pointer_state.h"
 #include "host/start/host.h"
 #include "host/windows/glob_manager.h"
-#include "host/windows/top_level_window.h"
 
-#include <bit>
 #include <cstdio>
 #include <fcntl.h>
 #include <fstream>
@@ -18,7 +16,6 @@
 #include <spawn.h>
 #include <sstream>
 #include <string>
-#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,10 +39,8 @@ Text number(std::uint64_t value) {
 
 /// The page without the list of pages, which would soon lead to another one.
 bool openPage(Host& host, Page const& page, Options const& options, std::uint64_t& lines) {
-    std::unique_ptr<Glob> root = page.make(options.size, [&](LightweightString<wchar_t> const& line) {
-        ++lines;
-        if (options.echo) std::printf("    %s\n", toUTF8(line).c_str());
-    });
+    std::unique_ptr<Glob> root =
+        page.make(options.size, [&lines](LightweightString<wchar_t> const&) { ++lines; });
     if (!host.globManager().realize(root.get())) return false;
     static_cast<void>(root.release());
     return true;
@@ -73,21 +68,6 @@ Text read(Text const& path, Record& record) {
     rest << file.rdbuf();
     bool const isGood = readActs(rest.str().c_str(), record.acts) && findPage(record.options.page);
     return isGood ? Text() : path + ": act " + number(record.acts.size() + 1) + " is not understood";
-}
-
-/// A number for what all windows show: another one when a single pixel differs.
-std::size_t sumOfScreen(Host& host) {
-    std::size_t sum = 0;
-    for (Glob* const root : host.globManager().roots()) {
-        TopLevelWindow* const window = host.globManager().windowOf(root);
-        if (!window) continue;
-        Surface const& surface = window->surface();
-        std::size_t const count = std::size_t(surface.deviceSize().y) * std::size_t(surface.stride());
-        std::string_view const bytes(reinterpret_cast<char const*>(surface.pixels()),
-                                     count * sizeof(*surface.pixels()));
-        sum = std::rotl(sum, 1) ^ std::hash<std::string_view>()(bytes);
-    }
-    return sum;
 }
 
 /// One page used at random.
@@ -128,12 +108,10 @@ private:
 
     /// At once, so that the file holds the act that ends the program.
     void note(UserAct const& act) {
-        if (options_.echo) std::printf("%s\n", act.line().c_str());
         if (file_.is_open()) file_ << act.line().c_str() << std::endl;
     }
 
     bool isWell() {
-        if (options_.echo && ++echoed_ % actsInSum == 0) std::printf("%016zx\n", sumOfScreen(host_));
         if (fault_.empty() && options_.check > 0 && ++acts_ % static_cast<std::uint64_t>(options_.check) == 0)
             fault_ = check_.fault();
         return fault_.empty();
@@ -159,9 +137,6 @@ private:
     RandomUser user_;
     std::ofstream file_;
     Text fault_;
-    /// So many acts are done until the screen is summed up again, which takes longer than they do.
-    static constexpr std::uint64_t actsInSum = 8;
-    std::uint64_t echoed_ = 0;
     std::uint64_t acts_ = 0;
     std::uint64_t lines_ = 0;
     std::uint64_t closed_ = 0;

@@ -1,4 +1,5 @@
 #include "tables/remote_table_adaptor.h"
+
 #include "tables/model/adaptor_failure_p.h"
 
 #include <algorithm>

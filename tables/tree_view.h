@@ -348,6 +348,8 @@ private:
     void takeWidth(int width);
     /// Of all that is shown of a row.
     int widthOf(TreeRows::Row const& data, bool hasIcon, int textWidth) const;
+    /// The same, where the adaptor has not been asked yet.
+    int widthOf(TreeRows::Row const& data) const;
     void measureRows();
     void drawRow(CanvasRenderer& renderer, IntBox const& box, unsigned int row, TreeRows::Row const& data);
     void drawExpander(CanvasRenderer& renderer, IntBox const& box, TreeRows::Row const& data,

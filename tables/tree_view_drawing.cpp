@@ -26,6 +26,11 @@ constexpr unsigned int mostIndented = 10'000;
 /// Of the mark before a row, in pixels.
 constexpr int markThickness = 2;
 
+/// So much of a name is brought into sight, and can be edited.
+int leastLabelWidth() {
+    return 4 * UifStd::getButtonHeight();
+}
+
 } // namespace
 
 // Places
@@ -224,13 +229,9 @@ void TreeView::revealSideways(unsigned int row) {
     TreeRows::Row const data = rows_.at(row);
     if (!life.alive()) return;
     int const begin = expanderLeft(data.depth) + windowLeft_ - UifStd::getIndentWidth();
-    int const least = labelLeft(data.depth, true) + windowLeft_ + 4 * UifStd::getButtonHeight();
+    int const least = labelLeft(data.depth, true) + windowLeft_ + leastLabelWidth();
     if (begin >= windowLeft_ && least <= windowLeft_ + visibleWidth()) return;
-    bool const hasIcon =
-        !ask([&](auto& adaptor) { return adaptor.getIcon(data.item, data.isExpanded); }, Text()).empty();
-    int const width =
-        life.alive() ? widthOf(data, hasIcon, Glib::loadFont(UifStd::getFont())->textWidth(textOf(data.item)))
-                     : 0;
+    int const width = widthOf(data);
     if (!life.alive()) return;
     takeWidth(width);
     if (begin < windowLeft_ || width > windowLeft_ + visibleWidth())
@@ -260,17 +261,23 @@ int TreeView::widthOf(TreeRows::Row const& data, bool hasIcon, int textWidth) co
     return labelLeft(data.depth, hasIcon) + windowLeft_ + textWidth + UifStd::getWidgetGap();
 }
 
+int TreeView::widthOf(TreeRows::Row const& data) const {
+    LifeGuard const life = guard();
+    bool const hasIcon =
+        !ask([&](auto& adaptor) { return adaptor.getIcon(data.item, data.isExpanded); }, Text()).empty();
+    if (!life.alive()) return 0;
+    int const textWidth = Glib::loadFont(UifStd::getFont())->textWidth(textOf(data.item));
+    return life.alive() ? widthOf(data, hasIcon, textWidth) : 0;
+}
+
 /// The rows that were widest may have gone.
 void TreeView::measureRows() {
     DispatchScope const scope;
     LifeGuard const life = guard();
-    Qv::Ptr<iFont> const font = Glib::loadFont(UifStd::getFont());
     RowRange const seen = rowsInSight();
     int widest = 0;
     rows_.visit(seen.first, seen.end, [&](unsigned int, TreeRows::Row const& data) {
-        bool const hasIcon =
-            !ask([&](auto& adaptor) { return adaptor.getIcon(data.item, data.isExpanded); }, Text()).empty();
-        widest = std::max(widest, widthOf(data, hasIcon, font->textWidth(textOf(data.item))));
+        widest = std::max(widest, widthOf(data));
         return life.alive();
     });
     if (!life.alive() || widest == contentWidth_) return;
@@ -421,20 +428,19 @@ void TreeView::placeNameBox() {
     int const row = editedRow();
     bool const isSeen = life.alive() && row >= 0 && isVisible(static_cast<unsigned int>(row));
     if (!life.alive() || !nameBox_) return;
+    int const gap = UifStd::getWidgetGap();
     // Out of sight it keeps the focus, so that the user can write on.
-    auto const number = static_cast<unsigned int>(std::max(row, 0));
     IntBox line{0, -box->height(), visibleWidth(), 0};
     int left = 0;
-    int const gap = UifStd::getWidgetGap();
     if (isSeen) {
+        auto const number = static_cast<unsigned int>(row);
         IntBox const label = getItemBounds(number, eLabelBounds);
         // The adaptor may have ended the editing, or the tree.
         if (!life.alive() || !nameBox_) return;
         line = rowBox(number);
         left = label.x1 - body_->box().x1 - gap / 2;
     }
-    int const least = 4 * UifStd::getButtonHeight();
-    int const width = std::max(least, line.x2 - left - gap);
+    int const width = std::max(leastLabelWidth(), line.x2 - left - gap);
     int const height = std::min(box->height(), std::max(line.height(), 1));
     body_->reshapeWidgetAt(box, {left, line.centre().y - height / 2}, {width, height});
 }

@@ -126,6 +126,7 @@ TEST_F(Tabs, PagesAreMadeOnDemandAndTold) {
     // A page that comes late is shown at once; one that is in use is refused.
     expectDiagnostic("page is in use");
     EXPECT_FALSE(dialogue->setPageBaseGlob(dialogue->getPage(0), L"C"));
+    EXPECT_FALSE(dialogue->addPageForTab(2, dialogue->getTab(0)));
     auto* const other = addTo(owner_, new TabbedDialogue(100, 100), BottomLeft(310, 10));
     StandardTabPage* const page = other->createStandardPage(L"Theirs");
     EXPECT_TRUE(dialogue->setPageBaseGlob(page, L"C"));

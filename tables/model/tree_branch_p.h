@@ -97,25 +97,6 @@ struct TreeRows::Place {
     unsigned int index = 0;
 };
 
-/// Finds one row after the other, from each to the next: rising ones take the time of one walk, however deep
-/// they lie.
-class TreeRows::Locator {
-public:
-    explicit Locator(TreeRows const& rows) : Locator(*rows.root_, 0) {}
-    /// Begins in a branch whose first child has this row.
-    Locator(Branch& branch, unsigned int first) : branch_(&branch), first_(first) {}
-
-    /// No branch when there is no such row.
-    Place locate(unsigned int row);
-    Branch& branch() const { return *branch_; }
-    unsigned int first() const { return first_; }
-
-private:
-    Branch* branch_;
-    /// The row of its first child.
-    unsigned int first_ = 0;
-};
-
 /// The rows of places, in any order. What was found out about a branch is kept.
 class TreeRows::Numbering {
 public:

@@ -84,44 +84,40 @@ TreeItem TreeRows::itemAt(Branch const& branch, unsigned int index) const {
 
 // Places
 
+/// It begins where the last row was found: rising rows take the time of one walk, however deep they lie.
 TreeRows::Place TreeRows::locate(unsigned int row) const {
-    // Many questions are about a row near the last one.
-    bool const goesOn = nearVersion_ == version_;
-    Locator locator(goesOn ? *nearBranch_ : *root_, goesOn ? nearFirst_ : 0);
-    Place const place = locator.locate(row);
-    nearBranch_ = &locator.branch();
-    nearFirst_ = locator.first();
-    nearVersion_ = version_;
-    return place;
-}
-
-TreeRows::Place TreeRows::Locator::locate(unsigned int row) {
-    while (row < first_ || row - first_ >= branch_->below) {
-        Branch* const parent = branch_->parent;
+    if (nearVersion_ != version_) {
+        nearBranch_ = root_.get();
+        nearFirst_ = 0;
+        nearVersion_ = version_;
+    }
+    while (row < nearFirst_ || row - nearFirst_ >= nearBranch_->below) {
+        Branch* const parent = nearBranch_->parent;
         if (!parent) return {};
-        first_ -= branch_->index + parent->rowsBefore(parent->openFrom(branch_->index)) + 1;
-        branch_ = parent;
+        nearFirst_ -= nearBranch_->index + parent->rowsBefore(parent->openFrom(nearBranch_->index)) + 1;
+        nearBranch_ = parent;
     }
     for (;;) {
-        unsigned int const inBranch = row - first_;
+        unsigned int const inBranch = row - nearFirst_;
         // The last open child that is this row or lies above it.
         std::size_t low = 0;
-        std::size_t high = branch_->open.size();
+        std::size_t high = nearBranch_->open.size();
         while (low < high) {
             std::size_t const middle = (low + high) / 2;
-            if (branch_->open[middle].index + branch_->rowsBefore(middle) <= inBranch)
+            if (nearBranch_->open[middle].index + nearBranch_->rowsBefore(middle) <= inBranch)
                 low = middle + 1;
             else
                 high = middle;
         }
-        if (low == 0) return {branch_, inBranch};
-        Branch::Open const& above = branch_->open[low - 1];
-        unsigned int const rowAbove = above.index + branch_->rowsBefore(low - 1);
-        if (inBranch == rowAbove) return {branch_, above.index};
+        if (low == 0) return {nearBranch_, inBranch};
+        Branch::Open const& above = nearBranch_->open[low - 1];
+        unsigned int const rowAbove = above.index + nearBranch_->rowsBefore(low - 1);
+        if (inBranch == rowAbove) return {nearBranch_, above.index};
         unsigned int const inside = inBranch - rowAbove - 1;
-        if (inside >= above.branch->below) return {branch_, above.index + 1 + inside - above.branch->below};
-        first_ += rowAbove + 1;
-        branch_ = above.branch.get();
+        if (inside >= above.branch->below)
+            return {nearBranch_, above.index + 1 + inside - above.branch->below};
+        nearFirst_ += rowAbove + 1;
+        nearBranch_ = above.branch.get();
     }
 }
 
@@ -178,9 +174,8 @@ void TreeRows::visit(std::span<RowRange const> ranges, Visitor const& visit) con
     unsigned int const version = version_;
     // What the visitor or the source does may end it.
     LifeGuard const life(life_);
-    Locator locator(*this);
     for (RowRange const& range : ranges) {
-        Place place = locator.locate(range.first);
+        Place place = locate(range.first);
         for (unsigned int row = range.first; place.branch && row < range.end; ++row) {
             Row const data = rowAt(place);
             if (!life.alive() || version_ != version || !visit(row, data)) return;

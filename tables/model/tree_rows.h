@@ -106,7 +106,6 @@ public:
 private:
     struct Branch;
     struct Place;
-    class Locator;
     class Numbering;
     class Asking;
     class Gathering;

@@ -30,9 +30,8 @@ public:
     /// Rows with these numbers are to be found again; those in `anew` are listed anew.
     void keep(std::span<unsigned int const> rows, RowRange anew) {
         places_.resize(rows.size());
-        Locator locator(rows_);
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            Place const place = locator.locate(rows[i]);
+            Place const place = rows_.locate(rows[i]);
             if (!anew.contains(rows[i]))
                 places_[i] = place;
             else if (place.branch)
